@@ -1,0 +1,8 @@
+// What the component asks of the platform: a tick count, and nothing else.
+#pragma once
+
+#include <cstdint>
+
+/// Milliseconds of a monotonic clock, truncated to 32 bits: the count wraps after 49.7 days, which is
+/// harmless because it only seeds the session id of the origin line (RFC 4566, 5.2).
+std::uint32_t GetTickCount() noexcept;

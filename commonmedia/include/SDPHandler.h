@@ -1,0 +1,200 @@
+// SDPHandler: session descriptions of one call (RFC 4566, RFC 3264).
+//
+// Offering. Give the handler what this side can do, send the text, read the answer:
+//
+//     SDPHandler handler;
+//     handler.InitializeLocalSDP(local);                // codecs, ports, keys, bandwidth
+//     handler.SetDefaultLocalIPAddr("192.0.2.1");       // without an address there is no offer
+//     std::string offer = handler.GetLocalSDP();        // lines end in CR LF
+//     RemoteSDP remote;
+//     handler.ParseTheSDP(answer, remote);              // remote now holds what was negotiated
+//
+// Answering. Read the offer first; from then on GetLocalSDP answers it:
+//
+//     handler.ParseTheSDP(offer, remote);
+//     std::string answer = handler.GetLocalSDP();
+//     if (remote.fIsAudioValid && remote.eAudioCodec != PAYLOAD_UNKNOWN) { ... start audio ... }
+//
+// Calls that come back empty-handed, and why:
+//
+//     handler.GetLocalSDP()            ""   offering, and no default local address is set
+//     handler.ParseTheSDP("", remote)  1    empty text: the held sections go, remote is not touched
+//     handler.ParseTheSDP("v=0", remote)    0, and remote is reset: a line counts only when it ends in CR LF
+//     ExtractSRTPKey(text, key, salt)  false: not 40 characters of base64; key and salt keep their bytes
+//
+// The far end's text is untrusted: nothing in it makes a call throw, fail or read out of bounds. A line that
+// cannot be used costs that line alone. The cost grows with the length of the text, so the application
+// bounds that length. Only std::bad_alloc may leave a call; the handler can then be used again.
+//
+// What surprises on purpose is listed, with the test that shows it, in commonmedia/DELIBERATE.md.
+//
+// Threads: a handler belongs to one thread at a time. Handlers share nothing but the trace sink.
+#pragma once
+
+#include "SDP.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// Writes the inline key text of an "a=crypto:" line: 16 key bytes and 14 salt bytes in base64, exactly 40
+/// characters (RFC 4568, 6.1). Reads 16 bytes at `key` and 14 at `salt`; replaces what strBase64Key held.
+void GetSRTPKey(std::string& strBase64Key, const unsigned char* key, const unsigned char* salt);
+
+/// The reverse. Reads exactly 40 characters at `bufBase64Key`, whatever follows them. True: 16 bytes were
+/// written to `key` and 14 to `salt`. False: the text is not base64, and nothing was written.
+bool ExtractSRTPKey(const unsigned char* bufBase64Key, unsigned char* key, unsigned char* salt);
+
+/// The session description side of one call. One handler serves one call for its whole life.
+class SDPHandler {
+public:
+    bool m_bSRTP = false; ///< SRTP is wanted: offered always, answered where the far end is secure
+    LocalSDP MyLocalSDP;  ///< the local capabilities descriptions are written from
+
+    /// A handler that offers: session id from GetTickCount(), version 1, BFCP off, two sections answered.
+    SDPHandler();
+    /// Frees the sections of the last remote description.
+    ~SDPHandler();
+
+    /// Not copyable: the sections are owned by pointer, and two handlers with one session id and version
+    /// counter would write origin lines that contradict each other (RFC 3264, 8).
+    SDPHandler(const SDPHandler&) = delete;
+    SDPHandler& operator=(const SDPHandler&) = delete;
+
+    /// Takes a copy of the local capabilities. The BFCP identity (iBfcpConfid, iBfcpUserid, fBfcpIsServer)
+    /// keeps the values that MyLocalSDP had.
+    void InitializeLocalSDP(const LocalSDP& s);
+    /// Address of the "c=" and "a=rtcp:" lines, and of the origin line when strMyIPAddr is empty.
+    void SetDefaultLocalIPAddr(std::string s);
+    /// Whether descriptions carry the presentation video and its floor control channel.
+    void SetBfcpSupport(bool fSupported);
+    /// Accepted and not used: no line that this side writes carries a local candidate.
+    void SetVideoICECandidate(std::string strCandidate);
+    /// Accepted and not used, as SetVideoICECandidate.
+    void SetAudioICECandidate(std::string strCandidate);
+
+    /// Reads a remote description, whose lines end in CR LF, in place of the one held before.
+    /// @param sdp_string  the far end's text, any bytes
+    /// @param ParsedSDP   reset, then filled with what was negotiated; untouched when the text is empty
+    /// @return 1 for an empty text, 0 for every other
+    int ParseTheSDP(std::string sdp_string, RemoteSDP& ParsedSDP);
+    /// Fills `ParsedSDP` from the sections held; ParseTheSDP ends with this call. Repeating it gives the same
+    /// record.
+    void GetRTPData(RemoteSDP& ParsedSDP);
+
+    /// The local description: an offer while no remote section is held, otherwise the answer to the
+    /// sections held. Each description carries a version one higher than the one before.
+    /// @return lines ending in CR LF; empty for an offer without a default local address
+    std::string GetLocalSDP();
+    /// True while no remote section is held: the next description is an offer.
+    bool IsOffer() const;
+    /// Drops the remote sections, so that the next description is an offer.
+    void ResetRemoteSDP();
+
+private:
+    using CRYPTO_PROFILE = Quor::media::rtp::CryptoParams::CRYPTO_PROFILE;
+    using SRTP_M_LINE = baseSDP::SRTP_M_LINE;
+
+    // State. The remote state lives until the next parse, the local state as long as the handler.
+    std::vector<MediaSession*> vecRemoteMediaSession; ///< sections in "m=" line order, owned
+    std::string strSessionIPAddr;                     ///< session-level "c=" address; outlives a parse
+    std::string strMaxSessionBandwidth;               ///< session-level "b=AS:" text, kbit/s
+    std::int32_t m_iSessionID;                        ///< origin line, the same for the handler's life
+    std::uint32_t m_iSessionVersion = 1;              ///< origin line, advanced before each description
+    bool m_fBfcpSupported = false;                    ///< presentation and floor control are written
+    std::uint32_t m_iMaxSupportedSessions = 2;        ///< remote sections answered; the rest is rejected
+    /// Formats of the last section sorted by payload text. Empty unless that section lists very many.
+    std::vector<std::pair<std::string_view, RtpMap*>> vecPayloadIndex;
+
+    // Life
+    void ClearRemoteMediaSession();
+
+    // Parse: text to lines, lines to the section opened last
+    void ProcessMedia(std::string_view SDPLine);
+    void ProcessConnect(std::string_view SDPLine);
+    void ProcessRTPMap(std::string_view SDPLine);
+    void ProcessFMTP(std::string_view SDPLine);
+    void SaveFmtpParmsToRtpMap(MediaSession* ms, std::vector<std::string> fmtp, std::string_view strPayload);
+    RtpMap* FindRtpMap(MediaSession& ms, std::string_view strPayload);
+    void ProcessCrypto(std::string_view SDPLine);
+    void ProcessICEFragPwd(std::string_view SDPLine);
+    void ProcessICECandidate(std::string_view SDPLine);
+    void ProcessContent(std::string_view SDPLine);
+    void ParseDirectionalAttribute(std::string_view SDPLine);
+    void ProcessBandwidth(std::string_view SDPLine);
+    void ProcessBfcpFloorCtrl(std::string_view SDPLine);
+    void ProcessBfcpConfid(std::string_view SDPLine);
+    void ProcessBfcpUserid(std::string_view SDPLine);
+
+    // Extract: sections to record
+    void GetAudioRTPData(RemoteSDP& ParsedSDP, const MediaSession* ms) const;
+    void GetVideoRTPData(RemoteSDP& ParsedSDP, VideoParms& cVideoParms, const MediaSession* ms) const;
+    void GetBfcpData(RemoteSDP& ParsedSDP, const MediaSession* ms) const;
+    PayloadType_t MatchAudioCodec(const RtpMap* rm) const;
+    bool IsG7221Negotiated(const RtpMap* rm) const;
+    void LoadH264Parms(VideoParms& rs, const RtpMap* rm) const;
+    std::string ConvertVideoLevel(const std::string& strLevel) const;
+    std::string ReverseConvertVideoLevel(const std::string& strLevel) const;
+
+    // Build: capabilities to text. Each Write member puts its lines at the end of `sdp`; each Add member
+    // below returns the same lines alone.
+    std::string GetOffer();
+    std::string GetAnswer();
+    void WriteDescription(std::string& sdp);
+    void WriteOfferPreamble(std::string& sdp);
+    void WriteO(std::string& sdp);
+    void WriteC(std::string& sdp) const;
+    void WriteBandwidth(std::string& sdp) const;
+    void WriteBandwidthTIAS(std::string& sdp, bool IsVideo) const;
+    void WriteAudio(std::string& sdp) const;
+    void WriteRTPMap(std::string& sdp, PayloadType_t payload) const;
+    void WriteVideo(std::string& sdp, const VideoParms& parms) const;
+    void WriteLabel(std::string& sdp, VIDEOTYPE v) const;
+    void WriteContent(std::string& sdp, VIDEOTYPE v) const;
+    void WriteH264Profile(std::string& sdp, const VideoParms& parms) const;
+    void WriteH264ProfilePacketization0(std::string& sdp, const VideoParms& parms) const;
+    void WriteCrypto(std::string& sdp, SRTP_M_LINE n) const;
+    void WriteApplication(std::string& sdp) const;
+    void WriteFloorControl(std::string& sdp) const;
+    void WriteUnsupported(std::string& sdp) const;
+    void WriteDirectional(std::string& sdp, MediaType m, VIDEOTYPE v) const;
+    void WriteRTCPAttribute(std::string& sdp, int port) const;
+
+    // What the builders ask
+    PayloadType_t GetAudioPayload() const;
+    bool IsRemoteSecure(SRTP_M_LINE n) const;
+    bool UseSecureParms(SRTP_M_LINE n) const;
+
+    // The pieces as texts of their own
+    template <typename... Taken, typename... Given>
+    std::string Piece(void (SDPHandler::*write)(std::string&, Taken...) const, Given... given) const {
+        std::string sdp;
+        (this->*write)(sdp, given...);
+        return sdp;
+    }
+    std::string AddOfferPreamble();
+    std::string AddO();
+    std::string AddC() const { return Piece(&SDPHandler::WriteC); }
+    std::string AddBandwidth() const { return Piece(&SDPHandler::WriteBandwidth); }
+    std::string AddBandwidthTIAS(bool IsVideo) const {
+        return Piece(&SDPHandler::WriteBandwidthTIAS, IsVideo);
+    }
+    std::string AddAudio() const { return Piece(&SDPHandler::WriteAudio); }
+    std::string AddRTPMap(PayloadType_t payload) const { return Piece(&SDPHandler::WriteRTPMap, payload); }
+    std::string AddVideo(const VideoParms& parms) const;
+    std::string AddLabel(VIDEOTYPE v) const { return Piece(&SDPHandler::WriteLabel, v); }
+    std::string AddContent(VIDEOTYPE v) const { return Piece(&SDPHandler::WriteContent, v); }
+    std::string AddH264Profile(const VideoParms& parms) const;
+    std::string AddH264ProfilePacketization0(const VideoParms& parms) const;
+    std::string AddCrypto(SRTP_M_LINE n) const { return Piece(&SDPHandler::WriteCrypto, n); }
+    std::string AddApplication() const { return Piece(&SDPHandler::WriteApplication); }
+    std::string AddFloorControl() const { return Piece(&SDPHandler::WriteFloorControl); }
+    std::string AddUnsupported() const { return Piece(&SDPHandler::WriteUnsupported); }
+    std::string AddDirectional(MediaType m, VIDEOTYPE v) const {
+        return Piece(&SDPHandler::WriteDirectional, m, v);
+    }
+    std::string AddRTCPAttribute(int port) const { return Piece(&SDPHandler::WriteRTCPAttribute, port); }
+};

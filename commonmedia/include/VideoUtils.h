@@ -1,0 +1,29 @@
+// String and number helpers of the code base, as far as session descriptions need them.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Static helpers; the class is never instantiated.
+class VideoUtils {
+public:
+    VideoUtils() = delete;
+
+    /// Appends the pieces of `text` between occurrences of `separator` to `out`, in order. What `out` held
+    /// stays in front.
+    ///
+    ///     split(out, "a;;b;", ";")   appends "a", "", "b", ""
+    ///     split(out, "", ";")        appends nothing
+    ///     split(out, "a;b", "")      appends "a;b": an empty separator separates nothing
+    static void split(std::vector<std::string>& out, std::string_view text, std::string_view separator);
+
+    /// True for one or more decimal digits and nothing else: no sign, no blank, no empty text.
+    static bool IsNumber(std::string_view text) noexcept;
+
+    /// Decimal text of a signed number, "-" in front of a negative one.
+    static std::string ConvertInt(int number);
+
+    /// Decimal text of an unsigned number.
+    static std::string ConvertUInt(unsigned int number);
+};
