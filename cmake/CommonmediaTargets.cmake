@@ -1,0 +1,16 @@
+# What every target of this project has in common: the language, the warnings, the sanitizers.
+
+function(commonmedia_target_defaults target)
+    target_compile_features(${target} PUBLIC cxx_std_17)
+    set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+    target_compile_options(
+        ${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+                          $<$<BOOL:${COMMONMEDIA_WERROR}>:-Werror>)
+    if(COMMONMEDIA_SANITIZE)
+        # Without recovery, so that the first report ends the test it stands in.
+        target_compile_options(
+            ${target} PRIVATE -fsanitize=${COMMONMEDIA_SANITIZE} -fno-sanitize-recover=all
+                              -fno-omit-frame-pointer)
+        target_link_options(${target} PUBLIC -fsanitize=${COMMONMEDIA_SANITIZE})
+    endif()
+endfunction()

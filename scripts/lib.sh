@@ -1,0 +1,102 @@
+# Shared by the scripts of this directory; sourced, not run.
+#
+#   say TEXT                  one line about what happens now
+#   need PACKAGE...           installs the Debian packages that are missing, as root or with sudo
+#   stage NAME COMMAND...     runs a command quietly and times it; a failure shows the end of its log and ends
+#                             the script with the stage's name
+#   shown NAME COMMAND...     a stage whose closing lines are shown as well
+#   result TEXT               the last line of a script that went well
+
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cd "$root"
+script=scripts/$(basename "$0")
+logs=$root/build/logs
+jobs=${JOBS:-$(nproc)}
+started=$SECONDS
+mkdir -p "$logs"
+
+say() {
+    printf '== %s\n' "$*"
+}
+
+result() {
+    printf '\n%s: OK, %s (%d s)\n' "$script" "$*" "$((SECONDS - started))"
+}
+
+fail() {
+    printf '\n%s: FAILED in stage "%s" (%d s)\n' "$script" "$1" "$((SECONDS - started))"
+    exit 1
+}
+
+stage() {
+    local name=$1 log status begin=$SECONDS
+    shift
+    log=$logs/$(printf '%s' "$name" | tr -c 'a-zA-Z0-9+' '-').log
+    printf '== %-42s ' "$name"
+    # A subshell of its own: inside a condition the shell would ignore "set -e".
+    set +e
+    (
+        set -e
+        "$@"
+    ) >"$log" 2>&1
+    status=$?
+    set -e
+    last_log=$log
+    if [ "$status" -ne 0 ]; then
+        printf 'FAILED with status %d after %d s; the end of %s:\n\n' "$status" "$((SECONDS - begin))" "$log"
+        tail -n 80 "$log"
+        fail "$name"
+    fi
+    printf 'ok (%d s)\n' "$((SECONDS - begin))"
+}
+
+# shown PATTERN NAME COMMAND...: prints the log from the last line that matches on.
+shown() {
+    local pattern=$1 from
+    shift
+    stage "$@"
+    from=$(grep -n -E "$pattern" "$last_log" | tail -n 1 | cut -d: -f1) || from=
+    if [ -n "$from" ]; then
+        tail -n "+$from" "$last_log" | sed 's/^/     /'
+    fi
+}
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    elif command -v sudo >/dev/null; then
+        sudo "$@"
+    else
+        echo "neither root nor sudo: please install with apt-get: ${missing[*]}"
+        return 1
+    fi
+}
+
+install_missing() {
+    as_root apt-get update
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"
+}
+
+need() {
+    local package
+    missing=()
+    for package in "$@"; do
+        if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q '^install ok installed$'; then
+            missing+=("$package")
+        fi
+    done
+    if [ "${#missing[@]}" -eq 0 ]; then
+        say "packages: all here"
+    else
+        say "packages missing: ${missing[*]}"
+        stage "install packages" install_missing
+    fi
+}
+
+# configure_and_build PRESET
+configure_and_build() {
+    cmake --preset "$1"
+    cmake --build --preset "$1" -j "$jobs"
+}

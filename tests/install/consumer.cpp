@@ -1,0 +1,43 @@
+// A program of somebody else: it offers with one handler and answers with another, and ends with 0 when the
+// answer took the codec. It is built against the installed package, against the subproject, and with nothing
+// but the sources.
+#include "CommonMediaTrace.h"
+#include "Platform.h"
+#include "SDP.h"
+#include "SDPHandler.h"
+#include "TalmoMedia.h"
+#include "VideoUtils.h"
+
+#include <iostream>
+#include <string>
+
+namespace {
+
+LocalSDP Capabilities() {
+    LocalSDP local;
+    local.eAudioCodec = PAYLOAD_G722;
+    local.listAudioCodecPriority = {PAYLOAD_G722};
+    local.iAudioRTPPort = 16384;
+    local.m_VideoMain.eVideoCodec = PayloadType_t(0);
+    return local;
+}
+
+} // namespace
+
+int main() {
+    SDPHandler offerer;
+    offerer.InitializeLocalSDP(Capabilities());
+    offerer.SetDefaultLocalIPAddr("192.0.2.1");
+    SDPHandler answerer;
+    answerer.InitializeLocalSDP(Capabilities());
+    answerer.SetDefaultLocalIPAddr("192.0.2.2");
+
+    RemoteSDP remote;
+    answerer.ParseTheSDP(offerer.GetLocalSDP(), remote);
+    offerer.ParseTheSDP(answerer.GetLocalSDP(), remote);
+
+    const bool fDone = remote.fIsAudioValid && remote.eAudioCodec == PAYLOAD_G722 &&
+                       remote.strAudioIPAddr == "192.0.2.2" && VideoUtils::ConvertInt(16384) == "16384";
+    std::cout << "consumer: " << (fDone ? "negotiated" : "FAILED") << '\n';
+    return fDone ? 0 : 1;
+}
