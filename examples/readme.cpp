@@ -12,5 +12,5 @@ int main() {
     std::string offer = handler.GetLocalSDP(); // this goes out, and an answer comes back:
     RemoteSDP remote;
     handler.ParseTheSDP("v=0\r\nc=IN IP4 198.51.100.7\r\nm=audio 5004 RTP/AVP 9 101\r\n", remote);
-    std::cout << (remote.eAudioCodec == PAYLOAD_G722 ? "G.722" : "?") << " on " << remote.iAudioRTPPort << "\n";
+    std::cout << (remote.eAudioCodec == PAYLOAD_G722 ? "G.722 to " : "? ") << remote.iAudioRTPPort << '\n';
 }
