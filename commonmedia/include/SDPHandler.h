@@ -113,6 +113,7 @@ private:
     void ClearRemoteMediaSession();
 
     // Parse: text to lines, lines to the section opened last
+    void ProcessLine(std::string_view SDPLine);
     void ProcessMedia(std::string_view SDPLine);
     void ProcessConnect(std::string_view SDPLine);
     void ProcessRTPMap(std::string_view SDPLine);
@@ -144,6 +145,7 @@ private:
     std::string GetOffer();
     std::string GetAnswer();
     void WriteDescription(std::string& sdp);
+    void ReserveDescription(std::string& sdp) const;
     void WriteOfferPreamble(std::string& sdp);
     void WriteO(std::string& sdp);
     void WriteC(std::string& sdp) const;

@@ -1,0 +1,122 @@
+// Text helpers of the component: words, numbers and keywords, cut without copying and without exceptions.
+//
+// Test: tests/unit/SDPTextTest.cpp
+#pragma once
+
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace sdp {
+
+/// White space of the C locale.
+constexpr bool IsBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+/// Cuts the next word, free of white space, off the front of `rest`. Empty when no word is left.
+inline std::string_view NextWord(std::string_view& rest) {
+    std::size_t begin = 0;
+    while (begin < rest.size() && IsBlank(rest[begin])) {
+        ++begin;
+    }
+    std::size_t end = begin;
+    while (end < rest.size() && !IsBlank(rest[end])) {
+        ++end;
+    }
+    const std::string_view word = rest.substr(begin, end - begin);
+    rest.remove_prefix(end);
+    return word;
+}
+
+constexpr bool StartsWith(std::string_view text, std::string_view start) {
+    return text.size() >= start.size() && text.substr(0, start.size()) == start;
+}
+
+constexpr bool Contains(std::string_view text, std::string_view needle) {
+    return text.find(needle) != std::string_view::npos;
+}
+
+/// The text behind the first `keyword` in `line`; nothing when the keyword does not occur.
+constexpr std::optional<std::string_view> TextAfter(std::string_view line, std::string_view keyword) {
+    const std::size_t at = line.find(keyword);
+    return at == std::string_view::npos ? std::nullopt : std::optional(line.substr(at + keyword.size()));
+}
+
+/// Narrows to 32 bits by dropping the upper ones.
+constexpr std::int32_t Narrow(std::uint64_t number) {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(number));
+}
+
+/// [G06] Sums and products wrap in 32 bits instead of being undefined: the RTCP port behind the largest port
+/// is the smallest number, which no far end takes for a port.
+constexpr std::int32_t WrappingAdd(std::int32_t a, std::int32_t b) {
+    return Narrow(static_cast<std::uint64_t>(static_cast<std::uint32_t>(a)) + static_cast<std::uint32_t>(b));
+}
+constexpr std::int32_t WrappingMultiply(std::int32_t a, std::int32_t b) {
+    return Narrow(static_cast<std::uint64_t>(static_cast<std::uint32_t>(a)) * static_cast<std::uint32_t>(b));
+}
+
+/// The number at the start of `text`, read as atoi reads it: white space, a sign, digits; 0 without digits.
+inline std::int32_t Number(std::string_view text) {
+    std::size_t at = 0;
+    while (at < text.size() && IsBlank(text[at])) {
+        ++at;
+    }
+    const bool fNegative = at < text.size() && text[at] == '-';
+    if (at < text.size() && (text[at] == '-' || text[at] == '+')) {
+        ++at;
+    }
+    // [G04] Digits saturate at 64 bits and the result is narrowed to 32, as the C library does where a long
+    // has 64 bits: "4294967295" reads -1 and so does any longer row of nines.
+    const std::uint64_t limit = std::uint64_t{std::numeric_limits<std::int64_t>::max()} + (fNegative ? 1 : 0);
+    std::uint64_t magnitude = 0;
+    for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at) {
+        const auto digit = static_cast<std::uint64_t>(text[at] - '0');
+        magnitude = magnitude > (limit - digit) / 10 ? limit : magnitude * 10 + digit;
+    }
+    return Narrow(fNegative ? 0 - magnitude : magnitude);
+}
+
+/// Appends the decimal text of a number.
+template <typename Integer>
+void AppendNumber(std::string& text, Integer number) {
+    char digits[std::numeric_limits<Integer>::digits10 + 3];
+    const std::to_chars_result end = std::to_chars(digits, digits + sizeof digits, number);
+    text.append(digits, end.ptr);
+}
+
+/// True when FirstKeyword can search for every row of the table: each keyword is a letter and "=" at least.
+template <typename Row, std::size_t N>
+constexpr bool AreKeywords(const Row (&table)[N]) {
+    for (const Row& row : table) {
+        if (row.keyword.size() < 2 || row.keyword[1] != '=') {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// The first row of the table, in table order, whose keyword occurs anywhere in the line; null for none.
+/// Every keyword has its "=" in second place, so the line's "=" signs are the only places to look, and one
+/// pass over them replaces a substring search per row.
+template <typename Row, std::size_t N>
+const Row* FirstKeyword(std::string_view line, const Row (&table)[N]) {
+    std::size_t best = N;
+    for (std::size_t at = line.find('=', 1); at != std::string_view::npos && best > 0;
+         at = line.find('=', at + 1)) {
+        const std::string_view here = line.substr(at - 1);
+        for (std::size_t row = 0; row < best; ++row) {
+            if (StartsWith(here, table[row].keyword)) {
+                best = row;
+            }
+        }
+    }
+    return best == N ? nullptr : &table[best];
+}
+
+} // namespace sdp

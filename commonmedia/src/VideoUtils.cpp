@@ -1,0 +1,48 @@
+// Stage: none; string and number helpers for every stage.
+// Input: texts and numbers. Output: pieces, yes or no, decimal text.
+// Touches only what it is handed.
+// The reading path cuts with views instead of split(), which copies each piece once more.
+// Test: tests/unit/VideoUtilsTest.cpp
+#include "VideoUtils.h"
+
+#include <algorithm>
+
+void VideoUtils::split(std::vector<std::string>& out, std::string_view text, std::string_view separator) {
+    // [G07] An empty piece is a piece, so that "a;;b" keeps its positions; an empty text has none, so that an
+    // absent value and an empty list are the same.
+    if (text.empty()) {
+        return;
+    }
+    if (separator.empty()) {
+        out.emplace_back(text);
+        return;
+    }
+    std::size_t pieces = 1;
+    for (std::size_t at = text.find(separator); at != std::string_view::npos;
+         at = text.find(separator, at + separator.size())) {
+        ++pieces;
+    }
+    // Counting first keeps the vector to one allocation; a format line has more pieces than a vector's first
+    // few steps of growth.
+    out.reserve(out.size() + pieces);
+    for (std::size_t end = text.find(separator); end != std::string_view::npos; end = text.find(separator)) {
+        out.emplace_back(text.substr(0, end));
+        text.remove_prefix(end + separator.size());
+    }
+    out.emplace_back(text);
+}
+
+bool VideoUtils::IsNumber(std::string_view text) noexcept {
+    // [G18] Digits only: a sign, a blank or a fraction means that the far end meant something else, and the
+    // value before it stands.
+    return !text.empty() &&
+           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+std::string VideoUtils::ConvertInt(int number) {
+    return std::to_string(number);
+}
+
+std::string VideoUtils::ConvertUInt(unsigned int number) {
+    return std::to_string(number);
+}
