@@ -1,0 +1,59 @@
+// Stage: the handler's life: construction, what the application sets, the end of the remote sections.
+// Input: the application's calls. Output: none.
+// Touches the whole state of the handler.
+// Sections and their formats are deleted here and nowhere else.
+// Test: tests/unit/SDPHandlerTest.cpp
+#include "SDPHandler.h"
+
+#include "Platform.h"
+
+// The tick count is stored as it is: its upper half makes a negative id, which the origin line writes
+// unsigned again.
+SDPHandler::SDPHandler() : m_iSessionID(static_cast<std::int32_t>(GetTickCount())) {}
+
+SDPHandler::~SDPHandler() {
+    ClearRemoteMediaSession();
+}
+
+void SDPHandler::InitializeLocalSDP(const LocalSDP& s) {
+    MyLocalSDP = s;
+}
+
+void SDPHandler::SetDefaultLocalIPAddr(std::string s) {
+    MyLocalSDP.strDefaultIPAddr = std::move(s);
+}
+
+void SDPHandler::SetBfcpSupport(bool fSupported) {
+    m_fBfcpSupported = fSupported;
+}
+
+// [G16] Local candidates are accepted and not kept: no builder writes one, and a call that fails would break
+// applications that set them on the way to a client that does.
+void SDPHandler::SetVideoICECandidate(std::string /*strCandidate*/) {}
+
+void SDPHandler::SetAudioICECandidate(std::string /*strCandidate*/) {}
+
+bool SDPHandler::IsOffer() const {
+    return vecRemoteMediaSession.empty();
+}
+
+void SDPHandler::ResetRemoteSDP() {
+    ClearRemoteMediaSession();
+}
+
+void SDPHandler::ClearRemoteMediaSession() {
+    // The index points into the formats, and a hostile text can make it large: it gives its memory back.
+    decltype(vecPayloadIndex)().swap(vecPayloadIndex);
+    while (!vecRemoteMediaSession.empty()) {
+        MediaSession* const ms = vecRemoteMediaSession.back();
+        while (!ms->vecRtpMap.empty()) {
+            delete ms->vecRtpMap.back();
+            ms->vecRtpMap.pop_back();
+        }
+        delete ms;
+        vecRemoteMediaSession.pop_back();
+    }
+    strMaxSessionBandwidth.clear();
+    // [P18] The session address stays: a description without a session-level "c=" line takes the address of
+    // the one before it.
+}
