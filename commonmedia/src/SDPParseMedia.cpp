@@ -1,0 +1,82 @@
+// Stage: parse, "m=" and "c=" lines to sections and addresses (RFC 4566, 5.14 and 5.7).
+// Input: one line without its CR LF. Output: a new section with its formats, or an address.
+// Touches the list of sections, the last section's address, the session address.
+// Words are cut at white space; nothing else of the syntax is checked.
+// Test: tests/unit/SDPParseMediaTest.cpp
+#include "SDPHandler.h"
+
+#include "SDPText.h"
+
+#include <memory>
+
+namespace {
+
+struct Media {
+    std::string_view strWord;
+    MediaType_t eMedia;
+    VideoType_t eContent;
+};
+
+// A video section is main video until a content attribute says otherwise (RFC 4796, 5).
+constexpr Media kMedia[] = {
+    {"m=audio", MEDIA_AUDIO, VIDEOTYPE_UNKNOWN},
+    {"m=video", MEDIA_VIDEO, VIDEOTYPE_MAIN},
+    {"m=application", MEDIA_APPLICATION, VIDEOTYPE_UNKNOWN},
+};
+
+std::size_t CountWords(std::string_view text) {
+    std::size_t count = 0;
+    while (!sdp::NextWord(text).empty()) {
+        ++count;
+    }
+    return count;
+}
+
+} // namespace
+
+void SDPHandler::ProcessMedia(std::string_view SDPLine) {
+    std::string_view rest = SDPLine;
+    const std::string_view media = sdp::NextWord(rest);
+    const std::string_view port = sdp::NextWord(rest);
+    sdp::NextWord(rest); // The transport is not examined; it lives on in strFullMLine.
+    const std::size_t formats = CountWords(rest);
+    // [P05] Without a format the line opens nothing, and the lines behind it still belong to the section
+    // before it.
+    if (formats == 0) {
+        return;
+    }
+    // The handler owns the section before it is filled: whatever fails from here on, nothing leaks.
+    auto section = std::make_unique<MediaSession>();
+    vecRemoteMediaSession.push_back(section.get());
+    MediaSession* const ms = section.release();
+    vecPayloadIndex.clear();
+
+    ms->strFullMLine = SDPLine;
+    // [P06] A medium that is none of the three keeps its section: its place decides what the answer rejects.
+    for (const Media& row : kMedia) {
+        if (media == row.strWord) {
+            ms->eMedia = row.eMedia;
+            ms->eContent = row.eContent;
+        }
+    }
+    ms->iPort = sdp::Number(port);
+    ms->vecRtpMap.reserve(formats);
+    for (std::string_view format = sdp::NextWord(rest); !format.empty(); format = sdp::NextWord(rest)) {
+        auto rm = std::make_unique<RtpMap>();
+        rm->strPayload = format;
+        ms->vecRtpMap.push_back(rm.release());
+    }
+}
+
+void SDPHandler::ProcessConnect(std::string_view SDPLine) {
+    std::string_view rest = SDPLine;
+    sdp::NextWord(rest);
+    sdp::NextWord(rest);
+    const std::string_view address = sdp::NextWord(rest);
+    if (address.empty()) {
+        return;
+    }
+    // A multicast suffix such as "/127/3" stays part of the text: expanding it would let thirty bytes ask
+    // for any number of addresses.
+    (vecRemoteMediaSession.empty() ? strSessionIPAddr : vecRemoteMediaSession.back()->strIPAddr) = address;
+}
