@@ -1,0 +1,90 @@
+// Stage: parse, "a=crypto:" and ICE lines (RFC 4568, 9.1; RFC 8839, 5).
+// Input: one line without its CR LF. Output: key material, ICE lines as they stand.
+// Touches the last section. Key text goes into that section and nowhere else.
+// Test: tests/unit/SDPParseSecurityTest.cpp
+#include "SDPHandler.h"
+
+#include "SDPTables.h"
+#include "SDPText.h"
+#include "SDPWipe.h"
+#include "VideoUtils.h"
+
+namespace {
+
+constexpr std::string_view kKeyMethod = "inline:";
+constexpr std::size_t kKeyTextLength = 40;
+
+const sdp::Suite* FindSuite(std::string_view name) {
+    for (const sdp::Suite& suite : sdp::kSuites) {
+        if (suite.strName == name) {
+            return &suite;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
+    if (vecRemoteMediaSession.empty()) {
+        return;
+    }
+    std::string_view rest = SDPLine;
+    const std::string_view first = sdp::NextWord(rest);
+    const std::string_view name = sdp::NextWord(rest);
+    const std::string_view key = sdp::NextWord(rest);
+    const std::size_t colon = first.find(':');
+    // [G02] The tag stands behind a ":" of the first word; a line without one has none and is dropped whole.
+    if (key.empty() || colon == std::string_view::npos) {
+        return;
+    }
+    // [P10] Lines of the two 80-bit suites are skipped, tag and key included: a far end that offers nothing
+    // else is answered as not secure.
+    const sdp::Suite* const suite = FindSuite(name);
+    if (suite != nullptr && !suite->fRead) {
+        return;
+    }
+    MediaSession* const ms = vecRemoteMediaSession.back();
+    // [P11] A suite that nobody knows leaves cryptoAlgo alone, but its tag and key are stored like any other.
+    if (suite != nullptr) {
+        ms->cryptoAlgo = suite->eProfile;
+    }
+    // [P19] A tag that is not a number reads 1, the tag that a lone line carries.
+    const std::string_view tagAndMore = first.substr(colon + 1);
+    const std::string_view tag = tagAndMore.substr(0, tagAndMore.find(':'));
+    ms->iCryptoTag = VideoUtils::IsNumber(tag) ? sdp::Number(tag) : 1;
+
+    if (key.size() < kKeyMethod.size() + kKeyTextLength) {
+        return;
+    }
+    const std::string_view keyText = key.substr(kKeyMethod.size());
+    sdp::Wipe(ms->strBase64Key);
+    ms->strBase64Key = keyText.substr(0, keyText.find('\0'));
+    // [P12] Text that does not decode has replaced the text all the same; key and salt keep their bytes.
+    ExtractSRTPKey(reinterpret_cast<const unsigned char*>(keyText.data()), ms->bufSRTPKey, ms->bufSRTPSalt);
+}
+
+void SDPHandler::ProcessICEFragPwd(std::string_view SDPLine) {
+    struct Row {
+        std::string_view keyword;
+        std::string MediaSession::*field;
+    };
+    static constexpr Row kRows[] = {
+        {"a=ice-ufrag", &MediaSession::striceufrag}, // a=ice-ufrag:F7gI
+        {"a=ice-pwd", &MediaSession::stricepwd},     // a=ice-pwd:x9cml/YzichV2+XlhiMu8g
+    };
+    static_assert(sdp::AreKeywords(kRows));
+    if (vecRemoteMediaSession.empty()) {
+        return;
+    }
+    // [P13] The value is the whole line, as the ICE agent takes it.
+    if (const Row* const row = sdp::FirstKeyword(SDPLine, kRows)) {
+        vecRemoteMediaSession.back()->*row->field = SDPLine;
+    }
+}
+
+void SDPHandler::ProcessICECandidate(std::string_view SDPLine) {
+    if (!vecRemoteMediaSession.empty()) {
+        vecRemoteMediaSession.back()->vecCandidate.emplace_back(SDPLine);
+    }
+}
