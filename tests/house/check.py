@@ -281,11 +281,16 @@ def check_readme(root):
     example = read(root / "examples" / "readme.cpp")
     if blocks != [example]:
         yield "README.md: its C++ block is not examples/readme.cpp, line for line"
+    manual = read(root / "commonmedia" / "include" / "SDPHandler.h").partition("#pragma once")[0]
+    shown = "".join(read(path) for path in files(root / "examples", ".cpp") if path.name.startswith("manual_"))
+    calls = set(re.findall(r"\b(?:handler\.\w+|ExtractSRTPKey|GetSRTPKey)\(", manual))
+    for call in sorted(call for call in calls if call not in shown):
+        yield f"SDPHandler.h: its manual calls {call}...), which no examples/manual_*.cpp does"
     for page in files(root, ".md"):
         for target in re.findall(r"\]\(([^)#:\s]+)(?:#[^)]*)?\)", read(page)):
             if not (page.parent / target).exists():
                 yield f"{page.relative_to(root)}: links to {target}, which does not exist"
-    print(f"readme: {lines} lines, example of {example.count(chr(10))} lines")
+    print(f"readme: {lines} lines, {len(calls)} calls in the manual, example of {example.count(chr(10))} lines")
 
 
 # --- corpus ---------------------------------------------------------------------------------------------
