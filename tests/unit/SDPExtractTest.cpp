@@ -1,0 +1,459 @@
+// SDPExtract, everything but the audio section (SDPExtractAudioTest.cpp): the reset, the trace, the session
+// and media bandwidth, the choice of video sections and the floor control channel.
+#include "Capabilities.h"
+#include "Describe.h"
+#include "Expect.h"
+
+#include <CommonMediaTrace.h>
+
+#include <string>
+#include <vector>
+
+using namespace support;
+
+namespace {
+
+// A record with no field left as a reset would leave it.
+RemoteSDP UsedRecord() {
+    RemoteSDP remote;
+    remote.eAudioCodec = PAYLOAD_G729;
+    remote.iAudioPayload = 18;
+    remote.iDTMFPayload = 101;
+    remote.strAudioIPAddr = "198.51.100.7";
+    remote.iAudioRTPPort = 7;
+    remote.fAudioSend = remote.fAudioRecv = remote.fIsAudioValid = true;
+    remote.iVideoPresoControlPort = 8;
+    remote.iBfcpConfid = 9;
+    remote.iBfcpUserid = 10;
+    remote.fBfcpIsServer = true;
+    remote.iMaxBandwidth = 11;
+    for (VideoParms* parms : {&remote.m_VideoMain, &remote.m_VideoPreso}) {
+        parms->iFmtpMaxMbps = parms->iFmtpMaxFrameSize = parms->iFmtpMaxBitRate = 12;
+        parms->eVideoCodec = PAYLOAD_VP8;
+        parms->eVideoType = VIDEOTYPE_MAX;
+        parms->iVideoRTPPort = parms->iVideoPayload = parms->iFmtpPacketizationMode = 13;
+        parms->strVideoLevel = parms->strVideoIPAddr = "x";
+        parms->fVideoSend = parms->fVideoRecv = parms->fIsVideoValid = true;
+    }
+    for (int n = 0; n < baseSDP::SRTP_MAX; ++n) {
+        WriteKey(remote.bufSRTPKey[n], remote.bufSRTPSalt[n], "near", "stale");
+        remote.bufSRTPKey[n][baseSDP::kKeyLength] = remote.bufSRTPSalt[n][baseSDP::kSaltLength] = 1;
+        remote.cryptoAlgo[n] = kSuite80;
+    }
+    return remote;
+}
+
+struct Trace {
+    std::string strFunction;
+    std::string strText;
+};
+
+// Keeps what reaches the sink for as long as it lives.
+class TraceKeeper {
+public:
+    TraceKeeper() { SetCommonMediaTraceSink(&m_sink); }
+    ~TraceKeeper() { SetCommonMediaTraceSink(nullptr); }
+    TraceKeeper(const TraceKeeper&) = delete;
+    TraceKeeper& operator=(const TraceKeeper&) = delete;
+
+    std::vector<Trace> m_vecTraces;
+
+private:
+    static void Write(void* context, const char* file, const char* function, int line, const char* text) {
+        EXPECT_NE(std::string(file).find("SDPExtract"), std::string::npos);
+        EXPECT_GT(line, 0);
+        static_cast<TraceKeeper*>(context)->m_vecTraces.push_back({function, text});
+    }
+    CommonMediaTraceSink m_sink = {Write, this};
+};
+
+// One video section that is worth `tias` bit/s.
+MediaSession& AddVideoSection(SDPHandler& h, VIDEOTYPE role, std::int32_t port, const char* tias = "") {
+    MediaSession& section = AddSection(h, MEDIA_VIDEO, port);
+    section.eContent = role;
+    section.strMaxBandwidth = tias;
+    return section;
+}
+
+TEST(SDPExtract, WithoutSectionsTheRecordIsReset) {
+    SDPHandler h;
+    RemoteSDP remote = UsedRecord();
+    h.GetRTPData(remote);
+    EXPECT_TEXT(Describe(remote), kFreshRemote);
+}
+
+TEST(SDPExtract, WithoutSectionsTheSessionBandwidthStillStands) {
+    SDPHandler h;
+    h.strMaxSessionBandwidth = "512";
+    h.strSessionIPAddr = "192.0.2.9";
+    RemoteSDP remote;
+    h.GetRTPData(remote);
+    EXPECT_TEXT(Describe(remote),
+                "audio codec=256 payload=0 dtmf=0 addr= port=0 send=0 recv=0 valid=0\n"
+                "main codec=256 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=0 send=0 recv=0 "
+                "valid=0\n"
+                "preso codec=256 type=1 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=0 send=0 recv=0 "
+                "valid=0\n"
+                "bfcp port=0 conf=0 user=0 server=0\n"
+                "bandwidth=512000\n"
+                "srtp audio suite=0 key=- salt=-\n"
+                "srtp video suite=0 key=- salt=-\n"
+                "srtp slide suite=0 key=- salt=-\n");
+}
+
+TEST(SDPExtract, ASecondExtractionStartsFromAResetRecord) {
+    SDPHandler h;
+    AddFormat(AddSection(h, MEDIA_AUDIO, 5000), "0");
+    RemoteSDP fresh;
+    RemoteSDP used = UsedRecord();
+    h.GetRTPData(fresh);
+    h.GetRTPData(used);
+    EXPECT_TEXT(Describe(used), Describe(fresh));
+    h.GetRTPData(used);
+    EXPECT_TEXT(Describe(used), Describe(fresh));
+}
+
+TEST(SDPExtract, TheSectionsAreOnlyRead) {
+    SDPHandler h;
+    MediaSession& video = AddVideoSection(h, VIDEOTYPE_MAIN, 5002, "900000");
+    AddFormat(video, "97", "H264/90000", {"profile-level-id=42801f", " packetization-mode=1"});
+    MediaSession& audio = AddSection(h, MEDIA_AUDIO, 5000);
+    AddFormat(audio, "0", "PCMU/8000");
+    h.strMaxSessionBandwidth = "";
+    const std::string strVideo = video.ToDiag();
+    const std::string strAudio = audio.ToDiag();
+    RemoteSDP remote;
+    h.GetRTPData(remote);
+    EXPECT_TEXT(video.ToDiag(), strVideo);
+    EXPECT_TEXT(audio.ToDiag(), strAudio);
+    EXPECT_EQ(h.vecRemoteMediaSession.size(), 2U);
+    EXPECT_EQ(h.m_iSessionVersion, 1U);
+}
+
+// Session bandwidth: kilobits on the wire, bits in the record.
+
+std::int32_t SessionBandwidth(const char* text) {
+    SDPHandler h;
+    h.strMaxSessionBandwidth = text;
+    RemoteSDP remote;
+    h.GetRTPData(remote);
+    return remote.iMaxBandwidth;
+}
+
+TEST(SDPExtract, SessionBandwidthIsATextOfKilobits) {
+    EXPECT_EQ(SessionBandwidth("1"), 1000);
+    EXPECT_EQ(SessionBandwidth("384"), 384000);
+    EXPECT_EQ(SessionBandwidth("0384"), 384000);
+    EXPECT_EQ(SessionBandwidth("0"), 0);
+}
+
+TEST(SDPExtract, SessionBandwidthThatIsNoNumberCountsAsNone) {
+    EXPECT_EQ(SessionBandwidth(""), 0);
+    EXPECT_EQ(SessionBandwidth("384 "), 0);
+    EXPECT_EQ(SessionBandwidth(" 384"), 0);
+    EXPECT_EQ(SessionBandwidth("-384"), 0);
+    EXPECT_EQ(SessionBandwidth("384k"), 0);
+}
+
+// Media bandwidth: audio and main video as far as they were taken, unless the session has a text of its own.
+
+std::int32_t MediaBandwidth(const char* session, const char* audio, const char* main, const char* preso) {
+    SDPHandler h;
+    h.strMaxSessionBandwidth = session;
+    AddSection(h, MEDIA_AUDIO, 5000).strMaxBandwidth = audio;
+    AddVideoSection(h, VIDEOTYPE_MAIN, 5002, main);
+    AddVideoSection(h, VIDEOTYPE_PRESO, 5004, preso);
+    AddBfcpSection(h, 5006).strMaxBandwidth = "7000000";
+    RemoteSDP remote;
+    h.GetRTPData(remote);
+    return remote.iMaxBandwidth;
+}
+
+TEST(SDPExtract, MediaBandwidthIsTheSumOfAudioAndMainVideo) {
+    EXPECT_EQ(MediaBandwidth("", "64000", "936000", ""), 1000000);
+    EXPECT_EQ(MediaBandwidth("", "64000", "", ""), 64000);
+    EXPECT_EQ(MediaBandwidth("", "", "936000", ""), 936000);
+}
+
+TEST(SDPExtract, PresentationAndFloorControlNeverCountTowardBandwidth) {
+    EXPECT_EQ(MediaBandwidth("", "", "", "936000"), 0);
+    EXPECT_EQ(MediaBandwidth("", "64000", "936000", "500000"), 1000000);
+}
+
+TEST(SDPExtract, MediaBandwidthThatIsNoNumberIsSkipped) {
+    EXPECT_EQ(MediaBandwidth("", "64000x", "936000", ""), 936000);
+    EXPECT_EQ(MediaBandwidth("", "64000", " 936000", ""), 64000);
+    EXPECT_EQ(MediaBandwidth("", "-1", "-2", ""), 0);
+}
+
+TEST(SDPExtract, SessionBandwidthReplacesTheMediaSum) {
+    EXPECT_EQ(MediaBandwidth("512", "64000", "936000", ""), 512000);
+    EXPECT_EQ(MediaBandwidth("0", "64000", "936000", ""), 0);
+}
+
+TEST(SDPExtract, SessionBandwidthThatIsNoNumberStillReplacesTheMediaSum) {
+    EXPECT_EQ(MediaBandwidth("many", "64000", "936000", ""), 0);
+}
+
+TEST(SDPExtract, OnlyTheTakenSectionsCountTowardBandwidth) {
+    SDPHandler h;
+    AddSection(h, MEDIA_AUDIO, 5000).strMaxBandwidth = "1";
+    AddSection(h, MEDIA_AUDIO, 5002).strMaxBandwidth = "20";
+    AddVideoSection(h, VIDEOTYPE_MAIN, 5004, "300");
+    AddVideoSection(h, VIDEOTYPE_MAIN, 5006, "4000");
+    AddVideoSection(h, VIDEOTYPE_UNKNOWN, 5008, "50000");
+    AddSection(h, MEDIA_UNKNOWN, 5010).strMaxBandwidth = "600000";
+    RemoteSDP remote;
+    h.GetRTPData(remote);
+    EXPECT_EQ(remote.iMaxBandwidth, 301);
+}
+
+TEST(SDPExtract, BandwidthCountsForSectionsThatWereDeclinedToo) {
+    SDPHandler h;
+    AddSection(h, MEDIA_AUDIO, 0).strMaxBandwidth = "1";
+    AddVideoSection(h, VIDEOTYPE_MAIN, 0, "300");
+    RemoteSDP remote;
+    h.GetRTPData(remote);
+    EXPECT_EQ(remote.iMaxBandwidth, 301);
+}
+
+// The trace.
+
+TEST(SDPExtract, EverySectionIsTracedInOrder) {
+    SDPHandler h;
+    AddFormat(AddSection(h, MEDIA_AUDIO, 5000), "0", "PCMU/8000", {"a", "b"});
+    AddVideoSection(h, VIDEOTYPE_PRESO, 5002, "64000").strIPAddr = "100%s%n";
+    AddSection(h, MEDIA_UNKNOWN, 5004).fSend = false;
+    AddBfcpSection(h, 5006, "c-s").iBfcpConfid = 15;
+    RemoteSDP remote;
+    TraceKeeper keeper;
+    h.GetRTPData(remote);
+    ASSERT_EQ(keeper.m_vecTraces.size(), 4U);
+    for (const Trace& trace : keeper.m_vecTraces) {
+        EXPECT_EQ(trace.strFunction, "GetRTPData");
+    }
+    EXPECT_TEXT(keeper.m_vecTraces[0].strText,
+                "Dump Media Session: \n"
+                "eContent: 100\niPort: 5000\nstrIPAddr: \n"
+                "\tRtpMap[0]: Payload-0 EncodingName-PCMU/8000\n\t\tFmtp Parm-a\n\t\tFmtp Parm-b\n"
+                "fRecv: true\nfSend: true\nstrVideoLevel: \nstrMaxBandwidth: \n"
+                "iBfcpConfid: 0\niBfcpUserid: 0\nstrFloorctrl: \n\n\n");
+    EXPECT_TEXT(keeper.m_vecTraces[1].strText,
+                "Dump Media Session: \n"
+                "eContent: 1\niPort: 5002\nstrIPAddr: 100%s%n\n"
+                "fRecv: true\nfSend: true\nstrVideoLevel: \nstrMaxBandwidth: 64000\n"
+                "iBfcpConfid: 0\niBfcpUserid: 0\nstrFloorctrl: \n\n\n");
+    EXPECT_TEXT(keeper.m_vecTraces[2].strText,
+                "Dump Media Session: \n"
+                "eContent: 100\niPort: 5004\nstrIPAddr: \n"
+                "fRecv: true\nfSend: false\nstrVideoLevel: \nstrMaxBandwidth: \n"
+                "iBfcpConfid: 0\niBfcpUserid: 0\nstrFloorctrl: \n\n\n");
+    EXPECT_TEXT(keeper.m_vecTraces[3].strText,
+                "Dump Media Session: \n"
+                "eContent: 100\niPort: 5006\nstrIPAddr: \n"
+                "fRecv: true\nfSend: true\nstrVideoLevel: \nstrMaxBandwidth: \n"
+                "iBfcpConfid: 15\niBfcpUserid: 0\nstrFloorctrl: c-s\n\n\n");
+}
+
+TEST(SDPExtract, SectionsThatAreNotTakenAreTracedToo) {
+    SDPHandler h;
+    AddSection(h, MEDIA_AUDIO, 5000);
+    AddSection(h, MEDIA_AUDIO, 5002);
+    RemoteSDP remote;
+    TraceKeeper keeper;
+    h.GetRTPData(remote);
+    EXPECT_EQ(keeper.m_vecTraces.size(), 2U);
+}
+
+TEST(SDPExtract, WithoutSectionsNothingIsTraced) {
+    SDPHandler h;
+    h.strMaxSessionBandwidth = "512";
+    RemoteSDP remote;
+    TraceKeeper keeper;
+    h.GetRTPData(remote);
+    EXPECT_TRUE(keeper.m_vecTraces.empty());
+}
+
+// Video sections: the first of each role.
+
+TEST(SDPExtract, FirstMainAndFirstPresentationSectionAreTaken) {
+    SDPHandler h;
+    AddVideoSection(h, VIDEOTYPE_PRESO, 5000);
+    AddVideoSection(h, VIDEOTYPE_MAIN, 5002);
+    AddFormat(AddVideoSection(h, VIDEOTYPE_PRESO, 5004), "98", "H264/90000");
+    AddFormat(AddVideoSection(h, VIDEOTYPE_MAIN, 5006), "97", "H264/90000");
+    RemoteSDP remote;
+    h.GetRTPData(remote);
+    EXPECT_TEXT(Describe(remote),
+                "audio codec=256 payload=0 dtmf=0 addr= port=0 send=0 recv=0 valid=0\n"
+                "main codec=2 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=5002 send=1 recv=1 "
+                "valid=1\n"
+                "preso codec=2 type=1 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=5000 send=1 recv=1 "
+                "valid=1\n"
+                "bfcp port=0 conf=0 user=0 server=0\n"
+                "bandwidth=0\n"
+                "srtp audio suite=0 key=- salt=-\n"
+                "srtp video suite=0 key=- salt=-\n"
+                "srtp slide suite=0 key=- salt=-\n");
+}
+
+TEST(SDPExtract, SkippedVideoSectionsLeaveTheKeysOfTheTakenOnes) {
+    SDPHandler h;
+    Secure(AddVideoSection(h, VIDEOTYPE_MAIN, 5002), "video");
+    Secure(AddVideoSection(h, VIDEOTYPE_PRESO, 5004), "slide");
+    Secure(AddVideoSection(h, VIDEOTYPE_MAIN, 5006), "other");
+    Secure(AddVideoSection(h, VIDEOTYPE_PRESO, 5008), "other");
+    RemoteSDP remote;
+    h.GetRTPData(remote);
+    EXPECT_EQ(remote.m_VideoMain.iVideoRTPPort, 5002);
+    EXPECT_EQ(remote.m_VideoPreso.iVideoRTPPort, 5004);
+    EXPECT_EQ(std::string(remote.bufSRTPKey[1], remote.bufSRTPKey[1] + 16), "away video key 1");
+    EXPECT_EQ(std::string(remote.bufSRTPKey[2], remote.bufSRTPKey[2] + 16), "away slide key 1");
+}
+
+TEST(SDPExtract, VideoSectionsOfAnotherRoleAreSkipped) {
+    SDPHandler h;
+    AddVideoSection(h, VIDEOTYPE_UNKNOWN, 5000, "64000");
+    AddVideoSection(h, VIDEOTYPE_MAX, 5002, "64000");
+    RemoteSDP remote;
+    h.GetRTPData(remote);
+    EXPECT_TEXT(Describe(remote), kFreshRemote);
+}
+
+TEST(SDPExtract, SectionsOfUnknownMediaAreSkipped) {
+    SDPHandler h;
+    MediaSession& section = AddSection(h, MEDIA_UNKNOWN, 5000);
+    section.strFullMLine = "m=text 5000 UDP/BFCP 0";
+    section.eContent = VIDEOTYPE_MAIN;
+    section.strMaxBandwidth = "64000";
+    AddFormat(section, "0");
+    RemoteSDP remote;
+    h.GetRTPData(remote);
+    EXPECT_TEXT(Describe(remote), kFreshRemote);
+}
+
+// Floor control.
+
+std::string FloorControl(const std::string& strMLine, const std::string& strFloorctrl) {
+    SDPHandler h;
+    MediaSession& section = AddSection(h, MEDIA_APPLICATION, 5070);
+    section.strFullMLine = strMLine;
+    section.strFloorctrl = strFloorctrl;
+    section.iBfcpConfid = 21;
+    section.iBfcpUserid = 22;
+    RemoteSDP remote;
+    h.GetRTPData(remote);
+    const std::string strAll = Describe(remote);
+    const std::string::size_type begin = strAll.find("bfcp ");
+    return strAll.substr(begin, strAll.find('\n', begin) - begin);
+}
+
+TEST(SDPExtract, FloorControlSectionIsToldByBfcpInItsLine) {
+    EXPECT_EQ(FloorControl("m=application 5070 UDP/BFCP *", "c-s"),
+              "bfcp port=5070 conf=21 user=22 server=0");
+    EXPECT_EQ(FloorControl("m=application 5070 TCP/BFCP *", "c-s"),
+              "bfcp port=5070 conf=21 user=22 server=0");
+    EXPECT_EQ(FloorControl("m=application 5070 TCP/TLS/BFCP *", ""),
+              "bfcp port=5070 conf=21 user=22 server=0");
+    EXPECT_EQ(FloorControl("m=application 5070 RTP/AVP BFCP", ""), "bfcp port=5070 conf=21 user=22 server=0");
+}
+
+TEST(SDPExtract, ApplicationSectionWithoutBfcpIsSkipped) {
+    EXPECT_EQ(FloorControl("m=application 5070 UDP/bfcp *", "s-only"), "bfcp port=0 conf=0 user=0 server=0");
+    EXPECT_EQ(FloorControl("m=application 5070 RTP/AVP 100", "s-only"), "bfcp port=0 conf=0 user=0 server=0");
+    EXPECT_EQ(FloorControl("", "s-only"), "bfcp port=0 conf=0 user=0 server=0");
+}
+
+TEST(SDPExtract, FarEndIsServerOnlyByExactlySOnly) {
+    const std::string strLine = "m=application 5070 UDP/BFCP *";
+    EXPECT_EQ(FloorControl(strLine, "s-only"), "bfcp port=5070 conf=21 user=22 server=1");
+    EXPECT_EQ(FloorControl(strLine, "c-only"), "bfcp port=5070 conf=21 user=22 server=0");
+    EXPECT_EQ(FloorControl(strLine, "c-s"), "bfcp port=5070 conf=21 user=22 server=0");
+    EXPECT_EQ(FloorControl(strLine, ""), "bfcp port=5070 conf=21 user=22 server=0");
+    EXPECT_EQ(FloorControl(strLine, "s-only "), "bfcp port=5070 conf=21 user=22 server=0");
+    EXPECT_EQ(FloorControl(strLine, "S-only"), "bfcp port=5070 conf=21 user=22 server=0");
+    EXPECT_EQ(FloorControl(strLine, "c-only s-only"), "bfcp port=5070 conf=21 user=22 server=0");
+}
+
+TEST(SDPExtract, EveryFloorControlSectionIsTakenAndTheLastStands) {
+    SDPHandler h;
+    MediaSession& first = AddBfcpSection(h, 5070, "s-only");
+    first.iBfcpConfid = 1;
+    first.iBfcpUserid = 2;
+    AddBfcpSection(h, 0);
+    RemoteSDP remote;
+    h.GetRTPData(remote);
+    EXPECT_TEXT(Describe(remote), kFreshRemote);
+}
+
+TEST(SDPExtract, BfcpInAnAudioOrVideoLineIsNoFloorControl) {
+    SDPHandler h;
+    for (const MediaType media : {MEDIA_AUDIO, MEDIA_VIDEO}) {
+        MediaSession& section = AddSection(h, media, 5000);
+        section.strFullMLine = "m=audio 5000 UDP/BFCP 0";
+        section.iBfcpConfid = section.iBfcpUserid = 3;
+        section.strFloorctrl = "s-only";
+    }
+    RemoteSDP remote;
+    h.GetRTPData(remote);
+    EXPECT_EQ(remote.iVideoPresoControlPort, 0);
+    EXPECT_EQ(remote.iBfcpConfid, 0);
+    EXPECT_EQ(remote.iBfcpUserid, 0);
+    EXPECT_FALSE(remote.fBfcpIsServer);
+}
+
+TEST(SDPExtract, GetBfcpDataClearsAServerFlagThatStood) {
+    SDPHandler h;
+    RemoteSDP remote;
+    remote.fBfcpIsServer = true;
+    remote.iMaxBandwidth = 5;
+    MediaSession section;
+    section.iPort = 5070;
+    section.iBfcpConfid = 31;
+    section.iBfcpUserid = 32;
+    section.strFloorctrl = "c-only";
+    h.GetBfcpData(remote, &section);
+    EXPECT_EQ(remote.iVideoPresoControlPort, 5070);
+    EXPECT_EQ(remote.iBfcpConfid, 31);
+    EXPECT_EQ(remote.iBfcpUserid, 32);
+    EXPECT_FALSE(remote.fBfcpIsServer);
+    EXPECT_EQ(remote.iMaxBandwidth, 5);
+}
+
+TEST(SDPExtract, AudioVideoAndFloorControlTogetherFillTheWholeRecord) {
+    SDPHandler h;
+    h.MyLocalSDP.eAudioCodec = kAllAudio;
+    h.strSessionIPAddr = "192.0.2.2";
+    MediaSession& audio = AddSection(h, MEDIA_AUDIO, 5000);
+    audio.strMaxBandwidth = "64000";
+    AddFormat(audio, "0");
+    AddFormat(audio, "101", "telephone-event/8000", {"0-15"});
+    Secure(audio, "audio");
+    MediaSession& main = AddVideoSection(h, VIDEOTYPE_MAIN, 5002, "936000");
+    AddFormat(main, "97", "H264/90000",
+              {"profile-level-id=42801f", "max-br=1", "max-mbps=2", "max-fs=3", "packetization-mode=1"});
+    Secure(main, "video");
+    MediaSession& preso = AddVideoSection(h, VIDEOTYPE_PRESO, 5004, "936000");
+    preso.strIPAddr = "192.0.2.3";
+    preso.fSend = false;
+    AddFormat(preso, "98", "H264/90000", {"profile-level-id=428028"});
+    Secure(preso, "slide");
+    MediaSession& bfcp = AddBfcpSection(h, 5006, "s-only");
+    bfcp.iBfcpConfid = 15;
+    bfcp.iBfcpUserid = 16;
+    RemoteSDP remote = UsedRecord();
+    h.GetRTPData(remote);
+    EXPECT_TEXT(Describe(remote),
+                "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=5000 send=1 recv=1 valid=1\n"
+                "main codec=2 type=0 payload=97 mode=1 level=3.1 mbps=2 fs=3 br=1 addr=192.0.2.2 port=5002 "
+                "send=1 recv=1 valid=1\n"
+                "preso codec=2 type=1 payload=98 mode=0 level=4 mbps=0 fs=0 br=0 addr=192.0.2.3 port=5004 "
+                "send=0 recv=1 valid=1\n"
+                "bfcp port=5006 conf=15 user=16 server=1\n"
+                "bandwidth=1000000\n"
+                "srtp audio suite=1 key=away audio key 1 salt=away audiosalt\n"
+                "srtp video suite=1 key=away video key 1 salt=away videosalt\n"
+                "srtp slide suite=1 key=away slide key 1 salt=away slidesalt\n");
+}
+
+} // namespace
