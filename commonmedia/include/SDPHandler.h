@@ -40,6 +40,10 @@
 #include <utility>
 #include <vector>
 
+namespace sdp {
+class Writer;
+}
+
 /// Writes the inline key text of an "a=crypto:" line: 16 key bytes and 14 salt bytes in base64, exactly 40
 /// characters (RFC 4568, 6.1). Reads 16 bytes at `key` and 14 at `salt`; replaces what strBase64Key held.
 void GetSRTPKey(std::string& strBase64Key, const unsigned char* key, const unsigned char* salt);
@@ -144,26 +148,25 @@ private:
     // below returns the same lines alone.
     std::string GetOffer();
     std::string GetAnswer();
-    void WriteDescription(std::string& sdp);
-    void ReserveDescription(std::string& sdp) const;
-    void WriteOfferPreamble(std::string& sdp);
-    void WriteO(std::string& sdp);
-    void WriteC(std::string& sdp) const;
-    void WriteBandwidth(std::string& sdp) const;
-    void WriteBandwidthTIAS(std::string& sdp, bool IsVideo) const;
-    void WriteAudio(std::string& sdp) const;
-    void WriteRTPMap(std::string& sdp, PayloadType_t payload) const;
-    void WriteVideo(std::string& sdp, const VideoParms& parms) const;
-    void WriteLabel(std::string& sdp, VIDEOTYPE v) const;
-    void WriteContent(std::string& sdp, VIDEOTYPE v) const;
-    void WriteH264Profile(std::string& sdp, const VideoParms& parms) const;
-    void WriteH264ProfilePacketization0(std::string& sdp, const VideoParms& parms) const;
-    void WriteCrypto(std::string& sdp, SRTP_M_LINE n) const;
-    void WriteApplication(std::string& sdp) const;
-    void WriteFloorControl(std::string& sdp) const;
-    void WriteUnsupported(std::string& sdp) const;
-    void WriteDirectional(std::string& sdp, MediaType m, VIDEOTYPE v) const;
-    void WriteRTCPAttribute(std::string& sdp, int port) const;
+    void WriteDescription(sdp::Writer& sdp);
+    void WriteOfferPreamble(sdp::Writer& sdp);
+    void WriteO(sdp::Writer& sdp);
+    void WriteC(sdp::Writer& sdp) const;
+    void WriteBandwidth(sdp::Writer& sdp) const;
+    void WriteBandwidthTIAS(sdp::Writer& sdp, bool IsVideo) const;
+    void WriteAudio(sdp::Writer& sdp) const;
+    void WriteRTPMap(sdp::Writer& sdp, PayloadType_t payload) const;
+    void WriteVideo(sdp::Writer& sdp, const VideoParms& parms) const;
+    void WriteLabel(sdp::Writer& sdp, VIDEOTYPE v) const;
+    void WriteContent(sdp::Writer& sdp, VIDEOTYPE v) const;
+    void WriteH264Profile(sdp::Writer& sdp, const VideoParms& parms) const;
+    void WriteH264ProfilePacketization0(sdp::Writer& sdp, const VideoParms& parms) const;
+    void WriteCrypto(sdp::Writer& sdp, SRTP_M_LINE n) const;
+    void WriteApplication(sdp::Writer& sdp) const;
+    void WriteFloorControl(sdp::Writer& sdp) const;
+    void WriteUnsupported(sdp::Writer& sdp) const;
+    void WriteDirectional(sdp::Writer& sdp, MediaType m, VIDEOTYPE v) const;
+    void WriteRTCPAttribute(sdp::Writer& sdp, int port) const;
 
     // What the builders ask
     PayloadType_t GetAudioPayload() const;
@@ -172,31 +175,23 @@ private:
 
     // The pieces as texts of their own
     template <typename... Taken, typename... Given>
-    std::string Piece(void (SDPHandler::*write)(std::string&, Taken...) const, Given... given) const {
-        std::string sdp;
-        (this->*write)(sdp, given...);
-        return sdp;
-    }
+    std::string Piece(void (SDPHandler::*write)(sdp::Writer&, Taken...) const, const Given&... given) const;
     std::string AddOfferPreamble();
     std::string AddO();
-    std::string AddC() const { return Piece(&SDPHandler::WriteC); }
-    std::string AddBandwidth() const { return Piece(&SDPHandler::WriteBandwidth); }
-    std::string AddBandwidthTIAS(bool IsVideo) const {
-        return Piece(&SDPHandler::WriteBandwidthTIAS, IsVideo);
-    }
-    std::string AddAudio() const { return Piece(&SDPHandler::WriteAudio); }
-    std::string AddRTPMap(PayloadType_t payload) const { return Piece(&SDPHandler::WriteRTPMap, payload); }
+    std::string AddC() const;
+    std::string AddBandwidth() const;
+    std::string AddBandwidthTIAS(bool IsVideo) const;
+    std::string AddAudio() const;
+    std::string AddRTPMap(PayloadType_t payload) const;
     std::string AddVideo(const VideoParms& parms) const;
-    std::string AddLabel(VIDEOTYPE v) const { return Piece(&SDPHandler::WriteLabel, v); }
-    std::string AddContent(VIDEOTYPE v) const { return Piece(&SDPHandler::WriteContent, v); }
+    std::string AddLabel(VIDEOTYPE v) const;
+    std::string AddContent(VIDEOTYPE v) const;
     std::string AddH264Profile(const VideoParms& parms) const;
     std::string AddH264ProfilePacketization0(const VideoParms& parms) const;
-    std::string AddCrypto(SRTP_M_LINE n) const { return Piece(&SDPHandler::WriteCrypto, n); }
-    std::string AddApplication() const { return Piece(&SDPHandler::WriteApplication); }
-    std::string AddFloorControl() const { return Piece(&SDPHandler::WriteFloorControl); }
-    std::string AddUnsupported() const { return Piece(&SDPHandler::WriteUnsupported); }
-    std::string AddDirectional(MediaType m, VIDEOTYPE v) const {
-        return Piece(&SDPHandler::WriteDirectional, m, v);
-    }
-    std::string AddRTCPAttribute(int port) const { return Piece(&SDPHandler::WriteRTCPAttribute, port); }
+    std::string AddCrypto(SRTP_M_LINE n) const;
+    std::string AddApplication() const;
+    std::string AddFloorControl() const;
+    std::string AddUnsupported() const;
+    std::string AddDirectional(MediaType m, VIDEOTYPE v) const;
+    std::string AddRTCPAttribute(int port) const;
 };

@@ -5,7 +5,7 @@
 #include "SDPHandler.h"
 
 #include "SDPTables.h"
-#include "SDPText.h"
+#include "SDPWriter.h"
 
 namespace {
 
@@ -14,31 +14,26 @@ constexpr std::int32_t kAudioShare = 64000;
 
 } // namespace
 
-void SDPHandler::WriteBandwidth(std::string& sdp) const {
+void SDPHandler::WriteBandwidth(sdp::Writer& sdp) const {
     // [B04] Only 0 means no limit. A budget below a kilobit is written as 0, a negative one as it is: what
     // the application asked for stays visible on the wire.
     if (MyLocalSDP.iMaxBandwidth != 0) {
-        sdp += "b=AS:";
-        sdp::AppendNumber(sdp, MyLocalSDP.iMaxBandwidth / 1000);
-        sdp += "\r\n";
+        sdp << "b=AS:" << MyLocalSDP.iMaxBandwidth / 1000 << "\r\n";
     }
 }
 
-void SDPHandler::WriteBandwidthTIAS(std::string& sdp, bool IsVideo) const {
+void SDPHandler::WriteBandwidthTIAS(sdp::Writer& sdp, bool IsVideo) const {
     if (MyLocalSDP.iMaxBandwidth < kAudioShare) {
         return;
     }
     // [B05] Main and presentation video are each given the full rest; "b=AS:" bounds their sum.
     const std::int32_t iBandwidth = IsVideo ? MyLocalSDP.iMaxBandwidth - kAudioShare : kAudioShare;
-    if (iBandwidth < 1) {
-        return;
+    if (iBandwidth >= 1) {
+        sdp << "b=TIAS:" << iBandwidth << "\r\n";
     }
-    sdp += "b=TIAS:";
-    sdp::AppendNumber(sdp, iBandwidth);
-    sdp += "\r\n";
 }
 
-void SDPHandler::WriteDirectional(std::string& sdp, MediaType m, VIDEOTYPE v) const {
+void SDPHandler::WriteDirectional(sdp::Writer& sdp, MediaType m, VIDEOTYPE v) const {
     bool fSend = true;
     bool fRecv = true;
     if (!vecRemoteMediaSession.empty()) {
@@ -63,16 +58,11 @@ void SDPHandler::WriteDirectional(std::string& sdp, MediaType m, VIDEOTYPE v) co
     // The table read backward: the line that says of its writer what is true of this side.
     for (const sdp::Direction& direction : sdp::kDirections) {
         if (direction.fSends == fSend && direction.fReceives == fRecv) {
-            sdp += direction.keyword;
-            sdp += "\r\n";
+            sdp << direction.keyword << "\r\n";
         }
     }
 }
 
-void SDPHandler::WriteRTCPAttribute(std::string& sdp, int port) const {
-    sdp += "a=rtcp:";
-    sdp::AppendNumber(sdp, port);
-    sdp += " IN IP4 ";
-    sdp += MyLocalSDP.strDefaultIPAddr;
-    sdp += "\r\n";
+void SDPHandler::WriteRTCPAttribute(sdp::Writer& sdp, int port) const {
+    sdp << "a=rtcp:" << port << " IN IP4 " << MyLocalSDP.strDefaultIPAddr << "\r\n";
 }

@@ -6,26 +6,24 @@
 
 #include "SDPTables.h"
 #include "SDPText.h"
+#include "SDPWriter.h"
 
-void SDPHandler::WriteAudio(std::string& sdp) const {
+void SDPHandler::WriteAudio(sdp::Writer& sdp) const {
     // [B06] Without a preference there is no audio section, not even a rejected one.
     if (MyLocalSDP.listAudioCodecPriority.empty()) {
         return;
     }
     const bool fSecure = UseSecureParms(baseSDP::SRTP_AUDIO);
     const PayloadType_t pt = GetAudioPayload();
-    sdp += "m=audio ";
-    sdp::AppendNumber(sdp, MyLocalSDP.iAudioRTPPort);
-    sdp += fSecure ? " RTP/SAVP" : " RTP/AVP";
+    sdp << "m=audio " << MyLocalSDP.iAudioRTPPort << (fSecure ? " RTP/SAVP" : " RTP/AVP");
     for (const int eCodec : MyLocalSDP.listAudioCodecPriority) {
         const sdp::AudioCodec* const codec = sdp::FindAudioCodec(eCodec);
         if (codec != nullptr && (pt & eCodec) != 0) {
-            sdp += ' ';
-            sdp += codec->strPayload;
+            sdp << " " << codec->strPayload;
         }
     }
     // [B07] Telephone events are always listed, so an answer without a common codec is not without a format.
-    sdp += " 101\r\n";
+    sdp << " 101\r\n";
     WriteBandwidthTIAS(sdp, false);
     if (fSecure) {
         WriteCrypto(sdp, baseSDP::SRTP_AUDIO);
@@ -36,7 +34,7 @@ void SDPHandler::WriteAudio(std::string& sdp) const {
             WriteRTPMap(sdp, codec->eCodec);
         }
     }
-    sdp += "a=rtpmap:101 telephone-event/8000\r\n"
+    sdp << "a=rtpmap:101 telephone-event/8000\r\n"
            "a=fmtp:101 0-15\r\n";
     WriteDirectional(sdp, MEDIA_AUDIO, VIDEOTYPE_UNKNOWN);
     if (MyLocalSDP.iAudioRTPPort != 0) {
@@ -67,14 +65,14 @@ PayloadType_t SDPHandler::GetAudioPayload() const {
     return pt;
 }
 
-void SDPHandler::WriteRTPMap(std::string& sdp, PayloadType_t payload) const {
-    sdp += "a=rtpmap:";
-    if (payload == PAYLOAD_H264 || payload == PAYLOAD_H264_PACKETIZATION_0) {
-        sdp::AppendNumber(sdp, payload == PAYLOAD_H264 ? MyLocalSDP.iVideoPayloadMode1
-                                                       : MyLocalSDP.iVideoPayloadMode0);
-        sdp += " H264/90000\r\n";
+void SDPHandler::WriteRTPMap(sdp::Writer& sdp, PayloadType_t payload) const {
+    sdp << "a=rtpmap:";
+    if (payload == PAYLOAD_H264) {
+        sdp << MyLocalSDP.iVideoPayloadMode1 << " H264/90000\r\n";
+    } else if (payload == PAYLOAD_H264_PACKETIZATION_0) {
+        sdp << MyLocalSDP.iVideoPayloadMode0 << " H264/90000\r\n";
     } else if (const sdp::AudioCodec* const codec = sdp::FindAudioCodec(payload)) {
-        sdp += codec->strLines;
+        sdp << codec->strLines;
     }
     // [B08] A codec without a line leaves the bare prefix; no section asks for one.
 }

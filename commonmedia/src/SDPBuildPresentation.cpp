@@ -6,28 +6,29 @@
 
 #include "SDPTables.h"
 #include "SDPText.h"
+#include "SDPWriter.h"
 
 #include <algorithm>
 
-void SDPHandler::WriteApplication(std::string& sdp) const {
-    sdp += "m=application ";
+void SDPHandler::WriteApplication(sdp::Writer& sdp) const {
+    sdp << "m=application ";
     if (vecRemoteMediaSession.empty()) {
-        sdp::AppendNumber(sdp, MyLocalSDP.iVideoPresoControlPort);
+        sdp << MyLocalSDP.iVideoPresoControlPort;
     } else {
         // [B16] The first floor control section gives the port, the last one the role below.
         const auto first = std::find_if(vecRemoteMediaSession.begin(), vecRemoteMediaSession.end(),
                                         [](const MediaSession* ms) { return sdp::IsBfcp(*ms); });
         // [B15] A far end without floor control is answered with a line that has no port at all.
         if (first != vecRemoteMediaSession.end()) {
-            sdp::AppendNumber(sdp, (*first)->iPort == 0 ? 0 : MyLocalSDP.iVideoPresoControlPort);
+            sdp << ((*first)->iPort == 0 ? 0 : MyLocalSDP.iVideoPresoControlPort);
         }
     }
-    sdp += " UDP/BFCP *\r\n";
+    sdp << " UDP/BFCP *\r\n";
 }
 
-void SDPHandler::WriteFloorControl(std::string& sdp) const {
+void SDPHandler::WriteFloorControl(sdp::Writer& sdp) const {
     if (vecRemoteMediaSession.empty()) {
-        sdp += "a=floorctrl:c-s\r\n";
+        sdp << "a=floorctrl:c-s\r\n";
     }
     std::string_view role;
     for (const MediaSession* const ms : vecRemoteMediaSession) {
@@ -35,15 +36,15 @@ void SDPHandler::WriteFloorControl(std::string& sdp) const {
             role = ms->strFloorctrl == "s-only" ? "a=floorctrl:c-only\r\n" : "a=floorctrl:s-only\r\n";
         }
     }
-    sdp += role;
+    sdp << role;
     // [B17] One floor, one conference, one user: the ids are this client's constants, not the record's. Floor
     // 2 governs the stream labelled 9, the presentation.
-    sdp += "a=floorid:2 mstrm:9\r\n"
+    sdp << "a=floorid:2 mstrm:9\r\n"
            "a=confid:15\r\n"
            "a=userid:15\r\n";
 }
 
-void SDPHandler::WriteUnsupported(std::string& sdp) const {
+void SDPHandler::WriteUnsupported(sdp::Writer& sdp) const {
     // [B18] Every section beyond the number served is declined by repeating it at port 0 (RFC 3264, 6).
     for (std::size_t i = m_iMaxSupportedSessions; i < vecRemoteMediaSession.size(); ++i) {
         const MediaSession& ms = *vecRemoteMediaSession[i];
@@ -54,17 +55,13 @@ void SDPHandler::WriteUnsupported(std::string& sdp) const {
             continue;
         }
         sdp::NextWord(rest); // The port, which is replaced.
-        sdp += media;
-        sdp += " 0";
+        sdp << media << " 0";
         for (std::string_view word = sdp::NextWord(rest); !word.empty(); word = sdp::NextWord(rest)) {
-            sdp += ' ';
-            sdp += word;
+            sdp << " " << word;
         }
-        sdp += "\r\n";
+        sdp << "\r\n";
         if (!ms.strIPAddr.empty()) {
-            sdp += "c=IN IP4 ";
-            sdp += ms.strIPAddr;
-            sdp += "\r\n";
+            sdp << "c=IN IP4 " << ms.strIPAddr << "\r\n";
         }
     }
 }

@@ -5,8 +5,8 @@
 #include "SDPHandler.h"
 
 #include "SDPTables.h"
-#include "SDPText.h"
 #include "SDPWipe.h"
+#include "SDPWriter.h"
 
 namespace {
 
@@ -37,7 +37,7 @@ bool SDPHandler::UseSecureParms(SRTP_M_LINE n) const {
     return m_bSRTP && (vecRemoteMediaSession.empty() || IsRemoteSecure(n));
 }
 
-void SDPHandler::WriteCrypto(std::string& sdp, SRTP_M_LINE n) const {
+void SDPHandler::WriteCrypto(sdp::Writer& sdp, SRTP_M_LINE n) const {
     // [B22] Without a local suite there is no line, although the profile may say SAVP: the application has
     // asked for SRTP and not said which.
     if (!IsStream(n) || MyLocalSDP.cryptoAlgo[n] == sdp::CryptoParams::CRYPTO_NONE) {
@@ -54,18 +54,14 @@ void SDPHandler::WriteCrypto(std::string& sdp, SRTP_M_LINE n) const {
     }
     // [B21] The tag is the far end's (RFC 4568, 5.1.2), the suite this side's own, whatever the far end
     // offered under that tag.
-    sdp += "a=crypto:";
-    sdp::AppendNumber(sdp, iTag);
-    sdp += ' ';
+    sdp << "a=crypto:" << iTag << " ";
     for (const sdp::Suite& suite : sdp::kSuites) {
         if (suite.eProfile == MyLocalSDP.cryptoAlgo[n]) {
-            sdp += suite.strName;
+            sdp << suite.strName;
         }
     }
-    sdp += " inline:";
     std::string strKey;
     const sdp::WipedAtEnd wiped(strKey);
     GetSRTPKey(strKey, MyLocalSDP.bufSRTPKey[n], MyLocalSDP.bufSRTPSalt[n]);
-    sdp += strKey;
-    sdp += "\r\n";
+    sdp << " inline:" << strKey << "\r\n";
 }

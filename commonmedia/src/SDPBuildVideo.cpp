@@ -7,38 +7,32 @@
 
 #include "SDPTables.h"
 #include "SDPText.h"
+#include "SDPWriter.h"
 
 namespace {
 
 /// One of the two "a=fmtp:" lines. They differ in payload and in the parameters of the packetization.
-void WriteFormatParameters(std::string& sdp, std::int32_t iPayload, std::string_view levelDigits,
+void WriteFormatParameters(sdp::Writer& sdp, std::int32_t iPayload, std::string_view levelDigits,
                            const VideoParms& parms, std::string_view packetization) {
-    const auto writeLimit = [&sdp](std::string_view name, std::int32_t iValue) {
-        sdp += name;
-        sdp::AppendNumber(sdp, iValue);
-    };
-    sdp += "a=fmtp:";
-    sdp::AppendNumber(sdp, iPayload);
-    sdp += " profile-level-id=4200"; // Baseline, no constraint
-    sdp += levelDigits;
+    // Baseline profile, no constraint
+    sdp << "a=fmtp:" << iPayload << " profile-level-id=4200" << levelDigits;
     if (parms.iFmtpMaxBitRate != 0) {
-        writeLimit(";max-br=", parms.iFmtpMaxBitRate);
+        sdp << ";max-br=" << parms.iFmtpMaxBitRate;
     }
     if (parms.iFmtpMaxMbps != 0) {
-        writeLimit(";max-mbps=", parms.iFmtpMaxMbps);
+        sdp << ";max-mbps=" << parms.iFmtpMaxMbps;
     }
     if (parms.iFmtpMaxFrameSize != 0) {
         // [B12] The frame size is written odd, one higher when it is even: the far end may send one
         // macroblock more than the application asked for.
-        writeLimit(";max-fs=", parms.iFmtpMaxFrameSize | 1);
+        sdp << ";max-fs=" << (parms.iFmtpMaxFrameSize | 1);
     }
-    sdp += packetization;
-    sdp += ";level-asymmetry-allowed=1\r\n";
+    sdp << packetization << ";level-asymmetry-allowed=1\r\n";
 }
 
 } // namespace
 
-void SDPHandler::WriteVideo(std::string& sdp, const VideoParms& parms) const {
+void SDPHandler::WriteVideo(sdp::Writer& sdp, const VideoParms& parms) const {
     if (parms.eVideoCodec == 0) {
         return;
     }
@@ -48,19 +42,16 @@ void SDPHandler::WriteVideo(std::string& sdp, const VideoParms& parms) const {
     const bool fMode1 = (parms.eVideoCodec & PAYLOAD_H264) != 0;
     const bool fAnyMode = (parms.eVideoCodec & sdp::kAnyH264) != 0;
 
-    sdp += "m=video ";
-    sdp::AppendNumber(sdp, parms.iVideoRTPPort);
-    sdp += fSecure ? " RTP/SAVP " : " RTP/AVP ";
+    sdp << "m=video " << parms.iVideoRTPPort << (fSecure ? " RTP/SAVP " : " RTP/AVP ");
     if (fMode1) {
-        sdp::AppendNumber(sdp, MyLocalSDP.iVideoPayloadMode1);
+        sdp << MyLocalSDP.iVideoPayloadMode1;
     }
     // [B10] Each format brings its blank although the profile ended in one: mode 0 alone stands behind two.
     if (fAnyMode) {
-        sdp += ' ';
-        sdp::AppendNumber(sdp, MyLocalSDP.iVideoPayloadMode0);
+        sdp << " " << MyLocalSDP.iVideoPayloadMode0;
     }
     // [B23] A codec set without H.264 lists no format: the line ends behind the profile's blank.
-    sdp += "\r\n";
+    sdp << "\r\n";
     if (fMode1) {
         // [B11] Bandwidth and keys belong to mode 1. A section of mode 0 alone says SAVP and carries neither.
         WriteBandwidthTIAS(sdp, true);
@@ -82,49 +73,31 @@ void SDPHandler::WriteVideo(std::string& sdp, const VideoParms& parms) const {
     WriteContent(sdp, parms.eVideoType);
 }
 
-void SDPHandler::WriteLabel(std::string& sdp, VIDEOTYPE v) const {
-    sdp += "a=label:";
+void SDPHandler::WriteLabel(sdp::Writer& sdp, VIDEOTYPE v) const {
+    sdp << "a=label:";
     if (v == VIDEOTYPE_PRESO) {
-        sdp += "9\r\n";
+        sdp << "9\r\n";
     } else if (v == VIDEOTYPE_MAIN) {
-        sdp += "8\r\n";
+        sdp << "8\r\n";
     }
     // [B09] A stream without a role leaves the bare prefix, here and in the content line.
 }
 
-void SDPHandler::WriteContent(std::string& sdp, VIDEOTYPE v) const {
-    sdp += "a=content:";
+void SDPHandler::WriteContent(sdp::Writer& sdp, VIDEOTYPE v) const {
+    sdp << "a=content:";
     if (v == VIDEOTYPE_PRESO) {
-        sdp += "slides\r\n";
+        sdp << "slides\r\n";
     } else if (v == VIDEOTYPE_MAIN) {
-        sdp += "main\r\n";
+        sdp << "main\r\n";
     }
 }
 
-void SDPHandler::WriteH264Profile(std::string& sdp, const VideoParms& parms) const {
+void SDPHandler::WriteH264Profile(sdp::Writer& sdp, const VideoParms& parms) const {
     WriteFormatParameters(sdp, MyLocalSDP.iVideoPayloadMode1, ReverseConvertVideoLevel(parms.strVideoLevel),
                           parms, ";packetization-mode=1;max-rcmd-nalu-size=32000");
 }
 
-void SDPHandler::WriteH264ProfilePacketization0(std::string& sdp, const VideoParms& parms) const {
+void SDPHandler::WriteH264ProfilePacketization0(sdp::Writer& sdp, const VideoParms& parms) const {
     WriteFormatParameters(sdp, MyLocalSDP.iVideoPayloadMode0, ReverseConvertVideoLevel(parms.strVideoLevel),
                           parms, ";packetization-mode=0;max-rcmd-nalu-size=0");
-}
-
-std::string SDPHandler::AddVideo(const VideoParms& parms) const {
-    std::string sdp;
-    WriteVideo(sdp, parms);
-    return sdp;
-}
-
-std::string SDPHandler::AddH264Profile(const VideoParms& parms) const {
-    std::string sdp;
-    WriteH264Profile(sdp, parms);
-    return sdp;
-}
-
-std::string SDPHandler::AddH264ProfilePacketization0(const VideoParms& parms) const {
-    std::string sdp;
-    WriteH264ProfilePacketization0(sdp, parms);
-    return sdp;
 }

@@ -53,8 +53,7 @@ void SDPHandler::ProcessLine(std::string_view SDPLine) {
         {"a=userid:", &SDPHandler::ProcessBfcpUserid},       // a=userid:15
         {"a=", &SDPHandler::ParseDirectionalAttribute},      // a=sendrecv, and every other attribute
     };
-    static_assert(sdp::AreKeywords(kRows));
-    if (const Row* const row = sdp::FirstKeyword(SDPLine, kRows)) {
+    if (const Row* const row = sdp::FirstKeyword<kRows>(SDPLine)) {
         (this->*row->process)(SDPLine);
     }
 }

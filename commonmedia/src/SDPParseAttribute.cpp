@@ -30,11 +30,10 @@ void SDPHandler::ProcessContent(std::string_view SDPLine) {
         {"a=content:main", VIDEOTYPE_MAIN},
         {"a=content:slides", VIDEOTYPE_PRESO},
     };
-    static_assert(sdp::AreKeywords(kRows));
     if (vecRemoteMediaSession.empty() || vecRemoteMediaSession.back()->eMedia != MEDIA_VIDEO) {
         return;
     }
-    if (const Row* const row = sdp::FirstKeyword(SDPLine, kRows)) {
+    if (const Row* const row = sdp::FirstKeyword<kRows>(SDPLine)) {
         vecRemoteMediaSession.back()->eContent = row->eContent;
     }
 }
@@ -44,7 +43,7 @@ void SDPHandler::ParseDirectionalAttribute(std::string_view SDPLine) {
         return;
     }
     // [P14] The flags are this side's: what the far end sends this side receives, and the other way round.
-    if (const sdp::Direction* const direction = sdp::FirstKeyword(SDPLine, sdp::kDirections)) {
+    if (const sdp::Direction* const direction = sdp::FirstKeyword<sdp::kDirections>(SDPLine)) {
         vecRemoteMediaSession.back()->fSend = direction->fReceives;
         vecRemoteMediaSession.back()->fRecv = direction->fSends;
     }

@@ -24,14 +24,6 @@ constexpr Media kMedia[] = {
     {"m=application", MEDIA_APPLICATION, VIDEOTYPE_UNKNOWN},
 };
 
-std::size_t CountWords(std::string_view text) {
-    std::size_t count = 0;
-    while (!sdp::NextWord(text).empty()) {
-        ++count;
-    }
-    return count;
-}
-
 } // namespace
 
 void SDPHandler::ProcessMedia(std::string_view SDPLine) {
@@ -39,10 +31,10 @@ void SDPHandler::ProcessMedia(std::string_view SDPLine) {
     const std::string_view media = sdp::NextWord(rest);
     const std::string_view port = sdp::NextWord(rest);
     sdp::NextWord(rest); // The transport is not examined; it lives on in strFullMLine.
-    const std::size_t formats = CountWords(rest);
+    std::string_view format = sdp::NextWord(rest);
     // [P05] Without a format the line opens nothing, and the lines behind it still belong to the section
     // before it.
-    if (formats == 0) {
+    if (format.empty()) {
         return;
     }
     // The handler owns the section before it is filled: whatever fails from here on, nothing leaks.
@@ -60,11 +52,12 @@ void SDPHandler::ProcessMedia(std::string_view SDPLine) {
         }
     }
     ms->iPort = sdp::Number(port);
-    ms->vecRtpMap.reserve(formats);
-    for (std::string_view format = sdp::NextWord(rest); !format.empty(); format = sdp::NextWord(rest)) {
-        auto rm = std::make_unique<RtpMap>();
-        rm->strPayload = format;
-        ms->vecRtpMap.push_back(rm.release());
+    constexpr std::size_t usualFormat = 3; // two digits and a blank
+    ms->vecRtpMap.reserve(1 + rest.size() / usualFormat);
+    for (; !format.empty(); format = sdp::NextWord(rest)) {
+        std::unique_ptr<RtpMap> rm(new RtpMap{std::string(format), {}, {}});
+        ms->vecRtpMap.push_back(rm.get());
+        rm.release();
     }
 }
 

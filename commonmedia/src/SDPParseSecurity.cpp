@@ -73,12 +73,11 @@ void SDPHandler::ProcessICEFragPwd(std::string_view SDPLine) {
         {"a=ice-ufrag", &MediaSession::striceufrag}, // a=ice-ufrag:F7gI
         {"a=ice-pwd", &MediaSession::stricepwd},     // a=ice-pwd:x9cml/YzichV2+XlhiMu8g
     };
-    static_assert(sdp::AreKeywords(kRows));
     if (vecRemoteMediaSession.empty()) {
         return;
     }
     // [P13] The value is the whole line, as the ICE agent takes it.
-    if (const Row* const row = sdp::FirstKeyword(SDPLine, kRows)) {
+    if (const Row* const row = sdp::FirstKeyword<kRows>(SDPLine)) {
         vecRemoteMediaSession.back()->*row->field = SDPLine;
     }
 }

@@ -67,7 +67,6 @@ inline constexpr Direction kDirections[] = {
     {"a=recvonly", false, true},
     {"a=sendrecv", true, true},
 };
-static_assert(AreKeywords(kDirections));
 
 /// Which remote section belongs to a stream, in the order of SRTP_M_LINE.
 struct StreamMatch {

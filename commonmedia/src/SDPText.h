@@ -3,13 +3,14 @@
 // Test: tests/unit/SDPTextTest.cpp
 #pragma once
 
-#include <charconv>
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <optional>
-#include <string>
 #include <string_view>
+#include <utility>
 
 namespace sdp {
 
@@ -82,14 +83,6 @@ inline std::int32_t Number(std::string_view text) {
     return Narrow(fNegative ? 0 - magnitude : magnitude);
 }
 
-/// Appends the decimal text of a number.
-template <typename Integer>
-void AppendNumber(std::string& text, Integer number) {
-    char digits[std::numeric_limits<Integer>::digits10 + 3];
-    const std::to_chars_result end = std::to_chars(digits, digits + sizeof digits, number);
-    text.append(digits, end.ptr);
-}
-
 /// True when FirstKeyword can search for every row of the table: each keyword is a letter and "=" at least.
 template <typename Row, std::size_t N>
 constexpr bool AreKeywords(const Row (&table)[N]) {
@@ -101,22 +94,36 @@ constexpr bool AreKeywords(const Row (&table)[N]) {
     return true;
 }
 
+/// The first row whose keyword stands at the start of `here`; the number of rows when none does. Spelled out
+/// row by row when the program is compiled, so that each comparison has a constant to compare with.
+template <const auto& kTable, std::size_t... kRow>
+std::size_t RowAtStart(std::string_view here, std::index_sequence<kRow...> /*rows*/) {
+    std::size_t row = 0;
+    static_cast<void>(((StartsWith(here, kTable[kRow].keyword) || ++row == 0) || ...));
+    return row;
+}
+
+template <const auto& kTable, std::size_t... kRow>
+bool IsFirstLetter(char c, std::index_sequence<kRow...> /*rows*/) {
+    return ((c == kTable[kRow].keyword[0]) || ...);
+}
+
 /// The first row of the table, in table order, whose keyword occurs anywhere in the line; null for none.
 /// Every keyword has its "=" in second place, so the line's "=" signs are the only places to look, and one
 /// pass over them replaces a substring search per row.
-template <typename Row, std::size_t N>
-const Row* FirstKeyword(std::string_view line, const Row (&table)[N]) {
-    std::size_t best = N;
+template <const auto& kTable>
+auto FirstKeyword(std::string_view line) -> decltype(&kTable[0]) {
+    static_assert(AreKeywords(kTable));
+    constexpr std::size_t rows = std::size(kTable);
+    constexpr auto indices = std::make_index_sequence<rows>();
+    std::size_t best = rows;
     for (std::size_t at = line.find('=', 1); at != std::string_view::npos && best > 0;
          at = line.find('=', at + 1)) {
-        const std::string_view here = line.substr(at - 1);
-        for (std::size_t row = 0; row < best; ++row) {
-            if (StartsWith(here, table[row].keyword)) {
-                best = row;
-            }
+        if (IsFirstLetter<kTable>(line[at - 1], indices)) {
+            best = std::min(best, RowAtStart<kTable>(line.substr(at - 1), indices));
         }
     }
-    return best == N ? nullptr : &table[best];
+    return best == rows ? nullptr : &kTable[best];
 }
 
 } // namespace sdp
