@@ -30,8 +30,7 @@ public:
     Writer& operator=(const Writer&) = delete;
 
     Writer& operator<<(std::string_view piece) {
-        std::memcpy(Room(piece.size()), piece.data(), piece.size());
-        m_length += piece.size();
+        m_length += piece.copy(Room(piece.size()), piece.size());
         return *this;
     }
 
