@@ -32,16 +32,16 @@ void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
     std::string_view rest = SDPLine;
     const std::string_view first = sdp::NextWord(rest);
     const std::string_view name = sdp::NextWord(rest);
-    const std::string_view key = sdp::NextWord(rest);
-    const std::size_t colon = first.find(':');
-    // [G02] The tag stands behind a ":" of the first word; a line without one has none and is dropped whole.
-    if (key.empty() || colon == std::string_view::npos) {
-        return;
-    }
     // [P10] Lines of the two 80-bit suites are skipped, tag and key included: a far end that offers nothing
     // else is answered as not secure.
     const sdp::Suite* const suite = FindSuite(name);
     if (suite != nullptr && !suite->fRead) {
+        return;
+    }
+    const std::string_view key = sdp::NextWord(rest);
+    const std::size_t colon = first.find(':');
+    // [G02] The tag stands behind a ":" of the first word; a line without one has none and is dropped whole.
+    if (key.empty() || colon == std::string_view::npos) {
         return;
     }
     MediaSession* const ms = vecRemoteMediaSession.back();

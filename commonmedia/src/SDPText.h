@@ -21,17 +21,12 @@ constexpr bool IsBlank(char c) {
 
 /// Cuts the next word, free of white space, off the front of `rest`. Empty when no word is left.
 inline std::string_view NextWord(std::string_view& rest) {
-    std::size_t begin = 0;
-    while (begin < rest.size() && IsBlank(rest[begin])) {
-        ++begin;
-    }
-    std::size_t end = begin;
-    while (end < rest.size() && !IsBlank(rest[end])) {
-        ++end;
-    }
-    const std::string_view word = rest.substr(begin, end - begin);
-    rest.remove_prefix(end);
-    return word;
+    const auto blank = [](char c) { return IsBlank(c); };
+    const char* const end = rest.data() + rest.size();
+    const char* const begin = std::find_if_not(rest.data(), end, blank);
+    const char* const wordEnd = std::find_if(begin, end, blank);
+    rest.remove_prefix(static_cast<std::size_t>(wordEnd - rest.data()));
+    return {begin, static_cast<std::size_t>(wordEnd - begin)};
 }
 
 constexpr bool StartsWith(std::string_view text, std::string_view start) {
