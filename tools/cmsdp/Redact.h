@@ -1,0 +1,36 @@
+// SRTP keys are live: whoever has the text of a call has its sound and picture, and texts end up in reports.
+//
+// Tests: tests/tool/RedactTest.cpp
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace cmsdp {
+
+/// The text with its keys hidden. The rest of a word behind "inline:" becomes "***", in any letter case, and
+/// so does the third word of an "a=crypto:" attribute without it, because seven characters of that word are
+/// skipped unread (RFC 4568, 9.1 calls for "inline:" there).
+std::string Redact(std::string_view text);
+
+/// Hides keys in everything that one run shows, and remembers whether there was anything to hide.
+class Secrets {
+public:
+    explicit Secrets(bool show) : m_show(show) {}
+
+    /// The text as it may be shown.
+    std::string Hide(std::string_view text);
+    /// A key text as it may be shown: itself or "***".
+    std::string HideKey(std::string_view key);
+    /// True when something was hidden so far.
+    bool hidden() const { return m_hidden; }
+
+private:
+    bool m_show;
+    bool m_hidden = false;
+};
+
+/// What to tell a user whose keys were hidden.
+extern const char* const kHiddenNote;
+
+} // namespace cmsdp
