@@ -1,0 +1,42 @@
+// What one side can do: the application's LocalSDP, the handler's switches, and their JSON form.
+//
+// The JSON form has a member for every field. A member that is left out keeps its built-in value; a member
+// that is not known, or has a value that its field cannot hold, is an error. Wherever a name stands for a
+// number (codec, suite, role), the number itself may stand too, so that every record can be written down.
+//
+// Tests: tests/tool/CapabilitiesTest.cpp
+#pragma once
+
+#include "SDP.h"
+#include "SDPHandler.h"
+
+#include <array>
+#include <string>
+
+namespace cmsdp {
+
+/// One side of a call before it begins.
+struct Capabilities {
+    LocalSDP local;
+    bool srtp = false;                              ///< SDPHandler::m_bSRTP
+    bool floorControl = false;                      ///< SDPHandler::SetBfcpSupport
+    std::array<bool, baseSDP::SRTP_MAX> keyGiven{}; ///< the local file gives this stream's key
+};
+
+/// Four audio codecs, H.264 in both packetization modes, presentation with floor control, SRTP off.
+Capabilities BuiltInCapabilities();
+
+/// The built-in set, changed by the JSON text. `name` stands in front of every message. Throws
+/// ToolError(kLocalFile) with the JSON path, what was expected, what was found and how to mend it.
+Capabilities ParseCapabilities(const std::string& json, const std::string& name);
+
+/// ParseCapabilities of a file; with SRTP on, each stream that has a suite and no key then gets a random key.
+Capabilities ReadCapabilities(const std::string& file);
+
+/// Every member, in a fixed order. Keys are never part of it.
+std::string CapabilitiesJson(const Capabilities& capabilities);
+
+/// Hands everything to a handler that has not been used yet.
+void Prepare(SDPHandler& handler, const Capabilities& capabilities);
+
+} // namespace cmsdp

@@ -1,0 +1,78 @@
+// The members of the capability file, each once for both directions: a reader and a writer visit them.
+//
+// A visitor has these members; `value` is read by the writer and changed by the reader:
+//   Schema(text)              Object(name, visitor of its members)
+//   Text(name, string)        Number(name, int32)          Flag(name, bool)
+//   Named(name, enum, table)  CodecSet(name, set)          CodecList(name, list)
+//   Key(name, capabilities, stream)
+//
+// Tests: tests/tool/CapabilitiesTest.cpp
+#pragma once
+
+#include "Capabilities.h"
+#include "Names.h"
+
+namespace cmsdp {
+
+constexpr const char* kCapabilitiesSchema = "cmsdp.capabilities/1";
+
+template <typename Visitor>
+void VisitKey(Visitor& v, Capabilities& c, baseSDP::SRTP_M_LINE stream) {
+    v.Named("suite", c.local.cryptoAlgo[stream], SuiteNames());
+    v.Key("key", c, stream);
+}
+
+// The last object holds what a description of the far end fills in. No local description says any of it;
+// it is listed because the record has it.
+template <typename Visitor>
+void VisitVideo(Visitor& v, Capabilities& c, VideoParms& video, baseSDP::SRTP_M_LINE stream) {
+    v.Number("port", video.iVideoRTPPort);
+    v.CodecSet("codecs", video.eVideoCodec);
+    v.Named("role", video.eVideoType, RoleNames());
+    v.Text("level", video.strVideoLevel);
+    v.Number("max_macroblocks_per_s", video.iFmtpMaxMbps);
+    v.Number("max_frame_macroblocks", video.iFmtpMaxFrameSize);
+    v.Number("max_bit_rate_x1000_bit_per_s", video.iFmtpMaxBitRate);
+    VisitKey(v, c, stream);
+    v.Object("far_end", [&] {
+        v.Text("address", video.strVideoIPAddr);
+        v.Number("payload_type", video.iVideoPayload);
+        v.Number("packetization_mode", video.iFmtpPacketizationMode);
+        v.Flag("sends", video.fVideoSend);
+        v.Flag("receives", video.fVideoRecv);
+        v.Flag("valid", video.fIsVideoValid);
+    });
+}
+
+template <typename Visitor>
+void VisitCapabilities(Visitor& v, Capabilities& c) {
+    LocalSDP& local = c.local;
+    v.Schema(kCapabilitiesSchema);
+    v.Text("default_address", local.strDefaultIPAddr);
+    v.Text("origin_address", local.strMyIPAddr);
+    v.Text("origin_extension", local.strOExtension);
+    v.Number("max_bandwidth_bit_per_s", local.iMaxBandwidth);
+    v.Flag("srtp", c.srtp);
+    v.Object("audio", [&] {
+        v.Number("port", local.iAudioRTPPort);
+        v.CodecSet("codecs", local.eAudioCodec);
+        v.CodecList("priority", local.listAudioCodecPriority);
+        VisitKey(v, c, baseSDP::SRTP_AUDIO);
+    });
+    v.Object("video", [&] {
+        v.Number("payload_type_mode_1", local.iVideoPayloadMode1);
+        v.Number("payload_type_mode_0", local.iVideoPayloadMode0);
+        v.Flag("muted", local.fVideoTxMuted);
+        v.Object("main", [&] { VisitVideo(v, c, local.m_VideoMain, baseSDP::SRTP_VIDEO); });
+        v.Object("presentation", [&] { VisitVideo(v, c, local.m_VideoPreso, baseSDP::SRTP_VIDEO_PRESO); });
+    });
+    v.Object("floor_control", [&] {
+        v.Flag("enabled", c.floorControl);
+        v.Number("port", local.iVideoPresoControlPort);
+        v.Number("conference_id", local.iBfcpConfid);
+        v.Number("user_id", local.iBfcpUserid);
+        v.Flag("far_end_is_server", local.fBfcpIsServer);
+    });
+}
+
+} // namespace cmsdp
