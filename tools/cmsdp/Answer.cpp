@@ -1,0 +1,37 @@
+// cmsdp answer: what do we answer to this offer?
+//
+// Tests: tests/tool/AnswerTest.cpp
+#include "Redact.h"
+#include "RemoteText.h"
+#include "Report.h"
+#include "Verbs.h"
+
+namespace cmsdp {
+
+Outcome RunAnswer(const CommandLine& line, const Screen& screen) {
+    const Capabilities side = SideOf(line.local);
+    Outcome outcome;
+    const std::string offer = ReadRemoteText(line.remote, line.exact, outcome.notes);
+    SDPHandler handler;
+    Prepare(handler, side);
+    const Report report = ReadInto(handler, side, offer);
+    if (handler.IsOffer()) {
+        // The handler would write an offer of its own now, which is not what was asked for.
+        outcome.status = kNothingNegotiated;
+        outcome.notes.emplace_back("nothing was negotiated: the offer has no media line with a port, a "
+                                   "transport and a format, so there is nothing to answer");
+        return outcome;
+    }
+    Secrets secrets(line.showSecrets);
+    outcome.text = DescriptionFor(screen, secrets.Hide(handler.GetLocalSDP()));
+    if (secrets.hidden()) {
+        outcome.notes.emplace_back(kHiddenNote);
+    }
+    if (!AnythingNegotiated(report)) {
+        outcome.status = kNothingNegotiated;
+        outcome.notes.push_back(secrets.Hide(WhyNothing(report)));
+    }
+    return outcome;
+}
+
+} // namespace cmsdp

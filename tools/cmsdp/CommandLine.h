@@ -1,0 +1,28 @@
+// The words that the user typed.
+//
+// Tests: tests/tool/StatusTest.cpp, HelpTest.cpp
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace cmsdp {
+
+enum class Verb { kHelp, kOffer, kAnswer, kInspect, kCall, kCapabilities };
+
+struct CommandLine {
+    Verb verb = Verb::kHelp;
+    std::string help; ///< kHelp: the text to print
+    std::optional<std::string> local;
+    std::optional<std::string> offerer;
+    std::optional<std::string> answerer;
+    std::string remote = "-"; ///< a file, or "-" for standard input
+    bool exact = false;
+    bool json = false;
+    bool showSecrets = false;
+};
+
+/// Throws ToolError(kUsage) for words that make no command.
+CommandLine ParseCommandLine(int argc, const char* const* argv);
+
+} // namespace cmsdp

@@ -1,0 +1,141 @@
+// Written by hand: generated texts list options first, and nobody learns a command from its options.
+//
+// Tests: tests/tool/HelpTest.cpp
+#include "Help.h"
+
+namespace cmsdp {
+
+const char* const kVersion = "cmsdp 0.1.0";
+
+const char* const kHelp = R"(Example:
+  cmsdp inspect offer.sdp          what did they offer, and what comes of it?
+  cmsdp answer offer.sdp           what do we answer?
+
+Usage: cmsdp VERB [OPTIONS]
+
+Session descriptions of a video-calling client (RFC 4566, RFC 3264).
+
+Verbs; cmsdp VERB --help tells more:
+  offer            write the local offer
+  answer           read a remote offer, write the answer
+  inspect          read a remote description, show what the media engine
+                   would start with and why it would start without the rest
+  call             let two sides negotiate with each other
+  capabilities     write what this side can do as JSON, to be edited and
+                   given back with --local
+
+Options:
+  -h, --help       this text
+  --version        the version
+
+Exit status:
+  0  done
+  1  done, and nothing was negotiated
+  2  the command line is wrong
+  3  the remote text cannot be read or holds no SDP line
+  4  the local file is wrong
+  5  the machine failed: output, memory or random numbers
+)";
+
+const char* const kOfferHelp = R"(Example:
+  cmsdp offer > offer.sdp
+  cmsdp capabilities > me.json     edit me.json, then:
+  cmsdp offer --local me.json
+
+Usage: cmsdp offer [--local FILE] [--show-secrets]
+
+Writes the local offer to standard output; lines end in CR LF.
+
+Options:
+  --local FILE     what this side can do, as JSON; see cmsdp capabilities.
+                   Without it: all audio codecs, H.264, presentation, no SRTP
+  --show-secrets   write SRTP keys; without it they stand as inline:***
+  -h, --help       this text
+
+Exit status 1: no stream is offered, or there is no address to offer.
+)";
+
+const char* const kAnswerHelp = R"(Example:
+  cmsdp answer offer.sdp > answer.sdp
+  xclip -o | cmsdp answer --local me.json
+
+Usage: cmsdp answer [--local FILE] [--exact] [--show-secrets] [REMOTE]
+
+Reads a remote offer and writes the answer to standard output; lines end in
+CR LF.
+
+  REMOTE           file with the offer; - or nothing for standard input; at
+                   most 16 MiB
+
+Options:
+  --local FILE     what this side can do, as JSON; see cmsdp capabilities
+  --exact          take REMOTE byte for byte. Without it a bare LF is read as
+                   CR LF, a missing last line end is added and a byte-order
+                   mark is dropped, each with a note on standard error
+  --show-secrets   write SRTP keys; without it they stand as inline:***
+  -h, --help       this text
+
+Exit status 1: an answer was written where one is due, and no stream came up.
+)";
+
+const char* const kInspectHelp = R"(Example:
+  cmsdp inspect offer.sdp
+  cmsdp inspect --json offer.sdp | jq .main_video.why
+
+Usage: cmsdp inspect [--local FILE] [--json] [--exact] [--show-secrets]
+                     [REMOTE]
+
+Reads a remote offer or answer and shows what the media engine would start
+with: each stream with codec, address and direction as seen from this side,
+and for a stream that did not come up the reason why.
+
+  REMOTE           file with the description; - or nothing for standard
+                   input; at most 16 MiB
+
+Options:
+  --local FILE     what this side can do, as JSON; see cmsdp capabilities
+  --json           JSON in place of the table
+  --exact          take REMOTE byte for byte. Without it a bare LF is read as
+                   CR LF, a missing last line end is added and a byte-order
+                   mark is dropped, each with a note on standard error
+  --show-secrets   show SRTP keys; without it they stand as ***
+  -h, --help       this text
+
+Exit status 1: no stream came up. Colour needs a terminal; NO_COLOR=1 turns
+it off.
+)";
+
+const char* const kCallHelp = R"(Example:
+  cmsdp call
+  cmsdp call --offerer alice.json --answerer bob.json
+
+Usage: cmsdp call [--offerer FILE] [--answerer FILE] [--show-secrets]
+
+Lets two sides negotiate: writes the offer, the answer, and what each media
+engine would start with, side by side.
+
+Options:
+  --offerer FILE   what the offering side can do, as JSON; see
+                   cmsdp capabilities
+  --answerer FILE  what the answering side can do
+  --show-secrets   show SRTP keys; without it they stand as ***
+  -h, --help       this text
+
+Exit status 1: no stream came up on one of the sides.
+)";
+
+const char* const kCapabilitiesHelp = R"(Example:
+  cmsdp capabilities > me.json     edit me.json, then:
+  cmsdp offer --local me.json
+
+Usage: cmsdp capabilities
+
+Writes what this side can do as JSON, every member present. The file goes back
+in with --local, --offerer and --answerer; a member that is left out keeps the
+value shown here. SRTP keys are null: a key is made where SRTP needs one.
+
+Options:
+  -h, --help       this text
+)";
+
+} // namespace cmsdp

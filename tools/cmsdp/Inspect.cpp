@@ -1,0 +1,33 @@
+// cmsdp inspect: what would the media engine start with, and why without the rest?
+//
+// Tests: tests/tool/InspectTest.cpp, InspectJsonTest.cpp
+#include "RemoteText.h"
+#include "ReportJson.h"
+#include "ReportTable.h"
+#include "Verbs.h"
+
+namespace cmsdp {
+
+Outcome RunInspect(const CommandLine& line, const Screen& screen) {
+    constexpr std::size_t width = 61;
+    const Capabilities side = SideOf(line.local);
+    Outcome outcome;
+    const std::string remote = ReadRemoteText(line.remote, line.exact, outcome.notes);
+    SDPHandler handler;
+    Prepare(handler, side);
+    const Report report = ReadInto(handler, side, remote);
+
+    Secrets secrets(line.showSecrets);
+    outcome.text = line.json ? ReportJson(report, secrets)
+                             : RenderTable({}, ReportBlocks(report, secrets), width, screen.colour);
+    if (!AnythingNegotiated(report)) {
+        outcome.status = kNothingNegotiated;
+        outcome.notes.push_back(secrets.Hide(WhyNothing(report)));
+    }
+    if (secrets.hidden()) {
+        outcome.notes.emplace_back(kHiddenNote);
+    }
+    return outcome;
+}
+
+} // namespace cmsdp

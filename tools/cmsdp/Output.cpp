@@ -1,0 +1,65 @@
+// Writes with the system call: a buffered stream can lose its error when the process ends.
+//
+// Tests: tests/tool/OutputTest.cpp
+#include "Output.h"
+
+#include "Redact.h"
+#include "Visible.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <unistd.h>
+
+namespace cmsdp {
+
+namespace {
+
+// The error of the write, or 0.
+int WriteAll(int file, const std::string& text) {
+    std::size_t done = 0;
+    while (done < text.size()) {
+        const ssize_t count = write(file, text.data() + done, text.size() - done);
+        if (count < 0 && errno != EINTR) {
+            return errno;
+        }
+        done += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+    return 0;
+}
+
+bool IsSet(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
+} // namespace
+
+Screen LookAtScreen() {
+    Screen screen;
+    screen.terminal = isatty(STDOUT_FILENO) != 0;
+    const char* const term = std::getenv("TERM");
+    const bool dumb = term == nullptr || std::strcmp(term, "dumb") == 0;
+    screen.colour = screen.terminal && !dumb && !IsSet("NO_COLOR");
+    return screen;
+}
+
+void WriteOutput(const std::string& text) {
+    if (text.empty()) {
+        return;
+    }
+    int error = WriteAll(STDOUT_FILENO, text);
+    if (error == 0 && close(STDOUT_FILENO) != 0) {
+        error = errno;
+    }
+    if (error != 0) {
+        throw ToolError(kFailed, std::string("standard output cannot be written: ") + std::strerror(error));
+    }
+}
+
+void Complain(const std::string& message) {
+    // When standard error cannot be written either, the exit status is all that is left to say.
+    static_cast<void>(WriteAll(STDERR_FILENO, "cmsdp: " + Visible(Redact(message)) + "\n"));
+}
+
+} // namespace cmsdp

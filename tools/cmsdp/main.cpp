@@ -1,0 +1,59 @@
+// The command cmsdp: reads the command line, runs one verb, writes its result. Everything that a user or a
+// far end can do wrong ends here as one line on standard error and an exit status.
+//
+// Tests: tests/tool/StatusTest.cpp
+#include "CommandLine.h"
+#include "Output.h"
+#include "Verbs.h"
+
+#include <csignal>
+#include <exception>
+#include <new>
+#include <unistd.h>
+
+namespace {
+
+cmsdp::Outcome Run(const cmsdp::CommandLine& line) {
+    const cmsdp::Screen screen = cmsdp::LookAtScreen();
+    if ((line.verb == cmsdp::Verb::kAnswer || line.verb == cmsdp::Verb::kInspect) && line.remote == "-" &&
+        isatty(STDIN_FILENO) != 0) {
+        cmsdp::Complain("reading the description from the terminal; Ctrl-D ends it");
+    }
+    switch (line.verb) {
+    case cmsdp::Verb::kOffer:
+        return cmsdp::RunOffer(line, screen);
+    case cmsdp::Verb::kAnswer:
+        return cmsdp::RunAnswer(line, screen);
+    case cmsdp::Verb::kInspect:
+        return cmsdp::RunInspect(line, screen);
+    case cmsdp::Verb::kCall:
+        return cmsdp::RunCall(line, screen);
+    case cmsdp::Verb::kCapabilities:
+        return cmsdp::RunCapabilities();
+    default:
+        return {line.help, {}, cmsdp::kDone};
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    // A reader that went away shall be an error of the write, which has a message and a status.
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    try {
+        const cmsdp::Outcome outcome = Run(cmsdp::ParseCommandLine(argc, argv));
+        cmsdp::WriteOutput(outcome.text);
+        for (const std::string& note : outcome.notes) {
+            cmsdp::Complain(note);
+        }
+        return outcome.status;
+    } catch (const cmsdp::ToolError& error) {
+        cmsdp::Complain(error.what());
+        return error.status();
+    } catch (const std::bad_alloc&) {
+        cmsdp::Complain("there is not enough memory");
+    } catch (const std::exception& error) {
+        cmsdp::Complain(error.what());
+    }
+    return cmsdp::kFailed;
+}
