@@ -1,0 +1,297 @@
+// MediaSession and RtpMap: the state of a new section, who owns the payload entries, and the dump.
+#include "SDP.h"
+
+#include "Expect.h"
+#include "RecordSamples.h"
+
+#include <memory>
+#include <string>
+
+namespace {
+
+using samples::InDirtyMemory;
+
+// One dump line longer than the dump's buffer takes, cut where the buffer ends.
+std::string Repeated(std::size_t count) {
+    return std::string(count, 'x');
+}
+
+TEST(SDPSection, NewSectionIsOpenInBothDirectionsAndOtherwiseEmpty) {
+    InDirtyMemory<MediaSession> section;
+    EXPECT_EQ(section->eMedia, MEDIA_UNKNOWN);
+    EXPECT_EQ(section->eContent, VIDEOTYPE_UNKNOWN);
+    EXPECT_EQ(section->iPort, 0);
+    EXPECT_EQ(section->strIPAddr, "");
+    EXPECT_TRUE(section->vecRtpMap.empty());
+    EXPECT_TRUE(section->fSend);
+    EXPECT_TRUE(section->fRecv);
+    EXPECT_EQ(section->strFullMLine, "");
+    EXPECT_EQ(section->strVideoLevel, "");
+    EXPECT_EQ(section->strMaxBandwidth, "");
+    EXPECT_EQ(section->cryptoAlgo, samples::CryptoParams::CRYPTO_NONE);
+    EXPECT_EQ(section->strBase64Key, "");
+    EXPECT_EQ(section->iBfcpConfid, 0);
+    EXPECT_EQ(section->iBfcpUserid, 0);
+    EXPECT_EQ(section->iBfcpFloorid, 0);
+    EXPECT_EQ(section->strFloorctrl, "");
+    EXPECT_EQ(section->striceufrag, "");
+    EXPECT_EQ(section->stricepwd, "");
+    EXPECT_TRUE(section->vecCandidate.empty());
+}
+
+TEST(SDPSection, FieldsThatNoLineHasSetYetAreZero) {
+    InDirtyMemory<MediaSession> section;
+    EXPECT_EQ(section->iVideoLabel, 0);
+    EXPECT_EQ(section->iCryptoTag, 0);
+    for (const unsigned char byte : section->bufSRTPKey) {
+        EXPECT_EQ(int{byte}, 0);
+    }
+    for (const unsigned char byte : section->bufSRTPSalt) {
+        EXPECT_EQ(int{byte}, 0);
+    }
+}
+
+TEST(SDPSection, NewPayloadEntryIsEmpty) {
+    const RtpMap entry;
+    EXPECT_EQ(entry.strPayload, "");
+    EXPECT_EQ(entry.strEncodingName, "");
+    EXPECT_TRUE(entry.vecFmtpParms.empty());
+}
+
+TEST(SDPSection, DestroyingASectionLeavesItsPayloadEntriesAlive) {
+    const std::unique_ptr<RtpMap> entry(new RtpMap);
+    entry->strPayload = "96";
+    entry->vecFmtpParms = {"a=1", "b=2"};
+    {
+        MediaSession section;
+        section.vecRtpMap.push_back(entry.get());
+    }
+    // Reading the entry, and freeing it here, is sound only while the section did neither.
+    EXPECT_EQ(entry->strPayload, "96");
+    EXPECT_EQ(entry->vecFmtpParms, (std::vector<std::string>{"a=1", "b=2"}));
+}
+
+TEST(SDPSection, DumpOfANewSectionBeginsWithItsContent) {
+    const MediaSession section;
+    EXPECT_TEXT(section.ToDiag(), "eContent: 100\n"
+                                  "iPort: 0\n"
+                                  "strIPAddr: \n"
+                                  "fRecv: true\n"
+                                  "fSend: true\n"
+                                  "strVideoLevel: \n"
+                                  "strMaxBandwidth: \n"
+                                  "iBfcpConfid: 0\n"
+                                  "iBfcpUserid: 0\n"
+                                  "strFloorctrl: \n"
+                                  "\n\n");
+}
+
+TEST(SDPSection, DumpOfAnAudioSectionWithoutAddressHasNoMediaLine) {
+    MediaSession section;
+    section.eMedia = MEDIA_AUDIO;
+    section.iPort = 5000;
+    EXPECT_TEXT(section.ToDiag(), "eContent: 100\n"
+                                  "iPort: 5000\n"
+                                  "strIPAddr: \n"
+                                  "fRecv: true\n"
+                                  "fSend: true\n"
+                                  "strVideoLevel: \n"
+                                  "strMaxBandwidth: \n"
+                                  "iBfcpConfid: 0\n"
+                                  "iBfcpUserid: 0\n"
+                                  "strFloorctrl: \n"
+                                  "\n\n");
+}
+
+TEST(SDPSection, DumpShowsEveryDumpedFieldInOrder) {
+    RtpMap mode1;
+    mode1.strPayload = "97";
+    mode1.strEncodingName = "H264/90000";
+    mode1.vecFmtpParms = {"profile-level-id=42801f", " packetization-mode=1"};
+    RtpMap bare;
+    bare.strPayload = "126";
+    MediaSession section;
+    section.eMedia = MEDIA_VIDEO;
+    section.eContent = VIDEOTYPE_PRESO;
+    section.iPort = 5002;
+    section.strIPAddr = "192.0.2.10";
+    section.vecRtpMap = {&mode1, &bare};
+    section.fSend = false;
+    section.fRecv = true;
+    section.strFullMLine = "m=video 5002 RTP/SAVP 97 126";
+    section.strVideoLevel = "3.1";
+    section.strMaxBandwidth = "384000";
+    section.iVideoLabel = 9;
+    section.cryptoAlgo = samples::CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32;
+    section.iCryptoTag = 4;
+    section.strBase64Key = "WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz";
+    section.iBfcpConfid = 15;
+    section.iBfcpUserid = 16;
+    section.iBfcpFloorid = 17;
+    section.strFloorctrl = "c-s";
+    section.striceufrag = "a=ice-ufrag:F7gI";
+    section.stricepwd = "a=ice-pwd:x9cml";
+    section.vecCandidate = {"a=candidate:1 1 UDP 1 10.0.0.1 5000 typ host"};
+    EXPECT_TEXT(section.ToDiag(), "eContent: 1\n"
+                                  "iPort: 5002\n"
+                                  "strIPAddr: 192.0.2.10\n"
+                                  "\tRtpMap[0]: Payload-97 EncodingName-H264/90000\n"
+                                  "\t\tFmtp Parm-profile-level-id=42801f\n"
+                                  "\t\tFmtp Parm- packetization-mode=1\n"
+                                  "\tRtpMap[1]: Payload-126 EncodingName-\n"
+                                  "fRecv: true\n"
+                                  "fSend: false\n"
+                                  "strVideoLevel: 3.1\n"
+                                  "strMaxBandwidth: 384000\n"
+                                  "iBfcpConfid: 15\n"
+                                  "iBfcpUserid: 16\n"
+                                  "strFloorctrl: c-s\n"
+                                  "\n\n");
+}
+
+TEST(SDPSection, DumpShowsTheReceiveFlagBeforeTheSendFlag) {
+    MediaSession section;
+    section.fSend = true;
+    section.fRecv = false;
+    EXPECT_TEXT(section.ToDiag(), "eContent: 100\n"
+                                  "iPort: 0\n"
+                                  "strIPAddr: \n"
+                                  "fRecv: false\n"
+                                  "fSend: true\n"
+                                  "strVideoLevel: \n"
+                                  "strMaxBandwidth: \n"
+                                  "iBfcpConfid: 0\n"
+                                  "iBfcpUserid: 0\n"
+                                  "strFloorctrl: \n"
+                                  "\n\n");
+}
+
+TEST(SDPSection, DumpPrintsNegativeNumbersWithTheirSign) {
+    MediaSession section;
+    section.eContent = VIDEOTYPE_MAIN;
+    section.iPort = -1;
+    section.iBfcpConfid = -2147483647 - 1;
+    section.iBfcpUserid = 2147483647;
+    EXPECT_TEXT(section.ToDiag(), "eContent: 0\n"
+                                  "iPort: -1\n"
+                                  "strIPAddr: \n"
+                                  "fRecv: true\n"
+                                  "fSend: true\n"
+                                  "strVideoLevel: \n"
+                                  "strMaxBandwidth: \n"
+                                  "iBfcpConfid: -2147483648\n"
+                                  "iBfcpUserid: 2147483647\n"
+                                  "strFloorctrl: \n"
+                                  "\n\n");
+}
+
+TEST(SDPSection, DumpKeepsALineThatJustFitsItsBuffer) {
+    // "strIPAddr: " and the line end take 12 of the 999 bytes.
+    MediaSession section;
+    section.strIPAddr = Repeated(987);
+    EXPECT_TEXT(section.ToDiag(), "eContent: 100\n"
+                                  "iPort: 0\n"
+                                  "strIPAddr: " +
+                                      Repeated(987) +
+                                      "\n"
+                                      "fRecv: true\n"
+                                      "fSend: true\n"
+                                      "strVideoLevel: \n"
+                                      "strMaxBandwidth: \n"
+                                      "iBfcpConfid: 0\n"
+                                      "iBfcpUserid: 0\n"
+                                      "strFloorctrl: \n"
+                                      "\n\n");
+}
+
+TEST(SDPSection, DumpCutsALongerLineAndWithItsLineEnd) {
+    for (const std::size_t length : {988U, 989U, 5000U}) {
+        MediaSession section;
+        section.strIPAddr = Repeated(length);
+        EXPECT_TEXT(section.ToDiag(), "eContent: 100\n"
+                                      "iPort: 0\n"
+                                      "strIPAddr: " +
+                                          Repeated(988) +
+                                          "fRecv: true\n"
+                                          "fSend: true\n"
+                                          "strVideoLevel: \n"
+                                          "strMaxBandwidth: \n"
+                                          "iBfcpConfid: 0\n"
+                                          "iBfcpUserid: 0\n"
+                                          "strFloorctrl: \n"
+                                          "\n\n");
+    }
+}
+
+TEST(SDPSection, DumpCutsEveryKindOfLineAtTheSameLength) {
+    RtpMap entry;
+    entry.strPayload = Repeated(400);
+    entry.strEncodingName = Repeated(1200);
+    entry.vecFmtpParms = {Repeated(1200), "short"};
+    MediaSession section;
+    section.vecRtpMap = {&entry};
+    section.strVideoLevel = Repeated(1200);
+    section.strMaxBandwidth = Repeated(1200);
+    section.strFloorctrl = Repeated(1200);
+    EXPECT_TEXT(section.ToDiag(), "eContent: 100\n"
+                                  "iPort: 0\n"
+                                  "strIPAddr: \n"
+                                  "\tRtpMap[0]: Payload-" +
+                                      Repeated(400) + " EncodingName-" + Repeated(999 - 20 - 400 - 14) +
+                                      "\t\tFmtp Parm-" + Repeated(999 - 12) +
+                                      "\t\tFmtp Parm-short\n"
+                                      "fRecv: true\n"
+                                      "fSend: true\n"
+                                      "strVideoLevel: " +
+                                      Repeated(999 - 15) + "strMaxBandwidth: " + Repeated(999 - 17) +
+                                      "iBfcpConfid: 0\n"
+                                      "iBfcpUserid: 0\n"
+                                      "strFloorctrl: " +
+                                      Repeated(999 - 14) + "\n\n");
+}
+
+TEST(SDPSection, DumpEndsATextAtItsFirstZeroByte) {
+    MediaSession section;
+    section.strIPAddr = std::string("192.0.2.1\0hidden", 16);
+    section.strFloorctrl = std::string("\0c-s", 4);
+    EXPECT_TEXT(section.ToDiag(), "eContent: 100\n"
+                                  "iPort: 0\n"
+                                  "strIPAddr: 192.0.2.1\n"
+                                  "fRecv: true\n"
+                                  "fSend: true\n"
+                                  "strVideoLevel: \n"
+                                  "strMaxBandwidth: \n"
+                                  "iBfcpConfid: 0\n"
+                                  "iBfcpUserid: 0\n"
+                                  "strFloorctrl: \n"
+                                  "\n\n");
+}
+
+TEST(SDPSection, DumpMasksKeyTextInEveryField) {
+    RtpMap entry;
+    entry.strPayload = "inline:cGF5bG9hZA";
+    entry.strEncodingName = "inline:bmFtZQ";
+    entry.vecFmtpParms = {"a=1\na=crypto:1 SUITE inline:Zm10cA|2^31 KDR=1", "inline:"};
+    MediaSession section;
+    section.strIPAddr = "inline:YWRkcmVzcw";
+    section.vecRtpMap = {&entry};
+    section.strVideoLevel = "inline:bGV2ZWw";
+    section.strMaxBandwidth = "64000\na=x inline:b25l and inline:dHdv\ttab";
+    section.strFloorctrl = "c-s\na=x inline:Zmxvb3I";
+    EXPECT_TEXT(section.ToDiag(), "eContent: 100\n"
+                                  "iPort: 0\n"
+                                  "strIPAddr: inline:***\n"
+                                  "\tRtpMap[0]: Payload-inline:*** EncodingName-inline:***\n"
+                                  "\t\tFmtp Parm-a=1\na=crypto:1 SUITE inline:*** KDR=1\n"
+                                  "\t\tFmtp Parm-inline:***\n"
+                                  "fRecv: true\n"
+                                  "fSend: true\n"
+                                  "strVideoLevel: inline:***\n"
+                                  "strMaxBandwidth: 64000\na=x inline:*** and inline:***\ttab\n"
+                                  "iBfcpConfid: 0\n"
+                                  "iBfcpUserid: 0\n"
+                                  "strFloorctrl: c-s\na=x inline:***\n"
+                                  "\n\n");
+}
+
+} // namespace
