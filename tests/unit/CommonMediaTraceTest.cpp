@@ -1,0 +1,95 @@
+// The trace sink: none at first, the installed one gets each finished text with its place, none afterwards.
+#include "CommonMediaTrace.h"
+
+#include "Expect.h"
+
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Record {
+    std::string strFile;
+    std::string strFunction;
+    int iLine;
+    std::string strText;
+};
+using Records = std::vector<Record>;
+
+void Keep(void* context, const char* file, const char* function, int line, const char* text) {
+    static_cast<Records*>(context)->push_back({file, function, line, text});
+}
+
+// No test leaves its sink behind, also not when it fails.
+class CommonMediaTraceSeam : public ::testing::Test {
+protected:
+    ~CommonMediaTraceSeam() override { SetCommonMediaTraceSink(nullptr); }
+
+    Records m_records;
+    CommonMediaTraceSink m_sink = {Keep, &m_records};
+};
+
+TEST_F(CommonMediaTraceSeam, NoSinkIsInstalledAtFirst) {
+    EXPECT_FALSE(CommonMediaTraceEnabled());
+    CommonMediaTrace("a.cpp", "F", 1, "%s", "nobody hears this");
+    EXPECT_TRUE(m_records.empty());
+}
+
+TEST_F(CommonMediaTraceSeam, InstalledSinkGetsTheTextAndItsPlace) {
+    SetCommonMediaTraceSink(&m_sink);
+    EXPECT_TRUE(CommonMediaTraceEnabled());
+    CommonMediaTrace("a.cpp", "GetRTPData", 42, "Dump Media Session: \n%s", "iPort: 5000\n");
+    ASSERT_EQ(m_records.size(), 1U);
+    EXPECT_EQ(m_records[0].strFile, "a.cpp");
+    EXPECT_EQ(m_records[0].strFunction, "GetRTPData");
+    EXPECT_EQ(m_records[0].iLine, 42);
+    EXPECT_TEXT(m_records[0].strText, "Dump Media Session: \niPort: 5000\n");
+}
+
+TEST_F(CommonMediaTraceSeam, FormatsLikePrintf) {
+    SetCommonMediaTraceSink(&m_sink);
+    CommonMediaTrace("a.cpp", "F", 1, "%d|%5u|%-4s|%c|%%|%ld|%x", -7, 8U, "ab", 'z', 9L, 255U);
+    CommonMediaTrace("a.cpp", "F", 2, "plain");
+    ASSERT_EQ(m_records.size(), 2U);
+    EXPECT_TEXT(m_records[0].strText, "-7|    8|ab  |z|%|9|ff");
+    EXPECT_TEXT(m_records[1].strText, "plain");
+}
+
+TEST_F(CommonMediaTraceSeam, EmptyTextReachesTheSinkToo) {
+    SetCommonMediaTraceSink(&m_sink);
+    CommonMediaTrace("a.cpp", "F", 1, "%s", "");
+    ASSERT_EQ(m_records.size(), 1U);
+    EXPECT_TEXT(m_records[0].strText, "");
+}
+
+TEST_F(CommonMediaTraceSeam, LongTextsArriveWhole) {
+    SetCommonMediaTraceSink(&m_sink);
+    for (const std::size_t length : {15U, 16U, 255U, 256U, 1023U, 1024U, 4096U, 100000U}) {
+        const std::string strLong(length, 'x');
+        CommonMediaTrace("a.cpp", "F", 1, "%s!", strLong.c_str());
+        EXPECT_EQ(m_records.back().strText, strLong + "!");
+    }
+}
+
+TEST_F(CommonMediaTraceSeam, RemovedSinkGetsNothingMore) {
+    SetCommonMediaTraceSink(&m_sink);
+    CommonMediaTrace("a.cpp", "F", 1, "heard");
+    SetCommonMediaTraceSink(nullptr);
+    EXPECT_FALSE(CommonMediaTraceEnabled());
+    CommonMediaTrace("a.cpp", "F", 2, "not heard");
+    ASSERT_EQ(m_records.size(), 1U);
+    EXPECT_TEXT(m_records[0].strText, "heard");
+}
+
+TEST_F(CommonMediaTraceSeam, NewSinkReplacesTheOldOne) {
+    Records others;
+    const CommonMediaTraceSink other = {Keep, &others};
+    SetCommonMediaTraceSink(&m_sink);
+    SetCommonMediaTraceSink(&other);
+    CommonMediaTrace("b.cpp", "G", 3, "to the second");
+    EXPECT_TRUE(m_records.empty());
+    ASSERT_EQ(others.size(), 1U);
+    EXPECT_EQ(others[0].strFile, "b.cpp");
+}
+
+} // namespace
