@@ -26,6 +26,23 @@ constexpr H264Key kH264Keys[] = {
     {"packetization-mode", &VideoParms::iFmtpPacketizationMode}, // packetization-mode=1
 };
 
+/// The key that a parameter's name contains; null for none. The name is searched, not compared, because the
+/// blank that "; " leaves stands in front of it. No key contains another, so a name that is a key contains no
+/// other one and needs no search.
+const H264Key* FindKey(std::string_view name) {
+    for (const H264Key& key : kH264Keys) {
+        if (name == key.strName) {
+            return &key;
+        }
+    }
+    for (const H264Key& key : kH264Keys) {
+        if (sdp::Contains(name, key.strName)) {
+            return &key;
+        }
+    }
+    return nullptr;
+}
+
 /// Characters of profile-level-id in front of the level: profile and constraint bytes, not examined.
 constexpr std::size_t kProfileLength = 4;
 
@@ -66,26 +83,23 @@ void SDPHandler::LoadH264Parms(VideoParms& rs, const RtpMap* rm) const {
     for (const std::string& parm : rm->vecFmtpParms) {
         // [G08] A parameter without "=", an empty one included, has no value and is passed over.
         const std::string_view text(parm);
-        const std::size_t equals = text.find('=');
+        const std::size_t equals = sdp::FindByte(text, '=');
         if (equals == std::string_view::npos) {
             continue;
         }
         const std::string_view name = text.substr(0, equals);
         const std::string_view valueAndMore = text.substr(equals + 1);
-        const std::string_view value = valueAndMore.substr(0, valueAndMore.find('='));
-        for (const H264Key& key : kH264Keys) {
-            // The name is searched, not compared: the blank that "; " leaves stands in front of it.
-            if (!sdp::Contains(name, key.strName)) {
-                continue;
+        const std::string_view value = valueAndMore.substr(0, sdp::FindByte(valueAndMore, '='));
+        const H264Key* const key = FindKey(name);
+        if (key == nullptr) {
+            continue;
+        }
+        if (key->field != nullptr) {
+            if (VideoUtils::IsNumber(value)) {
+                rs.*key->field = sdp::Number(value);
             }
-            if (key.field == nullptr) {
-                if (value.size() >= kProfileLength) {
-                    rs.strVideoLevel = ConvertVideoLevel(std::string(value.substr(kProfileLength)));
-                }
-            } else if (VideoUtils::IsNumber(value)) {
-                rs.*key.field = sdp::Number(value);
-            }
-            break;
+        } else if (value.size() >= kProfileLength) {
+            rs.strVideoLevel = ConvertVideoLevel(std::string(value.substr(kProfileLength)));
         }
     }
 }

@@ -19,7 +19,8 @@ int SDPHandler::ParseTheSDP(std::string sdp_string, RemoteSDP& ParsedSDP) {
     // [P03] A bare LF ends no line: RFC 4566, 5 lets a reader be lenient here, this one is not, and a text
     // without any CR LF has no line at all.
     std::string_view rest(sdp_string);
-    for (std::size_t end = rest.find("\r\n"); end != std::string_view::npos; end = rest.find("\r\n")) {
+    for (std::size_t end = sdp::FindLineEnd(rest); end != std::string_view::npos;
+         end = sdp::FindLineEnd(rest)) {
         ProcessLine(rest.substr(0, end));
         rest.remove_prefix(end + 2);
     }

@@ -47,7 +47,7 @@ void SDPHandler::ProcessFMTP(std::string_view SDPLine) {
     if (vecRemoteMediaSession.empty() || !sdp::Contains(SDPLine, ATTR_FMTP)) {
         return;
     }
-    const std::size_t loc = SDPLine.find(' ');
+    const std::size_t loc = sdp::FindByte(SDPLine, ' ');
     // [G03] A blank in front of the payload's place leaves no payload to cut; the line is dropped whole.
     // [P20] The keyword may stand anywhere, the payload is cut at its fixed place all the same, so a line
     // with something in front of the keyword names a payload that nobody listed.

@@ -39,7 +39,7 @@ void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
         return;
     }
     const std::string_view key = sdp::NextWord(rest);
-    const std::size_t colon = first.find(':');
+    const std::size_t colon = sdp::FindByte(first, ':');
     // [G02] The tag stands behind a ":" of the first word; a line without one has none and is dropped whole.
     if (key.empty() || colon == std::string_view::npos) {
         return;
@@ -51,7 +51,7 @@ void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
     }
     // [P19] A tag that is not a number reads 1, the tag that a lone line carries.
     const std::string_view tagAndMore = first.substr(colon + 1);
-    const std::string_view tag = tagAndMore.substr(0, tagAndMore.find(':'));
+    const std::string_view tag = tagAndMore.substr(0, sdp::FindByte(tagAndMore, ':'));
     ms->iCryptoTag = VideoUtils::IsNumber(tag) ? sdp::Number(tag) : 1;
 
     if (key.size() < kKeyMethod.size() + kKeyTextLength) {

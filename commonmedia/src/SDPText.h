@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <limits>
 #include <optional>
@@ -19,18 +20,66 @@ constexpr bool IsBlank(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-/// Cuts the next word, free of white space, off the front of `rest`. Empty when no word is left.
-inline std::string_view NextWord(std::string_view& rest) {
-    const auto blank = [](char c) { return IsBlank(c); };
-    const char* const end = rest.data() + rest.size();
-    const char* const begin = std::find_if_not(rest.data(), end, blank);
-    const char* const wordEnd = std::find_if(begin, end, blank);
-    rest.remove_prefix(static_cast<std::size_t>(wordEnd - rest.data()));
-    return {begin, static_cast<std::size_t>(wordEnd - begin)};
+/// Eight bytes of a text at once. Names, values and lines are so short that a call of memchr costs more than
+/// it saves; looking at eight bytes in a few instructions is what is left.
+class EightBytes {
+public:
+    explicit EightBytes(const char* at) { std::memcpy(&m_bytes, at, sizeof m_bytes); }
+
+    bool HasByte(char byte) const { return HasZero(m_bytes ^ (kOnes * static_cast<unsigned char>(byte))); }
+    /// True when a byte may be ' ' or below; false only when none is.
+    bool MayHaveBlank() const { return ((m_bytes - kOnes * (' ' + 1)) & ~m_bytes & kHighs) != 0; }
+
+private:
+    static constexpr std::uint64_t kOnes = 0x0101010101010101U;
+    static constexpr std::uint64_t kHighs = 0x8080808080808080U;
+
+    static bool HasZero(std::uint64_t bytes) { return ((bytes - kOnes) & ~bytes & kHighs) != 0; }
+
+    std::uint64_t m_bytes;
+};
+
+/// Where the first `byte` stands at or behind `from`; npos when it does not.
+inline std::size_t FindByte(std::string_view text, char byte, std::size_t from = 0) {
+    std::size_t at = from;
+    while (at + sizeof(EightBytes) <= text.size() && !EightBytes(text.data() + at).HasByte(byte)) {
+        at += sizeof(EightBytes);
+    }
+    while (at < text.size() && text[at] != byte) {
+        ++at;
+    }
+    return at < text.size() ? at : std::string_view::npos;
 }
 
-constexpr bool StartsWith(std::string_view text, std::string_view start) {
-    return text.size() >= start.size() && text.substr(0, start.size()) == start;
+/// Where the next CR LF stands; npos when there is none.
+inline std::size_t FindLineEnd(std::string_view text) {
+    std::size_t at = text.find('\r');
+    while (at != std::string_view::npos && (at + 1 == text.size() || text[at + 1] != '\n')) {
+        at = text.find('\r', at + 1);
+    }
+    return at;
+}
+
+/// Cuts the next word, free of white space, off the front of `rest`. Empty when no word is left.
+inline std::string_view NextWord(std::string_view& rest) {
+    std::size_t begin = 0;
+    while (begin < rest.size() && IsBlank(rest[begin])) {
+        ++begin;
+    }
+    std::size_t end = begin;
+    while (end + sizeof(EightBytes) <= rest.size() && !EightBytes(rest.data() + end).MayHaveBlank()) {
+        end += sizeof(EightBytes);
+    }
+    while (end < rest.size() && !IsBlank(rest[end])) {
+        ++end;
+    }
+    const std::string_view word = rest.substr(begin, end - begin);
+    rest.remove_prefix(end);
+    return word;
+}
+
+inline bool StartsWith(std::string_view text, std::string_view start) {
+    return text.size() >= start.size() && std::memcmp(text.data(), start.data(), start.size()) == 0;
 }
 
 constexpr bool Contains(std::string_view text, std::string_view needle) {
@@ -112,8 +161,9 @@ auto FirstKeyword(std::string_view line) -> decltype(&kTable[0]) {
     constexpr std::size_t rows = std::size(kTable);
     constexpr auto indices = std::make_index_sequence<rows>();
     std::size_t best = rows;
-    for (std::size_t at = line.find('=', 1); at != std::string_view::npos && best > 0;
-         at = line.find('=', at + 1)) {
+    // Nearly every line has its first "=" where it belongs; the search is for what comes behind.
+    std::size_t at = line.size() > 1 && line[1] == '=' ? 1 : line.find('=', 1);
+    for (; at != std::string_view::npos && best > 0; at = line.find('=', at + 1)) {
         if (IsFirstLetter<kTable>(line[at - 1], indices)) {
             best = std::min(best, RowAtStart<kTable>(line.substr(at - 1), indices));
         }
