@@ -43,7 +43,7 @@ void SDPHandler::ProcessMedia(std::string_view SDPLine) {
     MediaSession* const ms = section.release();
     vecPayloadIndex.clear();
 
-    ms->strFullMLine = SDPLine;
+    ms->strFullMLine = std::string(SDPLine);
     // [P06] A medium that is none of the three keeps its section: its place decides what the answer rejects.
     for (const Media& row : kMedia) {
         if (media == row.strWord) {

@@ -20,35 +20,74 @@ constexpr bool IsBlank(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-/// Eight bytes of a text at once. Names, values and lines are so short that a call of memchr costs more than
+/// Eight bytes of a text at once. Names, values and words are so short that a call of memchr costs more than
 /// it saves; looking at eight bytes in a few instructions is what is left.
 class EightBytes {
 public:
-    explicit EightBytes(const char* at) { std::memcpy(&m_bytes, at, sizeof m_bytes); }
+    static constexpr std::size_t kSize = 8;
 
-    bool HasByte(char byte) const { return HasZero(m_bytes ^ (kOnes * static_cast<unsigned char>(byte))); }
-    /// True when a byte may be ' ' or below; false only when none is.
-    bool MayHaveBlank() const { return ((m_bytes - kOnes * (' ' + 1)) & ~m_bytes & kHighs) != 0; }
+    explicit EightBytes(const char* at) {
+        std::memcpy(&m_bytes, at, sizeof m_bytes);
+        if constexpr (__BYTE_ORDER__ == __ORDER_BIG_ENDIAN__) {
+            m_bytes = __builtin_bswap64(m_bytes); // the first byte is the lowest
+        }
+    }
+
+    /// Index of the first byte that equals `byte`; kSize when none does.
+    std::size_t Find(char byte) const {
+        return FirstBelow(m_bytes ^ (kOnes * static_cast<unsigned char>(byte)), 1);
+    }
+    /// Index of the first byte that is a blank or a control character; kSize when none is.
+    std::size_t FindUpToBlank() const { return FirstBelow(m_bytes, ' ' + 1); }
 
 private:
     static constexpr std::uint64_t kOnes = 0x0101010101010101U;
     static constexpr std::uint64_t kHighs = 0x8080808080808080U;
 
-    static bool HasZero(std::uint64_t bytes) { return ((bytes - kOnes) & ~bytes & kHighs) != 0; }
+    /// Subtracting borrows into the high bit of each byte below the limit. Bytes above the first of them may
+    /// be marked by its borrow; the first is exact, and bytes from 0x80 up are never marked.
+    static std::size_t FirstBelow(std::uint64_t bytes, std::uint64_t limit) {
+        const std::uint64_t marks = (bytes - kOnes * limit) & ~bytes & kHighs;
+        return marks == 0 ? kSize : static_cast<std::size_t>(__builtin_ctzll(marks)) / kSize;
+    }
 
-    std::uint64_t m_bytes;
+    std::uint64_t m_bytes = 0;
 };
 
-/// Where the first `byte` stands at or behind `from`; npos when it does not.
-inline std::size_t FindByte(std::string_view text, char byte, std::size_t from = 0) {
-    std::size_t at = from;
-    while (at + sizeof(EightBytes) <= text.size() && !EightBytes(text.data() + at).HasByte(byte)) {
-        at += sizeof(EightBytes);
+/// Where the first `byte` stands; npos when it does not.
+inline std::size_t FindByte(std::string_view text, char byte) {
+    std::size_t at = 0;
+    for (; at + EightBytes::kSize <= text.size(); at += EightBytes::kSize) {
+        const std::size_t found = EightBytes(text.data() + at).Find(byte);
+        if (found != EightBytes::kSize) {
+            return at + found;
+        }
     }
-    while (at < text.size() && text[at] != byte) {
+    for (; at < text.size(); ++at) {
+        if (text[at] == byte) {
+            return at;
+        }
+    }
+    return std::string_view::npos;
+}
+
+/// Where the first white space stands; the length of the text when there is none.
+inline std::size_t FindBlank(std::string_view text) {
+    std::size_t at = 0;
+    while (at + EightBytes::kSize <= text.size()) {
+        const std::size_t found = EightBytes(text.data() + at).FindUpToBlank();
+        at += found;
+        if (found != EightBytes::kSize) {
+            if (IsBlank(text[at])) {
+                return at;
+            }
+            ++at; // a control character, part of the word
+        }
+    }
+    while (at < text.size() && !IsBlank(text[at])) {
         ++at;
     }
-    return at < text.size() ? at : std::string_view::npos;
+    return at;
 }
 
 /// Where the next CR LF stands; npos when there is none.
@@ -66,15 +105,9 @@ inline std::string_view NextWord(std::string_view& rest) {
     while (begin < rest.size() && IsBlank(rest[begin])) {
         ++begin;
     }
-    std::size_t end = begin;
-    while (end + sizeof(EightBytes) <= rest.size() && !EightBytes(rest.data() + end).MayHaveBlank()) {
-        end += sizeof(EightBytes);
-    }
-    while (end < rest.size() && !IsBlank(rest[end])) {
-        ++end;
-    }
-    const std::string_view word = rest.substr(begin, end - begin);
-    rest.remove_prefix(end);
+    rest.remove_prefix(begin);
+    const std::string_view word = rest.substr(0, FindBlank(rest));
+    rest.remove_prefix(word.size());
     return word;
 }
 
@@ -122,7 +155,7 @@ inline std::int32_t Number(std::string_view text) {
     std::uint64_t magnitude = 0;
     for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at) {
         const auto digit = static_cast<std::uint64_t>(text[at] - '0');
-        magnitude = magnitude > (limit - digit) / 10 ? limit : magnitude * 10 + digit;
+        magnitude = magnitude > limit / 10 ? limit : std::min(magnitude * 10 + digit, limit);
     }
     return Narrow(fNegative ? 0 - magnitude : magnitude);
 }
