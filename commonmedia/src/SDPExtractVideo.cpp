@@ -10,6 +10,7 @@
 #include "VideoUtils.h"
 
 #include <cstdlib>
+#include <cstring>
 
 namespace {
 
@@ -41,6 +42,14 @@ const H264Key* FindKey(std::string_view name) {
         }
     }
     return nullptr;
+}
+
+/// Whether a text is what a table's slot holds. A slot ends where its zeros begin, so its length can be asked
+/// for without counting: most rows differ there already.
+template <std::size_t N>
+bool IsInSlot(const std::string& text, const char (&slot)[N]) {
+    return !text.empty() && text.size() < N && slot[text.size()] == '\0' && slot[text.size() - 1] != '\0' &&
+           std::memcmp(text.data(), slot, text.size()) == 0;
 }
 
 /// Characters of profile-level-id in front of the level: profile and constraint bytes, not examined.
@@ -119,7 +128,7 @@ std::string SDPHandler::ConvertVideoLevel(const std::string& strLevel) const {
 
 std::string SDPHandler::ReverseConvertVideoLevel(const std::string& strLevel) const {
     for (int row = 0; row < sdp::kH264Levels; ++row) {
-        if (strLevel == sdp::__H264Profile[row]) {
+        if (IsInSlot(strLevel, sdp::__H264Profile[row])) {
             return sdp::__strH264Profile2[row];
         }
     }
