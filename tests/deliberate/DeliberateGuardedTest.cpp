@@ -1,0 +1,467 @@
+// Guarded inputs, G01 to G18 of commonmedia/DELIBERATE.md: what no rule covers is dropped or has one defined
+// value. The odd input with its whole outcome, and beside it the input that does what one expects.
+#include "Capabilities.h"
+#include "CommonMediaTrace.h"
+#include "Describe.h"
+#include "Expect.h"
+#include "VideoUtils.h"
+
+#include <cstddef>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <string>
+#include <vector>
+
+using namespace support;
+
+namespace {
+
+const std::string kNoMain =
+    "main codec=256 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=0 send=0 recv=0 valid=0\n";
+const std::string kNoPreso =
+    "preso codec=256 type=1 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=0 send=0 recv=0 valid=0\n";
+const std::string kNoAudio = "audio codec=256 payload=0 dtmf=0 addr= port=0 send=0 recv=0 valid=0\n";
+const std::string kNoFloor = "bfcp port=0 conf=0 user=0 server=0\n";
+const std::string kNoKeys = "srtp audio suite=0 key=- salt=-\n"
+                            "srtp video suite=0 key=- salt=-\n"
+                            "srtp slide suite=0 key=- salt=-\n";
+const std::string kOnlyAudio = kNoMain + kNoPreso + kNoFloor + "bandwidth=0\n" + kNoKeys;
+const std::string kOnlyMain = kNoPreso + kNoFloor + "bandwidth=0\n" + kNoKeys;
+const std::string kKeyText = "YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0";
+
+// Reads one text into a handler with all audio codecs.
+struct Reading {
+    SDPHandler h;
+    RemoteSDP remote;
+
+    explicit Reading(const std::string& strText) {
+        Start(h, AudioLocal());
+        EXPECT_EQ(h.ParseTheSDP(strText, remote), 0);
+    }
+    std::string Record() const { return Describe(remote); }
+    const MediaSession& Section() const { return *h.vecRemoteMediaSession.at(0); }
+    const RtpMap& Format(std::size_t i) const { return *Section().vecRtpMap.at(i); }
+};
+
+TEST(Deliberate, G01_ShortRtpmapLinesAreDropped) {
+    const std::string strFront = "m=video 5002 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\n";
+    // One word; one word and a blank; a first word of eight characters.
+    for (const char* line :
+         {"a=rtpmap:97\r\n", "a=rtpmap:97 \r\n", "a=rtpmap 97\r\n", "a=rtpmap VP8/90000\r\n"}) {
+        const Reading dropped(strFront + line);
+        EXPECT_TEXT(dropped.Format(0).strEncodingName, "H264/90000");
+    }
+    const Reading read(strFront + "a=rtpmap:97 VP8/90000\r\n");
+    EXPECT_TEXT(read.Format(0).strEncodingName, "VP8/90000");
+}
+
+TEST(Deliberate, G02_CryptoWithoutAColonInItsFirstWordIsDropped) {
+    const std::string strEnd = " AES_CM_128_HMAC_SHA1_32 inline:" + kKeyText + " a=crypto:\r\n";
+    const Reading dropped("m=audio 5000 RTP/SAVP 0\r\nx" + strEnd);
+    EXPECT_EQ(dropped.Section().cryptoAlgo, kSuiteNone);
+    EXPECT_EQ(dropped.Section().iCryptoTag, 0);
+    EXPECT_TEXT(dropped.Section().strBase64Key, "");
+    EXPECT_TEXT(dropped.Record(),
+                "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" + kOnlyAudio);
+    // A colon makes the same words a line with the tag behind it.
+    const Reading read("m=audio 5000 RTP/SAVP 0\r\nx:4" + strEnd);
+    EXPECT_EQ(read.Section().cryptoAlgo, kSuite32);
+    EXPECT_EQ(read.Section().iCryptoTag, 4);
+    EXPECT_TEXT(read.Section().strBase64Key, kKeyText);
+}
+
+TEST(Deliberate, G03_FmtpBlankBeforePositionSevenIsDropped) {
+    // Cut to the end of the line instead, the first two would name the payloads "p:" and "a=fmtp:".
+    const std::string strFront = "m=video 5002 RTP/AVP 97 p: a=fmtp:\r\n";
+    for (const char* line : {"x a=fmtp:\r\n", "123456 a=fmtp:\r\n", " a=fmtp:97 max-fs=1\r\n"}) {
+        const Reading dropped(strFront + line);
+        EXPECT_EQ(dropped.Format(0).vecFmtpParms, std::vector<std::string>{});
+        EXPECT_EQ(dropped.Format(1).vecFmtpParms, std::vector<std::string>{});
+        EXPECT_EQ(dropped.Format(2).vecFmtpParms, std::vector<std::string>{});
+    }
+    const Reading read(strFront + "a=fmtp:97 max-fs=1\r\n");
+    EXPECT_EQ(read.Format(0).vecFmtpParms, std::vector<std::string>{"max-fs=1"});
+}
+
+TEST(Deliberate, G04_NumbersSaturateAt64BitsThenNarrow) {
+    const std::pair<const char*, const char*> ports[] = {
+        {"4294972296", "5000"},         // 2^32 + 5000
+        {"2147483648", "-2147483648"},  // 2^31
+        {"9223372036854775807", "-1"},  // 2^63 - 1
+        {"99999999999999999999", "-1"}, // saturates there
+        {"-9223372036854775808", "0"},  // -2^63
+        {"-99999999999999999999", "0"}, // saturates there
+        {"2147483647", "2147483647"},   // the largest that fits
+    };
+    for (const auto& [text, port] : ports) {
+        const Reading odd(std::string("m=audio ") + text + " RTP/AVP 18446744073709551616 8\r\n");
+        // No codec, so neither direction.
+        EXPECT_TEXT(odd.Record(), std::string("audio codec=256 payload=0 dtmf=0 addr= port=") + port +
+                                      " send=0 recv=0 valid=1\n" + kOnlyAudio);
+    }
+    const Reading dtmf("m=audio 5000 RTP/AVP 0 4294967397\r\na=rtpmap:4294967397 telephone-event/8000\r\n");
+    EXPECT_TEXT(dtmf.Record(),
+                "audio codec=1 payload=0 dtmf=101 addr= port=5000 send=1 recv=1 valid=1\n" + kOnlyAudio);
+    const Reading plain("m=audio 5000 RTP/AVP 0 101\r\na=rtpmap:101 telephone-event/8000\r\n");
+    EXPECT_TEXT(plain.Record(),
+                "audio codec=1 payload=0 dtmf=101 addr= port=5000 send=1 recv=1 valid=1\n" + kOnlyAudio);
+}
+
+TEST(Deliberate, G05_BandwidthWrapsIn32Bits) {
+    const auto record = [](const char* bandwidth) {
+        return kNoAudio + kNoMain + kNoPreso + kNoFloor + "bandwidth=" + bandwidth + "\n" + kNoKeys;
+    };
+    EXPECT_TEXT(Reading("b=AS:4294968\r\n").Record(), record("704"));
+    EXPECT_TEXT(Reading("b=AS:2147484\r\n").Record(), record("-2147483296"));
+    EXPECT_TEXT(Reading("b=AS:2147483\r\n").Record(), record("2147483000"));
+
+    const std::string strStreams = "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n"
+                                   "main codec=2 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= "
+                                   "port=5002 send=1 recv=1 valid=1\n" +
+                                   kNoPreso + kNoFloor;
+    EXPECT_TEXT(Reading("m=audio 5000 RTP/AVP 0\r\nb=TIAS:2000000000\r\n"
+                        "m=video 5002 RTP/AVP 97\r\nb=TIAS:2000000000\r\n")
+                    .Record(),
+                strStreams + "bandwidth=-294967296\n" + kNoKeys);
+    EXPECT_TEXT(Reading("m=audio 5000 RTP/AVP 0\r\nb=TIAS:64000\r\n"
+                        "m=video 5002 RTP/AVP 97\r\nb=TIAS:936000\r\n")
+                    .Record(),
+                strStreams + "bandwidth=1000000\n" + kNoKeys);
+}
+
+TEST(Deliberate, G06_PortPlusOneWraps) {
+    SDPHandler h;
+    LocalSDP local = AudioLocal();
+    local.listAudioCodecPriority = {PAYLOAD_G711U};
+    local.iAudioRTPPort = 2147483647;
+    Start(h, local);
+    EXPECT_TEXT(h.AddAudio(), "m=audio 2147483647 RTP/AVP 0 101\r\n"
+                              "a=rtpmap:0 PCMU/8000\r\n"
+                              "a=rtpmap:101 telephone-event/8000\r\n"
+                              "a=fmtp:101 0-15\r\n"
+                              "a=sendrecv\r\n"
+                              "a=rtcp:-2147483648 IN IP4 192.0.2.1\r\n");
+    VideoParms video;
+    video.eVideoCodec = PAYLOAD_H264_PACKETIZATION_0;
+    video.eVideoType = VIDEOTYPE_MAIN;
+    video.iVideoRTPPort = 2147483647;
+    video.strVideoLevel = "3.1";
+    EXPECT_TEXT(h.AddVideo(video),
+                "m=video 2147483647 RTP/AVP  126\r\n"
+                "a=rtpmap:126 H264/90000\r\n"
+                "a=fmtp:126 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;"
+                "level-asymmetry-allowed=1\r\n"
+                "a=sendrecv\r\n"
+                "a=rtcp:-2147483648 IN IP4 192.0.2.1\r\n"
+                "a=label:8\r\n"
+                "a=content:main\r\n");
+    h.MyLocalSDP.iAudioRTPPort = 65534;
+    EXPECT_TEXT(h.AddAudio(), "m=audio 65534 RTP/AVP 0 101\r\n"
+                              "a=rtpmap:0 PCMU/8000\r\n"
+                              "a=rtpmap:101 telephone-event/8000\r\n"
+                              "a=fmtp:101 0-15\r\n"
+                              "a=sendrecv\r\n"
+                              "a=rtcp:65535 IN IP4 192.0.2.1\r\n");
+}
+
+TEST(Deliberate, G07_SplitKeepsEmptyPiecesAndAnEmptyTextHasNone) {
+    std::vector<std::string> pieces;
+    VideoUtils::split(pieces, ";a;;b;", ";");
+    EXPECT_EQ(pieces, (std::vector<std::string>{"", "a", "", "b", ""}));
+    pieces.clear();
+    VideoUtils::split(pieces, "", ";");
+    EXPECT_EQ(pieces, std::vector<std::string>{});
+    VideoUtils::split(pieces, "a;b", ";");
+    EXPECT_EQ(pieces, (std::vector<std::string>{"a", "b"}));
+    // On the wire: a trailing ";" is one more parameter, nothing behind the blank is no line.
+    const Reading odd("m=video 5002 RTP/AVP 97\r\na=fmtp:97 max-fs=1;;max-br=2;\r\na=fmtp:97 \r\n");
+    EXPECT_EQ(odd.Format(0).vecFmtpParms, (std::vector<std::string>{"max-fs=1", "", "max-br=2", ""}));
+    const Reading plain("m=video 5002 RTP/AVP 97\r\na=fmtp:97 max-fs=1;max-br=2\r\n");
+    EXPECT_EQ(plain.Format(0).vecFmtpParms, (std::vector<std::string>{"max-fs=1", "max-br=2"}));
+}
+
+std::string MainRecord(const std::string& strParms) {
+    return Reading("m=video 5002 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\na=fmtp:97 " + strParms + "\r\n")
+        .Record();
+}
+
+TEST(Deliberate, G08_ParametersWithoutAValueAreIgnored) {
+    const std::string strExpected =
+        kNoAudio +
+        "main codec=2 type=0 payload=97 mode=1 level=3.1 mbps=108000 fs=0 br=0 addr= port=5002 "
+        "send=1 recv=1 valid=1\n" +
+        kOnlyMain;
+    EXPECT_TEXT(MainRecord("packetization-mode=1;profile-level-id=42801f;max-mbps=108000;"
+                           ";packetization-mode;profile-level-id;max-mbps;=;=5; ;max-fs=;profile-level-id="),
+                strExpected);
+    EXPECT_TEXT(MainRecord("packetization-mode=1;profile-level-id=42801f;max-mbps=108000"), strExpected);
+}
+
+TEST(Deliberate, G09_FmtpParametersAreAttachedOnce) {
+    // Forty thousand parameters of one line: attached once per parameter this would copy a thousand million.
+    std::string strLine = "a=fmtp:97 ";
+    for (int i = 0; i < 40000; ++i) {
+        strLine += "p=" + std::to_string(i) + ";";
+    }
+    const Reading many("m=video 5002 RTP/AVP 97\r\n" + strLine + "q=1\r\n");
+    const std::vector<std::string>& parms = many.Format(0).vecFmtpParms;
+    ASSERT_EQ(parms.size(), 40001U);
+    EXPECT_TEXT(parms[0], "p=0");
+    EXPECT_TEXT(parms[39999], "p=39999");
+    EXPECT_TEXT(parms[40000], "q=1");
+    const Reading few("m=video 5002 RTP/AVP 97\r\na=fmtp:97 p=0;p=1;q=1\r\n");
+    EXPECT_EQ(few.Format(0).vecFmtpParms, (std::vector<std::string>{"p=0", "p=1", "q=1"}));
+}
+
+TEST(Deliberate, G10_SectionWithoutAWordIsNotRejected) {
+    SDPHandler h;
+    Start(h, AudioLocal());
+    h.m_iMaxSupportedSessions = 0;
+    AddSection(h, MEDIA_UNKNOWN, 0).strFullMLine = "";
+    MediaSession& blank = AddSection(h, MEDIA_UNKNOWN, 0);
+    blank.strFullMLine = " \t\r\n ";
+    blank.strIPAddr = "192.0.2.9";
+    MediaSession& text = AddSection(h, MEDIA_UNKNOWN, 6000);
+    text.strFullMLine = "m=text 6000 RTP/AVP 98";
+    text.strIPAddr = "192.0.2.10";
+    EXPECT_TEXT(h.AddUnsupported(), "m=text 0 RTP/AVP 98\r\n"
+                                    "c=IN IP4 192.0.2.10\r\n");
+}
+
+TEST(Deliberate, G11_TextIsCutWithACursor) {
+    // A hundred thousand short lines: copying the rest for each of them would move some hundred thousand
+    // million bytes.
+    std::string strText = "m=audio 5000 RTP/AVP 0\r\n";
+    for (int i = 0; i < 100000; ++i) {
+        strText += "a=candidate:" + std::to_string(i) + "\r\n";
+    }
+    const Reading many(strText);
+    ASSERT_EQ(many.Section().vecCandidate.size(), 100000U);
+    EXPECT_TEXT(many.Section().vecCandidate[0], "a=candidate:0");
+    EXPECT_TEXT(many.Section().vecCandidate[99999], "a=candidate:99999");
+    EXPECT_TEXT(many.Record(),
+                "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" + kOnlyAudio);
+    const Reading one("m=audio 5000 RTP/AVP 0\r\na=candidate:0\r\n");
+    EXPECT_EQ(one.Section().vecCandidate, std::vector<std::string>{"a=candidate:0"});
+}
+
+TEST(Deliberate, G12_StreamIndexOutOfRangeIsIgnored) {
+    const unsigned char bytes[17] = "0123456789abcdef";
+    RemoteSDP remote;
+    for (const int n : {-1, 3, 1000}) {
+        remote.setSRTPKey(static_cast<baseSDP::SRTP_M_LINE>(n), bytes);
+        remote.setSRTPSalt(static_cast<baseSDP::SRTP_M_LINE>(n), bytes);
+    }
+    EXPECT_TEXT(Describe(remote), kFreshRemote);
+    remote.setSRTPKey(baseSDP::SRTP_VIDEO_PRESO, bytes);
+    remote.setSRTPSalt(baseSDP::SRTP_VIDEO_PRESO, bytes);
+    EXPECT_TEXT(Describe(remote), kNoAudio + kNoMain + kNoPreso + kNoFloor +
+                                      "bandwidth=0\n"
+                                      "srtp audio suite=0 key=- salt=-\n"
+                                      "srtp video suite=0 key=- salt=-\n"
+                                      "srtp slide suite=0 key=0123456789abcdef salt=0123456789abcd\n");
+    // The builders ask with an index, too.
+    SDPHandler h;
+    LocalSDP local = AudioLocal();
+    GiveKeys(local, "near", kSuite32);
+    Start(h, local);
+    EXPECT_TEXT(h.AddCrypto(static_cast<baseSDP::SRTP_M_LINE>(3)), "");
+    EXPECT_TEXT(h.AddCrypto(static_cast<baseSDP::SRTP_M_LINE>(-1)), "");
+    EXPECT_FALSE(h.IsRemoteSecure(static_cast<baseSDP::SRTP_M_LINE>(3)));
+    EXPECT_FALSE(h.IsRemoteSecure(static_cast<baseSDP::SRTP_M_LINE>(-1)));
+    EXPECT_TEXT(h.AddCrypto(baseSDP::SRTP_AUDIO),
+                "a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:bmVhciBhdWRpbyBrZXkgMW5lYXIgYXVkaW9zYWx0\r\n");
+}
+
+TEST(Deliberate, G13_LevelDigitsAreComparedUnnarrowed) {
+    const auto record = [](const char* level) {
+        return kNoAudio + "main codec=2 type=0 payload=97 mode=0 level=" + level +
+               " mbps=0 fs=0 br=0 addr= port=5002 send=1 recv=1 valid=1\n" + kOnlyMain;
+    };
+    // 0x10000001f: its lower 32 bits are level 3.1, the whole of it is no level.
+    EXPECT_TEXT(MainRecord("profile-level-id=428010000001f"), record("1.3"));
+    EXPECT_TEXT(MainRecord("profile-level-id=4280ffffffffffffffffffffffff"), record("1.3"));
+    EXPECT_TEXT(MainRecord("profile-level-id=42801f"), record("3.1"));
+    EXPECT_TEXT(MainRecord("profile-level-id=42800000000000000000001f"), record("3.1"));
+}
+
+// Keeps every traced text while it lives.
+class TraceKeeper {
+public:
+    TraceKeeper() { SetCommonMediaTraceSink(&m_sink); }
+    ~TraceKeeper() { SetCommonMediaTraceSink(nullptr); }
+    TraceKeeper(const TraceKeeper&) = delete;
+    TraceKeeper& operator=(const TraceKeeper&) = delete;
+    const std::string& Text() const { return m_strText; }
+
+private:
+    static void Keep(void* context, const char* /*file*/, const char* /*function*/, int /*line*/,
+                     const char* text) {
+        static_cast<TraceKeeper*>(context)->m_strText += text;
+    }
+
+    std::string m_strText;
+    CommonMediaTraceSink m_sink = {Keep, this};
+};
+
+TEST(Deliberate, G14_KeyTextInADumpedFieldIsMasked) {
+    const std::string strFront = "Dump Media Session: \n"
+                                 "eContent: 0\n"
+                                 "iPort: 5002\n"
+                                 "strIPAddr: \n"
+                                 "\tRtpMap[0]: Payload-97 EncodingName-\n"
+                                 "\t\tFmtp Parm-max-fs=1";
+    const std::string strEnd = "\n"
+                               "fRecv: true\n"
+                               "fSend: true\n"
+                               "strVideoLevel: \n"
+                               "strMaxBandwidth: \n"
+                               "iBfcpConfid: 0\n"
+                               "iBfcpUserid: 0\n"
+                               "strFloorctrl: \n"
+                               "\n\n";
+    const std::string strCrypto = "a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:" + kKeyText;
+    {
+        // A bare line feed makes the crypto line a part of the fmtp parameter.
+        TraceKeeper trace;
+        const Reading joined("m=video 5002 RTP/SAVP 97\r\na=fmtp:97 max-fs=1\n" + strCrypto +
+                             "|2^31 KDR=1\r\n");
+        EXPECT_TEXT(trace.Text(),
+                    strFront + "\na=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:*** KDR=1" + strEnd);
+    }
+    {
+        // On a line of its own it is no part of the dump.
+        TraceKeeper trace;
+        const Reading apart("m=video 5002 RTP/SAVP 97\r\na=fmtp:97 max-fs=1\r\n" + strCrypto + "\r\n");
+        EXPECT_TEXT(trace.Text(), strFront + strEnd);
+        EXPECT_TEXT(apart.Section().strBase64Key, kKeyText);
+    }
+}
+
+// Memory that the test owns, so that its bytes can be read before and after a record lives in it.
+template <typename Record>
+class OwnedMemory {
+public:
+    explicit OwnedMemory(unsigned char fill) {
+        volatile unsigned char* const bytes = m_storage;
+        for (std::size_t i = 0; i < sizeof m_storage; ++i) {
+            bytes[i] = fill;
+        }
+    }
+    Record* Make() { return ::new (static_cast<void*>(m_storage)) Record; }
+    // The bytes as they are in memory now, whatever the optimiser believes of a record that has ended.
+    std::string Bytes(std::ptrdiff_t at, std::size_t length) const {
+        const volatile unsigned char* const bytes = m_storage;
+        std::string strBytes;
+        for (std::size_t i = 0; i < length; ++i) {
+            strBytes += static_cast<char>(bytes[static_cast<std::size_t>(at) + i]);
+        }
+        return strBytes;
+    }
+    std::ptrdiff_t At(const void* field) const {
+        return static_cast<const unsigned char*>(field) - static_cast<const unsigned char*>(m_storage);
+    }
+
+private:
+    alignas(Record) unsigned char m_storage[sizeof(Record)];
+};
+
+TEST(Deliberate, G15_FieldsThatNoLineSetsStartAtZero) {
+    OwnedMemory<MediaSession> memory(0xA5);
+    MediaSession* const section = memory.Make();
+    EXPECT_EQ(section->iVideoLabel, 0);
+    EXPECT_EQ(section->iCryptoTag, 0);
+    EXPECT_EQ(section->iBfcpFloorid, 0);
+    EXPECT_EQ(DescribeRow(section->bufSRTPKey, 16, 17), "-");
+    EXPECT_EQ(DescribeRow(section->bufSRTPSalt, 14, 15), "-");
+    std::destroy_at(section);
+    // Without a crypto line the record gets these zeros, not what the memory held before.
+    EXPECT_TEXT(Reading("m=audio 5000 RTP/AVP 0\r\n").Record(),
+                "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" + kOnlyAudio);
+    EXPECT_TEXT(
+        Reading("m=audio 5000 RTP/SAVP 0\r\na=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:" + kKeyText + "\r\n")
+            .Record(),
+        "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" + kNoMain + kNoPreso +
+            kNoFloor +
+            "bandwidth=0\n"
+            "srtp audio suite=1 key=away audio key 1 salt=away audiosalt\n"
+            "srtp video suite=0 key=- salt=-\n"
+            "srtp slide suite=0 key=- salt=-\n");
+}
+
+TEST(Deliberate, G16_LocalCandidatesAreNotUsed) {
+    SDPHandler h;
+    LocalSDP local = AudioLocal();
+    local.listAudioCodecPriority = {PAYLOAD_G711U};
+    Start(h, local);
+    h.SetAudioICECandidate("a=candidate:1 1 UDP 2130706431 192.0.2.1 16384 typ host");
+    h.SetVideoICECandidate("a=candidate:1 1 UDP 2130706431 192.0.2.1 16386 typ host");
+    EXPECT_TEXT(h.GetLocalSDP(), "v=0\r\n"
+                                 "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
+                                 "s=-\r\n"
+                                 "c=IN IP4 192.0.2.1\r\n"
+                                 "t=0 0\r\n"
+                                 "m=audio 16384 RTP/AVP 0 101\r\n"
+                                 "a=rtpmap:0 PCMU/8000\r\n"
+                                 "a=rtpmap:101 telephone-event/8000\r\n"
+                                 "a=fmtp:101 0-15\r\n"
+                                 "a=sendrecv\r\n"
+                                 "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
+    // The far end's candidates are kept.
+    const Reading remote(
+        "m=audio 5000 RTP/AVP 0\r\na=candidate:1 1 UDP 2130706431 192.0.2.2 5000 typ host\r\n");
+    EXPECT_EQ(remote.Section().vecCandidate,
+              std::vector<std::string>{"a=candidate:1 1 UDP 2130706431 192.0.2.2 5000 typ host"});
+}
+
+template <typename Record>
+void ExpectWipedAtTheEnd() {
+    OwnedMemory<Record> memory(0);
+    Record* const record = memory.Make();
+    const std::ptrdiff_t keyAt = memory.At(&record->bufSRTPKey);
+    const std::ptrdiff_t saltAt = memory.At(&record->bufSRTPSalt);
+    const std::size_t keyLength = sizeof record->bufSRTPKey;
+    const std::size_t saltLength = sizeof record->bufSRTPSalt;
+    std::memset(&record->bufSRTPKey, 'K', keyLength);
+    std::memset(&record->bufSRTPSalt, 'S', saltLength);
+    // While the record lives its bytes are what was written.
+    EXPECT_EQ(memory.Bytes(keyAt, keyLength), std::string(keyLength, 'K'));
+    EXPECT_EQ(memory.Bytes(saltAt, saltLength), std::string(saltLength, 'S'));
+    std::destroy_at(record);
+    EXPECT_EQ(memory.Bytes(keyAt, keyLength), std::string(keyLength, '\0'));
+    EXPECT_EQ(memory.Bytes(saltAt, saltLength), std::string(saltLength, '\0'));
+}
+
+TEST(Deliberate, G17_KeyMaterialIsWipedWhenItEnds) {
+    ExpectWipedAtTheEnd<baseSDP>();
+    ExpectWipedAtTheEnd<LocalSDP>();
+    ExpectWipedAtTheEnd<RemoteSDP>();
+    ExpectWipedAtTheEnd<MediaSession>();
+    // A reset ends key material as well, the spare bytes included.
+    LocalSDP local = AudioLocal();
+    std::memset(&local.bufSRTPKey, 'K', sizeof local.bufSRTPKey);
+    std::memset(&local.bufSRTPSalt, 'S', sizeof local.bufSRTPSalt);
+    local.Reset();
+    for (int n = 0; n < baseSDP::SRTP_MAX; ++n) {
+        EXPECT_EQ(DescribeRow(local.bufSRTPKey[n], 17, 17), "-");
+        EXPECT_EQ(DescribeRow(local.bufSRTPSalt[n], 15, 15), "-");
+    }
+}
+
+TEST(Deliberate, G18_OnlyDecimalDigitsAreANumber) {
+    const std::string strFront = "m=application 5070 UDP/BFCP *\r\na=confid:15\r\na=confid:";
+    for (const char* value : {"", "+4", "-4", " 4", "4 ", "4.0", "0x4", "four"}) {
+        EXPECT_FALSE(VideoUtils::IsNumber(value)) << value;
+        const Reading kept(strFront + value + "\r\n");
+        EXPECT_TEXT(kept.Record(), kNoAudio + kNoMain + kNoPreso +
+                                       "bfcp port=5070 conf=15 user=0 server=0\n" + "bandwidth=0\n" +
+                                       kNoKeys);
+    }
+    EXPECT_TRUE(VideoUtils::IsNumber("0004"));
+    const Reading read(strFront + "0004\r\n");
+    EXPECT_TEXT(read.Record(), kNoAudio + kNoMain + kNoPreso + "bfcp port=5070 conf=4 user=0 server=0\n" +
+                                   "bandwidth=0\n" + kNoKeys);
+}
+
+} // namespace

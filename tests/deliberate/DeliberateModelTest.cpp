@@ -1,0 +1,119 @@
+// Kept behaviours of the records, M01 to M05 of commonmedia/DELIBERATE.md: the surprising input with its
+// whole outcome, and beside it the input that does what one expects.
+#include "Capabilities.h"
+#include "Describe.h"
+#include "Expect.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+using namespace support;
+
+namespace {
+
+TEST(Deliberate, M01_AssignmentDoesNotCarryTheBfcpIdentity) {
+    LocalSDP source = PresentationLocal();
+    source.iBfcpConfid = 6;
+    source.iBfcpUserid = 7;
+    source.fBfcpIsServer = true;
+    LocalSDP target;
+    target.iBfcpConfid = 15;
+    target.iBfcpUserid = 16;
+    target = source;
+    EXPECT_EQ(target.iBfcpConfid, 15);
+    EXPECT_EQ(target.iBfcpUserid, 16);
+    EXPECT_FALSE(target.fBfcpIsServer);
+    // Everything around the three fields is carried.
+    EXPECT_EQ(target.eAudioCodec, kAllAudio);
+    EXPECT_EQ(target.iAudioRTPPort, 16384);
+    EXPECT_EQ(target.iVideoPresoControlPort, 16390);
+    EXPECT_EQ(target.iMaxBandwidth, 1000000);
+    EXPECT_TEXT(Describe(target.m_VideoPreso),
+                "codec=34 type=1 payload=0 mode=0 level=4 mbps=0 fs=0 br=1500 addr= "
+                "port=16388 send=0 recv=0 valid=0\n");
+    // A copy that is made rather than assigned has no identity to keep and takes its source's.
+    const LocalSDP copy(source);
+    EXPECT_EQ(copy.iBfcpConfid, 6);
+    EXPECT_EQ(copy.iBfcpUserid, 7);
+    EXPECT_TRUE(copy.fBfcpIsServer);
+}
+
+TEST(Deliberate, M02_DumpLosesItsFirstLine) {
+    MediaSession section;
+    section.iPort = 5000;
+    section.eMedia = MEDIA_AUDIO;
+    const std::string strAudio = section.ToDiag();
+    section.eMedia = MEDIA_APPLICATION;
+    const std::string strApplication = section.ToDiag();
+    // No "eMedia: 2" and no "eMedia: 3" in front: the two kinds cannot be told apart.
+    const char* const dump = "eContent: 100\n"
+                             "iPort: 5000\n"
+                             "strIPAddr: \n"
+                             "fRecv: true\n"
+                             "fSend: true\n"
+                             "strVideoLevel: \n"
+                             "strMaxBandwidth: \n"
+                             "iBfcpConfid: 0\n"
+                             "iBfcpUserid: 0\n"
+                             "strFloorctrl: \n"
+                             "\n\n";
+    EXPECT_TEXT(strAudio, dump);
+    EXPECT_TEXT(strApplication, dump);
+}
+
+TEST(Deliberate, M03_DumpCutsEachPieceAt999Bytes) {
+    MediaSession section;
+    section.strFloorctrl = std::string(984, 'x');
+    const std::string strFront = "eContent: 100\n"
+                                 "iPort: 0\n"
+                                 "strIPAddr: \n"
+                                 "fRecv: true\n"
+                                 "fSend: true\n"
+                                 "strVideoLevel: \n"
+                                 "strMaxBandwidth: \n"
+                                 "iBfcpConfid: 0\n"
+                                 "iBfcpUserid: 0\n";
+    // 14 bytes of name, 984 of value and the line end make 999.
+    EXPECT_TEXT(section.ToDiag(), strFront + "strFloorctrl: " + std::string(984, 'x') + "\n" + "\n\n");
+    // One more costs the line end, any more after that cost themselves.
+    section.strFloorctrl = std::string(985, 'x');
+    EXPECT_TEXT(section.ToDiag(), strFront + "strFloorctrl: " + std::string(985, 'x') + "\n\n");
+    section.strFloorctrl = std::string(9000, 'x');
+    EXPECT_TEXT(section.ToDiag(), strFront + "strFloorctrl: " + std::string(985, 'x') + "\n\n");
+}
+
+TEST(Deliberate, M04_SectionNeverFreesItsPayloadEntries) {
+    const std::unique_ptr<RtpMap> entry(new RtpMap);
+    entry->strPayload = "97";
+    entry->strEncodingName = "H264/90000";
+    entry->vecFmtpParms = {"packetization-mode=1"};
+    {
+        MediaSession section;
+        section.vecRtpMap.push_back(entry.get());
+        // Sections share entries when one is copied; freeing them twice is what the rule avoids.
+        const MediaSession copy(section);
+        EXPECT_EQ(copy.vecRtpMap, section.vecRtpMap);
+    }
+    EXPECT_EQ(entry->strPayload, "97");
+    EXPECT_EQ(entry->strEncodingName, "H264/90000");
+    EXPECT_EQ(entry->vecFmtpParms, (std::vector<std::string>{"packetization-mode=1"}));
+}
+
+TEST(Deliberate, M05_LoneStreamHasNoRole) {
+    VideoParms lone;
+    EXPECT_EQ(lone.eVideoType, VIDEOTYPE_UNKNOWN);
+    lone.eVideoType = VIDEOTYPE_PRESO;
+    lone.Reset();
+    EXPECT_EQ(lone.eVideoType, VIDEOTYPE_UNKNOWN);
+    // The description that holds two of them tells them apart, when it is made and after each reset.
+    RemoteSDP remote;
+    EXPECT_EQ(remote.m_VideoMain.eVideoType, VIDEOTYPE_MAIN);
+    EXPECT_EQ(remote.m_VideoPreso.eVideoType, VIDEOTYPE_PRESO);
+    remote.m_VideoMain.eVideoType = VIDEOTYPE_UNKNOWN;
+    remote.m_VideoPreso.eVideoType = VIDEOTYPE_UNKNOWN;
+    remote.Reset();
+    EXPECT_TEXT(Describe(remote), kFreshRemote);
+}
+
+} // namespace
