@@ -39,7 +39,7 @@ void SDPHandler::ProcessRTPMap(std::string_view SDPLine) {
     }
     RtpMap* const rm = FindRtpMap(*vecRemoteMediaSession.back(), first.substr(ATTR_RTPMAP.size()));
     if (rm != nullptr) {
-        rm->strEncodingName = name;
+        rm->strEncodingName = std::string(name);
     }
 }
 
