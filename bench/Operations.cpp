@@ -1,0 +1,94 @@
+#include "Operations.h"
+
+#include "Inputs.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace bench {
+
+namespace {
+
+/// A handler with what it needs to parse and answer one text.
+struct Call {
+    SDPHandler handler;
+    RemoteSDP remote;
+    std::string text;
+};
+
+std::shared_ptr<Call> BeginCall(char letter) {
+    auto call = std::make_shared<Call>();
+    Begin(call->handler, Capabilities());
+    if (letter != '\0') {
+        call->text = ReadInput(letter);
+    }
+    return call;
+}
+
+/// An answer of nothing would be the fastest of all.
+void Demand(bool fHolds, const char* what) {
+    if (!fHolds) {
+        std::fprintf(stderr, "not what is measured: %s\n", what);
+        std::exit(2);
+    }
+}
+
+/// The text is read, the record filled, the sections freed.
+std::function<void()> PrepareParse(char letter) {
+    auto call = BeginCall(letter);
+    call->handler.ParseTheSDP(call->text, call->remote);
+    Demand(!call->handler.IsOffer() && call->remote.fIsAudioValid, "a text with an audio section");
+    call->handler.ResetRemoteSDP();
+    return [call] {
+        call->handler.ParseTheSDP(call->text, call->remote);
+        call->handler.ResetRemoteSDP();
+    };
+}
+
+/// The description that answers a text already read, or the offer when there is none.
+std::function<void()> PrepareDescribe(char letter) {
+    auto call = BeginCall(letter);
+    if (letter != '\0') {
+        call->handler.ParseTheSDP(call->text, call->remote);
+    }
+    const std::string description = call->handler.GetLocalSDP();
+    Demand(description.find("RTP/SAVP") != std::string::npos, "SRTP");
+    Demand(description.find("UDP/BFCP") != std::string::npos, "floor control");
+    Demand(description.find("a=content:slides") != std::string::npos, "a presentation");
+    return [call] { call->handler.GetLocalSDP(); };
+}
+
+/// A call from its first to its last moment: construct, set up, parse, answer, destroy.
+std::function<void()> PrepareLife(char letter) {
+    auto local = std::make_shared<LocalSDP>(Capabilities());
+    const std::string text = ReadInput(letter);
+    return [local, text] {
+        SDPHandler handler;
+        RemoteSDP remote;
+        Begin(handler, *local);
+        handler.ParseTheSDP(text, remote);
+        handler.GetLocalSDP();
+    };
+}
+
+} // namespace
+
+const std::vector<Operation>& Operations() {
+    static const std::vector<Operation> operations = [] {
+        std::vector<Operation> all;
+        for (const Input& input : kInputs) {
+            const char letter = input.letter;
+            all.push_back({std::string("parse ") + letter, [letter] { return PrepareParse(letter); }});
+        }
+        all.push_back({"offer", [] { return PrepareDescribe('\0'); }});
+        for (const char letter : {'b', 'c', 'd'}) {
+            all.push_back({std::string("answer ") + letter, [letter] { return PrepareDescribe(letter); }});
+        }
+        all.push_back({"life c", [] { return PrepareLife('c'); }});
+        return all;
+    }();
+    return operations;
+}
+
+} // namespace bench
