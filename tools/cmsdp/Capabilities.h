@@ -10,7 +10,6 @@
 #include "SDP.h"
 #include "SDPHandler.h"
 
-#include <array>
 #include <string>
 
 namespace cmsdp {
@@ -18,9 +17,9 @@ namespace cmsdp {
 /// One side of a call before it begins.
 struct Capabilities {
     LocalSDP local;
-    bool srtp = false;                              ///< SDPHandler::m_bSRTP
-    bool floorControl = false;                      ///< SDPHandler::SetBfcpSupport
-    std::array<bool, baseSDP::SRTP_MAX> keyGiven{}; ///< the local file gives this stream's key
+    bool srtp = false;                     ///< SDPHandler::m_bSRTP
+    bool floorControl = false;             ///< SDPHandler::SetBfcpSupport
+    bool keyGiven[baseSDP::SRTP_MAX] = {}; ///< the local file gives this stream's key
 };
 
 /// Four audio codecs, H.264 in both packetization modes, presentation with floor control, SRTP off.

@@ -225,7 +225,7 @@ void Reader::Key(const char* name, Capabilities& c, baseSDP::SRTP_M_LINE stream)
         Fail(MemberPath(m_path, name), "null or the 40 base64 characters of a key and a salt", what,
              "leave it null and a key is made");
     }
-    c.keyGiven.at(stream) = true;
+    c.keyGiven[stream] = true;
 }
 
 void Reader::RefuseTheRest() const {

@@ -79,7 +79,7 @@ std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
         return error.get_name() == "RequiredError" ? "a verb is missing" : error.what();
     }
     const std::string first = app.remaining().front();
-    return Quoted(first) + (first.front() == '-' ? " is no option" : " is no verb");
+    return Quoted(first) + (first.compare(0, 1, "-") == 0 ? " is no option" : " is no verb");
 }
 
 std::string HelpWords(const CLI::App& app) {

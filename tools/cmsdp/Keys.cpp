@@ -48,7 +48,7 @@ void MakeMissingKeys(Capabilities& capabilities) {
     for (const auto stream : {baseSDP::SRTP_AUDIO, baseSDP::SRTP_VIDEO, baseSDP::SRTP_VIDEO_PRESO}) {
         const bool wanted =
             capabilities.local.cryptoAlgo[stream] != Quor::media::rtp::CryptoParams::CRYPTO_NONE;
-        if (wanted && !capabilities.keyGiven.at(stream)) {
+        if (wanted && !capabilities.keyGiven[stream]) {
             KeyBytes made;
             if (RAND_bytes(made.bytes.data(), static_cast<int>(made.bytes.size())) != 1) {
                 throw ToolError(kFailed,

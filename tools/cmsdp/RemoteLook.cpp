@@ -83,8 +83,8 @@ void Looker::NoteMisread(std::string_view line, const char* keyword, const char*
     if (BeginsWith(line, keyword) || m_look.notes.size() >= mostNotes) {
         return;
     }
-    m_look.notes.push_back("line " + std::to_string(m_lineNumber) + " (" + Quoted(line) + ") holds \"" +
-                           keyword + "\" and is taken for " + kind);
+    m_look.notes.push_back("line " + std::to_string(m_lineNumber) + " is taken for " + kind +
+                           ", because it holds \"" + keyword + "\": " + Quoted(line));
 }
 
 void Looker::Media(const std::vector<std::string_view>& words, std::string_view line) {

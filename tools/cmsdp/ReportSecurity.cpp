@@ -46,7 +46,7 @@ std::string WithoutSuite(const SeenSection& section, const Capabilities& c) {
     if (Has(section.transport, "SAVP")) {
         return "not encrypted: the far end wants " + section.transport + " and gives no key";
     }
-    return c.srtp ? "not encrypted: SRTP is on on this side, but the far end gives no key" : "";
+    return c.srtp ? "not encrypted: SRTP is switched on here, but the far end gives no key" : "";
 }
 
 } // namespace

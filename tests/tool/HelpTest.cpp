@@ -1,0 +1,99 @@
+// Help begins with an example, fits 80 columns, and names what the verb takes.
+#include "Help.h"
+#include "Expect.h"
+#include "RunTool.h"
+
+#include <fstream>
+#include <sstream>
+
+namespace tool {
+
+namespace {
+
+class Help : public ToolTest {
+protected:
+    void ExpectHelp(const std::vector<std::string>& arguments, const std::string& begin) const {
+        const Result run = Cmsdp(arguments);
+        EXPECT_EQ(run.status, 0);
+        EXPECT_TEXT(run.err, "");
+        EXPECT_TEXT(run.out.substr(0, begin.size()), begin);
+        std::istringstream lines(run.out);
+        std::string line;
+        while (std::getline(lines, line)) {
+            EXPECT_LE(line.size(), 80U) << line;
+        }
+        EXPECT_EQ(run.out.back(), '\n');
+    }
+};
+
+TEST_F(Help, OfTheTool) {
+    ExpectHelp({"--help"}, "Example:\n"
+                           "  cmsdp inspect offer.sdp          what did they offer, and what comes of it?\n"
+                           "  cmsdp answer offer.sdp           what do we answer?\n"
+                           "\n"
+                           "Usage: cmsdp VERB [OPTIONS]\n");
+}
+
+TEST_F(Help, OfTheToolInShort) {
+    EXPECT_TEXT(Cmsdp({"-h"}).out, Cmsdp({"--help"}).out);
+}
+
+TEST_F(Help, OfOffer) {
+    ExpectHelp({"offer", "--help"}, "Example:\n"
+                                    "  cmsdp offer > offer.sdp\n"
+                                    "  cmsdp capabilities > me.json     edit me.json, then:\n"
+                                    "  cmsdp offer --local me.json\n"
+                                    "\n"
+                                    "Usage: cmsdp offer [--local FILE] [--show-secrets]\n");
+}
+
+TEST_F(Help, OfAnswer) {
+    ExpectHelp({"answer", "-h"}, "Example:\n"
+                                 "  cmsdp answer offer.sdp > answer.sdp\n"
+                                 "  xclip -o | cmsdp answer --local me.json\n"
+                                 "\n"
+                                 "Usage: cmsdp answer [--local FILE] [--exact] [--show-secrets] [REMOTE]\n");
+}
+
+TEST_F(Help, OfInspect) {
+    ExpectHelp({"inspect", "--help"},
+               "Example:\n"
+               "  cmsdp inspect offer.sdp\n"
+               "  cmsdp inspect --json offer.sdp | jq .main_video.why\n"
+               "\n"
+               "Usage: cmsdp inspect [--local FILE] [--json] [--exact] [--show-secrets]\n"
+               "                     [REMOTE]\n");
+}
+
+TEST_F(Help, OfCall) {
+    ExpectHelp({"call", "--help"}, "Example:\n"
+                                   "  cmsdp call\n"
+                                   "  cmsdp call --offerer alice.json --answerer bob.json\n"
+                                   "\n"
+                                   "Usage: cmsdp call [--offerer FILE] [--answerer FILE] [--show-secrets]\n");
+}
+
+TEST_F(Help, OfCapabilities) {
+    ExpectHelp({"capabilities", "--help"}, "Example:\n"
+                                           "  cmsdp capabilities > me.json     edit me.json, then:\n"
+                                           "  cmsdp offer --local me.json\n"
+                                           "\n"
+                                           "Usage: cmsdp capabilities\n");
+}
+
+// The version is written in the command and in the project; this is what keeps the two the same.
+TEST_F(Help, VersionIsThatOfTheProject) {
+    std::ifstream file(std::string(COMMONMEDIA_SOURCE_DIR) + "/CMakeLists.txt");
+    std::string word;
+    while (file >> word && word != "VERSION") {
+    }
+    ASSERT_TRUE(file >> word);
+    const Result run = Cmsdp({"--version"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TEXT(run.out, "cmsdp " + word + "\n");
+    EXPECT_TEXT(run.err, "");
+}
+
+} // namespace
+
+} // namespace tool

@@ -1,0 +1,156 @@
+// The JSON, whole: names, order, units, and what stands for nothing.
+#include "Expect.h"
+#include "RunTool.h"
+
+#include <nlohmann/json.hpp>
+
+namespace tool {
+
+namespace {
+
+class InspectJson : public ToolTest {};
+
+constexpr const char* kCall = "v=0\r\n"
+                              "c=IN IP4 198.51.100.7\r\n"
+                              "m=audio 5004 RTP/SAVP 0 101\r\n"
+                              "a=rtpmap:101 telephone-event/8000\r\n"
+                              "b=TIAS:64000\r\n"
+                              "a=crypto:4 AES_CM_128_HMAC_SHA1_32 "
+                              "inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n"
+                              "m=video 5006 RTP/AVP 97\r\n"
+                              "b=TIAS:704000\r\n"
+                              "a=rtpmap:97 H264/90000\r\n"
+                              "a=fmtp:97 profile-level-id=42801f;max-mbps=108000;max-fs=3600;max-br=2000;"
+                              "packetization-mode=1\r\n"
+                              "a=inactive\r\n"
+                              "m=application 5010 UDP/BFCP *\r\n"
+                              "a=floorctrl:s-only\r\n"
+                              "a=confid:7\r\n"
+                              "a=userid:9\r\n";
+
+TEST_F(InspectJson, ACall) {
+    const Result run = CmsdpReads(kCall, {"inspect", "--json"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TEXT(run.out, R"({
+  "schema": "cmsdp.inspect/1",
+  "negotiated": true,
+  "max_bandwidth_bit_per_s": 768000,
+  "notes": [],
+  "audio": {
+    "negotiated": true,
+    "why": null,
+    "notes": [
+      "the far end gives a key, but SRTP is off on this side"
+    ],
+    "section_found": true,
+    "codec": "G711U",
+    "payload_type": 0,
+    "dtmf_payload_type": 101,
+    "address": "198.51.100.7",
+    "port": 5004,
+    "sends": true,
+    "receives": true,
+    "suite": "AES_CM_128_HMAC_SHA1_32",
+    "key": "***"
+  },
+  "main_video": {
+    "negotiated": true,
+    "why": null,
+    "notes": [],
+    "section_found": true,
+    "codec": "H264",
+    "packetization_mode": 1,
+    "payload_type": 97,
+    "address": "198.51.100.7",
+    "port": 5006,
+    "sends": false,
+    "receives": false,
+    "level": "3.1",
+    "max_macroblocks_per_s": 108000,
+    "max_frame_macroblocks": 3600,
+    "max_bit_rate_x1000_bit_per_s": 2000,
+    "suite": null,
+    "key": null
+  },
+  "presentation": {
+    "negotiated": false,
+    "why": "the far end has no video section marked a=content:slides",
+    "notes": [],
+    "section_found": false,
+    "codec": null,
+    "packetization_mode": 0,
+    "payload_type": 0,
+    "address": "",
+    "port": 0,
+    "sends": false,
+    "receives": false,
+    "level": "",
+    "max_macroblocks_per_s": 0,
+    "max_frame_macroblocks": 0,
+    "max_bit_rate_x1000_bit_per_s": 0,
+    "suite": null,
+    "key": null
+  },
+  "floor_control": {
+    "negotiated": true,
+    "why": null,
+    "notes": [],
+    "port": 5010,
+    "conference_id": 7,
+    "user_id": 9,
+    "far_end_is_server": true
+  }
+}
+)");
+    EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
+}
+
+TEST_F(InspectJson, KeysAreShownWhenAsked) {
+    const Result run = CmsdpReads(kCall, {"inspect", "--json", "--show-secrets"});
+    EXPECT_EQ(nlohmann::json::parse(run.out)["audio"]["key"], "WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz");
+    EXPECT_TEXT(run.err, "");
+}
+
+TEST_F(InspectJson, NothingNegotiated) {
+    const Result run =
+        CmsdpReads("v=0\r\nm=video 5006 RTP/AVP 96\r\na=rtpmap:96 VP8/90000\r\n", {"inspect", "--json"});
+    EXPECT_EQ(run.status, 1);
+    const nlohmann::json root = nlohmann::json::parse(run.out);
+    EXPECT_EQ(root["negotiated"], false);
+    EXPECT_EQ(root["audio"]["section_found"], false);
+    EXPECT_EQ(root["audio"]["codec"], nullptr);
+    EXPECT_EQ(root["main_video"]["section_found"], true);
+    EXPECT_EQ(root["main_video"]["codec"], nullptr);
+    EXPECT_EQ(root["main_video"]["why"],
+              "no codec in common: the far end lists VP8/90000 (96); this side takes H264/90000");
+}
+
+TEST_F(InspectJson, IsAsciiWhateverTheFarEndWrites) {
+    const Result run =
+        CmsdpReads("c=IN IP4 \x1b\x7f\xc3\xbc\xff\"\r\nm=audio 5004 RTP/AVP 0\r\n", {"inspect", "--json"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_NE(run.out.find(R"("address": "\u001b\u007f\u00fc\ufffd\"",)"), std::string::npos);
+}
+
+// Every captured description of a real far end: JSON that parses, ASCII, and an exit status that agrees.
+TEST_F(InspectJson, EveryCaptureIsReadable) {
+    const std::vector<std::string> names = Captures();
+    ASSERT_GE(names.size(), 30U);
+    for (const std::string& name : names) {
+        const Result run = CmsdpReads(Capture(name), {"inspect", "--json", "--exact"});
+        const nlohmann::json root = nlohmann::json::parse(run.out, nullptr, false);
+        ASSERT_TRUE(root.is_object()) << name;
+        EXPECT_EQ(run.status, root["negotiated"] == true ? 0 : 1) << name;
+        for (const char* stream : {"audio", "main_video", "presentation", "floor_control"}) {
+            EXPECT_EQ(root[stream]["why"].is_null(), root[stream]["negotiated"] == true)
+                << name << ' ' << stream;
+        }
+        for (const char c : run.out) {
+            ASSERT_TRUE(c == '\n' || (c >= ' ' && c < '\x7f')) << name;
+        }
+    }
+}
+
+} // namespace
+
+} // namespace tool

@@ -1,0 +1,279 @@
+// The table, whole.
+#include "Expect.h"
+#include "RunTool.h"
+
+namespace tool {
+
+namespace {
+
+class Inspect : public ToolTest {};
+
+constexpr const char* kConference =
+    "v=0\r\n"
+    "o=- 1 1 IN IP4 198.51.100.7\r\n"
+    "s=-\r\n"
+    "c=IN IP4 198.51.100.7\r\n"
+    "b=AS:768\r\n"
+    "t=0 0\r\n"
+    "m=audio 5004 RTP/AVP 0 101\r\n"
+    "a=rtpmap:0 PCMU/8000\r\n"
+    "a=rtpmap:101 telephone-event/8000\r\n"
+    "m=video 5006 RTP/AVP 96 97\r\n"
+    "c=IN IP4 198.51.100.8\r\n"
+    "a=rtpmap:96 VP8/90000\r\n"
+    "a=rtpmap:97 H264/90000\r\n"
+    "a=fmtp:97 profile-level-id=42801f;max-mbps=108000;max-fs=3600;max-br=2000;"
+    "packetization-mode=1\r\n"
+    "a=sendonly\r\n"
+    "m=video 5008 RTP/AVP 96\r\n"
+    "a=rtpmap:96 H264/90000\r\n"
+    "a=content:slides\r\n"
+    "a=recvonly\r\n"
+    "m=application 5010 UDP/BFCP *\r\n"
+    "a=floorctrl:s-only\r\n"
+    "a=confid:7\r\n"
+    "a=userid:9\r\n";
+
+TEST_F(Inspect, AConference) {
+    const Result run = CmsdpReads(kConference, {"inspect"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TEXT(run.out, "session\n"
+                         "  bandwidth      768000 bit/s\n"
+                         "\n"
+                         "audio\n"
+                         "  state          negotiated\n"
+                         "  codec          G.711 mu-law\n"
+                         "  payload type   0\n"
+                         "  DTMF payload   101\n"
+                         "  address        198.51.100.7:5004\n"
+                         "  direction      sends and receives\n"
+                         "  suite          none\n"
+                         "\n"
+                         "main video\n"
+                         "  state          negotiated\n"
+                         "  codec          H.264, packetization mode 1\n"
+                         "  payload type   97\n"
+                         "  address        198.51.100.8:5006\n"
+                         "  direction      receives only\n"
+                         "  level          3.1\n"
+                         "  limits         108000 macroblocks/s, 3600 macroblocks per frame, 2000 x1000\n"
+                         "                 bit/s\n"
+                         "  suite          none\n"
+                         "\n"
+                         "presentation\n"
+                         "  state          negotiated\n"
+                         "  codec          H.264, packetization mode 0\n"
+                         "  payload type   96\n"
+                         "  address        198.51.100.7:5008\n"
+                         "  direction      sends only\n"
+                         "  level          not given\n"
+                         "  limits         those of the level\n"
+                         "  suite          none\n"
+                         "\n"
+                         "floor control\n"
+                         "  state          negotiated\n"
+                         "  port           5010\n"
+                         "  conference id  7\n"
+                         "  user id        9\n"
+                         "  far end        server only\n");
+    EXPECT_TEXT(run.err, "");
+}
+
+// The call that comes up without video, and what support wants to read about it.
+TEST_F(Inspect, ACallWithoutVideo) {
+    const Result run = CmsdpReads("v=0\r\n"
+                                  "c=IN IP6 2001:db8::7\r\n"
+                                  "m=audio 5004 UDP/TLS/RTP/SAVPF 9\r\n"
+                                  "m=video 5006 UDP/TLS/RTP/SAVPF 96 98\r\n"
+                                  "a=rtpmap:96 VP8/90000\r\n"
+                                  "a=rtpmap:98 VP9/90000\r\n",
+                                  {"inspect"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TEXT(run.out, "session\n"
+                         "  bandwidth      not limited\n"
+                         "\n"
+                         "audio\n"
+                         "  state          negotiated\n"
+                         "  codec          G.722\n"
+                         "  payload type   9\n"
+                         "  DTMF payload   none\n"
+                         "  address        [2001:db8::7]:5004\n"
+                         "  direction      sends and receives\n"
+                         "  suite          none\n"
+                         "  note           not encrypted: the far end wants DTLS (UDP/TLS/RTP/SAVPF),\n"
+                         "                 which is not understood\n"
+                         "\n"
+                         "main video\n"
+                         "  state          not negotiated\n"
+                         "  why            no codec in common: the far end lists VP8/90000 (96),\n"
+                         "                 VP9/90000 (98); this side takes H264/90000\n"
+                         "\n"
+                         "presentation\n"
+                         "  state          not negotiated\n"
+                         "  why            the far end has no video section marked a=content:slides\n"
+                         "\n"
+                         "floor control\n"
+                         "  state          not negotiated\n"
+                         "  why            the far end has no BFCP section\n");
+    EXPECT_TEXT(run.err, "");
+}
+
+TEST_F(Inspect, NothingNegotiatedIsStatusOne) {
+    const Result run = CmsdpReads("v=0\r\nm=video 5006 RTP/AVP 96\r\na=rtpmap:96 VP8/90000\r\n", {"inspect"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TEXT(run.out, "session\n"
+                         "  bandwidth      not limited\n"
+                         "\n"
+                         "audio\n"
+                         "  state          not negotiated\n"
+                         "  why            the far end has no audio section\n"
+                         "\n"
+                         "main video\n"
+                         "  state          not negotiated\n"
+                         "  why            no codec in common: the far end lists VP8/90000 (96); this\n"
+                         "                 side takes H264/90000\n"
+                         "\n"
+                         "presentation\n"
+                         "  state          not negotiated\n"
+                         "  why            the far end has no video section marked a=content:slides\n"
+                         "\n"
+                         "floor control\n"
+                         "  state          not negotiated\n"
+                         "  why            the far end has no BFCP section\n");
+    EXPECT_TEXT(
+        run.err,
+        "cmsdp: nothing was negotiated: audio: the far end has no audio section; main video: no codec in "
+        "common: the far end lists VP8/90000 (96); this side takes H264/90000; presentation: the far end "
+        "has no video section marked a=content:slides\n");
+}
+
+constexpr const char* kSecure = "v=0\r\n"
+                                "c=IN IP4 198.51.100.7\r\n"
+                                "m=audio 5004 RTP/SAVP 0\r\n"
+                                "a=crypto:4 AES_CM_128_HMAC_SHA1_32 "
+                                "inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz|2^20|1:4\r\n";
+
+constexpr const char* kSecureOnly =
+    R"({"srtp": true, "video": {"main": {"codecs": []}}, "floor_control": {"enabled": false}})";
+
+TEST_F(Inspect, KeysAreHidden) {
+    Write("secure.json", kSecureOnly);
+    const Result run = CmsdpReads(kSecure, {"inspect", "--local", "secure.json"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TEXT(run.out, "session\n"
+                         "  bandwidth      not limited\n"
+                         "\n"
+                         "audio\n"
+                         "  state          negotiated\n"
+                         "  codec          G.711 mu-law\n"
+                         "  payload type   0\n"
+                         "  DTMF payload   none\n"
+                         "  address        198.51.100.7:5004\n"
+                         "  direction      sends and receives\n"
+                         "  suite          AES_CM_128_HMAC_SHA1_32\n"
+                         "  key            ***\n"
+                         "\n"
+                         "main video\n"
+                         "  state          not negotiated\n"
+                         "  why            the far end has no video section\n"
+                         "\n"
+                         "presentation\n"
+                         "  state          not negotiated\n"
+                         "  why            the far end has no video section marked a=content:slides\n"
+                         "\n"
+                         "floor control\n"
+                         "  state          not negotiated\n"
+                         "  why            the far end has no BFCP section\n");
+    EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
+}
+
+TEST_F(Inspect, KeysAreShownWhenAsked) {
+    Write("secure.json", kSecureOnly);
+    const Result run = CmsdpReads(kSecure, {"inspect", "--show-secrets", "--local", "secure.json"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TEXT(run.out, "session\n"
+                         "  bandwidth      not limited\n"
+                         "\n"
+                         "audio\n"
+                         "  state          negotiated\n"
+                         "  codec          G.711 mu-law\n"
+                         "  payload type   0\n"
+                         "  DTMF payload   none\n"
+                         "  address        198.51.100.7:5004\n"
+                         "  direction      sends and receives\n"
+                         "  suite          AES_CM_128_HMAC_SHA1_32\n"
+                         "  key            WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\n"
+                         "\n"
+                         "main video\n"
+                         "  state          not negotiated\n"
+                         "  why            the far end has no video section\n"
+                         "\n"
+                         "presentation\n"
+                         "  state          not negotiated\n"
+                         "  why            the far end has no video section marked a=content:slides\n"
+                         "\n"
+                         "floor control\n"
+                         "  state          not negotiated\n"
+                         "  why            the far end has no BFCP section\n");
+    EXPECT_TEXT(run.err, "");
+}
+
+// Escape sequences, a bidirectional mark, a key in the place of a name, and a line that a lost line end
+// joined.
+TEST_F(Inspect, TheFarEndCannotPaintTheTableNorLeakAKeyIntoIt) {
+    const Result run = CmsdpReads("v=0\r\n"
+                                  "c=IN IP4 \x1b[31m\xe2\x80\xae\\7.0.0.1\r\n"
+                                  "m=audio 5004 RTP/AVP 0\r\n"
+                                  "m=video 5006 RTP/AVP 96 97 98\r\n"
+                                  "a=rtpmap:96 \x9bVP8\x07\r\n"
+                                  "a=rtpmap:97 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n"
+                                  "a=tool:x\na=crypto:1 AES_CM_128_HMAC_SHA1_32 "
+                                  "inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz c=x\r\n",
+                                  {"inspect", "--exact"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TEXT(run.out, "session\n"
+                         "  bandwidth      not limited\n"
+                         "  note           line 7 is taken for a connection line, because it holds \"c=\":\n"
+                         "                 \"a=tool:x\\x0aa=crypto:1 AES_CM_128_HMAC_SHA1...\"\n"
+                         "\n"
+                         "audio\n"
+                         "  state          negotiated\n"
+                         "  codec          G.711 mu-law\n"
+                         "  payload type   0\n"
+                         "  DTMF payload   none\n"
+                         "  address        \\x1b[31m\\xe2\\x80\\xae\\\\7.0.0.1:5004\n"
+                         "  direction      sends and receives\n"
+                         "  suite          none\n"
+                         "\n"
+                         "main video\n"
+                         "  state          not negotiated\n"
+                         "  why            no codec in common: the far end lists \\x9bVP8\\x07 (96),\n"
+                         "                 inline:*** (97), payload type 98 without a name; this side\n"
+                         "                 takes H264/90000\n"
+                         "\n"
+                         "presentation\n"
+                         "  state          not negotiated\n"
+                         "  why            the far end has no video section marked a=content:slides\n"
+                         "\n"
+                         "floor control\n"
+                         "  state          not negotiated\n"
+                         "  why            the far end has no BFCP section\n");
+    EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
+}
+
+TEST_F(Inspect, AVeryLongAddressIsCut) {
+    const Result run =
+        CmsdpReads("c=IN IP4 " + std::string(5000, '7') + "\r\nm=audio 5004 RTP/AVP 0\r\n", {"inspect"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_NE(run.out.find("  address        " + std::string(100, '7') + "...:5004\n"), std::string::npos);
+}
+
+TEST_F(Inspect, AnAddressThatIsMissing) {
+    const Result run = CmsdpReads("m=audio 5004 RTP/AVP 0\r\n", {"inspect"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_NE(run.out.find("  address        (no address):5004\n"), std::string::npos);
+}
+
+} // namespace
+
+} // namespace tool

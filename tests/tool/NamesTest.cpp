@@ -1,0 +1,60 @@
+// What the records' numbers are called.
+#include "Names.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using cmsdp::CodecInWords;
+using cmsdp::CodecNames;
+using cmsdp::DirectionInWords;
+using cmsdp::NameOf;
+using cmsdp::RoleNames;
+using cmsdp::SuiteNames;
+
+TEST(Names, OfCodecs) {
+    EXPECT_EQ(NameOf(CodecNames(), 1), "G711U");
+    EXPECT_EQ(NameOf(CodecNames(), 2), "H264_MODE_1");
+    EXPECT_EQ(NameOf(CodecNames(), 4), "VP8");
+    EXPECT_EQ(NameOf(CodecNames(), 8), "G729");
+    EXPECT_EQ(NameOf(CodecNames(), 16), "G7221");
+    EXPECT_EQ(NameOf(CodecNames(), 32), "H264_MODE_0");
+    EXPECT_EQ(NameOf(CodecNames(), 64), "G722");
+    EXPECT_EQ(NameOf(CodecNames(), 256), "UNKNOWN");
+}
+
+TEST(Names, OfSuites) {
+    EXPECT_EQ(NameOf(SuiteNames(), 0), "none");
+    EXPECT_EQ(NameOf(SuiteNames(), 1), "AES_CM_128_HMAC_SHA1_32");
+    EXPECT_EQ(NameOf(SuiteNames(), 2), "AES_CM_128_HMAC_SHA1_80");
+    EXPECT_EQ(NameOf(SuiteNames(), 3), "AES_CM_256_HMAC_SHA1_80");
+    EXPECT_EQ(NameOf(SuiteNames(), 4), "AEAD_AES_GCM_128");
+    EXPECT_EQ(NameOf(SuiteNames(), 5), "AEAD_AES_GCM_256");
+}
+
+TEST(Names, OfRoles) {
+    EXPECT_EQ(NameOf(RoleNames(), 0), "main");
+    EXPECT_EQ(NameOf(RoleNames(), 1), "presentation");
+    EXPECT_EQ(NameOf(RoleNames(), 100), "unknown");
+}
+
+TEST(Names, OfAValueWithoutAName) {
+    EXPECT_EQ(NameOf(SuiteNames(), -7), "-7");
+}
+
+TEST(Names, CodecsAsPeopleWriteThem) {
+    EXPECT_EQ(CodecInWords(PAYLOAD_G711U), "G.711 mu-law");
+    EXPECT_EQ(CodecInWords(PAYLOAD_G729), "G.729");
+    EXPECT_EQ(CodecInWords(PAYLOAD_G7221), "G.722.1, 16 kHz, 32 kbit/s");
+    EXPECT_EQ(CodecInWords(PAYLOAD_G722), "G.722");
+    EXPECT_EQ(CodecInWords(PAYLOAD_UNKNOWN), "none");
+}
+
+TEST(Names, DirectionsAsSeenFromThisSide) {
+    EXPECT_EQ(DirectionInWords(true, true), "sends and receives");
+    EXPECT_EQ(DirectionInWords(true, false), "sends only");
+    EXPECT_EQ(DirectionInWords(false, true), "receives only");
+    EXPECT_EQ(DirectionInWords(false, false), "on hold");
+}
+
+} // namespace

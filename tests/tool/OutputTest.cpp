@@ -1,0 +1,189 @@
+// Standard output that cannot be written, and terminals.
+#include "Expect.h"
+#include "RunTool.h"
+
+namespace tool {
+
+namespace {
+
+class Output : public ToolTest {
+protected:
+    Result To(Out out, const std::vector<std::string>& arguments) const {
+        How how;
+        how.out = out;
+        how.environment = {{"TERM", "xterm"}, {"NO_COLOR", ""}};
+        return Cmsdp(arguments, how);
+    }
+};
+
+const std::vector<std::vector<std::string>> kWriters = {{"offer"},
+                                                        {"answer", "offer.sdp"},
+                                                        {"inspect", "offer.sdp"},
+                                                        {"inspect", "--json", "offer.sdp"},
+                                                        {"call"},
+                                                        {"capabilities"},
+                                                        {"--help"},
+                                                        {"--version"}};
+
+TEST_F(Output, ClosedStandardOutputIsAnError) {
+    Write("offer.sdp", "v=0\r\nm=audio 5004 RTP/AVP 0\r\n");
+    for (const auto& arguments : kWriters) {
+        const Result run = To(Out::kClosed, arguments);
+        EXPECT_EQ(run.status, 5) << arguments[0];
+        EXPECT_TEXT(run.err, "cmsdp: standard output cannot be written: Bad file descriptor\n");
+    }
+}
+
+TEST_F(Output, AFullDiskIsAnError) {
+    Write("offer.sdp", "v=0\r\nm=audio 5004 RTP/AVP 0\r\n");
+    for (const auto& arguments : kWriters) {
+        const Result run = To(Out::kFullDisk, arguments);
+        EXPECT_EQ(run.status, 5) << arguments[0];
+        EXPECT_TEXT(run.err, "cmsdp: standard output cannot be written: No space left on device\n");
+    }
+}
+
+TEST_F(Output, AReaderThatWentAwayIsAnError) {
+    Write("offer.sdp", "v=0\r\nm=audio 5004 RTP/AVP 0\r\n");
+    for (const auto& arguments : kWriters) {
+        const Result run = To(Out::kBrokenPipe, arguments);
+        EXPECT_EQ(run.status, 5) << arguments[0];
+        EXPECT_TEXT(run.err, "cmsdp: standard output cannot be written: Broken pipe\n");
+    }
+}
+
+constexpr const char* kHeld = "v=0\r\nc=IN IP4 198.51.100.7\r\nm=audio 5004 RTP/AVP 0\r\na=inactive\r\n";
+
+constexpr const char* kPlainTable =
+    "session\n"
+    "  bandwidth      not limited\n"
+    "\n"
+    "audio\n"
+    "  state          negotiated\n"
+    "  codec          G.711 mu-law\n"
+    "  payload type   0\n"
+    "  DTMF payload   none\n"
+    "  address        198.51.100.7:5004\n"
+    "  direction      on hold\n"
+    "  suite          none\n"
+    "\n"
+    "main video\n"
+    "  state          not negotiated\n"
+    "  why            the far end has no video section\n"
+    "\n"
+    "presentation\n"
+    "  state          not negotiated\n"
+    "  why            the far end has no video section marked a=content:slides\n"
+    "\n"
+    "floor control\n"
+    "  state          not negotiated\n"
+    "  why            the far end has no BFCP section\n";
+
+TEST_F(Output, ColourOnATerminal) {
+    Write("held.sdp", kHeld);
+    const Result run = To(Out::kTerminal, {"inspect", "held.sdp"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TEXT(run.out, "\x1b[1msession\x1b[0m\n"
+                         "  bandwidth      not limited\n"
+                         "\n"
+                         "\x1b[1maudio\x1b[0m\n"
+                         "  state          \x1b[32mnegotiated\x1b[0m\n"
+                         "  codec          G.711 mu-law\n"
+                         "  payload type   0\n"
+                         "  DTMF payload   none\n"
+                         "  address        198.51.100.7:5004\n"
+                         "  direction      on hold\n"
+                         "  suite          none\n"
+                         "\n"
+                         "\x1b[1mmain video\x1b[0m\n"
+                         "  state          \x1b[33mnot negotiated\x1b[0m\n"
+                         "  why            the far end has no video section\n"
+                         "\n"
+                         "\x1b[1mpresentation\x1b[0m\n"
+                         "  state          \x1b[33mnot negotiated\x1b[0m\n"
+                         "  why            the far end has no video section marked a=content:slides\n"
+                         "\n"
+                         "\x1b[1mfloor control\x1b[0m\n"
+                         "  state          \x1b[33mnot negotiated\x1b[0m\n"
+                         "  why            the far end has no BFCP section\n");
+}
+
+TEST_F(Output, NoColourWithNoColorSet) {
+    Write("held.sdp", kHeld);
+    How how;
+    how.out = Out::kTerminal;
+    how.environment = {{"TERM", "xterm"}, {"NO_COLOR", "1"}};
+    EXPECT_TEXT(Cmsdp({"inspect", "held.sdp"}, how).out, kPlainTable);
+}
+
+TEST_F(Output, NoColourOnADumbTerminal) {
+    Write("held.sdp", kHeld);
+    How how;
+    how.out = Out::kTerminal;
+    how.environment = {{"TERM", "dumb"}, {"NO_COLOR", ""}};
+    EXPECT_TEXT(Cmsdp({"inspect", "held.sdp"}, how).out, kPlainTable);
+}
+
+TEST_F(Output, NoColourInAFile) {
+    Write("held.sdp", kHeld);
+    EXPECT_TEXT(To(Out::kFile, {"inspect", "held.sdp"}).out, kPlainTable);
+}
+
+TEST_F(Output, NoColourInJson) {
+    Write("held.sdp", kHeld);
+    const Result file = To(Out::kFile, {"inspect", "--json", "held.sdp"});
+    const Result terminal = To(Out::kTerminal, {"inspect", "--json", "held.sdp"});
+    EXPECT_TEXT(terminal.out, file.out);
+}
+
+// A surplus section is copied into the answer, escape sequences and all.
+constexpr const char* kPainting = "v=0\r\n"
+                                  "m=audio 5004 RTP/AVP 0\r\n"
+                                  "m=audio 0 RTP/AVP 0\r\n"
+                                  "m=text 5010 RTP/AVP \x1b[2J\xe2\x80\xae\r\n";
+
+TEST_F(Output, AnswersKeepTheirBytesInAFile) {
+    Write("painting.sdp", kPainting);
+    Write("audio.json", R"({"video": {"main": {"codecs": []}}, "floor_control": {"enabled": false}})");
+    const Result run = To(Out::kFile, {"answer", "--local", "audio.json", "painting.sdp"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TEXT(MaskId(run.out), "v=0\r\n"
+                                 "o=Quillmarshorizon ID 2 IN IP4 192.0.2.1\r\n"
+                                 "s=-\r\n"
+                                 "c=IN IP4 192.0.2.1\r\n"
+                                 "b=AS:1064\r\n"
+                                 "t=0 0\r\n"
+                                 "m=audio 16384 RTP/AVP 0 101\r\n"
+                                 "b=TIAS:64000\r\n"
+                                 "a=rtpmap:0 PCMU/8000\r\n"
+                                 "a=rtpmap:101 telephone-event/8000\r\n"
+                                 "a=fmtp:101 0-15\r\n"
+                                 "a=sendrecv\r\n"
+                                 "a=rtcp:16385 IN IP4 192.0.2.1\r\n"
+                                 "m=text 0 RTP/AVP \x1b[2J\xe2\x80\xae\r\n");
+}
+
+TEST_F(Output, AnswersAreHarmlessOnATerminal) {
+    Write("painting.sdp", kPainting);
+    Write("audio.json", R"({"video": {"main": {"codecs": []}}, "floor_control": {"enabled": false}})");
+    const Result run = To(Out::kTerminal, {"answer", "--local", "audio.json", "painting.sdp"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TEXT(MaskId(run.out), "v=0\r\n"
+                                 "o=Quillmarshorizon ID 2 IN IP4 192.0.2.1\r\n"
+                                 "s=-\r\n"
+                                 "c=IN IP4 192.0.2.1\r\n"
+                                 "b=AS:1064\r\n"
+                                 "t=0 0\r\n"
+                                 "m=audio 16384 RTP/AVP 0 101\r\n"
+                                 "b=TIAS:64000\r\n"
+                                 "a=rtpmap:0 PCMU/8000\r\n"
+                                 "a=rtpmap:101 telephone-event/8000\r\n"
+                                 "a=fmtp:101 0-15\r\n"
+                                 "a=sendrecv\r\n"
+                                 "a=rtcp:16385 IN IP4 192.0.2.1\r\n"
+                                 "m=text 0 RTP/AVP \\x1b[2J\\xe2\\x80\\xae\r\n");
+}
+
+} // namespace
+
+} // namespace tool

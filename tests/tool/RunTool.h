@@ -1,0 +1,56 @@
+// Runs the built command the way a user does: arguments, standard input, environment, and whatever stands at
+// the other end of standard output. Each run happens in a directory of its own, so that file names in
+// messages are short and the same everywhere.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tool {
+
+/// What a run left behind.
+struct Result {
+    int status = -1; ///< exit status; 1000 plus the signal when one ended it
+    std::string out;
+    std::string err;
+};
+
+/// What stands at the other end of standard output.
+enum class Out { kFile, kClosed, kFullDisk, kBrokenPipe, kTerminal };
+
+/// How a run differs from the ordinary.
+struct How {
+    std::string input;
+    Out out = Out::kFile;
+    std::vector<std::pair<std::string, std::string>> environment;
+};
+
+/// A test with a directory of its own.
+class ToolTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    /// Writes a file into the directory.
+    void Write(const std::string& name, const std::string& bytes) const;
+    std::string Read(const std::string& name) const;
+    /// Runs cmsdp in the directory.
+    Result Cmsdp(const std::vector<std::string>& arguments, const How& how = {}) const;
+    /// The same with a text on standard input.
+    Result CmsdpReads(const std::string& input, const std::vector<std::string>& arguments) const;
+
+    std::string m_directory;
+};
+
+/// The session id is the tick count of the run, so it is written as "ID". Nothing else is changed.
+std::string MaskId(const std::string& text);
+
+/// A captured description of the corpus.
+std::string Capture(const std::string& name);
+/// The names of all of them.
+std::vector<std::string> Captures();
+
+} // namespace tool
