@@ -53,6 +53,72 @@ TEST(SDPText, CuttingAWordLeavesTheRestUntouched) {
     EXPECT_EQ(rest, "");
 }
 
+/// A text of `length` letters with `c` at one place.
+std::string LettersWith(std::size_t length, std::size_t at, char c) {
+    std::string text(length, 'x');
+    text[at] = c;
+    return text;
+}
+
+TEST(SDPText, ByteIsFoundAtEveryPlaceOfEveryLength) {
+    for (std::size_t length = 0; length < 40; ++length) {
+        EXPECT_EQ(sdp::FindByte(std::string(length, 'x'), '='), std::string_view::npos) << length;
+        for (std::size_t at = 0; at < length; ++at) {
+            EXPECT_EQ(sdp::FindByte(LettersWith(length, at, '='), '='), at) << length;
+        }
+    }
+}
+
+TEST(SDPText, ByteIsFoundBesideItsNeighboursInTheAlphabet) {
+    EXPECT_EQ(sdp::FindByte("<><><><><><><><=>>=", '='), 15U);
+    EXPECT_EQ(sdp::FindByte(std::string_view("\0\1\0\1\0\1\0\1\2", 9), '\2'), 8U);
+    EXPECT_EQ(sdp::FindByte("\xBD\xBD\xBD\xBD\xBD\xBD\xBD=", '='), 7U);
+}
+
+TEST(SDPText, FirstOfSeveralBytesIsFound) {
+    EXPECT_EQ(sdp::FindByte("a=b=c=d=e=f=g=", '='), 1U);
+    EXPECT_EQ(sdp::FindByte("........========", '='), 8U);
+}
+
+TEST(SDPText, BlankIsFoundAtEveryPlaceOfEveryLength) {
+    for (const char blank : {' ', '\t', '\n', '\v', '\f', '\r'}) {
+        for (std::size_t length = 0; length < 40; ++length) {
+            EXPECT_EQ(sdp::FindBlank(std::string(length, 'x')), length);
+            for (std::size_t at = 0; at < length; ++at) {
+                EXPECT_EQ(sdp::FindBlank(LettersWith(length, at, blank)), at) << length;
+            }
+        }
+    }
+}
+
+TEST(SDPText, ControlCharactersAreNoBlanks) {
+    for (std::size_t length = 1; length < 40; ++length) {
+        for (std::size_t at = 0; at < length; ++at) {
+            EXPECT_EQ(sdp::FindBlank(LettersWith(length, at, '\x1f')), length) << at;
+            EXPECT_EQ(sdp::FindBlank(LettersWith(length, at, '\x80')), length) << at;
+            EXPECT_EQ(sdp::FindBlank(LettersWith(length, at, '!')), length) << at;
+        }
+    }
+    EXPECT_EQ(sdp::FindBlank("\x01\x02\x03\x04\x05\x06\x07\x08 "), 8U);
+    EXPECT_EQ(sdp::FindBlank("ab\x01"
+                             "cd\x02 gh"),
+              6U);
+}
+
+TEST(SDPText, LineEndsInBothItsBytes) {
+    EXPECT_EQ(sdp::FindLineEnd("v=0\r\ns=-\r\n"), 3U);
+    EXPECT_EQ(sdp::FindLineEnd("v=0\rs=-\ns\r\r\n"), 10U);
+    EXPECT_EQ(sdp::FindLineEnd("\r\n"), 0U);
+    EXPECT_EQ(sdp::FindLineEnd("v=0\r"), std::string_view::npos);
+    EXPECT_EQ(sdp::FindLineEnd("v=0\n\r"), std::string_view::npos);
+    EXPECT_EQ(sdp::FindLineEnd("v=0\n"), std::string_view::npos);
+    EXPECT_EQ(sdp::FindLineEnd(""), std::string_view::npos);
+}
+
+TEST(SDPText, LineEndIsNotReadBeyondTheText) {
+    EXPECT_EQ(sdp::FindLineEnd(std::string_view("v=0\r\n", 4)), std::string_view::npos);
+}
+
 TEST(SDPText, StartsWithComparesTheWholeStart) {
     EXPECT_TRUE(sdp::StartsWith("bitrate=32000", "bitrate="));
     EXPECT_TRUE(sdp::StartsWith("bitrate", "bitrate"));
