@@ -1,0 +1,29 @@
+// The two outcomes that every other is compared with, and the tools of comparison themselves.
+#include "Hostile.h"
+
+namespace {
+
+using namespace hostile;
+
+TEST(HostileBase, ConferenceIsReadAndAnsweredWhole) {
+    EXPECT_TEXT(Outcome(kConference), kConferenceOutcome);
+}
+
+TEST(HostileBase, TextWithoutALineLeavesAnOffer) {
+    EXPECT_TEXT(Outcome("no line"), kNothingOutcome);
+}
+
+TEST(HostileBase, DifferenceShowsWhatWentAndWhatCame) {
+    EXPECT_TEXT(Difference("a\nb\nc\n", "a\nb\nc\n"), "");
+    EXPECT_TEXT(Difference("a\nb\nc\n", "a\nx\ny\nc\nd\n"), "-b\n+x\n+y\n+d\n");
+    EXPECT_TEXT(Difference("a\nb\n", ""), "-a\n-b\n");
+    EXPECT_TEXT(Difference("", "a\n"), "+a\n");
+}
+
+TEST(HostileBase, KeyWindowsAreFoundInAnyForm) {
+    EXPECT_EQ(KeyWindows("no key in here, and no audio"), std::vector<std::string>());
+    EXPECT_EQ(KeyWindows("away audio key 1").size(), 9U);
+    EXPECT_EQ(KeyWindows("...bmVhciB2..."), std::vector<std::string>({"bmVhciB2"}));
+}
+
+} // namespace

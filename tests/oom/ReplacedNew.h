@@ -1,0 +1,128 @@
+// Every form of operator new and delete, replaced for the whole program. Include this in exactly one source.
+//
+// A program that defines ALLOCATIONS_FILL before gets its blocks filled with that byte, so that a test may
+// look at a whole block, unused tail included, without reading what nobody wrote.
+#pragma once
+
+#include "oom/Allocations.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <malloc.h>
+#include <new>
+
+namespace allocations {
+
+inline void* TakeBlock(std::size_t size, std::size_t alignment) {
+    if (ledger.fCounting) {
+        ++ledger.calls;
+        const bool fReached = ledger.failAt != 0 && ledger.calls >= ledger.failAt;
+        if (fReached && (ledger.fFailOn || ledger.calls == ledger.failAt)) {
+            ++ledger.failures;
+            return nullptr;
+        }
+    }
+    void* block = nullptr;
+    if (alignment <= alignof(std::max_align_t)) {
+        block = std::malloc(size == 0 ? 1 : size);
+    } else if (posix_memalign(&block, alignment, size == 0 ? 1 : size) != 0) {
+        block = nullptr;
+    }
+#ifdef ALLOCATIONS_FILL
+    if (block != nullptr) {
+        std::memset(block, ALLOCATIONS_FILL, malloc_usable_size(block));
+    }
+#endif
+    if (ledger.fCounting && block != nullptr) {
+        ++ledger.live;
+        ledger.bytes += size;
+    }
+    return block;
+}
+
+inline void* TakeOrThrow(std::size_t size, std::size_t alignment) {
+    void* const block = TakeBlock(size, alignment);
+    if (block == nullptr) {
+        throw std::bad_alloc();
+    }
+    return block;
+}
+
+inline void GiveBack(void* block) noexcept {
+    if (block == nullptr) {
+        return;
+    }
+    if (ledger.fCounting) {
+        --ledger.live;
+    }
+    if (ledger.beforeFree != nullptr) {
+        ledger.beforeFree(static_cast<const unsigned char*>(block), malloc_usable_size(block));
+    }
+    std::free(block);
+}
+
+inline constexpr std::size_t kUsual = alignof(std::max_align_t);
+
+} // namespace allocations
+
+void* operator new(std::size_t size) {
+    return allocations::TakeOrThrow(size, allocations::kUsual);
+}
+void* operator new[](std::size_t size) {
+    return allocations::TakeOrThrow(size, allocations::kUsual);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return allocations::TakeBlock(size, allocations::kUsual);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return allocations::TakeBlock(size, allocations::kUsual);
+}
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    return allocations::TakeOrThrow(size, static_cast<std::size_t>(alignment));
+}
+void* operator new[](std::size_t size, std::align_val_t alignment) {
+    return allocations::TakeOrThrow(size, static_cast<std::size_t>(alignment));
+}
+void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept {
+    return allocations::TakeBlock(size, static_cast<std::size_t>(alignment));
+}
+void* operator new[](std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept {
+    return allocations::TakeBlock(size, static_cast<std::size_t>(alignment));
+}
+
+void operator delete(void* block) noexcept {
+    allocations::GiveBack(block);
+}
+void operator delete[](void* block) noexcept {
+    allocations::GiveBack(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+    allocations::GiveBack(block);
+}
+void operator delete[](void* block, std::size_t) noexcept {
+    allocations::GiveBack(block);
+}
+void operator delete(void* block, const std::nothrow_t&) noexcept {
+    allocations::GiveBack(block);
+}
+void operator delete[](void* block, const std::nothrow_t&) noexcept {
+    allocations::GiveBack(block);
+}
+void operator delete(void* block, std::align_val_t) noexcept {
+    allocations::GiveBack(block);
+}
+void operator delete[](void* block, std::align_val_t) noexcept {
+    allocations::GiveBack(block);
+}
+void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
+    allocations::GiveBack(block);
+}
+void operator delete[](void* block, std::size_t, std::align_val_t) noexcept {
+    allocations::GiveBack(block);
+}
+void operator delete(void* block, std::align_val_t, const std::nothrow_t&) noexcept {
+    allocations::GiveBack(block);
+}
+void operator delete[](void* block, std::align_val_t, const std::nothrow_t&) noexcept {
+    allocations::GiveBack(block);
+}
