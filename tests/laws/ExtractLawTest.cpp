@@ -1,0 +1,62 @@
+// Extracting twice equals extracting once, and writing a description changes nothing that was read.
+#include "Law.h"
+
+#include <string>
+#include <vector>
+
+using namespace support;
+
+namespace {
+
+std::vector<std::string> Texts() {
+    std::vector<std::string> texts = CapturedTexts();
+    texts.insert(texts.end(), {kRichText, kAddressless, "", "b=AS:512\r\n"});
+    return texts;
+}
+
+TEST(LawExtract, TwiceEqualsOnce) {
+    for (const std::string& text : Texts()) {
+        SDPHandler h;
+        Start(h, PresentationLocal());
+        RemoteSDP remote;
+        h.ParseTheSDP(text, remote);
+        const std::string strOnce = Outcome(h, remote);
+        h.GetRTPData(remote);
+        EXPECT_TEXT(Outcome(h, remote), strOnce);
+        RemoteSDP other;
+        h.GetRTPData(other);
+        EXPECT_TEXT(Outcome(h, other), strOnce);
+    }
+}
+
+TEST(LawExtract, WritingADescriptionChangesNothingThatWasRead) {
+    for (const std::string& text : Texts()) {
+        SDPHandler h;
+        Start(h, PresentationLocal());
+        h.SetBfcpSupport(true);
+        h.m_bSRTP = true;
+        RemoteSDP remote;
+        h.ParseTheSDP(text, remote);
+        const std::string strBefore = Outcome(h, remote);
+        h.GetLocalSDP();
+        EXPECT_TEXT(Outcome(h, remote), strBefore);
+        h.GetRTPData(remote);
+        EXPECT_TEXT(Outcome(h, remote), strBefore);
+    }
+}
+
+TEST(LawExtract, AfterAResetOnlyTheSessionAddressIsLeft) {
+    for (const std::string& text : Texts()) {
+        SDPHandler h;
+        Start(h, PresentationLocal());
+        RemoteSDP remote;
+        h.ParseTheSDP(text, remote);
+        h.ResetRemoteSDP();
+        h.GetRTPData(remote);
+        EXPECT_TEXT(Describe(remote), kFreshRemote);
+        EXPECT_EQ(h.strMaxSessionBandwidth, "");
+        EXPECT_TRUE(h.vecRemoteMediaSession.empty());
+    }
+}
+
+} // namespace

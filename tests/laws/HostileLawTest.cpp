@@ -1,0 +1,77 @@
+// A good text after any hostile text gives what a fresh handler gives, but for the session address.
+#include "Law.h"
+
+#include "HostileTexts.h"
+
+#include <string>
+
+using namespace support;
+
+namespace {
+
+void StartFull(SDPHandler& h) {
+    LocalSDP local = PresentationLocal();
+    GiveKeys(local, "near", kSuite32);
+    Start(h, local);
+    h.SetBfcpSupport(true);
+    h.m_bSRTP = true;
+}
+
+// Parse and answer by a handler that has a past and by one that has none.
+void ExpectLikeFresh(SDPHandler& used, const std::string& strText, const std::string& strName) {
+    SDPHandler fresh;
+    StartFull(fresh);
+    fresh.strSessionIPAddr = used.strSessionIPAddr;
+    fresh.m_iSessionVersion = used.m_iSessionVersion;
+    EXPECT_TEXT(ParseInto(used, strText), ParseInto(fresh, strText)) << strName;
+    EXPECT_TEXT(used.GetLocalSDP(), fresh.GetLocalSDP()) << strName;
+}
+
+TEST(LawHostile, AGoodTextAfterEachHostileOne) {
+    for (const Hostile& hostile : HostileTexts()) {
+        SDPHandler used;
+        StartFull(used);
+        ParseInto(used, hostile.strText);
+        used.GetLocalSDP();
+        ExpectLikeFresh(used, kRichText, hostile.strName);
+        ParseInto(used, hostile.strText);
+        ExpectLikeFresh(used, kAddressless, hostile.strName);
+    }
+}
+
+TEST(LawHostile, AGoodTextAfterAllOfThem) {
+    SDPHandler used;
+    StartFull(used);
+    for (const Hostile& hostile : HostileTexts()) {
+        ParseInto(used, hostile.strText);
+    }
+    ExpectLikeFresh(used, kRichText, "all");
+    ExpectLikeFresh(used, kAddressless, "all");
+}
+
+TEST(LawHostile, AGoodTextWithAnAddressNeedsNoAllowance) {
+    SDPHandler fresh;
+    StartFull(fresh);
+    const std::string strExpected = ParseInto(fresh, kRichText);
+    for (const Hostile& hostile : HostileTexts()) {
+        SDPHandler used;
+        StartFull(used);
+        ParseInto(used, hostile.strText);
+        EXPECT_TEXT(ParseInto(used, kRichText), strExpected) << hostile.strName;
+    }
+}
+
+TEST(LawHostile, AnOfferAfterAHostileTextIsTheOneOfAFreshHandler) {
+    SDPHandler fresh;
+    StartFull(fresh);
+    const std::string strExpected = fresh.GetLocalSDP();
+    for (const Hostile& hostile : HostileTexts()) {
+        SDPHandler used;
+        StartFull(used);
+        ParseInto(used, hostile.strText);
+        used.ResetRemoteSDP();
+        EXPECT_TEXT(used.GetLocalSDP(), strExpected) << hostile.strName;
+    }
+}
+
+} // namespace

@@ -1,0 +1,119 @@
+// What the laws share: texts to try them on, and the state of a handler as a text that can be compared.
+#pragma once
+
+#include "Capabilities.h"
+#include "Describe.h"
+#include "Expect.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace support {
+
+/// Every captured description of the corpus, in the order of the file names.
+inline std::vector<std::string> CapturedTexts() {
+    std::vector<std::filesystem::path> paths;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(COMMONMEDIA_CORPUS_DIR)) {
+        if (entry.path().extension() == ".sdp") {
+            paths.push_back(entry.path());
+        }
+    }
+    std::sort(paths.begin(), paths.end());
+    EXPECT_GE(paths.size(), 30U) << COMMONMEDIA_CORPUS_DIR;
+    std::vector<std::string> texts;
+    for (const std::filesystem::path& path : paths) {
+        std::ifstream in(path, std::ios::binary);
+        texts.emplace_back(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    }
+    return texts;
+}
+
+/// A description that uses everything that is read: audio, both videos, keys, floor control.
+inline const char* const kRichText =
+    "v=0\r\n"
+    "o=far 1 2 IN IP4 198.51.100.1\r\n"
+    "s=-\r\n"
+    "c=IN IP4 198.51.100.1\r\n"
+    "t=0 0\r\n"
+    "m=audio 5000 RTP/SAVP 115 9 0 18 101\r\n"
+    "b=TIAS:64000\r\n"
+    "a=crypto:3 AES_CM_128_HMAC_SHA1_32 inline:YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0|2^31|1:1\r\n"
+    "a=rtpmap:115 G7221/16000\r\n"
+    "a=fmtp:115 bitrate=32000\r\n"
+    "a=rtpmap:101 telephone-event/8000\r\n"
+    "a=fmtp:101 0-15\r\n"
+    "a=sendonly\r\n"
+    "a=ice-ufrag:F7gI\r\n"
+    "a=ice-pwd:x9cml/YzichV2+XlhiMu8g\r\n"
+    "a=candidate:1 1 UDP 2130706431 198.51.100.1 5000 typ host\r\n"
+    "m=video 5002 RTP/SAVP 96 97 98\r\n"
+    "c=IN IP4 198.51.100.2\r\n"
+    "b=TIAS:936000\r\n"
+    "a=rtpmap:96 VP8/90000\r\n"
+    "a=rtpmap:97 H264/90000\r\n"
+    "a=fmtp:97 profile-level-id=42801f; packetization-mode=0;max-br=900\r\n"
+    "a=rtpmap:98 H264/90000\r\n"
+    "a=fmtp:98 profile-level-id=428014; packetization-mode=1;max-mbps=40500;max-fs=1620\r\n"
+    "a=content:main\r\n"
+    "m=video 5004 RTP/AVP 97\r\n"
+    "a=rtpmap:97 H264/90000\r\n"
+    "a=fmtp:97 profile-level-id=428028\r\n"
+    "a=content:slides\r\n"
+    "a=recvonly\r\n"
+    "m=application 5006 UDP/BFCP *\r\n"
+    "a=floorctrl:s-only\r\n"
+    "a=confid:7\r\n"
+    "a=userid:8\r\n"
+    "m=text 5008 RTP/AVP 99\r\n";
+
+/// A short description without any address, which therefore shows the session address that was left over.
+inline const char* const kAddressless = "v=0\r\n"
+                                        "m=audio 5000 RTP/AVP 0\r\n"
+                                        "m=video 5002 RTP/AVP 97\r\n"
+                                        "a=rtpmap:97 H264/90000\r\n";
+
+/// Every field of every section that a handler holds.
+inline std::string Sections(const SDPHandler& handler) {
+    std::ostringstream out;
+    for (const MediaSession* section : handler.vecRemoteMediaSession) {
+        out << section->eMedia << '|' << section->eContent << '|' << section->iPort << '|'
+            << section->strIPAddr << '|' << section->fSend << section->fRecv << '|' << section->strFullMLine
+            << '|' << section->strVideoLevel << '|' << section->strMaxBandwidth << '|' << section->iVideoLabel
+            << '|' << DescribeRow(section->bufSRTPKey, baseSDP::kKeyLength, sizeof section->bufSRTPKey) << '|'
+            << DescribeRow(section->bufSRTPSalt, baseSDP::kSaltLength, sizeof section->bufSRTPSalt) << '|'
+            << section->cryptoAlgo << '|' << section->iCryptoTag << '|' << section->strBase64Key << '|'
+            << section->iBfcpConfid << '|' << section->iBfcpUserid << '|' << section->iBfcpFloorid << '|'
+            << section->strFloorctrl << '|' << section->striceufrag << '|' << section->stricepwd << '\n';
+        for (const RtpMap* format : section->vecRtpMap) {
+            out << "  " << format->strPayload << '|' << format->strEncodingName;
+            for (const std::string& parm : format->vecFmtpParms) {
+                out << '|' << parm;
+            }
+            out << '\n';
+        }
+        for (const std::string& candidate : section->vecCandidate) {
+            out << "  " << candidate << '\n';
+        }
+    }
+    return out.str();
+}
+
+/// All that a parse leaves behind: the record, the sections, the values of the session.
+inline std::string Outcome(const SDPHandler& handler, const RemoteSDP& remote) {
+    return Describe(remote) + "session " + handler.strSessionIPAddr + ' ' + handler.strMaxSessionBandwidth +
+           '\n' + Sections(handler);
+}
+
+/// Parses with a new record and gives all that is left behind.
+inline std::string ParseInto(SDPHandler& handler, const std::string& strText) {
+    RemoteSDP remote;
+    EXPECT_EQ(handler.ParseTheSDP(strText, remote), strText.empty() ? 1 : 0);
+    return Outcome(handler, remote);
+}
+
+} // namespace support
