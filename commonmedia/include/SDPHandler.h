@@ -35,14 +35,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace sdp {
+class PayloadIndex;
 class Writer;
-}
+} // namespace sdp
 
 /// Writes the inline key text of an "a=crypto:" line: 16 key bytes and 14 salt bytes in base64, exactly 40
 /// characters (RFC 4568, 6.1). Reads 16 bytes at `key` and 14 at `salt`; replaces what strBase64Key held.
@@ -110,8 +111,8 @@ private:
     std::uint32_t m_iSessionVersion = 1;              ///< origin line, advanced before each description
     bool m_fBfcpSupported = false;                    ///< presentation and floor control are written
     std::uint32_t m_iMaxSupportedSessions = 2;        ///< remote sections answered; the rest is rejected
-    /// Formats of the last section sorted by payload text. Empty unless that section lists very many.
-    std::vector<std::pair<std::string_view, RtpMap*>> vecPayloadIndex;
+    /// Formats of the last section by payload; null unless that section lists many.
+    std::unique_ptr<sdp::PayloadIndex> pPayloadIndex;
 
     // Life
     void ClearRemoteMediaSession();

@@ -6,6 +6,7 @@
 #include "SDPHandler.h"
 
 #include "Platform.h"
+#include "SDPPayloadIndex.h"
 
 // The tick count is stored as it is: its upper half makes a negative id, which the origin line writes
 // unsigned again.
@@ -42,8 +43,8 @@ void SDPHandler::ResetRemoteSDP() {
 }
 
 void SDPHandler::ClearRemoteMediaSession() {
-    // The index points into the formats, and a hostile text can make it large: it gives its memory back.
-    decltype(vecPayloadIndex)().swap(vecPayloadIndex);
+    // The index points into the formats.
+    pPayloadIndex.reset();
     while (!vecRemoteMediaSession.empty()) {
         MediaSession* const ms = vecRemoteMediaSession.back();
         while (!ms->vecRtpMap.empty()) {

@@ -5,18 +5,19 @@
 // Test: tests/unit/SDPParseFormatTest.cpp
 #include "SDPHandler.h"
 
+#include "SDPPayloadIndex.h"
 #include "SDPText.h"
 #include "VideoUtils.h"
 
-#include <algorithm>
+#include <memory>
 
 namespace {
 
 constexpr std::string_view ATTR_RTPMAP = "a=rtpmap:";
 constexpr std::string_view ATTR_FMTP = "a=fmtp:";
 
-/// Up to this many formats are searched one by one; no real endpoint lists more.
-constexpr std::size_t kLinearFormats = 64;
+/// Up to this many formats are searched one by one, which is cheaper than an index for them.
+constexpr std::size_t kFewFormats = 8;
 
 /// Payload numbers differ in their last digit more often than not, which spares most of the comparisons.
 bool Equals(const std::string& a, std::string_view b) {
@@ -76,26 +77,19 @@ void SDPHandler::SaveFmtpParmsToRtpMap(MediaSession* ms, std::vector<std::string
 
 RtpMap* SDPHandler::FindRtpMap(MediaSession& ms, std::string_view strPayload) {
     // [P07] A payload that the "m=" line lists twice is the first of the two; the second stays bare.
-    if (ms.vecRtpMap.size() <= kLinearFormats) {
-        for (RtpMap* const rm : ms.vecRtpMap) {
-            if (Equals(rm->strPayload, strPayload)) {
-                return rm;
-            }
+    if (ms.vecRtpMap.size() > kFewFormats) {
+        if (pPayloadIndex == nullptr) {
+            pPayloadIndex = std::make_unique<sdp::PayloadIndex>();
         }
-        return nullptr;
-    }
-    // Fifty thousand formats with a line each would otherwise be searched fifty thousand times. The sort is
-    // stable, so that the first of equal payloads stays first.
-    const auto before = [](const auto& a, const auto& b) { return a.first < b.first; };
-    if (vecPayloadIndex.empty() || vecPayloadIndex.size() != ms.vecRtpMap.size()) {
-        vecPayloadIndex.clear();
-        vecPayloadIndex.reserve(ms.vecRtpMap.size());
-        for (RtpMap* const rm : ms.vecRtpMap) {
-            vecPayloadIndex.emplace_back(rm->strPayload, rm);
+        if (!pPayloadIndex->IsFor(ms)) {
+            pPayloadIndex->Build(ms);
         }
-        std::stable_sort(vecPayloadIndex.begin(), vecPayloadIndex.end(), before);
+        return pPayloadIndex->Find(strPayload);
     }
-    const auto found = std::lower_bound(vecPayloadIndex.begin(), vecPayloadIndex.end(),
-                                        std::pair<std::string_view, RtpMap*>(strPayload, nullptr), before);
-    return found != vecPayloadIndex.end() && found->first == strPayload ? found->second : nullptr;
+    for (RtpMap* const rm : ms.vecRtpMap) {
+        if (Equals(rm->strPayload, strPayload)) {
+            return rm;
+        }
+    }
+    return nullptr;
 }

@@ -41,7 +41,6 @@ void SDPHandler::ProcessMedia(std::string_view SDPLine) {
     auto section = std::make_unique<MediaSession>();
     vecRemoteMediaSession.push_back(section.get());
     MediaSession* const ms = section.release();
-    vecPayloadIndex.clear();
 
     ms->strFullMLine = std::string(SDPLine);
     // [P06] A medium that is none of the three keeps its section: its place decides what the answer rejects.

@@ -83,7 +83,13 @@ void SDPHandler::ProcessICEFragPwd(std::string_view SDPLine) {
 }
 
 void SDPHandler::ProcessICECandidate(std::string_view SDPLine) {
-    if (!vecRemoteMediaSession.empty()) {
-        vecRemoteMediaSession.back()->vecCandidate.emplace_back(SDPLine);
+    if (vecRemoteMediaSession.empty()) {
+        return;
     }
+    std::vector<std::string>& candidates = vecRemoteMediaSession.back()->vecCandidate;
+    if (candidates.empty()) {
+        constexpr std::size_t usualCandidates = 12; // three addresses, two components, two transports
+        candidates.reserve(usualCandidates);
+    }
+    candidates.emplace_back(SDPLine);
 }

@@ -101,12 +101,10 @@ inline std::size_t FindLineEnd(std::string_view text) {
 
 /// Cuts the next word, free of white space, off the front of `rest`. Empty when no word is left.
 inline std::string_view NextWord(std::string_view& rest) {
-    std::size_t begin = 0;
-    while (begin < rest.size() && IsBlank(rest[begin])) {
-        ++begin;
+    while (!rest.empty() && IsBlank(rest.front())) {
+        rest.remove_prefix(1);
     }
-    rest.remove_prefix(begin);
-    const std::string_view word = rest.substr(0, FindBlank(rest));
+    const std::string_view word(rest.data(), FindBlank(rest));
     rest.remove_prefix(word.size());
     return word;
 }

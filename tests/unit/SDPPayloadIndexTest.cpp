@@ -1,0 +1,150 @@
+// Formats by payload in a section that lists many: numbers, other texts, and which of two equal ones is
+// found.
+#include "SDPPayloadIndex.h"
+
+#include "Capabilities.h"
+
+#include <SDPHandler.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+/// A section whose formats are these payloads; the formats belong to the fixture.
+class SDPPayloadIndex : public ::testing::Test {
+protected:
+    void List(const std::vector<std::string>& payloads) {
+        for (const std::string& strPayload : payloads) {
+            m_formats.push_back(std::make_unique<RtpMap>(RtpMap{strPayload, {}, {}}));
+            m_section.vecRtpMap.push_back(m_formats.back().get());
+        }
+        m_index.Build(m_section);
+    }
+
+    /// Position of the format found; -1 for none.
+    int At(std::string_view strPayload) const {
+        const RtpMap* const rm = m_index.Find(strPayload);
+        for (std::size_t i = 0; i < m_formats.size(); ++i) {
+            if (m_formats[i].get() == rm) {
+                return static_cast<int>(i);
+            }
+        }
+        return -1;
+    }
+
+    MediaSession m_section;
+    std::vector<std::unique_ptr<RtpMap>> m_formats;
+    sdp::PayloadIndex m_index;
+};
+
+TEST_F(SDPPayloadIndex, NumbersAreFoundWhereTheyStand) {
+    List({"0", "9", "10", "99", "100", "127", "255"});
+    EXPECT_EQ(At("0"), 0);
+    EXPECT_EQ(At("9"), 1);
+    EXPECT_EQ(At("10"), 2);
+    EXPECT_EQ(At("99"), 3);
+    EXPECT_EQ(At("100"), 4);
+    EXPECT_EQ(At("127"), 5);
+    EXPECT_EQ(At("255"), 6);
+    EXPECT_EQ(At("1"), -1);
+    EXPECT_EQ(At("254"), -1);
+}
+
+TEST_F(SDPPayloadIndex, TextsThatAreNoPlainNumberAreFoundAsTheyStand) {
+    List({"*", "256", "999", "1000", "007", "00", "-1", "9a", "a9", "/", ":", "x"});
+    EXPECT_EQ(At("*"), 0);
+    EXPECT_EQ(At("256"), 1);
+    EXPECT_EQ(At("999"), 2);
+    EXPECT_EQ(At("1000"), 3);
+    EXPECT_EQ(At("007"), 4);
+    EXPECT_EQ(At("00"), 5);
+    EXPECT_EQ(At("-1"), 6);
+    EXPECT_EQ(At("9a"), 7);
+    EXPECT_EQ(At("a9"), 8);
+    EXPECT_EQ(At("/"), 9);
+    EXPECT_EQ(At(":"), 10);
+    EXPECT_EQ(At("x"), 11);
+    EXPECT_EQ(At(""), -1);
+    EXPECT_EQ(At("7"), -1);
+    EXPECT_EQ(At("0"), -1);
+    EXPECT_EQ(At("257"), -1);
+}
+
+TEST_F(SDPPayloadIndex, TheFirstOfEqualPayloadsIsFound) {
+    List({"96", "*", "97", "96", "*", "300", "97", "300"});
+    EXPECT_EQ(At("96"), 0);
+    EXPECT_EQ(At("*"), 1);
+    EXPECT_EQ(At("97"), 2);
+    EXPECT_EQ(At("300"), 5);
+}
+
+TEST_F(SDPPayloadIndex, SpeaksOfOneSectionAsItWasBuilt) {
+    EXPECT_FALSE(m_index.IsFor(m_section));
+    List({"96"});
+    EXPECT_TRUE(m_index.IsFor(m_section));
+    const MediaSession other;
+    EXPECT_FALSE(m_index.IsFor(other));
+    m_formats.push_back(std::make_unique<RtpMap>(RtpMap{"97", {}, {}}));
+    m_section.vecRtpMap.push_back(m_formats.back().get());
+    EXPECT_FALSE(m_index.IsFor(m_section));
+}
+
+TEST_F(SDPPayloadIndex, BuildingAnewForgetsWhatWasThere) {
+    List({"96", "*"});
+    MediaSession other;
+    RtpMap format{"97", {}, {}};
+    other.vecRtpMap.push_back(&format);
+    m_index.Build(other);
+    EXPECT_EQ(m_index.Find("96"), nullptr);
+    EXPECT_EQ(m_index.Find("*"), nullptr);
+    EXPECT_EQ(m_index.Find("97"), &format);
+}
+
+/// "m=audio 5000 RTP/AVP 200 201 ..." with this many formats.
+std::string MediaLine(int formats) {
+    std::string strLine = "m=audio 5000 RTP/AVP";
+    for (int i = 0; i < formats; ++i) {
+        strLine += " " + std::to_string(200 + i);
+    }
+    return strLine + "\r\n";
+}
+
+TEST(SDPPayloadIndexInHandler, OnlyALargeSectionHasOne) {
+    SDPHandler h;
+    RemoteSDP remote;
+    h.ParseTheSDP(MediaLine(8) + "a=rtpmap:207 X/1\r\na=fmtp:206 y=1\r\n", remote);
+    EXPECT_EQ(h.pPayloadIndex, nullptr);
+    EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[7]->strEncodingName, "X/1");
+    EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[6]->vecFmtpParms, (std::vector<std::string>{"y=1"}));
+    h.ParseTheSDP(MediaLine(9) + "a=rtpmap:208 X/1\r\na=fmtp:207 y=1\r\n", remote);
+    EXPECT_NE(h.pPayloadIndex, nullptr);
+    EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[8]->strEncodingName, "X/1");
+    EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[7]->vecFmtpParms, (std::vector<std::string>{"y=1"}));
+    h.ResetRemoteSDP();
+    EXPECT_EQ(h.pPayloadIndex, nullptr);
+}
+
+TEST(SDPPayloadIndexInHandler, EachLargeSectionIsSearchedByItself) {
+    SDPHandler h;
+    RemoteSDP remote;
+    h.ParseTheSDP(MediaLine(20) + "a=rtpmap:210 FIRST/1\r\n" + MediaLine(20) + "a=rtpmap:210 SECOND/1\r\n",
+                  remote);
+    EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[10]->strEncodingName, "FIRST/1");
+    EXPECT_EQ(h.vecRemoteMediaSession[1]->vecRtpMap[10]->strEncodingName, "SECOND/1");
+}
+
+TEST(SDPPayloadIndexInHandler, FormatsOfTheTextBeforeAreForgotten) {
+    SDPHandler h;
+    RemoteSDP remote;
+    for (int round = 0; round < 3; ++round) {
+        const std::string strName = "ROUND" + std::to_string(round) + "/1";
+        h.ParseTheSDP(MediaLine(20) + "a=rtpmap:219 " + strName + "\r\na=rtpmap:220 NONE/1\r\n", remote);
+        EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[19]->strEncodingName, strName);
+        EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[18]->strEncodingName, "");
+    }
+}
+
+} // namespace
