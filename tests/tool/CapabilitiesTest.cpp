@@ -10,7 +10,6 @@ namespace tool {
 
 namespace {
 
-using cmsdp::BuiltInCapabilities;
 using cmsdp::Capabilities;
 using cmsdp::CapabilitiesJson;
 using cmsdp::ParseCapabilities;

@@ -173,6 +173,19 @@ TEST_F(Offer, KeysAreShownWhenAsked) {
     EXPECT_TEXT(run.err, "");
 }
 
+// A libcrypto whose configuration leaves it without a random generator.
+TEST_F(Offer, WithoutRandomNumbersThereIsNoKeyAndNoOffer) {
+    Write("me.json", R"({"srtp": true})");
+    Write("empty.cnf", "openssl_conf = start\n[start]\nproviders = list\n[list]\nnull = only\n[only]\n"
+                       "activate = 1\n");
+    How how;
+    how.environment = {{"OPENSSL_CONF", "empty.cnf"}};
+    const Result run = Cmsdp({"offer", "--local", "me.json"}, how);
+    EXPECT_EQ(run.status, 5);
+    EXPECT_TEXT(run.out, "");
+    EXPECT_TEXT(run.err, "cmsdp: the random generator gave no SRTP key; give keys in the local file\n");
+}
+
 TEST_F(Offer, AMadeKeyIsNewInEveryRun) {
     Write("me.json", R"({"srtp": true})");
     const Result first = Cmsdp({"offer", "--show-secrets", "--local", "me.json"});
