@@ -210,7 +210,8 @@ struct MediaSession {
 
     MediaSession();
     MediaSession(const MediaSession&) = default;
-    MediaSession& operator=(const MediaSession&) = default;
+    /// Copies every field; the formats are shared, not copied. The key text that stood here is wiped.
+    MediaSession& operator=(const MediaSession& other);
     /// Wipes the key material. The RtpMap objects stay alive: delete them first.
     ~MediaSession();
 

@@ -8,6 +8,7 @@
 #include "SDPText.h"
 #include "SDPWipe.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
@@ -27,18 +28,28 @@ const char* TrueOrFalse(bool fFlag) {
     return fFlag ? "true" : "false";
 }
 
+/// Whether the text ends in "inline:", in whatever case (RFC 4568, 9.2; RFC 5234, 2.3).
+bool EndsInKeyMethod(std::string_view text) {
+    constexpr std::string_view method = "inline:";
+    if (text.size() < method.size()) {
+        return false;
+    }
+    const std::string_view end = text.substr(text.size() - method.size());
+    return std::equal(end.begin(), end.end(), method.begin(),
+                      [](char a, char b) { return a == b || (a >= 'A' && a <= 'Z' && a - 'A' + 'a' == b); });
+}
+
 /// [G14] A far end that ends lines in LF alone can carry a crypto line into any field; the key text of such
 /// a line is masked before it reaches a log.
 std::string Masked(const std::string& diag) {
-    constexpr std::string_view key = "inline:";
     std::string masked;
     std::size_t shown = 0;
-    for (std::size_t at = diag.find(key); at != std::string::npos; at = diag.find(key, shown)) {
-        masked.append(diag, shown, at + key.size() - shown).append("***");
-        shown = at + key.size();
-        while (shown < diag.size() && !sdp::IsBlank(diag[shown])) {
-            ++shown;
+    for (std::size_t colon = diag.find(':'); colon != std::string::npos; colon = diag.find(':', colon + 1)) {
+        if (colon < shown || !EndsInKeyMethod(std::string_view(diag).substr(0, colon + 1))) {
+            continue;
         }
+        masked.append(diag, shown, colon + 1 - shown).append("***");
+        shown = colon + 1 + sdp::FindBlank(std::string_view(diag).substr(colon + 1));
     }
     return masked.append(diag, shown);
 }
@@ -233,6 +244,38 @@ MediaSession::MediaSession()
     : eMedia(MEDIA_UNKNOWN), eContent(VIDEOTYPE_UNKNOWN), iPort(0), fSend(true), fRecv(true), iVideoLabel(0),
       bufSRTPKey(), bufSRTPSalt(), cryptoAlgo(Quor::media::rtp::CryptoParams::CRYPTO_NONE), iCryptoTag(0),
       iBfcpConfid(0), iBfcpUserid(0), iBfcpFloorid(0) {}
+
+MediaSession& MediaSession::operator=(const MediaSession& other) {
+    if (this == &other) {
+        return *this;
+    }
+    // A key text that another one replaces would stay behind it, or in the memory that it leaves.
+    sdp::Wipe(strBase64Key);
+    eMedia = other.eMedia;
+    eContent = other.eContent;
+    iPort = other.iPort;
+    strIPAddr = other.strIPAddr;
+    vecRtpMap = other.vecRtpMap;
+    fSend = other.fSend;
+    fRecv = other.fRecv;
+    strFullMLine = other.strFullMLine;
+    strVideoLevel = other.strVideoLevel;
+    strMaxBandwidth = other.strMaxBandwidth;
+    iVideoLabel = other.iVideoLabel;
+    std::memcpy(bufSRTPKey, other.bufSRTPKey, sizeof bufSRTPKey);
+    std::memcpy(bufSRTPSalt, other.bufSRTPSalt, sizeof bufSRTPSalt);
+    cryptoAlgo = other.cryptoAlgo;
+    iCryptoTag = other.iCryptoTag;
+    strBase64Key = other.strBase64Key;
+    iBfcpConfid = other.iBfcpConfid;
+    iBfcpUserid = other.iBfcpUserid;
+    iBfcpFloorid = other.iBfcpFloorid;
+    strFloorctrl = other.strFloorctrl;
+    striceufrag = other.striceufrag;
+    stricepwd = other.stricepwd;
+    vecCandidate = other.vecCandidate;
+    return *this;
+}
 
 MediaSession::~MediaSession() {
     // [M04] The payload formats stay alive: the handler deletes them before their section, because a copy of
