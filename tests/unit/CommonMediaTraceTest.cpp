@@ -55,16 +55,18 @@ TEST_F(CommonMediaTraceSeam, FormatsLikePrintf) {
     EXPECT_TEXT(m_records[1].strText, "plain");
 }
 
-TEST_F(CommonMediaTraceSeam, EmptyTextReachesTheSinkToo) {
+TEST_F(CommonMediaTraceSeam, EmptyAndShortestTextReachTheSinkToo) {
     SetCommonMediaTraceSink(&m_sink);
     CommonMediaTrace("a.cpp", "F", 1, "%s", "");
-    ASSERT_EQ(m_records.size(), 1U);
+    CommonMediaTrace("a.cpp", "F", 2, "x");
+    ASSERT_EQ(m_records.size(), 2U);
     EXPECT_TEXT(m_records[0].strText, "");
+    EXPECT_TEXT(m_records[1].strText, "x");
 }
 
 TEST_F(CommonMediaTraceSeam, LongTextsArriveWhole) {
     SetCommonMediaTraceSink(&m_sink);
-    for (const std::size_t length : {15U, 16U, 255U, 256U, 1023U, 1024U, 4096U, 100000U}) {
+    for (const std::size_t length : {0U, 1U, 14U, 15U, 16U, 255U, 256U, 1023U, 1024U, 4096U, 100000U}) {
         const std::string strLong(length, 'x');
         CommonMediaTrace("a.cpp", "F", 1, "%s!", strLong.c_str());
         EXPECT_EQ(m_records.back().strText, strLong + "!");

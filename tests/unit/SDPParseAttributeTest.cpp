@@ -55,8 +55,9 @@ TEST(SDPParseAttribute, ContentIsFoundAnywhereAndMayGoOn) {
 }
 
 TEST(SDPParseAttribute, OtherContentLeavesTheRole) {
-    for (const char* line : {"a=content:alt", "a=content:speaker", "a=content:sl", "a=content:",
-                             "a=content:alt,slides", "a=content: slides", "A=CONTENT:SLIDES", ""}) {
+    for (const char* line :
+         {"a=content:alt", "a=content:speaker", "a=content:slide", "a=content:mai",
+          "a=content:", "a=content:alt,slides", "a=content: slides", "A=CONTENT:SLIDES", ""}) {
         Last video(kVideo);
         video.handler.ProcessContent(line);
         EXPECT_EQ(video.Get().eContent, VIDEOTYPE_MAIN) << line;
@@ -131,8 +132,8 @@ TEST(SDPParseAttribute, DirectionIsFoundAnywhereAndMayGoOn) {
 }
 
 TEST(SDPParseAttribute, OtherAttributesLeaveBothFlags) {
-    for (const char* line :
-         {"a=ptime:20", "a=label:9", "a=sendon", "sendonly", "a= sendonly", "A=SENDONLY", "a=", ""}) {
+    for (const char* line : {"a=ptime:20", "a=label:9", "a=inactiv", "a=sendonl", "a=recvonl", "a=sendrec",
+                             "sendonly", "a= sendonly", "A=SENDONLY", "a=", ""}) {
         Last section(kAudio);
         section.Get().fSend = false;
         section.handler.ParseDirectionalAttribute(line);

@@ -128,9 +128,12 @@ TEST(SDPParseFormat, RtpmapWithAFirstWordUnderNineCharactersIsDropped) {
         f.handler.ProcessRTPMap(line);
         EXPECT_EQ(f.Name(0), "") << line;
     }
-    // Nine characters leave an empty payload, which no "m=" line can list.
+    // Nine characters leave an empty payload, which no "m=" line lists but a section can hold.
     f.handler.ProcessRTPMap("a=rtpmap: NAME");
     EXPECT_EQ(f.Name(0), "");
+    f.Entry(0).strPayload.clear();
+    f.handler.ProcessRTPMap("a=rtpmap: NAME");
+    EXPECT_EQ(f.Name(0), "NAME");
 }
 
 // --- fmtp ---
@@ -258,6 +261,9 @@ TEST(SDPParseFormat, FmtpWithABlankBeforeThePayloadsPlaceIsDropped) {
     f.handler.ProcessFMTP("a=fmtp: 96 a=1");
     EXPECT_TRUE(f.Parms(0).empty());
     EXPECT_TRUE(f.Parms(1).empty());
+    f.Entry(1).strPayload.clear();
+    f.handler.ProcessFMTP("a=fmtp: a=1");
+    EXPECT_EQ(f.Parms(1), (Pieces{"a=1"}));
 }
 
 // --- attaching parameters, and sections with very many formats ---
@@ -301,7 +307,11 @@ TEST(SDPParseFormat, AnyNumberOfFormatsIsFilledAlike) {
             f.handler.ProcessRTPMap("a=rtpmap:" + std::to_string(1000 + i) + " N" + std::to_string(i));
             f.handler.ProcessFMTP("a=fmtp:" + std::to_string(1000 + i) + " p=" + std::to_string(i));
         }
+        // Payloads that sort before, between and behind those listed.
+        f.handler.ProcessRTPMap("a=rtpmap:0 X");
+        f.handler.ProcessRTPMap("a=rtpmap:1000x X");
         f.handler.ProcessRTPMap("a=rtpmap:999 X");
+        f.handler.ProcessFMTP("a=fmtp:0 x=1");
         f.handler.ProcessFMTP("a=fmtp:99999 x=1");
         for (int i = 0; i < count; ++i) {
             const auto at = static_cast<std::size_t>(i);
@@ -342,6 +352,26 @@ TEST(SDPParseFormat, AttachingReachesTheSectionItIsGivenHoweverManyFormatsTheHan
     handler.SaveFmtpParmsToRtpMap(&section, parms, "1150");
     EXPECT_EQ(entries[150].vecFmtpParms, (Pieces{"a=1"}));
     EXPECT_TRUE(handler.vecRemoteMediaSession[0]->vecRtpMap[150]->vecFmtpParms.empty());
+}
+
+// The entries are those of the moment of the call, not those of an earlier one.
+TEST(SDPParseFormat, AttachingReachesTheEntriesThatTheSectionHoldsNow) {
+    SDPHandler handler;
+    std::vector<RtpMap> before(200);
+    std::vector<RtpMap> now(200);
+    MediaSession section;
+    Pieces parms = {"a=1"};
+    for (std::vector<RtpMap>* entries : {&before, &now}) {
+        section.vecRtpMap.clear();
+        for (std::size_t i = 0; i < entries->size(); ++i) {
+            (*entries)[i].strPayload = std::to_string(1000 + i);
+            section.vecRtpMap.push_back(&(*entries)[i]);
+        }
+        handler.SaveFmtpParmsToRtpMap(&section, parms, "1150");
+        parms = {"b=2"};
+    }
+    EXPECT_EQ(before[150].vecFmtpParms, (Pieces{"a=1"}));
+    EXPECT_EQ(now[150].vecFmtpParms, (Pieces{"b=2"}));
 }
 
 } // namespace

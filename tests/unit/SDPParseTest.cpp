@@ -325,6 +325,15 @@ TEST(SDPParse, KeywordsIncludeTheirColon) {
     }
 }
 
+// One letter short of a keyword is any other attribute, too.
+TEST(SDPParse, KeywordsAreComparedToTheirLastLetter) {
+    for (const char* name : {"a=rtpma", "a=ic", "a=Ice", "a=rtp-map"}) {
+        InVideo p(std::string(name) + " a=inactive");
+        EXPECT_FALSE(p.Last().fSend) << name;
+        EXPECT_FALSE(p.Last().fRecv) << name;
+    }
+}
+
 TEST(SDPParse, RtpmapNeedsNoColon) {
     InVideo p("a=rtpmap a=inactive");
     EXPECT_TRUE(p.Last().fSend);
