@@ -1,0 +1,41 @@
+// Whether freed memory still holds key material.
+//
+// A Watch looks at every block that its thread frees while it stands, before it is freed, for eight bytes in
+// a row of any key, salt or key text that the tests use.
+#pragma once
+
+#include "Capabilities.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace wipe {
+
+/// Keys, salts and key texts of both endpoints.
+std::vector<std::string> Secrets();
+
+/// At how many places in the memory eight bytes of a secret stand.
+std::size_t CountWindows(const volatile unsigned char* bytes, std::size_t size);
+
+class Watch {
+public:
+    Watch();
+    ~Watch();
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
+
+    std::size_t blocks() const { return m_blocks; } ///< blocks that were freed
+    std::size_t dirty() const { return m_dirty; }   ///< those of them that held a secret
+    std::string first() const;                      ///< the beginning of the first of these
+
+private:
+    static void Inspect(const unsigned char* block, std::size_t size);
+
+    std::size_t m_blocks = 0;
+    std::size_t m_dirty = 0;
+    std::size_t m_length = 0;
+    unsigned char m_first[400] = {};
+};
+
+} // namespace wipe

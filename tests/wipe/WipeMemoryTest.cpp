@@ -1,0 +1,147 @@
+// Records in memory of the test's own, read back when they have ended, and the stack of a thread that used
+// keys.
+#include "Watching.h"
+
+#include "Expect.h"
+#include "hostile/Hostile.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <memory>
+#include <new>
+#include <pthread.h>
+
+namespace {
+
+/// A record in a buffer that outlives it.
+template <typename Record>
+class Placed {
+public:
+    Placed() : m_buffer(sizeof(Record)) { m_record = new (m_buffer.data()) Record(); }
+    Record* operator->() { return m_record; }
+    Record& operator*() { return *m_record; }
+    std::size_t CountWindows() const { return wipe::CountWindows(m_buffer.data(), m_buffer.size()); }
+    std::size_t CountWindowsAfterItsEnd() {
+        m_record->~Record();
+        return CountWindows();
+    }
+
+private:
+    std::vector<unsigned char> m_buffer; ///< operator new aligns it for any record
+    Record* m_record;
+};
+
+TEST(WipeMemory, LocalRecord) {
+    Placed<LocalSDP> local;
+    support::GiveKeys(*local, "near", support::kSuite32);
+    EXPECT_GE(local.CountWindows(), 48U); // per stream 9 windows of the key and 7 of the salt
+    EXPECT_EQ(local.CountWindowsAfterItsEnd(), 0U);
+}
+
+TEST(WipeMemory, RemoteRecord) {
+    Placed<RemoteSDP> remote;
+    SDPHandler handler;
+    handler.ParseTheSDP(hostile::kConference, *remote);
+    EXPECT_GE(remote.CountWindows(), 48U);
+    EXPECT_EQ(remote.CountWindowsAfterItsEnd(), 0U);
+}
+
+TEST(WipeMemory, RemoteRecordThatIsReset) {
+    Placed<RemoteSDP> remote;
+    SDPHandler handler;
+    handler.ParseTheSDP(hostile::kConference, *remote);
+    handler.ParseTheSDP("v=0\r\n", *remote);
+    EXPECT_EQ(remote.CountWindowsAfterItsEnd(), 0U);
+}
+
+TEST(WipeMemory, Section) {
+    Placed<MediaSession> section;
+    support::Secure(*section, "audio");
+    EXPECT_GE(section.CountWindows(), 16U);
+    EXPECT_EQ(section.CountWindowsAfterItsEnd(), 0U);
+}
+
+TEST(WipeMemory, Handler) {
+    Placed<SDPHandler> handler;
+    RemoteSDP remote;
+    LocalSDP local = support::PresentationLocal();
+    support::GiveKeys(local, "near", support::kSuite32);
+    handler->InitializeLocalSDP(local);
+    handler->ParseTheSDP(hostile::kConference, remote);
+    EXPECT_GE(handler.CountWindows(), 48U);
+    EXPECT_EQ(handler.CountWindowsAfterItsEnd(), 0U);
+}
+
+/// Runs the work on a stack of the test's own and counts what it left there. The work is done twice
+/// before, because the dynamic linker saves every register, keys on their way included, when a function is
+/// called for the first time.
+std::size_t CountWindowsOnTheStackOf(const std::function<void()>& work) {
+    work();
+    work();
+    constexpr std::size_t size = std::size_t{1} << 20U;
+    const std::unique_ptr<void, decltype(&std::free)> stack(std::aligned_alloc(4096, size), &std::free);
+    std::memset(stack.get(), 0xa5, size);
+    pthread_attr_t attributes;
+    EXPECT_EQ(pthread_attr_init(&attributes), 0);
+    EXPECT_EQ(pthread_attr_setstack(&attributes, stack.get(), size), 0);
+    pthread_t thread{};
+    const auto run = [](void* argument) -> void* {
+        (*static_cast<const std::function<void()>*>(argument))();
+        return nullptr;
+    };
+    EXPECT_EQ(pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&work)), 0);
+    EXPECT_EQ(pthread_join(thread, nullptr), 0);
+    EXPECT_EQ(pthread_attr_destroy(&attributes), 0);
+    return wipe::CountWindows(static_cast<const unsigned char*>(stack.get()), size);
+}
+
+TEST(WipeStack, SeesASecretThatIsLeftBehind) {
+    const std::vector<std::string> secrets = wipe::Secrets();
+    EXPECT_GT(CountWindowsOnTheStackOf([&secrets] {
+                  // Far enough down that the end of the thread does not write over it.
+                  volatile unsigned char deep[65536];
+                  for (std::size_t n = 0; n < secrets[0].size(); ++n) {
+                      deep[n] = static_cast<unsigned char>(secrets[0][n]);
+                  }
+                  static_cast<void>(deep[0]);
+              }),
+              0U);
+}
+
+// The key text on the wire is forty characters; it crosses the stack in both directions.
+TEST(WipeStack, KeyTextInBothDirections) {
+    unsigned char key[baseSDP::kKeyLength];
+    unsigned char salt[baseSDP::kSaltLength];
+    support::WriteKey(key, salt, "near", "audio");
+    std::string text;
+    EXPECT_EQ(CountWindowsOnTheStackOf([&] {
+                  GetSRTPKey(text, key, salt);
+                  ExtractSRTPKey(reinterpret_cast<const unsigned char*>(text.data()), key, salt);
+              }),
+              0U);
+    EXPECT_EQ(text, "bmVhciBhdWRpbyBrZXkgMW5lYXIgYXVkaW9zYWx0");
+}
+
+TEST(WipeStack, ParseAnswerAndOffer) {
+    SDPHandler handler;
+    RemoteSDP remote;
+    LocalSDP local = support::PresentationLocal();
+    support::GiveKeys(local, "near", support::kSuite32);
+    handler.InitializeLocalSDP(local);
+    handler.m_bSRTP = true;
+    handler.SetBfcpSupport(true);
+    std::string offer;
+    std::string answer;
+    EXPECT_EQ(CountWindowsOnTheStackOf([&] {
+                  offer = handler.GetLocalSDP();
+                  handler.ParseTheSDP(hostile::kConference, remote);
+                  answer = handler.GetLocalSDP();
+                  handler.ResetRemoteSDP();
+              }),
+              0U);
+    EXPECT_GE(wipe::CountWindows(reinterpret_cast<const unsigned char*>(offer.data()), offer.size()), 90U);
+    EXPECT_GE(wipe::CountWindows(reinterpret_cast<const unsigned char*>(answer.data()), answer.size()), 90U);
+}
+
+} // namespace
