@@ -24,12 +24,12 @@ Outcome RunAnswer(const CommandLine& line, const Screen& screen) {
     }
     Secrets secrets(line.showSecrets);
     outcome.text = DescriptionFor(screen, secrets.Hide(handler.GetLocalSDP()));
-    if (secrets.hidden()) {
-        outcome.notes.emplace_back(kHiddenNote);
-    }
     if (!AnythingNegotiated(report)) {
         outcome.status = kNothingNegotiated;
         outcome.notes.push_back(secrets.Hide(WhyNothing(report)));
+    }
+    if (secrets.hidden()) {
+        outcome.notes.emplace_back(kHiddenNote);
     }
     return outcome;
 }

@@ -9,8 +9,6 @@
 #include "Visible.h"
 #include "Words.h"
 
-#include <functional>
-
 namespace cmsdp {
 
 namespace {
