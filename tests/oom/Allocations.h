@@ -18,12 +18,13 @@ namespace allocations {
 /// What one thread's operators count.
 struct Ledger {
     bool fCounting = false;
-    long long live = 0;     ///< blocks allocated minus blocks freed
-    std::size_t calls = 0;  ///< allocations asked for, failed ones included
-    std::size_t bytes = 0;  ///< bytes handed out
-    std::size_t failAt = 0; ///< the call that fails, counted from one; 0 means none
-    bool fFailOn = false;   ///< every later call fails as well
-    std::size_t failures = 0;
+    long long live = 0;       ///< blocks allocated minus blocks freed
+    std::size_t calls = 0;    ///< allocations asked for, failed ones included
+    std::size_t bytes = 0;    ///< bytes handed out
+    std::size_t failAt = 0;   ///< the call that fails, counted from one; 0 means none
+    bool fFailOn = false;     ///< every later call fails as well
+    std::size_t failures = 0; ///< allocations that failed
+    std::size_t thrown = 0;   ///< those of them that threw; the others returned null to who asked for that
     /// Sees each block while it still holds what its owner left in it; null for nobody.
     void (*beforeFree)(const unsigned char* block, std::size_t size) = nullptr;
 };
@@ -46,6 +47,7 @@ public:
     std::size_t calls() const { return ledger.calls; }
     std::size_t bytes() const { return ledger.bytes; }
     std::size_t failures() const { return ledger.failures; }
+    std::size_t thrown() const { return ledger.thrown; }
 
 private:
     Ledger m_outer;

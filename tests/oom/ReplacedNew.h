@@ -43,6 +43,7 @@ inline void* TakeBlock(std::size_t size, std::size_t alignment) {
 inline void* TakeOrThrow(std::size_t size, std::size_t alignment) {
     void* const block = TakeBlock(size, alignment);
     if (block == nullptr) {
+        ++ledger.thrown;
         throw std::bad_alloc();
     }
     return block;

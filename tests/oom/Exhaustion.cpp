@@ -1,0 +1,162 @@
+// This program's operators new and delete, and the loop that Exhaustion.h describes.
+#include "oom/ReplacedNew.h"
+
+#include "Exhaustion.h"
+
+#include "CommonMediaTrace.h"
+#include "Describe.h"
+#include "hostile/Hostile.h"
+
+#include <cstring>
+
+namespace oom {
+
+namespace {
+
+enum class Failing { kOnce, kFromThenOn };
+enum class Afterwards { kUseAgain, kDestroy };
+
+struct Round {
+    bool fFailed = false;  ///< an allocation failed and std::bad_alloc came out
+    bool fForeign = false; ///< something else came out
+    bool fUsable = true;   ///< the handlers work again
+    long long left = 0;    ///< blocks that were not freed
+    std::size_t failures = 0;
+    std::size_t thrown = 0;
+};
+
+/// Record and answer of a good offer.
+std::string Settle(SDPHandler& handler) {
+    RemoteSDP remote;
+    handler.m_iSessionID = 1000;
+    handler.m_iSessionVersion = 1;
+    const int status = handler.ParseTheSDP(hostile::kConference, remote);
+    return std::to_string(status) + support::Describe(remote) + handler.GetLocalSDP();
+}
+
+/// Settle by a handler that never failed, with the same capabilities and switches.
+std::string SettleFresh(const SDPHandler& like) {
+    SDPHandler fresh;
+    fresh.InitializeLocalSDP(like.MyLocalSDP);
+    fresh.m_bSRTP = like.m_bSRTP;
+    fresh.SetBfcpSupport(like.m_fBfcpSupported);
+    return Settle(fresh);
+}
+
+/// While nothing can be allocated every call may fail, and none may do anything worse.
+bool FailsCleanly(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const std::bad_alloc&) {
+        return true;
+    } catch (...) {
+        return false;
+    }
+    return true;
+}
+
+bool StaysClean(SDPHandler& handler, RemoteSDP& remote) {
+    return FailsCleanly([&] { static_cast<void>(handler.GetLocalSDP()); }) &&
+           FailsCleanly([&] { handler.GetRTPData(remote); }) &&
+           FailsCleanly([&] { handler.ParseTheSDP(hostile::kConference, remote); }) &&
+           FailsCleanly([&] { static_cast<void>(remote.ToDiag()); }) &&
+           FailsCleanly([&] { handler.ResetRemoteSDP(); });
+}
+
+Round RunOnce(const Work& work, std::size_t n, Failing failing, Afterwards afterwards) {
+    Round round;
+    const allocations::Scope scope;
+    {
+        Call call;
+        work.prepare(call);
+        (failing == Failing::kOnce ? allocations::FailOnce : allocations::FailFrom)(n);
+        try {
+            work.run(call);
+        } catch (const std::bad_alloc&) {
+            round.fFailed = true;
+        } catch (...) {
+            round.fForeign = true;
+        }
+        if (round.fFailed && failing == Failing::kFromThenOn) {
+            round.fForeign |= call.near && !StaysClean(*call.near, call.atNear);
+            round.fForeign |= call.away && !StaysClean(*call.away, call.atAway);
+        }
+        allocations::Relent();
+        round.failures = scope.failures();
+        round.thrown = scope.thrown();
+        if (afterwards == Afterwards::kUseAgain) {
+            round.fUsable = (!call.near || Settle(*call.near) == SettleFresh(*call.near)) &&
+                            (!call.away || Settle(*call.away) == SettleFresh(*call.away));
+        }
+    }
+    round.left = scope.live();
+    return round;
+}
+
+std::string Problems(const Round& round) {
+    std::string problems;
+    if (round.fForeign) {
+        problems += " something else than std::bad_alloc came out;";
+    }
+    if (!round.fFailed && round.thrown != 0) {
+        problems += " the failure was swallowed;";
+    }
+    if (!round.fUsable) {
+        problems += " a handler reads or answers differently afterwards;";
+    }
+    if (round.left != 0) {
+        problems += " " + std::to_string(round.left) + " blocks are left;";
+    }
+    return problems;
+}
+
+std::size_t g_traced = 0;
+
+} // namespace
+
+Report Exhausted(const Work& work) {
+    // What a library allocates for itself when it is used for the first time does not count.
+    RunOnce(work, 0, Failing::kOnce, Afterwards::kUseAgain);
+    Report report;
+    for (std::size_t n = 1;; ++n) {
+        const Afterwards afterwards = n % 2 == 0 ? Afterwards::kUseAgain : Afterwards::kDestroy;
+        const Round once = RunOnce(work, n, Failing::kOnce, Afterwards::kUseAgain);
+        const Round on = RunOnce(work, n, Failing::kFromThenOn, afterwards);
+        for (const std::string& problems : {Problems(once), Problems(on)}) {
+            if (!problems.empty()) {
+                report.problems += "allocation " + std::to_string(n) + ":" + problems + "\n";
+            }
+        }
+        if (once.failures == 0) {
+            report.sites = n - 1;
+            return report;
+        }
+    }
+}
+
+std::size_t CountSites(const Work& work) {
+    RunOnce(work, 0, Failing::kOnce, Afterwards::kUseAgain);
+    const allocations::Scope scope;
+    Call call;
+    work.prepare(call);
+    const std::size_t before = scope.calls();
+    work.run(call);
+    return scope.calls() - before;
+}
+
+TraceReader::TraceReader() {
+    static const CommonMediaTraceSink sink = {
+        [](void*, const char*, const char*, int, const char* text) { g_traced += std::strlen(text); },
+        nullptr};
+    SetCommonMediaTraceSink(&sink);
+}
+
+TraceReader::~TraceReader() {
+    SetCommonMediaTraceSink(nullptr);
+}
+
+std::size_t TraceReader::bytes() {
+    return g_traced;
+}
+
+} // namespace oom
