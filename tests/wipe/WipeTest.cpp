@@ -277,6 +277,26 @@ TEST(Wipe, RecordsInAVectorThatGrows) {
     ExpectClean(watch);
 }
 
+TEST(Wipe, AssignmentOfASectionOverAnother) {
+    MediaSession holder;
+    MediaSession longer;
+    support::Secure(holder, "audio");
+    holder.strBase64Key = kAudioKey;
+    longer.strBase64Key = kVideoKey + "|2^31|1:4|" + kVideoKey;
+    const Watch watch;
+    holder = longer;         // its own text goes, for a longer one
+    longer = MediaSession(); // and for none
+    EXPECT_EQ(wipe::CountWindows(reinterpret_cast<unsigned char*>(&longer), sizeof longer), 0U);
+    {
+        const MediaSession ended = holder;
+        MediaSession moved = std::move(holder);
+        holder = std::move(moved);
+    }
+    holder = MediaSession();
+    longer = MediaSession();
+    ExpectClean(watch);
+}
+
 TEST(Wipe, TraceAndDumpsOfADescriptionWithKeys) {
     SDPHandler handler;
     Begin(handler);
