@@ -1,0 +1,141 @@
+#include "Cost.h"
+
+#include "Laws.h"
+
+#include <cstdlib>
+#include <new>
+#include <string>
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define FUZZ_ALLOCATOR_HOOKS 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define FUZZ_ALLOCATOR_HOOKS 1
+#endif
+#endif
+
+namespace {
+
+thread_local fuzz::Cost t_cost;
+
+void Count(std::size_t size) noexcept {
+    t_cost.bytes += size;
+    ++t_cost.calls;
+}
+
+} // namespace
+
+#ifdef FUZZ_ALLOCATOR_HOOKS
+
+// The sanitizer's own operators stay in place, so that it still sees which of them frees what.
+#include <sanitizer/allocator_interface.h>
+
+namespace {
+
+void OnAllocate(const volatile void* /*block*/, std::size_t size) {
+    Count(size);
+}
+void OnFree(const volatile void* /*block*/) {}
+
+const int g_hooks = __sanitizer_install_malloc_and_free_hooks(OnAllocate, OnFree);
+
+} // namespace
+
+#else
+
+void* operator new(std::size_t size) {
+    Count(size);
+    if (void* const block = std::malloc(size == 0 ? 1 : size)) {
+        return block;
+    }
+    throw std::bad_alloc();
+}
+
+void operator delete(void* block) noexcept {
+    std::free(block);
+}
+
+void operator delete(void* block, std::size_t /*size*/) noexcept {
+    std::free(block);
+}
+
+#endif
+
+#ifdef FUZZ_COUNT_STEPS
+
+// The linker sends the calls of everything that is linked in to the __wrap_ functions, and theirs to the real
+// ones. The compiler calls the first for each basic block of the component.
+extern "C" {
+void __wrap___sanitizer_cov_trace_pc_guard(std::uint32_t* guard);
+void __wrap___sanitizer_cov_trace_pc_guard_init(std::uint32_t* start, std::uint32_t* stop);
+const void* __real_memchr(const void* text, int c, std::size_t length);
+const void* __wrap_memchr(const void* text, int c, std::size_t length);
+int __real_memcmp(const void* a, const void* b, std::size_t length);
+int __wrap_memcmp(const void* a, const void* b, std::size_t length);
+void* __real___asan_memcpy(void* to, const void* from, std::size_t length);
+void* __wrap___asan_memcpy(void* to, const void* from, std::size_t length);
+void* __real___asan_memmove(void* to, const void* from, std::size_t length);
+void* __wrap___asan_memmove(void* to, const void* from, std::size_t length);
+}
+
+void __wrap___sanitizer_cov_trace_pc_guard(std::uint32_t* /*guard*/) {
+    ++t_cost.steps;
+}
+
+void __wrap___sanitizer_cov_trace_pc_guard_init(std::uint32_t* /*start*/, std::uint32_t* /*stop*/) {}
+
+const void* __wrap_memchr(const void* text, int c, std::size_t length) {
+    const void* const found = __real_memchr(text, c, length);
+    // What stands behind the place was not looked at.
+    const auto* const end = static_cast<const char*>(found);
+    t_cost.steps +=
+        (end == nullptr ? length : static_cast<std::size_t>(end - static_cast<const char*>(text))) / 8;
+    return found;
+}
+
+int __wrap_memcmp(const void* a, const void* b, std::size_t length) {
+    t_cost.steps += length / 8;
+    return __real_memcmp(a, b, length);
+}
+
+void* __wrap___asan_memcpy(void* to, const void* from, std::size_t length) {
+    t_cost.steps += length / 8;
+    return __real___asan_memcpy(to, from, length);
+}
+
+void* __wrap___asan_memmove(void* to, const void* from, std::size_t length) {
+    t_cost.steps += length / 8;
+    return __real___asan_memmove(to, from, length);
+}
+
+#endif
+
+namespace fuzz {
+
+Meter::Meter() : m_begin(t_cost) {}
+
+Cost Meter::Read() const {
+    return {t_cost.bytes - m_begin.bytes, t_cost.calls - m_begin.calls, t_cost.steps - m_begin.steps};
+}
+
+void CheckCost(const Budget& budget, const Cost& cost, std::size_t length) {
+    if (std::getenv("FUZZ_SHOW_COST") != nullptr) {
+        std::fprintf(stderr, "cost %s: length %zu bytes %llu (%.1f per byte) steps %llu (%.1f per byte)\n",
+                     budget.what, length, static_cast<unsigned long long>(cost.bytes),
+                     static_cast<double>(cost.bytes) / static_cast<double>(length + 1),
+                     static_cast<unsigned long long>(cost.steps),
+                     static_cast<double>(cost.steps) / static_cast<double>(length + 1));
+    }
+    const std::uint64_t bytes = budget.bytes + budget.bytesPerByte * length;
+    const std::uint64_t steps = budget.steps + budget.stepsPerByte * length;
+    if (cost.bytes > bytes) {
+        Broken("allocations stay in their budget", budget.what, std::to_string(cost.bytes), "allowed",
+               std::to_string(bytes));
+    }
+    if (cost.steps > steps) {
+        Broken("steps stay in their budget", budget.what, std::to_string(cost.steps), "allowed",
+               std::to_string(steps));
+    }
+}
+
+} // namespace fuzz

@@ -1,0 +1,191 @@
+#include "Keys.h"
+
+#include "Laws.h"
+
+#include <cstring>
+
+namespace fuzz {
+
+namespace {
+
+constexpr std::size_t kKeyText = 40;
+constexpr std::string_view kMethod = "inline:";
+
+std::string Hexadecimal(std::string_view bytes, const char* digits) {
+    std::string out;
+    for (const char c : bytes) {
+        out += digits[static_cast<unsigned char>(c) >> 4U];
+        out += digits[static_cast<unsigned char>(c) & 0xfU];
+    }
+    return out;
+}
+
+/// Eight bytes as one number.
+std::uint64_t Load(const char* at) {
+    std::uint64_t number = 0;
+    std::memcpy(&number, at, sizeof number);
+    return number;
+}
+
+/// Where a window stands in the table of a watch.
+std::size_t Place(std::uint64_t window) {
+    return (window * 0x9e3779b97f4a7c15U) >> 48U;
+}
+
+/// Whether a window that is found may still be a coincidence.
+bool g_fSuspectOnly = false;
+
+struct Suspicion {};
+
+bool IsWhite(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\v' || c == '\f' || c == '\r';
+}
+
+/// Whether the line is read as a crypto line: the earlier keywords of the dispatch do not stand in it.
+bool IsCryptoLine(std::string_view line) {
+    const auto has = [line](std::string_view keyword) {
+        return line.find(keyword) != std::string_view::npos;
+    };
+    return has("a=crypto:") && !has("c=") && !has("m=") && !has("a=rtpmap") && !has("a=fmtp:");
+}
+
+/// Where the third word stands; an empty word when there are fewer.
+std::string_view ThirdWord(std::string_view line) {
+    std::string_view word;
+    std::size_t at = 0;
+    for (int n = 0; n < 3; ++n) {
+        while (at < line.size() && IsWhite(line[at])) {
+            ++at;
+        }
+        const std::size_t begin = at;
+        while (at < line.size() && !IsWhite(line[at])) {
+            ++at;
+        }
+        word = line.substr(begin, at - begin);
+    }
+    return word;
+}
+
+std::string PlantBehindMethod(const std::string& text, const Key& key) {
+    std::string out;
+    std::size_t from = 0;
+    for (std::size_t at = text.find(kMethod); at != std::string::npos; at = text.find(kMethod, from)) {
+        out.append(text, from, at + kMethod.size() - from).append(key.text);
+        from = at + kMethod.size();
+    }
+    return out.append(text, from, std::string::npos);
+}
+
+} // namespace
+
+std::uint64_t Hash(const std::uint8_t* data, std::size_t size) {
+    std::uint64_t hash = 0xcbf29ce484222325U + size;
+    for (std::size_t i = 0; i < size; ++i) {
+        hash = (hash ^ data[i]) * 0x100000001b3U;
+    }
+    return hash;
+}
+
+std::uint64_t NextRandom(std::uint64_t& state) {
+    state += 0x9e3779b97f4a7c15U;
+    std::uint64_t mixed = state;
+    mixed = (mixed ^ (mixed >> 30U)) * 0xbf58476d1ce4e5b9U;
+    mixed = (mixed ^ (mixed >> 27U)) * 0x94d049bb133111ebU;
+    return mixed ^ (mixed >> 31U);
+}
+
+std::string Base64(std::string_view bytes) {
+    static const char* const alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string out;
+    for (std::size_t i = 0; i + 2 < bytes.size(); i += 3) {
+        const auto byte = [&](std::size_t n) {
+            return std::uint32_t{static_cast<unsigned char>(bytes[i + n])};
+        };
+        const std::uint32_t three = byte(0) << 16U | byte(1) << 8U | byte(2);
+        for (const unsigned shift : {18U, 12U, 6U, 0U}) {
+            out += alphabet[(three >> shift) & 63U];
+        }
+    }
+    return out;
+}
+
+Key::Key(std::uint64_t secret) {
+    while (material.size() < baseSDP::kKeyLength + baseSDP::kSaltLength) {
+        material += static_cast<char>(NextRandom(secret) & 0xffU);
+    }
+    text = Base64(material);
+}
+
+Key::Key(const unsigned char* key, const unsigned char* salt)
+    : material(std::string(key, key + baseSDP::kKeyLength) + std::string(salt, salt + baseSDP::kSaltLength)),
+      text(Base64(material)) {}
+
+std::string Plant(const std::string& text, const Key& key) {
+    std::string out = PlantBehindMethod(text, key);
+    std::size_t from = 0;
+    for (std::size_t end = out.find("\r\n"); end != std::string::npos; end = out.find("\r\n", from)) {
+        const std::string_view line = std::string_view(out).substr(from, end - from);
+        const std::string_view word = ThirdWord(line);
+        if (IsCryptoLine(line) && word.size() >= kMethod.size() + kKeyText) {
+            const auto at = static_cast<std::size_t>(word.data() - out.data()) + kMethod.size();
+            out.replace(at, kKeyText, key.text);
+        }
+        from = end + 2;
+    }
+    return out;
+}
+
+void Watch::Add(const Key& key) {
+    Add(key.material, kWindow, 1);
+    Add(key.text, kWindow, 1);
+    // Two digits make a byte.
+    Add(Hexadecimal(key.material, "0123456789abcdef"), kWindow * 2, 2);
+    Add(Hexadecimal(key.material, "0123456789ABCDEF"), kWindow * 2, 2);
+}
+
+void Watch::Add(const std::string& secret, std::size_t length, std::size_t step) {
+    for (std::size_t at = 0; at + length <= secret.size(); at += step) {
+        m_windows.emplace_back(Load(secret.data() + at), secret.substr(at, length));
+        m_seen[Place(m_windows.back().first)] = true;
+    }
+}
+
+std::string Watch::Find(std::string_view text) const {
+    for (std::size_t at = 0; at + kWindow <= text.size(); ++at) {
+        const std::uint64_t here = Load(text.data() + at);
+        if (!m_seen[Place(here)]) {
+            continue;
+        }
+        for (const auto& [start, window] : m_windows) {
+            if (start == here && text.substr(at, window.size()) == window) {
+                return window;
+            }
+        }
+    }
+    return {};
+}
+
+void Watch::Check(const char* what, std::string_view text) const {
+    const std::string found = Find(text);
+    if (!found.empty() && g_fSuspectOnly) {
+        throw Suspicion();
+    }
+    if (!found.empty()) {
+        Broken("no part of a key leaves the component", "window of the key", found, what, text);
+    }
+}
+
+void RunWithSecret(const std::uint8_t* data, std::size_t size, void (*run)(Input, std::uint64_t)) {
+    std::uint64_t secret = Hash(data, size);
+    g_fSuspectOnly = true;
+    try {
+        run(Input(data, size), secret);
+        return;
+    } catch (const Suspicion&) {
+        g_fSuspectOnly = false;
+    }
+    NextRandom(secret);
+    run(Input(data, size), ~secret);
+}
+
+} // namespace fuzz

@@ -1,0 +1,286 @@
+#include "Laws.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+namespace fuzz {
+
+namespace {
+
+void Field(std::string& out, const char* name, std::int64_t number) {
+    out.append(name).append("=").append(std::to_string(number)).append("\n");
+}
+
+void Field(std::string& out, const char* name, const std::string& text) {
+    out.append(name).append("=").append(std::to_string(text.size())).append(":").append(text).append("\n");
+}
+
+void Field(std::string& out, const char* name, const unsigned char* row, std::size_t size) {
+    static const char* const digits = "0123456789abcdef";
+    out.append(name).append("=");
+    for (std::size_t i = 0; i < size; ++i) {
+        out += digits[row[i] >> 4U];
+        out += digits[row[i] & 0xfU];
+    }
+    out += "\n";
+}
+
+void Append(std::string& out, const VideoParms& video) {
+    Field(out, " iFmtpMaxMbps", video.iFmtpMaxMbps);
+    Field(out, " iFmtpMaxFrameSize", video.iFmtpMaxFrameSize);
+    Field(out, " iFmtpMaxBitRate", video.iFmtpMaxBitRate);
+    Field(out, " eVideoCodec", video.eVideoCodec);
+    Field(out, " eVideoType", video.eVideoType);
+    Field(out, " iVideoRTPPort", video.iVideoRTPPort);
+    Field(out, " strVideoLevel", video.strVideoLevel);
+    Field(out, " strVideoIPAddr", video.strVideoIPAddr);
+    Field(out, " iVideoPayload", video.iVideoPayload);
+    Field(out, " iFmtpPacketizationMode", video.iFmtpPacketizationMode);
+    Field(out, " fVideoSend", video.fVideoSend);
+    Field(out, " fVideoRecv", video.fVideoRecv);
+    Field(out, " fIsVideoValid", video.fIsVideoValid);
+}
+
+void Append(std::string& out, const baseSDP& record) {
+    Field(out, "eAudioCodec", record.eAudioCodec);
+    Field(out, "iAudioRTPPort", record.iAudioRTPPort);
+    Field(out, "iVideoPresoControlPort", record.iVideoPresoControlPort);
+    Field(out, "iBfcpConfid", record.iBfcpConfid);
+    Field(out, "iBfcpUserid", record.iBfcpUserid);
+    Field(out, "fBfcpIsServer", record.fBfcpIsServer);
+    Field(out, "iMaxBandwidth", record.iMaxBandwidth);
+    out += "m_VideoMain\n";
+    Append(out, record.m_VideoMain);
+    out += "m_VideoPreso\n";
+    Append(out, record.m_VideoPreso);
+    for (int n = 0; n < baseSDP::SRTP_MAX; ++n) {
+        Field(out, "bufSRTPKey", record.bufSRTPKey[n], sizeof record.bufSRTPKey[n]);
+        Field(out, "bufSRTPSalt", record.bufSRTPSalt[n], sizeof record.bufSRTPSalt[n]);
+        Field(out, "cryptoAlgo", record.cryptoAlgo[n]);
+    }
+}
+
+void Append(std::string& out, const MediaSession& ms) {
+    Field(out, "eMedia", ms.eMedia);
+    Field(out, "eContent", ms.eContent);
+    Field(out, "iPort", ms.iPort);
+    Field(out, "strIPAddr", ms.strIPAddr);
+    for (const RtpMap* const rm : ms.vecRtpMap) {
+        Field(out, " strPayload", rm->strPayload);
+        Field(out, " strEncodingName", rm->strEncodingName);
+        for (const std::string& parm : rm->vecFmtpParms) {
+            Field(out, "  parm", parm);
+        }
+    }
+    Field(out, "fSend", ms.fSend);
+    Field(out, "fRecv", ms.fRecv);
+    Field(out, "strFullMLine", ms.strFullMLine);
+    Field(out, "strVideoLevel", ms.strVideoLevel);
+    Field(out, "strMaxBandwidth", ms.strMaxBandwidth);
+    Field(out, "iVideoLabel", ms.iVideoLabel);
+    Field(out, "bufSRTPKey", ms.bufSRTPKey, sizeof ms.bufSRTPKey);
+    Field(out, "bufSRTPSalt", ms.bufSRTPSalt, sizeof ms.bufSRTPSalt);
+    Field(out, "cryptoAlgo", ms.cryptoAlgo);
+    Field(out, "iCryptoTag", ms.iCryptoTag);
+    Field(out, "strBase64Key", ms.strBase64Key);
+    Field(out, "iBfcpConfid", ms.iBfcpConfid);
+    Field(out, "iBfcpUserid", ms.iBfcpUserid);
+    Field(out, "iBfcpFloorid", ms.iBfcpFloorid);
+    Field(out, "strFloorctrl", ms.strFloorctrl);
+    Field(out, "striceufrag", ms.striceufrag);
+    Field(out, "stricepwd", ms.stricepwd);
+    for (const std::string& candidate : ms.vecCandidate) {
+        Field(out, "candidate", candidate);
+    }
+}
+
+bool StartsWith(std::string_view text, std::string_view start) {
+    return text.substr(0, start.size()) == start;
+}
+
+} // namespace
+
+std::string Visible(std::string_view text) {
+    static const char* const digits = "0123456789abcdef";
+    std::string out = "    ";
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        if (text[i] == '\\') {
+            out += "\\\\";
+        } else if (byte >= 0x20 && byte < 0x7f) {
+            out += text[i];
+        } else if (text[i] == '\r') {
+            out += "\\r";
+        } else if (text[i] == '\n') {
+            out += i + 1 < text.size() ? "\\n\n    " : "\\n";
+        } else {
+            out.append("\\x").append(1, digits[byte >> 4U]).append(1, digits[byte & 0xfU]);
+        }
+    }
+    return out;
+}
+
+void Broken(const char* law, const char* left, std::string_view leftText, const char* right,
+            std::string_view rightText) {
+    std::fprintf(stderr, "LAW BROKEN: %s\n  %s (%zu bytes):\n%s\n  %s (%zu bytes):\n%s\n", law, left,
+                 leftText.size(), Visible(leftText).c_str(), right, rightText.size(),
+                 Visible(rightText).c_str());
+    std::fflush(stderr);
+    std::abort();
+}
+
+void RequireSame(const char* law, const char* left, std::string_view leftText, const char* right,
+                 std::string_view rightText) {
+    if (leftText != rightText) {
+        Broken(law, left, leftText, right, rightText);
+    }
+}
+
+void Require(bool fact, const char* law, std::string_view found, std::string_view where) {
+    if (!fact) {
+        Broken(law, "found", found, "in", where);
+    }
+}
+
+std::string RecordText(const RemoteSDP& remote) {
+    std::string out;
+    out.reserve(2048);
+    Append(out, static_cast<const baseSDP&>(remote));
+    Field(out, "strAudioIPAddr", remote.strAudioIPAddr);
+    Field(out, "iAudioPayload", remote.iAudioPayload);
+    Field(out, "iDTMFPayload", remote.iDTMFPayload);
+    Field(out, "fAudioSend", remote.fAudioSend);
+    Field(out, "fAudioRecv", remote.fAudioRecv);
+    Field(out, "fIsAudioValid", remote.fIsAudioValid);
+    return out;
+}
+
+std::string RecordText(const LocalSDP& local) {
+    std::string out;
+    out.reserve(2048);
+    Append(out, static_cast<const baseSDP&>(local));
+    Field(out, "strMyIPAddr", local.strMyIPAddr);
+    Field(out, "strOExtension", local.strOExtension);
+    Field(out, "strDefaultIPAddr", local.strDefaultIPAddr);
+    Field(out, "iVideoPayloadMode0", local.iVideoPayloadMode0);
+    Field(out, "iVideoPayloadMode1", local.iVideoPayloadMode1);
+    Field(out, "fVideoTxMuted", local.fVideoTxMuted);
+    for (const int codec : local.listAudioCodecPriority) {
+        Field(out, "priority", codec);
+    }
+    return out;
+}
+
+std::string SectionsText(const SDPHandler& handler) {
+    std::string out;
+    for (const MediaSession* const ms : handler.vecRemoteMediaSession) {
+        out += "section\n";
+        Append(out, *ms);
+    }
+    return out;
+}
+
+void CheckLines(const Side& side, const std::string& text, bool fOffer) {
+    if (text.empty()) {
+        return;
+    }
+    static constexpr std::string_view bare = "a=label:a=content:";
+    const auto noRole = [](const VideoParms& video) {
+        return video.eVideoCodec != 0 && video.eVideoType != VIDEOTYPE_MAIN &&
+               video.eVideoType != VIDEOTYPE_PRESO;
+    };
+    const bool fBare = noRole(side.local.m_VideoMain) || (side.fBfcp && noRole(side.local.m_VideoPreso));
+    static constexpr std::string_view starts[] = {"v=0", "o=Quillmarshorizon", "s=-", "c=IN IP4 "};
+
+    std::string_view rest = text;
+    for (std::size_t number = 0; !rest.empty(); ++number) {
+        const std::size_t end = std::min(rest.find('\r'), rest.find('\n'));
+        std::string_view line = rest.substr(0, end);
+        const bool fEnded = StartsWith(rest.substr(line.size()), "\r\n");
+        bool fRole = true;
+        while (StartsWith(line, bare)) {
+            fRole = false;
+            line.remove_prefix(bare.size());
+        }
+        Require(fRole || fBare, "a bare label belongs to a stream without a role", rest, text);
+        Require(fEnded || (!fRole && line.empty() && end == std::string_view::npos),
+                "every line ends in CR LF", rest, text);
+        Require(!line.empty() || !fRole, "no line is empty", rest, text);
+        Require(line.find("a=rtpmap:") != 0 || line.size() > 9, "no rtpmap stands bare", rest, text);
+        Require(number >= std::size(starts) || StartsWith(line, starts[number]),
+                "the session block stands first", line, text);
+        // What surplus sections repeat is the far end's; everything else is a letter and "=".
+        Require(!fOffer || line.empty() ||
+                    (line.size() > 1 && line[1] == '=' && line[0] >= 'a' && line[0] <= 'z'),
+                "a line of an offer begins with its type", line, text);
+        rest.remove_prefix(end == std::string_view::npos ? rest.size() : std::min(rest.size(), end + 2));
+    }
+    Require(text.find("\r\nt=0 0\r\n") != std::string::npos, "the session block ends in t=", text, text);
+}
+
+void CheckGoodTextAfterwards(SDPHandler& used, const Side& side) {
+    // The first names its address for the session, the second only in one section: there the address of the
+    // text before it stands for the others.
+    static const char* const texts[] = {
+        "v=0\r\n"
+        "o=far 1 1 IN IP4 192.0.2.2\r\n"
+        "s=-\r\n"
+        "c=IN IP4 192.0.2.2\r\n"
+        "b=AS:1024\r\n"
+        "t=0 0\r\n"
+        "m=audio 20384 RTP/SAVP 18 104 9 0 101\r\n"
+        "a=crypto:3 AES_CM_128_HMAC_SHA1_32 inline:YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0\r\n"
+        "a=rtpmap:104 G7221/16000\r\n"
+        "a=fmtp:104 bitrate=32000\r\n"
+        "a=rtpmap:101 telephone-event/8000\r\n"
+        "a=fmtp:101 0-15\r\n"
+        "a=sendonly\r\n"
+        "m=video 20386 RTP/SAVP 109 110\r\n"
+        "a=crypto:4 AES_CM_128_HMAC_SHA1_32 inline:YXdheSB2aWRlbyBrZXkgMWF3YXkgdmlkZW9zYWx0\r\n"
+        "a=rtpmap:109 H264/90000\r\n"
+        "a=fmtp:109 profile-level-id=42801f; packetization-mode=1; max-mbps=108000; max-fs=3600\r\n"
+        "a=rtpmap:110 H264/90000\r\n"
+        "a=fmtp:110 profile-level-id=42801f\r\n"
+        "a=label:8\r\n"
+        "a=content:main\r\n"
+        "m=video 20388 RTP/SAVP 109\r\n"
+        "a=rtpmap:109 H264/90000\r\n"
+        "a=fmtp:109 profile-level-id=428028;packetization-mode=1;max-br=1500\r\n"
+        "a=content:slides\r\n"
+        "a=recvonly\r\n"
+        "m=application 20390 UDP/BFCP *\r\n"
+        "a=floorctrl:s-only\r\n"
+        "a=confid:7\r\n"
+        "a=userid:8\r\n",
+        "v=0\r\n"
+        "o=far 1 2 IN IP4 192.0.2.3\r\n"
+        "s=-\r\n"
+        "t=0 0\r\n"
+        "m=audio 30000 RTP/AVP 0\r\n"
+        "b=TIAS:64000\r\n"
+        "m=video 30002 RTP/AVP 97\r\n"
+        "c=IN IP4 192.0.2.3\r\n"
+        "a=rtpmap:97 H264/90000\r\n"
+        "m=text 30004 RTP/AVP 98\r\n",
+    };
+    for (const char* const text : texts) {
+        SDPHandler fresh;
+        Prepare(fresh, side);
+        fresh.m_iSessionID = used.m_iSessionID;
+        fresh.m_iSessionVersion = used.m_iSessionVersion;
+        fresh.strSessionIPAddr = used.strSessionIPAddr;
+        RemoteSDP ofFresh;
+        RemoteSDP ofUsed;
+        Require(fresh.ParseTheSDP(text, ofFresh) == 0 && used.ParseTheSDP(text, ofUsed) == 0,
+                "a good text is read", text, text);
+        RequireSame("a used handler reads as a fresh one does", "fresh", RecordText(ofFresh), "used",
+                    RecordText(ofUsed));
+        RequireSame("a used handler holds what a fresh one does", "fresh", SectionsText(fresh), "used",
+                    SectionsText(used));
+        RequireSame("a used handler answers as a fresh one does", "fresh", fresh.GetLocalSDP(), "used",
+                    used.GetLocalSDP());
+    }
+}
+
+} // namespace fuzz

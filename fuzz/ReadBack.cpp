@@ -1,0 +1,145 @@
+#include "Laws.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace fuzz {
+
+namespace {
+
+constexpr std::int32_t kH264Bits = PAYLOAD_H264 | PAYLOAD_H264_PACKETIZATION_0;
+
+void Want(const char* what, std::int64_t expected, std::int64_t actual, const std::string& text) {
+    if (expected != actual) {
+        Broken("what we write reads back", what, std::to_string(actual), "expected, from this text",
+               std::to_string(expected) + "\n" + text);
+    }
+}
+
+/// Negative limits are written and, being no plain number, not read.
+std::int32_t ReadLimit(std::int32_t written) {
+    return written > 0 ? written : 0;
+}
+
+std::string ReadLevel(const std::string& name) {
+    static const char* const names[] = {"1", "1.b", "1.1", "1.2", "1.3", "2",   "2.1", "2.2",
+                                        "3", "3.1", "3.2", "4",   "4.1", "4.2", "5",   "5.1"};
+    const bool fKnown =
+        std::any_of(std::begin(names), std::end(names), [&](const char* n) { return name == n; });
+    return fKnown ? name : "2";
+}
+
+void WantVideo(const VideoParms& ours, const LocalSDP& local, const VideoParms& theirs,
+               const std::string& text) {
+    const bool fMode1 = (ours.eVideoCodec & PAYLOAD_H264) != 0;
+    Want("fIsVideoValid", 1, theirs.fIsVideoValid, text);
+    Want("iVideoRTPPort", ours.iVideoRTPPort, theirs.iVideoRTPPort, text);
+    Want("iVideoPayload", fMode1 ? local.iVideoPayloadMode1 : local.iVideoPayloadMode0, theirs.iVideoPayload,
+         text);
+    Want("iFmtpPacketizationMode", fMode1 ? 1 : 0, theirs.iFmtpPacketizationMode, text);
+    Want("iFmtpMaxMbps", ReadLimit(ours.iFmtpMaxMbps), theirs.iFmtpMaxMbps, text);
+    Want("iFmtpMaxBitRate", ReadLimit(ours.iFmtpMaxBitRate), theirs.iFmtpMaxBitRate, text);
+    Want("iFmtpMaxFrameSize", ours.iFmtpMaxFrameSize == 0 ? 0 : ReadLimit(ours.iFmtpMaxFrameSize | 1),
+         theirs.iFmtpMaxFrameSize, text);
+    RequireSame("our level reads back", "ours", ReadLevel(ours.strVideoLevel), "theirs",
+                theirs.strVideoLevel);
+    RequireSame("our address reads back", "ours", local.strDefaultIPAddr, "theirs", theirs.strVideoIPAddr);
+}
+
+/// The codec that a far end with all of them takes from our list: the first of ours that is one.
+std::int32_t FirstCodec(const LocalSDP& local) {
+    for (const int codec : local.listAudioCodecPriority) {
+        const bool fAudio = codec == PAYLOAD_G711U || codec == PAYLOAD_G729 || codec == PAYLOAD_G7221 ||
+                            codec == PAYLOAD_G722;
+        if (fAudio && (local.eAudioCodec & codec) != 0) {
+            return codec;
+        }
+    }
+    return PAYLOAD_UNKNOWN;
+}
+
+void WantKey(const Side& side, const RemoteSDP& far, baseSDP::SRTP_M_LINE n, bool fLine,
+             const std::string& text) {
+    const auto suite = Quor::media::rtp::CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32;
+    static const unsigned char none[baseSDP::kKeyLength] = {};
+    // The far end reads one suite only.
+    const bool fRead = fLine && side.fSrtp && side.local.cryptoAlgo[n] == suite;
+    Want("cryptoAlgo", fRead ? suite : 0, far.cryptoAlgo[n], text);
+    Want("key", 0,
+         std::memcmp(fRead ? side.local.bufSRTPKey[n] : none, far.bufSRTPKey[n], baseSDP::kKeyLength), text);
+    Want("salt", 0,
+         std::memcmp(fRead ? side.local.bufSRTPSalt[n] : none, far.bufSRTPSalt[n], baseSDP::kSaltLength),
+         text);
+}
+
+void WantOffer(const Side& side, const RemoteSDP& far, const std::string& text) {
+    const LocalSDP& local = side.local;
+    const bool fMain = (local.m_VideoMain.eVideoCodec & kH264Bits) != 0;
+    const bool fPreso = side.fBfcp && (local.m_VideoPreso.eVideoCodec & kH264Bits) != 0;
+    const bool fAudio = !local.listAudioCodecPriority.empty();
+    Want("fIsAudioValid", fAudio, far.fIsAudioValid, text);
+    const std::int32_t codec = fAudio ? FirstCodec(local) : PAYLOAD_UNKNOWN;
+    Want("eAudioCodec", codec, far.eAudioCodec, text);
+    const bool fFlows = local.iAudioRTPPort != 0 && codec != PAYLOAD_UNKNOWN;
+    Want("fAudioSend", fFlows, far.fAudioSend, text);
+    Want("fAudioRecv", fFlows, far.fAudioRecv, text);
+    Want("main fIsVideoValid", fMain, far.m_VideoMain.fIsVideoValid, text);
+    Want("preso fIsVideoValid", fPreso, far.m_VideoPreso.fIsVideoValid, text);
+    if (fMain) {
+        // A muted camera receives only: the far end may send and shall not receive.
+        const bool fUp = local.m_VideoMain.iVideoRTPPort != 0;
+        Want("main fVideoSend", fUp, far.m_VideoMain.fVideoSend, text);
+        Want("main fVideoRecv", fUp && !local.fVideoTxMuted, far.m_VideoMain.fVideoRecv, text);
+    }
+    WantKey(side, far, baseSDP::SRTP_AUDIO, fAudio, text);
+    WantKey(side, far, baseSDP::SRTP_VIDEO, (local.m_VideoMain.eVideoCodec & PAYLOAD_H264) != 0, text);
+    WantKey(side, far, baseSDP::SRTP_VIDEO_PRESO,
+            side.fBfcp && (local.m_VideoPreso.eVideoCodec & PAYLOAD_H264) != 0, text);
+    if (side.fBfcp) {
+        Want("iVideoPresoControlPort", local.iVideoPresoControlPort, far.iVideoPresoControlPort, text);
+        Want("iBfcpConfid", 15, far.iBfcpConfid, text);
+        Want("iBfcpUserid", 15, far.iBfcpUserid, text);
+    }
+    Want("fBfcpIsServer", 0, far.fBfcpIsServer, text);
+    Want("iMaxBandwidth", local.iMaxBandwidth < 0 ? 0 : local.iMaxBandwidth / 1000 * 1000, far.iMaxBandwidth,
+         text);
+}
+
+} // namespace
+
+void CheckReadsBack(const Side& side, const std::string& text, bool fOffer) {
+    if (text.empty()) {
+        return;
+    }
+    SDPHandler reader;
+    reader.MyLocalSDP.eAudioCodec =
+        PayloadType_t(PAYLOAD_G711U | PAYLOAD_G729 | PAYLOAD_G7221 | PAYLOAD_G722);
+    RemoteSDP far;
+    Require(reader.ParseTheSDP(text, far) == 0, "what we write is read", text, text);
+    const LocalSDP& local = side.local;
+    // A video section without a format opens nothing at the far end, and its content line then turns the
+    // section before it round; a number that both modes share names one format.
+    const std::int32_t preso = side.fBfcp ? local.m_VideoPreso.eVideoCodec : 0;
+    if (!side.fPlain || local.iVideoPayloadMode0 == local.iVideoPayloadMode1 ||
+        local.m_VideoMain.eVideoType != VIDEOTYPE_MAIN || local.m_VideoPreso.eVideoType != VIDEOTYPE_PRESO ||
+        (preso != 0 && (preso & kH264Bits) == 0)) {
+        return;
+    }
+    if (!local.listAudioCodecPriority.empty()) {
+        Want("fIsAudioValid", 1, far.fIsAudioValid, text);
+        Want("iAudioRTPPort", local.iAudioRTPPort, far.iAudioRTPPort, text);
+        Want("iDTMFPayload", 101, far.iDTMFPayload, text);
+        RequireSame("our address reads back", "ours", local.strDefaultIPAddr, "theirs", far.strAudioIPAddr);
+    }
+    if ((local.m_VideoMain.eVideoCodec & kH264Bits) != 0) {
+        WantVideo(local.m_VideoMain, local, far.m_VideoMain, text);
+    }
+    if ((preso & kH264Bits) != 0) {
+        WantVideo(local.m_VideoPreso, local, far.m_VideoPreso, text);
+    }
+    if (fOffer) {
+        WantOffer(side, far, text);
+    }
+}
+
+} // namespace fuzz

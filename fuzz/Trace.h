@@ -1,0 +1,36 @@
+// Collects what the component traces while it lives, and takes the sink away at its end.
+#pragma once
+
+#include <CommonMediaTrace.h>
+
+#include <string>
+
+namespace fuzz {
+
+class Trace {
+public:
+    /// @param fInstall  whether there is a sink at all
+    explicit Trace(bool fInstall) {
+        if (fInstall) {
+            SetCommonMediaTraceSink(&m_sink);
+        }
+    }
+    ~Trace() { SetCommonMediaTraceSink(nullptr); }
+    Trace(const Trace&) = delete;
+    Trace& operator=(const Trace&) = delete;
+
+    /// Every text traced so far.
+    const std::string& Text() const { return m_text; }
+
+private:
+    static void Write(void* context, const char* file, const char* function, int line, const char* text) {
+        std::string& all = static_cast<Trace*>(context)->m_text;
+        all.append(file).append(":").append(std::to_string(line)).append(" ").append(function).append(" ");
+        all.append(text);
+    }
+
+    std::string m_text;
+    const CommonMediaTraceSink m_sink = {Write, this};
+};
+
+} // namespace fuzz
