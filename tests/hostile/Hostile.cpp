@@ -14,7 +14,7 @@ namespace {
 
 /// Memory grows with the text and no faster: what a parse may allocate in all for each byte that it reads,
 /// and what it may allocate whatever it reads.
-constexpr std::size_t kBytesPerByte = 128;
+constexpr std::size_t kBytesPerByte = 192;
 constexpr std::size_t kBytesAlways = 64 * 1024;
 
 /// Counts traces, and looks into those that are short enough to search.
