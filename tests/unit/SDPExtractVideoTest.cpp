@@ -430,4 +430,15 @@ TEST(SDPExtractVideo, UnknownLevelNamesWriteTheDigitsOfLevel2) {
     }
 }
 
+TEST(SDPExtractVideo, LevelNamesAreComparedInFullLength) {
+    const SDPHandler h;
+    EXPECT_EQ(h.ReverseConvertVideoLevel(std::string("1\0", 2)), "14");
+    EXPECT_EQ(h.ReverseConvertVideoLevel(std::string("3.1\0", 4)), "14");
+    EXPECT_EQ(h.ReverseConvertVideoLevel(std::string("\0", 1)), "14");
+    for (const std::size_t length : {39U, 40U, 41U, 79U, 80U, 1000U}) {
+        EXPECT_EQ(h.ReverseConvertVideoLevel(std::string("3.1") + std::string(length - 3, '\0')), "14");
+        EXPECT_EQ(h.ReverseConvertVideoLevel(std::string(length, '1')), "14") << length;
+    }
+}
+
 } // namespace
