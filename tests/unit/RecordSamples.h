@@ -6,11 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstddef>
-#include <cstring>
-#include <memory>
 #include <new>
+#include <string>
 #include <vector>
 
 namespace samples {
@@ -28,7 +26,8 @@ public:
         }
         m_record = ::new (static_cast<void*>(m_storage)) Record;
     }
-    ~InDirtyMemory() { std::destroy_at(m_record); }
+    // Qualified, because LocalSDP dispatches virtually and its destructor does not.
+    ~InDirtyMemory() { m_record->Record::~Record(); }
     InDirtyMemory(const InDirtyMemory&) = delete;
     InDirtyMemory& operator=(const InDirtyMemory&) = delete;
 
