@@ -1,102 +1,22 @@
 // Any bytes as the far end's text, read by a handler with any capabilities.
-#include "Cost.h"
-#include "Keys.h"
-#include "Laws.h"
+//
+// The first bytes choose the side and its switches; everything behind them is the text.
+#include "Handling.h"
 #include "Targets.h"
-#include "Trace.h"
-
-#include <algorithm>
-
-namespace fuzz {
 
 namespace {
 
-constexpr Budget kParse = {"parse", 4096, 72, 4096, 64};
-constexpr Budget kTraced = {"parse with a trace sink", 16384, 320, 8192, 64};
-constexpr Budget kAnswer = {"answer", 65536, 8, 16384, 16};
-
-/// The result of a parse depends on the text, the codec set and the session address before it, on nothing
-/// else.
-void CheckDependence(const Side& side, const std::string& text, const std::string& record) {
-    SDPHandler other;
-    other.MyLocalSDP.eAudioCodec = side.local.eAudioCodec;
-    other.m_bSRTP = !side.fSrtp;
-    other.SetBfcpSupport(!side.fBfcp);
-    RemoteSDP ofOther;
-    other.ParseTheSDP(text, ofOther);
-    RequireSame("the record depends on text and codecs only", "this side", record, "another side",
-                RecordText(ofOther));
-}
-
-/// The description without the surplus sections at its end, which repeat what the far end wrote.
-std::string OwnPart(const SDPHandler& handler, const std::string& description) {
-    const std::string surplus = handler.AddUnsupported();
-    const std::size_t own = description.size() - std::min(surplus.size(), description.size());
-    RequireSame("surplus sections stand at the end", "surplus", surplus, "end", description.substr(own));
-    return description.substr(0, own);
-}
-
-/// Every dump there is.
-std::string Dumps(const SDPHandler& handler, const RemoteSDP& remote) {
-    std::string dumps = remote.ToDiag() + handler.MyLocalSDP.ToDiag();
-    for (const MediaSession* const ms : handler.vecRemoteMediaSession) {
-        dumps += ms->ToDiag();
-    }
-    return dumps;
-}
-
-void Run(Input input, std::uint64_t secret) {
-    const Side side = AnySide(input, secret);
-    const Key planted(secret ^ 0xfa4e0dU);
-    const std::string raw = input.Rest();
-    const std::string text = side.fPlant ? Plant(raw, planted) : raw;
-
-    Trace trace(side.fTrace);
-    SDPHandler handler;
-    Prepare(handler, side);
-    RemoteSDP remote;
-    const std::string untouched = RecordText(remote);
-
-    const Meter parsing;
-    const int result = handler.ParseTheSDP(text, remote);
-    CheckCost(side.fTrace ? kTraced : kParse, parsing.Read(), text.size());
-    const std::string record = RecordText(remote);
-    Require(result == (text.empty() ? 1 : 0), "only an empty text is told apart", std::to_string(result),
-            text);
-    if (text.find("\r\n") == std::string::npos) {
-        RequireSame("a text without a line changes nothing", "before", untouched, "after", record);
-    }
-
-    RemoteSDP again;
-    handler.GetRTPData(again);
-    RequireSame("extraction twice gives the same", "first", record, "second",
-                text.empty() ? untouched : RecordText(again));
-    CheckDependence(side, text, record);
-    const std::string sections = SectionsText(handler);
-    handler.ParseTheSDP(text, again);
-    RequireSame("parsing twice gives the same", "first", sections, "second", SectionsText(handler));
-
-    const bool fOffer = handler.IsOffer();
-    const Meter building;
-    const std::string description = handler.GetLocalSDP();
-    CheckCost(kAnswer, building.Read(), text.size());
-    CheckLines(side, description, fOffer);
-    CheckReadsBack(side, OwnPart(handler, description), fOffer);
-
-    Watch watch;
+void Run(fuzz::Input input, std::uint64_t secret) {
+    const fuzz::Side side = fuzz::AnySide(input, secret);
+    const fuzz::Key planted(secret ^ 0xfa4e0dU);
+    const std::string text = input.Rest();
+    fuzz::Watch watch;
     watch.Add(planted);
-    for (int n = 0; n < baseSDP::SRTP_MAX; ++n) {
-        watch.Add(Key(side.local.bufSRTPKey[n], side.local.bufSRTPSalt[n]));
-    }
-    watch.Check("a dump", Dumps(handler, remote));
-    watch.Check("the trace", trace.Text());
-    CheckGoodTextAfterwards(handler, side);
+    fuzz::CheckHandling(side, side.fPlant ? fuzz::Plant(text, planted) : text, watch);
 }
 
 } // namespace
 
-} // namespace fuzz
-
 void FuzzParse(const std::uint8_t* data, std::size_t size) {
-    fuzz::RunWithSecret(data, size, fuzz::Run);
+    fuzz::RunWithSecret(data, size, Run);
 }

@@ -1,0 +1,321 @@
+// A handler's life: parse, answer, offer, reset and setters in the order that the input gives, and after each
+// call the state held against a plain model: version counter, offer or answer, session address, capabilities.
+//
+// The first bytes choose a side, the next one where the counters start; then each call is one byte, followed
+// by what it takes.
+#include "Laws.h"
+#include "Targets.h"
+
+#include <iterator>
+#include <optional>
+#include <sstream>
+#include <utility>
+#include <vector>
+
+namespace fuzz {
+
+namespace {
+
+/// Longer lives show nothing that these do not, and take longer.
+constexpr int kCalls = 48;
+
+const char* const kLinePool[] = {
+    "v=0\r\n",
+    "o=- 1 1 IN IP4 192.0.2.2\r\n",
+    "c=IN IP4 192.0.2.2\r\n",
+    "c=IN IP4 192.0.2.7/127\r\n",
+    "c=IN IP4\r\n",
+    "b=AS:512\r\n",
+    "b=TIAS:64000\r\n",
+    "t=0 0\r\n",
+    "m=audio 5004 RTP/SAVP 18 0 9 101\r\n",
+    "m=audio 0 RTP/AVP 104\r\n",
+    "m=video 5006 RTP/SAVP 97 126\r\n",
+    "m=video 5008 RTP/AVP 97\r\n",
+    "m=application 5010 UDP/BFCP *\r\n",
+    "m=text 5012 RTP/AVP 98\r\n",
+    "m=audio 5004 RTP/AVP\r\n",
+    "a=rtpmap:97 H264/90000\r\n",
+    "a=rtpmap:104 G7221/16000\r\n",
+    "a=rtpmap:101 telephone-event/8000\r\n",
+    "a=fmtp:97 profile-level-id=428029;packetization-mode=1;max-fs=8160\r\n",
+    "a=fmtp:104 bitrate=32000\r\n",
+    "a=crypto:7 AES_CM_128_HMAC_SHA1_32 inline:YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0|2^31\r\n",
+    "a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:YXdheSB2aWRlbyBrZXkgMWF3YXkgdmlkZW9zYWx0\r\n",
+    "a=content:slides\r\n",
+    "a=content:main\r\n",
+    "a=inactive\r\n",
+    "a=sendonly\r\n",
+    "a=recvonly\r\n",
+    "a=sendrecv\r\n",
+    "a=floorctrl:s-only\r\n",
+    "a=floorctrl:c-s\r\n",
+    "a=confid:12\r\n",
+    "a=userid:34\r\n",
+    "a=ice-ufrag:F7gI\r\n",
+    "a=candidate:1 1 UDP 2130706431 192.0.2.2 5004 typ host\r\n",
+    "\r\n",
+    "a=c=b=m=\r\n",
+    "a=x\n",
+    "c=IN IP4 192.0.2.8",
+};
+
+/// A record that is replaced by construction alone.
+struct Held final : LocalSDP {
+    explicit Held(const LocalSDP& other) : LocalSDP(other) {}
+};
+
+/// What is known of a handler without looking into it.
+struct Model {
+    std::optional<Held> local = Held(LocalSDP());
+    bool fSrtp = false;
+    bool fBfcp = false;
+    std::int32_t id = 0;
+    std::uint32_t version = 1;
+    std::size_t sections = 0;
+    std::string address; ///< of the session; outlives a parse
+    std::string text;    ///< last parsed; empty when nothing is held
+};
+
+void ModelInitialize(Model& model, const LocalSDP& local) {
+    // Copied by construction, which carries every field; only then the identity is put back.
+    Held next(local);
+    next.iBfcpConfid = model.local->iBfcpConfid;
+    next.iBfcpUserid = model.local->iBfcpUserid;
+    next.fBfcpIsServer = model.local->fBfcpIsServer;
+    model.local.emplace(next);
+}
+
+void ModelParse(Model& model, const std::string& text) {
+    model.sections = 0;
+    model.text = text;
+    std::size_t from = 0;
+    for (std::size_t end = text.find("\r\n"); end != std::string::npos; end = text.find("\r\n", from)) {
+        const std::string line = text.substr(from, end - from);
+        from = end + 2;
+        std::istringstream stream(line);
+        const std::vector<std::string> words{std::istream_iterator<std::string>(stream), {}};
+        if (line.find("c=") != std::string::npos) {
+            if (words.size() >= 3 && model.sections == 0) {
+                model.address = words[2];
+            }
+        } else if (line.find("m=") != std::string::npos && words.size() >= 4) {
+            ++model.sections;
+        }
+    }
+}
+
+/// A handler that was made for this moment: what it reads and writes is what the old one must read and write.
+void MakeFresh(SDPHandler& fresh, const Model& model, const std::string& address, RemoteSDP& remote) {
+    fresh.InitializeLocalSDP(*model.local);
+    fresh.m_bSRTP = model.fSrtp;
+    fresh.SetBfcpSupport(model.fBfcp);
+    fresh.m_iSessionID = model.id;
+    fresh.m_iSessionVersion = model.version;
+    fresh.strSessionIPAddr = address;
+    fresh.ParseTheSDP(model.text, remote);
+}
+
+std::string StateText(bool fOffer, const LocalSDP& local, bool fSrtp, bool fBfcp, std::int32_t id,
+                      std::uint32_t version, const std::string& address) {
+    return "offer=" + std::to_string(fOffer) + " srtp=" + std::to_string(fSrtp) +
+           " bfcp=" + std::to_string(fBfcp) + " id=" + std::to_string(id) +
+           " version=" + std::to_string(version) + " address=" + address + "\n" + RecordText(local);
+}
+
+void CheckState(const SDPHandler& handler, const Model& model, const char* call) {
+    RequireSame(call, "model",
+                StateText(model.sections == 0, *model.local, model.fSrtp, model.fBfcp, model.id,
+                          model.version, model.address),
+                "handler",
+                StateText(handler.IsOffer(), handler.MyLocalSDP, handler.m_bSRTP, handler.m_fBfcpSupported,
+                          handler.m_iSessionID, handler.m_iSessionVersion, handler.strSessionIPAddr));
+}
+
+std::string OriginLine(const Model& model) {
+    const LocalSDP& local = *model.local;
+    std::ostringstream out;
+    out << "o=Quillmarshorizon" << (local.strOExtension.empty() ? "" : "-") << local.strOExtension << " "
+        << static_cast<std::uint32_t>(model.id) << " " << static_cast<std::int32_t>(model.version)
+        << " IN IP4 " << (local.strMyIPAddr.empty() ? local.strDefaultIPAddr : local.strMyIPAddr) << "\r\n";
+    return out.str();
+}
+
+class Life {
+public:
+    Life(const Side& side, std::uint8_t start) : m_plain(side.fPlain) {
+        static constexpr std::uint32_t versions[] = {1, 0x7ffffffe, 0xfffffffd, 0};
+        static constexpr std::int32_t ids[] = {1000, -1, 0x7fffffff, static_cast<std::int32_t>(0x80000000)};
+        Prepare(m_handler, side);
+        ModelInitialize(m_model, side.local);
+        m_model.fSrtp = side.fSrtp;
+        m_model.fBfcp = side.fBfcp;
+        m_model.version = m_handler.m_iSessionVersion = versions[start & 3U];
+        m_model.id = m_handler.m_iSessionID = ids[(start >> 2U) & 3U];
+        CheckState(m_handler, m_model, "the state after preparation");
+    }
+
+    void Call(Input& input, std::uint64_t secret) {
+        switch (input.Below(16)) {
+        case 0:
+        case 1:
+        case 2:
+        case 3:
+            return Parse(AnyText(input));
+        case 4:
+        case 5:
+            return Describe();
+        case 6:
+            return Reset();
+        case 7:
+            return Address(input);
+        case 8:
+            m_model.fBfcp = (input.Byte() & 1U) != 0;
+            return m_handler.SetBfcpSupport(m_model.fBfcp);
+        case 9:
+            m_handler.m_bSRTP = m_model.fSrtp = (input.Byte() & 1U) != 0;
+            return;
+        case 10:
+            return Initialize(AnySide(input, secret));
+        case 11:
+            m_handler.SetVideoICECandidate(input.Take(input.Byte()));
+            return m_handler.SetAudioICECandidate("a=candidate:1 1 UDP 1 192.0.2.1 9 typ host");
+        case 12:
+            return Extract();
+        case 13:
+            return Parse("");
+        case 14:
+            return Identity(input);
+        default:
+            return Parse(m_last);
+        }
+    }
+
+    void Check(const char* what) const { CheckState(m_handler, m_model, what); }
+
+    void End() {
+        Side side;
+        side.local = *m_model.local;
+        side.fSrtp = m_model.fSrtp;
+        side.fBfcp = m_model.fBfcp;
+        CheckGoodTextAfterwards(m_handler, side);
+    }
+
+private:
+    /// Lines of the pool, then bytes of the input.
+    static std::string AnyText(Input& input) {
+        std::string text;
+        for (std::size_t lines = input.Below(12); lines > 0; --lines) {
+            text += input.Pick(kLinePool);
+        }
+        return text + input.Take(input.Byte() / 4U);
+    }
+
+    void Parse(const std::string& text) {
+        const std::string addressBefore = m_model.address;
+        const std::string before = RecordText(m_remote);
+        ModelParse(m_model, text);
+        const int result = m_handler.ParseTheSDP(text, m_remote);
+        Require(result == (text.empty() ? 1 : 0), "only an empty text is told apart", std::to_string(result),
+                text);
+        if (text.empty()) {
+            RequireSame("an empty text leaves the record", "before", before, "after", RecordText(m_remote));
+            return;
+        }
+        SDPHandler fresh;
+        RemoteSDP wanted;
+        MakeFresh(fresh, m_model, addressBefore, wanted);
+        RequireSame("an old handler reads as a fresh one", "fresh", RecordText(wanted), "old",
+                    RecordText(m_remote));
+        RequireSame("an old handler holds what a fresh one does", "fresh", SectionsText(fresh), "old",
+                    SectionsText(m_handler));
+    }
+
+    void Extract() {
+        RemoteSDP wanted;
+        SDPHandler fresh;
+        MakeFresh(fresh, m_model, m_model.address, wanted);
+        fresh.GetRTPData(wanted);
+        m_handler.GetRTPData(m_remote);
+        RequireSame("extraction gives what a fresh handler reads", "fresh", RecordText(wanted), "old",
+                    RecordText(m_remote));
+    }
+
+    void Describe() {
+        RemoteSDP unused;
+        SDPHandler fresh;
+        MakeFresh(fresh, m_model, m_model.address, unused);
+        const bool fOffer = m_model.sections == 0;
+        const std::string text = m_handler.GetLocalSDP();
+        RequireSame("an old handler writes as a fresh one", "fresh", fresh.GetLocalSDP(), "old", text);
+        if (fOffer && m_model.local->strDefaultIPAddr.empty()) {
+            RequireSame("no address, no offer", "wanted", "", "written", text);
+            return;
+        }
+        ++m_model.version;
+        const std::string origin = OriginLine(m_model);
+        RequireSame("the origin line follows the counters", "wanted", origin, "written",
+                    text.substr(0, 5 + origin.size()).erase(0, 5));
+        Side side;
+        side.local = *m_model.local;
+        side.fSrtp = m_model.fSrtp;
+        side.fBfcp = m_model.fBfcp;
+        side.fPlain = m_plain;
+        CheckLines(side, text, fOffer);
+        if (fOffer) {
+            CheckReadsBack(side, text, fOffer);
+        }
+        m_last = text;
+    }
+
+    void Reset() {
+        m_handler.ResetRemoteSDP();
+        m_model.sections = 0;
+        m_model.text.clear();
+    }
+
+    void Address(Input& input) {
+        static const char* const addresses[] = {"192.0.2.1", "", "2001:db8::1", "two words", "c=IN IP4 x"};
+        const std::size_t which = input.Below(std::size(addresses));
+        m_plain = m_plain && which < 3;
+        m_model.local->strDefaultIPAddr = addresses[which];
+        m_handler.SetDefaultLocalIPAddr(addresses[which]);
+    }
+
+    void Initialize(const Side& side) {
+        m_plain = side.fPlain;
+        m_handler.InitializeLocalSDP(side.local);
+        ModelInitialize(m_model, side.local);
+    }
+
+    /// The floor control identity is the application's to set; no call carries it.
+    void Identity(Input& input) {
+        m_handler.MyLocalSDP.iBfcpConfid = m_model.local->iBfcpConfid = input.Pick(kNumbers);
+        m_handler.MyLocalSDP.iBfcpUserid = m_model.local->iBfcpUserid = input.Pick(kNumbers);
+        m_handler.MyLocalSDP.fBfcpIsServer = m_model.local->fBfcpIsServer = (input.Byte() & 1U) != 0;
+    }
+
+    SDPHandler m_handler;
+    Model m_model;
+    RemoteSDP m_remote;
+    std::string m_last;
+    bool m_plain;
+};
+
+void Run(Input input, std::uint64_t secret) {
+    const Side side = AnySide(input, secret);
+    Life life(side, input.Byte());
+    for (int call = 0; call < kCalls && !input.Empty(); ++call) {
+        life.Call(input, secret);
+        life.Check("the state after a call");
+    }
+    life.End();
+}
+
+} // namespace
+
+} // namespace fuzz
+
+void FuzzLife(const std::uint8_t* data, std::size_t size) {
+    fuzz::Run(fuzz::Input(data, size), 0x11feU);
+}

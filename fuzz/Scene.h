@@ -1,0 +1,29 @@
+// A description made by grammar, and the record that it must yield. The record is written down while the text
+// is made, from what each section means, so that no reader is needed to know it.
+#pragma once
+
+#include "Input.h"
+#include "Keys.h"
+
+#include <SDP.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace fuzz {
+
+struct Scene {
+    std::vector<std::string> lines; ///< without line ends
+    std::size_t firstMedia = 0; ///< the first line that begins a section; the number of lines when none does
+    RemoteSDP wanted;
+    Watch keys; ///< every key of the far end
+};
+
+/// @param codecs  the local audio codecs, which decide with the far end's order
+Scene MakeScene(Input& input, std::uint64_t secret, std::int32_t codecs);
+
+/// The lines as one text, each ended by CR LF.
+std::string Join(const std::vector<std::string>& lines);
+
+} // namespace fuzz
