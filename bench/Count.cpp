@@ -1,7 +1,7 @@
 // Runs one operation under callgrind and lets it count that operation alone.
 //
-//     count                 lists the operations
-//     count OPERATION       warms up, then runs the operation once between two toggles of the collection
+//     count              lists the operations: what, tab, who
+//     count WHAT WHO     warms up, then runs the operation once between two toggles of the collection
 #include "Operations.h"
 
 #include <valgrind/callgrind.h>
@@ -10,10 +10,10 @@
 #include <string>
 
 int main(int argc, char** argv) {
-    for (const bench::Operation& operation : bench::Operations()) {
-        if (argc < 2) {
-            std::puts(operation.name.c_str());
-        } else if (operation.name == argv[1]) {
+    for (const bench::Operation& operation : bench::AllOperations()) {
+        if (argc < 3) {
+            std::printf("%s\t%s\n", operation.what.c_str(), operation.who.c_str());
+        } else if (operation.what == argv[1] && operation.who == argv[2]) {
             const std::function<void()> run = operation.prepare();
             // The allocator's lists and the library's first-time work are the warm-up's.
             for (int i = 0; i < 3; ++i) {
@@ -26,5 +26,5 @@ int main(int argc, char** argv) {
             return 0;
         }
     }
-    return argc < 2 ? 0 : 2;
+    return argc < 3 ? 0 : 2;
 }

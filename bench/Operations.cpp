@@ -74,21 +74,25 @@ std::function<void()> PrepareLife(char letter) {
 
 } // namespace
 
-const std::vector<Operation>& Operations() {
-    static const std::vector<Operation> operations = [] {
-        std::vector<Operation> all;
-        for (const Input& input : kInputs) {
-            const char letter = input.letter;
-            all.push_back({std::string("parse ") + letter, [letter] { return PrepareParse(letter); }});
-        }
-        all.push_back({"offer", [] { return PrepareDescribe('\0'); }});
-        for (const char letter : {'b', 'c', 'd'}) {
-            all.push_back({std::string("answer ") + letter, [letter] { return PrepareDescribe(letter); }});
-        }
-        all.push_back({"life c", [] { return PrepareLife('c'); }});
-        return all;
-    }();
-    return operations;
+std::vector<Operation> Operations() {
+    std::vector<Operation> all;
+    for (const Input& input : kInputs) {
+        const char letter = input.letter;
+        all.push_back({std::string("parse ") + letter, kOurs, [letter] { return PrepareParse(letter); }});
+    }
+    all.push_back({"offer", kOurs, [] { return PrepareDescribe('\0'); }});
+    for (const char letter : {'b', 'c', 'd'}) {
+        all.push_back({std::string("answer ") + letter, kOurs, [letter] { return PrepareDescribe(letter); }});
+    }
+    all.push_back({"life c", kOurs, [] { return PrepareLife('c'); }});
+    return all;
+}
+
+std::vector<Operation> AllOperations() {
+    std::vector<Operation> all = Operations();
+    const std::vector<Operation> peers = PeerOperations();
+    all.insert(all.end(), peers.begin(), peers.end());
+    return all;
 }
 
 } // namespace bench

@@ -3,49 +3,44 @@
 
     count.py DIRECTORY            measures with the programs in DIRECTORY; status 1 when a budget is exceeded
     count.py DIRECTORY --write    measures and writes the figures into budgets.txt as the new budgets
+    count.py DIRECTORY --peers    counts the peers and the floors as well and compares nothing
 
 Instructions are counted by callgrind while the operation runs and at no other time, so neither the machine's
 speed nor its load is part of them. A figure may exceed its budget by three per cent, which is what another
 release of the compiler or of the C library may cost; allocations may not exceed it at all.
 """
 import concurrent.futures
-import os
 import pathlib
 import re
 import subprocess
 import sys
-import tempfile
+
+import callgrind
 
 BUDGETS = pathlib.Path(__file__).with_name("budgets.txt")
 TOLERANCE = 1.03
+OURS = "commonmedia"
 HEAD = """# What each operation may cost. Written by `scripts/count --write`; the targets are set by hand.
 #
 # operation   instructions   allocations   target: instructions   target: allocations
 """
 
 
-def instructions(directory, operation):
+def instructions(program, what, who):
     """What callgrind collects between the two toggles of the program."""
-    with tempfile.TemporaryDirectory() as scratch:
-        command = ["valgrind", "--tool=callgrind", "--instr-atstart=no", "--collect-atstart=no"]
-        command += [f"--callgrind-out-file={scratch}/out", str(directory / "bench_count"), operation]
-        # Binding at the start keeps the dynamic linker's work out of the first call of a function.
-        done = subprocess.run(
-            command, env={**os.environ, "LD_BIND_NOW": "1"}, capture_output=True, text=True, check=False
-        )
-        collected = re.search(r"Collected : (\d+)", done.stderr)
-        if done.returncode != 0 or not collected:
-            sys.exit(f"{' '.join(command)}: status {done.returncode}\n{done.stderr}")
-        return int(collected.group(1))
+    return callgrind.run(program, what, who)[1][""]
 
 
-def measure(directory):
-    """operation -> (instructions, allocations), in the program's order."""
-    output = subprocess.run([directory / "bench_allocations"], capture_output=True, text=True, check=True).stdout
-    allocations = {name: int(count) for name, count in (line.split("\t") for line in output.splitlines())}
-    with concurrent.futures.ThreadPoolExecutor(int(os.environ.get("JOBS", os.cpu_count()))) as pool:
-        counted = pool.map(lambda operation: instructions(directory, operation), allocations)
-    return {name: (count, allocations[name]) for name, count in zip(allocations, counted)}
+def measure(directory, peers=""):
+    """(what, who) -> (instructions, allocations), in the program's order."""
+    command = [directory / f"bench_{peers}allocations"]
+    output = subprocess.run(command, capture_output=True, text=True, check=True).stdout
+    rows = [line.split("\t") for line in output.splitlines()]
+    allocations = {(what, who): int(count) for what, who, count in rows}
+    program = directory / f"bench_{peers}count"
+    with concurrent.futures.ThreadPoolExecutor(callgrind.JOBS) as pool:
+        counted = list(pool.map(lambda key: instructions(program, *key), allocations))
+    return {key: (count, allocations[key]) for key, count in zip(allocations, counted)}
 
 
 def read_budgets():
@@ -87,10 +82,22 @@ def compare(figures, budgets):
             yield f"{name}: has a budget and is not measured"
 
 
+def compare_with_peers(figures):
+    others = list(dict.fromkeys(who for _, who in figures if who != OURS))
+    print(f"| instructions | {OURS} | " + " | ".join(others) + " |")
+    print("|---|--:|" + "--:|" * len(others))
+    for what in [what for what, who in figures if who == OURS]:
+        cells = [f"{figures[what, who][0]:,}" if (what, who) in figures else "" for who in others]
+        print(f"| {what} | {figures[what, OURS][0]:,} | " + " | ".join(cells) + " |")
+    return 0
+
+
 def main():
     directory = pathlib.Path(sys.argv[1])
+    if sys.argv[2:] == ["--peers"]:
+        return compare_with_peers(measure(directory, "peer_"))
     budgets = read_budgets() if BUDGETS.is_file() else {}
-    figures = measure(directory)
+    figures = {what: figure for (what, _), figure in measure(directory).items()}
     if sys.argv[2:] == ["--write"]:
         write_budgets(figures, budgets)
         budgets = read_budgets()

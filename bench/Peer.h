@@ -1,0 +1,61 @@
+// A library that reads and writes descriptions, as the measuring programs drive it.
+//
+// Each peer stands in a source of its own and is left out of the build where its library is not installed. It
+// is used as its own documentation shows; where a library offers several ways, the fastest is taken.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bench {
+
+/// What a client takes out of a description, counted, so that a reader that skips something is noticed.
+struct Taken {
+    std::size_t formats = 0;    ///< formats of the "m=" lines
+    std::size_t names = 0;      ///< formats with their rtpmap
+    std::size_t parameters = 0; ///< formats with their fmtp
+    std::size_t keys = 0;       ///< "a=crypto:" lines of the sections
+    std::size_t candidates = 0; ///< "a=candidate:" lines of the sections
+    std::size_t bandwidths = 0; ///< "b=" lines of the sections
+    std::size_t attributes = 0; ///< of kSingleAttributes, once per section, and one direction per section
+    std::size_t looked = 0;     ///< the sum of a byte of everything taken, so that all of it is fetched
+
+    void Look(const char* text) { looked += text == nullptr ? 0 : static_cast<unsigned char>(text[0]); }
+};
+
+/// The attributes that a client looks for by name in each section.
+inline constexpr const char* kSingleAttributes[] = {"ptime",   "content",   "label",  "ice-ufrag",
+                                                    "ice-pwd", "floorctrl", "confid", "userid"};
+
+class Peer {
+public:
+    virtual ~Peer() = default;
+    /// Parses the text, takes what a client needs, frees everything.
+    virtual Taken Read(const std::string& text) = 0;
+    /// Prepares for Write: a description like `text` is held in memory.
+    virtual void Hold(const std::string& text) = 0;
+    /// Writes the description held as text, and frees that text. Returns its length.
+    virtual std::size_t Write() = 0;
+};
+
+struct PeerRow {
+    const char* name;
+    std::unique_ptr<Peer> (*make)();
+};
+
+// One per source; CMake says which of them are there.
+std::unique_ptr<Peer> MakeGst();
+std::unique_ptr<Peer> MakeSofia();
+std::unique_ptr<Peer> MakeOsip();
+std::unique_ptr<Peer> MakeRe();
+
+/// The peers of this build.
+const std::vector<PeerRow>& Peers();
+
+/// Ends the program: a peer did not do what is measured.
+[[noreturn]] void PeerFailed(const char* name, const char* what);
+
+} // namespace bench

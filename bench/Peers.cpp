@@ -1,0 +1,129 @@
+#include "Peer.h"
+
+#include "Floors.h"
+#include "Inputs.h"
+#include "Operations.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace bench {
+
+const std::vector<PeerRow>& Peers() {
+    static const std::vector<PeerRow> peers = {
+#ifdef BENCH_HAVE_GST
+        {"gst-sdp", MakeGst},
+#endif
+#ifdef BENCH_HAVE_SOFIA
+        {"sofia-sip", MakeSofia},
+#endif
+#ifdef BENCH_HAVE_OSIP
+        {"osip2", MakeOsip},
+#endif
+#ifdef BENCH_HAVE_RE
+        {"libre", MakeRe},
+#endif
+    };
+    return peers;
+}
+
+void PeerFailed(const char* name, const char* what) {
+    std::fprintf(stderr, "%s: %s failed\n", name, what);
+    std::exit(2);
+}
+
+namespace {
+
+/// What any reader has to find, counted line by line.
+Taken Expected(const std::string& text) {
+    Taken taken;
+    bool fSection = false;
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::size_t end = rest.find("\r\n");
+        const std::string_view line = rest.substr(0, end);
+        rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 2);
+        const auto begins = [line](std::string_view start) { return line.substr(0, start.size()) == start; };
+        if (begins("m=")) {
+            fSection = true;
+            for (std::size_t at = line.find(' '); at != std::string_view::npos; at = line.find(' ', at + 1)) {
+                ++taken.formats;
+            }
+            taken.formats -= 2; // the port and the transport
+        }
+        if (!fSection) {
+            continue;
+        }
+        taken.names += begins("a=rtpmap:") ? 1 : 0;
+        taken.parameters += begins("a=fmtp:") ? 1 : 0;
+        taken.keys += begins("a=crypto:") ? 1 : 0;
+        taken.candidates += begins("a=candidate:") ? 1 : 0;
+        taken.bandwidths += begins("b=") ? 1 : 0;
+        taken.attributes += line == "a=sendrecv" ? 1 : 0;
+        for (const char* const name : kSingleAttributes) {
+            taken.attributes += begins(std::string("a=") + name + ":") ? 1 : 0;
+        }
+    }
+    return taken;
+}
+
+/// Says what a peer leaves out; a comparison with less work would not be one.
+void Compare(const PeerRow& row, char letter, const Taken& expected, const Taken& taken) {
+    struct Field {
+        const char* name;
+        std::size_t Taken::*count;
+    };
+    static constexpr Field kFields[] = {
+        {"formats", &Taken::formats},       {"rtpmap", &Taken::names},
+        {"fmtp", &Taken::parameters},       {"keys", &Taken::keys},
+        {"candidates", &Taken::candidates}, {"bandwidths", &Taken::bandwidths},
+        {"attributes", &Taken::attributes},
+    };
+    for (const Field& field : kFields) {
+        if (taken.*field.count != expected.*field.count) {
+            std::fprintf(stderr, "%s takes %zu of %zu %s from %c\n", row.name, taken.*field.count,
+                         expected.*field.count, field.name, letter);
+        }
+    }
+}
+
+std::function<void()> PrepareRead(const PeerRow& row, char letter) {
+    const std::shared_ptr<Peer> peer = row.make();
+    const std::string text = ReadInput(letter);
+    Compare(row, letter, Expected(text), peer->Read(text));
+    return [peer, text] { peer->Read(text); };
+}
+
+std::function<void()> PrepareWrite(const PeerRow& row, char letter) {
+    const std::shared_ptr<Peer> peer = row.make();
+    peer->Hold(ReadInput(letter));
+    if (peer->Write() < ReadInput(letter).size() * 8 / 10) {
+        PeerFailed(row.name, "to write all of the text");
+    }
+    return [peer] { peer->Write(); };
+}
+
+} // namespace
+
+std::vector<Operation> PeerOperations() {
+    std::vector<Operation> all;
+    for (const PeerRow& row : Peers()) {
+        for (const Input& input : kInputs) {
+            const char letter = input.letter;
+            all.push_back({std::string("parse ") + letter, row.name,
+                           [&row, letter] { return PrepareRead(row, letter); }});
+        }
+        all.push_back({"answer c", row.name, [&row] { return PrepareWrite(row, 'c'); }});
+    }
+    for (const Floor& floor : kFloors) {
+        for (const Input& input : kInputs) {
+            const char letter = input.letter;
+            all.push_back({std::string("parse ") + letter, floor.name, [&floor, letter] {
+                               const std::string text = ReadInput(letter);
+                               return [&floor, text] { floor.read(text); };
+                           }});
+        }
+    }
+    return all;
+}
+
+} // namespace bench

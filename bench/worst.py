@@ -1,0 +1,115 @@
+#!/usr/bin/env python3
+"""The cost of hostile texts, class by class: per byte, as they grow, and in memory.
+
+    worst.py DIRECTORY [--quick] [--time] [CLASS...]
+
+    --quick   texts up to 256 KiB instead of 4 MiB
+    --time    time as a multiple of a plain scan of the same text instead of instructions; never fails
+
+Every text is read, extracted, answered and dropped by a handler of a client with everything switched on, once
+without and once with a trace sink. Instructions are counted by callgrind. Budgets: the slope of the cost over
+the length, both as logarithms, from 64 KiB up, at most 1.05 in every class; the cost per byte of every class and
+size at most 12 times that of the median captured text of tests/corpus. Status 1 when one does not hold.
+"""
+import concurrent.futures
+import math
+import pathlib
+import statistics
+import subprocess
+import sys
+
+import callgrind
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+SIZES = [1 << 10, 8 << 10, 64 << 10, 512 << 10, 4 << 20]
+QUICK_SIZES = [1 << 10, 8 << 10, 64 << 10, 256 << 10]
+SLOPE_FROM = 64 << 10
+MAX_SLOPE = 1.05
+MAX_RATIO = 12
+MODES = ["off", "on"]
+
+
+def meet(directory, timed, first, mode, rest):
+    """(bytes, cost) of each text: instructions, or multiples of a plain scan's time times the bytes."""
+    program = directory / "bench_worst"
+    if timed:
+        command = [program, first, mode, *map(str, rest)]
+        printed = subprocess.run(command, capture_output=True, text=True, check=True).stdout
+    else:
+        printed, counted = callgrind.run(program, first, mode, *rest)
+    costs = []
+    for label, length, ratio in (line.split("\t") for line in printed.splitlines()):
+        costs.append((int(length), float(ratio) * int(length) if timed else counted[label]))
+    return costs
+
+
+def slope(points):
+    """Least squares through the logarithms."""
+    logs = [(math.log(length), math.log(cost)) for length, cost in points if length >= SLOPE_FROM * 0.9]
+    x_mean = statistics.mean(x for x, _ in logs)
+    y_mean = statistics.mean(y for _, y in logs)
+    return sum((x - x_mean) * (y - y_mean) for x, y in logs) / sum((x - x_mean) ** 2 for x, _ in logs)
+
+
+def memory(directory, sizes):
+    """(class, mode) -> list of (bytes, bytes allocated, peak)."""
+    command = [directory / "bench_worst_memory", *map(str, sizes)]
+    output = subprocess.run(command, capture_output=True, text=True, check=True).stdout
+    table = {}
+    for name, mode, *numbers in (line.split("\t") for line in output.splitlines()):
+        table.setdefault((name, mode), []).append(tuple(map(int, numbers)))
+    return table
+
+
+def main():
+    arguments = sys.argv[1:]
+    timed = "--time" in arguments
+    sizes = QUICK_SIZES if "--quick" in arguments else SIZES
+    directory, *wanted = [argument for argument in arguments if not argument.startswith("--")]
+    directory = pathlib.Path(directory)
+    listed = subprocess.run([directory / "bench_worst"], capture_output=True, text=True, check=True).stdout
+    names = wanted or listed.splitlines()
+
+    captures = sorted(map(str, (ROOT / "tests" / "corpus" / "captures").glob("*.sdp")))
+    median = {}
+    for mode in MODES:
+        costs = meet(directory, timed, "--files", mode, captures)
+        median[mode] = statistics.median(cost / length for length, cost in costs)
+    held = memory(directory, sizes)
+    jobs = 1 if timed else callgrind.JOBS
+    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+        runs = [(name, mode, pool.submit(meet, directory, timed, name, mode, sizes))
+                for name in names for mode in MODES]
+
+    unit = "plain scans" if timed else "instructions per byte"
+    problems = []
+    worst = {mode: (0, "") for mode in MODES}
+    print(f"Captured texts, median: {median['off']:.1f} {unit}, traced {median['on']:.1f}.\n")
+    print(f"| class | trace | {unit}, most | times the median | slope | allocated per byte | peak per byte |")
+    print("|---|---|--:|--:|--:|--:|--:|")
+    for name, mode, run in runs:
+        points = run.result()
+        highest = max(cost / length for length, cost in points)
+        grows = slope(points)
+        ratio = highest / median[mode]
+        worst[mode] = max(worst[mode], (ratio, name))
+        large = held[name, mode][-1]
+        grows_held = slope([(length, allocated) for length, allocated, _ in held[name, mode]])
+        print(f"| {name} | {mode} | {highest:.1f} | {ratio:.1f} | {grows:.3f} "
+              f"| {large[1] / large[0]:.1f} | {large[2] / large[0]:.1f} |", flush=True)
+        if grows > MAX_SLOPE:
+            problems.append(f"{name}, trace {mode}: slope {grows:.3f}")
+        if grows_held > MAX_SLOPE:
+            problems.append(f"{name}, trace {mode}: slope of the memory {grows_held:.3f}")
+        if ratio > MAX_RATIO:
+            problems.append(f"{name}, trace {mode}: {ratio:.1f} times the median")
+    print()
+    for mode in MODES:
+        print(f"Worst, trace {mode}: {worst[mode][1]}, {worst[mode][0]:.1f} times the median.")
+    for problem in problems:
+        print(f"over its budget: {problem}")
+    return 1 if problems and not timed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
