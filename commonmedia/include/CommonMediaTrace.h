@@ -32,5 +32,5 @@ bool CommonMediaTraceEnabled() noexcept;
 __attribute__((format(printf, 4, 5)))
 #endif
 /// Formats like printf and hands the text to the sink; without a sink it returns at once. `file`, `function`
-/// and `line` name the place in the source. Throws nothing but std::bad_alloc.
+/// and `line` name the place in the source. A text that cannot be formatted is dropped; nothing is thrown.
 void CommonMediaTrace(const char* file, const char* function, int line, const char* format, ...);

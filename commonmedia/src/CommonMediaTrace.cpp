@@ -7,7 +7,8 @@
 #include <atomic>
 #include <cstdarg>
 #include <cstdio>
-#include <string>
+#include <cstdlib>
+#include <memory>
 
 namespace {
 
@@ -31,19 +32,13 @@ void CommonMediaTrace(const char* file, const char* function, int line, const ch
     }
     std::va_list args;
     va_start(args, format);
-    std::va_list again;
-    va_copy(again, args);
-    const int length = std::vsnprintf(nullptr, 0, format, args);
+    char* text = nullptr;
+    const int length = vasprintf(&text, format, args);
     va_end(args);
-    std::string text;
-    try {
-        text.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
-    } catch (...) {
-        va_end(again);
-        throw;
+    // A trace that cannot be formatted is dropped: it must not cost the call that it speaks of.
+    if (length < 0) {
+        return;
     }
-    // The terminator lands on the string's own, which is allowed to be overwritten with zero.
-    std::vsnprintf(text.data(), text.size() + 1, format, again);
-    va_end(again);
-    sink->write(sink->context, file, function, line, text.c_str());
+    const std::unique_ptr<char, decltype(&std::free)> owned(text, &std::free);
+    sink->write(sink->context, file, function, line, text);
 }

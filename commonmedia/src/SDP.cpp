@@ -19,9 +19,9 @@ namespace {
 /// flood a log.
 template <typename... Values>
 void AppendPiece(std::string& diag, const char* format, Values... values) {
-    char piece[1000] = "";
-    std::snprintf(piece, sizeof piece, format, values...);
-    diag += piece;
+    char piece[1000];
+    const int length = std::snprintf(piece, sizeof piece, format, values...);
+    diag.append(piece, std::min(static_cast<std::size_t>(std::max(length, 0)), sizeof piece - 1));
 }
 
 const char* TrueOrFalse(bool fFlag) {

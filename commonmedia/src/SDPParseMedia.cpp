@@ -51,12 +51,10 @@ void SDPHandler::ProcessMedia(std::string_view SDPLine) {
         }
     }
     ms->iPort = sdp::Number(port);
-    constexpr std::size_t usualFormat = 3; // two digits and a blank
-    ms->vecRtpMap.reserve(1 + rest.size() / usualFormat);
+    // A format and its blank are two characters at least.
+    ms->vecRtpMap.reserve(1 + rest.size() / 2);
     for (; !format.empty(); format = sdp::NextWord(rest)) {
-        std::unique_ptr<RtpMap> rm(new RtpMap{std::string(format), {}, {}});
-        ms->vecRtpMap.push_back(rm.get());
-        rm.release();
+        ms->vecRtpMap.push_back(new RtpMap{std::string(format), {}, {}});
     }
 }
 
