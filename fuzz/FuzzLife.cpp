@@ -261,10 +261,7 @@ private:
         side.fSrtp = m_model.fSrtp;
         side.fBfcp = m_model.fBfcp;
         side.fPlain = m_plain;
-        CheckLines(side, text, fOffer);
-        if (fOffer) {
-            CheckReadsBack(side, text, fOffer);
-        }
+        CheckDescription(m_handler, side, text);
         m_last = text;
     }
 

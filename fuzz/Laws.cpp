@@ -181,7 +181,7 @@ std::string SectionsText(const SDPHandler& handler) {
     return out;
 }
 
-void CheckLines(const Side& side, const std::string& text, bool fOffer) {
+void CheckLines(const Side& side, const std::string& text) {
     if (text.empty()) {
         return;
     }
@@ -210,13 +210,28 @@ void CheckLines(const Side& side, const std::string& text, bool fOffer) {
         Require(line.find("a=rtpmap:") != 0 || line.size() > 9, "no rtpmap stands bare", rest, text);
         Require(number >= std::size(starts) || StartsWith(line, starts[number]),
                 "the session block stands first", line, text);
-        // What surplus sections repeat is the far end's; everything else is a letter and "=".
-        Require(!fOffer || line.empty() ||
-                    (line.size() > 1 && line[1] == '=' && line[0] >= 'a' && line[0] <= 'z'),
-                "a line of an offer begins with its type", line, text);
+        Require(line.empty() || (line.size() > 1 && line[1] == '=' && line[0] >= 'a' && line[0] <= 'z'),
+                "a line begins with its type", line, text);
         rest.remove_prefix(end == std::string_view::npos ? rest.size() : std::min(rest.size(), end + 2));
     }
     Require(text.find("\r\nt=0 0\r\n") != std::string::npos, "the session block ends in t=", text, text);
+}
+
+void CheckDescription(const SDPHandler& handler, const Side& side, const std::string& text) {
+    if (text.empty()) {
+        return;
+    }
+    const std::string surplus = handler.AddUnsupported();
+    const std::size_t own = text.size() - std::min(surplus.size(), text.size());
+    RequireSame("surplus sections stand at the end", "surplus", surplus, "end", text.substr(own));
+    CheckLines(side, text.substr(0, own));
+    CheckReadsBack(side, text.substr(0, own), handler.IsOffer());
+    for (std::string_view rest = surplus; !rest.empty();) {
+        const std::size_t end = std::min(rest.find('\r'), rest.find('\n'));
+        Require(end != 0 && end != std::string_view::npos && StartsWith(rest.substr(end), "\r\n"),
+                "every line of a surplus section ends in CR LF", rest, text);
+        rest.remove_prefix(end + 2);
+    }
 }
 
 void CheckGoodTextAfterwards(SDPHandler& used, const Side& side) {

@@ -32,10 +32,14 @@ std::string RecordText(const LocalSDP& local);
 /// Every field of every section held.
 std::string SectionsText(const SDPHandler& handler);
 
-/// A description that we wrote: every line ends in CR LF, none is empty, and the session block stands first.
-/// The bare prefixes "a=label:" and "a=content:" of a stream without a role are the one exception;
-/// "a=rtpmap:" never stands bare, because no section asks for the line of a codec that has none.
-void CheckLines(const Side& side, const std::string& text, bool fOffer);
+/// What this side says in a description: every line ends in CR LF, none is empty, and the session block
+/// stands first. The bare prefixes "a=label:" and "a=content:" of a stream without a role are the one
+/// exception; "a=rtpmap:" never stands bare, because no section asks for the line of a codec that has none.
+void CheckLines(const Side& side, const std::string& text);
+
+/// A whole description, as the handler has just written it: CheckLines and CheckReadsBack of what this side
+/// says, and behind that the surplus sections, which repeat words of the far end in whole lines.
+void CheckDescription(const SDPHandler& handler, const Side& side, const std::string& text);
 
 /// A second handler that speaks every codec reads our description and finds what this side has: ports,
 /// addresses, payload numbers, levels and limits, and in an offer codecs, directions, keys and bandwidth.

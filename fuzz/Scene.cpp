@@ -25,7 +25,7 @@ constexpr AudioFormat kAudio[] = {
     {"18", "G729/8000", "annexb=no", PAYLOAD_G729},
     {"104", "G7221/16000", "bitrate=32000", PAYLOAD_G7221},
     {"115", "G7221/16000", "bitrate=24000", 0},
-    {"96", "opus/48000/2", "useinbandfec=1; minptime=10", 0},
+    {"96", "opus/48000/2", "minptime=10; stereo=0", 0},
     {"101", "telephone-event/8000", "0-15", 0},
     {"102", "telephone-event/48000", "0-15", 0},
     {"110", "telephone-event/8000", "0-16", 0},
