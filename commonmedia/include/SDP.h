@@ -102,8 +102,8 @@ struct baseSDP {
     PayloadType_t eAudioCodec;           ///< local: set of codecs; remote: the chosen one, or PAYLOAD_UNKNOWN
     std::int32_t iAudioRTPPort;          ///< RTP port; 0 means declined or on hold
     std::int32_t iVideoPresoControlPort; ///< port of the BFCP channel that controls the presentation
-    std::int32_t iBfcpConfid;            ///< BFCP conference id (RFC 4583, 5.3)
-    std::int32_t iBfcpUserid;            ///< BFCP user id (RFC 4583, 5.3)
+    std::int32_t iBfcpConfid;            ///< BFCP conference id (RFC 4583, 5)
+    std::int32_t iBfcpUserid;            ///< BFCP user id (RFC 4583, 5)
     bool fBfcpIsServer;                  ///< remote: the far end is floor control server only
     std::int32_t iMaxBandwidth;          ///< whole session, bit/s; 0 means not limited
     VideoParms m_VideoMain;              ///< the camera

@@ -35,7 +35,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -111,8 +110,7 @@ private:
     std::uint32_t m_iSessionVersion = 1;              ///< origin line, advanced before each description
     bool m_fBfcpSupported = false;                    ///< presentation and floor control are written
     std::uint32_t m_iMaxSupportedSessions = 2;        ///< remote sections answered; the rest is rejected
-    /// Formats of the last section by payload; null unless that section lists many.
-    std::unique_ptr<sdp::PayloadIndex> pPayloadIndex;
+    sdp::PayloadIndex* pPayloadIndex = nullptr; ///< formats of a large section; only while a text is read
 
     // Life
     void ClearRemoteMediaSession();

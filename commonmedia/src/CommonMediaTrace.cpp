@@ -1,5 +1,6 @@
 // Stage: none; the trace sink of the code base.
 // Input: printf-style traces. Output: one finished text per trace, handed to the sink.
+// Without a sink nothing is formatted.
 // Touches the one piece of state that handlers share: the pointer to the sink.
 // Test: tests/unit/CommonMediaTraceTest.cpp
 #include "CommonMediaTrace.h"

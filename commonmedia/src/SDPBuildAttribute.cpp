@@ -1,6 +1,7 @@
 // Stage: build, the lines that sections share: bandwidth, direction, RTCP (RFC 4566, 3890, 3605).
 // Input: MyLocalSDP, the sections held. Output: one line or none.
 // Touches nothing but the text at whose end it writes.
+// Directions are read off the parser's table, backward.
 // Test: tests/unit/SDPBuildAttributeTest.cpp
 #include "SDPHandler.h"
 
@@ -15,8 +16,8 @@ constexpr std::int32_t kAudioShare = 64000;
 } // namespace
 
 void SDPHandler::WriteBandwidth(sdp::Writer& sdp) const {
-    // [B04] Only 0 means no limit. A budget below a kilobit is written as 0, a negative one as it is: what
-    // the application asked for stays visible on the wire.
+    // [B04] Only 0 means no limit. The division cuts toward zero, so less than a kilobit is written as 0 and
+    // a larger negative budget keeps its sign: what the application asked for stays visible on the wire.
     if (MyLocalSDP.iMaxBandwidth != 0) {
         sdp << "b=AS:" << MyLocalSDP.iMaxBandwidth / 1000 << "\r\n";
     }
@@ -64,5 +65,6 @@ void SDPHandler::WriteDirectional(sdp::Writer& sdp, MediaType m, VIDEOTYPE v) co
 }
 
 void SDPHandler::WriteRTCPAttribute(sdp::Writer& sdp, int port) const {
+    // [B25] An address is always written as IP4, an IPv6 one included, here and in every "c=" and "o=" line.
     sdp << "a=rtcp:" << port << " IN IP4 " << MyLocalSDP.strDefaultIPAddr << "\r\n";
 }

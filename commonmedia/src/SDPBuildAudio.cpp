@@ -1,6 +1,7 @@
 // Stage: build, the audio section and the rtpmap lines of every codec.
 // Input: MyLocalSDP, the SRTP switch, the sections held. Output: one "m=audio" section.
 // Touches nothing but the text at whose end it writes.
+// The codec of an answer is asked of the far end's sections, not of the record.
 // Test: tests/unit/SDPBuildAudioTest.cpp
 #include "SDPHandler.h"
 

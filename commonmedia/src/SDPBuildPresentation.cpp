@@ -1,6 +1,7 @@
 // Stage: build, the floor control channel of the presentation and the rejected sections (RFC 4583, 3264).
 // Input: MyLocalSDP, the sections held. Output: an "m=application" section, "m=" lines at port 0.
 // Touches nothing but the text at whose end it writes.
+// A floor control section is told by its "m=" line; its attributes only give the role.
 // Test: tests/unit/SDPBuildPresentationTest.cpp
 #include "SDPHandler.h"
 

@@ -1,6 +1,7 @@
 // Stage: build, whether a section is secure, and its "a=crypto:" line (RFC 4568, 9).
 // Input: the SRTP switch, the local suites and keys, the sections held. Output: yes or no, one line.
 // Touches nothing but the text at whose end it writes; the key text in between is wiped.
+// The secure test and the crypto line match sections by different rules, kStreams.
 // Test: tests/unit/SDPBuildSecurityTest.cpp
 #include "SDPHandler.h"
 

@@ -46,6 +46,7 @@ void SDPHandler::WriteVideo(sdp::Writer& sdp, const VideoParms& parms) const {
     if (fMode1) {
         sdp << MyLocalSDP.iVideoPayloadMode1;
     }
+    // [B24] The mode-0 payload is listed with mode 1 as well, whether or not the codec set has its bit.
     // [B10] Each format brings its blank although the profile ended in one: mode 0 alone stands behind two.
     if (fAnyMode) {
         sdp << " " << MyLocalSDP.iVideoPayloadMode0;

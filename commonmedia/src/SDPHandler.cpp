@@ -6,7 +6,6 @@
 #include "SDPHandler.h"
 
 #include "Platform.h"
-#include "SDPPayloadIndex.h"
 
 // The tick count is stored as it is: its upper half makes a negative id, which the origin line writes
 // unsigned again.
@@ -28,8 +27,8 @@ void SDPHandler::SetBfcpSupport(bool fSupported) {
     m_fBfcpSupported = fSupported;
 }
 
-// [G16] Local candidates are accepted and not kept: no builder writes one, and a call that fails would break
-// applications that set them on the way to a client that does.
+// [G16] Local candidates are accepted and not kept: no builder writes one, and a call that failed would make
+// applications branch on something that changes nothing on the wire.
 void SDPHandler::SetVideoICECandidate(std::string /*strCandidate*/) {}
 
 void SDPHandler::SetAudioICECandidate(std::string /*strCandidate*/) {}
@@ -43,8 +42,6 @@ void SDPHandler::ResetRemoteSDP() {
 }
 
 void SDPHandler::ClearRemoteMediaSession() {
-    // The index points into the formats.
-    pPayloadIndex.reset();
     while (!vecRemoteMediaSession.empty()) {
         MediaSession* const ms = vecRemoteMediaSession.back();
         while (!ms->vecRtpMap.empty()) {

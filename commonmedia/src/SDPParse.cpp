@@ -1,11 +1,30 @@
 // Stage: parse, text to lines.
 // Input: the far end's whole text. Output: each line handed to the one handler that reads it.
 // Touches the sections held (cleared first) and, through the handlers, whatever a line sets.
+// The order of the rows is part of the behaviour.
 // Test: tests/unit/SDPParseTest.cpp
 #include "SDPHandler.h"
 
+#include "SDPPayloadIndex.h"
 #include "SDPText.h"
 #include "SDPWipe.h"
+
+namespace {
+
+/// Lends an index to a handler until the scope ends, however it ends.
+class LentIndex {
+public:
+    explicit LentIndex(sdp::PayloadIndex*& pIndex) : m_pIndex(pIndex) { m_pIndex = &m_index; }
+    ~LentIndex() { m_pIndex = nullptr; }
+    LentIndex(const LentIndex&) = delete;
+    LentIndex& operator=(const LentIndex&) = delete;
+
+private:
+    sdp::PayloadIndex*& m_pIndex;
+    sdp::PayloadIndex m_index;
+};
+
+} // namespace
 
 int SDPHandler::ParseTheSDP(std::string sdp_string, RemoteSDP& ParsedSDP) {
     // The copy carries the far end's keys.
@@ -14,6 +33,7 @@ int SDPHandler::ParseTheSDP(std::string sdp_string, RemoteSDP& ParsedSDP) {
     if (sdp_string.empty()) {
         return 1;
     }
+    const LentIndex index(pPayloadIndex);
     // [G11] A cursor moves over the text. Cutting each line off a copy of the rest would cost the square of
     // the length, and the far end chooses the length.
     // [P03] A bare LF ends no line: RFC 4566, 5 lets a reader be lenient here, this one is not, and a text

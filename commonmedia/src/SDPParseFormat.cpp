@@ -9,8 +9,6 @@
 #include "SDPText.h"
 #include "VideoUtils.h"
 
-#include <memory>
-
 namespace {
 
 constexpr std::string_view ATTR_RTPMAP = "a=rtpmap:";
@@ -33,6 +31,8 @@ void SDPHandler::ProcessRTPMap(std::string_view SDPLine) {
     std::string_view rest = SDPLine;
     const std::string_view first = sdp::NextWord(rest);
     const std::string_view name = sdp::NextWord(rest);
+    // [P22] The keyword needs no colon, the payload is cut behind nine characters all the same: "a=rtpmapX97"
+    // names payload 97.
     // [G01] The payload is cut at a fixed position and the name is the second word: a line that has neither
     // is dropped whole.
     if (first.size() < ATTR_RTPMAP.size() || name.empty()) {
@@ -77,10 +77,7 @@ void SDPHandler::SaveFmtpParmsToRtpMap(MediaSession* ms, std::vector<std::string
 
 RtpMap* SDPHandler::FindRtpMap(MediaSession& ms, std::string_view strPayload) {
     // [P07] A payload that the "m=" line lists twice is the first of the two; the second stays bare.
-    if (ms.vecRtpMap.size() > kFewFormats) {
-        if (pPayloadIndex == nullptr) {
-            pPayloadIndex = std::make_unique<sdp::PayloadIndex>();
-        }
+    if (pPayloadIndex != nullptr && ms.vecRtpMap.size() > kFewFormats) {
         if (!pPayloadIndex->IsFor(ms)) {
             pPayloadIndex->Build(ms);
         }

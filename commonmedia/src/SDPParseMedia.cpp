@@ -51,7 +51,8 @@ void SDPHandler::ProcessMedia(std::string_view SDPLine) {
         }
     }
     ms->iPort = sdp::Number(port);
-    // A format and its blank are two characters at least.
+    // A format and its blank are two characters at least, so no push_back below grows the list and nothing is
+    // lost between new and push_back.
     ms->vecRtpMap.reserve(1 + rest.size() / 2);
     for (; !format.empty(); format = sdp::NextWord(rest)) {
         ms->vecRtpMap.push_back(new RtpMap{std::string(format), {}, {}});

@@ -1,6 +1,7 @@
 // Stage: parse, "a=crypto:" and ICE lines (RFC 4568, 9.1; RFC 8839, 5).
 // Input: one line without its CR LF. Output: key material, ICE lines as they stand.
 // Touches the last section. Key text goes into that section and nowhere else.
+// Of several crypto lines in a section the last one that is read stands.
 // Test: tests/unit/SDPParseSecurityTest.cpp
 #include "SDPHandler.h"
 
@@ -57,6 +58,7 @@ void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
     if (key.size() < kKeyMethod.size() + kKeyTextLength) {
         return;
     }
+    // [P21] The seven characters in front of the key are skipped unseen, whatever they say.
     const std::string_view keyText = key.substr(kKeyMethod.size());
     sdp::Wipe(ms->strBase64Key);
     ms->strBase64Key = keyText.substr(0, keyText.find('\0'));

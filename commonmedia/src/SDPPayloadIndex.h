@@ -1,8 +1,8 @@
 // Finds the payload format of an rtpmap or fmtp line in a section that lists many.
 //
 // Fifty thousand formats with a line each would otherwise be searched fifty thousand times: 440 KB of text
-// for seconds of work. The index is built when a large section is first asked, and belongs to the section
-// opened last.
+// for seconds of work. The index is built when a large section is first asked, and lives while one text is
+// read: nothing but the text changes the section meanwhile.
 // Test: tests/unit/SDPPayloadIndexTest.cpp
 #pragma once
 
@@ -18,7 +18,7 @@ namespace sdp {
 
 class PayloadIndex {
 public:
-    /// True while the index speaks of this section as it is.
+    /// True when the index was built for this section with as many formats as it has.
     bool IsFor(const MediaSession& ms) const { return m_pSection == &ms && m_formats == ms.vecRtpMap.size(); }
 
     /// Indexes the formats of a section in place of those of another.
@@ -36,7 +36,7 @@ private:
 
     const MediaSession* m_pSection = nullptr;
     std::size_t m_formats = 0;
-    std::array<RtpMap*, kNumbers> m_byNumber{};                 ///< plain numbers
+    std::array<RtpMap*, kNumbers> m_byNumber;                   ///< plain numbers
     std::vector<std::pair<std::string_view, RtpMap*>> m_byText; ///< everything else, sorted
 };
 

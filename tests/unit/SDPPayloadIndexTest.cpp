@@ -2,12 +2,11 @@
 // found.
 #include "SDPPayloadIndex.h"
 
-#include "Capabilities.h"
-
 #include <SDPHandler.h>
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -112,19 +111,27 @@ std::string MediaLine(int formats) {
     return strLine + "\r\n";
 }
 
-TEST(SDPPayloadIndexInHandler, OnlyALargeSectionHasOne) {
+TEST(SDPPayloadIndexInHandler, SectionsAroundTheSizeFromWhichItIsUsed) {
+    for (int formats = 7; formats <= 10; ++formats) {
+        SDPHandler h;
+        RemoteSDP remote;
+        const std::string strLast = std::to_string(199 + formats);
+        h.ParseTheSDP(MediaLine(formats) + "a=rtpmap:" + strLast + " X/1\r\na=fmtp:200 y=1\r\n", remote);
+        const MediaSession& section = *h.vecRemoteMediaSession[0];
+        EXPECT_EQ(section.vecRtpMap.back()->strEncodingName, "X/1") << formats;
+        EXPECT_EQ(section.vecRtpMap.front()->vecFmtpParms, std::vector<std::string>{"y=1"}) << formats;
+        EXPECT_EQ(h.pPayloadIndex, nullptr) << "it outlived the text";
+    }
+}
+
+TEST(SDPPayloadIndexInHandler, BetweenTextsTheFormatsAreAskedThemselves) {
     SDPHandler h;
     RemoteSDP remote;
-    h.ParseTheSDP(MediaLine(8) + "a=rtpmap:207 X/1\r\na=fmtp:206 y=1\r\n", remote);
-    EXPECT_EQ(h.pPayloadIndex, nullptr);
-    EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[7]->strEncodingName, "X/1");
-    EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[6]->vecFmtpParms, (std::vector<std::string>{"y=1"}));
-    h.ParseTheSDP(MediaLine(9) + "a=rtpmap:208 X/1\r\na=fmtp:207 y=1\r\n", remote);
-    EXPECT_NE(h.pPayloadIndex, nullptr);
-    EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[8]->strEncodingName, "X/1");
-    EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[7]->vecFmtpParms, (std::vector<std::string>{"y=1"}));
-    h.ResetRemoteSDP();
-    EXPECT_EQ(h.pPayloadIndex, nullptr);
+    h.ParseTheSDP(MediaLine(20) + "a=rtpmap:210 X/1\r\n", remote);
+    h.vecRemoteMediaSession[0]->vecRtpMap[10]->strPayload = "7";
+    h.ProcessRTPMap("a=rtpmap:7 SEVEN/1");
+    h.ProcessRTPMap("a=rtpmap:210 NONE/1");
+    EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[10]->strEncodingName, "SEVEN/1");
 }
 
 TEST(SDPPayloadIndexInHandler, EachLargeSectionIsSearchedByItself) {
