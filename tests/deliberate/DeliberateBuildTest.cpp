@@ -82,6 +82,8 @@ TEST(Deliberate, B04_BandwidthOfZeroKilobitsAndNegatives) {
     EXPECT_TEXT(h.AddBandwidth(), "");
     h.MyLocalSDP.iMaxBandwidth = 999;
     EXPECT_TEXT(h.AddBandwidth(), "b=AS:0\r\n");
+    h.MyLocalSDP.iMaxBandwidth = -999;
+    EXPECT_TEXT(h.AddBandwidth(), "b=AS:0\r\n");
     h.MyLocalSDP.iMaxBandwidth = -1500;
     EXPECT_TEXT(h.AddBandwidth(), "b=AS:-1\r\n");
 }

@@ -5,6 +5,7 @@
 #include "Describe.h"
 #include "Expect.h"
 #include "VideoUtils.h"
+#include "oom/Allocations.h"
 
 #include <cstddef>
 #include <cstring>
@@ -204,7 +205,10 @@ TEST(Deliberate, G09_FmtpParametersAreAttachedOnce) {
     for (int i = 0; i < 40000; ++i) {
         strLine += "p=" + std::to_string(i) + ";";
     }
-    const Reading many("m=video 5002 RTP/AVP 97\r\n" + strLine + "q=1\r\n");
+    strLine += "q=1\r\n";
+    const allocations::Scope scope;
+    const Reading many("m=video 5002 RTP/AVP 97\r\n" + strLine);
+    EXPECT_LE(scope.bytes(), 64 * 1024 + 64 * strLine.size());
     const std::vector<std::string>& parms = many.Format(0).vecFmtpParms;
     ASSERT_EQ(parms.size(), 40001U);
     EXPECT_TEXT(parms[0], "p=0");
@@ -236,7 +240,9 @@ TEST(Deliberate, G11_TextIsCutWithACursor) {
     for (int i = 0; i < 100000; ++i) {
         strText += "a=candidate:" + std::to_string(i) + "\r\n";
     }
+    const allocations::Scope scope;
     const Reading many(strText);
+    EXPECT_LE(scope.bytes(), 64 * 1024 + 64 * strText.size());
     ASSERT_EQ(many.Section().vecCandidate.size(), 100000U);
     EXPECT_TEXT(many.Section().vecCandidate[0], "a=candidate:0");
     EXPECT_TEXT(many.Section().vecCandidate[99999], "a=candidate:99999");
