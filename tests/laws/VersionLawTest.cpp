@@ -64,11 +64,13 @@ TEST(LawVersion, TheCountWrapsAndIsWrittenSigned) {
             EXPECT_EQ(Origin(h.GetLocalSDP()), ExpectedOrigin("1000", start + i));
         }
     }
-    EXPECT_EQ(ExpectedOrigin("1000", 0x80000000U),
-              "o=Quillmarshorizon 1000 -2147483648 IN IP4 192.0.2.1\r\n");
-    EXPECT_EQ(ExpectedOrigin("1000", 0xFFFFFFFFU), "o=Quillmarshorizon 1000 -1 IN IP4 192.0.2.1\r\n");
-    EXPECT_EQ(ExpectedOrigin("1000", 0x100000000ULL & 0xFFFFFFFFULL),
-              "o=Quillmarshorizon 1000 0 IN IP4 192.0.2.1\r\n");
+    SDPHandler h;
+    Start(h, AudioLocal());
+    h.m_iSessionVersion = 0x7FFFFFFFU;
+    EXPECT_EQ(Origin(h.GetLocalSDP()), "o=Quillmarshorizon 1000 -2147483648 IN IP4 192.0.2.1\r\n");
+    h.m_iSessionVersion = 0xFFFFFFFEU;
+    EXPECT_EQ(Origin(h.GetLocalSDP()), "o=Quillmarshorizon 1000 -1 IN IP4 192.0.2.1\r\n");
+    EXPECT_EQ(Origin(h.GetLocalSDP()), "o=Quillmarshorizon 1000 0 IN IP4 192.0.2.1\r\n");
 }
 
 TEST(LawVersion, TheSessionIdStaysForTheHandlersLife) {

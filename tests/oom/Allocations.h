@@ -5,8 +5,8 @@
 // neither counted nor failed.
 //
 //     allocations::Scope scope;
-//     allocations::FailFrom(7);            // the seventh allocation from here throws, and so does every
-//     later handler.ParseTheSDP(text, remote);   // throws std::bad_alloc, or used fewer than seven
+//     allocations::FailFrom(7);            // the seventh allocation from here throws, and every later one
+//     handler.ParseTheSDP(text, remote);   // throws std::bad_alloc, or used fewer than seven
 //     allocations::Relent();
 //     scope.live();                        // blocks allocated and not yet freed
 #pragma once

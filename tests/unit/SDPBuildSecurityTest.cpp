@@ -133,6 +133,15 @@ TEST(SDPBuildSecurity, OfferedLineOfEverySuite) {
                 "a=crypto:1  inline:bmVhciBhdWRpbyBrZXkgMW5lYXIgYXVkaW9zYWx0\r\n");
 }
 
+TEST(SDPBuildSecurity, SuiteThatIsInNoTableHasNoName) {
+    EXPECT_TEXT(Offer(baseSDP::SRTP_AUDIO, CRYPTO_PROFILE(9)),
+                "a=crypto:1  inline:bmVhciBhdWRpbyBrZXkgMW5lYXIgYXVkaW9zYWx0\r\n");
+    SDPHandler h;
+    h.m_bSRTP = true;
+    AddSection(h, MEDIA_AUDIO, 5000).cryptoAlgo = CRYPTO_PROFILE(-1);
+    EXPECT_TRUE(h.IsRemoteSecure(baseSDP::SRTP_AUDIO));
+}
+
 TEST(SDPBuildSecurity, EveryStreamHasItsOwnSuiteAndKey) {
     EXPECT_TEXT(Offer(baseSDP::SRTP_VIDEO, kSuite32),
                 "a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:bmVhciB2aWRlbyBrZXkgMW5lYXIgdmlkZW9zYWx0\r\n");

@@ -27,8 +27,7 @@ const char kTwoSections[] = "v=0\r\n"
                             "m=audio 5000 RTP/AVP 0 18\r\n"
                             "m=video 5002 RTP/AVP 97\r\n";
 
-// An audio section as a handler without any local capability writes none, so the whole description is the
-// session block and the bare main video section of a codec set that was never filled in.
+// No audio priority and no video codec: the whole description is the session block.
 LocalSDP NoMedia() {
     LocalSDP local;
     local.m_VideoMain.eVideoCodec = static_cast<PayloadType_t>(0);
