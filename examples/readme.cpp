@@ -1,14 +1,13 @@
 #include "SDPHandler.h"
 #include <iostream>
 int main() {
-    LocalSDP local;
+    SDPHandler handler;
+    LocalSDP& local = handler.MyLocalSDP; // or a record of its own, given to InitializeLocalSDP
     local.eAudioCodec = PAYLOAD_G722;
     local.listAudioCodecPriority = {PAYLOAD_G722};
     local.iAudioRTPPort = 16384;
     local.m_VideoMain.eVideoCodec = PayloadType_t(0); // no video section
-    SDPHandler handler;
-    handler.InitializeLocalSDP(local);
-    handler.SetDefaultLocalIPAddr("192.0.2.1");
+    local.strDefaultIPAddr = "192.0.2.1";
     std::string offer = handler.GetLocalSDP(); // this goes out, and an answer comes back:
     RemoteSDP remote;
     handler.ParseTheSDP("v=0\r\nc=IN IP4 198.51.100.7\r\nm=audio 5004 RTP/AVP 9 101\r\n", remote);
