@@ -105,9 +105,9 @@ void Looker::Attribute(std::string_view line) {
     SeenSection& section = m_look.sections.back();
     if (Contains(line, "a=rtpmap")) {
         RtpMap(line);
-    } else if (Contains(line, "a=crypto:")) {
+    } else if (Contains(line, "a=crypto:") && !Contains(line, "a=fmtp:")) {
         const std::vector<std::string_view> words = WordsOf(line);
-        if (words.size() >= 3) {
+        if (words.size() >= 3 && Contains(words[0], ":")) {
             section.suites.push_back(Short(words[1]));
         }
     } else if (Contains(line, "a=content:")) {

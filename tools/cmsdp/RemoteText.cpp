@@ -63,7 +63,8 @@ std::string RepairRemoteText(std::string text, std::vector<std::string>& notes) 
                         " ended in LF alone and were read as if in CR LF; --exact keeps them");
     }
     if (!repaired.empty() && repaired.back() != '\n') {
-        repaired += "\r\n";
+        // A text that was cut between the two bytes of its last line end lacks the second alone.
+        repaired += repaired.back() == '\r' ? "\n" : "\r\n";
         notes.emplace_back("the last line had no line end and was read as if it had one; --exact keeps it");
     }
     return repaired;
