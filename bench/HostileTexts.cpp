@@ -182,6 +182,10 @@ std::string H264Lines(const std::string& payload) {
            " profile-level-id=42801f;max-fs=3600\r\n";
 }
 
+std::string LongLines(const std::string& payload) {
+    return MapLine(payload) + "a=fmtp:" + payload + " " + std::string(200, 'x') + "\r\n";
+}
+
 /// How the lines of the formats follow each other, compared with the "m=" line.
 enum class Order { Forward, Reversed, Shuffled, Doubled };
 
@@ -211,6 +215,8 @@ constexpr ManyFormats kManyFormats[] = {
     {"alike payloads in order", kAudioStart, Alike, MapLine, Order::Forward},
     {"alike payloads shuffled", kAudioStart, Alike, MapLine, Order::Shuffled},
     {"payloads alike at both ends", kAudioStart, AlikeAtBothEnds, MapLine, Order::Shuffled},
+    {"formats of long parameters", kAudioStart, Plain, LongLines, Order::Shuffled},
+    {"alike, of long parameters", kAudioStart, AlikeAtBothEnds, LongLines, Order::Shuffled},
     {"H264 formats without a mode", kVideoStart, Plain, H264Lines, Order::Shuffled},
 };
 

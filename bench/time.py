@@ -22,6 +22,10 @@ def shown(nanoseconds):
     return ""
 
 
+def multiple(ratio):
+    return f"{ratio:,.0f} ×" if ratio >= 10 else f"{ratio:.2g} ×"
+
+
 def times(directory, repetitions):
     """(what, who) -> nanoseconds."""
     command = [str(directory / "bench_time"), f"--benchmark_repetitions={repetitions}", "--benchmark_format=json"]
@@ -54,7 +58,7 @@ def main():
     print("| operation | time | " + " | ".join(others) + " |")
     print("|---|--:|" + "--:|" * len(others))
     for what in operations:
-        cells = [f"{taken[what, who] / taken[what, OURS]:.2g} ×" if (what, who) in taken else "" for who in others]
+        cells = [multiple(taken[what, who] / taken[what, OURS]) if (what, who) in taken else "" for who in others]
         print(f"| {what} | {shown(taken[what, OURS])} | " + " | ".join(cells) + " |")
 
     print("\n| allocations | commonmedia | " + " | ".join(others) + " |")
