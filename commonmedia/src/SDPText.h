@@ -148,7 +148,7 @@ inline std::int32_t Number(std::string_view text) {
         ++at;
     }
     // [G04] Digits saturate at 64 bits and the result is narrowed to 32, as the C library does where a long
-    // has 64 bits: "4294967295" reads -1 and so does any longer row of nines.
+    // has 64 bits: "4294967295" reads -1, "9999999999" reads 1410065407, and twenty nines read -1 again.
     const std::uint64_t limit = std::uint64_t{std::numeric_limits<std::int64_t>::max()} + (fNegative ? 1 : 0);
     std::uint64_t magnitude = 0;
     for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at) {
