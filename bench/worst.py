@@ -61,6 +61,54 @@ def memory(directory, sizes):
     return table
 
 
+class Result:
+    """One class in one mode."""
+
+    def __init__(self, points, held, median):
+        self.highest = max(cost / length for length, cost in points)
+        self.ratio = self.highest / median
+        self.slope = slope(points)
+        self.memory_slope = slope([(length, allocated) for length, allocated, _ in held])
+        length, allocated, peak = held[-1]
+        self.allocated = allocated / length
+        self.peak = peak / length
+
+    def problems(self, name, mode):
+        if self.slope > MAX_SLOPE:
+            yield f"{name}, trace {mode}: slope {self.slope:.3f}"
+        if self.memory_slope > MAX_SLOPE:
+            yield f"{name}, trace {mode}: slope of the memory {self.memory_slope:.3f}"
+        if self.ratio > MAX_RATIO:
+            yield f"{name}, trace {mode}: {self.ratio:.1f} times the median"
+
+
+def show(names, results, median, unit):
+    """The tables: every class, and what stands out."""
+    print(f"| {unit}, at most | trace off | × median | slope | allocated | peak "
+          "| trace on | × median | slope | allocated | peak |")
+    print("|---|" + "--:|" * 10)
+    for name in names:
+        cells = [f"{r.highest:.1f} | {r.ratio:.1f} | {r.slope:.3f} | {r.allocated:.1f} | {r.peak:.1f}"
+                 for r in (results[name, mode] for mode in MODES)]
+        print(f"| {name} | {' | '.join(cells)} |")
+    print("\n| of all classes | trace off | trace on |\n|---|---|---|")
+    rows = {
+        f"captured texts, median, {unit}": [f"{median[mode]:.1f}" for mode in MODES],
+        "the most costly, × median": [worst(names, results, mode, "ratio", ".1f") for mode in MODES],
+        "the steepest": [worst(names, results, mode, "slope", ".3f") for mode in MODES],
+        "the steepest in memory": [worst(names, results, mode, "memory_slope", ".3f") for mode in MODES],
+        "the most bytes allocated per byte": [worst(names, results, mode, "allocated", ".1f") for mode in MODES],
+        "the highest peak per byte": [worst(names, results, mode, "peak", ".1f") for mode in MODES],
+    }
+    for title, cells in rows.items():
+        print(f"| {title} | {' | '.join(cells)} |")
+
+
+def worst(names, results, mode, what, form):
+    name = max(names, key=lambda each: getattr(results[each, mode], what))
+    return f"{getattr(results[name, mode], what):{form}}: {name}"
+
+
 def main():
     arguments = sys.argv[1:]
     timed = "--time" in arguments
@@ -81,31 +129,13 @@ def main():
         runs = [(name, mode, pool.submit(meet, directory, timed, name, mode, sizes))
                 for name in names for mode in MODES]
 
-    unit = "plain scans" if timed else "instructions per byte"
-    problems = []
-    worst = {mode: (0, "") for mode in MODES}
-    print(f"Captured texts, median: {median['off']:.1f} {unit}, traced {median['on']:.1f}.\n")
-    print(f"| class | trace | {unit}, most | times the median | slope | allocated per byte | peak per byte |")
-    print("|---|---|--:|--:|--:|--:|--:|")
+    results = {}
     for name, mode, run in runs:
         points = run.result()
-        highest = max(cost / length for length, cost in points)
-        grows = slope(points)
-        ratio = highest / median[mode]
-        worst[mode] = max(worst[mode], (ratio, name))
-        large = held[name, mode][-1]
-        grows_held = slope([(length, allocated) for length, allocated, _ in held[name, mode]])
-        print(f"| {name} | {mode} | {highest:.1f} | {ratio:.1f} | {grows:.3f} "
-              f"| {large[1] / large[0]:.1f} | {large[2] / large[0]:.1f} |", flush=True)
-        if grows > MAX_SLOPE:
-            problems.append(f"{name}, trace {mode}: slope {grows:.3f}")
-        if grows_held > MAX_SLOPE:
-            problems.append(f"{name}, trace {mode}: slope of the memory {grows_held:.3f}")
-        if ratio > MAX_RATIO:
-            problems.append(f"{name}, trace {mode}: {ratio:.1f} times the median")
-    print()
-    for mode in MODES:
-        print(f"Worst, trace {mode}: {worst[mode][1]}, {worst[mode][0]:.1f} times the median.")
+        results[name, mode] = Result(points, held[name, mode], median[mode])
+        print(f"{name}, trace {mode}: {results[name, mode].ratio:.1f} times the median", file=sys.stderr, flush=True)
+    show(names, results, median, "plain scans" if timed else "instructions per byte")
+    problems = [problem for key, result in results.items() for problem in result.problems(*key)]
     for problem in problems:
         print(f"over its budget: {problem}")
     return 1 if problems and not timed else 0
