@@ -353,6 +353,62 @@ TEST(Hostile, C21_TokensWhoseCaseMatters) {
                 "+a=sendrecv\\r\\n\n");
 }
 
+TEST(Hostile, C21_EveryWordInTheOtherCase) {
+    const auto letter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+    for (std::size_t at = 0; at < kConference.size();) {
+        std::string text = kConference;
+        for (; at < text.size() && letter(text[at]); ++at) {
+            text[at] = static_cast<char>(text[at] ^ 0x20);
+        }
+        if (text != kConference) {
+            Outcome(text);
+        }
+        ++at;
+    }
+}
+
+TEST(Hostile, C21_KeywordsWhoseCaseMatters) {
+    EXPECT_TEXT(Changes(With("a=rtpmap:0", "a=RTPMAP:0")), "-0 format 0 PCMU/8000\n"
+                                                           "+0 format 0 \n");
+    EXPECT_TEXT(Changes(With("a=ice-ufrag", "a=ICE-UFRAG")),
+                "-0 ice [a=ice-ufrag:F7gI] [a=ice-pwd:x9cml/YzichV2+XlhiMu8g]\n"
+                "+0 ice [] [a=ice-pwd:x9cml/YzichV2+XlhiMu8g]\n");
+    EXPECT_TEXT(Changes(With("a=candidate", "a=CANDIDATE")),
+                "-0 candidate a=candidate:1 1 UDP 2130706431 192.0.2.2 20384 typ host\n");
+    EXPECT_TEXT(Changes(With("a=confid", "a=CONFID")), "-bfcp port=20390 conf=15 user=16 server=1\n"
+                                                       "+bfcp port=20390 conf=0 user=16 server=1\n"
+                                                       "-3 tias= ctrl=s-only conf=15 user=16\n"
+                                                       "+3 tias= ctrl=s-only conf=0 user=16\n");
+    EXPECT_TEXT(Changes(With("a=userid", "a=UserId")), "-bfcp port=20390 conf=15 user=16 server=1\n"
+                                                       "+bfcp port=20390 conf=15 user=0 server=1\n"
+                                                       "-3 tias= ctrl=s-only conf=15 user=16\n"
+                                                       "+3 tias= ctrl=s-only conf=15 user=0\n");
+    EXPECT_TEXT(Changes(With("t=0 0", "b=as:5\r\nt=0 0")), "");
+}
+
+TEST(Hostile, C21_FormatsWhoseCaseMatters) {
+    const std::string usual =
+        "-preso codec=2 type=1 payload=109 mode=1 level=4 mbps=0 fs=0 br=1500 addr=192.0.2.4 port=20388 "
+        "send=1 recv=0 valid=1\n";
+    const std::string formatUsual =
+        "-2 format 109 H264/90000 [profile-level-id=420028] [max-br=1500] [packetization-mode=1]\n";
+    EXPECT_TEXT(
+        Changes(With("H264/90000\r\na=fmtp:109 profile-level-id=420028",
+                     "h264/90000\r\na=fmtp:109 profile-level-id=420028")),
+        usual +
+            "+preso codec=2 type=1 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr=192.0.2.4 port=20388 send=1 "
+            "recv=0 valid=1\n" +
+            formatUsual +
+            "+2 format 109 h264/90000 [profile-level-id=420028] [max-br=1500] [packetization-mode=1]\n");
+    EXPECT_TEXT(
+        Changes(With("max-br=1500;packetization-mode", "MAX-BR=1500;Packetization-Mode")),
+        usual +
+            "+preso codec=2 type=1 payload=109 mode=0 level=4 mbps=0 fs=0 br=0 addr=192.0.2.4 port=20388 "
+            "send=1 recv=0 valid=1\n" +
+            formatUsual +
+            "+2 format 109 H264/90000 [profile-level-id=420028] [MAX-BR=1500] [Packetization-Mode=1]\n");
+}
+
 TEST(Hostile, C22_PortsOfEveryShape) {
     struct Row {
         const char* written;
