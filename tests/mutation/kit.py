@@ -1,0 +1,238 @@
+"""Compiles a changed copy of the library and runs the tests against it.
+
+The tests are built once, linked to a shared library. A change of a source therefore costs the compilation of
+that source and one link; a change of a private header costs every object that includes it, the tests among
+them included.
+"""
+import json
+import os
+import pathlib
+import re
+import resource
+import shlex
+import shutil
+import subprocess
+import time
+
+ORDER = ["unit", "deliberate", "corpus", "conversation", "laws", "wipe", "hostile", "replay", "oom", "threads"]
+# Optimised, because the comparison of objects needs it, with the checks of the standard library switched on.
+LIBRARY_FLAGS = ["-O2", "-g0", "-w"]
+TEST_FLAGS = ["-w"]
+MEMORY = 4 << 30
+OUTPUT = 64 << 20
+
+
+class Broken(Exception):
+    """The unchanged library does not pass."""
+
+
+class Outcome:
+    def __init__(self, state, by=""):
+        self.state = state  # invalid, same, killed, survived
+        self.by = by
+
+
+class Plan:
+    """What the build directory says: how each object is compiled, what it includes, what is linked."""
+
+    def __init__(self, root, build):
+        self.root = root
+        self.build = build
+        self.library = {}  # object -> command
+        self.tests = {}  # directory -> {object -> command}
+        for entry in json.loads((build / "compile_commands.json").read_text()):
+            command = shlex.split(entry["command"])
+            output = command[command.index("-o") + 1]
+            path = pathlib.Path(entry["file"])
+            if path.is_relative_to(root / "commonmedia"):
+                self.library[output] = command
+            elif path.is_relative_to(root / "tests"):
+                self.tests.setdefault(path.relative_to(root / "tests").parts[0], {})[output] = command
+        self.order = [name for name in ORDER if name in self.tests]
+        self.order += sorted(set(self.tests) - set(self.order))
+        self.includes = self._includes()
+        self.links = {name: self._link(f"test_{name}") for name in self.order}
+        library = next(pathlib.Path(build, "commonmedia").glob("libcommonmedia.so"))
+        found = re.search(r"SONAME\s+(\S+)", self._read(["objdump", "-p", str(library)]))
+        self.soname = found.group(1)
+        self.times = {}
+
+    def _read(self, command):
+        return subprocess.run(command, cwd=self.build, check=True, capture_output=True, text=True).stdout
+
+    def _includes(self):
+        includes = {}
+        output = None
+        for line in self._read(["ninja", "-t", "deps"]).splitlines():
+            if line and not line.startswith(" "):
+                output = line.split(":")[0]
+                includes[output] = set()
+            elif line.strip():
+                includes[output].add(os.path.normpath(os.path.join(self.build, line.strip())))
+        return includes
+
+    def _link(self, target):
+        lines = self._read(["ninja", "-t", "commands", target]).splitlines()
+        command = next(line for line in reversed(lines) if f"-o {target}" in line or f"/{target} " in line)
+        command = command.partition("&&")[2].rpartition("&&")[0] if command.startswith(":") else command
+        return shlex.split(command)
+
+    def depending(self, objects, path):
+        return [name for name in objects if str(path) in self.includes.get(name, ())]
+
+
+class Bench:
+    """A copy of the library's tree of its own, so that several mutants are tried at once."""
+
+    def __init__(self, plan, place, like=None):
+        self.plan = plan
+        self.place = place
+        # No object tells in which copy it was compiled.
+        self.flags = LIBRARY_FLAGS + [f"-ffile-prefix-map={place}={plan.root}"]
+        shutil.rmtree(place, ignore_errors=True)
+        if like is not None:
+            shutil.copytree(like.place, place)
+            self.plain, self.probes = like.plain, like.probes
+            return
+        (place / "lib").mkdir(parents=True)
+        shutil.copytree(plan.root / "commonmedia", place / "commonmedia")
+        self.plain = {}  # object -> its bytes before the change
+        for output in plan.library:
+            if not self.compile(plan.library, output, self.flags):
+                raise Broken(f"{output} does not compile")
+            self.plain[output] = self.object(output).read_bytes()
+        headers = sorted((place / "commonmedia" / "src").glob("*.h"))
+        self.probes = {header.name: self.probe(header.name) for header in headers}
+        if None in self.probes.values():
+            raise Broken("a private header does not compile by itself")
+        self.link_library()
+
+    def object(self, output):
+        return self.place / "objects" / output
+
+    def here(self, word):
+        return word.replace(f"{self.plan.root}/commonmedia", f"{self.place}/commonmedia")
+
+    def compile(self, commands, output, flags):
+        target = self.object(output)
+        target.parent.mkdir(parents=True, exist_ok=True)
+        command = [self.here(word) for word in commands[output]]
+        command[command.index("-o") + 1] = str(target)
+        return self.quiet(command + flags)
+
+    def quiet(self, command):
+        return subprocess.run(command, cwd=self.plan.build, capture_output=True, check=False).returncode == 0
+
+    def probe(self, header):
+        """A header's inline functions, whether anything calls them or not; None when it does not compile."""
+        source = self.place / "probe.cpp"
+        target = self.place / "probe.o"
+        source.write_text(f'#include "commonmedia/src/{header}"\n')
+        some = next(iter(self.plan.library.values()))
+        command = [self.here(word) for word in some]
+        command[command.index("-o") + 1] = str(target)
+        command[command.index("-c") + 1] = str(source)
+        if not self.quiet(command + self.flags + ["-fkeep-inline-functions"]):
+            return None
+        return target.read_bytes()
+
+    def link_library(self):
+        target = self.place / "lib" / self.plan.soname
+        objects = [str(self.object(output)) for output in self.plan.library]
+        if not self.quiet(["g++", "-shared", f"-Wl,-soname,{self.plan.soname}", "-o", str(target), *objects, "-lcrypto"]):
+            raise Broken("the library does not link")
+
+    def try_out(self, mutant, text):
+        path = self.place / mutant.file
+        original = self.plan.root / mutant.file
+        path.write_text(mutant.apply(text))
+        outputs = self.plan.depending(self.plan.library, original)
+        try:
+            return self._try_out(mutant, original, outputs)
+        finally:
+            path.write_text(text)
+            for output in outputs:
+                self.object(output).write_bytes(self.plain[output])
+
+    def _try_out(self, mutant, original, outputs):
+        same = True
+        for output in outputs:
+            if not self.compile(self.plan.library, output, self.flags):
+                return Outcome("invalid")
+            same = same and self.object(output).read_bytes() == self.plain[output]
+        header = mutant.file.endswith(".h")
+        if header:
+            probe = self.probe(original.name)
+            if probe is None:
+                return Outcome("invalid")
+            same = same and probe == self.probes[original.name]
+        if same:
+            return Outcome("same")
+        self.link_library()
+        for name in self.plan.order:
+            program = self.program(name, original) if header else self.plan.build / "tests" / f"test_{name}"
+            if program is None:
+                return Outcome("invalid")
+            failure = self.run(name, program)
+            if failure:
+                return Outcome("killed", failure)
+        return Outcome("survived")
+
+    def program(self, name, header):
+        """The test program, compiled again where it includes the header; None when it does not compile."""
+        commands = self.plan.tests[name]
+        changed = self.plan.depending(commands, header)
+        if not changed:
+            return self.plan.build / "tests" / f"test_{name}"
+        for output in changed:
+            if not self.compile(commands, output, TEST_FLAGS):
+                return None
+        program = self.place / f"test_{name}"
+        command = [str(self.object(word)) if word in changed else word for word in self.plan.links[name]]
+        command[command.index("-o") + 1] = str(program)
+        return program if self.quiet(command) else None
+
+    def run(self, name, program):
+        """What failed first; empty when everything passed. Taking too long and crashing are failures."""
+        seconds = int(10 * self.plan.times.get(name, 60)) + 5
+
+        def limit():
+            resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds + 1))
+            resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
+            resource.setrlimit(resource.RLIMIT_FSIZE, (OUTPUT, OUTPUT))
+            resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+
+        log = self.place / "test.log"
+        environment = dict(os.environ, LD_LIBRARY_PATH=str(self.place / "lib"))
+        begin = resource.getrusage(resource.RUSAGE_CHILDREN)
+        with log.open("wb") as out:
+            try:
+                status = subprocess.run(
+                    [str(program), "--gtest_fail_fast", "--gtest_brief=1"],
+                    cwd=self.plan.build / "tests",
+                    stdout=out,
+                    stderr=subprocess.STDOUT,
+                    stdin=subprocess.DEVNULL,
+                    env=environment,
+                    timeout=20 * seconds,
+                    preexec_fn=limit,
+                    check=False,
+                ).returncode
+            except subprocess.TimeoutExpired:
+                status = -1
+        end = resource.getrusage(resource.RUSAGE_CHILDREN)
+        self.spent = end.ru_utime + end.ru_stime - begin.ru_utime - begin.ru_stime
+        if status == 0:
+            return ""
+        found = re.search(r"\[  FAILED  \] (\S+?)[, ]", log.read_text(errors="replace"))
+        if found:
+            return f"{name}: {found.group(1)}"
+        return f"{name}: " + (f"ended by signal {-status}" if status < 0 else f"status {status}")
+
+    def check(self):
+        """Runs everything unchanged and remembers how long it takes."""
+        for name in self.plan.order:
+            failure = self.run(name, self.plan.build / "tests" / f"test_{name}")
+            if failure:
+                raise Broken(f"without any change: {failure}; see {self.place / 'test.log'}")
+            self.plan.times[name] = self.spent
