@@ -68,4 +68,10 @@ TEST(Replay, Grammar) {
     ReplayAll("grammar", FuzzGrammar);
 }
 
+#ifdef COMMONMEDIA_FUZZ_TOOL
+TEST(Replay, Tool) {
+    ReplayAll("tool", FuzzTool);
+}
+#endif
+
 } // namespace
