@@ -28,30 +28,22 @@ const char* TrueOrFalse(bool fFlag) {
     return fFlag ? "true" : "false";
 }
 
-/// Whether the text ends in "inline:", in whatever case (RFC 4568, 9.2; RFC 5234, 2.3).
-bool EndsInKeyMethod(std::string_view text) {
-    constexpr std::string_view method = "inline:";
-    if (text.size() < method.size()) {
-        return false;
-    }
-    const std::string_view end = text.substr(text.size() - method.size());
-    return std::equal(end.begin(), end.end(), method.begin(),
-                      [](char a, char b) { return a == b || (a >= 'A' && a <= 'Z' && a - 'A' + 'a' == b); });
-}
-
 /// [G14] A far end that ends lines in LF alone can carry a crypto line into any field; the key text of such
-/// a line is masked before it reaches a log.
+/// a line is masked before it reaches a log. The key method counts in any case (RFC 5234, 2.3).
 std::string Masked(const std::string& diag) {
+    constexpr std::string_view method = "inline:";
+    const auto same = [](char a, char b) { return a == b || (a >= 'A' && a <= 'Z' && a - 'A' + 'a' == b); };
     std::string masked;
-    std::size_t shown = 0;
-    for (std::size_t colon = diag.find(':'); colon != std::string::npos; colon = diag.find(':', colon + 1)) {
-        if (colon < shown || !EndsInKeyMethod(std::string_view(diag).substr(0, colon + 1))) {
-            continue;
+    auto shown = diag.begin();
+    while (true) {
+        const auto found = std::search(shown, diag.end(), method.begin(), method.end(), same);
+        if (found == diag.end()) {
+            return masked.append(shown, found);
         }
-        masked.append(diag, shown, colon + 1 - shown).append("***");
-        shown = colon + 1 + sdp::FindBlank(std::string_view(diag).substr(colon + 1));
+        const auto key = found + method.size();
+        masked.append(shown, key).append("***");
+        shown = std::find_if(key, diag.end(), sdp::IsBlank);
     }
-    return masked.append(diag, shown);
 }
 
 } // namespace

@@ -16,7 +16,7 @@
 namespace sdp {
 
 /// White space of the C locale.
-constexpr bool IsBlank(char c) {
+constexpr bool IsBlank(char c) noexcept {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
@@ -26,7 +26,7 @@ class EightBytes {
 public:
     static constexpr std::size_t kSize = 8;
 
-    explicit EightBytes(const char* at) {
+    explicit EightBytes(const char* at) noexcept {
         std::memcpy(&m_bytes, at, sizeof m_bytes);
         if constexpr (__BYTE_ORDER__ == __ORDER_BIG_ENDIAN__) {
             m_bytes = __builtin_bswap64(m_bytes); // the first byte is the lowest
@@ -34,11 +34,11 @@ public:
     }
 
     /// Index of the first byte that equals `byte`; kSize when none does.
-    std::size_t Find(char byte) const {
+    std::size_t Find(char byte) const noexcept {
         return FirstBelow(m_bytes ^ (kOnes * static_cast<unsigned char>(byte)), 1);
     }
     /// Index of the first byte that is a blank or a control character; kSize when none is.
-    std::size_t FindUpToBlank() const { return FirstBelow(m_bytes, ' ' + 1); }
+    std::size_t FindUpToBlank() const noexcept { return FirstBelow(m_bytes, ' ' + 1); }
 
 private:
     static constexpr std::uint64_t kOnes = 0x0101010101010101U;
@@ -46,7 +46,7 @@ private:
 
     /// Subtracting borrows into the high bit of each byte below the limit. Bytes above the first of them may
     /// be marked by its borrow; the first is exact, and bytes from 0x80 up are never marked.
-    static std::size_t FirstBelow(std::uint64_t bytes, std::uint64_t limit) {
+    static std::size_t FirstBelow(std::uint64_t bytes, std::uint64_t limit) noexcept {
         const std::uint64_t marks = (bytes - kOnes * limit) & ~bytes & kHighs;
         return marks == 0 ? kSize : static_cast<std::size_t>(__builtin_ctzll(marks)) / kSize;
     }
@@ -55,7 +55,7 @@ private:
 };
 
 /// Where the first `byte` stands; npos when it does not.
-inline std::size_t FindByte(std::string_view text, char byte) {
+inline std::size_t FindByte(std::string_view text, char byte) noexcept {
     std::size_t at = 0;
     for (; at + EightBytes::kSize <= text.size(); at += EightBytes::kSize) {
         const std::size_t found = EightBytes(text.data() + at).Find(byte);
@@ -72,7 +72,7 @@ inline std::size_t FindByte(std::string_view text, char byte) {
 }
 
 /// Where the first white space stands; the length of the text when there is none.
-inline std::size_t FindBlank(std::string_view text) {
+inline std::size_t FindBlank(std::string_view text) noexcept {
     std::size_t at = 0;
     while (at + EightBytes::kSize <= text.size()) {
         const std::size_t found = EightBytes(text.data() + at).FindUpToBlank();
@@ -109,7 +109,7 @@ inline std::string_view NextWord(std::string_view& rest) {
     return word;
 }
 
-inline bool StartsWith(std::string_view text, std::string_view start) {
+inline bool StartsWith(std::string_view text, std::string_view start) noexcept {
     return text.size() >= start.size() && std::memcmp(text.data(), start.data(), start.size()) == 0;
 }
 
@@ -174,7 +174,7 @@ constexpr bool AreKeywords(const Row (&table)[N]) {
 template <const auto& kTable, std::size_t... kRow>
 std::size_t RowAtStart(std::string_view here, std::index_sequence<kRow...> /*rows*/) {
     std::size_t row = 0;
-    static_cast<void>(((StartsWith(here, kTable[kRow].keyword) || ++row == 0) || ...));
+    static_cast<void>(((StartsWith(here, kTable[kRow].keyword) || (++row, false)) || ...));
     return row;
 }
 
