@@ -78,7 +78,7 @@ TEST(LawsDeathTest, KeyWindowsAreSeenInEveryForm) {
     EXPECT_DEATH(watch.Check("a text", "x" + key.text.substr(30, 8)), "no part of a key leaves");
     EXPECT_DEATH(watch.Check("a text", key.material.substr(22, 8)), "no part of a key leaves");
     std::string hex;
-    for (int i = 4; i < 12; ++i) {
+    for (std::size_t i = 4; i < 12; ++i) {
         char digits[3] = "";
         std::snprintf(digits, sizeof digits, "%02X", static_cast<unsigned char>(key.material[i]));
         hex += digits;
@@ -108,10 +108,12 @@ TEST(LawsDeathTest, WindowThatMeetsByChanceIsNoFinding) {
 TEST(Laws, PlantPutsTheKeyWhereItIsReadAndNowhereElse) {
     const Key key(9);
     const std::string other(40, 'B');
-    const std::string text = "v=0\r\na=crypto:1 S INLINE:" + other + "|2\r\nc=IN IP4 " + other +
+    const std::string text = "v=0\r\na=crypto:1 S InLiNe:" + other + "|2\r\na=crypto:1 S methods" + other +
+                             "|3\r\nc=IN IP4 " + other +
                              "\r\na=crypto:1 S inline:\r\nb=x\na=crypto:2 S inline:" + other + "\r\n";
-    EXPECT_EQ(fuzz::Plant(text, key), "v=0\r\na=crypto:1 S INLINE:" + key.text + "|2\r\nc=IN IP4 " + other +
-                                          "\r\na=crypto:1 S inline:" + key.text +
+    EXPECT_EQ(fuzz::Plant(text, key), "v=0\r\na=crypto:1 S InLiNe:" + key.text + other +
+                                          "|2\r\na=crypto:1 S methods" + key.text + "|3\r\nc=IN IP4 " +
+                                          other + "\r\na=crypto:1 S inline:" + key.text +
                                           "\r\nb=x\na=crypto:2 S inline:" + key.text + other + "\r\n");
 }
 
