@@ -108,7 +108,7 @@ constexpr Repeated kRepeated[] = {
     {"max-br, repeated", kVideo, "a=fmtp:97 ", "max-br=1;", kEnd},
     {"levels, repeated", kVideo, "a=fmtp:97 ", "profile-level-id=4280zz;", kEnd},
     {"a level of digits", kVideo, "a=fmtp:97 profile-level-id=4280", "f", kEnd},
-    {"a name of m", kVideo, "a=fmtp:97 ", "m", "=1\r\n"},
+    {"a name of m", kVideo, "a=fmtp:97 ", "m", " =1\r\n"},
     {"a name of p", kVideo, "a=fmtp:97 ", "p", "=1\r\n"},
     {"a name, cut short", kVideo, "a=fmtp:97 ", "profile-level-i", "=1\r\n"},
     {"names, cut short", kVideo, "a=fmtp:97 ", "max-b max-f max-mbp=1;", kEnd},
