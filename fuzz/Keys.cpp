@@ -2,6 +2,7 @@
 
 #include "Laws.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace fuzz {
@@ -66,14 +67,20 @@ std::string_view ThirdWord(std::string_view line) {
     return word;
 }
 
+/// In any letter case, as dumps hide it.
 std::string PlantBehindMethod(const std::string& text, const Key& key) {
+    const auto same = [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b; };
     std::string out;
-    std::size_t from = 0;
-    for (std::size_t at = text.find(kMethod); at != std::string::npos; at = text.find(kMethod, from)) {
-        out.append(text, from, at + kMethod.size() - from).append(key.text);
-        from = at + kMethod.size();
+    auto from = text.begin();
+    while (true) {
+        const auto found = std::search(from, text.end(), kMethod.begin(), kMethod.end(), same);
+        if (found == text.end()) {
+            return out.append(from, found);
+        }
+        const auto behind = found + kMethod.size();
+        out.append(from, behind).append(key.text);
+        from = behind;
     }
-    return out.append(text, from, std::string::npos);
 }
 
 } // namespace

@@ -32,9 +32,9 @@ struct Key {
 /// Base64 without padding of a text whose length is a multiple of three.
 std::string Base64(std::string_view bytes);
 
-/// The far end's text with the key put behind every "inline:", and into the key's place of every line that is
-/// read as an "a=crypto:" line, whatever seven characters stand where "inline:" should. Elsewhere the text
-/// stays as it is, so that a far end that writes a key of its own into an address raises no alarm.
+/// The far end's text with the key put behind every "inline:" of any letter case, and into the key's place of
+/// every line that is read as an "a=crypto:" line, whatever seven characters stand where "inline:" should.
+/// Elsewhere the text stays as it is: a far end that writes its key into an address raises no alarm.
 std::string Plant(const std::string& text, const Key& key);
 
 /// Watches texts for keys: for eight bytes of a key's material in a row, as they are or as hexadecimal
