@@ -23,7 +23,7 @@ public:
     Record& operator*() { return *m_record; }
     std::size_t CountWindows() const { return wipe::CountWindows(m_buffer.data(), m_buffer.size()); }
     std::size_t CountWindowsAfterItsEnd() {
-        m_record->~Record();
+        m_record->Record::~Record();
         return CountWindows();
     }
 
