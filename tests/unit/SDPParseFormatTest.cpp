@@ -85,6 +85,19 @@ TEST(SDPParseFormat, RtpmapComparesWholePayloads) {
     EXPECT_EQ(f.Name(3), "");
 }
 
+TEST(SDPParseFormat, PayloadsOfOneLengthAndOneLastDigitAreToldApart) {
+    Formats f("87 97 77");
+    f.handler.ProcessRTPMap("a=rtpmap:97 X");
+    f.handler.ProcessRTPMap("a=rtpmap:67 Y");
+    f.handler.ProcessFMTP("a=fmtp:77 z=1");
+    EXPECT_EQ(f.Name(0), "");
+    EXPECT_EQ(f.Name(1), "X");
+    EXPECT_EQ(f.Name(2), "");
+    EXPECT_TRUE(f.Parms(0).empty());
+    EXPECT_TRUE(f.Parms(1).empty());
+    EXPECT_EQ(f.Parms(2), (Pieces{"z=1"}));
+}
+
 TEST(SDPParseFormat, RtpmapGoesToTheFirstOfEqualPayloads) {
     Formats f("97 96 96");
     f.handler.ProcessRTPMap("a=rtpmap:96 FIRST");
