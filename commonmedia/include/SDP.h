@@ -147,7 +147,7 @@ struct LocalSDP : public baseSDP {
     LocalSDP();
     LocalSDP(const LocalSDP&) = default;
     /// As baseSDP::operator=, and every field of this record.
-    LocalSDP& operator=(const LocalSDP& other);
+    LocalSDP& operator=(const LocalSDP&) = default;
     ~LocalSDP() = default;
 
     /// Back to the state of a new record.

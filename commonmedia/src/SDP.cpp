@@ -92,18 +92,6 @@ LocalSDP::LocalSDP() {
     LocalSDP::Reset();
 }
 
-LocalSDP& LocalSDP::operator=(const LocalSDP& other) {
-    baseSDP::operator=(other);
-    strMyIPAddr = other.strMyIPAddr;
-    strOExtension = other.strOExtension;
-    strDefaultIPAddr = other.strDefaultIPAddr;
-    iVideoPayloadMode0 = other.iVideoPayloadMode0;
-    iVideoPayloadMode1 = other.iVideoPayloadMode1;
-    fVideoTxMuted = other.fVideoTxMuted;
-    listAudioCodecPriority = other.listAudioCodecPriority;
-    return *this;
-}
-
 void LocalSDP::Reset() {
     baseSDP::Reset();
     strMyIPAddr.clear();
