@@ -28,7 +28,14 @@ void Count(std::size_t size) noexcept {
 #ifdef FUZZ_ALLOCATOR_HOOKS
 
 // The sanitizer's own operators stay in place, so that it still sees which of them frees what.
+// g++ has the function and not the header.
+#if __has_include(<sanitizer/allocator_interface.h>)
 #include <sanitizer/allocator_interface.h>
+#else
+extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*onAllocate)(const volatile void*,
+                                                                            std::size_t),
+                                                         void (*onFree)(const volatile void*));
+#endif
 
 namespace {
 
