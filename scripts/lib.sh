@@ -15,6 +15,7 @@ script=scripts/$(basename "$0")
 logs=$root/build/logs
 jobs=${JOBS:-$(nproc)}
 started=$SECONDS
+current=start
 mkdir -p "$logs"
 
 say() {
@@ -25,6 +26,9 @@ result() {
     printf '\n%s: OK, %s (%d s)\n' "$script" "$*" "$((SECONDS - started))"
 }
 
+# A script that is interrupted ends with its result as well.
+trap 'fail "$current, interrupted"' INT TERM HUP
+
 fail() {
     printf '\n%s: FAILED in stage "%s" (%d s)\n' "$script" "$1" "$((SECONDS - started))"
     exit 1
@@ -33,11 +37,13 @@ fail() {
 stage() {
     local name=$1 log status begin=$SECONDS
     shift
+    current=$name
     log=$logs/$(printf '%s' "$name" | tr -c 'a-zA-Z0-9+' '-').log
     printf '== %-42s ' "$name"
     # A subshell of its own: inside a condition the shell would ignore "set -e".
     set +e
     (
+        trap - INT TERM HUP
         set -e
         "$@"
     ) >"$log" 2>&1
