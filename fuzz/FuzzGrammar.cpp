@@ -94,6 +94,7 @@ const std::string kIdle[] = {
     std::string(3000, ' '),
     std::string(3000, ';'),
 };
+constexpr std::size_t kLongIdle = 4;
 
 const char* const kBadNumbers[] = {
     "0",
@@ -147,9 +148,11 @@ std::string IdleLine(const Patient& patient) {
 }
 
 std::string IdleLineEverywhere(const Patient& patient) {
+    // The long ones at the table's end stand alone; between all lines they would only take time.
+    const std::string& idle = kIdle[patient.dose % (std::size(kIdle) - kLongIdle)];
     std::string text;
     for (const std::string& line : patient.lines) {
-        text += kIdle[patient.dose % std::size(kIdle)] + "\r\n" + line + "\r\n";
+        text += idle + "\r\n" + line + "\r\n";
     }
     return text;
 }
