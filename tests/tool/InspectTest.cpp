@@ -234,7 +234,7 @@ TEST_F(Inspect, TheFarEndCannotPaintTheTableNorLeakAKeyIntoIt) {
     EXPECT_TEXT(run.out, "session\n"
                          "  bandwidth      not limited\n"
                          "  note           line 7 is taken for a connection line, because it holds \"c=\":\n"
-                         "                 \"a=tool:x\\x0aa=crypto:1 AES_CM_128_HMAC_SHA1...\"\n"
+                         "                 \"a=tool:x...\"\n"
                          "\n"
                          "audio\n"
                          "  state          negotiated\n"

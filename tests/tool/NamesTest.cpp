@@ -8,6 +8,7 @@ namespace {
 using cmsdp::CodecInWords;
 using cmsdp::CodecNames;
 using cmsdp::DirectionInWords;
+using cmsdp::IsSuiteName;
 using cmsdp::NameOf;
 using cmsdp::RoleNames;
 using cmsdp::SuiteNames;
@@ -40,6 +41,23 @@ TEST(Names, OfRoles) {
 
 TEST(Names, OfAValueWithoutAName) {
     EXPECT_EQ(NameOf(SuiteNames(), -7), "-7");
+}
+
+TEST(Names, SuitesThatMayBeShown) {
+    for (const char* const name :
+         {"AES_CM_128_HMAC_SHA1_80", "AES_CM_128_HMAC_SHA1_32", "F8_128_HMAC_SHA1_80",
+          "SEED_CTR_128_HMAC_SHA1_80", "SEED_128_CCM_80", "SEED_128_GCM_96", "AES_192_CM_HMAC_SHA1_80",
+          "AES_192_CM_HMAC_SHA1_32", "AES_256_CM_HMAC_SHA1_80", "AES_256_CM_HMAC_SHA1_32", "AEAD_AES_128_GCM",
+          "AEAD_AES_256_GCM", "AES_CM_256_HMAC_SHA1_80", "AEAD_AES_GCM_128", "AEAD_AES_GCM_256"}) {
+        EXPECT_TRUE(IsSuiteName(name)) << name;
+    }
+}
+
+TEST(Names, WordsThatAreNoSuite) {
+    for (const char* const word : {"", "none", "aes_cm_128_hmac_sha1_80", "AES_CM_128_HMAC_SHA1_8",
+                                   "AES_CM_128_HMAC_SHA1_800", "WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz"}) {
+        EXPECT_FALSE(IsSuiteName(word)) << word;
+    }
 }
 
 TEST(Names, CodecsAsPeopleWriteThem) {

@@ -16,9 +16,9 @@ TEST(Redact, HidesTheKeyOfALine) {
 }
 
 TEST(Redact, HidesLifetimeMkiAndASecondKeyWithIt) {
-    EXPECT_EQ(Redact(std::string("a=crypto:1 S inline:") + kKey + "|2^20|1:4;inline:" + kKey +
+    EXPECT_EQ(Redact(std::string("a=crypto:1 AEAD_AES_128_GCM inline:") + kKey + "|2^20|1:4;inline:" + kKey +
                      "|2^20|2:4 UNENCRYPTED_SRTP\r\n"),
-              "a=crypto:1 S inline:*** UNENCRYPTED_SRTP\r\n");
+              "a=crypto:1 AEAD_AES_128_GCM inline:*** UNENCRYPTED_SRTP\r\n");
 }
 
 TEST(Redact, HidesKeysInAnyLetterCase) {
@@ -26,13 +26,40 @@ TEST(Redact, HidesKeysInAnyLetterCase) {
 }
 
 TEST(Redact, HidesAKeyThatALostLineEndCarriedIntoAnotherLine) {
-    EXPECT_EQ(Redact(std::string("m=video 5004 RTP/AVP 97\na=crypto:1 S inline:") + kKey + "\na=x\r\n"),
-              "m=video 5004 RTP/AVP 97\na=crypto:1 S inline:***\na=x\r\n");
+    EXPECT_EQ(Redact(std::string("m=video 5004 RTP/AVP 97\na=crypto:1 AEAD_AES_128_GCM inline:") + kKey +
+                     "\na=x\r\n"),
+              "m=video 5004 RTP/AVP 97\na=crypto:1 AEAD_AES_128_GCM inline:***\na=x\r\n");
 }
 
 TEST(Redact, HidesAKeyWhoseSevenCharactersAreNotInline) {
     EXPECT_EQ(Redact(std::string("a=crypto:1 AES_CM_128_HMAC_SHA1_32 1234567") + kKey + " x\r\n"),
               "a=crypto:1 AES_CM_128_HMAC_SHA1_32 *** x\r\n");
+}
+
+TEST(Redact, HidesAKeyInThePlaceOfTheSuite) {
+    EXPECT_EQ(Redact(std::string("a=crypto:1 ") + kKey + " AEAD_AES_128_GCM x\r\n"),
+              "a=crypto:1 *** *** x\r\n");
+    EXPECT_EQ(Redact(std::string("m=x 0 y A=CRYPTO:1 ") + kKey + "\r\n"), "m=x 0 y A=CRYPTO:1 ***\r\n");
+    EXPECT_EQ(Redact(std::string("a=crypto:1  inline:") + kKey + "\r\na=x y z\r\n"),
+              "a=crypto:1  inline:***\r\na=x y z\r\n");
+}
+
+TEST(Redact, HidesAKeyInFrontOfAnother) {
+    EXPECT_EQ(Redact(std::string("a=crypto:1 AEAD_AES_128_GCM 1234567") + kKey + ";inline:" + kKey + "\r\n"),
+              "a=crypto:1 AEAD_AES_128_GCM ***\r\n");
+}
+
+TEST(Redact, EachCryptoAttributeOfALineCountsFromItself) {
+    EXPECT_EQ(Redact(std::string("a=crypto:1\na=crypto:2 AEAD_AES_128_GCM 1234567") + kKey + " x\r\n"),
+              "a=crypto:1\n*** AEAD_AES_128_GCM *** x\r\n");
+}
+
+TEST(Redact, AWordOfManyAttributesCostsNoMore) {
+    std::string word;
+    for (int i = 0; i < 200000; ++i) {
+        word += "a=crypto:";
+    }
+    EXPECT_EQ(Redact(word + " " + kKey), word + " ***");
 }
 
 TEST(Redact, KeepsAShortCryptoLineAndTheLineBehindIt) {
@@ -46,9 +73,9 @@ TEST(Redact, KeepsATextWithoutKeys) {
 }
 
 TEST(Redact, TwiceIsOnce) {
-    const std::string once =
-        Redact(std::string("a=crypto:1 S 1234567") + kKey + "\r\na=crypto:2 S inline:" + kKey);
-    EXPECT_EQ(once, "a=crypto:1 S ***\r\na=crypto:2 S inline:***");
+    const std::string once = Redact(std::string("a=crypto:1 AEAD_AES_128_GCM 1234567") + kKey +
+                                    "\r\na=crypto:2 AEAD_AES_128_GCM inline:" + kKey);
+    EXPECT_EQ(once, "a=crypto:1 AEAD_AES_128_GCM ***\r\na=crypto:2 AEAD_AES_128_GCM inline:***");
     EXPECT_EQ(Redact(once), once);
 }
 

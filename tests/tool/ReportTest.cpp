@@ -224,6 +224,21 @@ TEST(ReportSecurity, OnlySuitesThatAreNotRead) {
               "AES_CM_128_HMAC_SHA1_32 is read"});
 }
 
+TEST(ReportSecurity, AKeyInThePlaceOfTheSuiteIsNotShown) {
+    EXPECT_EQ(
+        Read("m=audio 5004 RTP/SAVP 0\r\n"
+             "a=crypto:1 1234567WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz AES_CM_128_HMAC_SHA1_32\r\n")
+            .audio.notes,
+        Notes{"not encrypted: the far end offers an unknown suite; only AES_CM_128_HMAC_SHA1_32 is read"});
+    EXPECT_EQ(Read("m=audio 5004 RTP/SAVP 0\r\n"
+                   "a=crypto:1 NULL_HMAC_SHA1_80 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n"
+                   "a=crypto:2 AES_CM_128_HMAC_SHA1_80 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n"
+                   "a=crypto:3 NULL_HMAC_SHA1_32 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n")
+                  .audio.notes,
+              Notes{"not encrypted: the far end offers AES_CM_128_HMAC_SHA1_80, 2 unknown suites; only "
+                    "AES_CM_128_HMAC_SHA1_32 is read"});
+}
+
 TEST(ReportSecurity, Dtls) {
     EXPECT_EQ(Read("m=audio 5004 UDP/TLS/RTP/SAVPF 0\r\n").audio.notes,
               Notes{"not encrypted: the far end wants DTLS (UDP/TLS/RTP/SAVPF), which is not understood"});

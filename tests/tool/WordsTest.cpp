@@ -6,6 +6,7 @@
 namespace {
 
 using cmsdp::Listed;
+using cmsdp::LooksLikeSdp;
 using cmsdp::Quoted;
 using cmsdp::Short;
 using cmsdp::WordsOf;
@@ -19,6 +20,15 @@ TEST(WordsOf, CutsAtRunsOfWhiteSpace) {
 TEST(WordsOf, FindsNoneInBlanks) {
     EXPECT_EQ(WordsOf(""), Words{});
     EXPECT_EQ(WordsOf(" \t\r\n"), Words{});
+}
+
+TEST(LooksLikeSdp, ASmallLetterAndAnEqualsSignBehindBlanks) {
+    EXPECT_TRUE(LooksLikeSdp("v=0"));
+    EXPECT_TRUE(LooksLikeSdp(" \tz="));
+    EXPECT_FALSE(LooksLikeSdp(""));
+    EXPECT_FALSE(LooksLikeSdp("v"));
+    EXPECT_FALSE(LooksLikeSdp("V=0"));
+    EXPECT_FALSE(LooksLikeSdp("[12:00] v=0"));
 }
 
 TEST(Listed, NamesThePiecesAndCountsTheRest) {

@@ -3,6 +3,9 @@
 // Tests: tests/tool/NamesTest.cpp
 #include "Names.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace cmsdp {
 
 using Quor::media::rtp::CryptoParams;
@@ -45,6 +48,21 @@ std::string NameOf(const NameTable& table, std::int32_t value) {
         }
     }
     return std::to_string(value);
+}
+
+bool IsSuiteName(std::string_view word) {
+    static constexpr std::string_view registered[] = {
+        "AES_CM_128_HMAC_SHA1_80",   "AES_CM_128_HMAC_SHA1_32", "F8_128_HMAC_SHA1_80", // RFC 4568, 6.2
+        "SEED_CTR_128_HMAC_SHA1_80", "SEED_128_CCM_80",         "SEED_128_GCM_96",     // RFC 5669
+        "AES_192_CM_HMAC_SHA1_80",   "AES_192_CM_HMAC_SHA1_32",                        // RFC 6188
+        "AES_256_CM_HMAC_SHA1_80",   "AES_256_CM_HMAC_SHA1_32",                        // RFC 6188
+        "AEAD_AES_128_GCM",          "AEAD_AES_256_GCM",                               // RFC 7714
+    };
+    const NameTable& ours = SuiteNames();
+    return std::find(std::begin(registered), std::end(registered), word) != std::end(registered) ||
+           std::any_of(ours.begin(), ours.end(), [word](const NamedValue& row) {
+               return row.value != CryptoParams::CRYPTO_NONE && word == row.name;
+           });
 }
 
 std::string CodecInWords(PayloadType_t codec) {

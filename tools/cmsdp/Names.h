@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace cmsdp {
@@ -24,6 +25,10 @@ const NameTable& RoleNames();  ///< "main", "presentation", "unknown"
 
 /// The name of a value; the decimal number when it has none.
 std::string NameOf(const NameTable& table, std::int32_t value);
+
+/// Whether the word names an SRTP suite that is registered for descriptions, or that this side knows. Only
+/// such a word of the far end is shown: any other one in its place may be key text that strayed.
+bool IsSuiteName(std::string_view word);
 
 /// A codec as people write it: "G.722", "G.711 mu-law".
 std::string CodecInWords(PayloadType_t codec);

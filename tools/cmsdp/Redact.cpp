@@ -3,6 +3,7 @@
 // Tests: tests/tool/RedactTest.cpp
 #include "Redact.h"
 
+#include "Names.h"
 #include "Words.h"
 
 #include <algorithm>
@@ -20,12 +21,6 @@ char Lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-bool StartsWithAnyCase(std::string_view text, std::string_view lowerCase) {
-    return text.size() >= lowerCase.size() &&
-           std::equal(lowerCase.begin(), lowerCase.end(), text.begin(),
-                      [](char want, char have) { return want == Lower(have); });
-}
-
 std::size_t EndOfWord(std::string_view text, std::size_t at) {
     while (at < text.size() && !IsBlank(text[at])) {
         ++at;
@@ -33,18 +28,28 @@ std::size_t EndOfWord(std::string_view text, std::size_t at) {
     return at;
 }
 
-// Where the key parameter of the attribute at `at` begins; the end of the text when its line ends before.
-std::size_t KeyParameter(std::string_view text, std::size_t at) {
-    for (int word = 0; word < 2; ++word) {
-        at = EndOfWord(text, at);
-        while (at < text.size() && IsBlank(text[at])) {
-            if (text.compare(at, 2, "\r\n") == 0) {
-                return text.size();
-            }
-            ++at;
-        }
+// Where the piece begins in the word, in any letter case; the length of the word when it does not.
+std::size_t FindAnyCase(std::string_view word, std::string_view lowerCase) {
+    const auto same = [](char have, char want) { return want == Lower(have); };
+    return static_cast<std::size_t>(
+        std::search(word.begin(), word.end(), lowerCase.begin(), lowerCase.end(), same) - word.begin());
+}
+
+// What belongs where a word stands, counted from the last crypto attribute of its line.
+enum class Place { kSuite, kKey, kElsewhere };
+
+Place NextPlace(Place place) {
+    return place == Place::kSuite ? Place::kKey : Place::kElsewhere;
+}
+
+std::string RedactWord(std::string_view word, Place place) {
+    const std::size_t method = FindAnyCase(word, kInline);
+    const bool elsewhere = place == Place::kElsewhere;
+    if (method != word.size() && (elsewhere || method == 0)) {
+        return std::string(word.substr(0, method + kInline.size())).append(kStars);
     }
-    return at;
+    const bool shown = elsewhere || (place == Place::kSuite && IsSuiteName(word));
+    return std::string(shown ? word : kStars);
 }
 
 } // namespace
@@ -52,25 +57,21 @@ std::size_t KeyParameter(std::string_view text, std::size_t at) {
 std::string Redact(std::string_view text) {
     std::string out;
     out.reserve(text.size());
-    std::size_t keyAt = text.size();
+    Place place = Place::kElsewhere;
     std::size_t at = 0;
     while (at < text.size()) {
-        const std::string_view rest = text.substr(at);
-        if (StartsWithAnyCase(rest, kInline)) {
-            out.append(rest.substr(0, kInline.size())).append(kStars);
-            at = EndOfWord(text, at + kInline.size());
-        } else if (at == keyAt) {
-            const std::size_t end = EndOfWord(text, at);
-            const std::string word = Redact(text.substr(at, end - at));
-            out.append(word == text.substr(at, end - at) ? kStars : std::string_view(word));
-            at = end;
-        } else {
-            if (StartsWithAnyCase(rest, kCrypto)) {
-                keyAt = KeyParameter(text, at);
+        if (IsBlank(text[at])) {
+            if (text.compare(at, 2, "\r\n") == 0) {
+                place = Place::kElsewhere;
             }
             out += text[at];
             ++at;
+            continue;
         }
+        const std::string_view word = text.substr(at, EndOfWord(text, at) - at);
+        out += RedactWord(word, place);
+        place = FindAnyCase(word, kCrypto) != word.size() ? Place::kSuite : NextPlace(place);
+        at += word.size();
     }
     return out;
 }

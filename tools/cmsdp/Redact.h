@@ -10,7 +10,8 @@ namespace cmsdp {
 
 /// The text with its keys hidden. The rest of a word behind "inline:" becomes "***", in any letter case, and
 /// so does the third word of an "a=crypto:" attribute without it, because seven characters of that word are
-/// skipped unread (RFC 4568, 9.1 calls for "inline:" there).
+/// skipped unread (RFC 4568, 9.1 calls for "inline:" there). Its second word is shown when it names a suite:
+/// anything else in that place may be the key of an attribute whose words are jumbled.
 std::string Redact(std::string_view text);
 
 /// Hides keys in everything that one run shows, and remembers whether there was anything to hide.

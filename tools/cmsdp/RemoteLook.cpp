@@ -4,6 +4,7 @@
 // Tests: tests/tool/RemoteLookTest.cpp
 #include "RemoteLook.h"
 
+#include "Names.h"
 #include "Words.h"
 
 #include <algorithm>
@@ -27,6 +28,18 @@ bool IsZero(std::string_view port) {
     return std::strtol(std::string(port).c_str(), nullptr, 10) == 0;
 }
 
+// How the line begins, for a message. Key text strays: the end of a crypto attribute that was wrapped can
+// hold "c=" in the padding of its key, and a lost line end joins a crypto attribute to another line. So of a
+// joined line the first part alone is shown, and nothing of a crypto attribute or of what begins like no line
+// at all.
+std::string Beginning(std::string_view line) {
+    const std::string_view first = line.substr(0, line.find_first_of("\r\n"));
+    if (!LooksLikeSdp(first) || Contains(first, "a=crypto")) {
+        return "; it may hold key text, so it is not shown";
+    }
+    return ": " + Quoted(first.size() == line.size() ? std::string(first) : std::string(first) + "...");
+}
+
 class Looker {
 public:
     RemoteLook Look(std::string_view text);
@@ -35,6 +48,7 @@ private:
     void Line(std::string_view line);
     void Media(const std::vector<std::string_view>& words, std::string_view line);
     void Attribute(std::string_view line);
+    void Suite(std::string_view word);
     void RtpMap(std::string_view line);
     void NoteMisread(std::string_view line, const char* keyword, const char* kind);
 
@@ -74,7 +88,7 @@ void Looker::Line(std::string_view line) {
     }
 }
 
-// A log prefix in front of a line is seen at once; what costs hours is a keyword deep inside a value.
+// What costs hours is a keyword deep inside a value; a line that begins with it, after blanks, is meant so.
 void Looker::NoteMisread(std::string_view line, const char* keyword, const char* kind) {
     constexpr std::size_t mostNotes = 8;
     while (!line.empty() && IsBlank(line.front())) {
@@ -84,7 +98,7 @@ void Looker::NoteMisread(std::string_view line, const char* keyword, const char*
         return;
     }
     m_look.notes.push_back("line " + std::to_string(m_lineNumber) + " is taken for " + kind +
-                           ", because it holds \"" + keyword + "\": " + Quoted(line));
+                           ", because it holds \"" + keyword + '"' + Beginning(line));
 }
 
 void Looker::Media(const std::vector<std::string_view>& words, std::string_view line) {
@@ -108,7 +122,7 @@ void Looker::Attribute(std::string_view line) {
     } else if (Contains(line, "a=crypto:") && !Contains(line, "a=fmtp:")) {
         const std::vector<std::string_view> words = WordsOf(line);
         if (words.size() >= 3 && Contains(words[0], ":")) {
-            section.suites.push_back(Short(words[1]));
+            Suite(words[1]);
         }
     } else if (Contains(line, "a=content:")) {
         if (Contains(line, "a=content:main")) {
@@ -119,10 +133,23 @@ void Looker::Attribute(std::string_view line) {
     }
 }
 
+// In a jumbled line, or one whose neighbour lost its end, key text can stand where the suite belongs. So a
+// word that is no name of a suite is counted and not kept: what is not kept cannot be shown.
+void Looker::Suite(std::string_view word) {
+    SeenSection& section = m_look.sections.back();
+    if (IsSuiteName(word)) {
+        section.suites.emplace_back(word);
+    } else {
+        ++section.unknownSuites;
+    }
+}
+
 void Looker::RtpMap(std::string_view line) {
     constexpr std::size_t keyword = 9;
     const std::vector<std::string_view> words = WordsOf(line);
-    if (words.size() < 2 || words[0].size() < keyword) {
+    // The attribute may stand behind a crypto attribute that lost its line end; then the second word is not a
+    // name, and may be key text.
+    if (words.size() < 2 || words[0].size() < keyword || !BeginsWith(words[0], "a=rtpmap")) {
         return;
     }
     const auto format = m_formatOf.find(std::string(words[0].substr(keyword)));
@@ -192,6 +219,17 @@ std::string CodecsInWords(const SeenSection& section) {
                          " no payload type");
     }
     return codecs.empty() ? "no codec" : Listed(codecs, most);
+}
+
+std::string SuitesInWords(const SeenSection& section) {
+    constexpr std::size_t most = 4;
+    std::vector<std::string> suites = section.suites;
+    if (section.unknownSuites != 0) {
+        suites.push_back(section.unknownSuites == 1
+                             ? "an unknown suite"
+                             : std::to_string(section.unknownSuites) + " unknown suites");
+    }
+    return Listed(suites, most);
 }
 
 } // namespace cmsdp

@@ -4,6 +4,7 @@
 // Tests: tests/tool/RemoteLookTest.cpp
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,7 +25,8 @@ struct SeenSection {
     bool slides = false;   ///< a video section marked as presentation
     bool floorControl = false;
     std::vector<SeenFormat> formats;
-    std::vector<std::string> suites; ///< of its crypto attributes, in order
+    std::vector<std::string> suites; ///< registered names in its crypto attributes, in order
+    std::size_t unknownSuites = 0;   ///< crypto attributes with any other word in that place
 };
 
 struct RemoteLook {
@@ -41,5 +43,9 @@ const SeenSection* FindFloorControl(const RemoteLook& look);
 
 /// "opus/48000/2 (111), PCMA (8)": the codecs a section lists, telephone events left out.
 std::string CodecsInWords(const SeenSection& section);
+
+/// "AES_CM_128_HMAC_SHA1_80, an unknown suite": the suites a section offers; empty without a crypto
+/// attribute.
+std::string SuitesInWords(const SeenSection& section);
 
 } // namespace cmsdp

@@ -17,14 +17,6 @@ namespace {
 
 constexpr std::string_view kMark = "\xef\xbb\xbf";
 
-bool LooksLikeSdp(std::string_view line) {
-    std::size_t at = 0;
-    while (at < line.size() && IsBlank(line[at])) {
-        ++at;
-    }
-    return at + 1 < line.size() && line[at] >= 'a' && line[at] <= 'z' && line[at + 1] == '=';
-}
-
 std::string Shown(const std::string& name) {
     return name == "-" ? "standard input" : name;
 }

@@ -5,7 +5,6 @@
 
 #include "Keys.h"
 #include "Names.h"
-#include "Words.h"
 
 namespace cmsdp {
 
@@ -35,10 +34,9 @@ std::string WithSuite(const baseSDP& record, baseSDP::SRTP_M_LINE stream, const 
 
 // The record has none: did the far end want SRTP all the same?
 std::string WithoutSuite(const SeenSection& section, const Capabilities& c) {
-    if (!section.suites.empty()) {
-        constexpr std::size_t most = 4;
-        return "not encrypted: the far end offers " + Listed(section.suites, most) + "; only " + kReadSuite +
-               " is read";
+    const std::string offered = SuitesInWords(section);
+    if (!offered.empty()) {
+        return "not encrypted: the far end offers " + offered + "; only " + kReadSuite + " is read";
     }
     if (Has(section.transport, "TLS")) {
         return "not encrypted: the far end wants DTLS (" + section.transport + "), which is not understood";

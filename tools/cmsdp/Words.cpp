@@ -21,6 +21,14 @@ std::vector<std::string_view> WordsOf(std::string_view line) {
     return words;
 }
 
+bool LooksLikeSdp(std::string_view line) {
+    std::size_t at = 0;
+    while (at < line.size() && IsBlank(line[at])) {
+        ++at;
+    }
+    return at + 1 < line.size() && line[at] >= 'a' && line[at] <= 'z' && line[at + 1] == '=';
+}
+
 std::string Listed(const std::vector<std::string>& pieces, std::size_t most) {
     std::string list;
     for (std::size_t i = 0; i < pieces.size() && i < most; ++i) {

@@ -18,6 +18,9 @@ constexpr bool IsBlank(char c) {
 /// The words of a line, empty ones never.
 std::vector<std::string_view> WordsOf(std::string_view line);
 
+/// Whether the line begins, after blanks, with a small letter and "=" (RFC 4566, 5).
+bool LooksLikeSdp(std::string_view line);
+
 /// "a, b, c"; of a longer list the first `most` and how many there are besides.
 std::string Listed(const std::vector<std::string>& pieces, std::size_t most);
 
