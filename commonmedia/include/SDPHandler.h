@@ -116,7 +116,7 @@ private:
     void ClearRemoteMediaSession();
 
     // Parse: text to lines, lines to the section opened last
-    void ProcessLine(std::string_view SDPLine);
+    void ProcessLines(std::string_view text);
     void ProcessMedia(std::string_view SDPLine);
     void ProcessConnect(std::string_view SDPLine);
     void ProcessRTPMap(std::string_view SDPLine);
@@ -140,7 +140,7 @@ private:
     PayloadType_t MatchAudioCodec(const RtpMap* rm) const;
     bool IsG7221Negotiated(const RtpMap* rm) const;
     void LoadH264Parms(VideoParms& rs, const RtpMap* rm) const;
-    std::string ConvertVideoLevel(const std::string& strLevel) const;
+    std::string ConvertVideoLevel(std::string_view strLevel) const;
     std::string ReverseConvertVideoLevel(const std::string& strLevel) const;
 
     // Build: capabilities to text. Each Write member puts its lines at the end of `sdp`; each Add member

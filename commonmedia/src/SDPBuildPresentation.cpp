@@ -49,15 +49,15 @@ void SDPHandler::WriteUnsupported(sdp::Writer& sdp) const {
     // [B18] Every section beyond the number served is declined by repeating it at port 0 (RFC 3264, 6).
     for (std::size_t i = m_iMaxSupportedSessions; i < vecRemoteMediaSession.size(); ++i) {
         const MediaSession& ms = *vecRemoteMediaSession[i];
-        std::string_view rest = ms.strFullMLine;
-        const std::string_view media = sdp::NextWord(rest);
+        sdp::Words words(ms.strFullMLine);
+        const std::string_view media = words.Next();
         // [G10] A section without a word has nothing to repeat; none comes out of a parse.
         if (media.empty()) {
             continue;
         }
-        sdp::NextWord(rest); // The port, which is replaced.
+        words.Next(); // The port, which is replaced.
         sdp << media << " 0";
-        for (std::string_view word = sdp::NextWord(rest); !word.empty(); word = sdp::NextWord(rest)) {
+        for (std::string_view word = words.Next(); !word.empty(); word = words.Next()) {
             sdp << " " << word;
         }
         sdp << "\r\n";

@@ -12,6 +12,9 @@
 
 namespace {
 
+constexpr std::string_view kG7221 = "G7221/16000";
+constexpr std::string_view kTelephoneEvent = "telephone-event/8000";
+
 /// Adds a section's "b=TIAS:" to the total, bit/s.
 void CountBandwidth(RemoteSDP& ParsedSDP, const MediaSession& ms) {
     if (VideoUtils::IsNumber(ms.strMaxBandwidth)) {
@@ -67,7 +70,7 @@ void SDPHandler::GetAudioRTPData(RemoteSDP& ParsedSDP, const MediaSession* ms) c
             }
         }
         // [X02] Of several telephone-event formats the last one stands (RFC 4733, 2.4).
-        if (rm->strEncodingName == "telephone-event/8000") {
+        if (rm->strEncodingName == kTelephoneEvent) {
             ParsedSDP.iDTMFPayload = sdp::Number(rm->strPayload);
         }
     }
@@ -98,7 +101,7 @@ PayloadType_t SDPHandler::MatchAudioCodec(const RtpMap* rm) const {
 }
 
 bool SDPHandler::IsG7221Negotiated(const RtpMap* rm) const {
-    if ((MyLocalSDP.eAudioCodec & PAYLOAD_G7221) == 0 || rm->strEncodingName != "G7221/16000") {
+    if ((MyLocalSDP.eAudioCodec & PAYLOAD_G7221) == 0 || rm->strEncodingName != kG7221) {
         return false;
     }
     // [X01] The bit rate counts at the very start of a parameter: behind the blank that "; " leaves it is not

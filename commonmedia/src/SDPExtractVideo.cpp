@@ -5,14 +5,16 @@
 // Test: tests/unit/SDPExtractVideoTest.cpp
 #include "SDPHandler.h"
 
+#include "SDPKeyword.h"
 #include "SDPTables.h"
 #include "SDPText.h"
 #include "VideoUtils.h"
 
-#include <cstdlib>
 #include <cstring>
 
 namespace {
+
+constexpr std::string_view kH264 = "H264/9000";
 
 struct H264Key {
     std::string_view strName;
@@ -31,10 +33,8 @@ constexpr H264Key kH264Keys[] = {
 /// blank that "; " leaves stands in front of it. No key contains another, so a name that is a key contains no
 /// other one and needs no search.
 const H264Key* FindKey(std::string_view name) {
-    for (const H264Key& key : kH264Keys) {
-        if (name == key.strName) {
-            return &key;
-        }
+    if (const H264Key* const key = sdp::FindNamed<kH264Keys>(sdp::Behind(name, sdp::FindNoBlank(name)))) {
+        return key;
     }
     for (const H264Key& key : kH264Keys) {
         if (sdp::Contains(name, key.strName)) {
@@ -73,7 +73,7 @@ void SDPHandler::GetVideoRTPData(RemoteSDP& ParsedSDP, VideoParms& cVideoParms,
     for (const RtpMap* const rm : ms->vecRtpMap) {
         // [X03] The clock rate is compared short by its last digit. "H264/90000" contains it, and "H264/9000"
         // passes as well: turning it away would cost the stream for a typing error of the far end.
-        if (!sdp::Contains(rm->strEncodingName, "H264/9000")) {
+        if (!sdp::StartsWith(rm->strEncodingName, kH264) && !sdp::Contains(rm->strEncodingName, kH264)) {
             continue;
         }
         rs.iVideoPayload = sdp::Number(rm->strPayload);
@@ -92,32 +92,33 @@ void SDPHandler::LoadH264Parms(VideoParms& rs, const RtpMap* rm) const {
     for (const std::string& parm : rm->vecFmtpParms) {
         // [G08] A parameter without "=", an empty one included, has no value and is passed over.
         const std::string_view text(parm);
-        const std::size_t equals = sdp::FindByte(text, '=');
+        const std::size_t equals = text.find('=');
         if (equals == std::string_view::npos) {
             continue;
         }
-        const std::string_view name = text.substr(0, equals);
-        const std::string_view valueAndMore = text.substr(equals + 1);
-        const std::string_view value = valueAndMore.substr(0, sdp::FindByte(valueAndMore, '='));
-        const H264Key* const key = FindKey(name);
+        const H264Key* const key = FindKey(std::string_view(text.data(), equals));
         if (key == nullptr) {
             continue;
         }
+        // A value ends at another "=".
+        const std::string_view valueAndMore = sdp::Behind(text, equals + 1);
         if (key->field != nullptr) {
-            if (VideoUtils::IsNumber(value)) {
-                rs.*key->field = sdp::Number(value);
+            const std::string_view digits = sdp::Digits(valueAndMore);
+            const std::string_view more = sdp::Behind(valueAndMore, digits.size());
+            if (!digits.empty() && (more.empty() || more.front() == '=')) {
+                rs.*key->field = sdp::Number(digits);
             }
-        } else if (value.size() >= kProfileLength) {
-            rs.strVideoLevel = ConvertVideoLevel(std::string(value.substr(kProfileLength)));
+        } else if (sdp::FindByte(valueAndMore, '=') >= kProfileLength) {
+            rs.strVideoLevel = ConvertVideoLevel(sdp::Behind(valueAndMore, kProfileLength));
         }
     }
 }
 
-std::string SDPHandler::ConvertVideoLevel(const std::string& strLevel) const {
+std::string SDPHandler::ConvertVideoLevel(std::string_view strLevel) const {
     // [G13] The number is compared as it was read, not narrowed: digits that do not fit an int name no level.
-    const unsigned long iLevel = std::strtoul(strLevel.c_str(), nullptr, 16);
+    const std::uint64_t iLevel = sdp::HexNumber(strLevel);
     for (int row = 0; row < sdp::kH264Levels; ++row) {
-        if (static_cast<unsigned long>(sdp::__iH264Profile[row]) == iLevel) {
+        if (static_cast<std::uint64_t>(sdp::__iH264Profile[row]) == iLevel) {
             return sdp::__H264Profile[row];
         }
     }

@@ -5,6 +5,7 @@
 // Test: tests/unit/SDPParseAttributeTest.cpp
 #include "SDPHandler.h"
 
+#include "SDPKeyword.h"
 #include "SDPTables.h"
 #include "SDPText.h"
 #include "VideoUtils.h"

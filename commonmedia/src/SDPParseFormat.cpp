@@ -17,9 +17,16 @@ constexpr std::string_view ATTR_FMTP = "a=fmtp:";
 /// Up to this many formats are searched one by one, which is cheaper than an index for them.
 constexpr std::size_t kFewFormats = 8;
 
-/// Payload numbers differ in their last digit more often than not, which spares most of the comparisons.
+/// Compared from the end, where payload numbers differ. They are too short for a call of memcmp.
 bool Equals(const std::string& a, std::string_view b) {
-    return a.size() == b.size() && (b.empty() || a.back() == b.back()) && a == b;
+    std::size_t left = a.size();
+    if (left != b.size()) {
+        return false;
+    }
+    while (left > 0 && a[left - 1] == b[left - 1]) {
+        --left;
+    }
+    return left == 0;
 }
 
 } // namespace
@@ -28,9 +35,9 @@ void SDPHandler::ProcessRTPMap(std::string_view SDPLine) {
     if (vecRemoteMediaSession.empty()) {
         return;
     }
-    std::string_view rest = SDPLine;
-    const std::string_view first = sdp::NextWord(rest);
-    const std::string_view name = sdp::NextWord(rest);
+    sdp::Words words(SDPLine);
+    const std::string_view first = words.Next();
+    const std::string_view name = words.Next();
     // [P22] The keyword needs no colon, the payload is cut behind nine characters all the same: "a=rtpmapX97"
     // names payload 97.
     // [G01] The payload is cut at a fixed position and the name is the second word: a line that has neither
@@ -45,19 +52,20 @@ void SDPHandler::ProcessRTPMap(std::string_view SDPLine) {
 }
 
 void SDPHandler::ProcessFMTP(std::string_view SDPLine) {
-    if (vecRemoteMediaSession.empty() || !sdp::Contains(SDPLine, ATTR_FMTP)) {
+    if (vecRemoteMediaSession.empty() ||
+        !(sdp::StartsWith(SDPLine, ATTR_FMTP) || sdp::Contains(SDPLine, ATTR_FMTP))) {
         return;
     }
     const std::size_t loc = sdp::FindByte(SDPLine, ' ');
     // [G03] A blank in front of the payload's place leaves no payload to cut; the line is dropped whole.
     // [P20] The keyword may stand anywhere, the payload is cut at its fixed place all the same, so a line
     // with something in front of the keyword names a payload that nobody listed.
-    if (loc == std::string_view::npos || loc < ATTR_FMTP.size()) {
+    if (loc == SDPLine.size() || loc < ATTR_FMTP.size()) {
         return;
     }
     // [P09] The pieces keep their blanks, as "; " in the line leaves them; who reads them knows.
     std::vector<std::string> fmtp;
-    VideoUtils::split(fmtp, SDPLine.substr(loc + 1), ";");
+    VideoUtils::split(fmtp, sdp::Behind(SDPLine, loc + 1), ";");
     if (fmtp.empty()) {
         return;
     }
@@ -77,7 +85,7 @@ void SDPHandler::SaveFmtpParmsToRtpMap(MediaSession* ms, std::vector<std::string
 
 RtpMap* SDPHandler::FindRtpMap(MediaSession& ms, std::string_view strPayload) {
     // [P07] A payload that the "m=" line lists twice is the first of the two; the second stays bare.
-    if (pPayloadIndex != nullptr && ms.vecRtpMap.size() > kFewFormats) {
+    if (ms.vecRtpMap.size() > kFewFormats && pPayloadIndex != nullptr) {
         if (!pPayloadIndex->IsFor(ms)) {
             pPayloadIndex->Build(ms);
         }

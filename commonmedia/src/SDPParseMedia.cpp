@@ -5,14 +5,16 @@
 // Test: tests/unit/SDPParseMediaTest.cpp
 #include "SDPHandler.h"
 
+#include "SDPKeyword.h"
 #include "SDPText.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace {
 
 struct Media {
-    std::string_view strWord;
+    std::string_view strName;
     MediaType_t eMedia;
     VideoType_t eContent;
 };
@@ -24,14 +26,16 @@ constexpr Media kMedia[] = {
     {"m=application", MEDIA_APPLICATION, VIDEOTYPE_UNKNOWN},
 };
 
+constexpr std::size_t kUsualFormats = 8;
+
 } // namespace
 
 void SDPHandler::ProcessMedia(std::string_view SDPLine) {
-    std::string_view rest = SDPLine;
-    const std::string_view media = sdp::NextWord(rest);
-    const std::string_view port = sdp::NextWord(rest);
-    sdp::NextWord(rest); // The transport is not examined; it lives on in strFullMLine.
-    std::string_view format = sdp::NextWord(rest);
+    sdp::Words words(SDPLine);
+    const std::string_view media = words.Next();
+    const std::string_view port = words.Next();
+    words.Next(); // The transport is not examined; it lives on in strFullMLine.
+    std::string_view format = words.Next();
     // [P05] Without a format the line opens nothing, and the lines behind it still belong to the section
     // before it.
     if (format.empty()) {
@@ -44,26 +48,24 @@ void SDPHandler::ProcessMedia(std::string_view SDPLine) {
 
     ms->strFullMLine = std::string(SDPLine);
     // [P06] A medium that is none of the three keeps its section: its place decides what the answer rejects.
-    for (const Media& row : kMedia) {
-        if (media == row.strWord) {
-            ms->eMedia = row.eMedia;
-            ms->eContent = row.eContent;
-        }
+    if (const Media* const row = sdp::FindNamed<kMedia>(media)) {
+        ms->eMedia = row->eMedia;
+        ms->eContent = row->eContent;
     }
     ms->iPort = sdp::Number(port);
     // A format and its blank are two characters at least, so no push_back below grows the list and nothing is
     // lost between new and push_back.
-    ms->vecRtpMap.reserve(1 + rest.size() / 2);
-    for (; !format.empty(); format = sdp::NextWord(rest)) {
+    ms->vecRtpMap.reserve(std::max(kUsualFormats, 1 + words.Left() / 2));
+    for (; !format.empty(); format = words.Next()) {
         ms->vecRtpMap.push_back(new RtpMap{std::string(format), {}, {}});
     }
 }
 
 void SDPHandler::ProcessConnect(std::string_view SDPLine) {
-    std::string_view rest = SDPLine;
-    sdp::NextWord(rest);
-    sdp::NextWord(rest);
-    const std::string_view address = sdp::NextWord(rest);
+    sdp::Words words(SDPLine);
+    words.Next();
+    words.Next();
+    const std::string_view address = words.Next();
     if (address.empty()) {
         return;
     }

@@ -5,6 +5,7 @@
 // Test: tests/unit/SDPParseSecurityTest.cpp
 #include "SDPHandler.h"
 
+#include "SDPKeyword.h"
 #include "SDPTables.h"
 #include "SDPText.h"
 #include "SDPWipe.h"
@@ -15,34 +16,25 @@ namespace {
 constexpr std::string_view kKeyMethod = "inline:";
 constexpr std::size_t kKeyTextLength = 40;
 
-const sdp::Suite* FindSuite(std::string_view name) {
-    for (const sdp::Suite& suite : sdp::kSuites) {
-        if (suite.strName == name) {
-            return &suite;
-        }
-    }
-    return nullptr;
-}
-
 } // namespace
 
 void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
     if (vecRemoteMediaSession.empty()) {
         return;
     }
-    std::string_view rest = SDPLine;
-    const std::string_view first = sdp::NextWord(rest);
-    const std::string_view name = sdp::NextWord(rest);
+    sdp::Words words(SDPLine);
+    const std::string_view first = words.Next();
+    const std::string_view name = words.Next();
     // [P10] Lines of the two 80-bit suites are skipped, tag and key included: a far end that offers nothing
     // else is answered as not secure.
-    const sdp::Suite* const suite = FindSuite(name);
+    const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(name);
     if (suite != nullptr && !suite->fRead) {
         return;
     }
-    const std::string_view key = sdp::NextWord(rest);
+    const std::string_view key = words.Next();
     const std::size_t colon = sdp::FindByte(first, ':');
     // [G02] The tag stands behind a ":" of the first word; a line without one has none and is dropped whole.
-    if (key.empty() || colon == std::string_view::npos) {
+    if (key.empty() || colon == first.size()) {
         return;
     }
     MediaSession* const ms = vecRemoteMediaSession.back();
@@ -61,7 +53,7 @@ void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
     // [P21] The seven characters in front of the key are skipped unseen, whatever they say.
     const std::string_view keyText = key.substr(kKeyMethod.size());
     sdp::Wipe(ms->strBase64Key);
-    ms->strBase64Key = keyText.substr(0, keyText.find('\0'));
+    ms->strBase64Key = std::string(keyText.substr(0, keyText.find('\0')));
     // [P12] Text that does not decode has replaced the text all the same; key and salt keep their bytes.
     ExtractSRTPKey(reinterpret_cast<const unsigned char*>(keyText.data()), ms->bufSRTPKey, ms->bufSRTPSalt);
 }
@@ -80,7 +72,7 @@ void SDPHandler::ProcessICEFragPwd(std::string_view SDPLine) {
     }
     // [P13] The value is the whole line, as the ICE agent takes it.
     if (const Row* const row = sdp::FirstKeyword<kRows>(SDPLine)) {
-        vecRemoteMediaSession.back()->*row->field = SDPLine;
+        vecRemoteMediaSession.back()->*row->field = std::string(SDPLine);
     }
 }
 

@@ -1,113 +1,44 @@
-// Text helpers of the component: words, numbers and keywords, cut without copying and without exceptions.
+// Text helpers of the component: words and numbers, cut without copying and without exceptions.
 //
 // Test: tests/unit/SDPTextTest.cpp
 #pragma once
+
+#include "SDPSearch.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <iterator>
 #include <limits>
 #include <optional>
 #include <string_view>
-#include <utility>
 
 namespace sdp {
 
-/// White space of the C locale.
-constexpr bool IsBlank(char c) noexcept {
-    return c == ' ' || (c >= '\t' && c <= '\r');
+/// The text without its first `length` bytes; it has that many.
+constexpr std::string_view Behind(std::string_view text, std::size_t length) noexcept {
+    text.remove_prefix(length);
+    return text;
 }
 
-/// Eight bytes of a text at once. Names, values and words are so short that a call of memchr costs more than
-/// it saves; looking at eight bytes in a few instructions is what is left.
-class EightBytes {
+/// The words of a line, free of white space, one after the other. An empty word says that none is left.
+class Words {
 public:
-    static constexpr std::size_t kSize = 8;
+    explicit Words(std::string_view line) noexcept : m_line(line) {}
 
-    explicit EightBytes(const char* at) noexcept {
-        std::memcpy(&m_bytes, at, sizeof m_bytes);
-        if constexpr (__BYTE_ORDER__ == __ORDER_BIG_ENDIAN__) {
-            m_bytes = __builtin_bswap64(m_bytes); // the first byte is the lowest
-        }
+    std::string_view Next() noexcept {
+        const std::size_t begin = FindNoBlank(m_line, m_at);
+        m_at = FindBlank(m_line, begin);
+        return {m_line.data() + begin, m_at - begin};
     }
 
-    /// Index of the first byte that equals `byte`; kSize when none does.
-    std::size_t Find(char byte) const noexcept {
-        return FirstBelow(m_bytes ^ (kOnes * static_cast<unsigned char>(byte)), 1);
-    }
-    /// Index of the first byte that is a blank or a control character; kSize when none is.
-    std::size_t FindUpToBlank() const noexcept { return FirstBelow(m_bytes, ' ' + 1); }
+    /// Bytes behind the last word.
+    std::size_t Left() const noexcept { return m_line.size() - m_at; }
 
 private:
-    static constexpr std::uint64_t kOnes = 0x0101010101010101U;
-    static constexpr std::uint64_t kHighs = 0x8080808080808080U;
-
-    /// Subtracting borrows into the high bit of each byte below the limit. Bytes above the first of them may
-    /// be marked by its borrow; the first is exact, and bytes from 0x80 up are never marked.
-    static std::size_t FirstBelow(std::uint64_t bytes, std::uint64_t limit) noexcept {
-        const std::uint64_t marks = (bytes - kOnes * limit) & ~bytes & kHighs;
-        return marks == 0 ? kSize : static_cast<std::size_t>(__builtin_ctzll(marks)) / kSize;
-    }
-
-    std::uint64_t m_bytes = 0;
+    std::string_view m_line;
+    std::size_t m_at = 0;
 };
-
-/// Where the first `byte` stands; npos when it does not.
-inline std::size_t FindByte(std::string_view text, char byte) noexcept {
-    std::size_t at = 0;
-    for (; at + EightBytes::kSize <= text.size(); at += EightBytes::kSize) {
-        const std::size_t found = EightBytes(text.data() + at).Find(byte);
-        if (found != EightBytes::kSize) {
-            return at + found;
-        }
-    }
-    for (; at < text.size(); ++at) {
-        if (text[at] == byte) {
-            return at;
-        }
-    }
-    return std::string_view::npos;
-}
-
-/// Where the first white space stands; the length of the text when there is none.
-inline std::size_t FindBlank(std::string_view text) noexcept {
-    std::size_t at = 0;
-    while (at + EightBytes::kSize <= text.size()) {
-        const std::size_t found = EightBytes(text.data() + at).FindUpToBlank();
-        at += found;
-        if (found != EightBytes::kSize) {
-            if (IsBlank(text[at])) {
-                return at;
-            }
-            ++at; // a control character, part of the word
-        }
-    }
-    while (at < text.size() && !IsBlank(text[at])) {
-        ++at;
-    }
-    return at;
-}
-
-/// Where the next CR LF stands; npos when there is none.
-inline std::size_t FindLineEnd(std::string_view text) {
-    std::size_t at = text.find('\r');
-    while (at != std::string_view::npos && (at + 1 == text.size() || text[at + 1] != '\n')) {
-        at = text.find('\r', at + 1);
-    }
-    return at;
-}
-
-/// Cuts the next word, free of white space, off the front of `rest`. Empty when no word is left.
-inline std::string_view NextWord(std::string_view& rest) {
-    while (!rest.empty() && IsBlank(rest.front())) {
-        rest.remove_prefix(1);
-    }
-    const std::string_view word(rest.data(), FindBlank(rest));
-    rest.remove_prefix(word.size());
-    return word;
-}
 
 inline bool StartsWith(std::string_view text, std::string_view start) noexcept {
     return text.size() >= start.size() && std::memcmp(text.data(), start.data(), start.size()) == 0;
@@ -118,9 +49,10 @@ constexpr bool Contains(std::string_view text, std::string_view needle) {
 }
 
 /// The text behind the first `keyword` in `line`; nothing when the keyword does not occur.
-constexpr std::optional<std::string_view> TextAfter(std::string_view line, std::string_view keyword) {
-    const std::size_t at = line.find(keyword);
-    return at == std::string_view::npos ? std::nullopt : std::optional(line.substr(at + keyword.size()));
+inline std::optional<std::string_view> TextAfter(std::string_view line, std::string_view keyword) {
+    // Mostly the keyword is what the line begins with, which spares the search.
+    const std::size_t at = StartsWith(line, keyword) ? 0 : line.find(keyword);
+    return at == std::string_view::npos ? std::nullopt : std::optional(Behind(line, at + keyword.size()));
 }
 
 /// Narrows to 32 bits by dropping the upper ones.
@@ -137,69 +69,74 @@ constexpr std::int32_t WrappingMultiply(std::int32_t a, std::int32_t b) {
     return Narrow(static_cast<std::uint64_t>(static_cast<std::uint32_t>(a)) * static_cast<std::uint32_t>(b));
 }
 
-/// The number at the start of `text`, read as atoi reads it: white space, a sign, digits; 0 without digits.
-inline std::int32_t Number(std::string_view text) {
-    std::size_t at = 0;
-    while (at < text.size() && IsBlank(text[at])) {
-        ++at;
+constexpr bool IsDigit(char c) noexcept {
+    return c >= '0' && c <= '9';
+}
+
+/// The digits that a text begins with.
+inline std::string_view Digits(std::string_view text) noexcept {
+    std::size_t length = 0;
+    while (length < text.size() && IsDigit(text[length])) {
+        ++length;
     }
-    const bool fNegative = at < text.size() && text[at] == '-';
-    if (at < text.size() && (text[at] == '-' || text[at] == '+')) {
-        ++at;
+    return {text.data(), length};
+}
+
+/// The number at the start of a word, read as atoi reads it: a sign, digits; 0 without digits.
+inline std::int32_t Number(std::string_view text) {
+    const bool fNegative = StartsWith(text, "-");
+    if (fNegative || StartsWith(text, "+")) {
+        text.remove_prefix(1);
+    }
+    constexpr std::size_t safe = 18; // digits fit in 64 bits whatever they are
+    std::uint64_t magnitude = 0;
+    std::size_t at = 0;
+    for (; at < std::min(text.size(), safe) && IsDigit(text[at]); ++at) {
+        magnitude = magnitude * 10 + static_cast<std::uint64_t>(text[at] - '0');
     }
     // [G04] Digits saturate at 64 bits and the result is narrowed to 32, as the C library does where a long
     // has 64 bits: "4294967295" reads -1, "9999999999" reads 1410065407, and twenty nines read -1 again.
     const std::uint64_t limit = std::uint64_t{std::numeric_limits<std::int64_t>::max()} + (fNegative ? 1 : 0);
-    std::uint64_t magnitude = 0;
-    for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at) {
+    for (; at < text.size() && IsDigit(text[at]); ++at) {
         const auto digit = static_cast<std::uint64_t>(text[at] - '0');
         magnitude = magnitude > limit / 10 ? limit : std::min(magnitude * 10 + digit, limit);
     }
     return Narrow(fNegative ? 0 - magnitude : magnitude);
 }
 
-/// True when FirstKeyword can search for every row of the table: each keyword is a letter and "=" at least.
-template <typename Row, std::size_t N>
-constexpr bool AreKeywords(const Row (&table)[N]) {
-    for (const Row& row : table) {
-        if (row.keyword.size() < 2 || row.keyword[1] != '=') {
-            return false;
-        }
+/// The value of a hexadecimal digit; 16 for any other character.
+constexpr std::uint64_t HexDigit(char c) noexcept {
+    if (IsDigit(c)) {
+        return static_cast<std::uint64_t>(c - '0');
     }
-    return true;
+    const char lower = static_cast<char>(c | 0x20);
+    return lower >= 'a' && lower <= 'f' ? static_cast<std::uint64_t>(lower - 'a') + 10 : 16;
 }
 
-/// The first row whose keyword stands at the start of `here`; the number of rows when none does. Spelled out
-/// row by row when the program is compiled, so that each comparison has a constant to compare with.
-template <const auto& kTable, std::size_t... kRow>
-std::size_t RowAtStart(std::string_view here, std::index_sequence<kRow...> /*rows*/) {
-    std::size_t row = 0;
-    static_cast<void>(((StartsWith(here, kTable[kRow].keyword) || (++row, false)) || ...));
-    return row;
-}
-
-template <const auto& kTable, std::size_t... kRow>
-bool IsFirstLetter(char c, std::index_sequence<kRow...> /*rows*/) {
-    return ((c == kTable[kRow].keyword[0]) || ...);
-}
-
-/// The first row of the table, in table order, whose keyword occurs anywhere in the line; null for none.
-/// Every keyword has its "=" in second place, so the line's "=" signs are the only places to look, and one
-/// pass over them replaces a substring search per row.
-template <const auto& kTable>
-auto FirstKeyword(std::string_view line) -> decltype(&kTable[0]) {
-    static_assert(AreKeywords(kTable));
-    constexpr std::size_t rows = std::size(kTable);
-    constexpr auto indices = std::make_index_sequence<rows>();
-    std::size_t best = rows;
-    // Nearly every line has its first "=" where it belongs; the search is for what comes behind.
-    std::size_t at = line.size() > 1 && line[1] == '=' ? 1 : line.find('=', 1);
-    for (; at != std::string_view::npos && best > 0; at = line.find('=', at + 1)) {
-        if (IsFirstLetter<kTable>(line[at - 1], indices)) {
-            best = std::min(best, RowAtStart<kTable>(line.substr(at - 1), indices));
-        }
+/// The number at the start of a text, read as strtoul reads base 16: white space, a sign, "0x", digits; 0
+/// without digits, and the largest number for digits that 64 bits do not hold.
+inline std::uint64_t HexNumber(std::string_view text) {
+    const std::size_t start = FindNoBlank(text);
+    text.remove_prefix(start);
+    const bool fNegative = StartsWith(text, "-");
+    if (fNegative || StartsWith(text, "+")) {
+        text.remove_prefix(1);
     }
-    return best == rows ? nullptr : &kTable[best];
+    if (text.size() > 1 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) {
+        text.remove_prefix(2);
+    }
+    std::uint64_t number = 0;
+    for (const char c : text) {
+        const std::uint64_t digit = HexDigit(c);
+        if (digit == 16) {
+            break;
+        }
+        if (number >> 60U != 0) {
+            return std::numeric_limits<std::uint64_t>::max();
+        }
+        number = number << 4U | digit;
+    }
+    return fNegative ? 0 - number : number;
 }
 
 } // namespace sdp

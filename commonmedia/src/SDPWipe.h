@@ -1,4 +1,5 @@
-// Wiping of key material. OPENSSL_cleanse cannot be optimised away as a last write to dead memory can.
+// Wiping of key material, in a way that cannot be optimised away as a last write to dead memory can.
+// Test: tests/unit/SDPWipeTest.cpp
 #pragma once
 
 #include <openssl/crypto.h>
@@ -6,6 +7,9 @@
 #include <string>
 
 namespace sdp {
+
+/// Zeroes `length` bytes at `text`.
+void Zero(char* text, std::size_t length);
 
 template <typename T, std::size_t N>
 void Wipe(T (&bytes)[N]) {
@@ -16,7 +20,7 @@ void Wipe(T (&bytes)[N]) {
 /// that no longer predecessor stays behind the new text's length.
 inline void Wipe(std::string& text) {
     if (!text.empty()) {
-        OPENSSL_cleanse(&text[0], text.size());
+        Zero(&text[0], text.size());
         text.clear();
     }
 }

@@ -17,21 +17,30 @@ void VideoUtils::split(std::vector<std::string>& out, std::string_view text, std
         out.emplace_back(text);
         return;
     }
-    // A guess at the number of pieces spares the vector its first steps of growth.
-    constexpr std::size_t usualPiece = 16;
-    out.reserve(out.size() + 1 + text.size() / usualPiece);
-    for (std::size_t end = text.find(separator); end != std::string_view::npos; end = text.find(separator)) {
+    // A guess at the number of pieces spares the vector its steps of growth. It is never a low one: the
+    // allocator keeps few small blocks at hand, and the pieces themselves need those.
+    constexpr std::size_t usualPieces = 6;
+    constexpr std::size_t usualPiece = 16; // bytes
+    out.reserve(out.size() + std::max(usualPieces, 1 + text.size() / usualPiece));
+    while (true) {
+        const std::size_t end = separator.size() == 1 ? text.find(separator[0]) : text.find(separator);
         out.emplace_back(text.substr(0, end));
+        if (end == std::string_view::npos) {
+            return;
+        }
         text.remove_prefix(end + separator.size());
     }
-    out.emplace_back(text);
 }
 
 bool VideoUtils::IsNumber(std::string_view text) noexcept {
     // [G18] Digits only: a sign, a blank or a fraction means that the far end meant something else, and the
     // value before it stands.
-    return !text.empty() &&
-           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+    for (const char c : text) {
+        if (c < '0' || c > '9') {
+            return false;
+        }
+    }
+    return !text.empty();
 }
 
 std::string VideoUtils::ConvertInt(int number) {

@@ -1,0 +1,112 @@
+// Searches in text: white space, a byte, one of two bytes. Each answers with the length of the text when
+// there is nothing to find.
+//
+// The pieces of a description are so short that a call of memchr costs more than it saves. Here sixteen bytes
+// become sixteen bits, one for each byte that is looked for.
+// Test: tests/unit/SDPSearchTest.cpp
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace sdp {
+
+/// White space of the C locale.
+constexpr bool IsBlank(char c) noexcept {
+    return static_cast<unsigned char>(c) <= ' ' && (c == ' ' || (c >= '\t' && c <= '\r'));
+}
+
+/// Sixteen bytes of a text at once. In each result bit n stands for byte n.
+class SixteenBytes {
+public:
+    static constexpr std::size_t kSize = 16;
+
+    explicit SixteenBytes(const char* at) noexcept { std::memcpy(&m_bytes, at, kSize); }
+
+    unsigned Equal(char c) const noexcept { return Bits(m_bytes == static_cast<unsigned char>(c)); }
+    unsigned EqualEither(char a, char b) const noexcept {
+        return Bits((m_bytes == static_cast<unsigned char>(a)) | (m_bytes == static_cast<unsigned char>(b)));
+    }
+    unsigned Blank() const noexcept { return Bits((m_bytes == ' ') | (m_bytes - '\t' <= '\r' - '\t')); }
+
+private:
+    using Bytes = unsigned char __attribute__((vector_size(kSize)));
+
+    /// One bit for each byte of a comparison, which is all ones or zero.
+    template <typename Marks>
+    static unsigned Bits(Marks marks) noexcept {
+#if defined(__SSE2__)
+        return static_cast<unsigned>(_mm_movemask_epi8(reinterpret_cast<__m128i>(marks)));
+#else
+        constexpr Bytes weights = {1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128};
+        const Bytes weighed = reinterpret_cast<Bytes>(marks) & weights;
+        std::uint64_t halves[2];
+        std::memcpy(halves, &weighed, sizeof halves);
+        // The product adds up eight bytes in its highest one, in whatever order they stand.
+        constexpr std::uint64_t ones = 0x0101010101010101U;
+        return static_cast<unsigned>((halves[0] * ones) >> 56U | ((halves[1] * ones) >> 56U) << 8U);
+#endif
+    }
+
+    Bytes m_bytes;
+};
+
+/// Where the first byte from `at` on stands that is looked for.
+/// @param bits  tells which of sixteen bytes are
+/// @param is    tells whether one is
+template <typename Bits, typename Is>
+[[gnu::always_inline]] inline std::size_t FindFirst(std::string_view text, std::size_t at, Bits bits,
+                                                    Is is) noexcept {
+    constexpr std::size_t size = SixteenBytes::kSize;
+    if (text.size() >= size) {
+        const std::size_t last = text.size() - size;
+        for (; at <= last; at += size) {
+            if (const unsigned found = bits(SixteenBytes(text.data() + at))) {
+                return at + static_cast<std::size_t>(__builtin_ctz(found));
+            }
+        }
+        // Fewer are left; they are looked at once more with those in front of them.
+        const unsigned found = bits(SixteenBytes(text.data() + last)) >> (at - last);
+        return found == 0 ? text.size() : at + static_cast<std::size_t>(__builtin_ctz(found));
+    }
+    while (at < text.size() && !is(text[at])) {
+        ++at;
+    }
+    return at;
+}
+
+/// Where the first `c` from `at` on stands.
+[[gnu::always_inline]] inline std::size_t FindByte(std::string_view text, char c,
+                                                   std::size_t at = 0) noexcept {
+    return FindFirst(
+        text, at, [c](SixteenBytes bytes) { return bytes.Equal(c); }, [c](char b) { return b == c; });
+}
+
+/// Where the first `a` or `b` from `at` on stands.
+inline std::size_t FindEither(std::string_view text, char a, char b, std::size_t at = 0) noexcept {
+    return FindFirst(
+        text, at, [a, b](SixteenBytes bytes) { return bytes.EqualEither(a, b); },
+        [a, b](char c) { return c == a || c == b; });
+}
+
+/// Where the first white space from `at` on stands.
+inline std::size_t FindBlank(std::string_view text, std::size_t at = 0) noexcept {
+    return FindFirst(
+        text, at, [](SixteenBytes bytes) { return bytes.Blank(); }, IsBlank);
+}
+
+/// Where the first byte from `at` on stands that is no white space. Mostly the very first is.
+inline std::size_t FindNoBlank(std::string_view text, std::size_t at = 0) noexcept {
+    while (at < text.size() && IsBlank(text[at])) {
+        ++at;
+    }
+    return at;
+}
+
+} // namespace sdp
