@@ -1,0 +1,336 @@
+// Which row of a table a line or a word belongs to: keywords at every place, several in one line, none.
+#include "SDPKeyword.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <random>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace {
+
+struct Named {
+    std::string_view strName;
+};
+
+struct Row {
+    std::string_view keyword;
+};
+
+constexpr Named kNames[] = {{"audio"}, {"video"}, {"video2"}, {"audio"}, {std::string_view("vid\0eo", 6)}};
+constexpr Named kNamesWithNone[] = {{"audio"}, {""}};
+constexpr Row kThree[] = {{"c="}, {"a=ice"}, {"a="}};
+constexpr Row kLong[] = {{"a=rtpmap"}, {"a=rtcp:"}, {"b=TIAS:"}};
+constexpr Row kOne[] = {{"a=i"}};
+constexpr Row kOverlapping[] = {{"i=c=i"}, {"c=ii"}, {"a=ii=c"}, {"a=i="}, {"c=a"}, {"i="}};
+
+/// The text in an allocation of exactly its size: the address sanitizer sees a read before or behind it.
+class Exact {
+public:
+    explicit Exact(std::string_view text) : m_bytes(text.begin(), text.end()) {}
+    std::string_view View() const { return {m_bytes.data(), m_bytes.size()}; }
+
+private:
+    std::vector<char> m_bytes;
+};
+
+/// Positions in a table; the number of rows for none.
+template <const auto& kTable>
+std::size_t RowOf(std::string_view line) {
+    const Exact exact(line);
+    const auto* const row = sdp::FirstKeyword<kTable>(exact.View());
+    return row == nullptr ? std::size(kTable) : static_cast<std::size_t>(row - kTable);
+}
+
+template <const auto& kTable>
+std::size_t RowAt(std::string_view here) {
+    return sdp::RowAt<kTable>(Exact(here).View());
+}
+
+template <const auto& kTable>
+std::size_t NaiveRowOf(std::string_view line) {
+    std::size_t row = 0;
+    while (row < std::size(kTable) && line.find(kTable[row].keyword) == std::string_view::npos) {
+        ++row;
+    }
+    return row;
+}
+
+/// Thousands of lines of at most `most` of these pieces, against a search row by row. Every row, and none, is
+/// met often.
+template <const auto& kTable>
+void ExpectAsNaive(const std::vector<std::string_view>& pieces, std::size_t most) {
+    std::vector<int> counts(std::size(kTable) + 1);
+    std::minstd_rand random(11);
+    for (int count = 0; count < 6000; ++count) {
+        std::string strLine;
+        for (std::size_t left = random() % (most + 1); left > 0; --left) {
+            strLine += pieces[random() % pieces.size()];
+        }
+        const std::size_t row = RowOf<kTable>(strLine);
+        ASSERT_EQ(row, NaiveRowOf<kTable>(strLine)) << strLine;
+        ++counts.at(row);
+    }
+    for (const int count : counts) {
+        EXPECT_GT(count, 20);
+    }
+}
+
+TEST(SDPKeyword, NameIsTheWholeWord) {
+    EXPECT_EQ(sdp::FindNamed<kNames>("video"), &kNames[1]);
+    EXPECT_EQ(sdp::FindNamed<kNames>("video2"), &kNames[2]);
+    for (const char* word : {"", "v", "vide", "video ", " video", "video22", "Video", "audiovideo", "vid"}) {
+        EXPECT_EQ(sdp::FindNamed<kNames>(word), nullptr) << word;
+    }
+    EXPECT_EQ(sdp::FindNamed<kNames>(std::string_view()), nullptr);
+    EXPECT_EQ(sdp::FindNamed<kNames>(std::string_view("video\0", 6)), nullptr);
+    EXPECT_EQ(sdp::FindNamed<kNames>(std::string_view("vid\0eo", 6)), &kNames[4]);
+    EXPECT_EQ(sdp::FindNamed<kNames>(std::string_view("video2", 5)), &kNames[1]);
+}
+
+TEST(SDPKeyword, FirstOfEqualNamesIsFound) {
+    EXPECT_EQ(sdp::FindNamed<kNames>("audio"), &kNames[0]);
+}
+
+TEST(SDPKeyword, EmptyNameIsFoundOnlyWhereATableHasIt) {
+    EXPECT_EQ(sdp::FindNamed<kNamesWithNone>(""), &kNamesWithNone[1]);
+    EXPECT_EQ(sdp::FindNamed<kNamesWithNone>(std::string_view()), &kNamesWithNone[1]);
+    EXPECT_EQ(sdp::FindNamed<kNamesWithNone>("x"), nullptr);
+}
+
+TEST(SDPKeyword, NameIsNotReadBehindItsEnd) {
+    EXPECT_EQ(sdp::FindNamed<kNames>(Exact("video").View()), &kNames[1]);
+    EXPECT_EQ(sdp::FindNamed<kNames>(Exact("vide").View()), nullptr);
+    EXPECT_EQ(sdp::FindNamed<kNames>(Exact("videos").View()), nullptr);
+}
+
+TEST(SDPKeyword, LettersHaveBitsThatOthersShare) {
+    static_assert(sdp::LetterBit('a') == 0x00000002U);
+    static_assert(sdp::LetterBit('c') == 0x00000008U);
+    static_assert(sdp::LetterBit('z') == 0x04000000U);
+    static_assert(sdp::LetterBit('A') == 0x00000002U);
+    static_assert(sdp::LetterBit('!') == 0x00000002U);
+    static_assert(sdp::LetterBit('\x01') == 0x00000002U);
+    static_assert(sdp::LetterBit('\xE1') == 0x00000002U);
+    static_assert(sdp::LetterBit('\0') == 0x00000001U);
+    static_assert(sdp::LetterBit('`') == 0x00000001U);
+    static_assert(sdp::LetterBit('\xFF') == 0x80000000U);
+    std::uint32_t letters = 0;
+    for (char c = 'a'; c <= 'z'; ++c) {
+        EXPECT_EQ(letters & sdp::LetterBit(c), 0U) << c;
+        letters |= sdp::LetterBit(c);
+    }
+    EXPECT_EQ(letters, 0x07FFFFFEU);
+}
+
+TEST(SDPKeyword, AKeywordHasItsEqualsSignInSecondPlace) {
+    static constexpr Row kShortest[] = {{"c="}};
+    static constexpr Row kShort[] = {{"c="}, {"a"}};
+    static constexpr Row kEmpty[] = {{""}, {"c="}};
+    static constexpr Row kOther[] = {{"rtpmap"}, {"c="}};
+    static constexpr Row kLate[] = {{"c="}, {"ca="}};
+    static_assert(sdp::AreKeywords(kThree));
+    static_assert(sdp::AreKeywords(kShortest));
+    static_assert(!sdp::AreKeywords(kShort));
+    static_assert(!sdp::AreKeywords(kEmpty));
+    static_assert(!sdp::AreKeywords(kOther));
+    static_assert(!sdp::AreKeywords(kLate));
+}
+
+TEST(SDPKeyword, ATableHasFirstLettersAndLengths) {
+    static_assert(sdp::FirstLetters(kThree) == 0x0000000AU);
+    static_assert(sdp::FirstLetters(kLong) == 0x00000006U);
+    static_assert(sdp::FirstLetters(kOne) == 0x00000002U);
+    static_assert(sdp::KeywordLengths(kThree) == std::pair<std::size_t, std::size_t>(2, 5));
+    static_assert(sdp::KeywordLengths(kLong) == std::pair<std::size_t, std::size_t>(7, 8));
+    static_assert(sdp::KeywordLengths(kOne) == std::pair<std::size_t, std::size_t>(3, 3));
+}
+
+TEST(SDPKeyword, RowsAreFoundByNumber) {
+    constexpr auto rows = std::make_index_sequence<3>();
+    EXPECT_EQ(sdp::RowAtStart<kThree>("c=...", rows), 0U);
+    EXPECT_EQ(sdp::RowAtStart<kThree>("a=ice", rows), 1U);
+    EXPECT_EQ(sdp::RowAtStart<kThree>("a=icy", rows), 2U);
+    EXPECT_EQ(sdp::RowAtStart<kThree>("b=ice", rows), 3U);
+    constexpr auto names = std::make_index_sequence<5>();
+    EXPECT_EQ(sdp::RowNamed<kNames>("audio", names), 0U);
+    EXPECT_EQ(sdp::RowNamed<kNames>("video2", names), 2U);
+    EXPECT_EQ(sdp::RowNamed<kNames>("image", names), 5U);
+}
+
+TEST(SDPKeyword, KeywordStandsAtTheStartOfAText) {
+    EXPECT_EQ(RowAt<kThree>("c=IN IP4 10.0.0.1"), 0U);
+    EXPECT_EQ(RowAt<kThree>("a=ice-pwd:x"), 1U);
+    EXPECT_EQ(RowAt<kThree>("a=sendrecv"), 2U);
+    EXPECT_EQ(RowAt<kThree>("xc=IN IP4"), 3U);
+    EXPECT_EQ(RowAt<kThree>("b=AS:384"), 3U);
+    EXPECT_EQ(RowAt<kThree>("a-ice-pwd"), 3U);
+    EXPECT_EQ(RowAt<kThree>("=a=ice"), 3U);
+}
+
+TEST(SDPKeyword, KeywordStandsInTheLastBytesOfAText) {
+    EXPECT_EQ(RowAt<kThree>("a=ice"), 1U);
+    EXPECT_EQ(RowAt<kThree>("a=ic"), 2U);
+    EXPECT_EQ(RowAt<kThree>("a=i"), 2U);
+    EXPECT_EQ(RowAt<kThree>("a="), 2U);
+    EXPECT_EQ(RowAt<kThree>("a"), 3U);
+    EXPECT_EQ(RowAt<kThree>("c=ice"), 0U);
+    EXPECT_EQ(RowAt<kThree>("c=ic"), 0U);
+    EXPECT_EQ(RowAt<kThree>("c="), 0U);
+    EXPECT_EQ(RowAt<kThree>("c"), 3U);
+    EXPECT_EQ(RowAt<kThree>("x"), 3U);
+    EXPECT_EQ(RowAt<kLong>("a=rtpmap"), 0U);
+    EXPECT_EQ(RowAt<kLong>("a=rtpma"), 3U);
+    EXPECT_EQ(RowAt<kLong>("a=rtcp:"), 1U);
+    EXPECT_EQ(RowAt<kLong>("a=rtcp"), 3U);
+    EXPECT_EQ(RowAt<kLong>("b=TIAS:"), 2U);
+}
+
+TEST(SDPKeyword, RoomThatIsKnownChangesNoRow) {
+    EXPECT_EQ((sdp::RowAt<kLong, 7>(Exact("a=rtcp:").View())), 1U);
+    EXPECT_EQ((sdp::RowAt<kLong, 7>(Exact("a=rtpma").View())), 3U);
+    EXPECT_EQ((sdp::RowAt<kLong, 7>(Exact("b=TIAS:").View())), 2U);
+    EXPECT_EQ((sdp::RowAt<kLong, 7>(Exact("a=rtpmap").View())), 0U);
+    EXPECT_EQ((sdp::RowAt<kLong, 8>(Exact("a=rtpmap").View())), 0U);
+    EXPECT_EQ((sdp::RowAt<kLong, 8>(Exact("a=rtcp:5").View())), 1U);
+    EXPECT_EQ((sdp::RowAt<kLong, 8>(Exact("a=rtpmax").View())), 3U);
+    EXPECT_EQ((sdp::RowAt<kLong, 9>(Exact("a=rtpmap:").View())), 0U);
+    EXPECT_EQ((sdp::RowAt<kOne, 3>(Exact("a=i").View())), 0U);
+    EXPECT_EQ((sdp::RowAt<kOne, 3>(Exact("a=x").View())), 1U);
+    EXPECT_EQ((sdp::RowAt<kOne, 3>(Exact("A=i").View())), 1U);
+    EXPECT_EQ((sdp::RowAt<kOne, 2>(Exact("a=").View())), 1U);
+}
+
+TEST(SDPKeyword, KeywordIsNotReadBehindTheText) {
+    // The bytes behind the view would complete the keyword.
+    EXPECT_EQ(sdp::RowAt<kThree>(std::string_view("a=ice", 4)), 2U);
+    EXPECT_EQ(sdp::RowAt<kThree>(std::string_view("a=ice", 1)), 3U);
+    EXPECT_EQ(sdp::RowAt<kLong>(std::string_view("a=rtpmap", 7)), 3U);
+    EXPECT_EQ(sdp::FirstKeyword<kLong>(std::string_view("x a=rtpmap", 9)), nullptr);
+    EXPECT_EQ(sdp::FirstKeyword<kLong>(std::string_view("x a=rtpmap", 10)), &kLong[0]);
+    EXPECT_EQ(sdp::FirstKeyword<kThree>(std::string_view("x a=ice", 6)), &kThree[2]);
+    EXPECT_EQ(sdp::FirstKeyword<kThree>(std::string_view("x a=ice", 3)), nullptr);
+}
+
+TEST(SDPKeyword, ZeroByteCompletesNoKeyword) {
+    EXPECT_EQ(RowAt<kThree>(std::string_view("a=ic\0", 5)), 2U);
+    EXPECT_EQ(RowAt<kThree>(std::string_view("a=ic\0e", 6)), 2U);
+    EXPECT_EQ(RowAt<kThree>(std::string_view("a\0=ice", 6)), 3U);
+    EXPECT_EQ(RowAt<kThree>(std::string_view("\0", 1)), 3U);
+    EXPECT_EQ(RowAt<kThree>(std::string_view("a\0", 2)), 3U);
+    EXPECT_EQ(RowOf<kLong>(std::string_view("a=rt\0pmap", 9)), 3U);
+    EXPECT_EQ(RowOf<kLong>(std::string_view("\0\0a=rtpmap\0", 11)), 0U);
+    EXPECT_EQ(RowOf<kLong>(std::string_view("a\0=rtcp:a=rtcp:", 15)), 1U);
+}
+
+TEST(SDPKeyword, CharacterThatSharesALettersBitBeginsNoKeyword) {
+    for (const char c : {'A', '!', '\x01', '\x81', '\xA1', '\xC1', '\xE1'}) {
+        EXPECT_EQ(RowAt<kThree>(std::string(1, c) + "=ice"), 3U) << int{c};
+        EXPECT_EQ(RowAt<kThree>(std::string(1, c) + "="), 3U) << int{c};
+        EXPECT_EQ(RowOf<kLong>(std::string(1, c) + "=rtpmap:97 H264/90000"), 3U) << int{c};
+        EXPECT_EQ(RowOf<kLong>(std::string(1, c) + "=rtpmap a=rtpmap"), 0U) << int{c};
+    }
+    EXPECT_EQ(RowOf<kLong>("B=TIAS:1"), 3U);
+    EXPECT_EQ(RowOf<kLong>("\"=TIAS:1"), 3U);
+}
+
+TEST(SDPKeyword, KeywordIsFoundAtEveryPlaceOfALine) {
+    for (std::size_t before = 0; before < 40; ++before) {
+        for (std::size_t behind = 0; behind < 40; ++behind) {
+            const std::string strBefore(before, 'x');
+            const std::string strBehind(behind, 'y');
+            EXPECT_EQ(RowOf<kThree>(strBefore + "c=" + strBehind), 0U) << before << ' ' << behind;
+            EXPECT_EQ(RowOf<kThree>(strBefore + "a=ice" + strBehind), 1U) << before << ' ' << behind;
+            EXPECT_EQ(RowOf<kThree>(strBefore + "a=" + strBehind), 2U) << before << ' ' << behind;
+            EXPECT_EQ(RowOf<kThree>(strBefore + "b=" + strBehind), 3U) << before << ' ' << behind;
+            EXPECT_EQ(RowOf<kLong>(strBefore + "a=rtpmap" + strBehind), 0U) << before << ' ' << behind;
+            EXPECT_EQ(RowOf<kLong>(strBefore + "b=TIAS:" + strBehind), 2U) << before << ' ' << behind;
+            EXPECT_EQ(RowOf<kLong>(strBefore + "b=TIAS" + strBehind), 3U) << before << ' ' << behind;
+        }
+    }
+}
+
+TEST(SDPKeyword, FirstRowWinsWhereverItsKeywordStands) {
+    EXPECT_EQ(RowOf<kThree>("c=IN"), 0U);
+    EXPECT_EQ(RowOf<kThree>("c=IN a=ice a="), 0U);
+    EXPECT_EQ(RowOf<kThree>("a=x c=IN"), 0U);
+    EXPECT_EQ(RowOf<kThree>("a=ice c="), 0U);
+    EXPECT_EQ(RowOf<kThree>("a=c="), 0U);
+    EXPECT_EQ(RowOf<kThree>("a=x a=ice-pwd"), 1U);
+    EXPECT_EQ(RowOf<kThree>("a=ice-pwd a=x"), 1U);
+    EXPECT_EQ(RowOf<kThree>("a=ice"), 1U);
+    EXPECT_EQ(RowOf<kThree>("a=ic"), 2U);
+    EXPECT_EQ(RowOf<kThree>("b=1 a="), 2U);
+    EXPECT_EQ(RowOf<kLong>("b=TIAS:a=rtcp:a=rtpmap"), 0U);
+    EXPECT_EQ(RowOf<kLong>("b=TIAS:512000 a=rtcp:5001"), 1U);
+    EXPECT_EQ(RowOf<kLong>("a=rtcp:5001 b=TIAS:512000"), 1U);
+}
+
+TEST(SDPKeyword, TwoKeywordsAtEveryTwoPlacesOfALine) {
+    for (std::size_t between = 0; between < 40; ++between) {
+        const std::string strBetween(between, '=');
+        EXPECT_EQ(RowOf<kLong>("a=rtcp:" + strBetween + "b=TIAS:"), 1U) << between;
+        EXPECT_EQ(RowOf<kLong>("b=TIAS:" + strBetween + "a=rtcp:"), 1U) << between;
+        EXPECT_EQ(RowOf<kLong>("b=TIAS:" + strBetween + "a=rtcp"), 2U) << between;
+    }
+}
+
+TEST(SDPKeyword, KeywordsInEachOtherAreFound) {
+    EXPECT_EQ(RowOf<kOverlapping>("i=c=i"), 0U);
+    EXPECT_EQ(RowOf<kOverlapping>("i=c=a"), 4U);
+    EXPECT_EQ(RowOf<kOverlapping>("a=ii=c=i"), 0U);
+    EXPECT_EQ(RowOf<kOverlapping>("a=ii=c=a"), 2U);
+    EXPECT_EQ(RowOf<kOverlapping>("a=i=c=ii"), 0U);
+    EXPECT_EQ(RowOf<kOverlapping>("a=i=c=a"), 3U);
+    EXPECT_EQ(RowOf<kOverlapping>("c=i=i"), 5U);
+}
+
+TEST(SDPKeyword, NoKeywordIsNoRow) {
+    for (const char* line : {"", "=", "==", "c", "C=", "v=0", "=c", "c =", "ice", "=ice", "b=1", "o=- 1 2"}) {
+        EXPECT_EQ(RowOf<kThree>(line), 3U) << line;
+    }
+    EXPECT_EQ(sdp::FirstKeyword<kThree>(std::string_view()), nullptr);
+    EXPECT_EQ(sdp::FirstKeyword<kLong>(std::string_view()), nullptr);
+}
+
+TEST(SDPKeyword, LineShorterThanEveryKeywordHasNone) {
+    EXPECT_EQ(RowOf<kLong>("a"), 3U);
+    EXPECT_EQ(RowOf<kLong>("a="), 3U);
+    EXPECT_EQ(RowOf<kLong>("a=rtcp"), 3U);
+    EXPECT_EQ(RowOf<kLong>("a=rtcp:"), 1U);
+    EXPECT_EQ(RowOf<kOne>("a="), 1U);
+    EXPECT_EQ(RowOf<kOne>("a=i"), 0U);
+}
+
+TEST(SDPKeyword, EqualsSignAtTheStartOfALineBelongsToNone) {
+    EXPECT_EQ(RowOf<kThree>("=a=ice"), 1U);
+    EXPECT_EQ(RowOf<kThree>("==a=="), 2U);
+    EXPECT_EQ(RowOf<kThree>("=="), 3U);
+    EXPECT_EQ(RowOf<kLong>("=rtpmap:97 H264/90000"), 3U);
+    EXPECT_EQ(RowOf<kLong>("=a=rtcp:"), 1U);
+    EXPECT_EQ(RowOf<kLong>("=========="), 3U);
+}
+
+TEST(SDPKeyword, LastPlaceLeavesRoomForTheShortestKeyword) {
+    EXPECT_EQ(RowOf<kLong>("x=1 y=2 a=rtcp:"), 1U);
+    EXPECT_EQ(RowOf<kLong>("x=1 y=2 a=rtcp"), 3U);
+    EXPECT_EQ(RowOf<kLong>("a=rtcp:a=rtpma"), 1U);
+    EXPECT_EQ(RowOf<kLong>("b=TIAS:a=rtpmap"), 0U);
+    EXPECT_EQ(RowOf<kLong>("b=TIAS:1=2=3=4="), 2U);
+    EXPECT_EQ(RowOf<kThree>("a=1c="), 0U);
+    EXPECT_EQ(RowOf<kThree>("a=1c"), 2U);
+}
+
+TEST(SDPKeyword, EveryLineIsSearchedRowByRow) {
+    ExpectAsNaive<kThree>({"a", "=", "i", "c", "e", "x", "x", "x", "a=", "ice"}, 20);
+    ExpectAsNaive<kOverlapping>({"a", "c", "i", "="}, 40);
+    ExpectAsNaive<kOne>({"a", "=", "i", "A", "I", "!"}, 40);
+    ExpectAsNaive<kLong>({"a=rt", "pmap", "cp:", "b=TI", "AS:", "=", "a", "b", " ", "A=rtcp:"}, 12);
+}
+
+} // namespace
