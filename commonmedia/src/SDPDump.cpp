@@ -6,132 +6,166 @@
 // Test: tests/unit/SDPDumpTest.cpp
 #include "SDP.h"
 
-#include "SDPText.h"
+#include "SDPSearch.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
-#include <cstdio>
+#include <cstdint>
+#include <initializer_list>
+#include <limits>
 #include <string_view>
+#include <utility>
 
 namespace {
 
 /// [M03] A piece of a dump ends after 999 bytes, its line end included, so that one long attribute cannot
 /// flood a log.
-template <typename... Values>
-void AppendPiece(std::string& diag, const char* format, Values... values) {
-    char piece[1000];
-    const int length = std::snprintf(piece, sizeof piece, format, values...);
-    diag.append(piece, std::min(static_cast<std::size_t>(std::max(length, 0)), sizeof piece - 1));
+constexpr std::size_t kLongestPiece = 999;
+
+void AppendPiece(std::string& diag, std::initializer_list<std::string_view> parts) {
+    char piece[kLongestPiece];
+    char* end = piece;
+    for (const std::string_view part : parts) {
+        end += part.copy(end, static_cast<std::size_t>(piece + kLongestPiece - end));
+    }
+    diag.append(piece, static_cast<std::size_t>(end - piece));
 }
 
-const char* TrueOrFalse(bool fFlag) {
+/// A zero byte ends what is shown of a text, because it would end the trace.
+std::string_view Shown(const std::string& text) {
+    const std::string_view piece = std::string_view(text).substr(0, kLongestPiece);
+    return piece.substr(0, piece.find('\0'));
+}
+
+std::string_view TrueOrFalse(bool fFlag) {
     return fFlag ? "true" : "false";
 }
 
-/// [G14] A far end that ends lines in LF alone can carry a crypto line into any field; the key text of such
-/// a line is masked before it reaches a log. The key method counts in any case (RFC 5234, 2.3).
-std::string Masked(const std::string& diag) {
-    constexpr std::string_view method = "inline:";
+/// A number as text. It lives as long as the expression that holds it.
+class Decimal {
+public:
+    explicit Decimal(std::int64_t number)
+        : m_length(static_cast<std::size_t>(std::to_chars(m_digits, m_digits + sizeof m_digits, number).ptr -
+                                            m_digits)) {}
+    operator std::string_view() const { return {m_digits, m_length}; }
+
+private:
+    char m_digits[std::numeric_limits<std::int64_t>::digits10 + 2];
+    std::size_t m_length;
+};
+
+/// Whether the key method stands in front of a ":"; it counts in any case (RFC 5234, 2.3).
+bool IsMethod(std::string_view text) {
     const auto same = [](char a, char b) { return a == b || (a >= 'A' && a <= 'Z' && a - 'A' + 'a' == b); };
+    constexpr std::string_view method = "inline";
+    return std::equal(text.begin(), text.end(), method.begin(), method.end(), same);
+}
+
+/// [G14] A far end that ends lines in LF alone can carry a crypto line into any field; the key text of such
+/// a line is masked before it reaches a log.
+std::string Masked(std::string diag) {
+    constexpr std::size_t method = 6;
     std::string masked;
-    auto shown = diag.begin();
-    while (true) {
-        const auto found = std::search(shown, diag.end(), method.begin(), method.end(), same);
-        if (found == diag.end()) {
-            return masked.append(shown, found);
+    std::size_t shown = 0;
+    for (std::size_t colon = sdp::FindByte(diag, ':'); colon < diag.size();
+         colon = sdp::FindByte(diag, ':', std::max(colon + 1, shown))) {
+        if (colon >= shown + method && IsMethod(std::string_view(diag).substr(colon - method, method))) {
+            masked.append(diag, shown, colon + 1 - shown).append("***");
+            shown = sdp::FindBlank(diag, colon + 1);
         }
-        const auto key = found + method.size();
-        masked.append(shown, key).append("***");
-        shown = std::find_if(key, diag.end(), sdp::IsBlank);
     }
+    return shown == 0 ? std::move(diag) : masked.append(diag, shown);
 }
 
 } // namespace
 
 std::string VideoParms::ToDiag() const {
     std::string diag;
-    AppendPiece(diag, "iFmtpMaxMbps: %d\n", iFmtpMaxMbps);
-    AppendPiece(diag, "iFmtpMaxFrameSize: %d\n", iFmtpMaxFrameSize);
-    AppendPiece(diag, "iFmtpMaxBitRate: %d\n", iFmtpMaxBitRate);
-    AppendPiece(diag, "eVideoCodec: %d\n", eVideoCodec);
-    AppendPiece(diag, "eVideoType: %d\n", eVideoType);
-    AppendPiece(diag, "iVideoRTPPort: %d\n", iVideoRTPPort);
-    AppendPiece(diag, "strVideoLevel: %s\n", strVideoLevel.c_str());
-    AppendPiece(diag, "strVideoIPAddr: %s\n", strVideoIPAddr.c_str());
-    AppendPiece(diag, "iVideoPayload: %d\n", iVideoPayload);
-    AppendPiece(diag, "iFmtpPacketizationMode: %d\n", iFmtpPacketizationMode);
-    AppendPiece(diag, "fVideoSend: %s\n", TrueOrFalse(fVideoSend));
-    AppendPiece(diag, "fVideoRecv: %s\n", TrueOrFalse(fVideoRecv));
-    AppendPiece(diag, "fIsVideoValid: %s\n", TrueOrFalse(fIsVideoValid));
-    return Masked(diag);
+    AppendPiece(diag, {"iFmtpMaxMbps: ", Decimal(iFmtpMaxMbps), "\n"});
+    AppendPiece(diag, {"iFmtpMaxFrameSize: ", Decimal(iFmtpMaxFrameSize), "\n"});
+    AppendPiece(diag, {"iFmtpMaxBitRate: ", Decimal(iFmtpMaxBitRate), "\n"});
+    AppendPiece(diag, {"eVideoCodec: ", Decimal(eVideoCodec), "\n"});
+    AppendPiece(diag, {"eVideoType: ", Decimal(eVideoType), "\n"});
+    AppendPiece(diag, {"iVideoRTPPort: ", Decimal(iVideoRTPPort), "\n"});
+    AppendPiece(diag, {"strVideoLevel: ", Shown(strVideoLevel), "\n"});
+    AppendPiece(diag, {"strVideoIPAddr: ", Shown(strVideoIPAddr), "\n"});
+    AppendPiece(diag, {"iVideoPayload: ", Decimal(iVideoPayload), "\n"});
+    AppendPiece(diag, {"iFmtpPacketizationMode: ", Decimal(iFmtpPacketizationMode), "\n"});
+    AppendPiece(diag, {"fVideoSend: ", TrueOrFalse(fVideoSend), "\n"});
+    AppendPiece(diag, {"fVideoRecv: ", TrueOrFalse(fVideoRecv), "\n"});
+    AppendPiece(diag, {"fIsVideoValid: ", TrueOrFalse(fIsVideoValid), "\n"});
+    return Masked(std::move(diag));
 }
 
 std::string baseSDP::ToDiag() const {
     std::string diag;
-    AppendPiece(diag, "eAudioCodec: %d\n", eAudioCodec);
-    AppendPiece(diag, "iAudioRTPPort: %d\n", iAudioRTPPort);
-    AppendPiece(diag, "iVideoPresoControlPort: %d\n", iVideoPresoControlPort);
-    AppendPiece(diag, "iBfcpConfid: %d\n", iBfcpConfid);
-    AppendPiece(diag, "iBfcpUserid: %d\n", iBfcpUserid);
-    AppendPiece(diag, "fBfcpIsServer: %s\n", TrueOrFalse(fBfcpIsServer));
-    AppendPiece(diag, "iMaxBandwidth: %d\n", iMaxBandwidth);
+    AppendPiece(diag, {"eAudioCodec: ", Decimal(eAudioCodec), "\n"});
+    AppendPiece(diag, {"iAudioRTPPort: ", Decimal(iAudioRTPPort), "\n"});
+    AppendPiece(diag, {"iVideoPresoControlPort: ", Decimal(iVideoPresoControlPort), "\n"});
+    AppendPiece(diag, {"iBfcpConfid: ", Decimal(iBfcpConfid), "\n"});
+    AppendPiece(diag, {"iBfcpUserid: ", Decimal(iBfcpUserid), "\n"});
+    AppendPiece(diag, {"fBfcpIsServer: ", TrueOrFalse(fBfcpIsServer), "\n"});
+    AppendPiece(diag, {"iMaxBandwidth: ", Decimal(iMaxBandwidth), "\n"});
     diag += "m_VideoMain:\n" + m_VideoMain.ToDiag();
     diag += "m_VideoPreso:\n" + m_VideoPreso.ToDiag();
     for (int n = 0; n < SRTP_MAX; ++n) {
-        AppendPiece(diag, "cryptoAlgo[%d]: %d\n", n, cryptoAlgo[n]);
+        AppendPiece(diag, {"cryptoAlgo[", Decimal(n), "]: ", Decimal(cryptoAlgo[n]), "\n"});
     }
     return diag;
 }
 
 std::string LocalSDP::ToDiag() const {
     std::string diag = baseSDP::ToDiag();
-    AppendPiece(diag, "strMyIPAddr: %s\n", strMyIPAddr.c_str());
-    AppendPiece(diag, "strOExtension: %s\n", strOExtension.c_str());
-    AppendPiece(diag, "strDefaultIPAddr: %s\n", strDefaultIPAddr.c_str());
-    AppendPiece(diag, "iVideoPayloadMode0: %d\n", iVideoPayloadMode0);
-    AppendPiece(diag, "iVideoPayloadMode1: %d\n", iVideoPayloadMode1);
-    AppendPiece(diag, "fVideoTxMuted: %s\n", TrueOrFalse(fVideoTxMuted));
+    AppendPiece(diag, {"strMyIPAddr: ", Shown(strMyIPAddr), "\n"});
+    AppendPiece(diag, {"strOExtension: ", Shown(strOExtension), "\n"});
+    AppendPiece(diag, {"strDefaultIPAddr: ", Shown(strDefaultIPAddr), "\n"});
+    AppendPiece(diag, {"iVideoPayloadMode0: ", Decimal(iVideoPayloadMode0), "\n"});
+    AppendPiece(diag, {"iVideoPayloadMode1: ", Decimal(iVideoPayloadMode1), "\n"});
+    AppendPiece(diag, {"fVideoTxMuted: ", TrueOrFalse(fVideoTxMuted), "\n"});
     diag += "listAudioCodecPriority:";
     for (const int eCodec : listAudioCodecPriority) {
-        AppendPiece(diag, " %d", eCodec);
+        AppendPiece(diag, {" ", Decimal(eCodec)});
     }
     diag += "\n";
-    return Masked(diag);
+    return Masked(std::move(diag));
 }
 
 std::string RemoteSDP::ToDiag() const {
     std::string diag = baseSDP::ToDiag();
-    AppendPiece(diag, "strAudioIPAddr: %s\n", strAudioIPAddr.c_str());
-    AppendPiece(diag, "iAudioPayload: %d\n", iAudioPayload);
-    AppendPiece(diag, "iDTMFPayload: %d\n", iDTMFPayload);
-    AppendPiece(diag, "fAudioSend: %s\n", TrueOrFalse(fAudioSend));
-    AppendPiece(diag, "fAudioRecv: %s\n", TrueOrFalse(fAudioRecv));
-    AppendPiece(diag, "fIsAudioValid: %s\n", TrueOrFalse(fIsAudioValid));
-    return Masked(diag);
+    AppendPiece(diag, {"strAudioIPAddr: ", Shown(strAudioIPAddr), "\n"});
+    AppendPiece(diag, {"iAudioPayload: ", Decimal(iAudioPayload), "\n"});
+    AppendPiece(diag, {"iDTMFPayload: ", Decimal(iDTMFPayload), "\n"});
+    AppendPiece(diag, {"fAudioSend: ", TrueOrFalse(fAudioSend), "\n"});
+    AppendPiece(diag, {"fAudioRecv: ", TrueOrFalse(fAudioRecv), "\n"});
+    AppendPiece(diag, {"fIsAudioValid: ", TrueOrFalse(fIsAudioValid), "\n"});
+    return Masked(std::move(diag));
 }
 
 std::string MediaSession::ToDiag() const {
     std::string diag;
+    constexpr std::size_t usual = 400;
+    diag.reserve(usual);
     // [M02] The dump begins with the content line: a line for the media kind in front of it would shift what
     // reads traces by position.
-    AppendPiece(diag, "eContent: %d\n", eContent);
-    AppendPiece(diag, "iPort: %d\n", iPort);
-    AppendPiece(diag, "strIPAddr: %s\n", strIPAddr.c_str());
+    AppendPiece(diag, {"eContent: ", Decimal(eContent), "\n"});
+    AppendPiece(diag, {"iPort: ", Decimal(iPort), "\n"});
+    AppendPiece(diag, {"strIPAddr: ", Shown(strIPAddr), "\n"});
     for (std::size_t k = 0; k < vecRtpMap.size(); ++k) {
         const RtpMap& rm = *vecRtpMap[k];
-        AppendPiece(diag, "\tRtpMap[%ld]: Payload-%s EncodingName-%s\n", static_cast<long>(k),
-                    rm.strPayload.c_str(), rm.strEncodingName.c_str());
+        AppendPiece(diag, {"\tRtpMap[", Decimal(static_cast<std::int64_t>(k)), "]: Payload-",
+                           Shown(rm.strPayload), " EncodingName-", Shown(rm.strEncodingName), "\n"});
         for (const std::string& parm : rm.vecFmtpParms) {
-            AppendPiece(diag, "\t\tFmtp Parm-%s\n", parm.c_str());
+            AppendPiece(diag, {"\t\tFmtp Parm-", Shown(parm), "\n"});
         }
     }
-    AppendPiece(diag, "fRecv: %s\n", TrueOrFalse(fRecv));
-    AppendPiece(diag, "fSend: %s\n", TrueOrFalse(fSend));
-    AppendPiece(diag, "strVideoLevel: %s\n", strVideoLevel.c_str());
-    AppendPiece(diag, "strMaxBandwidth: %s\n", strMaxBandwidth.c_str());
-    AppendPiece(diag, "iBfcpConfid: %d\n", iBfcpConfid);
-    AppendPiece(diag, "iBfcpUserid: %d\n", iBfcpUserid);
-    AppendPiece(diag, "strFloorctrl: %s\n", strFloorctrl.c_str());
+    AppendPiece(diag, {"fRecv: ", TrueOrFalse(fRecv), "\n"});
+    AppendPiece(diag, {"fSend: ", TrueOrFalse(fSend), "\n"});
+    AppendPiece(diag, {"strVideoLevel: ", Shown(strVideoLevel), "\n"});
+    AppendPiece(diag, {"strMaxBandwidth: ", Shown(strMaxBandwidth), "\n"});
+    AppendPiece(diag, {"iBfcpConfid: ", Decimal(iBfcpConfid), "\n"});
+    AppendPiece(diag, {"iBfcpUserid: ", Decimal(iBfcpUserid), "\n"});
+    AppendPiece(diag, {"strFloorctrl: ", Shown(strFloorctrl), "\n"});
     diag += "\n\n";
-    return Masked(diag);
+    return Masked(std::move(diag));
 }
