@@ -8,13 +8,18 @@
 
 #include <algorithm>
 
-namespace {
-
-bool Before(const std::pair<std::string_view, RtpMap*>& a, const std::pair<std::string_view, RtpMap*>& b) {
-    return a.first < b.first;
+sdp::PayloadIndex::Entry::Entry(std::string_view strPayload, RtpMap* pFormat)
+    : start(0), text(strPayload), format(pFormat) {
+    const std::size_t length = std::min(text.size(), sizeof start);
+    for (std::size_t n = 0; n < length; ++n) {
+        start = start << 8U | static_cast<unsigned char>(text[n]);
+    }
+    start <<= 8 * (sizeof start - std::max<std::size_t>(length, 1));
 }
 
-} // namespace
+bool sdp::PayloadIndex::Entry::operator<(const Entry& other) const {
+    return start != other.start ? start < other.start : text < other.text;
+}
 
 std::size_t sdp::PayloadIndex::PlainNumber(std::string_view strPayload) {
     constexpr std::size_t longest = 3;
@@ -34,6 +39,7 @@ std::size_t sdp::PayloadIndex::PlainNumber(std::string_view strPayload) {
 
 void sdp::PayloadIndex::Build(const MediaSession& ms) {
     m_pSection = nullptr;
+    m_pLast = nullptr;
     m_byNumber.fill(nullptr);
     m_byText.clear();
     for (RtpMap* const rm : ms.vecRtpMap) {
@@ -45,17 +51,23 @@ void sdp::PayloadIndex::Build(const MediaSession& ms) {
         }
     }
     // Stable, so that the first of equal payloads stays first.
-    std::stable_sort(m_byText.begin(), m_byText.end(), Before);
+    std::stable_sort(m_byText.begin(), m_byText.end());
     m_pSection = &ms;
     m_formats = ms.vecRtpMap.size();
 }
 
-RtpMap* sdp::PayloadIndex::Find(std::string_view strPayload) const {
+RtpMap* sdp::PayloadIndex::Find(std::string_view strPayload) {
     const std::size_t number = PlainNumber(strPayload);
     if (number != kNumbers) {
         return m_byNumber[number];
     }
-    const auto found = std::lower_bound(m_byText.begin(), m_byText.end(),
-                                        std::pair<std::string_view, RtpMap*>(strPayload, nullptr), Before);
-    return found != m_byText.end() && found->first == strPayload ? found->second : nullptr;
+    // The fmtp line of a format follows its rtpmap line more often than not.
+    if (m_pLast == nullptr || m_pLast->text != strPayload) {
+        const auto found = std::lower_bound(m_byText.begin(), m_byText.end(), Entry(strPayload));
+        if (found == m_byText.end() || found->text != strPayload) {
+            return nullptr;
+        }
+        m_pLast = &*found;
+    }
+    return m_pLast->format;
 }

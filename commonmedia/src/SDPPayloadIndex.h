@@ -10,8 +10,8 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace sdp {
@@ -25,19 +25,30 @@ public:
     void Build(const MediaSession& ms);
 
     /// The first format in "m=" line order whose payload is this text; null when there is none.
-    RtpMap* Find(std::string_view strPayload) const;
+    RtpMap* Find(std::string_view strPayload);
 
 private:
     /// RFC 3550, 5.1 gives seven bits to the payload type; one more costs nothing.
     static constexpr std::size_t kNumbers = 256;
+
+    /// A payload that is no plain number. Nearly every comparison is settled by the first eight bytes.
+    struct Entry {
+        explicit Entry(std::string_view strPayload, RtpMap* pFormat = nullptr);
+        bool operator<(const Entry& other) const;
+
+        std::uint64_t start; ///< the first eight bytes, as a number that orders as they do
+        std::string_view text;
+        RtpMap* format;
+    };
 
     /// The payload as a number below kNumbers; kNumbers for any text that such a number is not written as.
     static std::size_t PlainNumber(std::string_view strPayload);
 
     const MediaSession* m_pSection = nullptr;
     std::size_t m_formats = 0;
-    std::array<RtpMap*, kNumbers> m_byNumber;                   ///< plain numbers
-    std::vector<std::pair<std::string_view, RtpMap*>> m_byText; ///< everything else, sorted
+    std::array<RtpMap*, kNumbers> m_byNumber; ///< plain numbers
+    std::vector<Entry> m_byText;              ///< everything else, sorted
+    const Entry* m_pLast = nullptr;           ///< the one found last
 };
 
 } // namespace sdp

@@ -24,7 +24,7 @@ protected:
     }
 
     /// Position of the format found; -1 for none.
-    int At(std::string_view strPayload) const {
+    int At(std::string_view strPayload) {
         const RtpMap* const rm = m_index.Find(strPayload);
         for (std::size_t i = 0; i < m_formats.size(); ++i) {
             if (m_formats[i].get() == rm) {
@@ -91,8 +91,43 @@ TEST_F(SDPPayloadIndex, SpeaksOfOneSectionAsItWasBuilt) {
     EXPECT_FALSE(m_index.IsFor(m_section));
 }
 
+TEST_F(SDPPayloadIndex, TextsOfOneBeginningAreToldApart) {
+    using namespace std::string_literals;
+    List({"12345678", "123456789", "1234567", "1234567\0"s, "1234567\0\0"s, "12345678a", "12345678b", "\xff",
+          "\x7f", "a"s + std::string(1000, 'x'), "b"s + std::string(1000, 'x'), ""s});
+    EXPECT_EQ(At("12345678"), 0);
+    EXPECT_EQ(At("123456789"), 1);
+    EXPECT_EQ(At("1234567"), 2);
+    EXPECT_EQ(At("1234567\0"s), 3);
+    EXPECT_EQ(At("1234567\0\0"s), 4);
+    EXPECT_EQ(At("12345678a"), 5);
+    EXPECT_EQ(At("12345678b"), 6);
+    EXPECT_EQ(At("\xff"), 7);
+    EXPECT_EQ(At("\x7f"), 8);
+    EXPECT_EQ(At("a"s + std::string(1000, 'x')), 9);
+    EXPECT_EQ(At("b"s + std::string(1000, 'x')), 10);
+    EXPECT_EQ(At(""), 11);
+    EXPECT_EQ(At("12345678c"), -1);
+    EXPECT_EQ(At("123456"), -1);
+    EXPECT_EQ(At("1234567\0\0\0"s), -1);
+    EXPECT_EQ(At("\0"s), -1);
+}
+
+TEST_F(SDPPayloadIndex, AskingTwiceFindsTheSame) {
+    List({"300", "*", "300", "97"});
+    for (int n = 0; n < 2; ++n) {
+        EXPECT_EQ(At("300"), 0);
+        EXPECT_EQ(At("300"), 0);
+        EXPECT_EQ(At("97"), 3);
+        EXPECT_EQ(At("301"), -1);
+        EXPECT_EQ(At("301"), -1);
+        EXPECT_EQ(At("*"), 1);
+    }
+}
+
 TEST_F(SDPPayloadIndex, BuildingAnewForgetsWhatWasThere) {
     List({"96", "*"});
+    EXPECT_EQ(At("*"), 1);
     MediaSession other;
     RtpMap format{"97", {}, {}};
     other.vecRtpMap.push_back(&format);
