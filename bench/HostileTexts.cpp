@@ -245,7 +245,7 @@ std::string Make(const ManyFormats& row, std::size_t size) {
 }
 
 /// One section of a few formats, and the line of one payload until the text is full; or, without a line, the
-/// section again and again with a line for each format.
+/// section again and again with a line for each format. Up to 8 formats are searched without an index.
 struct FewFormats {
     const char* name;
     std::size_t count;
@@ -255,14 +255,17 @@ struct FewFormats {
 };
 
 constexpr FewFormats kFewFormats[] = {
-    {"64 formats, lines of the last", 64, Plain, false, 63},
-    {"64 formats, lines of none", 64, Plain, false, 73},
-    {"64 alike, lines of the last", 64, AlikeAtBothEnds, false, 63},
-    {"65 formats, lines of the last", 65, Plain, false, 64},
-    {"65 alike, lines of the last", 65, AlikeAtBothEnds, false, 64},
+    {"8 formats, lines of the last", 8, Plain, false, 7},
+    {"8 formats, lines of none", 8, Plain, false, 9},
+    {"8 alike, lines of the last", 8, AlikeAtBothEnds, false, 7},
+    {"9 formats, lines of the last", 9, Plain, false, 8},
+    {"9 formats, lines of none", 9, Plain, false, 10},
+    {"9 alike, lines of the last", 9, AlikeAtBothEnds, false, 8},
+    {"sections of 8 formats", 8, Plain, true, 0},
+    {"sections of 8 alike", 8, AlikeAtBothEnds, true, 0},
+    {"sections of 9 formats", 9, Plain, true, 0},
+    {"sections of 9 alike", 9, AlikeAtBothEnds, true, 0},
     {"sections of 64 formats", 64, Plain, true, 0},
-    {"sections of 65 formats", 65, Plain, true, 0},
-    {"sections of 65 alike", 65, AlikeAtBothEnds, true, 0},
 };
 
 std::string Make(const FewFormats& row, std::size_t size) {
