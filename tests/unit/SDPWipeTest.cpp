@@ -1,0 +1,59 @@
+// SDPWipe: nothing of a wiped text or array is left, whatever its length.
+#include "SDPWipe.h"
+
+#include "Expect.h"
+
+#include <cstring>
+#include <string>
+
+namespace {
+
+TEST(SDPWipe, ArrayIsZeroed) {
+    unsigned char key[5] = {1, 2, 3, 4, 5};
+    sdp::Wipe(key);
+    const unsigned char zeros[5] = {};
+    EXPECT_EQ(std::memcmp(key, zeros, sizeof key), 0);
+}
+
+TEST(SDPWipe, RowsAreZeroed) {
+    unsigned char keys[2][3] = {{1, 2, 3}, {4, 5, 6}};
+    sdp::Wipe(keys);
+    const unsigned char zeros[2][3] = {};
+    EXPECT_EQ(std::memcmp(keys, zeros, sizeof keys), 0);
+}
+
+TEST(SDPWipe, TextIsZeroedInPlaceAndEmptied) {
+    std::string text = "inline:d0RmdmcmVCspeEc3QGZiNWpVLFJhQX1cfHAwJSoj";
+    const char* const at = text.data();
+    const std::size_t length = text.size();
+    sdp::Wipe(text);
+    EXPECT_EQ(text, "");
+    EXPECT_EQ(text.data(), at);
+    EXPECT_EQ(std::string(at, length), std::string(length, '\0'));
+}
+
+TEST(SDPWipe, EmptyTextStaysEmpty) {
+    std::string text;
+    sdp::Wipe(text);
+    EXPECT_EQ(text, "");
+}
+
+// Lengths around the pieces that long texts are zeroed in. The bytes beside the text keep their values.
+TEST(SDPWipe, EveryByteAndNoOtherIsZeroed) {
+    for (const std::size_t length : {1, 2, 15, 16, 17, 1023, 1024, 1025, 2047, 2048, 2049, 5000}) {
+        std::string memory(length + 2, 'x');
+        sdp::Zero(&memory[1], length);
+        EXPECT_EQ(memory, "x" + std::string(length, '\0') + "x") << length;
+    }
+}
+
+TEST(SDPWipe, TextIsWipedWhenItsScopeEnds) {
+    std::string text = "secret";
+    {
+        const sdp::WipedAtEnd wiped(text);
+        EXPECT_EQ(text, "secret");
+    }
+    EXPECT_EQ(text, "");
+}
+
+} // namespace
