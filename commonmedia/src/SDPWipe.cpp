@@ -1,6 +1,7 @@
 // Stage: none; the end of texts that carried key material.
 // Input: a text. Output: the same text, empty, its bytes zero.
 // Touches only what it is handed.
+// Arrays of known length are wiped where they stand, in SDPWipe.h.
 // Test: tests/unit/SDPWipeTest.cpp
 #include "SDPWipe.h"
 
