@@ -37,6 +37,10 @@ std::size_t sdp::PayloadIndex::PlainNumber(std::string_view strPayload) {
     return std::min(number, kNumbers);
 }
 
+bool sdp::PayloadIndex::IsFor(const MediaSession& ms) const {
+    return m_pSection == &ms && m_formats == ms.vecRtpMap.size();
+}
+
 void sdp::PayloadIndex::Build(const MediaSession& ms) {
     m_pSection = nullptr;
     m_pLast = nullptr;

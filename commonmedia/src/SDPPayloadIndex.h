@@ -19,7 +19,7 @@ namespace sdp {
 class PayloadIndex {
 public:
     /// True when the index was built for this section with as many formats as it has.
-    bool IsFor(const MediaSession& ms) const { return m_pSection == &ms && m_formats == ms.vecRtpMap.size(); }
+    bool IsFor(const MediaSession& ms) const;
 
     /// Indexes the formats of a section in place of those of another.
     void Build(const MediaSession& ms);

@@ -3,6 +3,7 @@
 
 #include "Expect.h"
 
+#include <cwchar>
 #include <string>
 #include <vector>
 
@@ -53,6 +54,16 @@ TEST_F(CommonMediaTraceSeam, FormatsLikePrintf) {
     ASSERT_EQ(m_records.size(), 2U);
     EXPECT_TEXT(m_records[0].strText, "-7|    8|ab  |z|%|9|ff");
     EXPECT_TEXT(m_records[1].strText, "plain");
+}
+
+TEST_F(CommonMediaTraceSeam, TextThatCannotBeFormattedIsDropped) {
+    SetCommonMediaTraceSink(&m_sink);
+    // The C locale has no bytes for this character.
+    CommonMediaTrace("a.cpp", "F", 1, "before %lc", wint_t{0x20ac});
+    EXPECT_TRUE(m_records.empty());
+    CommonMediaTrace("a.cpp", "F", 2, "behind");
+    ASSERT_EQ(m_records.size(), 1U);
+    EXPECT_TEXT(m_records[0].strText, "behind");
 }
 
 TEST_F(CommonMediaTraceSeam, EmptyAndShortestTextReachTheSinkToo) {

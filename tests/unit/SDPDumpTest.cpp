@@ -18,6 +18,13 @@ TEST(SDPDump, KeyTextIsMaskedInWhateverCase) {
                              "iBfcpConfid: 0\niBfcpUserid: 0\nstrFloorctrl: \n\n\n");
 }
 
+// What stands right behind a masked key is too short for another method.
+TEST(SDPDump, ColonsBehindAMaskedKeyAreShown) {
+    MediaSession ms;
+    ms.strFloorctrl = "inline:YWJj :x: line: inline:ZGVm";
+    EXPECT_NE(ms.ToDiag().find("strFloorctrl: inline:*** :x: line: inline:***\n"), std::string::npos);
+}
+
 TEST(SDPDump, KeyMethodAtTheVeryEndHasNothingToHide) {
     VideoParms parms;
     parms.strVideoIPAddr = "inline:";

@@ -353,6 +353,12 @@ TEST(SDPExtractVideo, NothingIsResetBeforeTheParametersAreLoaded) {
     EXPECT_TEXT(Describe(stream), Loaded("2", 1, 9, 3, 4));
 }
 
+TEST(SDPExtractVideo, ALevelEndsAtAnotherEqualsSign) {
+    EXPECT_TEXT(Load({"profile-level-id=42801f=0123456789abcdef"}), Loaded("3.1", 0, 0, 0, 0));
+    EXPECT_TEXT(Load({"profile-level-id=4280=1f"}), Loaded("1.3", 0, 0, 0, 0));
+    EXPECT_TEXT(Load({"profile-level-id=428=01f0123456789abcdef"}), Loaded("", 0, 0, 0, 0));
+}
+
 TEST(SDPExtractVideo, NumbersMayHaveLeadingZeros) {
     EXPECT_TEXT(Load({"max-mbps=0010", "max-fs=0", "packetization-mode=01"}), Loaded("", 10, 0, 0, 1));
 }
