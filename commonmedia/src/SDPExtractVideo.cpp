@@ -45,11 +45,11 @@ const H264Key* FindKey(std::string_view name) {
 }
 
 /// Whether a text is what a table's slot holds. A slot ends where its zeros begin, so its length can be asked
-/// for without counting: most rows differ there already.
+/// for without counting: most rows differ there already, or in their first character.
 template <std::size_t N>
 bool IsInSlot(const std::string& text, const char (&slot)[N]) {
-    return !text.empty() && text.size() < N && slot[text.size()] == '\0' && slot[text.size() - 1] != '\0' &&
-           std::memcmp(text.data(), slot, text.size()) == 0;
+    return !text.empty() && text[0] == slot[0] && text.size() < N && slot[text.size()] == '\0' &&
+           slot[text.size() - 1] != '\0' && std::memcmp(text.data(), slot, text.size()) == 0;
 }
 
 /// Characters of profile-level-id in front of the level: profile and constraint bytes, not examined.
