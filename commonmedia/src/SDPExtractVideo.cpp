@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr std::string_view kH264 = "H264/9000";
-
 struct H264Key {
     std::string_view strName;
     std::int32_t VideoParms::*field; ///< null for the level, which is no number
@@ -73,7 +71,7 @@ void SDPHandler::GetVideoRTPData(RemoteSDP& ParsedSDP, VideoParms& cVideoParms,
     for (const RtpMap* const rm : ms->vecRtpMap) {
         // [X03] The clock rate is compared short by its last digit. "H264/90000" contains it, and "H264/9000"
         // passes as well: turning it away would cost the stream for a typing error of the far end.
-        if (!sdp::StartsWith(rm->strEncodingName, kH264) && !sdp::Contains(rm->strEncodingName, kH264)) {
+        if (sdp::Find(rm->strEncodingName, "H264/9000") == std::string_view::npos) {
             continue;
         }
         rs.iVideoPayload = sdp::Number(rm->strPayload);

@@ -52,8 +52,7 @@ void SDPHandler::ProcessRTPMap(std::string_view SDPLine) {
 }
 
 void SDPHandler::ProcessFMTP(std::string_view SDPLine) {
-    if (vecRemoteMediaSession.empty() ||
-        !(sdp::StartsWith(SDPLine, ATTR_FMTP) || sdp::Contains(SDPLine, ATTR_FMTP))) {
+    if (vecRemoteMediaSession.empty() || sdp::Find(SDPLine, ATTR_FMTP) == std::string_view::npos) {
         return;
     }
     const std::size_t loc = sdp::FindByte(SDPLine, ' ');

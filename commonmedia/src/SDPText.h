@@ -48,10 +48,14 @@ constexpr bool Contains(std::string_view text, std::string_view needle) {
     return text.find(needle) != std::string_view::npos;
 }
 
+/// Where `what` first stands; npos when it does not. Mostly the text begins with it, which spares the search.
+inline std::size_t Find(std::string_view text, std::string_view what) {
+    return StartsWith(text, what) ? 0 : text.find(what);
+}
+
 /// The text behind the first `keyword` in `line`; nothing when the keyword does not occur.
 inline std::optional<std::string_view> TextAfter(std::string_view line, std::string_view keyword) {
-    // Mostly the keyword is what the line begins with, which spares the search.
-    const std::size_t at = StartsWith(line, keyword) ? 0 : line.find(keyword);
+    const std::size_t at = Find(line, keyword);
     return at == std::string_view::npos ? std::nullopt : std::optional(Behind(line, at + keyword.size()));
 }
 

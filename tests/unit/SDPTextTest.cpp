@@ -172,6 +172,14 @@ TEST(SDPText, ContainsFindsATextAnywhere) {
     EXPECT_FALSE(sdp::Contains("", "BFCP"));
 }
 
+TEST(SDPText, FindTellsWhereATextFirstStands) {
+    EXPECT_EQ(sdp::Find("a=fmtp:97 a=fmtp:", "a=fmtp:"), 0U);
+    EXPECT_EQ(sdp::Find("xa=fmtp:97", "a=fmtp:"), 1U);
+    EXPECT_EQ(sdp::Find("a=fmtp:", "a=fmtp:"), 0U);
+    EXPECT_EQ(sdp::Find("a=fmtp", "a=fmtp:"), std::string_view::npos);
+    EXPECT_EQ(sdp::Find("", "a=fmtp:"), std::string_view::npos);
+}
+
 TEST(SDPText, TextAfterTakesTheFirstOccurrence) {
     EXPECT_EQ(sdp::TextAfter("b=AS:384", "AS:"), "384");
     EXPECT_EQ(sdp::TextAfter("AS:1 AS:2", "AS:"), "1 AS:2");
