@@ -124,7 +124,7 @@ struct baseSDP {
     /// Back to the state of a new record: numbers 0, codec PAYLOAD_UNKNOWN, both streams reset and given
     /// their role, key rows wiped, suites CRYPTO_NONE.
     void Reset();
-    /// A dump for people, one field per line. Keys and salts are never part of it.
+    /// A dump for people, one field per line, the key rows left out.
     std::string ToDiag() const;
 
     /// Copies kSaltLength bytes from `salt` into row `n`. An `n` outside the rows changes nothing.
@@ -152,7 +152,7 @@ struct LocalSDP : public baseSDP {
 
     /// Back to the state of a new record.
     virtual void Reset();
-    /// A dump for people, one field per line, keys left out.
+    /// A dump for people, one field per line, the key rows left out.
     std::string ToDiag() const;
 };
 
@@ -170,7 +170,7 @@ struct RemoteSDP : public baseSDP {
 
     /// Back to the state of a new record.
     void Reset();
-    /// A dump for people, one field per line, keys left out.
+    /// A dump for people, one field per line, the key rows left out.
     std::string ToDiag() const;
 };
 
@@ -216,6 +216,7 @@ struct MediaSession {
     ~MediaSession();
 
     /// A dump for the trace. It has no "eMedia" line, each piece ends after 999 bytes, and crypto, ICE and
-    /// the full "m=" line are not part of it. Key text that a joined line carried into a field is masked.
+    /// the full "m=" line are not part of it. What stands directly behind "inline:", in any letter case, is
+    /// masked up to the next blank, here and in the dumps of the records.
     std::string ToDiag() const;
 };

@@ -23,8 +23,13 @@
 //     ExtractSRTPKey(text, key, salt)  false: not 40 characters of base64; key and salt keep their bytes
 //
 // The far end's text is untrusted: nothing in it makes a call throw, fail or read out of bounds. A line that
-// cannot be used costs that line alone. The cost grows with the length of the text, so the application
-// bounds that length. Only std::bad_alloc may leave a call; the handler can then be used again.
+// cannot be used is passed over; the few kinds of line that do more are P01, P03, P05, P11, P12 and X09 of
+// commonmedia/DELIBERATE.md. The cost grows with the length of the text, so the application bounds that
+// length.
+//
+// Only std::bad_alloc may leave a call. After ParseTheSDP the handler then keeps the sections read so far,
+// and GetLocalSDP would answer those; the record may hold what it held before, or half of the new values.
+// Parse again, or call ResetRemoteSDP.
 //
 // What surprises on purpose is listed, with the test that shows it, in commonmedia/DELIBERATE.md.
 //

@@ -36,7 +36,8 @@ void CommonMediaTrace(const char* file, const char* function, int line, const ch
     char* text = nullptr;
     const int length = vasprintf(&text, format, args);
     va_end(args);
-    // A trace that cannot be formatted is dropped: it must not cost the call that it speaks of.
+    // A trace that cannot be formatted here is dropped. What a caller prepares for it, such as a dump, can
+    // still run out of memory and end the call.
     if (length < 0) {
         return;
     }

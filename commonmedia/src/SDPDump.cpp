@@ -2,7 +2,7 @@
 // Input: a record. Output: a dump, one field a line.
 // Touches nothing.
 // Dumps end up in logs and from there in public reports: fields that hold keys are left out, and key text
-// that strayed into another field is masked.
+// that strayed into another field is masked where it stands directly behind "inline:".
 // Test: tests/unit/SDPDumpTest.cpp
 #include "SDP.h"
 
@@ -62,8 +62,8 @@ bool IsMethod(std::string_view text) {
     return std::equal(text.begin(), text.end(), method.begin(), method.end(), same);
 }
 
-/// [G14] A far end that ends lines in LF alone can carry a crypto line into any field; the key text of such
-/// a line is masked before it reaches a log.
+/// [G14] A far end that ends lines in LF alone can carry a crypto line into any field; what stands behind the
+/// "inline:" of such a line is masked before it reaches a log.
 std::string Masked(std::string diag) {
     constexpr std::size_t method = 6;
     std::string masked;

@@ -58,6 +58,7 @@ private:
 };
 
 /// Where the first byte from `at` on stands that is looked for.
+/// @param at    at most the length of the text
 /// @param bits  tells which of sixteen bytes are
 /// @param is    tells whether one is
 template <typename Bits, typename Is>
