@@ -55,11 +55,12 @@ private:
     std::size_t m_length;
 };
 
-/// Whether the key method stands in front of a ":"; it counts in any case (RFC 5234, 2.3).
+/// Whether a text is the name of the key method; it counts in any case (RFC 5234, 2.3).
 bool IsMethod(std::string_view text) {
-    const auto same = [](char a, char b) { return a == b || (a >= 'A' && a <= 'Z' && a - 'A' + 'a' == b); };
     constexpr std::string_view method = "inline";
-    return std::equal(text.begin(), text.end(), method.begin(), method.end(), same);
+    constexpr char lower = 0x20; // the bit that makes a letter small
+    return std::equal(text.begin(), text.end(), method.begin(), method.end(),
+                      [](char a, char b) { return (a | lower) == b; });
 }
 
 /// [G14] A far end that ends lines in LF alone can carry a crypto line into any field; what stands behind the

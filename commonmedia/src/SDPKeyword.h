@@ -113,14 +113,9 @@ template <const auto& kTable>
     // An "=" that leaves no room for the rest of a keyword needs no look.
     const std::size_t places = line.size() - shortest + 2;
     std::size_t best = rows;
-    // Nearly every line has its first "=" where it belongs; the search is for what comes behind.
-    for (std::size_t at = 1; at < places; ++at) {
-        if (line[at] != '=') {
-            at = FindByte(line, '=', at);
-            if (at >= places) {
-                break;
-            }
-        }
+    // Nearly every line has its first "=" where it belongs.
+    std::size_t at = line[1] == '=' ? 1 : FindByte(line, '=', 1);
+    for (; at < places; at = FindByte(line, '=', at + 1)) {
         best = std::min(best, RowAt<kTable, shortest>(Behind(line, at - 1)));
     }
     return best == rows ? nullptr : &kTable[best];

@@ -18,6 +18,14 @@ TEST(SDPDump, KeyTextIsMaskedInWhateverCase) {
                              "iBfcpConfid: 0\niBfcpUserid: 0\nstrFloorctrl: \n\n\n");
 }
 
+TEST(SDPDump, OtherWordsInFrontOfAColonAreShown) {
+    MediaSession ms;
+    ms.strIPAddr = "ONLINE:a XNLINE:b iNlIn:c inlineX:d I\x0eLINE:e inline;f \tnline:g";
+    EXPECT_NE(
+        ms.ToDiag().find("strIPAddr: ONLINE:a XNLINE:b iNlIn:c inlineX:d I\x0eLINE:e inline;f \tnline:g\n"),
+        std::string::npos);
+}
+
 // What stands right behind a masked key is too short for another method.
 TEST(SDPDump, ColonsBehindAMaskedKeyAreShown) {
     MediaSession ms;

@@ -353,6 +353,12 @@ TEST(SDPExtractVideo, NothingIsResetBeforeTheParametersAreLoaded) {
     EXPECT_TEXT(Describe(stream), Loaded("2", 1, 9, 3, 4));
 }
 
+TEST(SDPExtractVideo, NamesCutShortAreNoKeys) {
+    EXPECT_TEXT(Load({"profile-level-i=42801f", "rofile-level-id=42801f", "max-mbp=1", "ax-mbps=1", "max-f=2",
+                      "ax-fs=2", "max-b=3", "ax-br=3", "packetization-mod=1", "acketization-mode=1"}),
+                Loaded("", 0, 0, 0, 0));
+}
+
 TEST(SDPExtractVideo, ALevelEndsAtAnotherEqualsSign) {
     EXPECT_TEXT(Load({"profile-level-id=42801f=0123456789abcdef"}), Loaded("3.1", 0, 0, 0, 0));
     EXPECT_TEXT(Load({"profile-level-id=4280=1f"}), Loaded("1.3", 0, 0, 0, 0));
