@@ -18,6 +18,7 @@
 
 namespace sdp {
 
+/// The row that has this name, one comparison for each row.
 template <const auto& kTable, std::size_t... kRow>
 std::size_t RowNamed(std::string_view name, std::index_sequence<kRow...> /*rows*/) {
     std::size_t row = 0;
@@ -49,6 +50,7 @@ constexpr bool AreKeywords(const Row (&table)[N]) {
     return true;
 }
 
+/// The first row whose keyword stands at the start of `here`, one comparison for each row.
 template <const auto& kTable, std::size_t... kRow>
 std::size_t RowAtStart(std::string_view here, std::index_sequence<kRow...> /*rows*/) {
     std::size_t row = 0;
@@ -77,8 +79,8 @@ constexpr std::pair<std::size_t, std::size_t> KeywordLengths(const Row (&table)[
     return lengths;
 }
 
-/// The first row whose keyword stands at the start of `here`, which has kRoom bytes at least; the number of
-/// rows when none does.
+/// RowAtStart where the table is known and `here` has kRoom bytes at least; the number of rows when no
+/// keyword stands there.
 template <const auto& kTable, std::size_t kRoom = 1>
 std::size_t RowAt(std::string_view here) {
     static_assert(AreKeywords(kTable));
