@@ -185,6 +185,34 @@ TEST_F(Answer, AKeyInARejectedSectionIsHidden) {
     EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
 }
 
+// The same without the word "inline:", and with an address in which a key stands.
+TEST_F(Answer, AKeyAmongTheWordsOfARejectedSectionIsHidden) {
+    Write("me.json", kAudioOnly);
+    const Result run = CmsdpReads("v=0\r\n"
+                                  "m=audio 5004 RTP/AVP 0\r\n"
+                                  "m=video 0 RTP/AVP 97\r\n"
+                                  "m=video 5008 WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz 97\r\n"
+                                  "c=IN IP4 x.WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubc==\r\n",
+                                  {"answer", "--local", "me.json"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TEXT(MaskId(run.out), "v=0\r\n"
+                                 "o=Quillmarshorizon ID 2 IN IP4 192.0.2.1\r\n"
+                                 "s=-\r\n"
+                                 "c=IN IP4 192.0.2.1\r\n"
+                                 "b=AS:1064\r\n"
+                                 "t=0 0\r\n"
+                                 "m=audio 16384 RTP/AVP 0 101\r\n"
+                                 "b=TIAS:64000\r\n"
+                                 "a=rtpmap:0 PCMU/8000\r\n"
+                                 "a=rtpmap:101 telephone-event/8000\r\n"
+                                 "a=fmtp:101 0-15\r\n"
+                                 "a=sendrecv\r\n"
+                                 "a=rtcp:16385 IN IP4 192.0.2.1\r\n"
+                                 "m=video 0 *** 97\r\n"
+                                 "c=IN IP4 x.***\r\n");
+    EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
+}
+
 // Every key that a captured far end sent, looked for in everything that is shown without --show-secrets.
 TEST_F(Answer, NoKeyOfAnyCaptureIsEverShown) {
     Write("srtp.json", R"({"srtp": true})");

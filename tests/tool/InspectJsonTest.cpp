@@ -111,6 +111,94 @@ TEST_F(InspectJson, KeysAreShownWhenAsked) {
     EXPECT_TEXT(run.err, "");
 }
 
+// A transport with a key behind it, and a crypto attribute of another method: the padding of its key holds
+// "c=", so it is read as an address. The host name is longer than a key, but no part of it is.
+TEST_F(InspectJson, AKeyInThePlaceOfAnAddressOrATransportIsHidden) {
+    const Result run =
+        CmsdpReads("v=0\r\n"
+                   "m=audio 5004 RTP/SAVP:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz 0\r\n"
+                   "a=crypto:1 AEAD_AES_128_GCM keyed:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubc==\r\n"
+                   "m=video 5006 RTP/AVP 97\r\n"
+                   "c=IN IP4 conference-bridge.media.europe-west.example-communications.example\r\n"
+                   "a=rtpmap:97 H264/90000\r\n",
+                   {"inspect", "--json"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TEXT(run.out, R"({
+  "schema": "cmsdp.inspect/1",
+  "negotiated": true,
+  "max_bandwidth_bit_per_s": 0,
+  "notes": [
+    "line 3 is taken for a connection line, because it holds \"c=\"; it may hold key text, so it is not shown"
+  ],
+  "audio": {
+    "negotiated": true,
+    "why": null,
+    "notes": [
+      "not encrypted: the far end wants RTP/SAVP:*** and gives no key"
+    ],
+    "section_found": true,
+    "codec": "G711U",
+    "payload_type": 0,
+    "dtmf_payload_type": 0,
+    "address": "keyed:***",
+    "port": 5004,
+    "sends": true,
+    "receives": true,
+    "suite": null,
+    "key": null
+  },
+  "main_video": {
+    "negotiated": true,
+    "why": null,
+    "notes": [],
+    "section_found": true,
+    "codec": "H264",
+    "packetization_mode": 0,
+    "payload_type": 97,
+    "address": "conference-bridge.media.europe-west.example-communications.example",
+    "port": 5006,
+    "sends": true,
+    "receives": true,
+    "level": "",
+    "max_macroblocks_per_s": 0,
+    "max_frame_macroblocks": 0,
+    "max_bit_rate_x1000_bit_per_s": 0,
+    "suite": null,
+    "key": null
+  },
+  "presentation": {
+    "negotiated": false,
+    "why": "the far end has no video section marked a=content:slides",
+    "notes": [],
+    "section_found": false,
+    "codec": null,
+    "packetization_mode": 0,
+    "payload_type": 0,
+    "address": "",
+    "port": 0,
+    "sends": false,
+    "receives": false,
+    "level": "",
+    "max_macroblocks_per_s": 0,
+    "max_frame_macroblocks": 0,
+    "max_bit_rate_x1000_bit_per_s": 0,
+    "suite": null,
+    "key": null
+  },
+  "floor_control": {
+    "negotiated": false,
+    "why": "the far end has no BFCP section",
+    "notes": [],
+    "port": 0,
+    "conference_id": 0,
+    "user_id": 0,
+    "far_end_is_server": false
+  }
+}
+)");
+    EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
+}
+
 TEST_F(InspectJson, NothingNegotiated) {
     const Result run =
         CmsdpReads("v=0\r\nm=video 5006 RTP/AVP 96\r\na=rtpmap:96 VP8/90000\r\n", {"inspect", "--json"});

@@ -261,11 +261,89 @@ TEST_F(Inspect, TheFarEndCannotPaintTheTableNorLeakAKeyIntoIt) {
     EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
 }
 
-TEST_F(Inspect, AVeryLongAddressIsCut) {
-    const Result run =
-        CmsdpReads("c=IN IP4 " + std::string(5000, '7') + "\r\nm=audio 5004 RTP/AVP 0\r\n", {"inspect"});
+// A transport with a key behind it, and a crypto attribute of another method: the padding of its key holds
+// "c=", so it is read as an address. The host name is longer than a key, but no part of it is.
+constexpr const char* kMisreadKeys =
+    "v=0\r\n"
+    "m=audio 5004 RTP/SAVP:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz 0\r\n"
+    "a=crypto:1 AEAD_AES_128_GCM keyed:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubc==\r\n"
+    "m=video 5006 RTP/AVP 97\r\n"
+    "c=IN IP4 conference-bridge.media.europe-west.example-communications.example\r\n"
+    "a=rtpmap:97 H264/90000\r\n";
+
+TEST_F(Inspect, AKeyInThePlaceOfAnAddressOrATransportIsHidden) {
+    const Result run = CmsdpReads(kMisreadKeys, {"inspect"});
     EXPECT_EQ(run.status, 0);
-    EXPECT_NE(run.out.find("  address        " + std::string(100, '7') + "...:5004\n"), std::string::npos);
+    EXPECT_TEXT(run.out,
+                "session\n"
+                "  bandwidth      not limited\n"
+                "  note           line 3 is taken for a connection line, because it holds \"c=\";\n"
+                "                 it may hold key text, so it is not shown\n"
+                "\n"
+                "audio\n"
+                "  state          negotiated\n"
+                "  codec          G.711 mu-law\n"
+                "  payload type   0\n"
+                "  DTMF payload   none\n"
+                "  address        [keyed:***]:5004\n"
+                "  direction      sends and receives\n"
+                "  suite          none\n"
+                "  note           not encrypted: the far end wants RTP/SAVP:*** and gives no\n"
+                "                 key\n"
+                "\n"
+                "main video\n"
+                "  state          negotiated\n"
+                "  codec          H.264, packetization mode 0\n"
+                "  payload type   97\n"
+                "  address        conference-bridge.media.europe-west.example-communications.example:5006\n"
+                "  direction      sends and receives\n"
+                "  level          not given\n"
+                "  limits         those of the level\n"
+                "  suite          none\n"
+                "\n"
+                "presentation\n"
+                "  state          not negotiated\n"
+                "  why            the far end has no video section marked a=content:slides\n"
+                "\n"
+                "floor control\n"
+                "  state          not negotiated\n"
+                "  why            the far end has no BFCP section\n");
+    EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
+}
+
+TEST_F(Inspect, AKeyInThePlaceOfAnAddressIsShownWhenAsked) {
+    const Result run = CmsdpReads(kMisreadKeys, {"inspect", "--show-secrets"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_NE(run.out.find("  address        [keyed:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubc==]:5004\n"),
+              std::string::npos);
+    EXPECT_TEXT(run.err, "");
+}
+
+TEST_F(Inspect, AVeryLongAddressIsCut) {
+    const std::string hundred = "77777777777777777777.77777777777777777777.77777777777777777777."
+                                "77777777777777777777.7777777777777777";
+    const Result run =
+        CmsdpReads("c=IN IP4 " + hundred + "7777.77\r\nm=audio 5004 RTP/AVP 0\r\n", {"inspect"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_NE(run.out.find("  address        77777777777777777777.77777777777777777777.77777777777777777777."
+                           "77777777777777777777.7777777777777777...:5004\n"),
+              std::string::npos);
+}
+
+// A cut behind a hundred bytes would show the first ten characters of the key.
+TEST_F(Inspect, TheCutOfALongAddressLeavesNoPartOfAKey) {
+    const std::string front = "77777777777777777777.77777777777777777777.77777777777777777777."
+                              "77777777777777777777.77777.";
+    const Result run = CmsdpReads("c=IN IP4 " + front +
+                                      "WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz.7\r\n"
+                                      "m=audio 5004 RTP/AVP 0\r\n",
+                                  {"inspect"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_NE(run.out.find("  address        77777777777777777777.77777777777777777777.77777777777777777777."
+                           "77777777777777777777.77777.***...:5004\n"),
+              std::string::npos)
+        << run.out;
+    EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
 }
 
 TEST_F(Inspect, AnAddressThatIsMissing) {

@@ -87,6 +87,28 @@ TEST(Secrets, RemembersWhetherAnythingWasHidden) {
     EXPECT_TRUE(secrets.hidden());
 }
 
+TEST(Secrets, HidesBase64TextOfAKeysLengthAnywhere) {
+    const std::string key = kKey;
+    EXPECT_EQ(Secrets(false).Hide(key), "***");
+    EXPECT_EQ(Secrets(false).Hide("x " + key + "longer/and+longer\ty"), "x ***\ty");
+    EXPECT_EQ(Secrets(false).Hide("a:" + key + "." + key + "-b"), "a:***.***-b");
+    EXPECT_EQ(Secrets(false).Hide(key.substr(1)), "VNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz");
+    EXPECT_EQ(Secrets(false).Hide(key.substr(0, 20) + "." + key.substr(20)),
+              "WVNfX19zZW1jdGwgKCkg.ewkyMjA7fQp9CnVubGVz");
+}
+
+TEST(Secrets, PaddingBelongsToAKey) {
+    const std::string key = kKey;
+    EXPECT_EQ(Secrets(false).Hide(key.substr(2) + "==.x"), "***.x");
+    EXPECT_EQ(Secrets(false).Hide(key.substr(1) + "="), "***");
+    EXPECT_EQ(Secrets(false).Hide(key + "==="), "***=");
+    EXPECT_EQ(Secrets(false).Hide(key.substr(3) + "==="), "fX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz===");
+}
+
+TEST(Secrets, HidesAKeyInFrontOfAKeyMethod) {
+    EXPECT_EQ(Secrets(false).Hide(std::string(kKey) + ":inline:" + kKey), "***:inline:***");
+}
+
 TEST(Secrets, HidesAKeyByItself) {
     Secrets secrets(false);
     EXPECT_EQ(secrets.HideKey(kKey), "***");

@@ -5,6 +5,7 @@
 
 namespace {
 
+using cmsdp::Base64Length;
 using cmsdp::Listed;
 using cmsdp::LooksLikeSdp;
 using cmsdp::Quoted;
@@ -31,6 +32,23 @@ TEST(LooksLikeSdp, ASmallLetterAndAnEqualsSignBehindBlanks) {
     EXPECT_FALSE(LooksLikeSdp("[12:00] v=0"));
 }
 
+TEST(Base64Length, CountsCharactersAndTheirPadding) {
+    EXPECT_EQ(Base64Length(""), 0U);
+    EXPECT_EQ(Base64Length("AZaz09+/"), 8U);
+    EXPECT_EQ(Base64Length("AZaz-09"), 4U);
+    EXPECT_EQ(Base64Length("_AZaz09"), 0U);
+    EXPECT_EQ(Base64Length("AZ="), 3U);
+    EXPECT_EQ(Base64Length("AZ==="), 4U);
+    EXPECT_EQ(Base64Length("A=Z="), 2U);
+    EXPECT_EQ(Base64Length("=="), 0U);
+}
+
+TEST(Base64Length, BytesBesideTheAlphabetEndIt) {
+    for (const char c : {'@', '[', '`', '{', '.', ':', '*', ',', '\0', '\xc3'}) {
+        EXPECT_EQ(Base64Length(std::string("A") + c + "A"), 1U) << static_cast<int>(c);
+    }
+}
+
 TEST(Listed, NamesThePiecesAndCountsTheRest) {
     EXPECT_EQ(Listed({}, 2), "");
     EXPECT_EQ(Listed({"a", "b"}, 2), "a, b");
@@ -48,6 +66,25 @@ TEST(Quoted, CutsBehindFortyBytes) {
 TEST(Short, CutsBehindAHundredBytes) {
     EXPECT_EQ(Short(std::string(100, 'x')), std::string(100, 'x'));
     EXPECT_EQ(Short(std::string(101, 'x')), std::string(100, 'x') + "...");
+}
+
+TEST(Short, LeavesEnoughOfAKeyToBeKnownForOne) {
+    const std::string front(70, '.');
+    const std::string key = "WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz";
+    EXPECT_EQ(Short(front + key), front + key);
+    EXPECT_EQ(Short(front + key + "x"), front + key + "...");
+    EXPECT_EQ(Short(front + key + ".x"), front + key + "...");
+    EXPECT_EQ(Short(front + key.substr(1) + "." + key), front + key.substr(1, 30) + "...");
+    EXPECT_EQ(Short(front + key.substr(2) + "==."), front + key.substr(2) + "==...");
+    EXPECT_EQ(Short(front.substr(10) + key + "x"), front.substr(10) + key + "...");
+    EXPECT_EQ(Short(front.substr(11) + key + "xy"), front.substr(11) + key + "x...");
+    EXPECT_EQ(Short(front + ".............................." + key),
+              front + ".............................." + "...");
+}
+
+TEST(Quoted, LeavesEnoughOfAKeyToBeKnownForOne) {
+    EXPECT_EQ(Quoted("a=tool:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz c=x"),
+              "\"a=tool:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz...\"");
 }
 
 } // namespace

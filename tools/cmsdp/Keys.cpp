@@ -4,19 +4,17 @@
 #include "Keys.h"
 
 #include "Outcome.h"
+#include "Words.h"
 
 #include <openssl/crypto.h>
 #include <openssl/rand.h>
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 
 namespace cmsdp {
 
 namespace {
-
-constexpr std::size_t kInlineLength = 40;
 
 // A key and a salt that are wiped when they leave scope.
 struct KeyBytes {
@@ -33,10 +31,6 @@ struct KeyBytes {
 void Store(baseSDP& record, baseSDP::SRTP_M_LINE stream, KeyBytes& made) {
     record.setSRTPKey(stream, made.key());
     record.setSRTPSalt(stream, made.salt());
-}
-
-bool IsBase64(char c) {
-    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '+' || c == '/';
 }
 
 } // namespace
@@ -66,7 +60,7 @@ std::string InlineKey(const baseSDP& record, baseSDP::SRTP_M_LINE stream) {
 }
 
 bool SetInlineKey(baseSDP& record, baseSDP::SRTP_M_LINE stream, const std::string& text) {
-    if (text.size() != kInlineLength || !std::all_of(text.begin(), text.end(), IsBase64)) {
+    if (text.size() != kKeyText || !std::all_of(text.begin(), text.end(), IsBase64)) {
         return false;
     }
     KeyBytes read;
@@ -78,7 +72,7 @@ bool SetInlineKey(baseSDP& record, baseSDP::SRTP_M_LINE stream, const std::strin
 }
 
 bool KeyIsZero(const baseSDP& record, baseSDP::SRTP_M_LINE stream) {
-    return InlineKey(record, stream) == std::string(kInlineLength, 'A');
+    return InlineKey(record, stream) == std::string(kKeyText, 'A');
 }
 
 } // namespace cmsdp

@@ -52,6 +52,18 @@ std::string RedactWord(std::string_view word, Place place) {
     return std::string(shown ? word : kStars);
 }
 
+std::string WithoutKeyTexts(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t base64 = Base64Length(text.substr(at));
+        const std::size_t length = std::max<std::size_t>(base64, 1);
+        out += base64 >= kKeyText ? kStars : text.substr(at, length);
+        at += length;
+    }
+    return out;
+}
+
 } // namespace
 
 std::string Redact(std::string_view text) {
@@ -80,7 +92,7 @@ std::string Secrets::Hide(std::string_view text) {
     if (m_show) {
         return std::string(text);
     }
-    std::string shown = Redact(text);
+    std::string shown = WithoutKeyTexts(Redact(text));
     m_hidden = m_hidden || shown != text;
     return shown;
 }

@@ -19,7 +19,9 @@ class Secrets {
 public:
     explicit Secrets(bool show) : m_show(show) {}
 
-    /// The text as it may be shown.
+    /// The text as it may be shown: redacted, and with "***" for every base64 text that is long enough for a
+    /// key. A misread line makes an address or a transport of one. In messages about the local side no word
+    /// of the far end stands, and a path can be as long: those are redacted only.
     std::string Hide(std::string_view text);
     /// A key text as it may be shown: itself or "***".
     std::string HideKey(std::string_view key);

@@ -3,7 +3,46 @@
 // Tests: tests/tool/WordsTest.cpp
 #include "Words.h"
 
+#include <algorithm>
+
 namespace cmsdp {
+
+namespace {
+
+// Where to cut a text behind `most` bytes: not so that a key text loses its end and looks like a harmless
+// word.
+std::size_t CutAt(std::string_view text, std::size_t most) {
+    for (std::size_t at = 0; at < most;) {
+        const std::size_t length = Base64Length(text.substr(at));
+        if (length >= kKeyText && at + kKeyText > most) {
+            return at + kKeyText;
+        }
+        at += std::max<std::size_t>(length, 1);
+    }
+    return most;
+}
+
+std::string Cut(std::string_view text, std::size_t most) {
+    const std::size_t end = text.size() <= most ? text.size() : CutAt(text, most);
+    return std::string(text.substr(0, end)) + (end < text.size() ? "..." : "");
+}
+
+} // namespace
+
+std::size_t Base64Length(std::string_view text) {
+    std::size_t length = 0;
+    while (length < text.size() && IsBase64(text[length])) {
+        ++length;
+    }
+    if (length == 0) {
+        return 0;
+    }
+    const std::size_t padded = std::min(text.size(), length + 2);
+    while (length < padded && text[length] == '=') {
+        ++length;
+    }
+    return length;
+}
 
 std::vector<std::string_view> WordsOf(std::string_view line) {
     std::vector<std::string_view> words;
@@ -42,13 +81,12 @@ std::string Listed(const std::vector<std::string>& pieces, std::size_t most) {
 
 std::string Short(std::string_view word) {
     constexpr std::size_t most = 100;
-    return word.size() <= most ? std::string(word) : std::string(word.substr(0, most)) + "...";
+    return Cut(word, most);
 }
 
 std::string Quoted(std::string_view text) {
     constexpr std::size_t most = 40;
-    const std::string shown(text.substr(0, most));
-    return '"' + shown + (text.size() > most ? "...\"" : "\"");
+    return '"' + Cut(text, most) + '"';
 }
 
 } // namespace cmsdp
