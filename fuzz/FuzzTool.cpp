@@ -164,7 +164,7 @@ void Run(Input input, std::uint64_t secret) {
     const cmsdp::Screen screen{(options & 8U) != 0, (options & 16U) != 0};
     const std::size_t low = input.Byte();
     const std::string json = PlantInJson(input.Take(low + input.Byte() * std::size_t{256}), ours);
-    const std::string remote = Plant(input.Rest(), theirs);
+    const std::string remote = PlantInWords(input.Rest(), theirs);
 
     CheckJson(json, watch);
     CheckRepair(remote);

@@ -50,11 +50,11 @@ bool IsCryptoLine(std::string_view line) {
     return has("a=crypto:") && !has("c=") && !has("m=") && !has("a=rtpmap") && !has("a=fmtp:");
 }
 
-/// Where the third word stands; an empty word when there are fewer.
-std::string_view ThirdWord(std::string_view line) {
+/// Where a word stands, counted from 1; an empty word when there are fewer.
+std::string_view Word(std::string_view line, int number) {
     std::string_view word;
     std::size_t at = 0;
-    for (int n = 0; n < 3; ++n) {
+    for (int n = 0; n < number; ++n) {
         while (at < line.size() && IsWhite(line[at])) {
             ++at;
         }
@@ -65,6 +65,15 @@ std::string_view ThirdWord(std::string_view line) {
         word = line.substr(begin, at - begin);
     }
     return word;
+}
+
+/// The word of a line that takes the key, counted from 1; 0 for none.
+int WordThatIsRead(std::string_view line) {
+    return IsCryptoLine(line) ? 3 : 0;
+}
+
+int WordThatIsShown(std::string_view line) {
+    return line.find("a=rtpmap") == std::string_view::npos ? 3 : 2;
 }
 
 /// In any letter case, as dumps hide it.
@@ -81,6 +90,21 @@ std::string PlantBehindMethod(const std::string& text, const Key& key) {
         out.append(from, behind).append(key.text);
         from = behind;
     }
+}
+
+std::string PlantIn(const std::string& text, const Key& key, int (*number)(std::string_view)) {
+    std::string out = PlantBehindMethod(text, key);
+    std::size_t from = 0;
+    for (std::size_t end = out.find("\r\n"); end != std::string::npos; end = out.find("\r\n", from)) {
+        const std::string_view line = std::string_view(out).substr(from, end - from);
+        const std::string_view word = Word(line, number(line));
+        if (word.size() >= kMethod.size() + kKeyText) {
+            const auto at = static_cast<std::size_t>(word.data() - out.data()) + kMethod.size();
+            out.replace(at, kKeyText, key.text);
+        }
+        from = end + 2;
+    }
+    return out;
 }
 
 } // namespace
@@ -128,18 +152,11 @@ Key::Key(const unsigned char* key, const unsigned char* salt)
       text(Base64(material)) {}
 
 std::string Plant(const std::string& text, const Key& key) {
-    std::string out = PlantBehindMethod(text, key);
-    std::size_t from = 0;
-    for (std::size_t end = out.find("\r\n"); end != std::string::npos; end = out.find("\r\n", from)) {
-        const std::string_view line = std::string_view(out).substr(from, end - from);
-        const std::string_view word = ThirdWord(line);
-        if (IsCryptoLine(line) && word.size() >= kMethod.size() + kKeyText) {
-            const auto at = static_cast<std::size_t>(word.data() - out.data()) + kMethod.size();
-            out.replace(at, kKeyText, key.text);
-        }
-        from = end + 2;
-    }
-    return out;
+    return PlantIn(text, key, WordThatIsRead);
+}
+
+std::string PlantInWords(const std::string& text, const Key& key) {
+    return PlantIn(text, key, WordThatIsShown);
 }
 
 void Watch::Add(const Key& key) {

@@ -37,6 +37,11 @@ std::string Base64(std::string_view bytes);
 /// Elsewhere the text stays as it is: a far end that writes its key into an address raises no alarm.
 std::string Plant(const std::string& text, const Key& key);
 
+/// The same, and the key is put into every third word of that length, which in a "c=" line is the address and
+/// in an "m=" line the transport, and into every second word of a line with "a=rtpmap": the command hides a
+/// key wherever it shows one.
+std::string PlantInWords(const std::string& text, const Key& key);
+
 /// Watches texts for keys: for eight bytes of a key's material in a row, as they are or as hexadecimal
 /// digits, and for eight characters in a row of its base64 text.
 class Watch {

@@ -117,6 +117,19 @@ TEST(Laws, PlantPutsTheKeyWhereItIsReadAndNowhereElse) {
                                           "\r\nb=x\na=crypto:2 S inline:" + key.text + other + "\r\n");
 }
 
+TEST(Laws, PlantInWordsPutsItWhereItIsShownAsWell) {
+    const Key key(9);
+    const std::string other(40, 'B');
+    const std::string text = "v=0\r\nc=IN IP4 example" + other + ".x y\r\nc=IN IP4 " + other +
+                             "\r\nm=audio 1 RTP/AVP" + other + " 0\r\na=rtpmap:0 ENCODED" + other +
+                             " x\r\na=crypto:1 S methods" + other + "c==\r\na=fmtp:0 example" + other +
+                             "\r\n";
+    EXPECT_EQ(fuzz::PlantInWords(text, key),
+              "v=0\r\nc=IN IP4 example" + key.text + ".x y\r\nc=IN IP4 " + other + "\r\nm=audio 1 RTP/AVP" +
+                  key.text + " 0\r\na=rtpmap:0 ENCODED" + key.text + " x\r\na=crypto:1 S methods" + key.text +
+                  "c==\r\na=fmtp:0 example" + other + "\r\n");
+}
+
 TEST(LawsDeathTest, CostAboveTheBudgetIsSeen) {
     const fuzz::Budget budget = {"a call", 100, 2, 100, 2};
     fuzz::CheckCost(budget, {120, 1, 120}, 10);
