@@ -38,9 +38,12 @@ TEST(Hostile, C54_ThirtyBytesAskForKilobytesAtMost) {
           "m=audio 1 RTP/AVP 4294967295\r\n", "b=AS:99999999999999999999999\r\n",
           "a=rtpmap:4294967295 X/4294967295/4294967295\r\n"}) {
         Endpoint near;
-        const allocations::Scope scope;
-        near.handler.ParseTheSDP(text, near.remote);
-        EXPECT_LT(scope.bytes(), 4096U) << text;
+        {
+            const allocations::Scope scope;
+            near.handler.ParseTheSDP(text, near.remote);
+            EXPECT_LT(scope.bytes(), 4096U) << text;
+        }
+        ExpectAsFresh(near.handler);
     }
 }
 
@@ -171,6 +174,8 @@ TEST(Hostile, C57_DirectivesAndEscapesInDumpsAndAnswersAreText) {
     const std::string offer = near.handler.GetLocalSDP();
     EXPECT_TEXT(LineOf(offer, "o="), "o=Quillmarshorizon-" + kIll + " 1000 2 IN IP4 " + kIll);
     EXPECT_TEXT(LineOf(offer, "c="), "c=IN IP4 " + kIll);
+    near.handler.InitializeLocalSDP(ConferenceLocal());
+    ExpectAsFresh(near.handler);
 }
 
 TEST(Hostile, C57_DirectivesAndEscapesInEveryLine) {

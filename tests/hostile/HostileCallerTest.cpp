@@ -205,19 +205,23 @@ TEST(Hostile, C59_CallsInAnyOrderLeaveNoTrace) {
 TEST(Hostile, C60_TwoHandlersInTwoThreadsAtOnce) {
     const std::string other = "m=video 5006 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\na=inactive\r\n";
     std::string outcomes[2];
-    const auto talk = [](const std::string& text, std::string& outcome) {
-        for (int round = 0; round < 200; ++round) {
+    Endpoint last[2];
+    const auto talk = [](const std::string& text, Endpoint& lastOne, std::string& outcome) {
+        for (int round = 1; round < 200; ++round) {
             Endpoint near;
-            outcome = Meet(near.handler, text);
+            Meet(near.handler, text);
         }
+        outcome = Meet(lastOne.handler, text);
     };
-    std::thread first(talk, kConference, std::ref(outcomes[0]));
-    std::thread second(talk, other, std::ref(outcomes[1]));
+    std::thread first(talk, kConference, std::ref(last[0]), std::ref(outcomes[0]));
+    std::thread second(talk, other, std::ref(last[1]), std::ref(outcomes[1]));
     first.join();
     second.join();
     EXPECT_TEXT(outcomes[0], kConferenceOutcome);
     Endpoint alone;
     EXPECT_TEXT(outcomes[1], Meet(alone.handler, other));
+    ExpectAsFresh(last[0].handler);
+    ExpectAsFresh(last[1].handler);
 }
 
 /// The origin lines of so many offers in a row, from this version on.

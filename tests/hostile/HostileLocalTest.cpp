@@ -65,6 +65,8 @@ TEST(Hostile, C61_AnswerOfCapabilitiesWithEmptyStrings) {
                                             "a=floorid:2 mstrm:9\r\n"
                                             "a=confid:15\r\n"
                                             "a=userid:15\r\n");
+    near.handler.InitializeLocalSDP(ConferenceLocal());
+    ExpectAsFresh(near.handler);
 }
 
 TEST(Hostile, C61_StringsOfAMegabyte) {

@@ -32,9 +32,14 @@ private:
 /// What is traced about the sections of a text.
 std::string Traced(const std::string& text) {
     Endpoint near;
-    const TraceText trace;
-    near.handler.ParseTheSDP(text, near.remote);
-    return trace.text();
+    std::string traced;
+    {
+        const TraceText trace;
+        near.handler.ParseTheSDP(text, near.remote);
+        traced = trace.text();
+    }
+    ExpectAsFresh(near.handler);
+    return traced;
 }
 
 TEST(Hostile, C48_NoKeyInATrace) {
@@ -119,6 +124,7 @@ TEST(Hostile, C48_NoKeyInADumpOfAnyRecord) {
     EXPECT_EQ(KeyWindows(near.handler.MyLocalSDP.baseSDP::ToDiag()), std::vector<std::string>());
     // The records do hold what the dumps leave out.
     EXPECT_EQ(KeyWindows(support::Describe(near.remote)).size(), 39U);
+    ExpectAsFresh(near.handler);
 }
 
 /// One audio section whose lines end in a bare line feed where `text` has one.

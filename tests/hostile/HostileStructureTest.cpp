@@ -468,6 +468,7 @@ TEST(Hostile, C23_SectionsAddedDroppedAndReorderedInLaterRounds) {
     EXPECT_TEXT(Difference(kConferenceOutcome, Meet(near.handler, kConference)),
                 "-o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\\r\\n\n"
                 "+o=Quillmarshorizon 1000 11 IN IP4 192.0.2.1\\r\\n\n");
+    ExpectAsFresh(near.handler);
 }
 
 /// What a conference loses when its audio crypto line is taken for something else.
