@@ -325,6 +325,12 @@ TEST(SDPParseSecurity, IceLinesBeforeAnySectionAreIgnored) {
     EXPECT_TRUE(handler.vecRemoteMediaSession.empty());
 }
 
+TEST(SDPParseSecurity, TheFirstCandidateMakesRoomForAUsualNumber) {
+    Section s;
+    s.handler.ProcessICECandidate("a=candidate:1");
+    EXPECT_GE(s.Get().vecCandidate.capacity(), 12U);
+}
+
 TEST(SDPParseSecurity, CandidatesAreStoredWholeInOrder) {
     Section s;
     s.handler.ProcessICECandidate("a=candidate:1 1 UDP 2130706431 10.0.0.1 5000 typ host");

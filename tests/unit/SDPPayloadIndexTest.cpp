@@ -113,6 +113,30 @@ TEST_F(SDPPayloadIndex, TextsOfOneBeginningAreToldApart) {
     EXPECT_EQ(At("\0"s), -1);
 }
 
+TEST(SDPPayloadIndexParts, EightBytesAreANumberThatOrdersAsTheyDo) {
+    using Entry = sdp::PayloadIndex::Entry;
+    EXPECT_EQ(Entry("").start, 0U);
+    EXPECT_EQ(Entry("1").start, 0x3100000000000000U);
+    EXPECT_EQ(Entry("12").start, 0x3132000000000000U);
+    EXPECT_EQ(Entry("\xff").start, 0xff00000000000000U);
+    EXPECT_EQ(Entry("12345678").start, 0x3132333435363738U);
+    EXPECT_EQ(Entry("123456789").start, 0x3132333435363738U);
+    EXPECT_TRUE(Entry("12345678") < Entry("123456789"));
+    EXPECT_FALSE(Entry("123456789") < Entry("12345678"));
+    EXPECT_FALSE(Entry("1234") < Entry("1234"));
+}
+
+TEST(SDPPayloadIndexParts, PlainNumbersHaveUpToThreeDigitsAndNoLeadingZero) {
+    using Index = sdp::PayloadIndex;
+    EXPECT_EQ(Index::PlainNumber("0"), 0U);
+    EXPECT_EQ(Index::PlainNumber("9"), 9U);
+    EXPECT_EQ(Index::PlainNumber("10"), 10U);
+    EXPECT_EQ(Index::PlainNumber("255"), 255U);
+    for (const char* const strOther : {"", "00", "01", "256", "999", "1000", "-1", "1a", "a1", " 1"}) {
+        EXPECT_EQ(Index::PlainNumber(strOther), 256U) << strOther;
+    }
+}
+
 TEST_F(SDPPayloadIndex, AskingTwiceFindsTheSame) {
     List({"300", "*", "300", "97"});
     for (int n = 0; n < 2; ++n) {
@@ -156,6 +180,21 @@ TEST(SDPPayloadIndexInHandler, SectionsAroundTheSizeFromWhichItIsUsed) {
         EXPECT_EQ(section.vecRtpMap.back()->strEncodingName, "X/1") << formats;
         EXPECT_EQ(section.vecRtpMap.front()->vecFmtpParms, std::vector<std::string>{"y=1"}) << formats;
         EXPECT_EQ(h.pPayloadIndex, nullptr) << "it outlived the text";
+    }
+}
+
+TEST(SDPPayloadIndexInHandler, IsBuiltForMoreThanEightFormats) {
+    for (std::size_t formats = 7; formats <= 10; ++formats) {
+        SDPHandler h;
+        MediaSession section;
+        std::vector<RtpMap> many(formats, RtpMap{"7", {}, {}});
+        for (RtpMap& rm : many) {
+            section.vecRtpMap.push_back(&rm);
+        }
+        sdp::PayloadIndex index;
+        h.pPayloadIndex = &index;
+        EXPECT_EQ(h.FindRtpMap(section, "7"), &many[0]);
+        EXPECT_EQ(index.IsFor(section), formats > 8) << formats;
     }
 }
 
