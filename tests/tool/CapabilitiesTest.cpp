@@ -400,7 +400,7 @@ INSTANTIATE_TEST_SUITE_P(Each, WrongCapabilities, ::testing::ValuesIn(kWrong),
 
 // A message shows no control byte and no key, whatever the file holds.
 TEST_F(CapabilitiesVerb, MessagesAreHarmless) {
-    Write("bad.json", std::string("{\"\\u001b[2J inline:") + kKey + "\": 1}");
+    Write("bad.json", "{\"\\u001b[2J inline:abc\": 1}");
     const Result run = Cmsdp({"offer", "--local", "bad.json"});
     EXPECT_EQ(run.status, 4);
     EXPECT_TEXT(
@@ -408,6 +408,16 @@ TEST_F(CapabilitiesVerb, MessagesAreHarmless) {
         "cmsdp: bad.json: $[\"\\x1b[2J inline:*** expected one of schema, default_address, origin_address, "
         "origin_extension, max_bandwidth_bit_per_s, srtp, audio, video, floor_control, found an unknown "
         "member; remove it or correct its name\n");
+}
+
+TEST_F(CapabilitiesVerb, AKeyInAMembersPlaceIsNotRepeated) {
+    Write("bad.json", std::string("{\"audio\": {\"") + kKey + "\": 1}}");
+    const Result run = Cmsdp({"offer", "--local", "bad.json"});
+    EXPECT_EQ(run.status, 4);
+    EXPECT_TEXT(
+        run.err,
+        "cmsdp: bad.json: $.audio[a name of 40 bytes]: expected one of port, codecs, priority, suite, "
+        "key, found an unknown member; remove it or correct its name\n");
 }
 
 TEST_F(CapabilitiesVerb, ALocalFileBeyondSixteenMiBIsRefused) {

@@ -88,8 +88,12 @@ std::string MemberPath(const std::string& object, const std::string& member) {
     const bool plain = !member.empty() && std::all_of(member.begin(), member.end(), [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
     });
-    constexpr std::size_t most = 40;
-    return plain && member.size() <= most ? object + '.' + member : object + '[' + Quoted(member) + ']';
+    // No member has a name so long, but a key that stands in its place is longer.
+    constexpr std::size_t most = 30;
+    if (member.size() > most) {
+        return object + "[a name of " + std::to_string(member.size()) + " bytes]";
+    }
+    return plain ? object + '.' + member : object + '[' + Quoted(member) + ']';
 }
 
 std::string ElementPath(const std::string& array, std::size_t index) {
