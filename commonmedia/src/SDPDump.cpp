@@ -12,7 +12,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <initializer_list>
+#include <cstring>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -23,13 +23,17 @@ namespace {
 /// flood a log.
 constexpr std::size_t kLongestPiece = 999;
 
-void AppendPiece(std::string& diag, std::initializer_list<std::string_view> parts) {
+template <typename... Parts>
+void AppendPiece(std::string& diag, const Parts&... parts) {
     char piece[kLongestPiece];
-    char* end = piece;
-    for (const std::string_view part : parts) {
-        end += part.copy(end, static_cast<std::size_t>(piece + kLongestPiece - end));
-    }
-    diag.append(piece, static_cast<std::size_t>(end - piece));
+    std::size_t length = 0;
+    const auto append = [&](std::string_view part) {
+        const std::size_t shown = std::min(part.size(), kLongestPiece - length);
+        std::memcpy(piece + length, part.data(), shown);
+        length += shown;
+    };
+    (append(parts), ...);
+    diag.append(piece, length);
 }
 
 /// A zero byte ends what is shown of a text, because it would end the trace.
@@ -55,23 +59,18 @@ private:
     std::size_t m_length;
 };
 
-/// Whether a text is the name of the key method; it counts in any case (RFC 5234, 2.3).
-bool IsMethod(std::string_view text) {
+/// [G14] A far end that ends lines in LF alone can carry a crypto line into any field; the key text of such
+/// a line is masked before it reaches a log. The key method counts in any case (RFC 5234, 2.3).
+std::string Masked(std::string diag) {
     constexpr std::string_view method = "inline";
     constexpr char lower = 0x20; // the bit that makes a letter small
-    return std::equal(text.begin(), text.end(), method.begin(), method.end(),
-                      [](char a, char b) { return (a | lower) == b; });
-}
-
-/// [G14] A far end that ends lines in LF alone can carry a crypto line into any field; what stands behind the
-/// "inline:" of such a line is masked before it reaches a log.
-std::string Masked(std::string diag) {
-    constexpr std::size_t method = 6;
+    const auto same = [](char a, char b) { return a == (b | lower); };
     std::string masked;
     std::size_t shown = 0;
     for (std::size_t colon = sdp::FindByte(diag, ':'); colon < diag.size();
          colon = sdp::FindByte(diag, ':', std::max(colon + 1, shown))) {
-        if (colon >= shown + method && IsMethod(std::string_view(diag).substr(colon - method, method))) {
+        if (colon >= shown + method.size() && same(method.back(), diag[colon - 1]) &&
+            std::equal(method.begin(), method.end(), &diag[colon - method.size()], same)) {
             masked.append(diag, shown, colon + 1 - shown).append("***");
             shown = sdp::FindBlank(diag, colon + 1);
         }
@@ -83,50 +82,50 @@ std::string Masked(std::string diag) {
 
 std::string VideoParms::ToDiag() const {
     std::string diag;
-    AppendPiece(diag, {"iFmtpMaxMbps: ", Decimal(iFmtpMaxMbps), "\n"});
-    AppendPiece(diag, {"iFmtpMaxFrameSize: ", Decimal(iFmtpMaxFrameSize), "\n"});
-    AppendPiece(diag, {"iFmtpMaxBitRate: ", Decimal(iFmtpMaxBitRate), "\n"});
-    AppendPiece(diag, {"eVideoCodec: ", Decimal(eVideoCodec), "\n"});
-    AppendPiece(diag, {"eVideoType: ", Decimal(eVideoType), "\n"});
-    AppendPiece(diag, {"iVideoRTPPort: ", Decimal(iVideoRTPPort), "\n"});
-    AppendPiece(diag, {"strVideoLevel: ", Shown(strVideoLevel), "\n"});
-    AppendPiece(diag, {"strVideoIPAddr: ", Shown(strVideoIPAddr), "\n"});
-    AppendPiece(diag, {"iVideoPayload: ", Decimal(iVideoPayload), "\n"});
-    AppendPiece(diag, {"iFmtpPacketizationMode: ", Decimal(iFmtpPacketizationMode), "\n"});
-    AppendPiece(diag, {"fVideoSend: ", TrueOrFalse(fVideoSend), "\n"});
-    AppendPiece(diag, {"fVideoRecv: ", TrueOrFalse(fVideoRecv), "\n"});
-    AppendPiece(diag, {"fIsVideoValid: ", TrueOrFalse(fIsVideoValid), "\n"});
+    AppendPiece(diag, "iFmtpMaxMbps: ", Decimal(iFmtpMaxMbps), "\n");
+    AppendPiece(diag, "iFmtpMaxFrameSize: ", Decimal(iFmtpMaxFrameSize), "\n");
+    AppendPiece(diag, "iFmtpMaxBitRate: ", Decimal(iFmtpMaxBitRate), "\n");
+    AppendPiece(diag, "eVideoCodec: ", Decimal(eVideoCodec), "\n");
+    AppendPiece(diag, "eVideoType: ", Decimal(eVideoType), "\n");
+    AppendPiece(diag, "iVideoRTPPort: ", Decimal(iVideoRTPPort), "\n");
+    AppendPiece(diag, "strVideoLevel: ", Shown(strVideoLevel), "\n");
+    AppendPiece(diag, "strVideoIPAddr: ", Shown(strVideoIPAddr), "\n");
+    AppendPiece(diag, "iVideoPayload: ", Decimal(iVideoPayload), "\n");
+    AppendPiece(diag, "iFmtpPacketizationMode: ", Decimal(iFmtpPacketizationMode), "\n");
+    AppendPiece(diag, "fVideoSend: ", TrueOrFalse(fVideoSend), "\n");
+    AppendPiece(diag, "fVideoRecv: ", TrueOrFalse(fVideoRecv), "\n");
+    AppendPiece(diag, "fIsVideoValid: ", TrueOrFalse(fIsVideoValid), "\n");
     return Masked(std::move(diag));
 }
 
 std::string baseSDP::ToDiag() const {
     std::string diag;
-    AppendPiece(diag, {"eAudioCodec: ", Decimal(eAudioCodec), "\n"});
-    AppendPiece(diag, {"iAudioRTPPort: ", Decimal(iAudioRTPPort), "\n"});
-    AppendPiece(diag, {"iVideoPresoControlPort: ", Decimal(iVideoPresoControlPort), "\n"});
-    AppendPiece(diag, {"iBfcpConfid: ", Decimal(iBfcpConfid), "\n"});
-    AppendPiece(diag, {"iBfcpUserid: ", Decimal(iBfcpUserid), "\n"});
-    AppendPiece(diag, {"fBfcpIsServer: ", TrueOrFalse(fBfcpIsServer), "\n"});
-    AppendPiece(diag, {"iMaxBandwidth: ", Decimal(iMaxBandwidth), "\n"});
+    AppendPiece(diag, "eAudioCodec: ", Decimal(eAudioCodec), "\n");
+    AppendPiece(diag, "iAudioRTPPort: ", Decimal(iAudioRTPPort), "\n");
+    AppendPiece(diag, "iVideoPresoControlPort: ", Decimal(iVideoPresoControlPort), "\n");
+    AppendPiece(diag, "iBfcpConfid: ", Decimal(iBfcpConfid), "\n");
+    AppendPiece(diag, "iBfcpUserid: ", Decimal(iBfcpUserid), "\n");
+    AppendPiece(diag, "fBfcpIsServer: ", TrueOrFalse(fBfcpIsServer), "\n");
+    AppendPiece(diag, "iMaxBandwidth: ", Decimal(iMaxBandwidth), "\n");
     diag += "m_VideoMain:\n" + m_VideoMain.ToDiag();
     diag += "m_VideoPreso:\n" + m_VideoPreso.ToDiag();
     for (int n = 0; n < SRTP_MAX; ++n) {
-        AppendPiece(diag, {"cryptoAlgo[", Decimal(n), "]: ", Decimal(cryptoAlgo[n]), "\n"});
+        AppendPiece(diag, "cryptoAlgo[", Decimal(n), "]: ", Decimal(cryptoAlgo[n]), "\n");
     }
     return diag;
 }
 
 std::string LocalSDP::ToDiag() const {
     std::string diag = baseSDP::ToDiag();
-    AppendPiece(diag, {"strMyIPAddr: ", Shown(strMyIPAddr), "\n"});
-    AppendPiece(diag, {"strOExtension: ", Shown(strOExtension), "\n"});
-    AppendPiece(diag, {"strDefaultIPAddr: ", Shown(strDefaultIPAddr), "\n"});
-    AppendPiece(diag, {"iVideoPayloadMode0: ", Decimal(iVideoPayloadMode0), "\n"});
-    AppendPiece(diag, {"iVideoPayloadMode1: ", Decimal(iVideoPayloadMode1), "\n"});
-    AppendPiece(diag, {"fVideoTxMuted: ", TrueOrFalse(fVideoTxMuted), "\n"});
+    AppendPiece(diag, "strMyIPAddr: ", Shown(strMyIPAddr), "\n");
+    AppendPiece(diag, "strOExtension: ", Shown(strOExtension), "\n");
+    AppendPiece(diag, "strDefaultIPAddr: ", Shown(strDefaultIPAddr), "\n");
+    AppendPiece(diag, "iVideoPayloadMode0: ", Decimal(iVideoPayloadMode0), "\n");
+    AppendPiece(diag, "iVideoPayloadMode1: ", Decimal(iVideoPayloadMode1), "\n");
+    AppendPiece(diag, "fVideoTxMuted: ", TrueOrFalse(fVideoTxMuted), "\n");
     diag += "listAudioCodecPriority:";
     for (const int eCodec : listAudioCodecPriority) {
-        AppendPiece(diag, {" ", Decimal(eCodec)});
+        AppendPiece(diag, " ", Decimal(eCodec));
     }
     diag += "\n";
     return Masked(std::move(diag));
@@ -134,12 +133,12 @@ std::string LocalSDP::ToDiag() const {
 
 std::string RemoteSDP::ToDiag() const {
     std::string diag = baseSDP::ToDiag();
-    AppendPiece(diag, {"strAudioIPAddr: ", Shown(strAudioIPAddr), "\n"});
-    AppendPiece(diag, {"iAudioPayload: ", Decimal(iAudioPayload), "\n"});
-    AppendPiece(diag, {"iDTMFPayload: ", Decimal(iDTMFPayload), "\n"});
-    AppendPiece(diag, {"fAudioSend: ", TrueOrFalse(fAudioSend), "\n"});
-    AppendPiece(diag, {"fAudioRecv: ", TrueOrFalse(fAudioRecv), "\n"});
-    AppendPiece(diag, {"fIsAudioValid: ", TrueOrFalse(fIsAudioValid), "\n"});
+    AppendPiece(diag, "strAudioIPAddr: ", Shown(strAudioIPAddr), "\n");
+    AppendPiece(diag, "iAudioPayload: ", Decimal(iAudioPayload), "\n");
+    AppendPiece(diag, "iDTMFPayload: ", Decimal(iDTMFPayload), "\n");
+    AppendPiece(diag, "fAudioSend: ", TrueOrFalse(fAudioSend), "\n");
+    AppendPiece(diag, "fAudioRecv: ", TrueOrFalse(fAudioRecv), "\n");
+    AppendPiece(diag, "fIsAudioValid: ", TrueOrFalse(fIsAudioValid), "\n");
     return Masked(std::move(diag));
 }
 
@@ -149,24 +148,24 @@ std::string MediaSession::ToDiag() const {
     diag.reserve(usual);
     // [M02] The dump begins with the content line: a line for the media kind in front of it would shift what
     // reads traces by position.
-    AppendPiece(diag, {"eContent: ", Decimal(eContent), "\n"});
-    AppendPiece(diag, {"iPort: ", Decimal(iPort), "\n"});
-    AppendPiece(diag, {"strIPAddr: ", Shown(strIPAddr), "\n"});
+    AppendPiece(diag, "eContent: ", Decimal(eContent), "\n");
+    AppendPiece(diag, "iPort: ", Decimal(iPort), "\n");
+    AppendPiece(diag, "strIPAddr: ", Shown(strIPAddr), "\n");
     for (std::size_t k = 0; k < vecRtpMap.size(); ++k) {
         const RtpMap& rm = *vecRtpMap[k];
-        AppendPiece(diag, {"\tRtpMap[", Decimal(static_cast<std::int64_t>(k)), "]: Payload-",
-                           Shown(rm.strPayload), " EncodingName-", Shown(rm.strEncodingName), "\n"});
+        AppendPiece(diag, "\tRtpMap[", Decimal(static_cast<std::int64_t>(k)), "]: Payload-",
+                    Shown(rm.strPayload), " EncodingName-", Shown(rm.strEncodingName), "\n");
         for (const std::string& parm : rm.vecFmtpParms) {
-            AppendPiece(diag, {"\t\tFmtp Parm-", Shown(parm), "\n"});
+            AppendPiece(diag, "\t\tFmtp Parm-", Shown(parm), "\n");
         }
     }
-    AppendPiece(diag, {"fRecv: ", TrueOrFalse(fRecv), "\n"});
-    AppendPiece(diag, {"fSend: ", TrueOrFalse(fSend), "\n"});
-    AppendPiece(diag, {"strVideoLevel: ", Shown(strVideoLevel), "\n"});
-    AppendPiece(diag, {"strMaxBandwidth: ", Shown(strMaxBandwidth), "\n"});
-    AppendPiece(diag, {"iBfcpConfid: ", Decimal(iBfcpConfid), "\n"});
-    AppendPiece(diag, {"iBfcpUserid: ", Decimal(iBfcpUserid), "\n"});
-    AppendPiece(diag, {"strFloorctrl: ", Shown(strFloorctrl), "\n"});
+    AppendPiece(diag, "fRecv: ", TrueOrFalse(fRecv), "\n");
+    AppendPiece(diag, "fSend: ", TrueOrFalse(fSend), "\n");
+    AppendPiece(diag, "strVideoLevel: ", Shown(strVideoLevel), "\n");
+    AppendPiece(diag, "strMaxBandwidth: ", Shown(strMaxBandwidth), "\n");
+    AppendPiece(diag, "iBfcpConfid: ", Decimal(iBfcpConfid), "\n");
+    AppendPiece(diag, "iBfcpUserid: ", Decimal(iBfcpUserid), "\n");
+    AppendPiece(diag, "strFloorctrl: ", Shown(strFloorctrl), "\n");
     diag += "\n\n";
     return Masked(std::move(diag));
 }

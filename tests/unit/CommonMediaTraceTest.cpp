@@ -66,6 +66,18 @@ TEST_F(CommonMediaTraceSeam, TextThatCannotBeFormattedIsDropped) {
     EXPECT_TEXT(m_records[0].strText, "behind");
 }
 
+// Around the length up to which a text is formatted once.
+TEST_F(CommonMediaTraceSeam, TextsOfEveryLengthReachTheSinkWhole) {
+    SetCommonMediaTraceSink(&m_sink);
+    for (const std::size_t length : {1021U, 1022U, 1023U, 1024U, 1025U, 5000U, 100000U}) {
+        m_records.clear();
+        const std::string strText = std::string(length - 1, 'x') + 'y';
+        CommonMediaTrace("a.cpp", "F", 1, "%s", strText.c_str());
+        ASSERT_EQ(m_records.size(), 1U) << length;
+        EXPECT_EQ(m_records[0].strText, strText) << length;
+    }
+}
+
 TEST_F(CommonMediaTraceSeam, EmptyAndShortestTextReachTheSinkToo) {
     SetCommonMediaTraceSink(&m_sink);
     CommonMediaTrace("a.cpp", "F", 1, "%s", "");
