@@ -23,17 +23,25 @@ namespace {
 /// flood a log.
 constexpr std::size_t kLongestPiece = 999;
 
+class Piece {
+public:
+    void Append(std::string_view part) {
+        const std::size_t shown = std::min(part.size(), kLongestPiece - m_length);
+        std::memcpy(m_bytes + m_length, part.data(), shown);
+        m_length += shown;
+    }
+    operator std::string_view() const { return {m_bytes, m_length}; }
+
+private:
+    char m_bytes[kLongestPiece];
+    std::size_t m_length = 0;
+};
+
 template <typename... Parts>
 void AppendPiece(std::string& diag, const Parts&... parts) {
-    char piece[kLongestPiece];
-    std::size_t length = 0;
-    const auto append = [&](std::string_view part) {
-        const std::size_t shown = std::min(part.size(), kLongestPiece - length);
-        std::memcpy(piece + length, part.data(), shown);
-        length += shown;
-    };
-    (append(parts), ...);
-    diag.append(piece, length);
+    Piece piece;
+    (piece.Append(parts), ...);
+    diag.append(std::string_view(piece));
 }
 
 /// A zero byte ends what is shown of a text, because it would end the trace.
