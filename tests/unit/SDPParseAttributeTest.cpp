@@ -321,4 +321,52 @@ TEST(SDPParseAttribute, WithoutASectionNothingButTheSessionBandwidthIsKept) {
     EXPECT_EQ(handler.vecRemoteMediaSession[0]->iBfcpUserid, 0);
 }
 
+// Lines whose second byte is no "=": the keyword is searched, in short lines and in long ones.
+struct Elsewhere {
+    const char* before;
+    const char* behind;
+};
+constexpr Elsewhere kElsewhere[] = {
+    {"x ", ""},
+    {"x x ", ""},
+    {"x ", " and thirty bytes more behind it all"},
+    {"twenty bytes in front ", ""},
+    {"twenty bytes in front ", " and some behind"},
+};
+
+TEST(SDPParseAttribute, KeywordsAreFoundBehindTheStartOfALine) {
+    for (const Elsewhere& row : kElsewhere) {
+        SDPHandler h;
+        h.ProcessMedia("m=video 5002 RTP/AVP 97");
+        MediaSession& section = *h.vecRemoteMediaSession[0];
+        const auto line = [&row](const char* keyword) {
+            return std::string(row.before) + keyword + row.behind;
+        };
+        h.ParseDirectionalAttribute(line("a=inactive"));
+        EXPECT_FALSE(section.fSend) << line("a=inactive");
+        EXPECT_FALSE(section.fRecv) << line("a=inactive");
+        h.ProcessContent(line("a=content:slides"));
+        EXPECT_EQ(section.eContent, VIDEOTYPE_PRESO) << line("a=content:slides");
+        h.ProcessICEFragPwd(line("a=ice-pwd"));
+        EXPECT_EQ(section.stricepwd, line("a=ice-pwd"));
+    }
+}
+
+TEST(SDPParseAttribute, LinesWithoutAKeywordChangeNothing) {
+    for (const char* const line :
+         {"nine byte", "ten bytes.", "fourteen bytes", "eighteen bytes....",
+          "no sign at all in forty bytes of a line..", "x =: a sign", "a sign = in a long line of some bytes",
+          "a sign in the last bytes of a line: ="}) {
+        SDPHandler h;
+        h.ProcessMedia("m=video 5002 RTP/AVP 97");
+        const MediaSession& section = *h.vecRemoteMediaSession[0];
+        h.ParseDirectionalAttribute(line);
+        h.ProcessContent(line);
+        h.ProcessICEFragPwd(line);
+        EXPECT_TRUE(section.fSend && section.fRecv) << line;
+        EXPECT_EQ(section.eContent, VIDEOTYPE_MAIN) << line;
+        EXPECT_EQ(section.striceufrag + section.stricepwd, "") << line;
+    }
+}
+
 } // namespace
