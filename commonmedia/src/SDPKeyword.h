@@ -39,7 +39,7 @@ constexpr std::uint32_t LetterBit(char c) {
     return std::uint32_t{1} << (static_cast<unsigned char>(c) % 32U);
 }
 
-/// True when FirstKeyword can search for every row of the table: each keyword is a letter and "=" at least.
+/// True when FirstKeyword can search for every row of the table: each keyword has its "=" in second place.
 template <typename Row, std::size_t N>
 constexpr bool AreKeywords(const Row (&table)[N]) {
     for (const Row& row : table) {

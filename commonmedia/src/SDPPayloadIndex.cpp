@@ -1,6 +1,6 @@
 // Stage: parse, from a payload text to its format in a section that lists many.
 // Input: the formats of one section. Output: the first format of a payload.
-// Touches nothing but itself; it points into the section, which outlives it or takes it along.
+// Touches nothing but itself; it points into the section, which outlives it.
 // Real payload numbers are looked up, other texts searched by halves: sorting cannot be made slow by choosing
 // texts, as hashing can.
 // Test: tests/unit/SDPPayloadIndexTest.cpp

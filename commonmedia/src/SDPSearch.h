@@ -1,8 +1,8 @@
 // Searches in text: white space, a byte, one of two bytes. Each answers with the length of the text when
 // there is nothing to find.
 //
-// The pieces of a description are so short that a call of memchr costs more than it saves. Here sixteen bytes
-// become sixteen bits, one for each byte that is looked for.
+// Words and line ends stand so close together that a call of memchr for each costs more than it saves. Here
+// sixteen bytes become sixteen bits, one for each byte that is looked for.
 // Test: tests/unit/SDPSearchTest.cpp
 #pragma once
 

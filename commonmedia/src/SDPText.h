@@ -86,8 +86,9 @@ inline std::string_view Digits(std::string_view text) noexcept {
     return {text.data(), length};
 }
 
-/// The number at the start of a word, read as atoi reads it: a sign, digits; 0 without digits.
+/// The number at the start of a text, read as atoi reads it: white space, a sign, digits; 0 without digits.
 inline std::int32_t Number(std::string_view text) {
+    text = Behind(text, FindNoBlank(text));
     const bool fNegative = StartsWith(text, "-");
     if (fNegative || StartsWith(text, "+")) {
         text.remove_prefix(1);

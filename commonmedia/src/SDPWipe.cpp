@@ -1,5 +1,5 @@
 // Stage: none; the end of texts that carried key material.
-// Input: a text. Output: the same text, empty, its bytes zero.
+// Input: where a text stands and its length. Output: zeros in its place.
 // Touches only what it is handed.
 // Arrays of known length are wiped where they stand, in SDPWipe.h.
 // Test: tests/unit/SDPWipeTest.cpp

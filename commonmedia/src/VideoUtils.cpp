@@ -1,7 +1,7 @@
 // Stage: none; string and number helpers for every stage.
 // Input: texts and numbers. Output: pieces, yes or no, decimal text.
 // Touches only what it is handed.
-// The reading path cuts with views instead of split(), which copies each piece once more.
+// Where pieces are kept, split() copies each straight into the list; elsewhere views are cut.
 // Test: tests/unit/VideoUtilsTest.cpp
 #include "VideoUtils.h"
 
@@ -17,7 +17,7 @@ void VideoUtils::split(std::vector<std::string>& out, std::string_view text, std
         out.emplace_back(text);
         return;
     }
-    // A guess at the number of pieces spares the vector its steps of growth. It is never a low one: the
+    // A guess at the number of pieces spares the vector its steps of growth. It is never below six: the
     // allocator keeps few small blocks at hand, and the pieces themselves need those.
     constexpr std::size_t usualPieces = 6;
     constexpr std::size_t usualPiece = 16; // bytes

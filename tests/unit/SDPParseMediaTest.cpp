@@ -4,6 +4,7 @@
 #include "Expect.h"
 #include "RecordSamples.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -254,6 +255,21 @@ TEST(SDPParseMedia, ZeroBytesInsideWordsAreKept) {
     EXPECT_EQ(line.Section().iPort, 50);
     EXPECT_EQ(Payloads(line.Section()), (Pieces{std::string("0\0x", 3)}));
     EXPECT_EQ(line.Section().strFullMLine.size(), 24U);
+}
+
+// The list is made large enough before the first format is: growing could fail and lose one.
+TEST(SDPParseMedia, FormatsOfOneCharacterNeverGrowTheList) {
+    for (const std::size_t formats : {1U, 7U, 8U, 9U, 10U, 11U, 100U, 1001U}) {
+        SDPHandler h;
+        std::string strLine = "m=audio 5000 RTP/AVP";
+        for (std::size_t n = 0; n < formats; ++n) {
+            strLine += " 0";
+        }
+        h.ProcessMedia(strLine);
+        const std::vector<RtpMap*>& list = h.vecRemoteMediaSession[0]->vecRtpMap;
+        ASSERT_EQ(list.size(), formats);
+        EXPECT_EQ(list.capacity(), std::max<std::size_t>(8, formats)) << formats;
+    }
 }
 
 } // namespace

@@ -183,6 +183,22 @@ TEST(SDPPayloadIndexInHandler, SectionsAroundTheSizeFromWhichItIsUsed) {
     }
 }
 
+// So many that a sort which is not stable would bring another one to the front.
+TEST(SDPPayloadIndexInHandler, TheFirstOfManyEqualPayloadsIsNamed) {
+    SDPHandler h;
+    RemoteSDP remote;
+    std::string strLine = "m=video 5000 RTP/AVP";
+    for (int n = 0; n < 40; ++n) {
+        strLine += " *";
+    }
+    h.ParseTheSDP(strLine + "\r\na=rtpmap:* X/1\r\n", remote);
+    const MediaSession& section = *h.vecRemoteMediaSession[0];
+    ASSERT_EQ(section.vecRtpMap.size(), 40U);
+    for (std::size_t n = 0; n < 40; ++n) {
+        EXPECT_EQ(section.vecRtpMap[n]->strEncodingName, n == 0 ? "X/1" : "") << n;
+    }
+}
+
 TEST(SDPPayloadIndexInHandler, IsBuiltForMoreThanEightFormats) {
     for (std::size_t formats = 7; formats <= 10; ++formats) {
         SDPHandler h;

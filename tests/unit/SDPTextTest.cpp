@@ -235,10 +235,13 @@ TEST(SDPText, NumberWithoutDigitsIsZero) {
     EXPECT_EQ(sdp::Number(std::string_view("4\0005", 3)), 4);
 }
 
-TEST(SDPText, NumberOfAWordStandsBehindNoWhiteSpace) {
-    for (const char* text : {" 7", "\t7", "\n7", "\v7", "\f7", "\r7", " -7", "- 7"}) {
-        EXPECT_EQ(sdp::Number(text), 0) << text;
+TEST(SDPText, NumberSkipsWhiteSpaceInFront) {
+    for (const char* text : {" 7", "\t7", "\n7", "\v7", "\f7", "\r7", " \t 7 8"}) {
+        EXPECT_EQ(sdp::Number(text), 7) << text;
     }
+    EXPECT_EQ(sdp::Number(" -7"), -7);
+    EXPECT_EQ(sdp::Number("- 7"), 0);
+    EXPECT_EQ(sdp::Number(" "), 0);
 }
 
 TEST(SDPText, NumberEndsWithTheText) {
