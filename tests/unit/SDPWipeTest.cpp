@@ -40,7 +40,8 @@ TEST(SDPWipe, EmptyTextStaysEmpty) {
 
 // Lengths around the pieces that long texts are zeroed in. The bytes beside the text keep their values.
 TEST(SDPWipe, EveryByteAndNoOtherIsZeroed) {
-    for (const std::size_t length : {1, 2, 15, 16, 17, 1023, 1024, 1025, 2047, 2048, 2049, 5000}) {
+    for (const std::size_t length :
+         {1U, 2U, 15U, 16U, 17U, 1023U, 1024U, 1025U, 2047U, 2048U, 2049U, 5000U}) {
         std::string memory(length + 2, 'x');
         sdp::Zero(&memory[1], length);
         EXPECT_EQ(memory, "x" + std::string(length, '\0') + "x") << length;
