@@ -37,6 +37,7 @@
 #pragma once
 
 #include "SDP.h"
+#include "SDPLineObserver.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -56,6 +57,27 @@ void GetSRTPKey(std::string& strBase64Key, const unsigned char* key, const unsig
 /// The reverse. Reads exactly 40 characters at `bufBase64Key`, whatever follows them. True: 16 bytes were
 /// written to `key` and 14 to `salt`. False: the text is not base64, and nothing was written.
 bool ExtractSRTPKey(const unsigned char* bufBase64Key, unsigned char* key, unsigned char* salt);
+
+/// The sections of the last remote description, in "m=" line order, to be read only. Valid until the handler
+/// parses again, is reset or ends; empty while the handler offers.
+///
+///     for (const MediaSession* section : handler.GetRemoteSections()) { ... section->vecCandidate ... }
+class RemoteSections {
+public:
+    explicit RemoteSections(const std::vector<MediaSession*>& sections)
+        : first(sections.data()), count(sections.size()) {}
+
+    const MediaSession* const* begin() const { return first; }
+    const MediaSession* const* end() const { return first + count; }
+    std::size_t size() const { return count; }
+    bool empty() const { return count == 0; }
+    /// @param index  less than size()
+    const MediaSession* operator[](std::size_t index) const { return first[index]; }
+
+private:
+    const MediaSession* const* first;
+    std::size_t count;
+};
 
 /// The session description side of one call. One handler serves one call for its whole life.
 class SDPHandler {
@@ -80,6 +102,10 @@ public:
     void SetDefaultLocalIPAddr(std::string s);
     /// Whether descriptions carry the presentation video and its floor control channel.
     void SetBfcpSupport(bool fSupported);
+    /// How many remote sections, counted from the front, an answer serves; it repeats the others at port 0.
+    /// 2 in a new handler. Floor control between two ends needs 4: audio, main video, presentation and the
+    /// floor control channel itself.
+    void SetMaxSupportedSessions(std::uint32_t sections);
     /// Accepted and not used: no line that this side writes carries a local candidate.
     void SetVideoICECandidate(std::string strCandidate);
     /// Accepted and not used, as SetVideoICECandidate.
@@ -102,6 +128,12 @@ public:
     bool IsOffer() const;
     /// Drops the remote sections, so that the next description is an offer.
     void ResetRemoteSDP();
+    /// The remote sections held: what an application needs beyond the record, such as the lines for its ICE
+    /// agent.
+    RemoteSections GetRemoteSections() const;
+    /// Reports every line that ParseTheSDP reads to `observer`; null, as in a new handler, reports to nobody
+    /// and costs nothing. The caller keeps the record alive until it is replaced or the handler ends.
+    void SetLineObserver(const SDPLineObserver* observer);
 
 private:
     using CRYPTO_PROFILE = Quor::media::rtp::CryptoParams::CRYPTO_PROFILE;
@@ -115,6 +147,7 @@ private:
     std::uint32_t m_iSessionVersion = 1;              ///< origin line, advanced before each description
     bool m_fBfcpSupported = false;                    ///< presentation and floor control are written
     std::uint32_t m_iMaxSupportedSessions = 2;        ///< remote sections answered; the rest is rejected
+    const SDPLineObserver* lineObserver = nullptr;    ///< told of every line read
     sdp::PayloadIndex* pPayloadIndex = nullptr; ///< formats of a large section; only while a text is read
 
     // Life
@@ -122,6 +155,7 @@ private:
 
     // Parse: text to lines, lines to the section opened last
     void ProcessLines(std::string_view text);
+    void Observe(void (*SDPLineObserver::*when)(void*, const SDPLine&), SDPLine line) const;
     void ProcessMedia(std::string_view SDPLine);
     void ProcessConnect(std::string_view SDPLine);
     void ProcessRTPMap(std::string_view SDPLine);

@@ -27,6 +27,18 @@ void SDPHandler::SetBfcpSupport(bool fSupported) {
     m_fBfcpSupported = fSupported;
 }
 
+void SDPHandler::SetMaxSupportedSessions(std::uint32_t sections) {
+    m_iMaxSupportedSessions = sections;
+}
+
+void SDPHandler::SetLineObserver(const SDPLineObserver* observer) {
+    lineObserver = observer;
+}
+
+RemoteSections SDPHandler::GetRemoteSections() const {
+    return RemoteSections(vecRemoteMediaSession);
+}
+
 // [G16] Local candidates are accepted and not kept: no builder writes one, and a call that failed would make
 // applications branch on something that changes nothing on the wire.
 void SDPHandler::SetVideoICECandidate(std::string /*strCandidate*/) {}

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <iterator>
 #include <string_view>
 #include <utility>
@@ -34,11 +33,6 @@ auto FindNamed(std::string_view name) -> decltype(&kTable[0]) {
     return row == rows ? nullptr : &kTable[row];
 }
 
-/// One bit for a letter. Other characters share the bits of letters, which costs a comparison and no more.
-constexpr std::uint32_t LetterBit(char c) {
-    return std::uint32_t{1} << (static_cast<unsigned char>(c) % 32U);
-}
-
 /// True when FirstKeyword can search for every row of the table: each keyword has its "=" in second place.
 template <typename Row, std::size_t N>
 constexpr bool AreKeywords(const Row (&table)[N]) {
@@ -50,12 +44,9 @@ constexpr bool AreKeywords(const Row (&table)[N]) {
     return true;
 }
 
-/// The first row whose keyword stands at the start of `here`, one comparison for each row.
-template <const auto& kTable, std::size_t... kRow>
-std::size_t RowAtStart(std::string_view here, std::index_sequence<kRow...> /*rows*/) {
-    std::size_t row = 0;
-    static_cast<void>(((StartsWith(here, kTable[kRow].keyword) || (++row, false)) || ...));
-    return row;
+/// One bit for a letter. Some other characters share the bit of a letter: a bit that is set means "compare".
+constexpr std::uint32_t LetterBit(char c) {
+    return std::uint32_t{1} << (static_cast<unsigned char>(c) % 32U);
 }
 
 /// The letters that keywords begin with, one bit each.
@@ -68,57 +59,34 @@ constexpr std::uint32_t FirstLetters(const Row (&table)[N]) {
     return letters;
 }
 
-/// The lengths of the shortest and of the longest keyword.
-template <typename Row, std::size_t N>
-constexpr std::pair<std::size_t, std::size_t> KeywordLengths(const Row (&table)[N]) {
-    std::pair<std::size_t, std::size_t> lengths(table[0].keyword.size(), 0);
-    for (const Row& row : table) {
-        lengths.first = std::min(lengths.first, row.keyword.size());
-        lengths.second = std::max(lengths.second, row.keyword.size());
-    }
-    return lengths;
-}
-
-/// RowAtStart where the table is known and `here` has kRoom bytes at least; the number of rows when no
-/// keyword stands there.
-template <const auto& kTable, std::size_t kRoom = 1>
-std::size_t RowAt(std::string_view here) {
-    static_assert(AreKeywords(kTable));
-    constexpr std::size_t rows = std::size(kTable);
-    constexpr std::size_t longest = KeywordLengths(kTable).second;
-    constexpr std::uint32_t letters = FirstLetters(kTable);
-    if ((letters & LetterBit(here[0])) == 0) {
-        return rows;
-    }
-    // A start of known length spares every row its look at the length. No keyword holds a zero byte.
-    char padded[longest];
-    if constexpr (kRoom < longest) {
-        if (here.size() < longest) {
-            std::memset(padded, 0, longest);
-            here.copy(padded, longest);
-            here = std::string_view(padded, longest);
-        }
-    }
-    return RowAtStart<kTable>({here.data(), longest}, std::make_index_sequence<rows>());
+/// Index of the first row whose keyword `text` begins with, one comparison for each row; the number of rows
+/// for none.
+template <const auto& kTable, std::size_t... kRow>
+std::size_t RowAtStart(std::string_view text, std::index_sequence<kRow...> /*rows*/) {
+    std::size_t row = 0;
+    static_cast<void>(((StartsWith(text, kTable[kRow].keyword) || (++row, false)) || ...));
+    return row;
 }
 
 /// The first row of the table, in table order, whose keyword occurs anywhere in the line; null for none.
 /// Every keyword has its "=" in second place, so the line's "=" signs are the only places to look, and one
 /// pass over them replaces a substring search per row.
 template <const auto& kTable>
-[[gnu::always_inline]] inline auto FirstKeyword(std::string_view line) -> decltype(&kTable[0]) {
+auto FirstKeyword(std::string_view line) -> decltype(&kTable[0]) {
+    static_assert(AreKeywords(kTable));
     constexpr std::size_t rows = std::size(kTable);
-    constexpr std::size_t shortest = KeywordLengths(kTable).first;
-    if (line.size() < shortest) {
+    constexpr std::uint32_t letters = FirstLetters(kTable);
+    std::size_t best = rows;
+    if (line.size() < 2) {
         return nullptr;
     }
-    // An "=" that leaves no room for the rest of a keyword needs no look.
-    const std::size_t places = line.size() - shortest + 2;
-    std::size_t best = rows;
-    // Nearly every line has its first "=" where it belongs.
+    // Nearly every line has its first "=" in second place.
     std::size_t at = line[1] == '=' ? 1 : FindByte(line, '=', 1);
-    for (; at < places; at = FindByte(line, '=', at + 1)) {
-        best = std::min(best, RowAt<kTable, shortest>(Behind(line, at - 1)));
+    for (; at < line.size(); at = FindByte(line, '=', at + 1)) {
+        // Most other "=" signs of a line, those of format parameters, follow a letter that begins no keyword.
+        if ((letters & LetterBit(line[at - 1])) != 0) {
+            best = std::min(best, RowAtStart<kTable>(Behind(line, at - 1), std::make_index_sequence<rows>()));
+        }
     }
     return best == rows ? nullptr : &kTable[best];
 }

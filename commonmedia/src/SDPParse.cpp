@@ -1,14 +1,16 @@
 // Stage: parse, text to lines.
 // Input: the far end's whole text. Output: each line handed to the one handler that reads it.
 // Touches the sections held (cleared first) and, through the handlers, whatever a line sets.
-// The order of the rows is part of the behaviour.
+// Lines and rows are decided in SDPLines.h; here each row gets its handler.
 // Test: tests/unit/SDPParseTest.cpp
 #include "SDPHandler.h"
 
-#include "SDPKeyword.h"
+#include "SDPLines.h"
 #include "SDPPayloadIndex.h"
-#include "SDPText.h"
 #include "SDPWipe.h"
+
+#include <cstddef>
+#include <iterator>
 
 namespace {
 
@@ -24,13 +26,6 @@ private:
     sdp::PayloadIndex*& m_pIndex;
     sdp::PayloadIndex m_index;
 };
-
-/// A line handler as a plain function. A pointer to a member may be one of a virtual function, and finding
-/// out costs more for each line than this.
-template <void (SDPHandler::*kProcess)(std::string_view)>
-void Call(SDPHandler& handler, std::string_view line) {
-    (handler.*kProcess)(line);
-}
 
 } // namespace
 
@@ -48,60 +43,43 @@ int SDPHandler::ParseTheSDP(std::string sdp_string, RemoteSDP& ParsedSDP) {
 }
 
 void SDPHandler::ProcessLines(std::string_view text) {
-    struct Row {
-        std::string_view keyword;
-        void (*process)(SDPHandler&, std::string_view);
+    using Process = void (SDPHandler::*)(std::string_view);
+    // In the order of sdp::kLineRows, where each row has its example.
+    static constexpr Process kProcess[] = {
+        &SDPHandler::ProcessConnect,
+        &SDPHandler::ProcessMedia,
+        &SDPHandler::ProcessRTPMap,
+        &SDPHandler::ProcessFMTP,
+        &SDPHandler::ProcessCrypto,
+        &SDPHandler::ProcessICEFragPwd,
+        &SDPHandler::ProcessICECandidate,
+        &SDPHandler::ProcessContent,
+        &SDPHandler::ProcessBandwidth,
+        &SDPHandler::ProcessBfcpFloorCtrl,
+        &SDPHandler::ProcessBfcpConfid,
+        &SDPHandler::ProcessBfcpUserid,
+        &SDPHandler::ParseDirectionalAttribute,
     };
-    // [P01] The first keyword in table order that occurs anywhere in the line takes it, so the order of the
-    // rows is part of the behaviour: base64 text that ends in "c=" makes a connection line.
-    // [P04] Every attribute whose name begins with "ice" goes to one handler, which drops what it does not
-    // know; otherwise "a=ice-lite" would be taken for a direction.
-    static constexpr Row kRows[] = {
-        {"c=", Call<&SDPHandler::ProcessConnect>},       // c=IN IP4 192.0.2.10
-        {"m=", Call<&SDPHandler::ProcessMedia>},         // m=audio 49170 RTP/AVP 0 101
-        {"a=rtpmap", Call<&SDPHandler::ProcessRTPMap>},  // a=rtpmap:97 H264/90000
-        {"a=fmtp:", Call<&SDPHandler::ProcessFMTP>},     // a=fmtp:97 packetization-mode=1
-        {"a=crypto:", Call<&SDPHandler::ProcessCrypto>}, // a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:...
-        {"a=ice", Call<&SDPHandler::ProcessICEFragPwd>}, // a=ice-ufrag:F7gI
-        {"a=candidate:", Call<&SDPHandler::ProcessICECandidate>},  // a=candidate:1 1 UDP 2130706431 ...
-        {"a=content:", Call<&SDPHandler::ProcessContent>},         // a=content:slides
-        {"b=", Call<&SDPHandler::ProcessBandwidth>},               // b=TIAS:1920000
-        {"a=floorctrl:", Call<&SDPHandler::ProcessBfcpFloorCtrl>}, // a=floorctrl:c-s
-        {"a=confid:", Call<&SDPHandler::ProcessBfcpConfid>},       // a=confid:15
-        {"a=userid:", Call<&SDPHandler::ProcessBfcpUserid>},       // a=userid:15
-        {"a=", Call<&SDPHandler::ParseDirectionalAttribute>},      // a=sendrecv, and every other attribute
-    };
-    constexpr std::size_t rows = std::size(kRows);
-    // [G11] One pass over the text decides the lines and their rows. Cutting each line off a copy of the rest
-    // would cost the square of the length, and the far end chooses the length.
-    std::size_t start = 0;
-    std::size_t row = rows;
-    for (std::size_t at = 0; at < text.size();) {
-        // Nearly every line has its first "=" in second place, which spares the search for it.
-        const bool fSecond = at == start && at + 1 < text.size() && text[at + 1] == '=';
-        at = fSecond ? at + 1 : sdp::FindEither(text, '=', '\r', at);
-        if (at == text.size()) {
-            break;
+    static_assert(std::size(kProcess) == std::size(sdp::kLineRows));
+
+    sdp::ForEachLine(text, [&](std::size_t offset, std::size_t length) {
+        const std::string_view line(text.data() + offset, length);
+        const SDPRow row = sdp::RowOf(line);
+        if (lineObserver != nullptr) {
+            Observe(&SDPLineObserver::before, {row, offset, length, nullptr});
         }
-        if (text[at] == '=') {
-            if (at > start) {
-                row = std::min(row, sdp::RowAt<kRows>(sdp::Behind(text, at - 1)));
-            }
-            ++at;
-            continue;
+        if (row != SDPRow::None) {
+            (this->*kProcess[static_cast<std::size_t>(row)])(line);
         }
-        // [P03] A bare LF ends no line: RFC 4566, 5 lets a reader be lenient here, this one is not, and a
-        // text without any CR LF has no line at all.
-        const std::size_t end = at++;
-        if (at == text.size() || text[at] != '\n') {
-            continue;
+        if (lineObserver != nullptr) {
+            Observe(&SDPLineObserver::after, {row, offset, length, nullptr});
         }
-        if (row < rows) {
-            kRows[row].process(*this, std::string_view(text.data() + start, end - start));
-            row = rows;
-        }
-        start = ++at;
+    });
+}
+
+void SDPHandler::Observe(void (*SDPLineObserver::*when)(void*, const SDPLine&), SDPLine line) const {
+    if (lineObserver->*when != nullptr) {
+        line.section = vecRemoteMediaSession.empty() ? nullptr : vecRemoteMediaSession.back();
+        (lineObserver->*when)(lineObserver->context, line);
     }
-    // [P02] What stands behind the last CR LF is not a line: a text that was cut in transit must not
-    // contribute half an attribute.
 }
