@@ -1,0 +1,283 @@
+// SDPNegotiator: the offers and answers of one call, fit for the far ends that exist (RFC 3264).
+//
+// SDPHandler reads and writes descriptions exactly as its documentation says. This class is built over it: it
+// repairs what a far end wrote, makes every answer fit its offer, makes every later text continue the
+// session, and says what to start. One negotiator serves one call. Texts come from and go to the signalling.
+//
+// The call comes up from this side:
+//
+//     SDPNegotiator call;
+//     SDPNegotiator::Wish wish = call.SetLocal(local);  // codecs, address, ports, bandwidth, suites
+//     call.SetSrtp(SDPNegotiator::Srtp::Wanted);
+//     SDPNegotiator::Outcome offer = call.Offer();      // send offer.text
+//     SDPNegotiator::Outcome taken = call.Accept(text); // the body of the 183 or the 200
+//     for (const SDPNegotiator::Stream& stream : call.Streams()) { ... start what has state Start ... }
+//
+// The call comes in:
+//
+//     SDPNegotiator::Outcome answer = call.Answer(text);
+//     if (!answer.isTaken) { ... refuse with answer.status, for answer.reason ... }
+//
+// Something changes during the call. A wish is said, and becomes an offer when it has to:
+//
+//     call.Hold(true);                                  // our media stop at once
+//     if (call.NeedsOffer()) { ... send call.Offer().text in a re-INVITE ... }
+//     call.Refused(488);                                // what was agreed before goes on
+//
+// Calls that are refused, and why:
+//
+//     call.Offer()            no address was set, or an offer is out: isTaken false, the state is unchanged
+//     call.Accept(text)       no offer is out, or the text has other sections than the offer: unchanged
+//     call.Accept(other)      a second answer to one offer that differs from the first: unchanged
+//     call.Answer(text)       while an offer is out: status 491 (RFC 3261, 14.1); unchanged
+//     call.Answer(text)       nothing in it can be taken, or a section is missing: status 488; unchanged
+//     call.Answer("")         a re-INVITE without a body asks for an offer: send call.Offer().text
+//     call.Refused(488)       no offer is out: unchanged
+//     call.SetLocal(local)    a port beyond 65534, a budget below 1000 bit/s, a suite that is not read
+//
+// The far end's text is untrusted: nothing in it makes a call throw, fail or read out of bounds, and the cost
+// grows with its length. Only std::bad_alloc may leave a call; the negotiator then is as before the call.
+// Reasons are fixed sentences, they never quote a text, so no key stands in one.
+//
+// Directions are this side's own everywhere: `send` says that this side sends.
+//
+// Threads: a negotiator belongs to one thread at a time.
+#pragma once
+
+#include "SDP.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The offer/answer state of one call.
+class SDPNegotiator {
+public:
+    /// Where the call stands (RFC 3264, 4).
+    enum class Phase {
+        Idle,      ///< nothing was agreed and nothing is out
+        OfferSent, ///< our offer is out; what was agreed before it still counts
+        Agreed     ///< the last offer was answered
+    };
+
+    /// What this side wants of SRTP with keys in the description (RFC 4568).
+    enum class Srtp {
+        Off,     ///< plain offers; secure sections are rejected
+        Wanted,  ///< secure offers; secure and plain sections are taken, secure ones first
+        Required ///< secure offers; plain sections are rejected and plain media stop at once
+    };
+
+    enum class Media { Audio, Video, FloorControl, Other };
+
+    /// Whether a stream runs, and if not, why.
+    enum class State {
+        Start,          ///< `send` and `receive` say which way
+        Held,           ///< agreed, and held by one side or both; what still flows is in the directions
+        DeclinedByThem, ///< the far end wrote port 0
+        DeclinedByUs,   ///< our text rejects the section
+        NoCommonCodec,  ///< no format that both sides speak
+        NoUsableKey,    ///< secure, and no crypto line that this side reads
+        NoAddress       ///< nowhere to send to
+    };
+
+    /// What differs from the last agreement, one bit each.
+    enum Change : std::uint32_t {
+        kNothing = 0,
+        kStarted = 1,   ///< did not run before: open it
+        kStopped = 2,   ///< ran before: close it
+        kDirection = 4, ///< `send`, `receive` or being held
+        kAddress = 8,   ///< address, port or RTCP place of the far end
+        kCodec = 16,    ///< codec or payload numbers
+        kKeys = 32,     ///< suite, either key, lifetime or MKI
+        kLimits = 64,   ///< profile, level, limits, ptime
+        kControl = 128  ///< role, ids, port of floor control, or ICE lines
+    };
+
+    /// An SRTP master key with its salt (RFC 3711, 8.2). Wiped when it ends.
+    struct Key {
+        std::array<unsigned char, baseSDP::kKeyLength> key{};
+        std::array<unsigned char, baseSDP::kSaltLength> salt{};
+
+        Key() = default;
+        Key(const Key&) = default;
+        Key& operator=(const Key&) = default;
+        ~Key();
+    };
+
+    /// A picture size and the highest whole rate, pictures per second, that the far end's level and limits
+    /// allow for it (ITU-T H.264, table A-1; RFC 6184, 8.1); 0 when the size is too large.
+    struct Picture {
+        int width;
+        int height;
+        int rate;
+    };
+
+    /// The part of the floor that this side plays (RFC 4583, 4).
+    enum class FloorRole { None, Client, Server };
+
+    /// One section of the agreed session, and what to do with it.
+    struct Stream {
+        Media media = Media::Other;
+        VideoType_t role = VIDEOTYPE_UNKNOWN; ///< main or slides, for a video section that was taken
+        std::size_t section = 0;              ///< place among the "m=" lines, from 0
+        State state = State::DeclinedByUs;
+        std::string_view reason; ///< the state in words, a fixed sentence; empty for Start
+        bool send = false;       ///< this side sends: both sides, camera mute and hold allow it
+        bool receive = false;    ///< this side receives
+
+        std::string address;     ///< where to send, as the far end wrote it; "0.0.0.0" is never started
+        int port = 0;            ///< the far end's RTP or floor control port
+        std::string rtcpAddress; ///< from "a=rtcp:" (RFC 3605), otherwise `address`
+        int rtcpPort = 0;        ///< from "a=rtcp:", otherwise `port` + 1
+
+        PayloadType_t codec = PAYLOAD_UNKNOWN; ///< the codec of both directions
+        int sendPayload = -1;                  ///< the far end's number for it; -1 none
+        int receivePayload = -1;               ///< our text's number for it; -1 none
+        int sendEvents = -1;                   ///< telephone events (RFC 4733), the far end's number; -1 none
+        int receiveEvents = -1;                ///< the same, our text's number
+        int ptime = 0;                         ///< "a=ptime:" of the far end, ms; 0 not given
+
+        std::string profile;       ///< H.264: first four digits of the far end's profile-level-id, "42e0"
+        std::string level;         ///< H.264: the far end's level, "3.1"
+        int packetizationMode = 0; ///< H.264: 0 or 1 (RFC 6184, 6)
+        int maxMbps = 0;           ///< H.264: macroblocks/s; 0 not given
+        int maxFs = 0;             ///< H.264: macroblocks; 0 not given
+        int maxBr = 0;             ///< H.264: units of 1000 bit/s; 0 not given
+        std::array<Picture, 4> pictures = {{{1920, 1080, 0}, {1280, 720, 0}, {640, 480, 0}, {352, 288, 0}}};
+
+        /// The suite of both directions, as offered and answered; CRYPTO_NONE: plain.
+        Quor::media::rtp::CryptoParams::CRYPTO_PROFILE suite = Quor::media::rtp::CryptoParams::CRYPTO_NONE;
+        Key ourKey;           ///< this side sends with it; stands only with a suite
+        Key theirKey;         ///< this side receives with it; stands only with a suite
+        std::string lifetime; ///< of their key, as written, "2^20" (RFC 4568, 6.1); empty: none
+        std::string mki;      ///< of their key, as written, "1:4"; empty: none
+
+        std::vector<std::string> ice; ///< their "a=ice-" and "a=candidate:" lines, whole (RFC 8839, 5)
+
+        FloorRole floorRole = FloorRole::None; ///< floor control: what this side is
+        int conferenceId = 0;                  ///< floor control: "a=confid:"
+        int userId = 0;                        ///< floor control: "a=userid:"
+        std::string floor;                     ///< floor control: text of "a=floorid:", "2 mstrm:9"
+
+        std::uint32_t changes = kNothing; ///< set of Change against the agreement before
+    };
+
+    /// What became of a call that concerns a text.
+    struct Outcome {
+        bool isTaken = false;    ///< the call did what it is for
+        std::string text;        ///< the description to send, lines ending in CR LF; empty when there is none
+        int status = 0;          ///< SIP status to refuse the far end's request with, 488 or 491; 0 none
+        std::string_view reason; ///< a fixed sentence; empty when the call was taken
+    };
+
+    /// What became of a wish. A wish that is not taken changes nothing.
+    struct Wish {
+        bool isTaken = false;
+        std::string_view reason; ///< a fixed sentence; empty when the wish was taken
+    };
+
+    /// One way in which texts of far ends are made readable.
+    struct Repair {
+        std::string_view id;       ///< short name, "R05"
+        std::string_view ledger;   ///< row of commonmedia/DELIBERATE.md that it meets, "P10"
+        std::string_view sentence; ///< what was wrong and how it is read
+    };
+
+    /// Fills `length` bytes; false when it cannot.
+    using Random = bool (*)(unsigned char* bytes, std::size_t length);
+
+    /// A negotiator in phase Idle, without capabilities and with SRTP off.
+    /// @param random  source of keys and of the session id; null: the generator of libcrypto
+    explicit SDPNegotiator(Random random = nullptr);
+    /// Wipes the keys and the texts that carried them.
+    ~SDPNegotiator();
+
+    /// A copy is for keeping and comparing a state: only one of the two may go on sending texts, because both
+    /// have one session id (RFC 3264, 8).
+    SDPNegotiator(const SDPNegotiator& other);
+    SDPNegotiator& operator=(const SDPNegotiator& other);
+    SDPNegotiator(SDPNegotiator&& other) noexcept;
+    SDPNegotiator& operator=(SDPNegotiator&& other) noexcept;
+
+    /// Whether both hold the same wishes, session, streams and texts. Repairs() is not compared.
+    bool operator==(const SDPNegotiator& other) const;
+    bool operator!=(const SDPNegotiator& other) const { return !(*this == other); }
+
+    // Wishes. They are told in the next text; what only takes away counts at once.
+
+    /// What this side can do: audio codecs (those of listAudioCodecPriority that eAudioCodec has, best
+    /// first), video codecs and limits, address, ports, bandwidth (bit/s), origin suffix, floor control port.
+    ///   * strDefaultIPAddr is needed for any text. An IPv6 address is written as such.
+    ///   * A port of 0 means that the stream is not wanted.
+    ///   * m_VideoPreso says that slides can be received; they are offered once Present(true) was said.
+    ///   * cryptoAlgo is the suite that is offered first, CRYPTO_NONE: AES_CM_128_HMAC_SHA1_80. Of an offer
+    ///     both 128-bit suites are taken.
+    ///   * A key row that is not zero is the key of that suite; every other key is made.
+    ///   * iVideoPayloadMode0 and 1 are the numbers to offer, 0: 96 and 97.
+    ///   * fVideoTxMuted is what MuteCamera() sets.
+    /// Refused: a port beyond 65534 or negative (65535 leaves no RTCP port), a budget that is negative or
+    /// from 1 to 999 bit/s, a suite that is not read, an address or suffix with a character that ends a word,
+    /// payload numbers of video outside 96 to 127 or equal, negative limits.
+    Wish SetLocal(const LocalSDP& local);
+    /// The capabilities in force, for a change of one of them:
+    ///
+    ///     LocalSDP local = call.Local();
+    ///     local.strDefaultIPAddr = "192.0.2.9";
+    ///     call.SetLocal(local);
+    const LocalSDP& Local() const;
+    /// On hold: nothing is received, and the far end is told so by direction (RFC 3264, 8.4).
+    void Hold(bool isHeld);
+    /// Camera muted: main video is not sent.
+    void MuteCamera(bool isMuted);
+    /// Slides are sent. Until the first time no slides section is offered. Afterwards the section and its
+    /// floor control stay, and `false` makes our slides recvonly.
+    void Present(bool isPresenting);
+    /// SRTP policy. Required stops plain media at once. A running secure stream becomes plain only by Off.
+    void SetSrtp(Srtp policy);
+    /// Makes new keys for the next text. False, and the old keys stay, when the generator fails.
+    Wish Rekey();
+
+    /// True while a wish is not agreed: before the first offer, and until an offer that tells the wish was
+    /// answered. False again after a wish was declined.
+    bool NeedsOffer() const;
+
+    // Texts
+
+    /// The offer to send, and phase OfferSent. Refused in that phase, without an address, without a stream,
+    /// and when no key can be made.
+    Outcome Offer();
+    /// Reads the answer to our offer, and phase Agreed. The same text once more changes nothing.
+    /// A fault in a section costs that stream; another number, order or transport of sections costs the whole
+    /// answer, and our offer stays out.
+    Outcome Accept(std::string_view answer);
+    /// Our offer was refused or not answered: back to what was agreed.
+    /// @param status  SIP status. 488 and 606 drop the wishes that were refused, all others keep them; after
+    ///                one of the two on the first offer with SRTP wanted the next offer is plain. What only
+    ///                takes away (hold, camera muted, SRTP required) stays in any case.
+    Outcome Refused(int status);
+    /// Reads an offer and answers it, and phase Agreed.
+    Outcome Answer(std::string_view offer);
+
+    // What stands
+
+    Phase GetPhase() const;
+    /// One entry per section of the agreed session, in "m=" line order; empty before the first agreement.
+    /// Hold, camera mute and SRTP Required show at once. Valid until the next call that is not const.
+    const std::vector<Stream>& Streams() const;
+    /// The repairs that the last text of the far end needed, in table order.
+    std::vector<Repair> Repairs() const;
+    /// Every repair there is.
+    static std::vector<Repair> AllRepairs();
+    /// Switches one repair on or off; all are on at first. False for an unknown id.
+    bool SetRepair(std::string_view id, bool isOn);
+    /// Switches all of them.
+    void SetRepairs(bool isOn);
+
+private:
+    struct Call;
+    std::unique_ptr<Call> m_call;
+};
