@@ -1,6 +1,6 @@
-// Kept behaviours of the writer before and inside audio, security and floor control, of
-// commonmedia/DELIBERATE.md: the surprising input with its whole outcome, and beside it the input that does
-// what one expects. Those of the video section are in DeliberateBuildVideoTest.cpp.
+// The deliberate behaviours of writing, B01 to B25 without those of the video section, of
+// commonmedia/DELIBERATE.md. Each test shows the surprising input with its whole outcome, and beside it the
+// input that does what one expects. The video section is in DeliberateBuildVideoTest.cpp.
 #include "Capabilities.h"
 #include "Expect.h"
 
@@ -322,6 +322,32 @@ TEST(Deliberate, B22_SavpWithoutASuiteHasNoCryptoLine) {
                               "a=rtpmap:101 telephone-event/8000\r\n"
                               "a=fmtp:101 0-15\r\n"
                               "a=sendrecv\r\n");
+}
+
+TEST(Deliberate, B25_AddressesAreAlwaysWrittenAsIp4) {
+    SDPHandler h;
+    LocalSDP local = AudioLocal();
+    local.eAudioCodec = PAYLOAD_G711U;
+    local.listAudioCodecPriority = {PAYLOAD_G711U};
+    local.strDefaultIPAddr = "2001:db8::1";
+    Start(h, local);
+    EXPECT_TEXT(h.GetLocalSDP(), "v=0\r\n"
+                                 "o=Quillmarshorizon 1000 2 IN IP4 2001:db8::1\r\n"
+                                 "s=-\r\n"
+                                 "c=IN IP4 2001:db8::1\r\n"
+                                 "t=0 0\r\n"
+                                 "m=audio 16384 RTP/AVP 0 101\r\n"
+                                 "a=rtpmap:0 PCMU/8000\r\n"
+                                 "a=rtpmap:101 telephone-event/8000\r\n"
+                                 "a=fmtp:101 0-15\r\n"
+                                 "a=sendrecv\r\n"
+                                 "a=rtcp:16385 IN IP4 2001:db8::1\r\n");
+    RemoteSDP remote;
+    h.m_iMaxSupportedSessions = 0;
+    h.ParseTheSDP("m=text 6000 RTP/AVP 98\r\nc=IN IP6 2001:db8::2\r\n", remote);
+    EXPECT_TEXT(h.AddUnsupported(), "m=text 0 RTP/AVP 98\r\nc=IN IP4 2001:db8::2\r\n");
+    h.SetDefaultLocalIPAddr("192.0.2.1");
+    EXPECT_TEXT(h.AddC(), "c=IN IP4 192.0.2.1\r\n");
 }
 
 } // namespace

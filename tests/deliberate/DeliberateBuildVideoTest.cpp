@@ -1,5 +1,6 @@
-// Kept behaviours of the video section, of commonmedia/DELIBERATE.md: the surprising input with its whole
-// outcome, and beside it the input that does what one expects.
+// The deliberate behaviours of writing a video section, B05, B09 to B12, B23 and B24 of
+// commonmedia/DELIBERATE.md. Each test shows the surprising input with its whole outcome, and beside it the
+// input that does what one expects.
 #include "Capabilities.h"
 #include "Expect.h"
 
@@ -140,6 +141,29 @@ TEST(Deliberate, B23_ACodecSetWithoutH264ListsNoFormat) {
     EXPECT_TEXT(h.AddVideo(Stream(PAYLOAD_UNKNOWN, VIDEOTYPE_PRESO)), "m=video 0 RTP/SAVP \r\n"
                                                                       "a=label:9\r\n"
                                                                       "a=content:slides\r\n");
+}
+
+TEST(Deliberate, B24_Mode1AloneListsMode0AsWell) {
+    SDPHandler h;
+    LocalSDP local = VideoLocal();
+    local.iMaxBandwidth = 0;
+    local.m_VideoMain.eVideoCodec = PAYLOAD_H264;
+    Start(h, local);
+    const std::string strBothModes =
+        "m=video 16386 RTP/AVP 97 126\r\n"
+        "a=rtpmap:97 H264/90000\r\n"
+        "a=fmtp:97 profile-level-id=42001F;max-mbps=108000;max-fs=3601;packetization-mode=1;"
+        "max-rcmd-nalu-size=32000;level-asymmetry-allowed=1\r\n"
+        "a=rtpmap:126 H264/90000\r\n"
+        "a=fmtp:126 profile-level-id=42001F;max-mbps=108000;max-fs=3601;packetization-mode=0;"
+        "max-rcmd-nalu-size=0;level-asymmetry-allowed=1\r\n"
+        "a=sendrecv\r\n"
+        "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
+        "a=label:8\r\n"
+        "a=content:main\r\n";
+    EXPECT_TEXT(h.AddVideo(local.m_VideoMain), strBothModes);
+    local.m_VideoMain.eVideoCodec = kBothModes;
+    EXPECT_TEXT(h.AddVideo(local.m_VideoMain), strBothModes);
 }
 
 } // namespace

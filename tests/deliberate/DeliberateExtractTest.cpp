@@ -1,5 +1,5 @@
-// Kept behaviours of the extraction, X01 to X12 of commonmedia/DELIBERATE.md: the surprising input with its
-// whole outcome, and beside it the input that does what one expects.
+// The deliberate behaviours of the extraction, the letter X of commonmedia/DELIBERATE.md. Each test shows the
+// surprising input with its whole outcome, and beside it the input that does what one expects.
 #include "Capabilities.h"
 #include "Describe.h"
 #include "Expect.h"

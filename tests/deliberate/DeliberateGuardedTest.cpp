@@ -1,5 +1,5 @@
-// Guarded inputs, G01 to G18 of commonmedia/DELIBERATE.md: what no rule covers is dropped or has one defined
-// value. The odd input with its whole outcome, and beside it the input that does what one expects.
+// The guarded matters, the letter G of commonmedia/DELIBERATE.md: what no rule of SDP decides has one defined
+// outcome. Each test shows the unusual input with its whole outcome, and beside it the usual one.
 #include "Capabilities.h"
 #include "CommonMediaTrace.h"
 #include "Describe.h"

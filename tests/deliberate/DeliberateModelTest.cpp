@@ -1,5 +1,5 @@
-// Kept behaviours of the records, M01 to M05 of commonmedia/DELIBERATE.md: the surprising input with its
-// whole outcome, and beside it the input that does what one expects.
+// The deliberate behaviours of the records, the letter M of commonmedia/DELIBERATE.md. Each test shows the
+// surprising input with its whole outcome, and beside it the input that does what one expects.
 #include "Capabilities.h"
 #include "Describe.h"
 #include "Expect.h"

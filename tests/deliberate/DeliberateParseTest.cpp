@@ -1,5 +1,5 @@
-// Kept behaviours of the reader, P01 to P20 of commonmedia/DELIBERATE.md: the surprising input with its whole
-// outcome, and beside it the input that does what one expects.
+// The deliberate behaviours of the parse, the letter P of commonmedia/DELIBERATE.md. Each test shows the
+// surprising input with its whole outcome, and beside it the input that does what one expects.
 #include "Capabilities.h"
 #include "Describe.h"
 #include "Expect.h"
@@ -443,6 +443,30 @@ TEST(Deliberate, P20_FmtpPayloadIsCutAtAFixedPlace) {
                                "\t\tFmtp Parm-max-fs=3600\n"
                                "\tRtpMap[1]: Payload-:97 EncodingName-\n" +
                                    kDumpEnd);
+}
+
+TEST(Deliberate, P21_KeyMethodIsSkippedUnseen) {
+    SDPHandler h;
+    h.ProcessMedia("m=audio 5000 RTP/SAVP 0");
+    const MediaSession& section = *h.vecRemoteMediaSession[0];
+    h.ProcessCrypto("a=crypto:1 AES_CM_128_HMAC_SHA1_32 other:/YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0");
+    EXPECT_TEXT(section.strBase64Key, "YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0");
+    EXPECT_TEXT(std::string(section.bufSRTPKey, section.bufSRTPKey + 16), "away audio key 1");
+    EXPECT_TEXT(std::string(section.bufSRTPSalt, section.bufSRTPSalt + 14), "away audiosalt");
+    h.ProcessCrypto("a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:YXdheSB2aWRlbyBrZXkgMWF3YXkgdmlkZW9zYWx0");
+    EXPECT_TEXT(section.strBase64Key, "YXdheSB2aWRlbyBrZXkgMWF3YXkgdmlkZW9zYWx0");
+    EXPECT_TEXT(std::string(section.bufSRTPKey, section.bufSRTPKey + 16), "away video key 1");
+    EXPECT_TEXT(std::string(section.bufSRTPSalt, section.bufSRTPSalt + 14), "away videosalt");
+}
+
+TEST(Deliberate, P22_RtpmapPayloadIsCutBehindNineCharacters) {
+    SDPHandler h;
+    RemoteSDP remote;
+    h.ParseTheSDP("m=video 5002 RTP/AVP 96 97\r\na=rtpmapX97 H264/90000\r\na=rtpmap:96 VP8/90000\r\n",
+                  remote);
+    EXPECT_TEXT(h.vecRemoteMediaSession[0]->vecRtpMap[0]->strEncodingName, "VP8/90000");
+    EXPECT_TEXT(h.vecRemoteMediaSession[0]->vecRtpMap[1]->strEncodingName, "H264/90000");
+    EXPECT_EQ(remote.m_VideoMain.iVideoPayload, 97);
 }
 
 } // namespace
