@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
             std::printf("%s\t%s\n", operation.what.c_str(), operation.who.c_str());
         } else if (operation.what == argv[1] && operation.who == argv[2]) {
             const std::function<void()> run = operation.prepare();
-            // The allocator's lists and the library's first-time work are the warm-up's.
+            // The warm-up fills the allocator's lists and does the library's first-time work.
             for (int i = 0; i < 3; ++i) {
                 run();
             }

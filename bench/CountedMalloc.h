@@ -1,7 +1,7 @@
 // What malloc hands out, counted for the whole program, C libraries included.
 //
-// Linking CountedMalloc.cpp replaces malloc and its relatives; programs that measure time or instructions do
-// without it.
+// Linking CountedMalloc.cpp replaces malloc and its relatives. Programs that measure time or instructions are
+// linked without it.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,7 @@ struct Allocated {
     std::size_t calls = 0; ///< allocations and reallocations
     std::size_t bytes = 0; ///< bytes asked for
     std::size_t live = 0;  ///< bytes held, as the allocator rounds them
-    std::size_t peak = 0;  ///< the most that live was
+    std::size_t peak = 0;  ///< the highest value of live
 };
 
 /// The state of the count.

@@ -1,4 +1,4 @@
-// Texts that grow by one kind of thing, to see what one more of it costs.
+// Texts that grow by one kind of unit, to measure what one more unit costs.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@
 namespace bench {
 
 struct Growth {
-    const char* unit; ///< what the text has `count` of
+    const char* unit; ///< the unit that the text contains `count` times
     std::string (*make)(std::size_t count);
 };
 

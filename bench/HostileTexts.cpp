@@ -8,7 +8,7 @@ namespace bench {
 
 namespace {
 
-/// A text of one piece again and again: head, start, the unit until the size is reached, end.
+/// A text that repeats one unit: head, start, the unit until the size is reached, end.
 struct Repeated {
     const char* name;
     std::string_view head;
@@ -149,12 +149,12 @@ std::string Plain(std::size_t number) {
     return std::to_string(number);
 }
 
-/// One length, one beginning; the end differs.
+/// Payloads of the same length and prefix that differ at the end.
 std::string Alike(std::size_t number) {
     return std::string(48, '1') + std::to_string(10000000 + number);
 }
 
-/// One length, one beginning, one end; the middle differs.
+/// Payloads of the same length, prefix and suffix that differ in the middle.
 std::string AlikeAtBothEnds(std::size_t number) {
     return "1111" + std::to_string(10000000 + number) + "1111";
 }
@@ -186,10 +186,10 @@ std::string LongLines(const std::string& payload) {
     return MapLine(payload) + "a=fmtp:" + payload + " " + std::string(200, 'x') + "\r\n";
 }
 
-/// How the lines of the formats follow each other, compared with the "m=" line.
+/// The order of the formats' lines, compared with the "m=" line.
 enum class Order { Forward, Reversed, Shuffled, Doubled };
 
-/// One section of as many formats as the size allows, each with its lines.
+/// One section with as many formats as the size allows, each with its lines.
 struct ManyFormats {
     const char* name;
     std::string_view start;
@@ -244,13 +244,14 @@ std::string Make(const ManyFormats& row, std::size_t size) {
     return text;
 }
 
-/// One section of a few formats, and the line of one payload until the text is full; or, without a line, the
-/// section again and again with a line for each format. Up to 8 formats are searched without an index.
+/// One section of a few formats, followed by the rtpmap line of one payload until the size is reached; or,
+/// with `repeatsSection`, the section and a line for each format repeated. Up to 8 formats are searched
+/// without an index.
 struct FewFormats {
     const char* name;
     std::size_t count;
     std::string (*payload)(std::size_t);
-    bool fSections;
+    bool repeatsSection;
     std::size_t asked;
 };
 
@@ -276,7 +277,7 @@ std::string Make(const FewFormats& row, std::size_t size) {
         lines += MapLine(row.payload(number));
     }
     section += "\r\n";
-    if (row.fSections) {
+    if (row.repeatsSection) {
         return Make(Repeated{row.name, kNone, "", section + lines, ""}, size);
     }
     return Make(Repeated{row.name, section, "", MapLine(row.payload(row.asked)), ""}, size);

@@ -1,4 +1,4 @@
-// Texts that a hostile far end could send, any size of each, for the search after the worst of them.
+// Texts that a hostile far end could send, each in any size, for the search for the most costly one.
 #pragma once
 
 #include <cstddef>

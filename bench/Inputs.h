@@ -7,7 +7,7 @@
 
 namespace bench {
 
-/// The texts, by their letter.
+/// A text and the letter that names it.
 struct Input {
     char letter;
     const char* file;
@@ -21,17 +21,17 @@ inline constexpr Input kInputs[] = {
     {'f', "f_1mb_attrs.sdp"},      // 1 MB of attribute lines
 };
 
-/// The bytes of one of the texts; the program ends with a message when they cannot be read.
+/// Returns the bytes of one of the texts. Ends the program with a message when they cannot be read.
 std::string ReadInput(char letter);
 
-/// The bytes of any file, likewise.
+/// The same for any file.
 std::string ReadFile(const std::string& path);
 
 /// A video client with everything switched on: four audio codecs, camera and shared screen in both
 /// packetization modes, keys for all three streams, one megabit.
 LocalSDP Capabilities();
 
-/// Makes a handler this client's: capabilities, SRTP, floor control.
+/// Gives a handler the capabilities and switches SRTP and floor control on.
 void Begin(SDPHandler& handler, const LocalSDP& local);
 
 } // namespace bench

@@ -1,8 +1,8 @@
-// What a handler holds: idle, with one more of each thing that a text can bring, and after very many rounds.
+// The memory that a handler holds: idle, with one more of each unit that a text can contain, and after many
+// rounds.
 //
-//     memory ROUNDS      status 1 when the memory after that many rounds of parse and answer is not what it
-//     was
-//                        after the first thousand
+//     memory ROUNDS      status 1 when that many more rounds of parse and answer change the memory that was
+//                        held after the first thousand
 #include "CountedMalloc.h"
 #include "Growth.h"
 #include "Inputs.h"
@@ -46,7 +46,7 @@ bool ShowIdle() {
 void ShowUnits() {
     std::printf("\n| one more | bytes of text | bytes held | allocations |\n|---|--:|--:|--:|\n");
     for (const bench::Growth& growth : bench::kGrowths) {
-        // The difference of two sizes, so that what comes once is not part of it.
+        // The difference of two sizes leaves out what is allocated once per text.
         constexpr std::size_t few = 1000;
         constexpr std::size_t many = 2000;
         double text[2];
@@ -84,19 +84,19 @@ bool ShowRounds(long rounds) {
     const std::size_t arena = mallinfo2().arena;
     bench::allocated.peak = held;
     run(rounds);
-    const bool fFlat = Held() == held && mallinfo2().arena == arena;
+    const bool isFlat = Held() == held && mallinfo2().arena == arena;
     std::printf("\n| rounds of parse and answer | bytes held | heap of the process |\n|---|--:|--:|\n");
     std::printf("| 1,000 | %zu | %zu |\n| %ld more | %zu | %zu |\n", held, arena, rounds, Held(),
                 mallinfo2().arena);
     std::printf("\nAbove what is held, a round needs %zu bytes.\n", bench::allocated.peak - held);
-    return fFlat;
+    return isFlat;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    const bool fSmall = ShowIdle();
+    const bool isSmall = ShowIdle();
     ShowUnits();
-    const bool fFlat = ShowRounds(argc > 1 ? std::atol(argv[1]) : 1000000);
-    return fSmall && fFlat ? 0 : 1;
+    const bool isFlat = ShowRounds(argc > 1 ? std::atol(argv[1]) : 1000000);
+    return isSmall && isFlat ? 0 : 1;
 }

@@ -2,7 +2,7 @@
 
 namespace bench {
 
-// For programs whose figures must not depend on which other libraries a machine has.
+// Linked into programs whose figures must not depend on which peers are installed.
 std::vector<Operation> PeerOperations() {
     return {};
 }

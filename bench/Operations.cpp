@@ -26,15 +26,15 @@ std::shared_ptr<Call> BeginCall(char letter) {
     return call;
 }
 
-/// An answer of nothing would be the fastest of all.
-void Demand(bool fHolds, const char* what) {
-    if (!fHolds) {
-        std::fprintf(stderr, "not what is measured: %s\n", what);
+/// Ends the program when an operation does not do its work: an empty answer would be the fastest.
+void Demand(bool isMet, const char* what) {
+    if (!isMet) {
+        std::fprintf(stderr, "the operation does not produce %s\n", what);
         std::exit(2);
     }
 }
 
-/// The text is read, the record filled, the sections freed.
+/// Reads the text, fills the record and frees the sections.
 std::function<void()> PrepareParse(char letter) {
     auto call = BeginCall(letter);
     call->handler.ParseTheSDP(call->text, call->remote);
@@ -46,7 +46,7 @@ std::function<void()> PrepareParse(char letter) {
     };
 }
 
-/// The description that answers a text already read, or the offer when there is none.
+/// Writes the answer to a text that was read before, or the offer when there is none.
 std::function<void()> PrepareDescribe(char letter) {
     auto call = BeginCall(letter);
     if (letter != '\0') {
@@ -59,7 +59,7 @@ std::function<void()> PrepareDescribe(char letter) {
     return [call] { call->handler.GetLocalSDP(); };
 }
 
-/// A call from its first to its last moment: construct, set up, parse, answer, destroy.
+/// A whole call: construct the handler, set it up, parse, answer, destroy the handler.
 std::function<void()> PrepareLife(char letter) {
     auto local = std::make_shared<LocalSDP>(Capabilities());
     const std::string text = ReadInput(letter);

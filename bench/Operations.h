@@ -1,7 +1,6 @@
 // The operations that are measured, each under the names that the tables show.
 //
-// An operation is prepared once and can then run any number of times; each run leaves what the next one
-// needs.
+// An operation is prepared once and can then run any number of times.
 #pragma once
 
 #include <functional>
@@ -14,14 +13,15 @@ inline constexpr const char* kOurs = "commonmedia";
 
 struct Operation {
     std::string what; ///< "parse c"
-    std::string who;  ///< kOurs, or the name of the peer or floor that does the same
+    std::string who;  ///< kOurs, or the name of the peer or baseline that does the same
     std::function<std::function<void()>()> prepare;
 };
 
-/// What this library does: parse a to f, offer, answer to b, c and d, a whole life on c.
+/// The operations of this library: parse a to f, offer, answer to b, c and d, and a whole call with c.
 std::vector<Operation> Operations();
 
-/// What the peers and the floors do on the same texts; none in a program that is linked without them.
+/// The operations of the peers and baselines on the same texts; none in a program that is linked without
+/// them.
 std::vector<Operation> PeerOperations();
 
 /// Both, ours first.

@@ -1,7 +1,7 @@
 // A library that reads and writes descriptions, as the measuring programs drive it.
 //
-// Each peer stands in a source of its own and is left out of the build where its library is not installed. It
-// is used as its own documentation shows; where a library offers several ways, the fastest is taken.
+// Each peer has its own source, which is left out of the build where the library is not installed. The
+// library is used as its documentation shows; where it offers several ways, the fastest is used.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,7 @@
 
 namespace bench {
 
-/// What a client takes out of a description, counted, so that a reader that skips something is noticed.
+/// Counts what a client takes from a description, so that a reader that skips something is noticed.
 struct Taken {
     std::size_t formats = 0;    ///< formats of the "m=" lines
     std::size_t names = 0;      ///< formats with their rtpmap
@@ -21,7 +21,7 @@ struct Taken {
     std::size_t candidates = 0; ///< "a=candidate:" lines of the sections
     std::size_t bandwidths = 0; ///< "b=" lines of the sections
     std::size_t attributes = 0; ///< of kSingleAttributes, once per section, and one direction per section
-    std::size_t looked = 0;     ///< the sum of a byte of everything taken, so that all of it is fetched
+    std::size_t looked = 0;     ///< sum of the first bytes of all values taken, so that each is really read
 
     void Look(const char* text) { looked += text == nullptr ? 0 : static_cast<unsigned char>(text[0]); }
 };
@@ -46,7 +46,7 @@ struct PeerRow {
     std::unique_ptr<Peer> (*make)();
 };
 
-// One per source; CMake says which of them are there.
+// One function per source; CMake decides which of them are built.
 std::unique_ptr<Peer> MakeGst();
 std::unique_ptr<Peer> MakeSofia();
 std::unique_ptr<Peer> MakeOsip();
@@ -55,7 +55,7 @@ std::unique_ptr<Peer> MakeRe();
 /// The peers of this build.
 const std::vector<PeerRow>& Peers();
 
-/// Ends the program: a peer did not do what is measured.
+/// Ends the program with a message: a peer failed at an operation that is measured.
 [[noreturn]] void PeerFailed(const char* name, const char* what);
 
 } // namespace bench

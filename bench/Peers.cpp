@@ -1,6 +1,6 @@
 #include "Peer.h"
 
-#include "Floors.h"
+#include "Baselines.h"
 #include "Inputs.h"
 #include "Operations.h"
 
@@ -34,23 +34,23 @@ void PeerFailed(const char* name, const char* what) {
 
 namespace {
 
-/// What any reader has to find, counted line by line.
+/// What every reader has to find, counted line by line.
 Taken Expected(const std::string& text) {
     Taken taken;
-    bool fSection = false;
+    bool inSection = false;
     for (std::string_view rest = text; !rest.empty();) {
         const std::size_t end = rest.find("\r\n");
         const std::string_view line = rest.substr(0, end);
         rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 2);
         const auto begins = [line](std::string_view start) { return line.substr(0, start.size()) == start; };
         if (begins("m=")) {
-            fSection = true;
+            inSection = true;
             for (std::size_t at = line.find(' '); at != std::string_view::npos; at = line.find(' ', at + 1)) {
                 ++taken.formats;
             }
             taken.formats -= 2; // the port and the transport
         }
-        if (!fSection) {
+        if (!inSection) {
             continue;
         }
         taken.names += begins("a=rtpmap:") ? 1 : 0;
@@ -66,7 +66,7 @@ Taken Expected(const std::string& text) {
     return taken;
 }
 
-/// Says what a peer leaves out; a comparison with less work would not be one.
+/// Prints what a peer leaves out: a peer that does less work cannot be compared.
 void Compare(const PeerRow& row, char letter, const Taken& expected, const Taken& taken) {
     struct Field {
         const char* name;
@@ -114,12 +114,12 @@ std::vector<Operation> PeerOperations() {
         }
         all.push_back({"answer c", row.name, [&row] { return PrepareWrite(row, 'c'); }});
     }
-    for (const Floor& floor : kFloors) {
+    for (const Baseline& baseline : kBaselines) {
         for (const Input& input : kInputs) {
             const char letter = input.letter;
-            all.push_back({std::string("parse ") + letter, floor.name, [&floor, letter] {
+            all.push_back({std::string("parse ") + letter, baseline.name, [&baseline, letter] {
                                const std::string text = ReadInput(letter);
-                               return [&floor, text] { floor.read(text); };
+                               return [&baseline, text] { baseline.read(text); };
                            }});
         }
     }

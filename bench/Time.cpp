@@ -1,4 +1,4 @@
-// Times every operation with Google Benchmark; each is named "WHAT/WHO". The script bench makes the table.
+// Times every operation with Google Benchmark, which shows each as "WHAT/WHO". bench/time.py makes the table.
 #include "Operations.h"
 
 #include <benchmark/benchmark.h>

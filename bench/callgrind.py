@@ -10,11 +10,11 @@ JOBS = int(os.environ.get("JOBS", os.cpu_count()))
 
 
 def run(program, *arguments):
-    """(what the program prints, label -> instructions). A dump without a label, the last one, is called ""."""
+    """Returns what the program prints, and label -> instructions. The last dump has no label and is named ""."""
     with tempfile.TemporaryDirectory() as scratch:
         command = ["valgrind", "--tool=callgrind", "--instr-atstart=no", "--collect-atstart=no"]
         command += [f"--callgrind-out-file={scratch}/out", str(program), *map(str, arguments)]
-        # Binding at the start keeps the dynamic linker's work out of the first call of a function.
+        # Binding at the start keeps the dynamic linker's work out of the counted calls.
         environment = {**os.environ, "LD_BIND_NOW": "1"}
         done = subprocess.run(command, env=environment, capture_output=True, text=True, check=False)
         if done.returncode != 0:

@@ -3,7 +3,7 @@
 
     count.py DIRECTORY            measures with the programs in DIRECTORY; status 1 when a budget is exceeded
     count.py DIRECTORY --write    measures and writes the figures into budgets.txt as the new budgets
-    count.py DIRECTORY --peers    counts the peers and the floors as well and compares nothing
+    count.py DIRECTORY --peers    counts the peers and the baselines as well and compares nothing
 
 Instructions are counted by callgrind while the operation runs and at no other time, so neither the machine's
 speed nor its load is part of them. A figure may exceed its budget by three per cent, which is what another
@@ -44,7 +44,7 @@ def measure(directory, peers=""):
 
 
 def read_budgets():
-    """operation -> its four cells; "-" stands for no target."""
+    """operation -> its four cells; "-" means no target."""
     budgets = {}
     for line in BUDGETS.read_text(encoding="utf-8").splitlines():
         if line and not line.startswith("#"):
@@ -62,7 +62,7 @@ def write_budgets(figures, budgets):
 
 
 def compare(figures, budgets):
-    """Prints the table and yields each budget that does not hold."""
+    """Prints the table and yields a message for each budget that is exceeded."""
     print("| operation | instructions | budget | target | allocations | budget | target |")
     print("|---|--:|--:|--:|--:|--:|--:|")
     for name, (count, allocated) in figures.items():
@@ -105,7 +105,7 @@ def main():
     for problem in problems:
         print(f"\nbudget: {problem}", end="")
     if problems:
-        print("\n\nWhen the cost is worth what it buys: scripts/count --write, and commit bench/budgets.txt")
+        print("\n\nIf the higher cost is intended: scripts/count --write, and commit bench/budgets.txt")
     return 1 if problems else 0
 
 

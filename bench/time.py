@@ -3,8 +3,8 @@
 
     time.py DIRECTORY [REPETITIONS]
 
-Each figure is the median of the repetitions, which Google Benchmark shuffles, so that a busy moment of the
-machine hits everybody. A ratio says how many times as long the peer or the floor takes.
+Each figure is the median of the repetitions. Google Benchmark runs them in random order, so a busy moment of the
+machine affects all of them. A ratio says how many times as long the peer or the baseline takes.
 """
 import json
 import pathlib

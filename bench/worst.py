@@ -6,10 +6,10 @@
     --quick   texts up to 256 KiB instead of 4 MiB, too short a range to judge a slope by
     --time    time as a multiple of a plain scan of the same text instead of instructions; never fails
 
-Every text is read, extracted, answered and dropped by a handler of a client with everything switched on, once
-without and once with a trace sink. Instructions are counted by callgrind. Budgets: the slope of the cost over
-the length, both as logarithms, from 64 KiB up, at most 1.05 in every class; the cost per byte of every class and
-size at most 12 times that of the median captured text of tests/corpus. Status 1 when one does not hold.
+A handler with everything switched on reads and answers every text and frees the sections, once without and once
+with a trace sink. Callgrind counts the instructions. Budgets: the slope of the cost over the length, both as
+logarithms, from 64 KiB up, at most 1.05 in every class; the cost per byte of every class and size at most 12 times
+that of the median captured text of tests/corpus. Status 1 when a budget is exceeded.
 """
 import concurrent.futures
 import math
@@ -29,7 +29,7 @@ MAX_RATIO = 12
 MODES = ["off", "on"]
 
 
-def meet(directory, timed, first, mode, rest):
+def measure(directory, timed, first, mode, rest):
     """(bytes, cost) of each text: instructions, or multiples of a plain scan's time times the bytes."""
     program = directory / "bench_worst"
     if timed:
@@ -44,7 +44,7 @@ def meet(directory, timed, first, mode, rest):
 
 
 def slope(points):
-    """Least squares through the logarithms."""
+    """The slope of the least-squares line through the logarithms."""
     logs = [(math.log(length), math.log(cost)) for length, cost in points if length >= SLOPE_FROM * 0.9]
     x_mean = statistics.mean(x for x, _ in logs)
     y_mean = statistics.mean(y for _, y in logs)
@@ -83,7 +83,7 @@ class Result:
 
 
 def show(names, results, median, unit):
-    """The tables: every class, and what stands out."""
+    """Prints two tables: every class, and the extremes."""
     print(f"| {unit}, at most | trace off | × median | slope | allocated | peak "
           "| trace on | × median | slope | allocated | peak |")
     print("|---|" + "--:|" * 10)
@@ -121,12 +121,12 @@ def main():
     captures = sorted(map(str, (ROOT / "tests" / "corpus" / "captures").glob("*.sdp")))
     median = {}
     for mode in MODES:
-        costs = meet(directory, timed, "--files", mode, captures)
+        costs = measure(directory, timed, "--files", mode, captures)
         median[mode] = statistics.median(cost / length for length, cost in costs)
     held = memory(directory, sizes)
     jobs = 1 if timed else callgrind.JOBS
     with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
-        runs = [(name, mode, pool.submit(meet, directory, timed, name, mode, sizes))
+        runs = [(name, mode, pool.submit(measure, directory, timed, name, mode, sizes))
                 for name in names for mode in MODES]
 
     results = {}

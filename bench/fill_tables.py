@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Puts the tables of the last runs into the documentation.
+"""Copies the tables of the last runs into a page of the documentation.
 
-    fill.py LOG... PAGE
+    fill_tables.py LOG... PAGE
 
-The scripts bench, count and worst leave their tables in build/logs. Each table of the page whose first row is that
-of a table in the logs is replaced by it; what stands around the tables stays.
+The scripts bench, count and worst write their tables to build/logs. A table of the page is replaced when a table in
+the logs has the same first two column titles; the text around the tables is not changed.
 """
 import pathlib
 import re
@@ -26,7 +26,7 @@ def main():
     text = page.read_text(encoding="utf-8")
     for table in TABLE.findall(text):
         known = head(table) in measured
-        print(f"{'filled' if known else 'left  '} {' | '.join(head(table))}")
+        print(f"{'replaced' if known else 'kept    '} {' | '.join(head(table))}")
         if known:
             text = text.replace(table, measured[head(table)])
     page.write_text(text, encoding="utf-8")

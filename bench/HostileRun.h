@@ -1,4 +1,4 @@
-// What every text of the worst-case search goes through: read, extracted, answered, dropped.
+// The measured run over a hostile text: read it, extract the record, write the answer, free the sections.
 #pragma once
 
 #include "Inputs.h"
@@ -11,16 +11,16 @@
 
 namespace bench {
 
-/// A handler of the client, with or without a sink that looks at every trace.
-class Meeting {
+/// A handler with everything switched on, with or without a trace sink that reads every trace.
+class HostileRun {
 public:
-    explicit Meeting(bool fTraced) {
+    explicit HostileRun(bool isTraced) {
         Begin(m_handler, Capabilities());
-        SetCommonMediaTraceSink(fTraced ? &kSink : nullptr);
+        SetCommonMediaTraceSink(isTraced ? &kSink : nullptr);
     }
-    ~Meeting() { SetCommonMediaTraceSink(nullptr); }
-    Meeting(const Meeting&) = delete;
-    Meeting& operator=(const Meeting&) = delete;
+    ~HostileRun() { SetCommonMediaTraceSink(nullptr); }
+    HostileRun(const HostileRun&) = delete;
+    HostileRun& operator=(const HostileRun&) = delete;
 
     /// Returns the length of the answer.
     std::size_t Run(const std::string& text) {

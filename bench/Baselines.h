@@ -1,4 +1,4 @@
-// The least that any reader of a text does, as marks to measure against.
+// The least work that any reader of a text does, as baselines for the comparison.
 #pragma once
 
 #include <cstddef>
@@ -9,14 +9,14 @@ namespace bench {
 /// Finds the end of each line, and does nothing with it.
 std::size_t ReadLines(const std::string& text);
 
-/// Copies what stands behind the "=" of each line into a text of its own, keeps all of them, frees them.
+/// Copies the text after the "=" of each line into a string of its own, keeps all strings, then frees them.
 std::size_t ReadValues(const std::string& text);
 
-struct Floor {
+struct Baseline {
     const char* name;
     std::size_t (*read)(const std::string& text);
 };
-inline constexpr Floor kFloors[] = {
+inline constexpr Baseline kBaselines[] = {
     {"a memchr per line", ReadLines},
     {"a string per value", ReadValues},
 };

@@ -1,4 +1,4 @@
-#include "Floors.h"
+#include "Baselines.h"
 
 #include <cstring>
 #include <vector>
