@@ -181,10 +181,10 @@ std::string WiderBlanks(const Patient& patient) {
     static const char* const spaces[] = {"  ", "\t", " \t ", "\v", "\f "};
     std::string text;
     for (const std::string& line : patient.lines) {
-        const bool fWords = IsMedia(line) || line.rfind("c=", 0) == 0 || line.rfind("a=rtpmap", 0) == 0 ||
-                            line.rfind("a=crypto", 0) == 0;
+        const bool hasWords = IsMedia(line) || line.rfind("c=", 0) == 0 || line.rfind("a=rtpmap", 0) == 0 ||
+                              line.rfind("a=crypto", 0) == 0;
         for (const char c : line) {
-            text += fWords && c == ' ' ? spaces[patient.dose % std::size(spaces)] : std::string(1, c);
+            text += hasWords && c == ' ' ? spaces[patient.dose % std::size(spaces)] : std::string(1, c);
         }
         text += "\r\n";
     }
@@ -232,8 +232,8 @@ std::string OtherLineEnds(Patient patient) {
     static const char* const ends[] = {"\n", "\r", "\r\r\n", "\n\r", "\r\n\r\n", ""};
     std::string text;
     for (std::size_t i = 0; i < patient.lines.size(); ++i) {
-        const bool fIll = i == patient.at || patient.dose >= 128;
-        text += patient.lines[i] + (fIll ? ends[patient.dose % std::size(ends)] : "\r\n");
+        const bool isMutated = i == patient.at || patient.dose >= 128;
+        text += patient.lines[i] + (isMutated ? ends[patient.dose % std::size(ends)] : "\r\n");
     }
     return text + "\r\n";
 }

@@ -120,8 +120,8 @@ struct Model {
         }
         std::string number = words[0].substr(words[0].find(':') + 1);
         number = number.substr(0, number.find(':'));
-        const bool fDigits = !number.empty() && number.find_first_not_of("0123456789") == std::string::npos;
-        tag = fDigits ? static_cast<std::int32_t>(std::strtol(number.c_str(), nullptr, 10)) : 1;
+        const bool isDigits = !number.empty() && number.find_first_not_of("0123456789") == std::string::npos;
+        tag = isDigits ? static_cast<std::int32_t>(std::strtol(number.c_str(), nullptr, 10)) : 1;
         if (words[2].size() < 47) {
             return;
         }

@@ -68,8 +68,8 @@ struct Held final : LocalSDP {
 /// What is known of a handler without looking into it.
 struct Model {
     std::optional<Held> local = Held(LocalSDP());
-    bool fSrtp = false;
-    bool fBfcp = false;
+    bool usesSrtp = false;
+    bool usesBfcp = false;
     std::int32_t id = 0;
     std::uint32_t version = 1;
     std::size_t sections = 0;
@@ -108,24 +108,24 @@ void ModelParse(Model& model, const std::string& text) {
 /// A handler that was made for this moment: what it reads and writes is what the old one must read and write.
 void MakeFresh(SDPHandler& fresh, const Model& model, const std::string& address, RemoteSDP& remote) {
     fresh.InitializeLocalSDP(*model.local);
-    fresh.m_bSRTP = model.fSrtp;
-    fresh.SetBfcpSupport(model.fBfcp);
+    fresh.m_bSRTP = model.usesSrtp;
+    fresh.SetBfcpSupport(model.usesBfcp);
     fresh.m_iSessionID = model.id;
     fresh.m_iSessionVersion = model.version;
     fresh.strSessionIPAddr = address;
     fresh.ParseTheSDP(model.text, remote);
 }
 
-std::string StateText(bool fOffer, const LocalSDP& local, bool fSrtp, bool fBfcp, std::int32_t id,
+std::string StateText(bool isOffer, const LocalSDP& local, bool usesSrtp, bool usesBfcp, std::int32_t id,
                       std::uint32_t version, const std::string& address) {
-    return "offer=" + std::to_string(fOffer) + " srtp=" + std::to_string(fSrtp) +
-           " bfcp=" + std::to_string(fBfcp) + " id=" + std::to_string(id) +
+    return "offer=" + std::to_string(isOffer) + " srtp=" + std::to_string(usesSrtp) +
+           " bfcp=" + std::to_string(usesBfcp) + " id=" + std::to_string(id) +
            " version=" + std::to_string(version) + " address=" + address + "\n" + RecordText(local);
 }
 
 void CheckState(const SDPHandler& handler, const Model& model, const char* call) {
     RequireSame(call, "model",
-                StateText(model.sections == 0, *model.local, model.fSrtp, model.fBfcp, model.id,
+                StateText(model.sections == 0, *model.local, model.usesSrtp, model.usesBfcp, model.id,
                           model.version, model.address),
                 "handler",
                 StateText(handler.IsOffer(), handler.MyLocalSDP, handler.m_bSRTP, handler.m_fBfcpSupported,
@@ -143,13 +143,13 @@ std::string OriginLine(const Model& model) {
 
 class Life {
 public:
-    Life(const Side& side, std::uint8_t start) : m_plain(side.fPlain) {
+    Life(const Side& side, std::uint8_t start) : m_plain(side.isPlain) {
         static constexpr std::uint32_t versions[] = {1, 0x7ffffffe, 0xfffffffd, 0};
         static constexpr std::int32_t ids[] = {1000, -1, 0x7fffffff, static_cast<std::int32_t>(0x80000000)};
         Prepare(m_handler, side);
         ModelInitialize(m_model, side.local);
-        m_model.fSrtp = side.fSrtp;
-        m_model.fBfcp = side.fBfcp;
+        m_model.usesSrtp = side.usesSrtp;
+        m_model.usesBfcp = side.usesBfcp;
         m_model.version = m_handler.m_iSessionVersion = versions[start & 3U];
         m_model.id = m_handler.m_iSessionID = ids[(start >> 2U) & 3U];
         CheckState(m_handler, m_model, "the state after preparation");
@@ -170,10 +170,10 @@ public:
         case 7:
             return Address(input);
         case 8:
-            m_model.fBfcp = (input.Byte() & 1U) != 0;
-            return m_handler.SetBfcpSupport(m_model.fBfcp);
+            m_model.usesBfcp = (input.Byte() & 1U) != 0;
+            return m_handler.SetBfcpSupport(m_model.usesBfcp);
         case 9:
-            m_handler.m_bSRTP = m_model.fSrtp = (input.Byte() & 1U) != 0;
+            m_handler.m_bSRTP = m_model.usesSrtp = (input.Byte() & 1U) != 0;
             return;
         case 10:
             return Initialize(AnySide(input, secret));
@@ -196,8 +196,8 @@ public:
     void End() {
         Side side;
         side.local = *m_model.local;
-        side.fSrtp = m_model.fSrtp;
-        side.fBfcp = m_model.fBfcp;
+        side.usesSrtp = m_model.usesSrtp;
+        side.usesBfcp = m_model.usesBfcp;
         CheckGoodTextAfterwards(m_handler, side);
     }
 
@@ -245,10 +245,10 @@ private:
         RemoteSDP unused;
         SDPHandler fresh;
         MakeFresh(fresh, m_model, m_model.address, unused);
-        const bool fOffer = m_model.sections == 0;
+        const bool isOffer = m_model.sections == 0;
         const std::string text = m_handler.GetLocalSDP();
         RequireSame("an old handler writes as a fresh one", "fresh", fresh.GetLocalSDP(), "old", text);
-        if (fOffer && m_model.local->strDefaultIPAddr.empty()) {
+        if (isOffer && m_model.local->strDefaultIPAddr.empty()) {
             RequireSame("no address, no offer", "wanted", "", "written", text);
             return;
         }
@@ -258,9 +258,9 @@ private:
                     text.substr(0, 5 + origin.size()).erase(0, 5));
         Side side;
         side.local = *m_model.local;
-        side.fSrtp = m_model.fSrtp;
-        side.fBfcp = m_model.fBfcp;
-        side.fPlain = m_plain;
+        side.usesSrtp = m_model.usesSrtp;
+        side.usesBfcp = m_model.usesBfcp;
+        side.isPlain = m_plain;
         CheckDescription(m_handler, side, text);
         m_last = text;
     }
@@ -280,7 +280,7 @@ private:
     }
 
     void Initialize(const Side& side) {
-        m_plain = side.fPlain;
+        m_plain = side.isPlain;
         m_handler.InitializeLocalSDP(side.local);
         ModelInitialize(m_model, side.local);
     }

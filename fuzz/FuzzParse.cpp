@@ -12,7 +12,7 @@ void Run(fuzz::Input input, std::uint64_t secret) {
     const std::string text = input.Rest();
     fuzz::Watch watch;
     watch.Add(planted);
-    fuzz::CheckHandling(side, side.fPlant ? fuzz::Plant(text, planted) : text, watch);
+    fuzz::CheckHandling(side, side.plantsKeys ? fuzz::Plant(text, planted) : text, watch);
 }
 
 } // namespace

@@ -101,17 +101,18 @@ void CheckJson(const std::string& json, const Watch& watch) {
 void CheckRepair(const std::string& text) {
     std::vector<std::string> notes;
     const std::string repaired = cmsdp::RepairRemoteText(text, notes);
-    const bool fWhole = repaired.size() >= 2 && repaired.compare(repaired.size() - 2, 2, "\r\n") == 0;
-    Require(repaired.empty() || fWhole, "a repaired text ends in CR LF", repaired, text);
+    const bool isWhole = repaired.size() >= 2 && repaired.compare(repaired.size() - 2, 2, "\r\n") == 0;
+    Require(repaired.empty() || isWhole, "a repaired text ends in CR LF", repaired, text);
     for (std::size_t at = repaired.find('\n'); at != std::string::npos; at = repaired.find('\n', at + 1)) {
         Require(at > 0 && repaired[at - 1] == '\r', "no line of a repaired text ends in LF alone",
                 repaired.substr(0, at), text);
     }
-    const bool fMark = repaired.compare(0, 3, "\xef\xbb\xbf") == 0;
+    const bool hasMark = repaired.compare(0, 3, "\xef\xbb\xbf") == 0;
     notes.clear();
     const std::string again = cmsdp::RepairRemoteText(repaired, notes);
-    RequireSame("a repaired text needs no repair", "first", repaired.substr(fMark ? 3 : 0), "second", again);
-    Require(fMark || notes.empty(), "a repaired text gets no note", notes.empty() ? "" : notes[0], text);
+    RequireSame("a repaired text needs no repair", "first", repaired.substr(hasMark ? 3 : 0), "second",
+                again);
+    Require(hasMark || notes.empty(), "a repaired text gets no note", notes.empty() ? "" : notes[0], text);
 }
 
 cmsdp::Outcome RunVerb(const cmsdp::CommandLine& line, const cmsdp::Screen& screen) {
@@ -131,8 +132,8 @@ void CheckOutcome(const cmsdp::Outcome& outcome, const cmsdp::CommandLine& line,
                   const Watch& watch) {
     Require(outcome.status == cmsdp::kDone || outcome.status == cmsdp::kNothingNegotiated,
             "a verb that ends has done its work", std::to_string(outcome.status), outcome.text);
-    const bool fText = line.verb == cmsdp::Verb::kInspect || line.verb == cmsdp::Verb::kCall;
-    if (fText && !screen.colour) {
+    const bool readsText = line.verb == cmsdp::Verb::kInspect || line.verb == cmsdp::Verb::kCall;
+    if (readsText && !screen.colour) {
         Require(IsPrintable(outcome.text), "a report is printable", outcome.text, outcome.text);
     }
     if (line.verb == cmsdp::Verb::kInspect && line.json) {

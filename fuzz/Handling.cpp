@@ -17,8 +17,8 @@ constexpr Budget kAnswer = {"answer", 65536, 8, 16384, 16};
 void CheckDependence(const Side& side, const std::string& text, const std::string& record) {
     SDPHandler other;
     other.MyLocalSDP.eAudioCodec = side.local.eAudioCodec;
-    other.m_bSRTP = !side.fSrtp;
-    other.SetBfcpSupport(!side.fBfcp);
+    other.m_bSRTP = !side.usesSrtp;
+    other.SetBfcpSupport(!side.usesBfcp);
     RemoteSDP ofOther;
     other.ParseTheSDP(text, ofOther);
     RequireSame("the record depends on text and codecs only", "this side", record, "another side",
@@ -37,7 +37,7 @@ std::string Dumps(const SDPHandler& handler, const RemoteSDP& remote) {
 } // namespace
 
 Handled CheckHandling(const Side& side, const std::string& text, Watch watch) {
-    Trace trace(side.fTrace);
+    Trace trace(side.isTraced);
     SDPHandler handler;
     Prepare(handler, side);
     handler.m_iSessionID = 1000;
@@ -46,7 +46,7 @@ Handled CheckHandling(const Side& side, const std::string& text, Watch watch) {
 
     const Meter parsing;
     const int result = handler.ParseTheSDP(text, remote);
-    CheckCost(side.fTrace ? kTraced : kParse, parsing.Read(), text.size());
+    CheckCost(side.isTraced ? kTraced : kParse, parsing.Read(), text.size());
     const std::string record = RecordText(remote);
     Require(result == (text.empty() ? 1 : 0), "only an empty text is told apart", std::to_string(result),
             text);

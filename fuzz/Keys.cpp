@@ -34,7 +34,7 @@ std::size_t Place(std::uint64_t window) {
 }
 
 /// Whether a window that is found may still be a coincidence.
-bool g_fSuspectOnly = false;
+bool g_isSuspicionOnly = false;
 
 struct Suspicion {};
 
@@ -191,7 +191,7 @@ std::string Watch::Find(std::string_view text) const {
 
 void Watch::Check(const char* what, std::string_view text) const {
     const std::string found = Find(text);
-    if (!found.empty() && g_fSuspectOnly) {
+    if (!found.empty() && g_isSuspicionOnly) {
         throw Suspicion();
     }
     if (!found.empty()) {
@@ -201,12 +201,12 @@ void Watch::Check(const char* what, std::string_view text) const {
 
 void RunWithSecret(const std::uint8_t* data, std::size_t size, void (*run)(Input, std::uint64_t)) {
     std::uint64_t secret = Hash(data, size);
-    g_fSuspectOnly = true;
+    g_isSuspicionOnly = true;
     try {
         run(Input(data, size), secret);
         return;
     } catch (const Suspicion&) {
-        g_fSuspectOnly = false;
+        g_isSuspicionOnly = false;
     }
     NextRandom(secret);
     run(Input(data, size), ~secret);

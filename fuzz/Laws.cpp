@@ -190,23 +190,24 @@ void CheckLines(const Side& side, const std::string& text) {
         return video.eVideoCodec != 0 && video.eVideoType != VIDEOTYPE_MAIN &&
                video.eVideoType != VIDEOTYPE_PRESO;
     };
-    const bool fBare = noRole(side.local.m_VideoMain) || (side.fBfcp && noRole(side.local.m_VideoPreso));
+    const bool mayBeBare =
+        noRole(side.local.m_VideoMain) || (side.usesBfcp && noRole(side.local.m_VideoPreso));
     static constexpr std::string_view starts[] = {"v=0", "o=Quillmarshorizon", "s=-", "c=IN IP4 "};
 
     std::string_view rest = text;
     for (std::size_t number = 0; !rest.empty(); ++number) {
         const std::size_t end = std::min(rest.find('\r'), rest.find('\n'));
         std::string_view line = rest.substr(0, end);
-        const bool fEnded = StartsWith(rest.substr(line.size()), "\r\n");
-        bool fRole = true;
+        const bool isEnded = StartsWith(rest.substr(line.size()), "\r\n");
+        bool hasRole = true;
         while (StartsWith(line, bare)) {
-            fRole = false;
+            hasRole = false;
             line.remove_prefix(bare.size());
         }
-        Require(fRole || fBare, "a bare label belongs to a stream without a role", rest, text);
-        Require(fEnded || (!fRole && line.empty() && end == std::string_view::npos),
+        Require(hasRole || mayBeBare, "a bare label belongs to a stream without a role", rest, text);
+        Require(isEnded || (!hasRole && line.empty() && end == std::string_view::npos),
                 "every line ends in CR LF", rest, text);
-        Require(!line.empty() || !fRole, "no line is empty", rest, text);
+        Require(!line.empty() || !hasRole, "no line is empty", rest, text);
         Require(line.find("a=rtpmap:") != 0 || line.size() > 9, "no rtpmap stands bare", rest, text);
         Require(number >= std::size(starts) || StartsWith(line, starts[number]),
                 "the session block stands first", line, text);

@@ -43,7 +43,7 @@ void CheckDescription(const SDPHandler& handler, const Side& side, const std::st
 
 /// A second handler that speaks every codec reads our description and finds what this side has: ports,
 /// addresses, payload numbers, levels and limits, and in an offer codecs, directions, keys and bandwidth.
-void CheckReadsBack(const Side& side, const std::string& text, bool fOffer);
+void CheckReadsBack(const Side& side, const std::string& text, bool isOffer);
 
 /// The handler reads and answers a good text as a fresh one does. Only the session address outlives a parse.
 void CheckGoodTextAfterwards(SDPHandler& used, const Side& side);

@@ -49,21 +49,21 @@ void WantVideo(const VideoParms& ours, const LocalSDP& local, const VideoParms& 
 /// The codec that a far end with all of them takes from our list: the first of ours that is one.
 std::int32_t FirstCodec(const LocalSDP& local) {
     for (const int codec : local.listAudioCodecPriority) {
-        const bool fAudio = codec == PAYLOAD_G711U || codec == PAYLOAD_G729 || codec == PAYLOAD_G7221 ||
-                            codec == PAYLOAD_G722;
-        if (fAudio && (local.eAudioCodec & codec) != 0) {
+        const bool hasAudio = codec == PAYLOAD_G711U || codec == PAYLOAD_G729 || codec == PAYLOAD_G7221 ||
+                              codec == PAYLOAD_G722;
+        if (hasAudio && (local.eAudioCodec & codec) != 0) {
             return codec;
         }
     }
     return PAYLOAD_UNKNOWN;
 }
 
-void WantKey(const Side& side, const RemoteSDP& far, baseSDP::SRTP_M_LINE n, bool fLine,
+void WantKey(const Side& side, const RemoteSDP& far, baseSDP::SRTP_M_LINE n, bool hasLine,
              const std::string& text) {
     const auto suite = Quor::media::rtp::CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32;
     static const unsigned char none[baseSDP::kKeyLength] = {};
     // The far end reads one suite only.
-    const bool fRead = fLine && side.fSrtp && side.local.cryptoAlgo[n] == suite;
+    const bool fRead = hasLine && side.usesSrtp && side.local.cryptoAlgo[n] == suite;
     Want("cryptoAlgo", fRead ? suite : 0, far.cryptoAlgo[n], text);
     Want("key", 0,
          std::memcmp(fRead ? side.local.bufSRTPKey[n] : none, far.bufSRTPKey[n], baseSDP::kKeyLength), text);
@@ -74,28 +74,28 @@ void WantKey(const Side& side, const RemoteSDP& far, baseSDP::SRTP_M_LINE n, boo
 
 void WantOffer(const Side& side, const RemoteSDP& far, const std::string& text) {
     const LocalSDP& local = side.local;
-    const bool fMain = (local.m_VideoMain.eVideoCodec & kH264Bits) != 0;
-    const bool fPreso = side.fBfcp && (local.m_VideoPreso.eVideoCodec & kH264Bits) != 0;
-    const bool fAudio = !local.listAudioCodecPriority.empty();
-    Want("fIsAudioValid", fAudio, far.fIsAudioValid, text);
-    const std::int32_t codec = fAudio ? FirstCodec(local) : PAYLOAD_UNKNOWN;
+    const bool hasMain = (local.m_VideoMain.eVideoCodec & kH264Bits) != 0;
+    const bool hasPreso = side.usesBfcp && (local.m_VideoPreso.eVideoCodec & kH264Bits) != 0;
+    const bool hasAudio = !local.listAudioCodecPriority.empty();
+    Want("fIsAudioValid", hasAudio, far.fIsAudioValid, text);
+    const std::int32_t codec = hasAudio ? FirstCodec(local) : PAYLOAD_UNKNOWN;
     Want("eAudioCodec", codec, far.eAudioCodec, text);
-    const bool fFlows = local.iAudioRTPPort != 0 && codec != PAYLOAD_UNKNOWN;
-    Want("fAudioSend", fFlows, far.fAudioSend, text);
-    Want("fAudioRecv", fFlows, far.fAudioRecv, text);
-    Want("main fIsVideoValid", fMain, far.m_VideoMain.fIsVideoValid, text);
-    Want("preso fIsVideoValid", fPreso, far.m_VideoPreso.fIsVideoValid, text);
-    if (fMain) {
+    const bool canFlow = local.iAudioRTPPort != 0 && codec != PAYLOAD_UNKNOWN;
+    Want("fAudioSend", canFlow, far.fAudioSend, text);
+    Want("fAudioRecv", canFlow, far.fAudioRecv, text);
+    Want("main fIsVideoValid", hasMain, far.m_VideoMain.fIsVideoValid, text);
+    Want("preso fIsVideoValid", hasPreso, far.m_VideoPreso.fIsVideoValid, text);
+    if (hasMain) {
         // A muted camera receives only: the far end may send and shall not receive.
-        const bool fUp = local.m_VideoMain.iVideoRTPPort != 0;
-        Want("main fVideoSend", fUp, far.m_VideoMain.fVideoSend, text);
-        Want("main fVideoRecv", fUp && !local.fVideoTxMuted, far.m_VideoMain.fVideoRecv, text);
+        const bool isUp = local.m_VideoMain.iVideoRTPPort != 0;
+        Want("main fVideoSend", isUp, far.m_VideoMain.fVideoSend, text);
+        Want("main fVideoRecv", isUp && !local.fVideoTxMuted, far.m_VideoMain.fVideoRecv, text);
     }
-    WantKey(side, far, baseSDP::SRTP_AUDIO, fAudio, text);
+    WantKey(side, far, baseSDP::SRTP_AUDIO, hasAudio, text);
     WantKey(side, far, baseSDP::SRTP_VIDEO, (local.m_VideoMain.eVideoCodec & PAYLOAD_H264) != 0, text);
     WantKey(side, far, baseSDP::SRTP_VIDEO_PRESO,
-            side.fBfcp && (local.m_VideoPreso.eVideoCodec & PAYLOAD_H264) != 0, text);
-    if (side.fBfcp) {
+            side.usesBfcp && (local.m_VideoPreso.eVideoCodec & PAYLOAD_H264) != 0, text);
+    if (side.usesBfcp) {
         Want("iVideoPresoControlPort", local.iVideoPresoControlPort, far.iVideoPresoControlPort, text);
         Want("iBfcpConfid", 15, far.iBfcpConfid, text);
         Want("iBfcpUserid", 15, far.iBfcpUserid, text);
@@ -107,7 +107,7 @@ void WantOffer(const Side& side, const RemoteSDP& far, const std::string& text) 
 
 } // namespace
 
-void CheckReadsBack(const Side& side, const std::string& text, bool fOffer) {
+void CheckReadsBack(const Side& side, const std::string& text, bool isOffer) {
     if (text.empty()) {
         return;
     }
@@ -119,8 +119,8 @@ void CheckReadsBack(const Side& side, const std::string& text, bool fOffer) {
     const LocalSDP& local = side.local;
     // A video section without a format opens nothing at the far end, and its content line then turns the
     // section before it round; a number that both modes share names one format.
-    const std::int32_t preso = side.fBfcp ? local.m_VideoPreso.eVideoCodec : 0;
-    if (!side.fPlain || local.iVideoPayloadMode0 == local.iVideoPayloadMode1 ||
+    const std::int32_t preso = side.usesBfcp ? local.m_VideoPreso.eVideoCodec : 0;
+    if (!side.isPlain || local.iVideoPayloadMode0 == local.iVideoPayloadMode1 ||
         local.m_VideoMain.eVideoType != VIDEOTYPE_MAIN || local.m_VideoPreso.eVideoType != VIDEOTYPE_PRESO ||
         (preso != 0 && (preso & kH264Bits) == 0)) {
         return;
@@ -137,7 +137,7 @@ void CheckReadsBack(const Side& side, const std::string& text, bool fOffer) {
     if ((preso & kH264Bits) != 0) {
         WantVideo(local.m_VideoPreso, local, far.m_VideoPreso, text);
     }
-    if (fOffer) {
+    if (isOffer) {
         WantOffer(side, far, text);
     }
 }

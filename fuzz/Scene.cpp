@@ -44,8 +44,8 @@ constexpr Level kLevels[] = {
 
 struct Direction {
     const char* line;
-    bool fWeSend;
-    bool fWeReceive;
+    bool weSend;
+    bool weReceive;
 };
 constexpr Direction kDirections[] = {
     {"", true, true},
@@ -69,8 +69,8 @@ public:
             Section();
         }
         // A session bandwidth stands for the sum of the sections.
-        m_scene.wanted.iMaxBandwidth = m_fSessionBandwidth ? m_sessionBandwidth : m_sum;
-        m_scene.wanted.strAudioIPAddr = Or(m_scene.wanted.strAudioIPAddr, m_fAudio);
+        m_scene.wanted.iMaxBandwidth = m_hasSessionBandwidth ? m_sessionBandwidth : m_sum;
+        m_scene.wanted.strAudioIPAddr = Or(m_scene.wanted.strAudioIPAddr, m_hasAudio);
         m_scene.wanted.m_VideoMain.strVideoIPAddr =
             Or(m_scene.wanted.m_VideoMain.strVideoIPAddr, m_scene.wanted.m_VideoMain.fIsVideoValid);
         m_scene.wanted.m_VideoPreso.strVideoIPAddr =
@@ -92,8 +92,8 @@ private:
 
     void Line(const std::string& line) { m_scene.lines.push_back(line); }
 
-    std::string Or(const std::string& own, bool fTaken) const {
-        return own.empty() && fTaken ? m_sessionAddress : own;
+    std::string Or(const std::string& own, bool isTaken) const {
+        return own.empty() && isTaken ? m_sessionAddress : own;
     }
 
     void Session() {
@@ -106,7 +106,7 @@ private:
             Line("c=IN IP4 192.0.2.2");
         }
         if ((parts & 2U) != 0) {
-            m_fSessionBandwidth = true;
+            m_hasSessionBandwidth = true;
             m_sessionBandwidth = 768000;
             Line((parts & 4U) != 0 ? "b=AS:768" : "b=TIAS:768");
         }
@@ -166,8 +166,8 @@ private:
             Crypto(common);
         }
         const Direction& direction = m_input.Pick(kDirections);
-        common.fSend = direction.fWeSend;
-        common.fRecv = direction.fWeReceive;
+        common.fSend = direction.weSend;
+        common.fRecv = direction.weReceive;
         if (*direction.line != '\0') {
             Line(direction.line);
         }
@@ -220,10 +220,10 @@ private:
                 Line(std::string("a=fmtp:") + format.payload + " " + format.parms);
             }
         }
-        if (m_fAudio) {
+        if (m_hasAudio) {
             return;
         }
-        m_fAudio = true;
+        m_hasAudio = true;
         RemoteSDP& wanted = m_scene.wanted;
         for (const AudioFormat& format : formats) {
             if (wanted.eAudioCodec == PAYLOAD_UNKNOWN && (format.codec & m_codecs) != 0) {
@@ -234,18 +234,18 @@ private:
                 wanted.iDTMFPayload = std::atoi(format.payload);
             }
         }
-        const bool fFlows = port != 0 && wanted.eAudioCodec != PAYLOAD_UNKNOWN;
+        const bool canFlow = port != 0 && wanted.eAudioCodec != PAYLOAD_UNKNOWN;
         wanted.iAudioRTPPort = port;
         wanted.strAudioIPAddr = common.address;
-        wanted.fAudioSend = fFlows && common.fSend;
-        wanted.fAudioRecv = fFlows && common.fRecv;
+        wanted.fAudioSend = canFlow && common.fSend;
+        wanted.fAudioRecv = canFlow && common.fRecv;
         wanted.fIsAudioValid = true;
         m_sum += common.tias;
         StoreKey(common, baseSDP::SRTP_AUDIO);
     }
 
     /// One H.264 format; what it says goes into `stream` until a format with a mode was loaded.
-    void H264(const char* payload, VideoParms& stream, bool& fDone) {
+    void H264(const char* payload, VideoParms& stream, bool& isDone) {
         const Level& level = m_input.Pick(kLevels);
         const std::uint8_t parts = m_input.Byte();
         const char* const separator = (parts & 1U) != 0 ? "; " : ";";
@@ -269,7 +269,7 @@ private:
         }
         Line(std::string("a=rtpmap:") + payload + " H264/90000");
         Line(std::string("a=fmtp:") + payload + " " + parms);
-        if (fDone) {
+        if (isDone) {
             return;
         }
         stream.iVideoPayload = std::atoi(payload);
@@ -278,7 +278,7 @@ private:
         stream.iFmtpMaxFrameSize = (parts & 16U) != 0 ? 10 * limit : stream.iFmtpMaxFrameSize;
         stream.iFmtpMaxBitRate = (parts & 32U) != 0 ? 5 * limit : stream.iFmtpMaxBitRate;
         stream.iFmtpPacketizationMode = mode >= 0 ? mode : stream.iFmtpPacketizationMode;
-        fDone = stream.iFmtpPacketizationMode != 0;
+        isDone = stream.iFmtpPacketizationMode != 0;
     }
 
     void Video(VideoType_t role) {
@@ -300,12 +300,12 @@ private:
         RemoteSDP& wanted = m_scene.wanted;
         VideoParms& stream = role == VIDEOTYPE_PRESO ? wanted.m_VideoPreso : wanted.m_VideoMain;
         VideoParms ignored;
-        const bool fTaken = !stream.fIsVideoValid;
-        bool fDone = false;
+        const bool isTaken = !stream.fIsVideoValid;
+        bool isDone = false;
         for (std::size_t i = 0; i < formats; ++i) {
-            H264(payloads[i], fTaken ? stream : ignored, fDone);
+            H264(payloads[i], isTaken ? stream : ignored, isDone);
         }
-        if (!fTaken) {
+        if (!isTaken) {
             return;
         }
         stream.eVideoCodec = PAYLOAD_H264;
@@ -345,10 +345,10 @@ private:
     std::int32_t m_codecs;
     Scene m_scene;
     std::string m_sessionAddress;
-    bool m_fSessionBandwidth = false;
+    bool m_hasSessionBandwidth = false;
     std::int32_t m_sessionBandwidth = 0;
     std::int32_t m_sum = 0;
-    bool m_fAudio = false;
+    bool m_hasAudio = false;
 };
 
 } // namespace

@@ -104,10 +104,10 @@ Side AnySide(Input& input, std::uint64_t secret) {
     Side side;
     LocalSDP& local = side.local;
     const std::uint8_t switches = input.Byte();
-    side.fSrtp = (switches & 1U) != 0;
-    side.fBfcp = (switches & 2U) != 0;
-    side.fTrace = (switches & 4U) != 0;
-    side.fPlant = (switches & 8U) != 0;
+    side.usesSrtp = (switches & 1U) != 0;
+    side.usesBfcp = (switches & 2U) != 0;
+    side.isTraced = (switches & 4U) != 0;
+    side.plantsKeys = (switches & 8U) != 0;
     local.fVideoTxMuted = (switches & 16U) != 0;
 
     const std::uint8_t codecs = input.Byte();
@@ -156,8 +156,8 @@ Side AnySide(Input& input, std::uint64_t secret) {
     local.strDefaultIPAddr = Text(texts & 15U);
     local.strMyIPAddr = Text((texts >> 4U) + 1U);
     local.strOExtension = Text(static_cast<std::size_t>(texts >> 4U) * 3U + 1U);
-    side.fPlain = (texts & 15U) < kPlainTexts && ((texts >> 4U) + 1U) % 16U < kPlainTexts &&
-                  ((texts >> 4U) * 3U + 1U) % 16U < kPlainTexts;
+    side.isPlain = (texts & 15U) < kPlainTexts && ((texts >> 4U) + 1U) % 16U < kPlainTexts &&
+                   ((texts >> 4U) * 3U + 1U) % 16U < kPlainTexts;
     return side;
 }
 
@@ -169,8 +169,8 @@ Side WholeSide(std::uint64_t secret) {
 
 void Prepare(SDPHandler& handler, const Side& side) {
     handler.InitializeLocalSDP(side.local);
-    handler.m_bSRTP = side.fSrtp;
-    handler.SetBfcpSupport(side.fBfcp);
+    handler.m_bSRTP = side.usesSrtp;
+    handler.SetBfcpSupport(side.usesBfcp);
 }
 
 } // namespace fuzz

@@ -13,12 +13,12 @@ namespace fuzz {
 
 struct Side {
     LocalSDP local;
-    bool fSrtp = false;
-    bool fBfcp = false;
-    bool fTrace = false; ///< a trace sink is installed while the handler works
-    bool fPlant = false; ///< the far end's keys are replaced by known random ones
+    bool usesSrtp = false;
+    bool usesBfcp = false;
+    bool isTraced = false;   ///< a trace sink is installed while the handler works
+    bool plantsKeys = false; ///< the far end's keys are replaced by known random ones
     /// The texts are addresses and names, so that what this side writes has one reading.
-    bool fPlain = true;
+    bool isPlain = true;
 };
 
 /// Bytes that AnySide takes from the front of an input.

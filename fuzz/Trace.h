@@ -9,9 +9,9 @@ namespace fuzz {
 
 class Trace {
 public:
-    /// @param fInstall  whether there is a sink at all
-    explicit Trace(bool fInstall) {
-        if (fInstall) {
+    /// @param isInstalled  whether there is a sink at all
+    explicit Trace(bool isInstalled) {
+        if (isInstalled) {
             SetCommonMediaTraceSink(&m_sink);
         }
     }

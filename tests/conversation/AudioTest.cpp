@@ -36,25 +36,25 @@ const std::string kNoVideo =
 TEST(ConversationAudio, TwoEqualEndpointsTakeTheOfferersFirstCodec) {
     Near near(AudioLocal());
     Far far(AudioLocal());
-    const std::string strOffer = near.Speak();
-    EXPECT_TEXT(strOffer, kOffer);
-    EXPECT_TEXT(far.Hear(strOffer),
+    const std::string offer = near.Speak();
+    EXPECT_TEXT(offer, kOffer);
+    EXPECT_TEXT(far.Hear(offer),
                 "audio codec=16 payload=104 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n" +
                     kNoVideo);
-    const std::string strAnswer = far.Speak();
-    EXPECT_TEXT(strAnswer, "v=0\r\n"
-                           "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
-                           "s=-\r\n"
-                           "c=IN IP4 192.0.2.2\r\n"
-                           "t=0 0\r\n"
-                           "m=audio 20384 RTP/AVP 104 101\r\n"
-                           "a=rtpmap:104 G7221/16000\r\n"
-                           "a=fmtp:104 bitrate=32000\r\n"
-                           "a=rtpmap:101 telephone-event/8000\r\n"
-                           "a=fmtp:101 0-15\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
-    EXPECT_TEXT(near.Hear(strAnswer),
+    const std::string answer = far.Speak();
+    EXPECT_TEXT(answer, "v=0\r\n"
+                        "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
+                        "s=-\r\n"
+                        "c=IN IP4 192.0.2.2\r\n"
+                        "t=0 0\r\n"
+                        "m=audio 20384 RTP/AVP 104 101\r\n"
+                        "a=rtpmap:104 G7221/16000\r\n"
+                        "a=fmtp:104 bitrate=32000\r\n"
+                        "a=rtpmap:101 telephone-event/8000\r\n"
+                        "a=fmtp:101 0-15\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
+    EXPECT_TEXT(near.Hear(answer),
                 "audio codec=16 payload=104 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n" +
                     kNoVideo);
 }
@@ -65,24 +65,24 @@ TEST(ConversationAudio, TheOfferersOrderGoesBeforeTheAnswerersPriority) {
     old.eAudioCodec = PayloadType_t(PAYLOAD_G711U | PAYLOAD_G729);
     old.listAudioCodecPriority = {PAYLOAD_G729, PAYLOAD_G711U};
     Far far(old);
-    const std::string strOffer = near.Speak();
-    EXPECT_TEXT(strOffer, kOffer);
-    EXPECT_TEXT(far.Hear(strOffer),
+    const std::string offer = near.Speak();
+    EXPECT_TEXT(offer, kOffer);
+    EXPECT_TEXT(far.Hear(offer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n" +
                     kNoVideo);
-    const std::string strAnswer = far.Speak();
-    EXPECT_TEXT(strAnswer, "v=0\r\n"
-                           "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
-                           "s=-\r\n"
-                           "c=IN IP4 192.0.2.2\r\n"
-                           "t=0 0\r\n"
-                           "m=audio 20384 RTP/AVP 0 101\r\n"
-                           "a=rtpmap:0 PCMU/8000\r\n"
-                           "a=rtpmap:101 telephone-event/8000\r\n"
-                           "a=fmtp:101 0-15\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
-    EXPECT_TEXT(near.Hear(strAnswer),
+    const std::string answer = far.Speak();
+    EXPECT_TEXT(answer, "v=0\r\n"
+                        "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
+                        "s=-\r\n"
+                        "c=IN IP4 192.0.2.2\r\n"
+                        "t=0 0\r\n"
+                        "m=audio 20384 RTP/AVP 0 101\r\n"
+                        "a=rtpmap:0 PCMU/8000\r\n"
+                        "a=rtpmap:101 telephone-event/8000\r\n"
+                        "a=fmtp:101 0-15\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
+    EXPECT_TEXT(near.Hear(answer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n" +
                     kNoVideo);
 }
@@ -94,33 +94,33 @@ TEST(ConversationAudio, WithoutACommonCodecOnlyTelephoneEventsAreLeft) {
     older.eAudioCodec = PAYLOAD_G729;
     Near near(newer);
     Far far(older);
-    const std::string strOffer = near.Speak();
-    EXPECT_TEXT(strOffer, "v=0\r\n"
-                          "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
-                          "s=-\r\n"
-                          "c=IN IP4 192.0.2.1\r\n"
-                          "t=0 0\r\n"
-                          "m=audio 16384 RTP/AVP 9 101\r\n"
-                          "a=rtpmap:9 G722/8000\r\n"
-                          "a=rtpmap:101 telephone-event/8000\r\n"
-                          "a=fmtp:101 0-15\r\n"
-                          "a=sendrecv\r\n"
-                          "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
-    EXPECT_TEXT(far.Hear(strOffer),
+    const std::string offer = near.Speak();
+    EXPECT_TEXT(offer, "v=0\r\n"
+                       "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
+                       "s=-\r\n"
+                       "c=IN IP4 192.0.2.1\r\n"
+                       "t=0 0\r\n"
+                       "m=audio 16384 RTP/AVP 9 101\r\n"
+                       "a=rtpmap:9 G722/8000\r\n"
+                       "a=rtpmap:101 telephone-event/8000\r\n"
+                       "a=fmtp:101 0-15\r\n"
+                       "a=sendrecv\r\n"
+                       "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
+    EXPECT_TEXT(far.Hear(offer),
                 "audio codec=256 payload=0 dtmf=101 addr=192.0.2.1 port=16384 send=0 recv=0 valid=1\n" +
                     kNoVideo);
-    const std::string strAnswer = far.Speak();
-    EXPECT_TEXT(strAnswer, "v=0\r\n"
-                           "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
-                           "s=-\r\n"
-                           "c=IN IP4 192.0.2.2\r\n"
-                           "t=0 0\r\n"
-                           "m=audio 20384 RTP/AVP 101\r\n"
-                           "a=rtpmap:101 telephone-event/8000\r\n"
-                           "a=fmtp:101 0-15\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
-    EXPECT_TEXT(near.Hear(strAnswer),
+    const std::string answer = far.Speak();
+    EXPECT_TEXT(answer, "v=0\r\n"
+                        "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
+                        "s=-\r\n"
+                        "c=IN IP4 192.0.2.2\r\n"
+                        "t=0 0\r\n"
+                        "m=audio 20384 RTP/AVP 101\r\n"
+                        "a=rtpmap:101 telephone-event/8000\r\n"
+                        "a=fmtp:101 0-15\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
+    EXPECT_TEXT(near.Hear(answer),
                 "audio codec=256 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=0 recv=0 valid=1\n" +
                     kNoVideo);
 }
@@ -130,18 +130,18 @@ TEST(ConversationAudio, AnAnswererWithoutAudioLeavesTheSectionOut) {
     LocalSDP silent = AudioLocal();
     silent.listAudioCodecPriority.clear();
     Far far(silent);
-    const std::string strOffer = near.Speak();
-    EXPECT_TEXT(strOffer, kOffer);
-    EXPECT_TEXT(far.Hear(strOffer),
+    const std::string offer = near.Speak();
+    EXPECT_TEXT(offer, kOffer);
+    EXPECT_TEXT(far.Hear(offer),
                 "audio codec=16 payload=104 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n" +
                     kNoVideo);
-    const std::string strAnswer = far.Speak();
-    EXPECT_TEXT(strAnswer, "v=0\r\n"
-                           "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
-                           "s=-\r\n"
-                           "c=IN IP4 192.0.2.2\r\n"
-                           "t=0 0\r\n");
-    EXPECT_TEXT(near.Hear(strAnswer), kFreshRemote);
+    const std::string answer = far.Speak();
+    EXPECT_TEXT(answer, "v=0\r\n"
+                        "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
+                        "s=-\r\n"
+                        "c=IN IP4 192.0.2.2\r\n"
+                        "t=0 0\r\n");
+    EXPECT_TEXT(near.Hear(answer), kFreshRemote);
 }
 
 } // namespace

@@ -16,8 +16,8 @@ struct Endpoint {
     Endpoint(const LocalSDP& local, std::int32_t sessionID) { Start(handler, local, sessionID); }
 
     std::string Speak() { return handler.GetLocalSDP(); }
-    std::string Hear(const std::string& strText) {
-        EXPECT_EQ(handler.ParseTheSDP(strText, remote), 0);
+    std::string Hear(const std::string& text) {
+        EXPECT_EQ(handler.ParseTheSDP(text, remote), 0);
         return Describe(remote);
     }
 };

@@ -27,52 +27,52 @@ const std::string kTail = "preso codec=256 type=1 payload=0 mode=0 level= mbps=0
 
 // Lets both sides agree on an open call, versions 2 and 2.
 void Connect(Near& near, Far& far) {
-    const std::string strOffer = near.Speak();
-    EXPECT_TEXT(strOffer, "v=0\r\n"
-                          "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
-                          "s=-\r\n"
-                          "c=IN IP4 192.0.2.1\r\n"
-                          "t=0 0\r\n"
-                          "m=audio 16384 RTP/AVP 0 101\r\n"
-                          "a=rtpmap:0 PCMU/8000\r\n"
-                          "a=rtpmap:101 telephone-event/8000\r\n"
-                          "a=fmtp:101 0-15\r\n"
-                          "a=sendrecv\r\n"
-                          "a=rtcp:16385 IN IP4 192.0.2.1\r\n"
-                          "m=video 16386 RTP/AVP  126\r\n"
-                          "a=rtpmap:126 H264/90000\r\n"
-                          "a=fmtp:126 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
-                          "level-asymmetry-allowed=1\r\n"
-                          "a=sendrecv\r\n"
-                          "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
-                          "a=label:8\r\n"
-                          "a=content:main\r\n");
-    EXPECT_TEXT(far.Hear(strOffer),
+    const std::string offer = near.Speak();
+    EXPECT_TEXT(offer, "v=0\r\n"
+                       "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
+                       "s=-\r\n"
+                       "c=IN IP4 192.0.2.1\r\n"
+                       "t=0 0\r\n"
+                       "m=audio 16384 RTP/AVP 0 101\r\n"
+                       "a=rtpmap:0 PCMU/8000\r\n"
+                       "a=rtpmap:101 telephone-event/8000\r\n"
+                       "a=fmtp:101 0-15\r\n"
+                       "a=sendrecv\r\n"
+                       "a=rtcp:16385 IN IP4 192.0.2.1\r\n"
+                       "m=video 16386 RTP/AVP  126\r\n"
+                       "a=rtpmap:126 H264/90000\r\n"
+                       "a=fmtp:126 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
+                       "level-asymmetry-allowed=1\r\n"
+                       "a=sendrecv\r\n"
+                       "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
+                       "a=label:8\r\n"
+                       "a=content:main\r\n");
+    EXPECT_TEXT(far.Hear(offer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=126 mode=0 level=2 mbps=0 fs=0 br=0 addr=192.0.2.1 port=16386 "
                 "send=1 recv=1 valid=1\n" +
                     kTail);
-    const std::string strAnswer = far.Speak();
-    EXPECT_TEXT(strAnswer, "v=0\r\n"
-                           "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
-                           "s=-\r\n"
-                           "c=IN IP4 192.0.2.2\r\n"
-                           "t=0 0\r\n"
-                           "m=audio 20384 RTP/AVP 0 101\r\n"
-                           "a=rtpmap:0 PCMU/8000\r\n"
-                           "a=rtpmap:101 telephone-event/8000\r\n"
-                           "a=fmtp:101 0-15\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20385 IN IP4 192.0.2.2\r\n"
-                           "m=video 20386 RTP/AVP  110\r\n"
-                           "a=rtpmap:110 H264/90000\r\n"
-                           "a=fmtp:110 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
-                           "level-asymmetry-allowed=1\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
-                           "a=label:8\r\n"
-                           "a=content:main\r\n");
-    EXPECT_TEXT(near.Hear(strAnswer),
+    const std::string answer = far.Speak();
+    EXPECT_TEXT(answer, "v=0\r\n"
+                        "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
+                        "s=-\r\n"
+                        "c=IN IP4 192.0.2.2\r\n"
+                        "t=0 0\r\n"
+                        "m=audio 20384 RTP/AVP 0 101\r\n"
+                        "a=rtpmap:0 PCMU/8000\r\n"
+                        "a=rtpmap:101 telephone-event/8000\r\n"
+                        "a=fmtp:101 0-15\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20385 IN IP4 192.0.2.2\r\n"
+                        "m=video 20386 RTP/AVP  110\r\n"
+                        "a=rtpmap:110 H264/90000\r\n"
+                        "a=fmtp:110 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
+                        "level-asymmetry-allowed=1\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
+                        "a=label:8\r\n"
+                        "a=content:main\r\n");
+    EXPECT_TEXT(near.Hear(answer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=110 mode=0 level=2 mbps=0 fs=0 br=0 addr=192.0.2.2 port=20386 "
                 "send=1 recv=1 valid=1\n" +
@@ -112,37 +112,37 @@ TEST(ConversationHold, ByInactive) {
     Connect(near, far);
     // The application edits the direction of its offer: a handler by itself offers streams both ways.
     near.handler.ResetRemoteSDP();
-    std::string strHold = near.Speak();
-    for (std::string::size_type at; (at = strHold.find("a=sendrecv")) != std::string::npos;) {
-        strHold.replace(at, 10, "a=inactive");
+    std::string hold = near.Speak();
+    for (std::string::size_type at; (at = hold.find("a=sendrecv")) != std::string::npos;) {
+        hold.replace(at, 10, "a=inactive");
     }
-    EXPECT_TEXT(strHold, "v=0\r\n"
-                         "o=Quillmarshorizon 1000 3 IN IP4 192.0.2.1\r\n"
-                         "s=-\r\n"
-                         "c=IN IP4 192.0.2.1\r\n"
-                         "t=0 0\r\n"
-                         "m=audio 16384 RTP/AVP 0 101\r\n"
-                         "a=rtpmap:0 PCMU/8000\r\n"
-                         "a=rtpmap:101 telephone-event/8000\r\n"
-                         "a=fmtp:101 0-15\r\n"
-                         "a=inactive\r\n"
-                         "a=rtcp:16385 IN IP4 192.0.2.1\r\n"
-                         "m=video 16386 RTP/AVP  126\r\n"
-                         "a=rtpmap:126 H264/90000\r\n"
-                         "a=fmtp:126 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
-                         "level-asymmetry-allowed=1\r\n"
-                         "a=inactive\r\n"
-                         "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
-                         "a=label:8\r\n"
-                         "a=content:main\r\n");
-    EXPECT_TEXT(far.Hear(strHold),
+    EXPECT_TEXT(hold, "v=0\r\n"
+                      "o=Quillmarshorizon 1000 3 IN IP4 192.0.2.1\r\n"
+                      "s=-\r\n"
+                      "c=IN IP4 192.0.2.1\r\n"
+                      "t=0 0\r\n"
+                      "m=audio 16384 RTP/AVP 0 101\r\n"
+                      "a=rtpmap:0 PCMU/8000\r\n"
+                      "a=rtpmap:101 telephone-event/8000\r\n"
+                      "a=fmtp:101 0-15\r\n"
+                      "a=inactive\r\n"
+                      "a=rtcp:16385 IN IP4 192.0.2.1\r\n"
+                      "m=video 16386 RTP/AVP  126\r\n"
+                      "a=rtpmap:126 H264/90000\r\n"
+                      "a=fmtp:126 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
+                      "level-asymmetry-allowed=1\r\n"
+                      "a=inactive\r\n"
+                      "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
+                      "a=label:8\r\n"
+                      "a=content:main\r\n");
+    EXPECT_TEXT(far.Hear(hold),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.1 port=16384 send=0 recv=0 valid=1\n"
                 "main codec=2 type=0 payload=126 mode=0 level=2 mbps=0 fs=0 br=0 addr=192.0.2.1 port=16386 "
                 "send=0 recv=0 valid=1\n" +
                     kTail);
-    const std::string strHeld = far.Speak();
-    EXPECT_TEXT(strHeld, kHeldAnswer);
-    EXPECT_TEXT(near.Hear(strHeld), kNearReadsHeld);
+    const std::string held = far.Speak();
+    EXPECT_TEXT(held, kHeldAnswer);
+    EXPECT_TEXT(near.Hear(held), kNearReadsHeld);
 }
 
 TEST(ConversationHold, ByPortZeroAndBack) {
@@ -152,82 +152,82 @@ TEST(ConversationHold, ByPortZeroAndBack) {
     near.handler.ResetRemoteSDP();
     near.handler.MyLocalSDP.iAudioRTPPort = 0;
     near.handler.MyLocalSDP.m_VideoMain.iVideoRTPPort = 0;
-    const std::string strHold = near.Speak();
-    EXPECT_TEXT(strHold, "v=0\r\n"
-                         "o=Quillmarshorizon 1000 3 IN IP4 192.0.2.1\r\n"
-                         "s=-\r\n"
-                         "c=IN IP4 192.0.2.1\r\n"
-                         "t=0 0\r\n"
-                         "m=audio 0 RTP/AVP 0 101\r\n"
-                         "a=rtpmap:0 PCMU/8000\r\n"
-                         "a=rtpmap:101 telephone-event/8000\r\n"
-                         "a=fmtp:101 0-15\r\n"
-                         "a=sendrecv\r\n"
-                         "m=video 0 RTP/AVP  126\r\n"
-                         "a=rtpmap:126 H264/90000\r\n"
-                         "a=fmtp:126 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
-                         "level-asymmetry-allowed=1\r\n"
-                         "a=sendrecv\r\n"
-                         "a=label:8\r\n"
-                         "a=content:main\r\n");
-    EXPECT_TEXT(far.Hear(strHold),
+    const std::string hold = near.Speak();
+    EXPECT_TEXT(hold, "v=0\r\n"
+                      "o=Quillmarshorizon 1000 3 IN IP4 192.0.2.1\r\n"
+                      "s=-\r\n"
+                      "c=IN IP4 192.0.2.1\r\n"
+                      "t=0 0\r\n"
+                      "m=audio 0 RTP/AVP 0 101\r\n"
+                      "a=rtpmap:0 PCMU/8000\r\n"
+                      "a=rtpmap:101 telephone-event/8000\r\n"
+                      "a=fmtp:101 0-15\r\n"
+                      "a=sendrecv\r\n"
+                      "m=video 0 RTP/AVP  126\r\n"
+                      "a=rtpmap:126 H264/90000\r\n"
+                      "a=fmtp:126 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
+                      "level-asymmetry-allowed=1\r\n"
+                      "a=sendrecv\r\n"
+                      "a=label:8\r\n"
+                      "a=content:main\r\n");
+    EXPECT_TEXT(far.Hear(hold),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.1 port=0 send=0 recv=0 valid=1\n"
                 "main codec=2 type=0 payload=126 mode=0 level=2 mbps=0 fs=0 br=0 addr=192.0.2.1 port=0 "
                 "send=0 recv=0 valid=1\n" +
                     kTail);
-    const std::string strHeld = far.Speak();
-    EXPECT_TEXT(strHeld, kHeldAnswer);
-    EXPECT_TEXT(near.Hear(strHeld), kNearReadsHeld);
+    const std::string held = far.Speak();
+    EXPECT_TEXT(held, kHeldAnswer);
+    EXPECT_TEXT(near.Hear(held), kNearReadsHeld);
     // And back: the ports return, and both sides are open again.
     near.handler.ResetRemoteSDP();
     near.handler.MyLocalSDP.iAudioRTPPort = 16384;
     near.handler.MyLocalSDP.m_VideoMain.iVideoRTPPort = 16386;
-    const std::string strResume = near.Speak();
-    EXPECT_TEXT(strResume, "v=0\r\n"
-                           "o=Quillmarshorizon 1000 4 IN IP4 192.0.2.1\r\n"
-                           "s=-\r\n"
-                           "c=IN IP4 192.0.2.1\r\n"
-                           "t=0 0\r\n"
-                           "m=audio 16384 RTP/AVP 0 101\r\n"
-                           "a=rtpmap:0 PCMU/8000\r\n"
-                           "a=rtpmap:101 telephone-event/8000\r\n"
-                           "a=fmtp:101 0-15\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:16385 IN IP4 192.0.2.1\r\n"
-                           "m=video 16386 RTP/AVP  126\r\n"
-                           "a=rtpmap:126 H264/90000\r\n"
-                           "a=fmtp:126 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
-                           "level-asymmetry-allowed=1\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
-                           "a=label:8\r\n"
-                           "a=content:main\r\n");
-    EXPECT_TEXT(far.Hear(strResume),
+    const std::string resume = near.Speak();
+    EXPECT_TEXT(resume, "v=0\r\n"
+                        "o=Quillmarshorizon 1000 4 IN IP4 192.0.2.1\r\n"
+                        "s=-\r\n"
+                        "c=IN IP4 192.0.2.1\r\n"
+                        "t=0 0\r\n"
+                        "m=audio 16384 RTP/AVP 0 101\r\n"
+                        "a=rtpmap:0 PCMU/8000\r\n"
+                        "a=rtpmap:101 telephone-event/8000\r\n"
+                        "a=fmtp:101 0-15\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:16385 IN IP4 192.0.2.1\r\n"
+                        "m=video 16386 RTP/AVP  126\r\n"
+                        "a=rtpmap:126 H264/90000\r\n"
+                        "a=fmtp:126 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
+                        "level-asymmetry-allowed=1\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
+                        "a=label:8\r\n"
+                        "a=content:main\r\n");
+    EXPECT_TEXT(far.Hear(resume),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=126 mode=0 level=2 mbps=0 fs=0 br=0 addr=192.0.2.1 port=16386 "
                 "send=1 recv=1 valid=1\n" +
                     kTail);
-    const std::string strOpen = far.Speak();
-    EXPECT_TEXT(strOpen, "v=0\r\n"
-                         "o=Quillmarshorizon 2000 4 IN IP4 192.0.2.2\r\n"
-                         "s=-\r\n"
-                         "c=IN IP4 192.0.2.2\r\n"
-                         "t=0 0\r\n"
-                         "m=audio 20384 RTP/AVP 0 101\r\n"
-                         "a=rtpmap:0 PCMU/8000\r\n"
-                         "a=rtpmap:101 telephone-event/8000\r\n"
-                         "a=fmtp:101 0-15\r\n"
-                         "a=sendrecv\r\n"
-                         "a=rtcp:20385 IN IP4 192.0.2.2\r\n"
-                         "m=video 20386 RTP/AVP  110\r\n"
-                         "a=rtpmap:110 H264/90000\r\n"
-                         "a=fmtp:110 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
-                         "level-asymmetry-allowed=1\r\n"
-                         "a=sendrecv\r\n"
-                         "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
-                         "a=label:8\r\n"
-                         "a=content:main\r\n");
-    EXPECT_TEXT(near.Hear(strOpen),
+    const std::string openText = far.Speak();
+    EXPECT_TEXT(openText, "v=0\r\n"
+                          "o=Quillmarshorizon 2000 4 IN IP4 192.0.2.2\r\n"
+                          "s=-\r\n"
+                          "c=IN IP4 192.0.2.2\r\n"
+                          "t=0 0\r\n"
+                          "m=audio 20384 RTP/AVP 0 101\r\n"
+                          "a=rtpmap:0 PCMU/8000\r\n"
+                          "a=rtpmap:101 telephone-event/8000\r\n"
+                          "a=fmtp:101 0-15\r\n"
+                          "a=sendrecv\r\n"
+                          "a=rtcp:20385 IN IP4 192.0.2.2\r\n"
+                          "m=video 20386 RTP/AVP  110\r\n"
+                          "a=rtpmap:110 H264/90000\r\n"
+                          "a=fmtp:110 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
+                          "level-asymmetry-allowed=1\r\n"
+                          "a=sendrecv\r\n"
+                          "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
+                          "a=label:8\r\n"
+                          "a=content:main\r\n");
+    EXPECT_TEXT(near.Hear(openText),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=110 mode=0 level=2 mbps=0 fs=0 br=0 addr=192.0.2.2 port=20386 "
                 "send=1 recv=1 valid=1\n" +

@@ -25,35 +25,35 @@ const std::string kTail =
 
 // The first round, which both tests begin with.
 void Connect(Near& near, Far& far) {
-    const std::string strOffer = near.Speak();
-    EXPECT_TEXT(strOffer, "v=0\r\n"
-                          "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
-                          "s=-\r\n"
-                          "c=IN IP4 192.0.2.1\r\n"
-                          "t=0 0\r\n"
-                          "m=audio 16384 RTP/AVP 9 0 101\r\n"
-                          "a=rtpmap:9 G722/8000\r\n"
-                          "a=rtpmap:0 PCMU/8000\r\n"
-                          "a=rtpmap:101 telephone-event/8000\r\n"
-                          "a=fmtp:101 0-15\r\n"
-                          "a=sendrecv\r\n"
-                          "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
-    EXPECT_TEXT(far.Hear(strOffer),
+    const std::string offer = near.Speak();
+    EXPECT_TEXT(offer, "v=0\r\n"
+                       "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
+                       "s=-\r\n"
+                       "c=IN IP4 192.0.2.1\r\n"
+                       "t=0 0\r\n"
+                       "m=audio 16384 RTP/AVP 9 0 101\r\n"
+                       "a=rtpmap:9 G722/8000\r\n"
+                       "a=rtpmap:0 PCMU/8000\r\n"
+                       "a=rtpmap:101 telephone-event/8000\r\n"
+                       "a=fmtp:101 0-15\r\n"
+                       "a=sendrecv\r\n"
+                       "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
+    EXPECT_TEXT(far.Hear(offer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n" +
                     kTail);
-    const std::string strAnswer = far.Speak();
-    EXPECT_TEXT(strAnswer, "v=0\r\n"
-                           "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
-                           "s=-\r\n"
-                           "c=IN IP4 192.0.2.2\r\n"
-                           "t=0 0\r\n"
-                           "m=audio 20384 RTP/AVP 9 101\r\n"
-                           "a=rtpmap:9 G722/8000\r\n"
-                           "a=rtpmap:101 telephone-event/8000\r\n"
-                           "a=fmtp:101 0-15\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
-    EXPECT_TEXT(near.Hear(strAnswer),
+    const std::string answer = far.Speak();
+    EXPECT_TEXT(answer, "v=0\r\n"
+                        "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
+                        "s=-\r\n"
+                        "c=IN IP4 192.0.2.2\r\n"
+                        "t=0 0\r\n"
+                        "m=audio 20384 RTP/AVP 9 101\r\n"
+                        "a=rtpmap:9 G722/8000\r\n"
+                        "a=rtpmap:101 telephone-event/8000\r\n"
+                        "a=fmtp:101 0-15\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
+    EXPECT_TEXT(near.Hear(answer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n" +
                     kTail);
 }
@@ -66,33 +66,33 @@ TEST(ConversationReoffer, TheOffererOffersAgainAfterAReset) {
     EXPECT_TRUE(near.handler.IsOffer());
     near.handler.MyLocalSDP.iAudioRTPPort = 17000;
     near.handler.MyLocalSDP.listAudioCodecPriority = {PAYLOAD_G711U};
-    const std::string strOffer = near.Speak();
-    EXPECT_TEXT(strOffer, "v=0\r\n"
-                          "o=Quillmarshorizon 1000 3 IN IP4 192.0.2.1\r\n"
-                          "s=-\r\n"
-                          "c=IN IP4 192.0.2.1\r\n"
-                          "t=0 0\r\n"
-                          "m=audio 17000 RTP/AVP 0 101\r\n"
-                          "a=rtpmap:0 PCMU/8000\r\n"
-                          "a=rtpmap:101 telephone-event/8000\r\n"
-                          "a=fmtp:101 0-15\r\n"
-                          "a=sendrecv\r\n"
-                          "a=rtcp:17001 IN IP4 192.0.2.1\r\n");
-    EXPECT_TEXT(far.Hear(strOffer),
+    const std::string offer = near.Speak();
+    EXPECT_TEXT(offer, "v=0\r\n"
+                       "o=Quillmarshorizon 1000 3 IN IP4 192.0.2.1\r\n"
+                       "s=-\r\n"
+                       "c=IN IP4 192.0.2.1\r\n"
+                       "t=0 0\r\n"
+                       "m=audio 17000 RTP/AVP 0 101\r\n"
+                       "a=rtpmap:0 PCMU/8000\r\n"
+                       "a=rtpmap:101 telephone-event/8000\r\n"
+                       "a=fmtp:101 0-15\r\n"
+                       "a=sendrecv\r\n"
+                       "a=rtcp:17001 IN IP4 192.0.2.1\r\n");
+    EXPECT_TEXT(far.Hear(offer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.1 port=17000 send=1 recv=1 valid=1\n" + kTail);
-    const std::string strAnswer = far.Speak();
-    EXPECT_TEXT(strAnswer, "v=0\r\n"
-                           "o=Quillmarshorizon 2000 3 IN IP4 192.0.2.2\r\n"
-                           "s=-\r\n"
-                           "c=IN IP4 192.0.2.2\r\n"
-                           "t=0 0\r\n"
-                           "m=audio 20384 RTP/AVP 0 101\r\n"
-                           "a=rtpmap:0 PCMU/8000\r\n"
-                           "a=rtpmap:101 telephone-event/8000\r\n"
-                           "a=fmtp:101 0-15\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
-    EXPECT_TEXT(near.Hear(strAnswer),
+    const std::string answer = far.Speak();
+    EXPECT_TEXT(answer, "v=0\r\n"
+                        "o=Quillmarshorizon 2000 3 IN IP4 192.0.2.2\r\n"
+                        "s=-\r\n"
+                        "c=IN IP4 192.0.2.2\r\n"
+                        "t=0 0\r\n"
+                        "m=audio 20384 RTP/AVP 0 101\r\n"
+                        "a=rtpmap:0 PCMU/8000\r\n"
+                        "a=rtpmap:101 telephone-event/8000\r\n"
+                        "a=fmtp:101 0-15\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
+    EXPECT_TEXT(near.Hear(answer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n" + kTail);
 }
 
@@ -101,35 +101,35 @@ TEST(ConversationReoffer, TheAnswererOffersInTheSecondRound) {
     Far far(Plain());
     Connect(near, far);
     far.handler.ResetRemoteSDP();
-    const std::string strOffer = far.Speak();
-    EXPECT_TEXT(strOffer, "v=0\r\n"
-                          "o=Quillmarshorizon 2000 3 IN IP4 192.0.2.2\r\n"
-                          "s=-\r\n"
-                          "c=IN IP4 192.0.2.2\r\n"
-                          "t=0 0\r\n"
-                          "m=audio 20384 RTP/AVP 9 0 101\r\n"
-                          "a=rtpmap:9 G722/8000\r\n"
-                          "a=rtpmap:0 PCMU/8000\r\n"
-                          "a=rtpmap:101 telephone-event/8000\r\n"
-                          "a=fmtp:101 0-15\r\n"
-                          "a=sendrecv\r\n"
-                          "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
-    EXPECT_TEXT(near.Hear(strOffer),
+    const std::string offer = far.Speak();
+    EXPECT_TEXT(offer, "v=0\r\n"
+                       "o=Quillmarshorizon 2000 3 IN IP4 192.0.2.2\r\n"
+                       "s=-\r\n"
+                       "c=IN IP4 192.0.2.2\r\n"
+                       "t=0 0\r\n"
+                       "m=audio 20384 RTP/AVP 9 0 101\r\n"
+                       "a=rtpmap:9 G722/8000\r\n"
+                       "a=rtpmap:0 PCMU/8000\r\n"
+                       "a=rtpmap:101 telephone-event/8000\r\n"
+                       "a=fmtp:101 0-15\r\n"
+                       "a=sendrecv\r\n"
+                       "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
+    EXPECT_TEXT(near.Hear(offer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n" +
                     kTail);
-    const std::string strAnswer = near.Speak();
-    EXPECT_TEXT(strAnswer, "v=0\r\n"
-                           "o=Quillmarshorizon 1000 3 IN IP4 192.0.2.1\r\n"
-                           "s=-\r\n"
-                           "c=IN IP4 192.0.2.1\r\n"
-                           "t=0 0\r\n"
-                           "m=audio 16384 RTP/AVP 9 101\r\n"
-                           "a=rtpmap:9 G722/8000\r\n"
-                           "a=rtpmap:101 telephone-event/8000\r\n"
-                           "a=fmtp:101 0-15\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
-    EXPECT_TEXT(far.Hear(strAnswer),
+    const std::string answer = near.Speak();
+    EXPECT_TEXT(answer, "v=0\r\n"
+                        "o=Quillmarshorizon 1000 3 IN IP4 192.0.2.1\r\n"
+                        "s=-\r\n"
+                        "c=IN IP4 192.0.2.1\r\n"
+                        "t=0 0\r\n"
+                        "m=audio 16384 RTP/AVP 9 101\r\n"
+                        "a=rtpmap:9 G722/8000\r\n"
+                        "a=rtpmap:101 telephone-event/8000\r\n"
+                        "a=fmtp:101 0-15\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
+    EXPECT_TEXT(far.Hear(answer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n" +
                     kTail);
 }

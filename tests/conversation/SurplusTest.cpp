@@ -62,76 +62,76 @@ const char* const kNearReads =
 TEST(ConversationSurplus, SectionsBehindTheServedOnesAreRejected) {
     Near near(Plain());
     Far far(Plain());
-    const std::string strOffer = near.Speak();
-    EXPECT_TEXT(strOffer, kOffer);
+    const std::string offer = near.Speak();
+    EXPECT_TEXT(offer, kOffer);
     // The offering client appends sections of its own: text with an address, and a second camera.
-    EXPECT_TEXT(far.Hear(strOffer + "m=text 5010 RTP/AVP 98\r\n"
-                                    "c=IN IP4 192.0.2.9\r\n"
-                                    "a=rtpmap:98 t140/1000\r\n"
-                                    "m=video 5012 RTP/AVP 31 34\r\n"
-                                    "b=TIAS:5000\r\n"),
+    EXPECT_TEXT(far.Hear(offer + "m=text 5010 RTP/AVP 98\r\n"
+                                 "c=IN IP4 192.0.2.9\r\n"
+                                 "a=rtpmap:98 t140/1000\r\n"
+                                 "m=video 5012 RTP/AVP 31 34\r\n"
+                                 "b=TIAS:5000\r\n"),
                 kFarReads);
-    const std::string strAnswer = far.Speak();
-    EXPECT_TEXT(strAnswer, "v=0\r\n"
-                           "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
-                           "s=-\r\n"
-                           "c=IN IP4 192.0.2.2\r\n"
-                           "t=0 0\r\n"
-                           "m=audio 20384 RTP/AVP 0 101\r\n"
-                           "a=rtpmap:0 PCMU/8000\r\n"
-                           "a=rtpmap:101 telephone-event/8000\r\n"
-                           "a=fmtp:101 0-15\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20385 IN IP4 192.0.2.2\r\n"
-                           "m=video 20386 RTP/AVP  110\r\n"
-                           "a=rtpmap:110 H264/90000\r\n"
-                           "a=fmtp:110 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
-                           "level-asymmetry-allowed=1\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
-                           "a=label:8\r\n"
-                           "a=content:main\r\n"
-                           "m=text 0 RTP/AVP 98\r\n"
-                           "c=IN IP4 192.0.2.9\r\n"
-                           "m=video 0 RTP/AVP 31 34\r\n");
-    EXPECT_TEXT(near.Hear(strAnswer), kNearReads);
+    const std::string answer = far.Speak();
+    EXPECT_TEXT(answer, "v=0\r\n"
+                        "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
+                        "s=-\r\n"
+                        "c=IN IP4 192.0.2.2\r\n"
+                        "t=0 0\r\n"
+                        "m=audio 20384 RTP/AVP 0 101\r\n"
+                        "a=rtpmap:0 PCMU/8000\r\n"
+                        "a=rtpmap:101 telephone-event/8000\r\n"
+                        "a=fmtp:101 0-15\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20385 IN IP4 192.0.2.2\r\n"
+                        "m=video 20386 RTP/AVP  110\r\n"
+                        "a=rtpmap:110 H264/90000\r\n"
+                        "a=fmtp:110 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
+                        "level-asymmetry-allowed=1\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
+                        "a=label:8\r\n"
+                        "a=content:main\r\n"
+                        "m=text 0 RTP/AVP 98\r\n"
+                        "c=IN IP4 192.0.2.9\r\n"
+                        "m=video 0 RTP/AVP 31 34\r\n");
+    EXPECT_TEXT(near.Hear(answer), kNearReads);
 }
 
 TEST(ConversationSurplus, TheServedOnesAreCountedFromTheFrontWhateverTheyAre) {
     Near near(Plain());
     Far far(Plain());
-    const std::string strOffer = near.Speak();
-    EXPECT_TEXT(strOffer, kOffer);
+    const std::string offer = near.Speak();
+    EXPECT_TEXT(offer, kOffer);
     // Two text sections in front: audio and video are answered, and rejected as the third and the fourth.
-    const std::string strSections = strOffer.substr(strOffer.find("m=audio"));
+    const std::string sections = offer.substr(offer.find("m=audio"));
     EXPECT_TEXT(far.Hear("c=IN IP4 192.0.2.1\r\n"
                          "m=text 5010 RTP/AVP 98\r\n"
                          "m=text 5012 RTP/AVP 99\r\n" +
-                         strSections),
+                         sections),
                 kFarReads);
-    const std::string strAnswer = far.Speak();
-    EXPECT_TEXT(strAnswer, "v=0\r\n"
-                           "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
-                           "s=-\r\n"
-                           "c=IN IP4 192.0.2.2\r\n"
-                           "t=0 0\r\n"
-                           "m=audio 20384 RTP/AVP 0 101\r\n"
-                           "a=rtpmap:0 PCMU/8000\r\n"
-                           "a=rtpmap:101 telephone-event/8000\r\n"
-                           "a=fmtp:101 0-15\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20385 IN IP4 192.0.2.2\r\n"
-                           "m=video 20386 RTP/AVP  110\r\n"
-                           "a=rtpmap:110 H264/90000\r\n"
-                           "a=fmtp:110 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
-                           "level-asymmetry-allowed=1\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
-                           "a=label:8\r\n"
-                           "a=content:main\r\n"
-                           "m=audio 0 RTP/AVP 0 101\r\n"
-                           "m=video 0 RTP/AVP 126\r\n");
-    EXPECT_TEXT(near.Hear(strAnswer), kNearReads);
+    const std::string answer = far.Speak();
+    EXPECT_TEXT(answer, "v=0\r\n"
+                        "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
+                        "s=-\r\n"
+                        "c=IN IP4 192.0.2.2\r\n"
+                        "t=0 0\r\n"
+                        "m=audio 20384 RTP/AVP 0 101\r\n"
+                        "a=rtpmap:0 PCMU/8000\r\n"
+                        "a=rtpmap:101 telephone-event/8000\r\n"
+                        "a=fmtp:101 0-15\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20385 IN IP4 192.0.2.2\r\n"
+                        "m=video 20386 RTP/AVP  110\r\n"
+                        "a=rtpmap:110 H264/90000\r\n"
+                        "a=fmtp:110 profile-level-id=420014;packetization-mode=0;max-rcmd-nalu-size=0;"
+                        "level-asymmetry-allowed=1\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
+                        "a=label:8\r\n"
+                        "a=content:main\r\n"
+                        "m=audio 0 RTP/AVP 0 101\r\n"
+                        "m=video 0 RTP/AVP 126\r\n");
+    EXPECT_TEXT(near.Hear(answer), kNearReads);
 }
 
 } // namespace

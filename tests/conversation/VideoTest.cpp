@@ -66,36 +66,36 @@ const char* const kFarReads =
 TEST(ConversationVideo, AudioAndVideo) {
     Near near(VideoLocal());
     Far far(FarLocal());
-    const std::string strOffer = near.Speak();
-    EXPECT_TEXT(strOffer, kOffer);
-    EXPECT_TEXT(far.Hear(strOffer), kFarReads);
-    const std::string strAnswer = far.Speak();
-    EXPECT_TEXT(strAnswer, "v=0\r\n"
-                           "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
-                           "s=-\r\n"
-                           "c=IN IP4 192.0.2.2\r\n"
-                           "b=AS:512\r\n"
-                           "t=0 0\r\n"
-                           "m=audio 20384 RTP/AVP 9 101\r\n"
-                           "b=TIAS:64000\r\n"
-                           "a=rtpmap:9 G722/8000\r\n"
-                           "a=rtpmap:101 telephone-event/8000\r\n"
-                           "a=fmtp:101 0-15\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20385 IN IP4 192.0.2.2\r\n"
-                           "m=video 20386 RTP/AVP 109 110\r\n"
-                           "b=TIAS:448000\r\n"
-                           "a=rtpmap:109 H264/90000\r\n"
-                           "a=fmtp:109 profile-level-id=420015;max-br=450;packetization-mode=1;"
-                           "max-rcmd-nalu-size=32000;level-asymmetry-allowed=1\r\n"
-                           "a=rtpmap:110 H264/90000\r\n"
-                           "a=fmtp:110 profile-level-id=420015;max-br=450;packetization-mode=0;"
-                           "max-rcmd-nalu-size=0;level-asymmetry-allowed=1\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
-                           "a=label:8\r\n"
-                           "a=content:main\r\n");
-    EXPECT_TEXT(near.Hear(strAnswer),
+    const std::string offer = near.Speak();
+    EXPECT_TEXT(offer, kOffer);
+    EXPECT_TEXT(far.Hear(offer), kFarReads);
+    const std::string answer = far.Speak();
+    EXPECT_TEXT(answer, "v=0\r\n"
+                        "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
+                        "s=-\r\n"
+                        "c=IN IP4 192.0.2.2\r\n"
+                        "b=AS:512\r\n"
+                        "t=0 0\r\n"
+                        "m=audio 20384 RTP/AVP 9 101\r\n"
+                        "b=TIAS:64000\r\n"
+                        "a=rtpmap:9 G722/8000\r\n"
+                        "a=rtpmap:101 telephone-event/8000\r\n"
+                        "a=fmtp:101 0-15\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20385 IN IP4 192.0.2.2\r\n"
+                        "m=video 20386 RTP/AVP 109 110\r\n"
+                        "b=TIAS:448000\r\n"
+                        "a=rtpmap:109 H264/90000\r\n"
+                        "a=fmtp:109 profile-level-id=420015;max-br=450;packetization-mode=1;"
+                        "max-rcmd-nalu-size=32000;level-asymmetry-allowed=1\r\n"
+                        "a=rtpmap:110 H264/90000\r\n"
+                        "a=fmtp:110 profile-level-id=420015;max-br=450;packetization-mode=0;"
+                        "max-rcmd-nalu-size=0;level-asymmetry-allowed=1\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
+                        "a=label:8\r\n"
+                        "a=content:main\r\n");
+    EXPECT_TEXT(near.Hear(answer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=109 mode=1 level=2.1 mbps=0 fs=0 br=450 addr=192.0.2.2 "
                 "port=20386 send=1 recv=1 valid=1\n"
@@ -113,32 +113,32 @@ TEST(ConversationVideo, AnAnswererWithModeZeroAlone) {
     LocalSDP local = FarLocal();
     local.m_VideoMain.eVideoCodec = PAYLOAD_H264_PACKETIZATION_0;
     Far far(local);
-    const std::string strOffer = near.Speak();
-    EXPECT_TEXT(strOffer, kOffer);
-    EXPECT_TEXT(far.Hear(strOffer), kFarReads);
-    const std::string strAnswer = far.Speak();
-    EXPECT_TEXT(strAnswer, "v=0\r\n"
-                           "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
-                           "s=-\r\n"
-                           "c=IN IP4 192.0.2.2\r\n"
-                           "b=AS:512\r\n"
-                           "t=0 0\r\n"
-                           "m=audio 20384 RTP/AVP 9 101\r\n"
-                           "b=TIAS:64000\r\n"
-                           "a=rtpmap:9 G722/8000\r\n"
-                           "a=rtpmap:101 telephone-event/8000\r\n"
-                           "a=fmtp:101 0-15\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20385 IN IP4 192.0.2.2\r\n"
-                           "m=video 20386 RTP/AVP  110\r\n"
-                           "a=rtpmap:110 H264/90000\r\n"
-                           "a=fmtp:110 profile-level-id=420015;max-br=450;packetization-mode=0;"
-                           "max-rcmd-nalu-size=0;level-asymmetry-allowed=1\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
-                           "a=label:8\r\n"
-                           "a=content:main\r\n");
-    EXPECT_TEXT(near.Hear(strAnswer),
+    const std::string offer = near.Speak();
+    EXPECT_TEXT(offer, kOffer);
+    EXPECT_TEXT(far.Hear(offer), kFarReads);
+    const std::string answer = far.Speak();
+    EXPECT_TEXT(answer, "v=0\r\n"
+                        "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
+                        "s=-\r\n"
+                        "c=IN IP4 192.0.2.2\r\n"
+                        "b=AS:512\r\n"
+                        "t=0 0\r\n"
+                        "m=audio 20384 RTP/AVP 9 101\r\n"
+                        "b=TIAS:64000\r\n"
+                        "a=rtpmap:9 G722/8000\r\n"
+                        "a=rtpmap:101 telephone-event/8000\r\n"
+                        "a=fmtp:101 0-15\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20385 IN IP4 192.0.2.2\r\n"
+                        "m=video 20386 RTP/AVP  110\r\n"
+                        "a=rtpmap:110 H264/90000\r\n"
+                        "a=fmtp:110 profile-level-id=420015;max-br=450;packetization-mode=0;"
+                        "max-rcmd-nalu-size=0;level-asymmetry-allowed=1\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
+                        "a=label:8\r\n"
+                        "a=content:main\r\n");
+    EXPECT_TEXT(near.Hear(answer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=110 mode=0 level=2.1 mbps=0 fs=0 br=450 addr=192.0.2.2 "
                 "port=20386 send=1 recv=1 valid=1\n"
@@ -156,22 +156,22 @@ TEST(ConversationVideo, AnAnswererWithoutVideoLeavesTheSectionOut) {
     LocalSDP local = AudioLocal();
     local.eAudioCodec = PAYLOAD_G722;
     Far far(local);
-    const std::string strOffer = near.Speak();
-    EXPECT_TEXT(strOffer, kOffer);
-    EXPECT_TEXT(far.Hear(strOffer), kFarReads);
-    const std::string strAnswer = far.Speak();
-    EXPECT_TEXT(strAnswer, "v=0\r\n"
-                           "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
-                           "s=-\r\n"
-                           "c=IN IP4 192.0.2.2\r\n"
-                           "t=0 0\r\n"
-                           "m=audio 20384 RTP/AVP 9 101\r\n"
-                           "a=rtpmap:9 G722/8000\r\n"
-                           "a=rtpmap:101 telephone-event/8000\r\n"
-                           "a=fmtp:101 0-15\r\n"
-                           "a=sendrecv\r\n"
-                           "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
-    EXPECT_TEXT(near.Hear(strAnswer),
+    const std::string offer = near.Speak();
+    EXPECT_TEXT(offer, kOffer);
+    EXPECT_TEXT(far.Hear(offer), kFarReads);
+    const std::string answer = far.Speak();
+    EXPECT_TEXT(answer, "v=0\r\n"
+                        "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
+                        "s=-\r\n"
+                        "c=IN IP4 192.0.2.2\r\n"
+                        "t=0 0\r\n"
+                        "m=audio 20384 RTP/AVP 9 101\r\n"
+                        "a=rtpmap:9 G722/8000\r\n"
+                        "a=rtpmap:101 telephone-event/8000\r\n"
+                        "a=fmtp:101 0-15\r\n"
+                        "a=sendrecv\r\n"
+                        "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
+    EXPECT_TEXT(near.Hear(answer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=256 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=0 send=0 recv=0 "
                 "valid=0\n"

@@ -13,12 +13,12 @@
 namespace golden {
 
 /// Printable ASCII as it is, a backslash doubled, a quotation mark escaped inside strings, the rest as \xNN.
-inline std::string Visible(std::string_view text, bool fString) {
+inline std::string Visible(std::string_view text, bool isString) {
     static const char* const digits = "0123456789abcdef";
     std::string shown;
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
-        if (c == '\\' || (fString && c == '"')) {
+        if (c == '\\' || (isString && c == '"')) {
             shown += '\\';
             shown += c;
         } else if (byte >= 0x20 && byte < 0x7f) {
@@ -45,12 +45,12 @@ std::string Hex(const unsigned char (&row)[N]) {
 
 class Lines {
 public:
-    void Add(const std::string& name, std::int32_t iValue) { m_out << name << " = " << iValue << "\n"; }
-    void Add(const std::string& name, bool fValue) {
-        m_out << name << " = " << (fValue ? "true" : "false") << "\n";
+    void Add(const std::string& name, std::int32_t value) { m_out << name << " = " << value << "\n"; }
+    void Add(const std::string& name, bool value) {
+        m_out << name << " = " << (value ? "true" : "false") << "\n";
     }
-    void Add(const std::string& name, const std::string& strValue) {
-        m_out << name << " = \"" << Visible(strValue, true) << "\"\n";
+    void Add(const std::string& name, const std::string& valueText) {
+        m_out << name << " = \"" << Visible(valueText, true) << "\"\n";
     }
     void AddRow(const std::string& name, int n, const std::string& text) {
         m_out << name << "[" << n << "] = " << text << "\n";

@@ -12,9 +12,9 @@ using namespace support;
 namespace {
 
 // Reads a far end's text into a handler.
-void Read(SDPHandler& h, const std::string& strText) {
+void Read(SDPHandler& h, const std::string& text) {
     RemoteSDP remote;
-    EXPECT_EQ(h.ParseTheSDP(strText, remote), 0);
+    EXPECT_EQ(h.ParseTheSDP(text, remote), 0);
 }
 
 TEST(Deliberate, B01_ConnectionLineNeverUsesTheOwnAddress) {
@@ -45,8 +45,8 @@ TEST(Deliberate, B02_IdUnsignedVersionSigned) {
 }
 
 TEST(Deliberate, B03_AnswersKeepTheirOwnOrder) {
-    const std::string strAudio = "m=audio 5000 RTP/AVP 0\r\na=inactive\r\n";
-    const std::string strVideo = "m=video 5002 RTP/AVP 97\r\na=sendonly\r\n";
+    const std::string audio = "m=audio 5000 RTP/AVP 0\r\na=inactive\r\n";
+    const std::string video = "m=video 5002 RTP/AVP 97\r\na=sendonly\r\n";
     LocalSDP local = VideoLocal();
     local.iMaxBandwidth = 0;
     local.m_VideoMain.eVideoCodec = PAYLOAD_VP8;
@@ -66,11 +66,11 @@ TEST(Deliberate, B03_AnswersKeepTheirOwnOrder) {
                                "a=content:main\r\n";
     SDPHandler inOrder;
     Start(inOrder, local);
-    Read(inOrder, strAudio + strVideo);
+    Read(inOrder, audio + video);
     EXPECT_TEXT(inOrder.GetLocalSDP(), answer);
     SDPHandler reversed;
     Start(reversed, local);
-    Read(reversed, strVideo + strAudio);
+    Read(reversed, video + audio);
     EXPECT_TEXT(reversed.GetLocalSDP(), answer);
 }
 
@@ -147,17 +147,17 @@ TEST(Deliberate, B13_SecureTestAndCryptoLineMatchDifferentSections) {
     GiveKeys(local, "near", kSuite32);
     Start(h, local);
     h.m_bSRTP = true;
-    const std::string strCrypto =
+    const std::string crypto =
         "a=crypto:5 AES_CM_128_HMAC_SHA1_32 inline:YXdheSB2aWRlbyBrZXkgMWF3YXkgdmlkZW9zYWx0\r\n";
-    const std::string strMain = "m=video 5002 RTP/SAVP 97\r\n";
-    const std::string strPreso = "m=video 5004 RTP/SAVP 97\r\na=content:slides\r\n";
-    Read(h, strMain + strCrypto + strPreso);
+    const std::string main = "m=video 5002 RTP/SAVP 97\r\n";
+    const std::string preso = "m=video 5004 RTP/SAVP 97\r\na=content:slides\r\n";
+    Read(h, main + crypto + preso);
     EXPECT_TRUE(h.UseSecureParms(baseSDP::SRTP_VIDEO));
     EXPECT_FALSE(h.UseSecureParms(baseSDP::SRTP_VIDEO_PRESO));
     EXPECT_TEXT(h.AddCrypto(baseSDP::SRTP_VIDEO),
                 "a=crypto:5 AES_CM_128_HMAC_SHA1_32 inline:bmVhciB2aWRlbyBrZXkgMW5lYXIgdmlkZW9zYWx0\r\n");
     // Secure in its presentation alone, the far end makes main video secure, too, and leaves it keyless.
-    Read(h, strMain + strPreso + strCrypto);
+    Read(h, main + preso + crypto);
     EXPECT_TRUE(h.UseSecureParms(baseSDP::SRTP_VIDEO));
     EXPECT_TRUE(h.UseSecureParms(baseSDP::SRTP_VIDEO_PRESO));
     EXPECT_TEXT(h.AddCrypto(baseSDP::SRTP_VIDEO), "");
@@ -239,15 +239,15 @@ TEST(Deliberate, B18_SurplusSectionsRejectedAtPortZero) {
     LocalSDP local = AudioLocal();
     local.listAudioCodecPriority.clear();
     Start(h, local);
-    const std::string strTwo = "m=audio 5000 RTP/AVP 0\r\nm=video 5002 RTP/AVP 97\r\n";
-    Read(h, strTwo);
+    const std::string twoSections = "m=audio 5000 RTP/AVP 0\r\nm=video 5002 RTP/AVP 97\r\n";
+    Read(h, twoSections);
     EXPECT_TEXT(h.GetLocalSDP(), "v=0\r\n"
                                  "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
                                  "s=-\r\n"
                                  "c=IN IP4 192.0.2.1\r\n"
                                  "t=0 0\r\n");
     // The far end's own address comes back with the section that had one.
-    Read(h, strTwo + "m=video 5004 RTP/AVP 97 98\r\nc=IN IP4 10.0.0.5\r\n");
+    Read(h, twoSections + "m=video 5004 RTP/AVP 97 98\r\nc=IN IP4 10.0.0.5\r\n");
     EXPECT_TEXT(h.GetLocalSDP(), "v=0\r\n"
                                  "o=Quillmarshorizon 1000 3 IN IP4 192.0.2.1\r\n"
                                  "s=-\r\n"

@@ -24,18 +24,18 @@ TEST(Deliberate, B05_BothVideoSectionsGetTheFullShare) {
     local.m_VideoPreso.eVideoCodec = kNoCodec;
     Start(h, local);
     h.SetBfcpSupport(true);
-    std::string strBandwidth;
+    std::string bandwidth;
     for (const std::string& line : CutLines(h.GetLocalSDP())) {
-        strBandwidth += line.compare(0, 2, "b=") == 0 ? line : "";
+        bandwidth += line.compare(0, 2, "b=") == 0 ? line : "";
     }
-    EXPECT_TEXT(strBandwidth, "b=AS:1000\r\nb=TIAS:64000\r\nb=TIAS:936000\r\n");
+    EXPECT_TEXT(bandwidth, "b=AS:1000\r\nb=TIAS:64000\r\nb=TIAS:936000\r\n");
     // The presentation is promised the same 936 kbit/s again: 1936 of 1000 in all.
     h.MyLocalSDP.m_VideoPreso.eVideoCodec = kBothModes;
-    strBandwidth.clear();
+    bandwidth.clear();
     for (const std::string& line : CutLines(h.GetLocalSDP())) {
-        strBandwidth += line.compare(0, 2, "b=") == 0 ? line : "";
+        bandwidth += line.compare(0, 2, "b=") == 0 ? line : "";
     }
-    EXPECT_TEXT(strBandwidth, "b=AS:1000\r\nb=TIAS:64000\r\nb=TIAS:936000\r\nb=TIAS:936000\r\n");
+    EXPECT_TEXT(bandwidth, "b=AS:1000\r\nb=TIAS:64000\r\nb=TIAS:936000\r\nb=TIAS:936000\r\n");
 }
 
 TEST(Deliberate, B09_BareLabelAndContent) {
@@ -149,7 +149,7 @@ TEST(Deliberate, B24_Mode1AloneListsMode0AsWell) {
     local.iMaxBandwidth = 0;
     local.m_VideoMain.eVideoCodec = PAYLOAD_H264;
     Start(h, local);
-    const std::string strBothModes =
+    const std::string bothModes =
         "m=video 16386 RTP/AVP 97 126\r\n"
         "a=rtpmap:97 H264/90000\r\n"
         "a=fmtp:97 profile-level-id=42001F;max-mbps=108000;max-fs=3601;packetization-mode=1;"
@@ -161,9 +161,9 @@ TEST(Deliberate, B24_Mode1AloneListsMode0AsWell) {
         "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
         "a=label:8\r\n"
         "a=content:main\r\n";
-    EXPECT_TEXT(h.AddVideo(local.m_VideoMain), strBothModes);
+    EXPECT_TEXT(h.AddVideo(local.m_VideoMain), bothModes);
     local.m_VideoMain.eVideoCodec = kBothModes;
-    EXPECT_TEXT(h.AddVideo(local.m_VideoMain), strBothModes);
+    EXPECT_TEXT(h.AddVideo(local.m_VideoMain), bothModes);
 }
 
 } // namespace

@@ -11,11 +11,11 @@ using namespace support;
 namespace {
 
 // The record that a handler with all codecs reads out of a text.
-std::string Read(const std::string& strText) {
+std::string Read(const std::string& text) {
     SDPHandler h;
     Start(h, AudioLocal());
     RemoteSDP remote;
-    EXPECT_EQ(h.ParseTheSDP(strText, remote), 0);
+    EXPECT_EQ(h.ParseTheSDP(text, remote), 0);
     return Describe(remote);
 }
 
@@ -189,18 +189,18 @@ TEST(Deliberate, X08_FirstAudioFillsTheRecordAndTheLastAnswers) {
 }
 
 TEST(Deliberate, X09_SessionBandwidthReplacesTheMediaSum) {
-    const std::string strBefore = "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n"
-                                  "main codec=2 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= "
-                                  "port=5002 send=1 recv=1 valid=1\n" +
-                                  kNoPreso + kNoFloor;
-    const std::string strMedia = "m=audio 5000 RTP/AVP 0\r\n"
-                                 "b=TIAS:64000\r\n"
-                                 "m=video 5002 RTP/AVP 97\r\n"
-                                 "b=TIAS:936000\r\n";
-    EXPECT_TEXT(Read(strMedia), strBefore + "bandwidth=1000000\n" + kNoKeys);
-    EXPECT_TEXT(Read("b=AS:512\r\n" + strMedia), strBefore + "bandwidth=512000\n" + kNoKeys);
+    const std::string before = "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n"
+                               "main codec=2 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= "
+                               "port=5002 send=1 recv=1 valid=1\n" +
+                               kNoPreso + kNoFloor;
+    const std::string media = "m=audio 5000 RTP/AVP 0\r\n"
+                              "b=TIAS:64000\r\n"
+                              "m=video 5002 RTP/AVP 97\r\n"
+                              "b=TIAS:936000\r\n";
+    EXPECT_TEXT(Read(media), before + "bandwidth=1000000\n" + kNoKeys);
+    EXPECT_TEXT(Read("b=AS:512\r\n" + media), before + "bandwidth=512000\n" + kNoKeys);
     // A session text that is no number replaces the sum by nothing at all.
-    EXPECT_TEXT(Read("b=AS:much\r\n" + strMedia), strBefore + "bandwidth=0\n" + kNoKeys);
+    EXPECT_TEXT(Read("b=AS:much\r\n" + media), before + "bandwidth=0\n" + kNoKeys);
 }
 
 TEST(Deliberate, X10_PresentationNeverCountsTowardBandwidth) {
@@ -220,13 +220,13 @@ TEST(Deliberate, X10_PresentationNeverCountsTowardBandwidth) {
 }
 
 TEST(Deliberate, X11_LastFloorControlSectionStands) {
-    const std::string strFirst = "m=application 5070 UDP/BFCP *\r\n"
-                                 "a=floorctrl:s-only\r\n"
-                                 "a=confid:1\r\n"
-                                 "a=userid:2\r\n";
-    EXPECT_TEXT(Read(strFirst), kNoAudio + kNoMain + kNoPreso + "bfcp port=5070 conf=1 user=2 server=1\n" +
-                                    "bandwidth=0\n" + kNoKeys);
-    EXPECT_TEXT(Read(strFirst + "m=application 5072 TCP/BFCP *\r\na=confid:3\r\n"),
+    const std::string firstText = "m=application 5070 UDP/BFCP *\r\n"
+                                  "a=floorctrl:s-only\r\n"
+                                  "a=confid:1\r\n"
+                                  "a=userid:2\r\n";
+    EXPECT_TEXT(Read(firstText), kNoAudio + kNoMain + kNoPreso + "bfcp port=5070 conf=1 user=2 server=1\n" +
+                                     "bandwidth=0\n" + kNoKeys);
+    EXPECT_TEXT(Read(firstText + "m=application 5072 TCP/BFCP *\r\na=confid:3\r\n"),
                 kNoAudio + kNoMain + kNoPreso + "bfcp port=5072 conf=3 user=0 server=0\n" + "bandwidth=0\n" +
                     kNoKeys);
 }

@@ -36,9 +36,9 @@ struct Reading {
     SDPHandler h;
     RemoteSDP remote;
 
-    explicit Reading(const std::string& strText) {
+    explicit Reading(const std::string& text) {
         Start(h, AudioLocal());
-        EXPECT_EQ(h.ParseTheSDP(strText, remote), 0);
+        EXPECT_EQ(h.ParseTheSDP(text, remote), 0);
     }
     std::string Record() const { return Describe(remote); }
     const MediaSession& Section() const { return *h.vecRemoteMediaSession.at(0); }
@@ -46,27 +46,27 @@ struct Reading {
 };
 
 TEST(Deliberate, G01_ShortRtpmapLinesAreDropped) {
-    const std::string strFront = "m=video 5002 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\n";
+    const std::string prefix = "m=video 5002 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\n";
     // One word; one word and a blank; a first word of eight characters.
     for (const char* line :
          {"a=rtpmap:97\r\n", "a=rtpmap:97 \r\n", "a=rtpmap 97\r\n", "a=rtpmap VP8/90000\r\n"}) {
-        const Reading dropped(strFront + line);
+        const Reading dropped(prefix + line);
         EXPECT_TEXT(dropped.Format(0).strEncodingName, "H264/90000");
     }
-    const Reading read(strFront + "a=rtpmap:97 VP8/90000\r\n");
+    const Reading read(prefix + "a=rtpmap:97 VP8/90000\r\n");
     EXPECT_TEXT(read.Format(0).strEncodingName, "VP8/90000");
 }
 
 TEST(Deliberate, G02_CryptoWithoutAColonInItsFirstWordIsDropped) {
-    const std::string strEnd = " AES_CM_128_HMAC_SHA1_32 inline:" + kKeyText + " a=crypto:\r\n";
-    const Reading dropped("m=audio 5000 RTP/SAVP 0\r\nx" + strEnd);
+    const std::string suffix = " AES_CM_128_HMAC_SHA1_32 inline:" + kKeyText + " a=crypto:\r\n";
+    const Reading dropped("m=audio 5000 RTP/SAVP 0\r\nx" + suffix);
     EXPECT_EQ(dropped.Section().cryptoAlgo, kSuiteNone);
     EXPECT_EQ(dropped.Section().iCryptoTag, 0);
     EXPECT_TEXT(dropped.Section().strBase64Key, "");
     EXPECT_TEXT(dropped.Record(),
                 "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" + kOnlyAudio);
     // A colon makes the same words a line with the tag behind it.
-    const Reading read("m=audio 5000 RTP/SAVP 0\r\nx:4" + strEnd);
+    const Reading read("m=audio 5000 RTP/SAVP 0\r\nx:4" + suffix);
     EXPECT_EQ(read.Section().cryptoAlgo, kSuite32);
     EXPECT_EQ(read.Section().iCryptoTag, 4);
     EXPECT_TEXT(read.Section().strBase64Key, kKeyText);
@@ -74,14 +74,14 @@ TEST(Deliberate, G02_CryptoWithoutAColonInItsFirstWordIsDropped) {
 
 TEST(Deliberate, G03_FmtpBlankBeforePositionSevenIsDropped) {
     // Cut to the end of the line instead, the first two would name the payloads "p:" and "a=fmtp:".
-    const std::string strFront = "m=video 5002 RTP/AVP 97 p: a=fmtp:\r\n";
+    const std::string prefix = "m=video 5002 RTP/AVP 97 p: a=fmtp:\r\n";
     for (const char* line : {"x a=fmtp:\r\n", "123456 a=fmtp:\r\n", " a=fmtp:97 max-fs=1\r\n"}) {
-        const Reading dropped(strFront + line);
+        const Reading dropped(prefix + line);
         EXPECT_EQ(dropped.Format(0).vecFmtpParms, std::vector<std::string>{});
         EXPECT_EQ(dropped.Format(1).vecFmtpParms, std::vector<std::string>{});
         EXPECT_EQ(dropped.Format(2).vecFmtpParms, std::vector<std::string>{});
     }
-    const Reading read(strFront + "a=fmtp:97 max-fs=1\r\n");
+    const Reading read(prefix + "a=fmtp:97 max-fs=1\r\n");
     EXPECT_EQ(read.Format(0).vecFmtpParms, std::vector<std::string>{"max-fs=1"});
 }
 
@@ -117,18 +117,18 @@ TEST(Deliberate, G05_BandwidthWrapsIn32Bits) {
     EXPECT_TEXT(Reading("b=AS:2147484\r\n").Record(), record("-2147483296"));
     EXPECT_TEXT(Reading("b=AS:2147483\r\n").Record(), record("2147483000"));
 
-    const std::string strStreams = "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n"
-                                   "main codec=2 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= "
-                                   "port=5002 send=1 recv=1 valid=1\n" +
-                                   kNoPreso + kNoFloor;
+    const std::string streams = "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n"
+                                "main codec=2 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= "
+                                "port=5002 send=1 recv=1 valid=1\n" +
+                                kNoPreso + kNoFloor;
     EXPECT_TEXT(Reading("m=audio 5000 RTP/AVP 0\r\nb=TIAS:2000000000\r\n"
                         "m=video 5002 RTP/AVP 97\r\nb=TIAS:2000000000\r\n")
                     .Record(),
-                strStreams + "bandwidth=-294967296\n" + kNoKeys);
+                streams + "bandwidth=-294967296\n" + kNoKeys);
     EXPECT_TEXT(Reading("m=audio 5000 RTP/AVP 0\r\nb=TIAS:64000\r\n"
                         "m=video 5002 RTP/AVP 97\r\nb=TIAS:936000\r\n")
                     .Record(),
-                strStreams + "bandwidth=1000000\n" + kNoKeys);
+                streams + "bandwidth=1000000\n" + kNoKeys);
 }
 
 TEST(Deliberate, G06_PortPlusOneWraps) {
@@ -182,33 +182,33 @@ TEST(Deliberate, G07_SplitKeepsEmptyPiecesAndAnEmptyTextHasNone) {
     EXPECT_EQ(plain.Format(0).vecFmtpParms, (std::vector<std::string>{"max-fs=1", "max-br=2"}));
 }
 
-std::string MainRecord(const std::string& strParms) {
-    return Reading("m=video 5002 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\na=fmtp:97 " + strParms + "\r\n")
+std::string MainRecord(const std::string& parameters) {
+    return Reading("m=video 5002 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\na=fmtp:97 " + parameters + "\r\n")
         .Record();
 }
 
 TEST(Deliberate, G08_ParametersWithoutAValueAreIgnored) {
-    const std::string strExpected =
+    const std::string expected =
         kNoAudio +
         "main codec=2 type=0 payload=97 mode=1 level=3.1 mbps=108000 fs=0 br=0 addr= port=5002 "
         "send=1 recv=1 valid=1\n" +
         kOnlyMain;
     EXPECT_TEXT(MainRecord("packetization-mode=1;profile-level-id=42801f;max-mbps=108000;"
                            ";packetization-mode;profile-level-id;max-mbps;=;=5; ;max-fs=;profile-level-id="),
-                strExpected);
-    EXPECT_TEXT(MainRecord("packetization-mode=1;profile-level-id=42801f;max-mbps=108000"), strExpected);
+                expected);
+    EXPECT_TEXT(MainRecord("packetization-mode=1;profile-level-id=42801f;max-mbps=108000"), expected);
 }
 
 TEST(Deliberate, G09_FmtpParametersAreAttachedOnce) {
     // Forty thousand parameters of one line: attached once per parameter this would copy a thousand million.
-    std::string strLine = "a=fmtp:97 ";
+    std::string lineText = "a=fmtp:97 ";
     for (int i = 0; i < 40000; ++i) {
-        strLine += "p=" + std::to_string(i) + ";";
+        lineText += "p=" + std::to_string(i) + ";";
     }
-    strLine += "q=1\r\n";
+    lineText += "q=1\r\n";
     const allocations::Scope scope;
-    const Reading many("m=video 5002 RTP/AVP 97\r\n" + strLine);
-    EXPECT_LE(scope.bytes(), 64 * 1024 + 64 * strLine.size());
+    const Reading many("m=video 5002 RTP/AVP 97\r\n" + lineText);
+    EXPECT_LE(scope.bytes(), 64 * 1024 + 64 * lineText.size());
     const std::vector<std::string>& parms = many.Format(0).vecFmtpParms;
     ASSERT_EQ(parms.size(), 40001U);
     EXPECT_TEXT(parms[0], "p=0");
@@ -236,13 +236,13 @@ TEST(Deliberate, G10_SectionWithoutAWordIsNotRejected) {
 TEST(Deliberate, G11_TextIsCutWithACursor) {
     // A hundred thousand short lines: copying the rest for each of them would move some hundred thousand
     // million bytes.
-    std::string strText = "m=audio 5000 RTP/AVP 0\r\n";
+    std::string text = "m=audio 5000 RTP/AVP 0\r\n";
     for (int i = 0; i < 100000; ++i) {
-        strText += "a=candidate:" + std::to_string(i) + "\r\n";
+        text += "a=candidate:" + std::to_string(i) + "\r\n";
     }
     const allocations::Scope scope;
-    const Reading many(strText);
-    EXPECT_LE(scope.bytes(), 64 * 1024 + 64 * strText.size());
+    const Reading many(text);
+    EXPECT_LE(scope.bytes(), 64 * 1024 + 64 * text.size());
     ASSERT_EQ(many.Section().vecCandidate.size(), 100000U);
     EXPECT_TEXT(many.Section().vecCandidate[0], "a=candidate:0");
     EXPECT_TEXT(many.Section().vecCandidate[99999], "a=candidate:99999");
@@ -299,26 +299,26 @@ public:
     ~TraceKeeper() { SetCommonMediaTraceSink(nullptr); }
     TraceKeeper(const TraceKeeper&) = delete;
     TraceKeeper& operator=(const TraceKeeper&) = delete;
-    const std::string& Text() const { return m_strText; }
+    const std::string& Text() const { return m_text; }
 
 private:
     static void Keep(void* context, const char* /*file*/, const char* /*function*/, int /*line*/,
                      const char* text) {
-        static_cast<TraceKeeper*>(context)->m_strText += text;
+        static_cast<TraceKeeper*>(context)->m_text += text;
     }
 
-    std::string m_strText;
+    std::string m_text;
     CommonMediaTraceSink m_sink = {Keep, this};
 };
 
 TEST(Deliberate, G14_KeyTextInADumpedFieldIsMasked) {
-    const std::string strFront = "Dump Media Session: \n"
-                                 "eContent: 0\n"
-                                 "iPort: 5002\n"
-                                 "strIPAddr: \n"
-                                 "\tRtpMap[0]: Payload-97 EncodingName-\n"
-                                 "\t\tFmtp Parm-max-fs=1";
-    const std::string strEnd = "\n"
+    const std::string prefix = "Dump Media Session: \n"
+                               "eContent: 0\n"
+                               "iPort: 5002\n"
+                               "strIPAddr: \n"
+                               "\tRtpMap[0]: Payload-97 EncodingName-\n"
+                               "\t\tFmtp Parm-max-fs=1";
+    const std::string suffix = "\n"
                                "fRecv: true\n"
                                "fSend: true\n"
                                "strVideoLevel: \n"
@@ -327,20 +327,18 @@ TEST(Deliberate, G14_KeyTextInADumpedFieldIsMasked) {
                                "iBfcpUserid: 0\n"
                                "strFloorctrl: \n"
                                "\n\n";
-    const std::string strCrypto = "a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:" + kKeyText;
+    const std::string crypto = "a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:" + kKeyText;
     {
         // A bare line feed makes the crypto line a part of the fmtp parameter.
         TraceKeeper trace;
-        const Reading joined("m=video 5002 RTP/SAVP 97\r\na=fmtp:97 max-fs=1\n" + strCrypto +
-                             "|2^31 KDR=1\r\n");
-        EXPECT_TEXT(trace.Text(),
-                    strFront + "\na=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:*** KDR=1" + strEnd);
+        const Reading joined("m=video 5002 RTP/SAVP 97\r\na=fmtp:97 max-fs=1\n" + crypto + "|2^31 KDR=1\r\n");
+        EXPECT_TEXT(trace.Text(), prefix + "\na=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:*** KDR=1" + suffix);
     }
     {
         // On a line of its own it is no part of the dump.
         TraceKeeper trace;
-        const Reading apart("m=video 5002 RTP/SAVP 97\r\na=fmtp:97 max-fs=1\r\n" + strCrypto + "\r\n");
-        EXPECT_TEXT(trace.Text(), strFront + strEnd);
+        const Reading apart("m=video 5002 RTP/SAVP 97\r\na=fmtp:97 max-fs=1\r\n" + crypto + "\r\n");
+        EXPECT_TEXT(trace.Text(), prefix + suffix);
         EXPECT_TEXT(apart.Section().strBase64Key, kKeyText);
     }
 }
@@ -359,11 +357,11 @@ public:
     // The bytes as they are in memory now, whatever the optimiser believes of a record that has ended.
     std::string Bytes(std::ptrdiff_t at, std::size_t length) const {
         const volatile unsigned char* const bytes = m_storage;
-        std::string strBytes;
+        std::string copied;
         for (std::size_t i = 0; i < length; ++i) {
-            strBytes += static_cast<char>(bytes[static_cast<std::size_t>(at) + i]);
+            copied += static_cast<char>(bytes[static_cast<std::size_t>(at) + i]);
         }
-        return strBytes;
+        return copied;
     }
     std::ptrdiff_t At(const void* field) const {
         return static_cast<const unsigned char*>(field) - static_cast<const unsigned char*>(m_storage);
@@ -457,16 +455,16 @@ TEST(Deliberate, G17_KeyMaterialIsWipedWhenItEnds) {
 }
 
 TEST(Deliberate, G18_OnlyDecimalDigitsAreANumber) {
-    const std::string strFront = "m=application 5070 UDP/BFCP *\r\na=confid:15\r\na=confid:";
+    const std::string prefix = "m=application 5070 UDP/BFCP *\r\na=confid:15\r\na=confid:";
     for (const char* value : {"", "+4", "-4", " 4", "4 ", "4.0", "0x4", "four"}) {
         EXPECT_FALSE(VideoUtils::IsNumber(value)) << value;
-        const Reading kept(strFront + value + "\r\n");
+        const Reading kept(prefix + value + "\r\n");
         EXPECT_TEXT(kept.Record(), kNoAudio + kNoMain + kNoPreso +
                                        "bfcp port=5070 conf=15 user=0 server=0\n" + "bandwidth=0\n" +
                                        kNoKeys);
     }
     EXPECT_TRUE(VideoUtils::IsNumber("0004"));
-    const Reading read(strFront + "0004\r\n");
+    const Reading read(prefix + "0004\r\n");
     EXPECT_TEXT(read.Record(), kNoAudio + kNoMain + kNoPreso + "bfcp port=5070 conf=4 user=0 server=0\n" +
                                    "bandwidth=0\n" + kNoKeys);
 }

@@ -43,9 +43,9 @@ TEST(Deliberate, M02_DumpLosesItsFirstLine) {
     MediaSession section;
     section.iPort = 5000;
     section.eMedia = MEDIA_AUDIO;
-    const std::string strAudio = section.ToDiag();
+    const std::string audio = section.ToDiag();
     section.eMedia = MEDIA_APPLICATION;
-    const std::string strApplication = section.ToDiag();
+    const std::string application = section.ToDiag();
     // No "eMedia: 2" and no "eMedia: 3" in front: the two kinds cannot be told apart.
     const char* const dump = "eContent: 100\n"
                              "iPort: 5000\n"
@@ -58,29 +58,29 @@ TEST(Deliberate, M02_DumpLosesItsFirstLine) {
                              "iBfcpUserid: 0\n"
                              "strFloorctrl: \n"
                              "\n\n";
-    EXPECT_TEXT(strAudio, dump);
-    EXPECT_TEXT(strApplication, dump);
+    EXPECT_TEXT(audio, dump);
+    EXPECT_TEXT(application, dump);
 }
 
 TEST(Deliberate, M03_DumpCutsEachPieceAt999Bytes) {
     MediaSession section;
     section.strFloorctrl = std::string(984, 'x');
-    const std::string strFront = "eContent: 100\n"
-                                 "iPort: 0\n"
-                                 "strIPAddr: \n"
-                                 "fRecv: true\n"
-                                 "fSend: true\n"
-                                 "strVideoLevel: \n"
-                                 "strMaxBandwidth: \n"
-                                 "iBfcpConfid: 0\n"
-                                 "iBfcpUserid: 0\n";
+    const std::string prefix = "eContent: 100\n"
+                               "iPort: 0\n"
+                               "strIPAddr: \n"
+                               "fRecv: true\n"
+                               "fSend: true\n"
+                               "strVideoLevel: \n"
+                               "strMaxBandwidth: \n"
+                               "iBfcpConfid: 0\n"
+                               "iBfcpUserid: 0\n";
     // 14 bytes of name, 984 of value and the line end make 999.
-    EXPECT_TEXT(section.ToDiag(), strFront + "strFloorctrl: " + std::string(984, 'x') + "\n" + "\n\n");
+    EXPECT_TEXT(section.ToDiag(), prefix + "strFloorctrl: " + std::string(984, 'x') + "\n" + "\n\n");
     // One more costs the line end, any more after that cost themselves.
     section.strFloorctrl = std::string(985, 'x');
-    EXPECT_TEXT(section.ToDiag(), strFront + "strFloorctrl: " + std::string(985, 'x') + "\n\n");
+    EXPECT_TEXT(section.ToDiag(), prefix + "strFloorctrl: " + std::string(985, 'x') + "\n\n");
     section.strFloorctrl = std::string(9000, 'x');
-    EXPECT_TEXT(section.ToDiag(), strFront + "strFloorctrl: " + std::string(985, 'x') + "\n\n");
+    EXPECT_TEXT(section.ToDiag(), prefix + "strFloorctrl: " + std::string(985, 'x') + "\n\n");
 }
 
 TEST(Deliberate, M04_SectionNeverFreesItsPayloadEntries) {

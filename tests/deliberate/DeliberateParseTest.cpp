@@ -31,11 +31,11 @@ const std::string kAudioKeyRows = "srtp video suite=0 key=- salt=-\n"
 // A handler with all audio codecs that has read one text.
 class Reading {
 public:
-    explicit Reading(const std::string& strText) {
+    explicit Reading(const std::string& text) {
         Start(m_handler, AudioLocal());
-        Read(strText);
+        Read(text);
     }
-    void Read(const std::string& strText) { EXPECT_EQ(m_handler.ParseTheSDP(strText, m_remote), 0); }
+    void Read(const std::string& text) { EXPECT_EQ(m_handler.ParseTheSDP(text, m_remote), 0); }
     std::string Record() const { return Describe(m_remote); }
     std::string Dump(std::size_t i) const { return Section(i).ToDiag(); }
     const MediaSession& Section(std::size_t i) const { return *m_handler.vecRemoteMediaSession.at(i); }
@@ -156,24 +156,24 @@ TEST(Deliberate, P05_ShortMediaLineOpensNothing) {
 }
 
 TEST(Deliberate, P06_UnknownMediaKeepsItsPlace) {
-    const std::string strAnswer = "v=0\r\n"
-                                  "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
-                                  "s=-\r\n"
-                                  "c=IN IP4 192.0.2.1\r\n"
-                                  "t=0 0\r\n"
-                                  "m=audio 16384 RTP/AVP 0 101\r\n"
-                                  "a=rtpmap:0 PCMU/8000\r\n"
-                                  "a=rtpmap:101 telephone-event/8000\r\n"
-                                  "a=fmtp:101 0-15\r\n"
-                                  "a=sendrecv\r\n"
-                                  "a=rtcp:16385 IN IP4 192.0.2.1\r\n";
+    const std::string answer = "v=0\r\n"
+                               "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
+                               "s=-\r\n"
+                               "c=IN IP4 192.0.2.1\r\n"
+                               "t=0 0\r\n"
+                               "m=audio 16384 RTP/AVP 0 101\r\n"
+                               "a=rtpmap:0 PCMU/8000\r\n"
+                               "a=rtpmap:101 telephone-event/8000\r\n"
+                               "a=fmtp:101 0-15\r\n"
+                               "a=sendrecv\r\n"
+                               "a=rtcp:16385 IN IP4 192.0.2.1\r\n";
     // Text takes one of the two places that are answered, so the video section behind it is the surplus one.
     Reading withText("m=text 6000 RTP/AVP 98\r\nm=audio 5000 RTP/AVP 0\r\nm=video 5002 RTP/AVP 97\r\n");
     EXPECT_EQ(withText.Section(0).eMedia, MEDIA_UNKNOWN);
     EXPECT_EQ(withText.Section(0).iPort, 6000);
-    EXPECT_TEXT(withText.Handler().GetLocalSDP(), strAnswer + "m=video 0 RTP/AVP 97\r\n");
+    EXPECT_TEXT(withText.Handler().GetLocalSDP(), answer + "m=video 0 RTP/AVP 97\r\n");
     Reading withoutText("m=audio 5000 RTP/AVP 0\r\nm=video 5002 RTP/AVP 97\r\n");
-    EXPECT_TEXT(withoutText.Handler().GetLocalSDP(), strAnswer);
+    EXPECT_TEXT(withoutText.Handler().GetLocalSDP(), answer);
 }
 
 TEST(Deliberate, P07_FirstPayloadEntryOfANumberWins) {
@@ -202,16 +202,15 @@ TEST(Deliberate, P07_FirstPayloadEntryOfANumberWins) {
 }
 
 TEST(Deliberate, P08_LastFmtpLineReplacesAll) {
-    const std::string strFront = "m=video 5002 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\n";
-    const Reading twoLines(strFront + "a=fmtp:97 profile-level-id=42801f;packetization-mode=1\r\n"
-                                      "a=fmtp:97 max-fs=3600\r\n");
+    const std::string prefix = "m=video 5002 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\n";
+    const Reading twoLines(prefix + "a=fmtp:97 profile-level-id=42801f;packetization-mode=1\r\n"
+                                    "a=fmtp:97 max-fs=3600\r\n");
     EXPECT_TEXT(twoLines.Record(),
                 kNoAudio +
                     "main codec=2 type=0 payload=97 mode=0 level= mbps=0 fs=3600 br=0 addr= "
                     "port=5002 send=1 recv=1 valid=1\n" +
                     kOnlyMain);
-    const Reading oneLine(strFront +
-                          "a=fmtp:97 profile-level-id=42801f;packetization-mode=1;max-fs=3600\r\n");
+    const Reading oneLine(prefix + "a=fmtp:97 profile-level-id=42801f;packetization-mode=1;max-fs=3600\r\n");
     EXPECT_TEXT(oneLine.Record(),
                 kNoAudio +
                     "main codec=2 type=0 payload=97 mode=1 level=3.1 mbps=0 fs=3600 br=0 addr= "
@@ -241,47 +240,47 @@ TEST(Deliberate, P09_FmtpPiecesStayUntrimmed) {
 }
 
 // The answer of a handler that wants SRTP and has the near keys under the 32-bit suite.
-std::string SecureAnswer(const std::string& strRemote) {
+std::string SecureAnswer(const std::string& remoteText) {
     SDPHandler h;
     LocalSDP local = AudioLocal();
     GiveKeys(local, "near", kSuite32);
     Start(h, local);
     h.m_bSRTP = true;
     RemoteSDP remote;
-    EXPECT_EQ(h.ParseTheSDP(strRemote, remote), 0);
+    EXPECT_EQ(h.ParseTheSDP(remoteText, remote), 0);
     return h.GetLocalSDP();
 }
 
 TEST(Deliberate, P10_EightyBitSuitesAreSkipped) {
-    const std::string strLine = " inline:" + kKeyText + "\r\n";
-    const std::string strFront = "v=0\r\n"
-                                 "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
-                                 "s=-\r\n"
-                                 "c=IN IP4 192.0.2.1\r\n"
-                                 "t=0 0\r\n";
-    const std::string strEnd = "a=rtpmap:0 PCMU/8000\r\n"
+    const std::string line = " inline:" + kKeyText + "\r\n";
+    const std::string prefix = "v=0\r\n"
+                               "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
+                               "s=-\r\n"
+                               "c=IN IP4 192.0.2.1\r\n"
+                               "t=0 0\r\n";
+    const std::string suffix = "a=rtpmap:0 PCMU/8000\r\n"
                                "a=rtpmap:101 telephone-event/8000\r\n"
                                "a=fmtp:101 0-15\r\n"
                                "a=sendrecv\r\n"
                                "a=rtcp:16385 IN IP4 192.0.2.1\r\n";
     for (const char* suite : {"AES_CM_128_HMAC_SHA1_80", "AES_CM_256_HMAC_SHA1_80"}) {
-        const std::string strRemote = std::string("m=audio 5000 RTP/SAVP 0\r\na=crypto:1 ") + suite + strLine;
-        const Reading skipped(strRemote);
+        const std::string remoteText = std::string("m=audio 5000 RTP/SAVP 0\r\na=crypto:1 ") + suite + line;
+        const Reading skipped(remoteText);
         EXPECT_TEXT(skipped.Record(),
                     "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" + kOnlyAudio);
         EXPECT_EQ(skipped.Section(0).iCryptoTag, 0);
-        EXPECT_TEXT(SecureAnswer(strRemote), strFront + "m=audio 16384 RTP/AVP 0 101\r\n" + strEnd);
+        EXPECT_TEXT(SecureAnswer(remoteText), prefix + "m=audio 16384 RTP/AVP 0 101\r\n" + suffix);
     }
-    const std::string strRemote = "m=audio 5000 RTP/SAVP 0\r\na=crypto:2 AES_CM_128_HMAC_SHA1_32" + strLine;
-    EXPECT_TEXT(Reading(strRemote).Record(),
+    const std::string remoteText = "m=audio 5000 RTP/SAVP 0\r\na=crypto:2 AES_CM_128_HMAC_SHA1_32" + line;
+    EXPECT_TEXT(Reading(remoteText).Record(),
                 "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" + kNoMain +
                     kNoPreso + kNoFloor + "bandwidth=0\n" +
                     "srtp audio suite=1 key=away audio key 1 salt=away audiosalt\n" + kAudioKeyRows);
-    EXPECT_TEXT(SecureAnswer(strRemote),
-                strFront +
+    EXPECT_TEXT(SecureAnswer(remoteText),
+                prefix +
                     "m=audio 16384 RTP/SAVP 0 101\r\n"
                     "a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:bmVhciBhdWRpbyBrZXkgMW5lYXIgYXVkaW9zYWx0\r\n" +
-                    strEnd);
+                    suffix);
 }
 
 TEST(Deliberate, P11_UnknownSuiteStillStoresTagAndKey) {
@@ -303,19 +302,19 @@ TEST(Deliberate, P11_UnknownSuiteStillStoresTagAndKey) {
 }
 
 TEST(Deliberate, P12_UndecodableKeyReplacesTheTextOnly) {
-    const std::string strFront =
+    const std::string prefix =
         "m=audio 5000 RTP/SAVP 0\r\na=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:" + kKeyText + "\r\n";
-    const std::string strBad = "!" + kKeyText.substr(1);
-    const Reading bad(strFront + "a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:" + strBad + "\r\n");
+    const std::string badText = "!" + kKeyText.substr(1);
+    const Reading bad(prefix + "a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:" + badText + "\r\n");
     EXPECT_EQ(bad.Section(0).iCryptoTag, 2);
-    EXPECT_TEXT(bad.Section(0).strBase64Key, strBad);
+    EXPECT_TEXT(bad.Section(0).strBase64Key, badText);
     EXPECT_TEXT(bad.Record(), "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" +
                                   kNoMain + kNoPreso + kNoFloor + "bandwidth=0\n" +
                                   "srtp audio suite=1 key=away audio key 1 salt=away audiosalt\n" +
                                   kAudioKeyRows);
     // A key that decodes replaces all of it.
     const Reading good(
-        strFront + "a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:YXdheSB2aWRlbyBrZXkgMWF3YXkgdmlkZW9zYWx0\r\n");
+        prefix + "a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:YXdheSB2aWRlbyBrZXkgMWF3YXkgdmlkZW9zYWx0\r\n");
     EXPECT_TEXT(good.Section(0).strBase64Key, "YXdheSB2aWRlbyBrZXkgMWF3YXkgdmlkZW9zYWx0");
     EXPECT_TEXT(good.Record(), "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" +
                                    kNoMain + kNoPreso + kNoFloor + "bandwidth=0\n" +
@@ -338,20 +337,20 @@ TEST(Deliberate, P13_IceValuesAreWholeLines) {
 }
 
 TEST(Deliberate, P14_DirectionsAreMirrored) {
-    const std::string strFront = "m=audio 5000 RTP/AVP 0\r\n";
-    EXPECT_TEXT(Reading(strFront + "a=sendonly\r\n").Record(),
+    const std::string prefix = "m=audio 5000 RTP/AVP 0\r\n";
+    EXPECT_TEXT(Reading(prefix + "a=sendonly\r\n").Record(),
                 "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=0 recv=1 valid=1\n" + kOnlyAudio);
-    EXPECT_TEXT(Reading(strFront + "a=recvonly\r\n").Record(),
+    EXPECT_TEXT(Reading(prefix + "a=recvonly\r\n").Record(),
                 "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=0 valid=1\n" + kOnlyAudio);
     // The two that mean the same from both sides.
-    EXPECT_TEXT(Reading(strFront + "a=sendrecv\r\n").Record(),
+    EXPECT_TEXT(Reading(prefix + "a=sendrecv\r\n").Record(),
                 "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" + kOnlyAudio);
-    EXPECT_TEXT(Reading(strFront + "a=inactive\r\n").Record(),
+    EXPECT_TEXT(Reading(prefix + "a=inactive\r\n").Record(),
                 "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=0 recv=0 valid=1\n" + kOnlyAudio);
 }
 
-std::string OnlyBandwidth(const std::string& strBandwidth) {
-    return kNoAudio + kNoMain + kNoPreso + kNoFloor + "bandwidth=" + strBandwidth + "\n" + kNoKeys;
+std::string OnlyBandwidth(const std::string& bandwidth) {
+    return kNoAudio + kNoMain + kNoPreso + kNoFloor + "bandwidth=" + bandwidth + "\n" + kNoKeys;
 }
 
 TEST(Deliberate, P15_SessionTiasIsReadAsKilobits) {
@@ -361,25 +360,24 @@ TEST(Deliberate, P15_SessionTiasIsReadAsKilobits) {
 }
 
 TEST(Deliberate, P16_MediaAsIsIgnored) {
-    const std::string strAudio = "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n";
-    EXPECT_TEXT(Reading("m=audio 5000 RTP/AVP 0\r\nb=AS:64\r\n").Record(), strAudio + kOnlyAudio);
+    const std::string audio = "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n";
+    EXPECT_TEXT(Reading("m=audio 5000 RTP/AVP 0\r\nb=AS:64\r\n").Record(), audio + kOnlyAudio);
     EXPECT_TEXT(Reading("m=audio 5000 RTP/AVP 0\r\nb=TIAS:64000\r\n").Record(),
-                strAudio + kNoMain + kNoPreso + kNoFloor + "bandwidth=64000\n" + kNoKeys);
+                audio + kNoMain + kNoPreso + kNoFloor + "bandwidth=64000\n" + kNoKeys);
 }
 
 TEST(Deliberate, P17_FloorControlValuesLandInAnyLastSection) {
-    const std::string strAudio = "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n";
-    const std::string strValues = "a=floorctrl:s-only\r\na=confid:15\r\na=userid:16\r\n";
+    const std::string audio = "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n";
+    const std::string values = "a=floorctrl:s-only\r\na=confid:15\r\na=userid:16\r\n";
     // Behind the audio line they fill the audio section, and the floor control section stays without.
-    const Reading misplaced("m=application 5070 UDP/BFCP *\r\nm=audio 5000 RTP/AVP 0\r\n" + strValues);
+    const Reading misplaced("m=application 5070 UDP/BFCP *\r\nm=audio 5000 RTP/AVP 0\r\n" + values);
     EXPECT_TEXT(misplaced.Section(1).strFloorctrl, "s-only");
     EXPECT_EQ(misplaced.Section(1).iBfcpConfid, 15);
     EXPECT_EQ(misplaced.Section(1).iBfcpUserid, 16);
-    EXPECT_TEXT(misplaced.Record(), strAudio + kNoMain + kNoPreso +
-                                        "bfcp port=5070 conf=0 user=0 server=0\n" + "bandwidth=0\n" +
-                                        kNoKeys);
-    const Reading placed("m=audio 5000 RTP/AVP 0\r\nm=application 5070 UDP/BFCP *\r\n" + strValues);
-    EXPECT_TEXT(placed.Record(), strAudio + kNoMain + kNoPreso + "bfcp port=5070 conf=15 user=16 server=1\n" +
+    EXPECT_TEXT(misplaced.Record(), audio + kNoMain + kNoPreso + "bfcp port=5070 conf=0 user=0 server=0\n" +
+                                        "bandwidth=0\n" + kNoKeys);
+    const Reading placed("m=audio 5000 RTP/AVP 0\r\nm=application 5070 UDP/BFCP *\r\n" + values);
+    EXPECT_TEXT(placed.Record(), audio + kNoMain + kNoPreso + "bfcp port=5070 conf=15 user=16 server=1\n" +
                                      "bandwidth=0\n" + kNoKeys);
 }
 
@@ -399,16 +397,16 @@ TEST(Deliberate, P18_SessionAddressOutlivesTheNextParse) {
 }
 
 TEST(Deliberate, P19_TagThatIsNoNumberReadsOne) {
-    const std::string strFront = "m=audio 5000 RTP/SAVP 0\r\na=crypto:";
-    const std::string strEnd = " AES_CM_128_HMAC_SHA1_32 inline:" + kKeyText + "\r\n";
+    const std::string prefix = "m=audio 5000 RTP/SAVP 0\r\na=crypto:";
+    const std::string suffix = " AES_CM_128_HMAC_SHA1_32 inline:" + kKeyText + "\r\n";
     for (const char* tag : {"x", "", "-4", "4x"}) {
-        const Reading odd(strFront + tag + strEnd);
+        const Reading odd(prefix + tag + suffix);
         EXPECT_EQ(odd.Section(0).iCryptoTag, 1) << tag;
         EXPECT_EQ(odd.Section(0).cryptoAlgo, kSuite32) << tag;
         EXPECT_TEXT(odd.Section(0).strBase64Key, kKeyText);
     }
     // The answer echoes the tag that was read, which is not the one that was sent.
-    EXPECT_TEXT(SecureAnswer(strFront + "4x" + strEnd),
+    EXPECT_TEXT(SecureAnswer(prefix + "4x" + suffix),
                 "v=0\r\n"
                 "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
                 "s=-\r\n"
@@ -421,7 +419,7 @@ TEST(Deliberate, P19_TagThatIsNoNumberReadsOne) {
                 "a=fmtp:101 0-15\r\n"
                 "a=sendrecv\r\n"
                 "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
-    const Reading plain(strFront + "4" + strEnd);
+    const Reading plain(prefix + "4" + suffix);
     EXPECT_EQ(plain.Section(0).iCryptoTag, 4);
 }
 

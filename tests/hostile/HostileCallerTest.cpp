@@ -28,16 +28,16 @@ using namespace hostile;
 
 /// Reads and answers the conference while the n-th allocation fails; true when one did.
 bool FailsAt(Endpoint& near, void (*fail)(std::size_t), std::size_t n) {
-    bool fFailed = false;
+    bool hasFailed = false;
     fail(n);
     try {
         near.handler.ParseTheSDP(kConference, near.remote);
         near.handler.GetLocalSDP();
     } catch (const std::bad_alloc&) {
-        fFailed = true;
+        hasFailed = true;
     }
     allocations::Relent();
-    return fFailed;
+    return hasFailed;
 }
 
 /// Lets every allocation of an answer fail in turn; how many there were. Anything else than std::bad_alloc
@@ -45,13 +45,13 @@ bool FailsAt(Endpoint& near, void (*fail)(std::size_t), std::size_t n) {
 std::size_t ExhaustAnswer(void (*fail)(std::size_t)) {
     for (std::size_t n = 1;; ++n) {
         SCOPED_TRACE(n);
-        bool fFailed = false;
+        bool hasFailed = false;
         long long left = -1;
         {
             const allocations::Scope scope;
             {
                 Endpoint near;
-                fFailed = FailsAt(near, fail, n);
+                hasFailed = FailsAt(near, fail, n);
             }
             left = scope.live();
         }
@@ -62,7 +62,7 @@ std::size_t ExhaustAnswer(void (*fail)(std::size_t)) {
             FailsAt(near, fail, n);
         }
         ExpectAsFresh(near.handler);
-        if (!fFailed) {
+        if (!hasFailed) {
             return n - 1;
         }
     }
@@ -119,8 +119,8 @@ TEST(Hostile, C59_CallsOnAHandlerThatWasGivenNothing) {
 /// A handler's whole state as far as the application put it there.
 struct Told {
     LocalSDP local = ConferenceLocal();
-    bool fSrtp = true;
-    bool fBfcp = true;
+    bool usesSrtp = true;
+    bool usesBfcp = true;
     std::optional<std::string> text; ///< the last description, unless it was dropped
     std::string addressBefore;       ///< session address when it was read
 };
@@ -128,8 +128,8 @@ struct Told {
 /// A new handler that was told the same and nothing before.
 void Tell(SDPHandler& handler, const Told& told, std::uint32_t version) {
     support::Start(handler, told.local);
-    handler.m_bSRTP = told.fSrtp;
-    handler.SetBfcpSupport(told.fBfcp);
+    handler.m_bSRTP = told.usesSrtp;
+    handler.SetBfcpSupport(told.usesBfcp);
     handler.m_iSessionVersion = version;
     handler.strSessionIPAddr = told.addressBefore;
     RemoteSDP remote;
@@ -169,11 +169,11 @@ TEST(Hostile, C59_CallsInAnyOrderLeaveNoTrace) {
             told.text.reset();
             break;
         case 3:
-            used.m_bSRTP = told.fSrtp = !told.fSrtp;
+            used.m_bSRTP = told.usesSrtp = !told.usesSrtp;
             break;
         case 4:
-            told.fBfcp = !told.fBfcp;
-            used.SetBfcpSupport(told.fBfcp);
+            told.usesBfcp = !told.usesBfcp;
+            used.SetBfcpSupport(told.usesBfcp);
             break;
         case 5:
             told.local = random() % 2 == 0 ? ConferenceLocal() : support::AudioLocal();

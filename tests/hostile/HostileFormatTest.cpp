@@ -108,12 +108,12 @@ TEST(Hostile, C32_StaticPayloadRenamed) {
 }
 
 /// A section that lists 1000, 1001, ... and names and describes each, in the same order or from the back.
-void ExpectEveryFormatFound(std::size_t count, bool fBackwards) {
+void ExpectEveryFormatFound(std::size_t count, bool isBackwards) {
     std::string list = "m=video 5004 RTP/AVP";
     std::string lines;
     for (std::size_t n = 0; n < count; ++n) {
         list += " " + std::to_string(1000 + n);
-        const std::string at = std::to_string(1000 + (fBackwards ? count - 1 - n : n));
+        const std::string at = std::to_string(1000 + (isBackwards ? count - 1 - n : n));
         lines += "a=rtpmap:" + at + " X" + at + "/90000\r\n";
         lines += "a=fmtp:" + at + " a=" + at + ";b\r\n";
     }

@@ -11,7 +11,7 @@ using namespace hostile;
 struct Number {
     const char* written;
     std::int32_t prefix; ///< what its longest beginning that is a number reads, cut to 32 bits
-    bool fDigits;        ///< it is digits and nothing else, which most fields insist on
+    bool isDigits;       ///< it is digits and nothing else, which most fields insist on
 };
 
 const Number kNumbers[] = {
@@ -45,7 +45,7 @@ const Number kNumbers[] = {
 
 /// The number in a field that takes digits alone: another text leaves what stood before.
 std::int32_t Strict(const Number& number, std::int32_t before) {
-    return number.fDigits ? number.prefix : before;
+    return number.isDigits ? number.prefix : before;
 }
 
 /// Reads the text and expects the usual record but for what `change` does to it.
@@ -63,10 +63,10 @@ TEST(Hostile, C25_NumbersOfPortsAndPayloads) {
     for (const Number& number : kNumbers) {
         SCOPED_TRACE(number.written);
         const std::string written = number.written;
-        const bool fOpen = number.prefix != 0;
+        const bool isOpen = number.prefix != 0;
         ExpectRecord(With("m=video 20386", "m=video " + written), [&](RemoteSDP& remote) {
             remote.m_VideoMain.iVideoRTPPort = number.prefix;
-            remote.m_VideoMain.fVideoRecv = fOpen;
+            remote.m_VideoMain.fVideoRecv = isOpen;
         });
         ExpectRecord(With("m=application 20390", "m=application " + written),
                      [&](RemoteSDP& remote) { remote.iVideoPresoControlPort = number.prefix; });

@@ -36,8 +36,8 @@ int main() {
     answerer.ParseTheSDP(offerer.GetLocalSDP(), remote);
     offerer.ParseTheSDP(answerer.GetLocalSDP(), remote);
 
-    const bool fDone = remote.fIsAudioValid && remote.eAudioCodec == PAYLOAD_G722 &&
-                       remote.strAudioIPAddr == "192.0.2.2" && VideoUtils::ConvertInt(16384) == "16384";
-    std::cout << "consumer: " << (fDone ? "negotiated" : "FAILED") << '\n';
-    return fDone ? 0 : 1;
+    const bool isDone = remote.fIsAudioValid && remote.eAudioCodec == PAYLOAD_G722 &&
+                        remote.strAudioIPAddr == "192.0.2.2" && VideoUtils::ConvertInt(16384) == "16384";
+    std::cout << "consumer: " << (isDone ? "negotiated" : "FAILED") << '\n';
+    return isDone ? 0 : 1;
 }

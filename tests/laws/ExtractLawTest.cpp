@@ -20,12 +20,12 @@ TEST(LawExtract, TwiceEqualsOnce) {
         Start(h, PresentationLocal());
         RemoteSDP remote;
         h.ParseTheSDP(text, remote);
-        const std::string strOnce = Outcome(h, remote);
+        const std::string once = Outcome(h, remote);
         h.GetRTPData(remote);
-        EXPECT_TEXT(Outcome(h, remote), strOnce);
+        EXPECT_TEXT(Outcome(h, remote), once);
         RemoteSDP other;
         h.GetRTPData(other);
-        EXPECT_TEXT(Outcome(h, other), strOnce);
+        EXPECT_TEXT(Outcome(h, other), once);
     }
 }
 
@@ -37,11 +37,11 @@ TEST(LawExtract, WritingADescriptionChangesNothingThatWasRead) {
         h.m_bSRTP = true;
         RemoteSDP remote;
         h.ParseTheSDP(text, remote);
-        const std::string strBefore = Outcome(h, remote);
+        const std::string before = Outcome(h, remote);
         h.GetLocalSDP();
-        EXPECT_TEXT(Outcome(h, remote), strBefore);
+        EXPECT_TEXT(Outcome(h, remote), before);
         h.GetRTPData(remote);
-        EXPECT_TEXT(Outcome(h, remote), strBefore);
+        EXPECT_TEXT(Outcome(h, remote), before);
     }
 }
 

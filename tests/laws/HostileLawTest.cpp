@@ -18,12 +18,12 @@ void StartFull(SDPHandler& h) {
 }
 
 // Parse and answer by a handler that has a past and by one that has none.
-void ExpectLikeFresh(SDPHandler& used, const std::string& strText, const std::string& strName) {
+void ExpectLikeFresh(SDPHandler& used, const std::string& text, const std::string& strName) {
     SDPHandler fresh;
     StartFull(fresh);
     fresh.strSessionIPAddr = used.strSessionIPAddr;
     fresh.m_iSessionVersion = used.m_iSessionVersion;
-    EXPECT_TEXT(ParseInto(used, strText), ParseInto(fresh, strText)) << strName;
+    EXPECT_TEXT(ParseInto(used, text), ParseInto(fresh, text)) << strName;
     EXPECT_TEXT(used.GetLocalSDP(), fresh.GetLocalSDP()) << strName;
 }
 
@@ -31,10 +31,10 @@ TEST(LawHostile, AGoodTextAfterEachHostileOne) {
     for (const Hostile& hostile : HostileTexts()) {
         SDPHandler used;
         StartFull(used);
-        ParseInto(used, hostile.strText);
+        ParseInto(used, hostile.text);
         used.GetLocalSDP();
         ExpectLikeFresh(used, kRichText, hostile.strName);
-        ParseInto(used, hostile.strText);
+        ParseInto(used, hostile.text);
         ExpectLikeFresh(used, kAddressless, hostile.strName);
     }
 }
@@ -43,7 +43,7 @@ TEST(LawHostile, AGoodTextAfterAllOfThem) {
     SDPHandler used;
     StartFull(used);
     for (const Hostile& hostile : HostileTexts()) {
-        ParseInto(used, hostile.strText);
+        ParseInto(used, hostile.text);
     }
     ExpectLikeFresh(used, kRichText, "all");
     ExpectLikeFresh(used, kAddressless, "all");
@@ -52,25 +52,25 @@ TEST(LawHostile, AGoodTextAfterAllOfThem) {
 TEST(LawHostile, AGoodTextWithAnAddressNeedsNoAllowance) {
     SDPHandler fresh;
     StartFull(fresh);
-    const std::string strExpected = ParseInto(fresh, kRichText);
+    const std::string expected = ParseInto(fresh, kRichText);
     for (const Hostile& hostile : HostileTexts()) {
         SDPHandler used;
         StartFull(used);
-        ParseInto(used, hostile.strText);
-        EXPECT_TEXT(ParseInto(used, kRichText), strExpected) << hostile.strName;
+        ParseInto(used, hostile.text);
+        EXPECT_TEXT(ParseInto(used, kRichText), expected) << hostile.strName;
     }
 }
 
 TEST(LawHostile, AnOfferAfterAHostileTextIsTheOneOfAFreshHandler) {
     SDPHandler fresh;
     StartFull(fresh);
-    const std::string strExpected = fresh.GetLocalSDP();
+    const std::string expected = fresh.GetLocalSDP();
     for (const Hostile& hostile : HostileTexts()) {
         SDPHandler used;
         StartFull(used);
-        ParseInto(used, hostile.strText);
+        ParseInto(used, hostile.text);
         used.ResetRemoteSDP();
-        EXPECT_TEXT(used.GetLocalSDP(), strExpected) << hostile.strName;
+        EXPECT_TEXT(used.GetLocalSDP(), expected) << hostile.strName;
     }
 }
 

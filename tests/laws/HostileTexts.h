@@ -9,21 +9,21 @@ namespace support {
 
 struct Hostile {
     std::string strName;
-    std::string strText;
+    std::string text;
 };
 
-inline std::string Repeat(const std::string& strPiece, int times) {
-    std::string strAll;
+inline std::string Repeat(const std::string& piece, int times) {
+    std::string allText;
     for (int i = 0; i < times; ++i) {
-        strAll += strPiece;
+        allText += piece;
     }
-    return strAll;
+    return allText;
 }
 
 /// The text with every "@" turned into a zero byte.
-inline std::string WithZeros(std::string strText) {
-    std::replace(strText.begin(), strText.end(), '@', '\0');
-    return strText;
+inline std::string WithZeros(std::string text) {
+    std::replace(text.begin(), text.end(), '@', '\0');
+    return text;
 }
 
 inline const std::vector<Hostile>& HostileTexts() {

@@ -110,9 +110,9 @@ inline std::string Outcome(const SDPHandler& handler, const RemoteSDP& remote) {
 }
 
 /// Parses with a new record and gives all that is left behind.
-inline std::string ParseInto(SDPHandler& handler, const std::string& strText) {
+inline std::string ParseInto(SDPHandler& handler, const std::string& text) {
     RemoteSDP remote;
-    EXPECT_EQ(handler.ParseTheSDP(strText, remote), strText.empty() ? 1 : 0);
+    EXPECT_EQ(handler.ParseTheSDP(text, remote), text.empty() ? 1 : 0);
     return Outcome(handler, remote);
 }
 

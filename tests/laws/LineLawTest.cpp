@@ -12,29 +12,29 @@ using namespace support;
 namespace {
 
 // Nothing is empty, nothing but a line end holds a CR or an LF, and the last line has its end.
-void ExpectWholeLines(const std::string& strText) {
+void ExpectWholeLines(const std::string& text) {
     std::string::size_type begin = 0;
-    while (begin < strText.size()) {
-        const std::string::size_type end = strText.find("\r\n", begin);
-        ASSERT_NE(end, std::string::npos) << MakeVisible(strText.substr(begin));
-        const std::string strLine = strText.substr(begin, end - begin);
-        EXPECT_FALSE(strLine.empty()) << MakeVisible(strText);
-        EXPECT_EQ(strLine.find_first_of("\r\n"), std::string::npos) << MakeVisible(strLine);
+    while (begin < text.size()) {
+        const std::string::size_type end = text.find("\r\n", begin);
+        ASSERT_NE(end, std::string::npos) << MakeVisible(text.substr(begin));
+        const std::string line = text.substr(begin, end - begin);
+        EXPECT_FALSE(line.empty()) << MakeVisible(text);
+        EXPECT_EQ(line.find_first_of("\r\n"), std::string::npos) << MakeVisible(line);
         begin = end + 2;
     }
 }
 
 // Everything that the writer can be asked for, with these capabilities, in answer to this text.
-void ExpectWholeDescriptions(const LocalSDP& local, const std::string& strText) {
-    for (const bool fBfcp : {false, true}) {
-        for (const bool fSrtp : {false, true}) {
+void ExpectWholeDescriptions(const LocalSDP& local, const std::string& text) {
+    for (const bool usesBfcp : {false, true}) {
+        for (const bool usesSrtp : {false, true}) {
             SDPHandler h;
             Start(h, local);
-            h.SetBfcpSupport(fBfcp);
-            h.m_bSRTP = fSrtp;
+            h.SetBfcpSupport(usesBfcp);
+            h.m_bSRTP = usesSrtp;
             ExpectWholeLines(h.GetLocalSDP());
             RemoteSDP remote;
-            h.ParseTheSDP(strText, remote);
+            h.ParseTheSDP(text, remote);
             ExpectWholeLines(h.GetLocalSDP());
             h.m_iMaxSupportedSessions = 0;
             ExpectWholeLines(h.GetLocalSDP());
@@ -80,11 +80,11 @@ TEST(LawLine, AnswersToHostileTextsAreWholeLines) {
     LocalSDP local = PresentationLocal();
     GiveKeys(local, "near", kSuite32);
     for (const Hostile& hostile : HostileTexts()) {
-        ExpectWholeDescriptions(local, hostile.strText);
+        ExpectWholeDescriptions(local, hostile.text);
         SDPHandler h;
         Start(h, AudioLocal());
         RemoteSDP remote;
-        h.ParseTheSDP(hostile.strText, remote);
+        h.ParseTheSDP(hostile.text, remote);
         h.SetBfcpSupport(true);
         ExpectWholeLines(h.GetLocalSDP());
     }
@@ -133,21 +133,21 @@ TEST(LawLine, TheBarePrefixesAreTheOnlyOnesWithoutALineEnd) {
     LocalSDP local = PresentationLocal();
     Start(h, local);
     for (int value = -1; value <= 300; ++value) {
-        const std::string strMap = h.AddRTPMap(PayloadType_t(value));
-        const std::string strLabel = h.AddLabel(VIDEOTYPE(value));
-        const std::string strContent = h.AddContent(VIDEOTYPE(value));
-        for (const std::string& piece : {strMap, strLabel, strContent}) {
+        const std::string mapLine = h.AddRTPMap(PayloadType_t(value));
+        const std::string label = h.AddLabel(VIDEOTYPE(value));
+        const std::string content = h.AddContent(VIDEOTYPE(value));
+        for (const std::string& piece : {mapLine, label, content}) {
             if (piece != "a=rtpmap:" && piece != "a=label:" && piece != "a=content:") {
                 ExpectWholeLines(piece);
             }
         }
     }
     local.m_VideoMain.eVideoType = VIDEOTYPE_UNKNOWN;
-    const std::string strSection = h.AddVideo(local.m_VideoMain);
-    const std::string strBare = "a=label:a=content:";
-    ASSERT_GT(strSection.size(), strBare.size());
-    EXPECT_EQ(strSection.substr(strSection.size() - strBare.size()), strBare);
-    ExpectWholeLines(strSection.substr(0, strSection.size() - strBare.size()));
+    const std::string section = h.AddVideo(local.m_VideoMain);
+    const std::string bare = "a=label:a=content:";
+    ASSERT_GT(section.size(), bare.size());
+    EXPECT_EQ(section.substr(section.size() - bare.size()), bare);
+    ExpectWholeLines(section.substr(0, section.size() - bare.size()));
 }
 
 } // namespace

@@ -13,7 +13,7 @@ using namespace support;
 namespace {
 
 struct Codec {
-    PayloadType ePayload;
+    PayloadType payload;
     int iPayload;
 };
 const Codec kCodecs[] = {{PAYLOAD_G711U, 0}, {PAYLOAD_G729, 18}, {PAYLOAD_G7221, 104}, {PAYLOAD_G722, 9}};
@@ -21,30 +21,30 @@ const Codec kCodecs[] = {{PAYLOAD_G711U, 0}, {PAYLOAD_G729, 18}, {PAYLOAD_G7221,
 PayloadType_t CodecSet(unsigned subset) {
     int set = 0;
     for (unsigned i = 0; i < std::size(kCodecs); ++i) {
-        set |= (subset >> i & 1U) != 0 ? int{kCodecs[i].ePayload} : 0;
+        set |= (subset >> i & 1U) != 0 ? int{kCodecs[i].payload} : 0;
     }
     return PayloadType_t(set);
 }
 
 // Reads a text into a handler that knows these audio codecs and nothing else.
-RemoteSDP Read(const std::string& strText, PayloadType_t codecs) {
+RemoteSDP Read(const std::string& text, PayloadType_t codecs) {
     SDPHandler second;
     second.MyLocalSDP.eAudioCodec = codecs;
     RemoteSDP remote;
-    EXPECT_EQ(second.ParseTheSDP(strText, remote), 0);
+    EXPECT_EQ(second.ParseTheSDP(text, remote), 0);
     return remote;
 }
 
 // The first codec of the priority that both sets hold, as the record of a reader must show it.
 void ExpectCodec(const RemoteSDP& remote, const std::array<Codec, 4>& priority, int common) {
     const auto chosen = std::find_if(priority.begin(), priority.end(),
-                                     [&](const Codec& codec) { return (codec.ePayload & common) != 0; });
-    const bool fChosen = chosen != priority.end();
-    EXPECT_EQ(remote.eAudioCodec, fChosen ? chosen->ePayload : PAYLOAD_UNKNOWN);
-    EXPECT_EQ(remote.iAudioPayload, fChosen ? chosen->iPayload : 0);
+                                     [&](const Codec& codec) { return (codec.payload & common) != 0; });
+    const bool isChosen = chosen != priority.end();
+    EXPECT_EQ(remote.eAudioCodec, isChosen ? chosen->payload : PAYLOAD_UNKNOWN);
+    EXPECT_EQ(remote.iAudioPayload, isChosen ? chosen->iPayload : 0);
     EXPECT_EQ(remote.iDTMFPayload, 101);
-    EXPECT_EQ(remote.fAudioSend, fChosen);
-    EXPECT_EQ(remote.fAudioRecv, fChosen);
+    EXPECT_EQ(remote.fAudioSend, isChosen);
+    EXPECT_EQ(remote.fAudioRecv, isChosen);
     EXPECT_TRUE(remote.fIsAudioValid);
     EXPECT_EQ(remote.strAudioIPAddr, "192.0.2.1");
     EXPECT_EQ(remote.iAudioRTPPort, 16384);
@@ -54,20 +54,20 @@ TEST(LawOffer, EveryCodecSetInEveryPriorityIsReadAsOurFirstCommonCodec) {
     std::array<std::size_t, 4> order = {0, 1, 2, 3};
     do {
         std::array<Codec, 4> priority{};
-        std::list<int> listPriority;
+        std::list<int> listed;
         for (std::size_t i = 0; i < order.size(); ++i) {
             priority[i] = kCodecs[order[i]];
-            listPriority.push_back(priority[i].ePayload);
+            listed.push_back(priority[i].payload);
         }
         for (unsigned ours = 0; ours < 16; ++ours) {
             SDPHandler first;
             LocalSDP local = AudioLocal();
             local.eAudioCodec = CodecSet(ours);
-            local.listAudioCodecPriority = listPriority;
+            local.listAudioCodecPriority = listed;
             Start(first, local);
-            const std::string strOffer = first.GetLocalSDP();
+            const std::string offer = first.GetLocalSDP();
             for (unsigned theirs = 0; theirs < 16; ++theirs) {
-                ExpectCodec(Read(strOffer, CodecSet(theirs)), priority, CodecSet(ours) & CodecSet(theirs));
+                ExpectCodec(Read(offer, CodecSet(theirs)), priority, CodecSet(ours) & CodecSet(theirs));
             }
         }
     } while (std::next_permutation(order.begin(), order.end()));

@@ -54,12 +54,12 @@ TEST(LawParse, TheSameTextGivesTheSameResultInEveryHandler) {
     for (const std::string& text : Texts()) {
         SDPHandler plain;
         Start(plain, PresentationLocal());
-        const std::string strExpected = ParseInto(plain, text);
+        const std::string expected = ParseInto(plain, text);
         for (std::size_t i = 0; i < Changes().size(); ++i) {
             SDPHandler changed;
             Start(changed, PresentationLocal());
             Changes()[i](changed);
-            EXPECT_TEXT(ParseInto(changed, text), strExpected) << "change " << i;
+            EXPECT_TEXT(ParseInto(changed, text), expected) << "change " << i;
         }
     }
 }
@@ -68,10 +68,10 @@ TEST(LawParse, TheSameTextTwiceGivesTheSameResult) {
     for (const std::string& text : Texts()) {
         SDPHandler h;
         Start(h, PresentationLocal());
-        const std::string strFirst = ParseInto(h, text);
-        EXPECT_TEXT(ParseInto(h, text), strFirst);
+        const std::string firstText = ParseInto(h, text);
+        EXPECT_TEXT(ParseInto(h, text), firstText);
         h.GetLocalSDP();
-        EXPECT_TEXT(ParseInto(h, text), strFirst);
+        EXPECT_TEXT(ParseInto(h, text), firstText);
     }
 }
 
@@ -108,9 +108,9 @@ TEST(LawParse, AnEmptyTextLeavesTheRecordAlone) {
         Start(h, PresentationLocal());
         RemoteSDP remote;
         h.ParseTheSDP(text, remote);
-        const std::string strBefore = Describe(remote);
+        const std::string before = Describe(remote);
         EXPECT_EQ(h.ParseTheSDP("", remote), 1);
-        EXPECT_TEXT(Describe(remote), strBefore);
+        EXPECT_TEXT(Describe(remote), before);
         EXPECT_TRUE(h.IsOffer());
         EXPECT_EQ(h.strMaxSessionBandwidth, "");
     }
@@ -130,8 +130,8 @@ TEST(LawParse, TheLocalCodecSetMatters) {
     for (const auto& row : rows) {
         SDPHandler h;
         h.MyLocalSDP.eAudioCodec = PayloadType_t(row.codecs);
-        const std::string strOutcome = ParseInto(h, kRichText);
-        EXPECT_EQ(strOutcome.substr(0, strOutcome.find('\n')), row.audio);
+        const std::string outcome = ParseInto(h, kRichText);
+        EXPECT_EQ(outcome.substr(0, outcome.find('\n')), row.audio);
     }
 }
 
@@ -140,9 +140,9 @@ TEST(LawParse, TheLocalCodecSetTouchesNothingButAudio) {
     SDPHandler all;
     all.MyLocalSDP.eAudioCodec = kAllAudio;
     for (const std::string& text : CapturedTexts()) {
-        const std::string strNone = ParseInto(none, text);
-        const std::string strAll = ParseInto(all, text);
-        EXPECT_TEXT(strNone.substr(strNone.find('\n')), strAll.substr(strAll.find('\n')));
+        const std::string noneText = ParseInto(none, text);
+        const std::string allText = ParseInto(all, text);
+        EXPECT_TEXT(noneText.substr(noneText.find('\n')), allText.substr(allText.find('\n')));
     }
 }
 

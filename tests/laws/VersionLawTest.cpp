@@ -9,8 +9,8 @@ using namespace support;
 namespace {
 
 // The origin line of a description.
-std::string Origin(const std::string& strText) {
-    for (const std::string& line : CutLines(strText)) {
+std::string Origin(const std::string& text) {
+    for (const std::string& line : CutLines(text)) {
         if (line.compare(0, 2, "o=") == 0) {
             return line;
         }
@@ -18,8 +18,8 @@ std::string Origin(const std::string& strText) {
     return "";
 }
 
-std::string ExpectedOrigin(const std::string& strID, std::uint32_t version) {
-    return "o=Quillmarshorizon " + strID + " " + std::to_string(static_cast<std::int32_t>(version)) +
+std::string ExpectedOrigin(const std::string& id, std::uint32_t version) {
+    return "o=Quillmarshorizon " + id + " " + std::to_string(static_cast<std::int32_t>(version)) +
            " IN IP4 192.0.2.1\r\n";
 }
 
@@ -76,13 +76,13 @@ TEST(LawVersion, TheCountWrapsAndIsWrittenSigned) {
 TEST(LawVersion, TheSessionIdStaysForTheHandlersLife) {
     SDPHandler h;
     h.InitializeLocalSDP(PresentationLocal());
-    const std::string strID = std::to_string(static_cast<std::uint32_t>(h.m_iSessionID));
+    const std::string id = std::to_string(static_cast<std::uint32_t>(h.m_iSessionID));
     RemoteSDP remote;
     std::uint32_t version = 1;
     for (int round = 0; round < 20; ++round) {
-        EXPECT_EQ(Origin(h.GetLocalSDP()), ExpectedOrigin(strID, ++version));
+        EXPECT_EQ(Origin(h.GetLocalSDP()), ExpectedOrigin(id, ++version));
         h.ParseTheSDP(kRichText, remote);
-        EXPECT_EQ(Origin(h.GetLocalSDP()), ExpectedOrigin(strID, ++version));
+        EXPECT_EQ(Origin(h.GetLocalSDP()), ExpectedOrigin(id, ++version));
         h.InitializeLocalSDP(PresentationLocal());
         h.ResetRemoteSDP();
     }

@@ -17,14 +17,14 @@ namespace allocations {
 
 /// What one thread's operators count.
 struct Ledger {
-    bool fCounting = false;
-    long long live = 0;       ///< blocks allocated minus blocks freed
-    std::size_t calls = 0;    ///< allocations asked for, failed ones included
-    std::size_t bytes = 0;    ///< bytes handed out
-    std::size_t failAt = 0;   ///< the call that fails, counted from one; 0 means none
-    bool fFailOn = false;     ///< every later call fails as well
-    std::size_t failures = 0; ///< allocations that failed
-    std::size_t thrown = 0;   ///< those of them that threw; the others returned null to who asked for that
+    bool isCounting = false;
+    long long live = 0;        ///< blocks allocated minus blocks freed
+    std::size_t calls = 0;     ///< allocations asked for, failed ones included
+    std::size_t bytes = 0;     ///< bytes handed out
+    std::size_t failAt = 0;    ///< the call that fails, counted from one; 0 means none
+    bool keepsFailing = false; ///< every later call fails as well
+    std::size_t failures = 0;  ///< allocations that failed
+    std::size_t thrown = 0;    ///< those of them that threw; the others returned null to who asked for that
     /// Sees each block while it still holds what its owner left in it; null for nobody.
     void (*beforeFree)(const unsigned char* block, std::size_t size) = nullptr;
 };
@@ -37,7 +37,7 @@ public:
     Scope() : m_outer(ledger) {
         ledger = Ledger();
         ledger.beforeFree = m_outer.beforeFree;
-        ledger.fCounting = true;
+        ledger.isCounting = true;
     }
     ~Scope() { ledger = m_outer; }
     Scope(const Scope&) = delete;
@@ -56,19 +56,19 @@ private:
 /// Lets the n-th allocation from here fail, once.
 inline void FailOnce(std::size_t n) {
     ledger.failAt = ledger.calls + n;
-    ledger.fFailOn = false;
+    ledger.keepsFailing = false;
 }
 
 /// Lets the n-th allocation from here fail, and every one behind it.
 inline void FailFrom(std::size_t n) {
     ledger.failAt = ledger.calls + n;
-    ledger.fFailOn = true;
+    ledger.keepsFailing = true;
 }
 
 /// Memory is back.
 inline void Relent() {
     ledger.failAt = 0;
-    ledger.fFailOn = false;
+    ledger.keepsFailing = false;
 }
 
 } // namespace allocations

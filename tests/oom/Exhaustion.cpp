@@ -17,10 +17,10 @@ enum class Failing { kOnce, kFromThenOn };
 enum class Afterwards { kUseAgain, kDestroy };
 
 struct Round {
-    bool fFailed = false;  ///< an allocation failed and std::bad_alloc came out
-    bool fForeign = false; ///< something else came out
-    bool fUsable = true;   ///< the handlers work again
-    long long left = 0;    ///< blocks that were not freed
+    bool hasFailed = false;  ///< an allocation failed and std::bad_alloc came out
+    bool threwOther = false; ///< something else came out
+    bool fUsable = true;     ///< the handlers work again
+    long long left = 0;      ///< blocks that were not freed
     std::size_t failures = 0;
     std::size_t thrown = 0;
 };
@@ -73,13 +73,13 @@ Round RunOnce(const Work& work, std::size_t n, Failing failing, Afterwards after
         try {
             work.run(call);
         } catch (const std::bad_alloc&) {
-            round.fFailed = true;
+            round.hasFailed = true;
         } catch (...) {
-            round.fForeign = true;
+            round.threwOther = true;
         }
-        if (round.fFailed && failing == Failing::kFromThenOn) {
-            round.fForeign |= call.near && !StaysClean(*call.near, call.atNear);
-            round.fForeign |= call.away && !StaysClean(*call.away, call.atAway);
+        if (round.hasFailed && failing == Failing::kFromThenOn) {
+            round.threwOther |= call.near && !StaysClean(*call.near, call.atNear);
+            round.threwOther |= call.away && !StaysClean(*call.away, call.atAway);
         }
         allocations::Relent();
         round.failures = scope.failures();
@@ -95,10 +95,10 @@ Round RunOnce(const Work& work, std::size_t n, Failing failing, Afterwards after
 
 std::string Problems(const Round& round) {
     std::string problems;
-    if (round.fForeign) {
+    if (round.threwOther) {
         problems += " something else than std::bad_alloc came out;";
     }
-    if (!round.fFailed && round.thrown != 0) {
+    if (!round.hasFailed && round.thrown != 0) {
         problems += " the failure was swallowed;";
     }
     if (!round.fUsable) {

@@ -14,10 +14,10 @@
 namespace allocations {
 
 inline void* TakeBlock(std::size_t size, std::size_t alignment) {
-    if (ledger.fCounting) {
+    if (ledger.isCounting) {
         ++ledger.calls;
-        const bool fReached = ledger.failAt != 0 && ledger.calls >= ledger.failAt;
-        if (fReached && (ledger.fFailOn || ledger.calls == ledger.failAt)) {
+        const bool isReached = ledger.failAt != 0 && ledger.calls >= ledger.failAt;
+        if (isReached && (ledger.keepsFailing || ledger.calls == ledger.failAt)) {
             ++ledger.failures;
             return nullptr;
         }
@@ -33,7 +33,7 @@ inline void* TakeBlock(std::size_t size, std::size_t alignment) {
         std::memset(block, ALLOCATIONS_FILL, malloc_usable_size(block));
     }
 #endif
-    if (ledger.fCounting && block != nullptr) {
+    if (ledger.isCounting && block != nullptr) {
         ++ledger.live;
         ledger.bytes += size;
     }
@@ -53,7 +53,7 @@ inline void GiveBack(void* block) noexcept {
     if (block == nullptr) {
         return;
     }
-    if (ledger.fCounting) {
+    if (ledger.isCounting) {
         --ledger.live;
     }
     if (ledger.beforeFree != nullptr) {

@@ -30,8 +30,8 @@ inline std::string DescribeRow(const unsigned char* row, std::size_t length, std
     if (std::all_of(row, row + size, [](unsigned char byte) { return byte == 0; })) {
         return "-";
     }
-    const bool fSpare = std::any_of(row + length, row + size, [](unsigned char byte) { return byte != 0; });
-    return MakeVisible(std::string(row, row + (fSpare ? size : length)));
+    const bool hasSpare = std::any_of(row + length, row + size, [](unsigned char byte) { return byte != 0; });
+    return MakeVisible(std::string(row, row + (hasSpare ? size : length)));
 }
 
 inline std::string Describe(const VideoParms& parms) {

@@ -14,80 +14,78 @@
 namespace support {
 
 // The lines of a text, each with its own line end; a last line without one stays as it is.
-inline std::vector<std::string> CutLines(const std::string& strText) {
-    std::vector<std::string> vecLines;
+inline std::vector<std::string> CutLines(const std::string& text) {
+    std::vector<std::string> lines;
     std::size_t begin = 0;
-    while (begin < strText.size()) {
-        const std::size_t feed = strText.find('\n', begin);
-        const std::size_t end = feed == std::string::npos ? strText.size() : feed + 1;
-        vecLines.push_back(strText.substr(begin, end - begin));
+    while (begin < text.size()) {
+        const std::size_t feed = text.find('\n', begin);
+        const std::size_t end = feed == std::string::npos ? text.size() : feed + 1;
+        lines.push_back(text.substr(begin, end - begin));
         begin = end;
     }
-    return vecLines;
+    return lines;
 }
 
 // The text with every byte outside printable ASCII written as an escape, the backslash included, so that two
 // different texts never look the same.
-inline std::string MakeVisible(const std::string& strText) {
+inline std::string MakeVisible(const std::string& text) {
     static const char* const digits = "0123456789abcdef";
-    std::string strVisible;
-    for (const char c : strText) {
+    std::string visible;
+    for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
         switch (c) {
         case '\r':
-            strVisible += "\\r";
+            visible += "\\r";
             break;
         case '\n':
-            strVisible += "\\n";
+            visible += "\\n";
             break;
         case '\t':
-            strVisible += "\\t";
+            visible += "\\t";
             break;
         case '\\':
-            strVisible += "\\\\";
+            visible += "\\\\";
             break;
         default:
             if (byte >= 0x20 && byte < 0x7f) {
-                strVisible += c;
+                visible += c;
             } else {
-                strVisible += "\\x";
-                strVisible += digits[byte >> 4U];
-                strVisible += digits[byte & 0xfU];
+                visible += "\\x";
+                visible += digits[byte >> 4U];
+                visible += digits[byte & 0xfU];
             }
         }
     }
-    return strVisible;
+    return visible;
 }
 
-inline void PrintLines(std::ostream& out, const std::vector<std::string>& vecLines,
-                       std::size_t firstDifferent) {
-    for (std::size_t i = 0; i < vecLines.size(); ++i) {
-        out << (i == firstDifferent ? "  >> " : "     ") << (i + 1) << ": " << MakeVisible(vecLines[i])
-            << '\n';
+inline void PrintLines(std::ostream& out, const std::vector<std::string>& lines, std::size_t firstDifferent) {
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        out << (i == firstDifferent ? "  >> " : "     ") << (i + 1) << ": " << MakeVisible(lines[i]) << '\n';
     }
-    if (firstDifferent >= vecLines.size()) {
+    if (firstDifferent >= lines.size()) {
         out << "  >> (the text ends here)\n";
     }
 }
 
 inline ::testing::AssertionResult SameText(const char* actualName, const char* expectedName,
-                                           const std::string& strActual, const std::string& strExpected) {
-    if (strActual == strExpected) {
+                                           const std::string& actualText, const std::string& expectedText) {
+    if (actualText == expectedText) {
         return ::testing::AssertionSuccess();
     }
-    const std::vector<std::string> vecActual = CutLines(strActual);
-    const std::vector<std::string> vecExpected = CutLines(strExpected);
+    const std::vector<std::string> actualLines = CutLines(actualText);
+    const std::vector<std::string> expectedLines = CutLines(expectedText);
     std::size_t different = 0;
-    while (different < vecActual.size() && different < vecExpected.size() &&
-           vecActual[different] == vecExpected[different]) {
+    while (different < actualLines.size() && different < expectedLines.size() &&
+           actualLines[different] == expectedLines[different]) {
         ++different;
     }
     std::ostringstream out;
     out << "The texts differ first in line " << (different + 1) << ".\n";
-    out << "expected: " << expectedName << " (" << strExpected.size() << " bytes)\n";
-    PrintLines(out, vecExpected, different);
-    out << "actual: " << actualName << " (" << strActual.size() << " bytes)\n";
-    PrintLines(out, vecActual, different);
+    out << "expected: " << expectedName << " (" << expectedText.size() << " bytes)\n";
+    PrintLines(out, expectedLines, different);
+    out << "actual: " << actualName << " (" << actualText.size() << " bytes)\n";
+    PrintLines(out, actualLines, different);
     return ::testing::AssertionFailure() << out.str();
 }
 

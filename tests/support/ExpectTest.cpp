@@ -5,8 +5,8 @@
 
 namespace {
 
-std::string MessageOf(const std::string& strActual, const std::string& strExpected) {
-    return ::support::SameText("a", "e", strActual, strExpected).message();
+std::string MessageOf(const std::string& actual, const std::string& expected) {
+    return ::support::SameText("a", "e", actual, expected).message();
 }
 
 TEST(Expect, EqualTextsPass) {

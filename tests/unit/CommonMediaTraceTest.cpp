@@ -10,10 +10,10 @@
 namespace {
 
 struct Record {
-    std::string strFile;
-    std::string strFunction;
-    int iLine;
-    std::string strText;
+    std::string file;
+    std::string function;
+    int line;
+    std::string text;
 };
 using Records = std::vector<Record>;
 
@@ -41,10 +41,10 @@ TEST_F(CommonMediaTraceSeam, InstalledSinkGetsTheTextAndItsPlace) {
     EXPECT_TRUE(CommonMediaTraceEnabled());
     CommonMediaTrace("a.cpp", "GetRTPData", 42, "Dump Media Session: \n%s", "iPort: 5000\n");
     ASSERT_EQ(m_records.size(), 1U);
-    EXPECT_EQ(m_records[0].strFile, "a.cpp");
-    EXPECT_EQ(m_records[0].strFunction, "GetRTPData");
-    EXPECT_EQ(m_records[0].iLine, 42);
-    EXPECT_TEXT(m_records[0].strText, "Dump Media Session: \niPort: 5000\n");
+    EXPECT_EQ(m_records[0].file, "a.cpp");
+    EXPECT_EQ(m_records[0].function, "GetRTPData");
+    EXPECT_EQ(m_records[0].line, 42);
+    EXPECT_TEXT(m_records[0].text, "Dump Media Session: \niPort: 5000\n");
 }
 
 TEST_F(CommonMediaTraceSeam, FormatsLikePrintf) {
@@ -52,8 +52,8 @@ TEST_F(CommonMediaTraceSeam, FormatsLikePrintf) {
     CommonMediaTrace("a.cpp", "F", 1, "%d|%5u|%-4s|%c|%%|%ld|%x", -7, 8U, "ab", 'z', 9L, 255U);
     CommonMediaTrace("a.cpp", "F", 2, "plain");
     ASSERT_EQ(m_records.size(), 2U);
-    EXPECT_TEXT(m_records[0].strText, "-7|    8|ab  |z|%|9|ff");
-    EXPECT_TEXT(m_records[1].strText, "plain");
+    EXPECT_TEXT(m_records[0].text, "-7|    8|ab  |z|%|9|ff");
+    EXPECT_TEXT(m_records[1].text, "plain");
 }
 
 TEST_F(CommonMediaTraceSeam, TextThatCannotBeFormattedIsDropped) {
@@ -63,7 +63,7 @@ TEST_F(CommonMediaTraceSeam, TextThatCannotBeFormattedIsDropped) {
     EXPECT_TRUE(m_records.empty());
     CommonMediaTrace("a.cpp", "F", 2, "behind");
     ASSERT_EQ(m_records.size(), 1U);
-    EXPECT_TEXT(m_records[0].strText, "behind");
+    EXPECT_TEXT(m_records[0].text, "behind");
 }
 
 // Around the length up to which a text is formatted once.
@@ -71,10 +71,10 @@ TEST_F(CommonMediaTraceSeam, TextsOfEveryLengthReachTheSinkWhole) {
     SetCommonMediaTraceSink(&m_sink);
     for (const std::size_t length : {1021U, 1022U, 1023U, 1024U, 1025U, 5000U, 100000U}) {
         m_records.clear();
-        const std::string strText = std::string(length - 1, 'x') + 'y';
-        CommonMediaTrace("a.cpp", "F", 1, "%s", strText.c_str());
+        const std::string text = std::string(length - 1, 'x') + 'y';
+        CommonMediaTrace("a.cpp", "F", 1, "%s", text.c_str());
         ASSERT_EQ(m_records.size(), 1U) << length;
-        EXPECT_EQ(m_records[0].strText, strText) << length;
+        EXPECT_EQ(m_records[0].text, text) << length;
     }
 }
 
@@ -83,16 +83,16 @@ TEST_F(CommonMediaTraceSeam, EmptyAndShortestTextReachTheSinkToo) {
     CommonMediaTrace("a.cpp", "F", 1, "%s", "");
     CommonMediaTrace("a.cpp", "F", 2, "x");
     ASSERT_EQ(m_records.size(), 2U);
-    EXPECT_TEXT(m_records[0].strText, "");
-    EXPECT_TEXT(m_records[1].strText, "x");
+    EXPECT_TEXT(m_records[0].text, "");
+    EXPECT_TEXT(m_records[1].text, "x");
 }
 
 TEST_F(CommonMediaTraceSeam, LongTextsArriveWhole) {
     SetCommonMediaTraceSink(&m_sink);
     for (const std::size_t length : {0U, 1U, 14U, 15U, 16U, 255U, 256U, 1023U, 1024U, 4096U, 100000U}) {
-        const std::string strLong(length, 'x');
-        CommonMediaTrace("a.cpp", "F", 1, "%s!", strLong.c_str());
-        EXPECT_EQ(m_records.back().strText, strLong + "!");
+        const std::string longText(length, 'x');
+        CommonMediaTrace("a.cpp", "F", 1, "%s!", longText.c_str());
+        EXPECT_EQ(m_records.back().text, longText + "!");
     }
 }
 
@@ -103,7 +103,7 @@ TEST_F(CommonMediaTraceSeam, RemovedSinkGetsNothingMore) {
     EXPECT_FALSE(CommonMediaTraceEnabled());
     CommonMediaTrace("a.cpp", "F", 2, "not heard");
     ASSERT_EQ(m_records.size(), 1U);
-    EXPECT_TEXT(m_records[0].strText, "heard");
+    EXPECT_TEXT(m_records[0].text, "heard");
 }
 
 TEST_F(CommonMediaTraceSeam, NewSinkReplacesTheOldOne) {
@@ -114,7 +114,7 @@ TEST_F(CommonMediaTraceSeam, NewSinkReplacesTheOldOne) {
     CommonMediaTrace("b.cpp", "G", 3, "to the second");
     EXPECT_TRUE(m_records.empty());
     ASSERT_EQ(others.size(), 1U);
-    EXPECT_EQ(others[0].strFile, "b.cpp");
+    EXPECT_EQ(others[0].file, "b.cpp");
 }
 
 } // namespace

@@ -11,9 +11,9 @@ using namespace support;
 namespace {
 
 struct Bandwidth {
-    std::string strSession;
-    std::string strAudio;
-    std::string strVideo;
+    std::string session;
+    std::string audio;
+    std::string video;
 };
 
 Bandwidth Write(std::int32_t bits) {
@@ -26,9 +26,9 @@ Bandwidth Write(std::int32_t bits) {
 
 void ExpectBandwidth(std::int32_t bits, const Bandwidth& expected) {
     const Bandwidth lines = Write(bits);
-    EXPECT_TEXT(lines.strSession, expected.strSession) << bits;
-    EXPECT_TEXT(lines.strAudio, expected.strAudio) << bits;
-    EXPECT_TEXT(lines.strVideo, expected.strVideo) << bits;
+    EXPECT_TEXT(lines.session, expected.session) << bits;
+    EXPECT_TEXT(lines.audio, expected.audio) << bits;
+    EXPECT_TEXT(lines.video, expected.video) << bits;
 }
 
 TEST(SDPBuildAttribute, NoLimitMeansNoBandwidthLine) {
@@ -136,9 +136,9 @@ struct Flags {
     bool fRecv;
 };
 
-std::string Answer(MediaType media, VIDEOTYPE role, bool fMuted, const Flags& flags) {
+std::string Answer(MediaType media, VIDEOTYPE role, bool isMuted, const Flags& flags) {
     SDPHandler h;
-    h.MyLocalSDP.fVideoTxMuted = fMuted;
+    h.MyLocalSDP.fVideoTxMuted = isMuted;
     MediaSession& section = AddSection(h, media, flags.port);
     section.eContent = role;
     section.fSend = flags.fSend;
@@ -157,10 +157,10 @@ TEST(SDPBuildAttribute, AnAnswerNamesTheFlagsThatAreSet) {
 
 TEST(SDPBuildAttribute, AnAnswerToPortZeroIsInactive) {
     for (int i = 0; i < 5; ++i) {
-        for (const bool fMuted : {false, true}) {
-            EXPECT_TEXT(Answer(kMedia[i], kRoles[i], fMuted, {0, true, true}), "a=inactive\r\n") << i;
-            EXPECT_TEXT(Answer(kMedia[i], kRoles[i], fMuted, {0, false, true}), "a=inactive\r\n") << i;
-            EXPECT_TEXT(Answer(kMedia[i], kRoles[i], fMuted, {0, true, false}), "a=inactive\r\n") << i;
+        for (const bool isMuted : {false, true}) {
+            EXPECT_TEXT(Answer(kMedia[i], kRoles[i], isMuted, {0, true, true}), "a=inactive\r\n") << i;
+            EXPECT_TEXT(Answer(kMedia[i], kRoles[i], isMuted, {0, false, true}), "a=inactive\r\n") << i;
+            EXPECT_TEXT(Answer(kMedia[i], kRoles[i], isMuted, {0, true, false}), "a=inactive\r\n") << i;
         }
     }
 }
@@ -188,8 +188,8 @@ TEST(SDPBuildAttribute, TheMuteTouchesNothingButMainVideo) {
 
 TEST(SDPBuildAttribute, WithoutASectionOfTheSameMediaAndRoleThereIsNoDirection) {
     SDPHandler h;
-    for (const bool fMuted : {false, true}) {
-        h.MyLocalSDP.fVideoTxMuted = fMuted;
+    for (const bool isMuted : {false, true}) {
+        h.MyLocalSDP.fVideoTxMuted = isMuted;
         h.ResetRemoteSDP();
         AddSection(h, MEDIA_VIDEO, 5002).eContent = VIDEOTYPE_PRESO;
         AddSection(h, MEDIA_APPLICATION, 5004);
@@ -216,11 +216,11 @@ TEST(SDPBuildAttribute, TheFirstMatchingSectionDecides) {
 
 // The mirror as both ends see it: what the far end writes, what this end answers.
 
-std::string AnswerTo(const std::string& strAttribute, bool fMuted) {
+std::string AnswerTo(const std::string& attribute, bool isMuted) {
     SDPHandler h;
-    h.MyLocalSDP.fVideoTxMuted = fMuted;
+    h.MyLocalSDP.fVideoTxMuted = isMuted;
     RemoteSDP remote;
-    h.ParseTheSDP("m=video 5002 RTP/AVP 97\r\n" + strAttribute, remote);
+    h.ParseTheSDP("m=video 5002 RTP/AVP 97\r\n" + attribute, remote);
     return h.AddDirectional(MEDIA_VIDEO, VIDEOTYPE_MAIN);
 }
 

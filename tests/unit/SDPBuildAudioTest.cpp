@@ -182,24 +182,24 @@ TEST(SDPBuildAudio, RtcpPortIsOneAboveTheRtpPort) {
 
 // Secure or not.
 
-std::string SecureAudio(bool fWanted, CRYPTO_PROFILE localSuite, bool fRemote, bool fRemoteSecure) {
+std::string SecureAudio(bool isWanted, CRYPTO_PROFILE localSuite, bool hasRemote, bool isRemoteSecure) {
     SDPHandler h;
     LocalSDP local = AudioLocal();
     local.eAudioCodec = kNoCodec;
     local.iAudioRTPPort = 0;
     GiveKeys(local, "near", localSuite);
     Start(h, local);
-    h.m_bSRTP = fWanted;
-    if (fRemote) {
+    h.m_bSRTP = isWanted;
+    if (hasRemote) {
         MediaSession& section = AddSection(h, MEDIA_AUDIO, 5000);
-        if (fRemoteSecure) {
+        if (isRemoteSecure) {
             Secure(section, "audio", 7);
         }
     }
-    const std::string strSection = h.AddAudio();
-    const std::string strTail = "a=rtpmap:101 telephone-event/8000\r\na=fmtp:101 0-15\r\na=sendrecv\r\n";
-    EXPECT_TEXT(strSection.substr(strSection.size() - strTail.size()), strTail);
-    return strSection.substr(0, strSection.size() - strTail.size());
+    const std::string sectionText = h.AddAudio();
+    const std::string tail = "a=rtpmap:101 telephone-event/8000\r\na=fmtp:101 0-15\r\na=sendrecv\r\n";
+    EXPECT_TEXT(sectionText.substr(sectionText.size() - tail.size()), tail);
+    return sectionText.substr(0, sectionText.size() - tail.size());
 }
 
 TEST(SDPBuildAudio, OfferIsSecureWhenSrtpIsWanted) {
@@ -225,8 +225,8 @@ TEST(SDPBuildAudio, AnswerIsSecureWhenBothSidesAre) {
 
 struct Format {
     std::string strPayload;
-    std::string strEncoding;
-    std::vector<std::string> vecParms;
+    std::string encoding;
+    std::vector<std::string> parms;
 };
 
 const Format kG7221 = {"115", "G7221/16000", {"bitrate=32000"}};
@@ -238,7 +238,7 @@ PayloadType_t Answer(PayloadType_t local, const std::vector<std::vector<Format>>
     for (const std::vector<Format>& formats : sections) {
         MediaSession& section = AddSection(h, media, 5000);
         for (const Format& format : formats) {
-            AddFormat(section, format.strPayload, format.strEncoding, format.vecParms);
+            AddFormat(section, format.strPayload, format.encoding, format.parms);
         }
     }
     return h.GetAudioPayload();

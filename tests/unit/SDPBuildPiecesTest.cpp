@@ -21,10 +21,10 @@ TEST(SDPBuildPieces, ThePiecesOfAnOfferInOrderAreTheOffer) {
     StartConference(whole);
     SDPHandler h;
     StartConference(h);
-    const std::string strPieces = h.AddOfferPreamble() + h.AddAudio() + h.AddVideo(h.MyLocalSDP.m_VideoMain) +
-                                  h.AddVideo(h.MyLocalSDP.m_VideoPreso) + h.AddApplication() +
-                                  h.AddFloorControl();
-    EXPECT_TEXT(strPieces, whole.GetLocalSDP());
+    const std::string pieces = h.AddOfferPreamble() + h.AddAudio() + h.AddVideo(h.MyLocalSDP.m_VideoMain) +
+                               h.AddVideo(h.MyLocalSDP.m_VideoPreso) + h.AddApplication() +
+                               h.AddFloorControl();
+    EXPECT_TEXT(pieces, whole.GetLocalSDP());
 }
 
 TEST(SDPBuildPieces, ThePiecesOfThePreambleInOrderAreThePreamble) {

@@ -20,13 +20,13 @@ MediaSession& AddSecure(SDPHandler& h, MediaType media, VIDEOTYPE role, std::int
 
 // "A", "V" and "P" for each stream whose remote side counts as secure.
 std::string RemoteSecure(const SDPHandler& h) {
-    std::string strSecure;
+    std::string secure;
     for (const baseSDP::SRTP_M_LINE n : kStreams) {
         if (h.IsRemoteSecure(n)) {
-            strSecure += "AVP"[n];
+            secure += "AVP"[n];
         }
     }
-    return strSecure;
+    return secure;
 }
 
 std::string RemoteSecure(MediaType media, VIDEOTYPE role, CRYPTO_PROFILE suite) {
@@ -172,13 +172,12 @@ std::string Answer(baseSDP::SRTP_M_LINE n, MediaType media, VIDEOTYPE role, std:
 }
 
 TEST(SDPBuildSecurity, AnsweredLineEchoesTheFarEndsTag) {
-    const std::string strRest =
-        " AES_CM_128_HMAC_SHA1_80 inline:bmVhciBhdWRpbyBrZXkgMW5lYXIgYXVkaW9zYWx0\r\n";
-    EXPECT_TEXT(Answer(baseSDP::SRTP_AUDIO, MEDIA_AUDIO, VIDEOTYPE_UNKNOWN, 3), "a=crypto:3" + strRest);
-    EXPECT_TEXT(Answer(baseSDP::SRTP_AUDIO, MEDIA_AUDIO, VIDEOTYPE_UNKNOWN, 0), "a=crypto:0" + strRest);
+    const std::string rest = " AES_CM_128_HMAC_SHA1_80 inline:bmVhciBhdWRpbyBrZXkgMW5lYXIgYXVkaW9zYWx0\r\n";
+    EXPECT_TEXT(Answer(baseSDP::SRTP_AUDIO, MEDIA_AUDIO, VIDEOTYPE_UNKNOWN, 3), "a=crypto:3" + rest);
+    EXPECT_TEXT(Answer(baseSDP::SRTP_AUDIO, MEDIA_AUDIO, VIDEOTYPE_UNKNOWN, 0), "a=crypto:0" + rest);
     EXPECT_TEXT(Answer(baseSDP::SRTP_AUDIO, MEDIA_AUDIO, VIDEOTYPE_UNKNOWN, INT32_MAX),
-                "a=crypto:2147483647" + strRest);
-    EXPECT_TEXT(Answer(baseSDP::SRTP_AUDIO, MEDIA_AUDIO, VIDEOTYPE_UNKNOWN, -1), "a=crypto:-1" + strRest);
+                "a=crypto:2147483647" + rest);
+    EXPECT_TEXT(Answer(baseSDP::SRTP_AUDIO, MEDIA_AUDIO, VIDEOTYPE_UNKNOWN, -1), "a=crypto:-1" + rest);
 }
 
 TEST(SDPBuildSecurity, AnsweredSuiteIsTheLocalOne) {
@@ -190,15 +189,15 @@ TEST(SDPBuildSecurity, AnsweredSuiteIsTheLocalOne) {
 }
 
 TEST(SDPBuildSecurity, AnsweredLineNeedsASectionOfTheStreamsOwnRole) {
-    const std::string strVideo =
+    const std::string video =
         "a=crypto:4 AES_CM_128_HMAC_SHA1_80 inline:bmVhciB2aWRlbyBrZXkgMW5lYXIgdmlkZW9zYWx0\r\n";
-    const std::string strSlide =
+    const std::string slide =
         "a=crypto:4 AES_CM_128_HMAC_SHA1_80 inline:bmVhciBzbGlkZSBrZXkgMW5lYXIgc2xpZGVzYWx0\r\n";
-    EXPECT_TEXT(Answer(baseSDP::SRTP_VIDEO, MEDIA_VIDEO, VIDEOTYPE_MAIN, 4), strVideo);
+    EXPECT_TEXT(Answer(baseSDP::SRTP_VIDEO, MEDIA_VIDEO, VIDEOTYPE_MAIN, 4), video);
     EXPECT_TEXT(Answer(baseSDP::SRTP_VIDEO, MEDIA_VIDEO, VIDEOTYPE_PRESO, 4), "");
     EXPECT_TEXT(Answer(baseSDP::SRTP_VIDEO, MEDIA_VIDEO, VIDEOTYPE_UNKNOWN, 4), "");
     EXPECT_TEXT(Answer(baseSDP::SRTP_VIDEO, MEDIA_AUDIO, VIDEOTYPE_MAIN, 4), "");
-    EXPECT_TEXT(Answer(baseSDP::SRTP_VIDEO_PRESO, MEDIA_VIDEO, VIDEOTYPE_PRESO, 4), strSlide);
+    EXPECT_TEXT(Answer(baseSDP::SRTP_VIDEO_PRESO, MEDIA_VIDEO, VIDEOTYPE_PRESO, 4), slide);
     EXPECT_TEXT(Answer(baseSDP::SRTP_VIDEO_PRESO, MEDIA_VIDEO, VIDEOTYPE_MAIN, 4), "");
     EXPECT_TEXT(Answer(baseSDP::SRTP_VIDEO_PRESO, MEDIA_VIDEO, VIDEOTYPE_UNKNOWN, 4), "");
     EXPECT_TEXT(Answer(baseSDP::SRTP_AUDIO, MEDIA_VIDEO, VIDEOTYPE_UNKNOWN, 4), "");
@@ -243,7 +242,7 @@ TEST(SDPBuildSecurity, ASelectorOutOfRangeHasNeitherSecurityNorLine) {
 
 // What the reader makes of a far end's suites decides here.
 
-std::string AnswerTo(const std::string& strCrypto) {
+std::string AnswerTo(const std::string& crypto) {
     SDPHandler h;
     LocalSDP local = AudioLocal();
     local.eAudioCodec = PAYLOAD_G711U;
@@ -252,24 +251,24 @@ std::string AnswerTo(const std::string& strCrypto) {
     Start(h, local);
     h.m_bSRTP = true;
     RemoteSDP remote;
-    h.ParseTheSDP("m=audio 5000 RTP/SAVP 0\r\n" + strCrypto, remote);
+    h.ParseTheSDP("m=audio 5000 RTP/SAVP 0\r\n" + crypto, remote);
     return h.AddAudio();
 }
 
 TEST(SDPBuildSecurity, AFarEndWithThe80BitSuiteAloneIsNotSecure) {
-    const std::string strPlain = "m=audio 0 RTP/AVP 0 101\r\n"
-                                 "a=rtpmap:0 PCMU/8000\r\n"
-                                 "a=rtpmap:101 telephone-event/8000\r\n"
-                                 "a=fmtp:101 0-15\r\n"
-                                 "a=sendrecv\r\n";
+    const std::string plain = "m=audio 0 RTP/AVP 0 101\r\n"
+                              "a=rtpmap:0 PCMU/8000\r\n"
+                              "a=rtpmap:101 telephone-event/8000\r\n"
+                              "a=fmtp:101 0-15\r\n"
+                              "a=sendrecv\r\n";
     EXPECT_TEXT(
         AnswerTo("a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0\r\n"),
-        strPlain);
+        plain);
     EXPECT_TEXT(
         AnswerTo("a=crypto:1 AES_CM_256_HMAC_SHA1_80 inline:YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0\r\n"),
-        strPlain);
+        plain);
     EXPECT_TEXT(AnswerTo("a=crypto:1 AEAD_AES_128_GCM inline:YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0\r\n"),
-                strPlain);
+                plain);
 }
 
 TEST(SDPBuildSecurity, AFarEndWithThe32BitSuiteIsSecure) {

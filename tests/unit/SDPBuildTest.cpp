@@ -88,8 +88,8 @@ TEST(SDPBuild, OfferWithPresentation) {
 TEST(SDPBuild, OfferWithoutFloorControlSupportEndsBehindMainVideo) {
     SDPHandler h;
     Start(h, PresentationLocal());
-    const std::string strFull = kFullOffer;
-    EXPECT_TEXT(h.GetOffer(), strFull.substr(0, strFull.find("m=video 16388")));
+    const std::string fullText = kFullOffer;
+    EXPECT_TEXT(h.GetOffer(), fullText.substr(0, fullText.find("m=video 16388")));
 }
 
 TEST(SDPBuild, OfferWithFloorControlSupportAndNoPresentationCodecKeepsTheChannel) {
@@ -277,8 +277,8 @@ TEST(SDPBuild, AnswerWithoutFloorControlSupportLeavesThePresentationOut) {
     SDPHandler h;
     Start(h, PresentationLocal());
     AddFiveSections(h);
-    const std::string strFull = kFullAnswer;
-    EXPECT_TEXT(h.GetAnswer(), strFull.substr(0, strFull.find("m=video 16388")) +
+    const std::string fullText = kFullAnswer;
+    EXPECT_TEXT(h.GetAnswer(), fullText.substr(0, fullText.find("m=video 16388")) +
                                    "m=video 0 RTP/AVP 97 98\r\n"
                                    "c=IN IP4 192.0.2.7\r\n"
                                    "m=audio 0 RTP/AVP 9 0\r\n"
@@ -295,14 +295,14 @@ std::string AnswerTail(std::size_t sections, std::uint32_t supported) {
     for (std::size_t i = 0; i < sections; ++i) {
         AddSection(h, MEDIA_UNKNOWN, 5000).strFullMLine = "m=text 5000 RTP/AVP " + std::to_string(i);
     }
-    const std::string strAnswer = h.GetAnswer();
-    const std::string strPreamble = "v=0\r\n"
-                                    "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
-                                    "s=-\r\n"
-                                    "c=IN IP4 192.0.2.1\r\n"
-                                    "t=0 0\r\n";
-    EXPECT_TEXT(strAnswer.substr(0, strPreamble.size()), strPreamble);
-    return strAnswer.substr(strPreamble.size());
+    const std::string answer = h.GetAnswer();
+    const std::string preamble = "v=0\r\n"
+                                 "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
+                                 "s=-\r\n"
+                                 "c=IN IP4 192.0.2.1\r\n"
+                                 "t=0 0\r\n";
+    EXPECT_TEXT(answer.substr(0, preamble.size()), preamble);
+    return answer.substr(preamble.size());
 }
 
 TEST(SDPBuild, TwoSectionsAreServedAndTheThirdIsRejected) {
@@ -397,9 +397,9 @@ TEST(SDPBuild, VersionIsWrittenSignedAndWraps) {
     EXPECT_EQ(h.m_iSessionVersion, 1U);
 }
 
-std::string Origin(const std::string& strDescription) {
-    const std::string::size_type begin = strDescription.find("o=");
-    return strDescription.substr(begin, strDescription.find("\r\n", begin) - begin);
+std::string Origin(const std::string& description) {
+    const std::string::size_type begin = description.find("o=");
+    return description.substr(begin, description.find("\r\n", begin) - begin);
 }
 
 TEST(SDPBuild, OffersAndAnswersShareOneVersion) {

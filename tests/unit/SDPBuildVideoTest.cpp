@@ -284,26 +284,26 @@ TEST(SDPBuildVideo, LabelsAndContents) {
 // Format parameters.
 
 struct Limits {
-    std::int32_t iMaxBitRate;
-    std::int32_t iMaxMbps;
-    std::int32_t iMaxFrameSize;
+    std::int32_t maxBitRate;
+    std::int32_t maxMbps;
+    std::int32_t maxFrameSize;
 };
 
 VideoParms Limited(const std::string& strLevel, const Limits& limits) {
     VideoParms parms;
     parms.strVideoLevel = strLevel;
-    parms.iFmtpMaxBitRate = limits.iMaxBitRate;
-    parms.iFmtpMaxMbps = limits.iMaxMbps;
-    parms.iFmtpMaxFrameSize = limits.iMaxFrameSize;
+    parms.iFmtpMaxBitRate = limits.maxBitRate;
+    parms.iFmtpMaxMbps = limits.maxMbps;
+    parms.iFmtpMaxFrameSize = limits.maxFrameSize;
     return parms;
 }
 
-void ExpectProfiles(const std::string& strLevel, const Limits& limits, const std::string& strMode1,
-                    const std::string& strMode0) {
+void ExpectProfiles(const std::string& strLevel, const Limits& limits, const std::string& mode1,
+                    const std::string& mode0) {
     SDPHandler h;
     Start(h, AudioLocal());
-    EXPECT_TEXT(h.AddH264Profile(Limited(strLevel, limits)), strMode1);
-    EXPECT_TEXT(h.AddH264ProfilePacketization0(Limited(strLevel, limits)), strMode0);
+    EXPECT_TEXT(h.AddH264Profile(Limited(strLevel, limits)), mode1);
+    EXPECT_TEXT(h.AddH264ProfilePacketization0(Limited(strLevel, limits)), mode0);
 }
 
 TEST(SDPBuildVideo, ProfileWithoutLimits) {
@@ -353,12 +353,12 @@ TEST(SDPBuildVideo, NegativeLimitsAreWritten) {
 
 std::string FrameSize(std::int32_t frameSize) {
     const SDPHandler h;
-    const std::string strMode1 = h.AddH264Profile(Limited("3.1", {0, 0, frameSize}));
-    const std::string strMode0 = h.AddH264ProfilePacketization0(Limited("3.1", {0, 0, frameSize}));
-    const std::string::size_type begin = strMode1.find("max-fs=");
-    const std::string strPart = strMode1.substr(begin, strMode1.find(';', begin) - begin);
-    EXPECT_NE(strMode0.find(";" + strPart + ";"), std::string::npos);
-    return strPart;
+    const std::string mode1 = h.AddH264Profile(Limited("3.1", {0, 0, frameSize}));
+    const std::string mode0 = h.AddH264ProfilePacketization0(Limited("3.1", {0, 0, frameSize}));
+    const std::string::size_type begin = mode1.find("max-fs=");
+    const std::string part = mode1.substr(begin, mode1.find(';', begin) - begin);
+    EXPECT_NE(mode0.find(";" + part + ";"), std::string::npos);
+    return part;
 }
 
 TEST(SDPBuildVideo, FrameSizeIsMadeOdd) {

@@ -21,8 +21,8 @@ const char* const kRest =
 
 struct Format {
     std::string strPayload;
-    std::string strEncoding;
-    std::vector<std::string> vecParms;
+    std::string encoding;
+    std::vector<std::string> parms;
 };
 
 const Format kG7221 = {"104", "G7221/16000", {"bitrate=32000"}};
@@ -33,14 +33,14 @@ std::string Choose(PayloadType_t local, const std::vector<Format>& formats) {
     h.MyLocalSDP.eAudioCodec = local;
     MediaSession& section = AddSection(h, MEDIA_AUDIO, 5000);
     for (const Format& format : formats) {
-        AddFormat(section, format.strPayload, format.strEncoding, format.vecParms);
+        AddFormat(section, format.strPayload, format.encoding, format.parms);
     }
     RemoteSDP remote;
     h.GetRTPData(remote);
-    const std::string strAll = Describe(remote);
-    const std::string::size_type end = strAll.find('\n');
-    EXPECT_TEXT(strAll.substr(end + 1), kRest);
-    return strAll.substr(0, end);
+    const std::string allText = Describe(remote);
+    const std::string::size_type end = allText.find('\n');
+    EXPECT_TEXT(allText.substr(end + 1), kRest);
+    return allText.substr(0, end);
 }
 
 TEST(SDPExtractAudio, StaticPayloadsAreKnownByTheirNumber) {
@@ -62,18 +62,18 @@ TEST(SDPExtractAudio, G7221IsKnownByItsMapAndBitRate) {
 }
 
 TEST(SDPExtractAudio, EachCodecNeedsItsOwnLocalBit) {
-    const std::string strNone = "audio codec=256 payload=0 dtmf=0 addr= port=5000 send=0 recv=0 valid=1";
-    EXPECT_EQ(Choose(PayloadType_t(kAllAudio & ~PAYLOAD_G722), {{"9", "G722/8000", {}}}), strNone);
-    EXPECT_EQ(Choose(PayloadType_t(kAllAudio & ~PAYLOAD_G7221), {kG7221}), strNone);
-    EXPECT_EQ(Choose(PayloadType_t(kAllAudio & ~PAYLOAD_G711U), {{"0", "PCMU/8000", {}}}), strNone);
-    EXPECT_EQ(Choose(PayloadType_t(kAllAudio & ~PAYLOAD_G729), {{"18", "G729/8000", {}}}), strNone);
-    EXPECT_EQ(Choose(kNoCodec, {{"9", "", {}}, kG7221, {"0", "", {}}, {"18", "", {}}}), strNone);
+    const std::string noneText = "audio codec=256 payload=0 dtmf=0 addr= port=5000 send=0 recv=0 valid=1";
+    EXPECT_EQ(Choose(PayloadType_t(kAllAudio & ~PAYLOAD_G722), {{"9", "G722/8000", {}}}), noneText);
+    EXPECT_EQ(Choose(PayloadType_t(kAllAudio & ~PAYLOAD_G7221), {kG7221}), noneText);
+    EXPECT_EQ(Choose(PayloadType_t(kAllAudio & ~PAYLOAD_G711U), {{"0", "PCMU/8000", {}}}), noneText);
+    EXPECT_EQ(Choose(PayloadType_t(kAllAudio & ~PAYLOAD_G729), {{"18", "G729/8000", {}}}), noneText);
+    EXPECT_EQ(Choose(kNoCodec, {{"9", "", {}}, kG7221, {"0", "", {}}, {"18", "", {}}}), noneText);
 }
 
 TEST(SDPExtractAudio, StaticNumbersAreComparedWhole) {
-    const std::string strNone = "audio codec=256 payload=0 dtmf=0 addr= port=5000 send=0 recv=0 valid=1";
+    const std::string noneText = "audio codec=256 payload=0 dtmf=0 addr= port=5000 send=0 recv=0 valid=1";
     for (const char* payload : {"09", "90", "19", "00", "018", "180", "8", "1", "", "9.", "-0", "*"}) {
-        EXPECT_EQ(Choose(kAllAudio, {{payload, "", {}}}), strNone) << payload;
+        EXPECT_EQ(Choose(kAllAudio, {{payload, "", {}}}), noneText) << payload;
     }
 }
 
@@ -174,8 +174,8 @@ std::string Direction(std::int32_t port, bool fSend, bool fRecv, const char* pay
     AddFormat(section, payload);
     RemoteSDP remote;
     h.GetRTPData(remote);
-    const std::string strAll = Describe(remote);
-    return strAll.substr(0, strAll.find('\n'));
+    const std::string allText = Describe(remote);
+    return allText.substr(0, allText.find('\n'));
 }
 
 TEST(SDPExtractAudio, DirectionFlagsAreThoseOfTheSection) {
@@ -286,12 +286,12 @@ TEST(SDPExtractAudio, AudioIsFoundBehindOtherSections) {
 
 // The G.722.1 test by itself.
 
-bool Negotiated(PayloadType_t local, const std::string& strEncoding, const std::vector<std::string>& parms) {
+bool Negotiated(PayloadType_t local, const std::string& encoding, const std::vector<std::string>& parms) {
     SDPHandler h;
     h.MyLocalSDP.eAudioCodec = local;
     RtpMap format;
     format.strPayload = "104";
-    format.strEncodingName = strEncoding;
+    format.strEncodingName = encoding;
     format.vecFmtpParms = parms;
     return h.IsG7221Negotiated(&format);
 }

@@ -44,8 +44,8 @@ RemoteSDP UsedRecord() {
 }
 
 struct Trace {
-    std::string strFunction;
-    std::string strText;
+    std::string function;
+    std::string text;
 };
 
 // Keeps what reaches the sink for as long as it lives.
@@ -56,13 +56,13 @@ public:
     TraceKeeper(const TraceKeeper&) = delete;
     TraceKeeper& operator=(const TraceKeeper&) = delete;
 
-    std::vector<Trace> m_vecTraces;
+    std::vector<Trace> m_traces;
 
 private:
     static void Write(void* context, const char* file, const char* function, int line, const char* text) {
         EXPECT_NE(std::string(file).find("SDPExtract"), std::string::npos);
         EXPECT_GT(line, 0);
-        static_cast<TraceKeeper*>(context)->m_vecTraces.push_back({function, text});
+        static_cast<TraceKeeper*>(context)->m_traces.push_back({function, text});
     }
     CommonMediaTraceSink m_sink = {Write, this};
 };
@@ -120,12 +120,12 @@ TEST(SDPExtract, TheSectionsAreOnlyRead) {
     MediaSession& audio = AddSection(h, MEDIA_AUDIO, 5000);
     AddFormat(audio, "0", "PCMU/8000");
     h.strMaxSessionBandwidth = "";
-    const std::string strVideo = video.ToDiag();
-    const std::string strAudio = audio.ToDiag();
+    const std::string videoText = video.ToDiag();
+    const std::string audioText = audio.ToDiag();
     RemoteSDP remote;
     h.GetRTPData(remote);
-    EXPECT_TEXT(video.ToDiag(), strVideo);
-    EXPECT_TEXT(audio.ToDiag(), strAudio);
+    EXPECT_TEXT(video.ToDiag(), videoText);
+    EXPECT_TEXT(audio.ToDiag(), audioText);
     EXPECT_EQ(h.vecRemoteMediaSession.size(), 2U);
     EXPECT_EQ(h.m_iSessionVersion, 1U);
 }
@@ -228,31 +228,28 @@ TEST(SDPExtract, EverySectionIsTracedInOrder) {
     RemoteSDP remote;
     TraceKeeper keeper;
     h.GetRTPData(remote);
-    ASSERT_EQ(keeper.m_vecTraces.size(), 4U);
-    for (const Trace& trace : keeper.m_vecTraces) {
-        EXPECT_EQ(trace.strFunction, "GetRTPData");
+    ASSERT_EQ(keeper.m_traces.size(), 4U);
+    for (const Trace& trace : keeper.m_traces) {
+        EXPECT_EQ(trace.function, "GetRTPData");
     }
-    EXPECT_TEXT(keeper.m_vecTraces[0].strText,
+    EXPECT_TEXT(keeper.m_traces[0].text,
                 "Dump Media Session: \n"
                 "eContent: 100\niPort: 5000\nstrIPAddr: \n"
                 "\tRtpMap[0]: Payload-0 EncodingName-PCMU/8000\n\t\tFmtp Parm-a\n\t\tFmtp Parm-b\n"
                 "fRecv: true\nfSend: true\nstrVideoLevel: \nstrMaxBandwidth: \n"
                 "iBfcpConfid: 0\niBfcpUserid: 0\nstrFloorctrl: \n\n\n");
-    EXPECT_TEXT(keeper.m_vecTraces[1].strText,
-                "Dump Media Session: \n"
-                "eContent: 1\niPort: 5002\nstrIPAddr: 100%s%n\n"
-                "fRecv: true\nfSend: true\nstrVideoLevel: \nstrMaxBandwidth: 64000\n"
-                "iBfcpConfid: 0\niBfcpUserid: 0\nstrFloorctrl: \n\n\n");
-    EXPECT_TEXT(keeper.m_vecTraces[2].strText,
-                "Dump Media Session: \n"
-                "eContent: 100\niPort: 5004\nstrIPAddr: \n"
-                "fRecv: true\nfSend: false\nstrVideoLevel: \nstrMaxBandwidth: \n"
-                "iBfcpConfid: 0\niBfcpUserid: 0\nstrFloorctrl: \n\n\n");
-    EXPECT_TEXT(keeper.m_vecTraces[3].strText,
-                "Dump Media Session: \n"
-                "eContent: 100\niPort: 5006\nstrIPAddr: \n"
-                "fRecv: true\nfSend: true\nstrVideoLevel: \nstrMaxBandwidth: \n"
-                "iBfcpConfid: 15\niBfcpUserid: 0\nstrFloorctrl: c-s\n\n\n");
+    EXPECT_TEXT(keeper.m_traces[1].text, "Dump Media Session: \n"
+                                         "eContent: 1\niPort: 5002\nstrIPAddr: 100%s%n\n"
+                                         "fRecv: true\nfSend: true\nstrVideoLevel: \nstrMaxBandwidth: 64000\n"
+                                         "iBfcpConfid: 0\niBfcpUserid: 0\nstrFloorctrl: \n\n\n");
+    EXPECT_TEXT(keeper.m_traces[2].text, "Dump Media Session: \n"
+                                         "eContent: 100\niPort: 5004\nstrIPAddr: \n"
+                                         "fRecv: true\nfSend: false\nstrVideoLevel: \nstrMaxBandwidth: \n"
+                                         "iBfcpConfid: 0\niBfcpUserid: 0\nstrFloorctrl: \n\n\n");
+    EXPECT_TEXT(keeper.m_traces[3].text, "Dump Media Session: \n"
+                                         "eContent: 100\niPort: 5006\nstrIPAddr: \n"
+                                         "fRecv: true\nfSend: true\nstrVideoLevel: \nstrMaxBandwidth: \n"
+                                         "iBfcpConfid: 15\niBfcpUserid: 0\nstrFloorctrl: c-s\n\n\n");
 }
 
 TEST(SDPExtract, SectionsThatAreNotTakenAreTracedToo) {
@@ -262,7 +259,7 @@ TEST(SDPExtract, SectionsThatAreNotTakenAreTracedToo) {
     RemoteSDP remote;
     TraceKeeper keeper;
     h.GetRTPData(remote);
-    EXPECT_EQ(keeper.m_vecTraces.size(), 2U);
+    EXPECT_EQ(keeper.m_traces.size(), 2U);
 }
 
 TEST(SDPExtract, WithoutSectionsNothingIsTraced) {
@@ -271,7 +268,7 @@ TEST(SDPExtract, WithoutSectionsNothingIsTraced) {
     RemoteSDP remote;
     TraceKeeper keeper;
     h.GetRTPData(remote);
-    EXPECT_TRUE(keeper.m_vecTraces.empty());
+    EXPECT_TRUE(keeper.m_traces.empty());
 }
 
 // Video sections: the first of each role.
@@ -334,18 +331,18 @@ TEST(SDPExtract, SectionsOfUnknownMediaAreSkipped) {
 
 // Floor control.
 
-std::string FloorControl(const std::string& strMLine, const std::string& strFloorctrl) {
+std::string FloorControl(const std::string& mediaLine, const std::string& strFloorctrl) {
     SDPHandler h;
     MediaSession& section = AddSection(h, MEDIA_APPLICATION, 5070);
-    section.strFullMLine = strMLine;
+    section.strFullMLine = mediaLine;
     section.strFloorctrl = strFloorctrl;
     section.iBfcpConfid = 21;
     section.iBfcpUserid = 22;
     RemoteSDP remote;
     h.GetRTPData(remote);
-    const std::string strAll = Describe(remote);
-    const std::string::size_type begin = strAll.find("bfcp ");
-    return strAll.substr(begin, strAll.find('\n', begin) - begin);
+    const std::string allText = Describe(remote);
+    const std::string::size_type begin = allText.find("bfcp ");
+    return allText.substr(begin, allText.find('\n', begin) - begin);
 }
 
 TEST(SDPExtract, FloorControlSectionIsToldByBfcpInItsLine) {
@@ -365,14 +362,14 @@ TEST(SDPExtract, ApplicationSectionWithoutBfcpIsSkipped) {
 }
 
 TEST(SDPExtract, FarEndIsServerOnlyByExactlySOnly) {
-    const std::string strLine = "m=application 5070 UDP/BFCP *";
-    EXPECT_EQ(FloorControl(strLine, "s-only"), "bfcp port=5070 conf=21 user=22 server=1");
-    EXPECT_EQ(FloorControl(strLine, "c-only"), "bfcp port=5070 conf=21 user=22 server=0");
-    EXPECT_EQ(FloorControl(strLine, "c-s"), "bfcp port=5070 conf=21 user=22 server=0");
-    EXPECT_EQ(FloorControl(strLine, ""), "bfcp port=5070 conf=21 user=22 server=0");
-    EXPECT_EQ(FloorControl(strLine, "s-only "), "bfcp port=5070 conf=21 user=22 server=0");
-    EXPECT_EQ(FloorControl(strLine, "S-only"), "bfcp port=5070 conf=21 user=22 server=0");
-    EXPECT_EQ(FloorControl(strLine, "c-only s-only"), "bfcp port=5070 conf=21 user=22 server=0");
+    const std::string lineText = "m=application 5070 UDP/BFCP *";
+    EXPECT_EQ(FloorControl(lineText, "s-only"), "bfcp port=5070 conf=21 user=22 server=1");
+    EXPECT_EQ(FloorControl(lineText, "c-only"), "bfcp port=5070 conf=21 user=22 server=0");
+    EXPECT_EQ(FloorControl(lineText, "c-s"), "bfcp port=5070 conf=21 user=22 server=0");
+    EXPECT_EQ(FloorControl(lineText, ""), "bfcp port=5070 conf=21 user=22 server=0");
+    EXPECT_EQ(FloorControl(lineText, "s-only "), "bfcp port=5070 conf=21 user=22 server=0");
+    EXPECT_EQ(FloorControl(lineText, "S-only"), "bfcp port=5070 conf=21 user=22 server=0");
+    EXPECT_EQ(FloorControl(lineText, "c-only s-only"), "bfcp port=5070 conf=21 user=22 server=0");
 }
 
 TEST(SDPExtract, EveryFloorControlSectionIsTakenAndTheLastStands) {

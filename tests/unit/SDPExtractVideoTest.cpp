@@ -12,8 +12,8 @@ namespace {
 
 struct Format {
     std::string strPayload;
-    std::string strEncoding;
-    std::vector<std::string> vecParms;
+    std::string encoding;
+    std::vector<std::string> parms;
 };
 
 // The stream record that a main video section with these formats at port 5002 gives.
@@ -21,7 +21,7 @@ std::string Take(const std::vector<Format>& formats) {
     SDPHandler h;
     MediaSession& section = AddSection(h, MEDIA_VIDEO, 5002);
     for (const Format& format : formats) {
-        AddFormat(section, format.strPayload, format.strEncoding, format.vecParms);
+        AddFormat(section, format.strPayload, format.encoding, format.parms);
     }
     RemoteSDP remote;
     h.GetVideoRTPData(remote, remote.m_VideoMain, &section);
@@ -48,11 +48,12 @@ std::string Loaded(const std::string& strLevel, int mbps, int fs, int br, int mo
 // The section: row, codec, port, direction, address, role.
 
 TEST(SDPExtractVideo, ASectionWithoutH264IsValidWithCodecH264) {
-    const std::string strEmpty = "codec=2 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=5002 "
-                                 "send=1 recv=1 valid=1\n";
-    EXPECT_TEXT(Take({}), strEmpty);
-    EXPECT_TEXT(Take({{"96", "VP8/90000", {"packetization-mode=1"}}}), strEmpty);
-    EXPECT_TEXT(Take({{"96", "", {}}}), strEmpty);
+    const std::string withoutFormat =
+        "codec=2 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=5002 "
+        "send=1 recv=1 valid=1\n";
+    EXPECT_TEXT(Take({}), withoutFormat);
+    EXPECT_TEXT(Take({{"96", "VP8/90000", {"packetization-mode=1"}}}), withoutFormat);
+    EXPECT_TEXT(Take({{"96", "", {}}}), withoutFormat);
 }
 
 TEST(SDPExtractVideo, MainSectionFillsTheVideoKeyRow) {
@@ -161,15 +162,15 @@ TEST(SDPExtractVideo, OwnAddressGoesBeforeTheSessionAddress) {
 // The choice among the formats.
 
 TEST(SDPExtractVideo, H264IsKnownByAPieceOfItsName) {
-    const std::string strTaken = "codec=2 type=0 payload=97 mode=0 level= mbps=0 fs=0 br=0 addr= port=5002 "
-                                 "send=1 recv=1 valid=1\n";
+    const std::string taken = "codec=2 type=0 payload=97 mode=0 level= mbps=0 fs=0 br=0 addr= port=5002 "
+                              "send=1 recv=1 valid=1\n";
     for (const char* name : {"H264/90000", "H264/9000", "H264/90001", "XH264/90000", "H264/90000/1"}) {
-        EXPECT_TEXT(Take({{"97", name, {}}}), strTaken) << name;
+        EXPECT_TEXT(Take({{"97", name, {}}}), taken) << name;
     }
-    const std::string strSkipped = "codec=2 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=5002 "
-                                   "send=1 recv=1 valid=1\n";
+    const std::string skipped = "codec=2 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=5002 "
+                                "send=1 recv=1 valid=1\n";
     for (const char* name : {"h264/90000", "H264/8000", "H264/900", "H265/90000", "H264", "H264 /90000"}) {
-        EXPECT_TEXT(Take({{"97", name, {}}}), strSkipped) << name;
+        EXPECT_TEXT(Take({{"97", name, {}}}), skipped) << name;
     }
 }
 
@@ -329,10 +330,11 @@ TEST(SDPExtractVideo, AShortLevelLeavesTheLevelThatStood) {
 
 TEST(SDPExtractVideo, AValueThatIsNoNumberLeavesWhatStood) {
     for (const char* value : {"abc", "", "-1", "+1", " 9", "9 ", "0x10", "1.5"}) {
-        const std::string strValue = value;
-        EXPECT_TEXT(Load({"max-mbps=1", "max-mbps=" + strValue, "max-fs=2", "max-fs=" + strValue, "max-br=3",
-                          "max-br=" + strValue, "packetization-mode=4", "packetization-mode=" + strValue}),
-                    Loaded("", 1, 2, 3, 4))
+        const std::string valueText = value;
+        EXPECT_TEXT(
+            Load({"max-mbps=1", "max-mbps=" + valueText, "max-fs=2", "max-fs=" + valueText, "max-br=3",
+                  "max-br=" + valueText, "packetization-mode=4", "packetization-mode=" + valueText}),
+            Loaded("", 1, 2, 3, 4))
             << value;
     }
 }
@@ -397,12 +399,12 @@ TEST(SDPExtractVideo, EveryLevelNameWritesItsDigits) {
 
 TEST(SDPExtractVideo, EveryOtherLevelByteReadsAsLevel13) {
     const SDPHandler h;
-    const std::string strKnown = " 0A 0B 0C 0D 14 15 16 1E 1F 20 28 29 2A 32 33 FF ";
+    const std::string known = " 0A 0B 0C 0D 14 15 16 1E 1F 20 28 29 2A 32 33 FF ";
     const char* const digits = "0123456789ABCDEF";
     for (int byte = 0; byte < 256; ++byte) {
-        const std::string strByte = {digits[byte / 16], digits[byte % 16]};
-        if (strKnown.find(" " + strByte + " ") == std::string::npos) {
-            EXPECT_EQ(h.ConvertVideoLevel(strByte), "1.3") << strByte;
+        const std::string byteText = {digits[byte / 16], digits[byte % 16]};
+        if (known.find(" " + byteText + " ") == std::string::npos) {
+            EXPECT_EQ(h.ConvertVideoLevel(byteText), "1.3") << byteText;
         }
     }
 }

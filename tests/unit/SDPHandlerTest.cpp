@@ -234,21 +234,21 @@ constexpr std::size_t kLargestGrowth = 1024 * 1024;
 
 // Four hundred payload entries, each with texts too long to live inside the entry.
 std::string ManyFormats() {
-    std::string strSDP = "m=video 5002 RTP/AVP";
+    std::string sdpText = "m=video 5002 RTP/AVP";
     for (int i = 0; i < 400; ++i) {
-        strSDP += " payload-format-number-" + std::to_string(1000 + i);
+        sdpText += " payload-format-number-" + std::to_string(1000 + i);
     }
-    return strSDP + "\r\n";
+    return sdpText + "\r\n";
 }
 
 TEST(SDPHandlerLife, EachParseFreesTheSectionsBeforeIt) {
-    const std::string strSDP = ManyFormats();
+    const std::string sdpText = ManyFormats();
     SDPHandler handler;
     RemoteSDP remote;
-    handler.ParseTheSDP(strSDP, remote);
+    handler.ParseTheSDP(sdpText, remote);
     const std::size_t before = BytesInUse();
     for (int i = 0; i < kRounds; ++i) {
-        handler.ParseTheSDP(strSDP, remote);
+        handler.ParseTheSDP(sdpText, remote);
         ASSERT_EQ(handler.vecRemoteMediaSession.size(), 1U);
         ASSERT_EQ(handler.vecRemoteMediaSession[0]->vecRtpMap.size(), 400U);
     }
@@ -256,12 +256,12 @@ TEST(SDPHandlerLife, EachParseFreesTheSectionsBeforeIt) {
 }
 
 TEST(SDPHandlerLife, DestructionFreesEverySectionAndEveryPayloadEntry) {
-    const std::string strSDP = ManyFormats();
+    const std::string sdpText = ManyFormats();
     const std::size_t before = BytesInUse();
     for (int i = 0; i < kRounds; ++i) {
         SDPHandler handler;
         RemoteSDP remote;
-        handler.ParseTheSDP(strSDP, remote);
+        handler.ParseTheSDP(sdpText, remote);
     }
     EXPECT_LT(BytesInUse(), before + kLargestGrowth);
 }

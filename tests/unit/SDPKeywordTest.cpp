@@ -68,12 +68,12 @@ void ExpectAsNaive(const std::vector<std::string_view>& pieces, std::size_t most
     std::vector<int> counts(std::size(kTable) + 1);
     std::minstd_rand random(11);
     for (int count = 0; count < 6000; ++count) {
-        std::string strLine;
+        std::string lineText;
         for (std::size_t left = random() % (most + 1); left > 0; --left) {
-            strLine += pieces[random() % pieces.size()];
+            lineText += pieces[random() % pieces.size()];
         }
-        const std::size_t row = RowOf<kTable>(strLine);
-        ASSERT_EQ(row, NaiveRowOf<kTable>(strLine)) << strLine;
+        const std::size_t row = RowOf<kTable>(lineText);
+        ASSERT_EQ(row, NaiveRowOf<kTable>(lineText)) << lineText;
         ++counts.at(row);
     }
     for (const int count : counts) {
@@ -224,15 +224,15 @@ TEST(SDPKeyword, CharacterThatSharesALettersBitBeginsNoKeyword) {
 TEST(SDPKeyword, KeywordIsFoundAtEveryPlaceOfALine) {
     for (std::size_t before = 0; before < 40; ++before) {
         for (std::size_t behind = 0; behind < 40; ++behind) {
-            const std::string strBefore(before, 'x');
-            const std::string strBehind(behind, 'y');
-            EXPECT_EQ(RowOf<kThree>(strBefore + "c=" + strBehind), 0U) << before << ' ' << behind;
-            EXPECT_EQ(RowOf<kThree>(strBefore + "a=ice" + strBehind), 1U) << before << ' ' << behind;
-            EXPECT_EQ(RowOf<kThree>(strBefore + "a=" + strBehind), 2U) << before << ' ' << behind;
-            EXPECT_EQ(RowOf<kThree>(strBefore + "b=" + strBehind), 3U) << before << ' ' << behind;
-            EXPECT_EQ(RowOf<kLong>(strBefore + "a=rtpmap" + strBehind), 0U) << before << ' ' << behind;
-            EXPECT_EQ(RowOf<kLong>(strBefore + "b=TIAS:" + strBehind), 2U) << before << ' ' << behind;
-            EXPECT_EQ(RowOf<kLong>(strBefore + "b=TIAS" + strBehind), 3U) << before << ' ' << behind;
+            const std::string beforeText(before, 'x');
+            const std::string suffix(behind, 'y');
+            EXPECT_EQ(RowOf<kThree>(beforeText + "c=" + suffix), 0U) << before << ' ' << behind;
+            EXPECT_EQ(RowOf<kThree>(beforeText + "a=ice" + suffix), 1U) << before << ' ' << behind;
+            EXPECT_EQ(RowOf<kThree>(beforeText + "a=" + suffix), 2U) << before << ' ' << behind;
+            EXPECT_EQ(RowOf<kThree>(beforeText + "b=" + suffix), 3U) << before << ' ' << behind;
+            EXPECT_EQ(RowOf<kLong>(beforeText + "a=rtpmap" + suffix), 0U) << before << ' ' << behind;
+            EXPECT_EQ(RowOf<kLong>(beforeText + "b=TIAS:" + suffix), 2U) << before << ' ' << behind;
+            EXPECT_EQ(RowOf<kLong>(beforeText + "b=TIAS" + suffix), 3U) << before << ' ' << behind;
         }
     }
 }
@@ -255,10 +255,10 @@ TEST(SDPKeyword, FirstRowWinsWhereverItsKeywordStands) {
 
 TEST(SDPKeyword, TwoKeywordsAtEveryTwoPlacesOfALine) {
     for (std::size_t between = 0; between < 40; ++between) {
-        const std::string strBetween(between, '=');
-        EXPECT_EQ(RowOf<kLong>("a=rtcp:" + strBetween + "b=TIAS:"), 1U) << between;
-        EXPECT_EQ(RowOf<kLong>("b=TIAS:" + strBetween + "a=rtcp:"), 1U) << between;
-        EXPECT_EQ(RowOf<kLong>("b=TIAS:" + strBetween + "a=rtcp"), 2U) << between;
+        const std::string betweenText(between, '=');
+        EXPECT_EQ(RowOf<kLong>("a=rtcp:" + betweenText + "b=TIAS:"), 1U) << between;
+        EXPECT_EQ(RowOf<kLong>("b=TIAS:" + betweenText + "a=rtcp:"), 1U) << between;
+        EXPECT_EQ(RowOf<kLong>("b=TIAS:" + betweenText + "a=rtcp"), 2U) << between;
     }
 }
 

@@ -12,8 +12,8 @@ using samples::InDirtyMemory;
 
 // Counts its resets, to show when dispatch reaches an override.
 struct CountingLocal : public LocalSDP {
-    int iResets = 0;
-    void Reset() override { ++iResets; }
+    int resets = 0;
+    void Reset() override { ++resets; }
 };
 
 TEST(SDPLocal, NewRecordIsEmpty) {
@@ -33,13 +33,13 @@ TEST(SDPLocal, ResetIsVirtual) {
     samples::FillLocal(record);
     LocalSDP& asLocal = record;
     asLocal.Reset();
-    EXPECT_EQ(record.iResets, 1);
+    EXPECT_EQ(record.resets, 1);
     EXPECT_EQ(record.strMyIPAddr, "192.0.2.21");
 }
 
 TEST(SDPLocal, ConstructionResetsThroughTheLocalRecordNotThroughAnOverride) {
     InDirtyMemory<CountingLocal> record;
-    EXPECT_EQ(record->iResets, 0);
+    EXPECT_EQ(record->resets, 0);
     samples::ExpectNewLocal(*record);
 }
 
@@ -128,9 +128,9 @@ TEST(SDPLocal, AssignmentLeavesTheDispatchOfItsTarget) {
     samples::FillLocal(source);
     LocalSDP& asLocal = target;
     asLocal = source;
-    EXPECT_EQ(target.iResets, 0);
+    EXPECT_EQ(target.resets, 0);
     asLocal.Reset();
-    EXPECT_EQ(target.iResets, 1);
+    EXPECT_EQ(target.resets, 1);
     EXPECT_EQ(target.strOExtension, "extension");
 }
 

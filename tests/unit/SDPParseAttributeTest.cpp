@@ -11,9 +11,9 @@ namespace {
 struct Last {
     SDPHandler handler;
 
-    explicit Last(const std::string& strMLine) {
+    explicit Last(const std::string& mediaLine) {
         handler.ProcessMedia("m=audio 4000 RTP/AVP 0");
-        handler.ProcessMedia(strMLine);
+        handler.ProcessMedia(mediaLine);
     }
     MediaSession& Get() { return *handler.vecRemoteMediaSession.at(1); }
     MediaSession& First() { return *handler.vecRemoteMediaSession.at(0); }
@@ -95,10 +95,10 @@ TEST(SDPParseAttribute, DirectionsAreHeldFromThisSide) {
     for (const DirectionRow& row : rows) {
         for (const char* mline : {kVideo, kAudio, kApplication, kOther}) {
             // From both starting points, so that a flag that is not written shows.
-            for (const bool fBefore : {false, true}) {
+            for (const bool comesBefore : {false, true}) {
                 Last section(mline);
-                section.Get().fSend = fBefore;
-                section.Get().fRecv = fBefore;
+                section.Get().fSend = comesBefore;
+                section.Get().fRecv = comesBefore;
                 section.handler.ParseDirectionalAttribute(row.line);
                 EXPECT_EQ(section.Get().fSend, row.fSend) << row.line << " in " << mline;
                 EXPECT_EQ(section.Get().fRecv, row.fRecv) << row.line << " in " << mline;

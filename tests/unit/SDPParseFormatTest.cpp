@@ -14,9 +14,7 @@ using Pieces = std::vector<std::string>;
 struct Formats {
     SDPHandler handler;
 
-    explicit Formats(const std::string& strFormats) {
-        handler.ProcessMedia("m=video 5000 RTP/AVP " + strFormats);
-    }
+    explicit Formats(const std::string& formats) { handler.ProcessMedia("m=video 5000 RTP/AVP " + formats); }
     RtpMap& Entry(std::size_t i) { return *handler.vecRemoteMediaSession.back()->vecRtpMap.at(i); }
     const std::string& Name(std::size_t i) { return Entry(i).strEncodingName; }
     const Pieces& Parms(std::size_t i) { return Entry(i).vecFmtpParms; }
@@ -305,11 +303,11 @@ TEST(SDPParseFormat, AttachingReplacesTheListOfTheFirstMatch) {
 }
 
 std::string Numbered(int count) {
-    std::string strFormats;
+    std::string formats;
     for (int i = 0; i < count; ++i) {
-        strFormats += (i == 0 ? "" : " ") + std::to_string(1000 + i);
+        formats += (i == 0 ? "" : " ") + std::to_string(1000 + i);
     }
-    return strFormats;
+    return formats;
 }
 
 TEST(SDPParseFormat, AnyNumberOfFormatsIsFilledAlike) {

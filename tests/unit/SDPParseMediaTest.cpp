@@ -24,7 +24,7 @@ Pieces Payloads(const MediaSession& section) {
 // The section that one line opens in a new handler.
 class OneLine {
 public:
-    explicit OneLine(const std::string& strLine) { m_handler.ProcessMedia(strLine); }
+    explicit OneLine(const std::string& lineText) { m_handler.ProcessMedia(lineText); }
     std::size_t Count() const { return m_handler.vecRemoteMediaSession.size(); }
     const MediaSession& Section() const { return *m_handler.vecRemoteMediaSession.at(0); }
 
@@ -261,11 +261,11 @@ TEST(SDPParseMedia, ZeroBytesInsideWordsAreKept) {
 TEST(SDPParseMedia, FormatsOfOneCharacterNeverGrowTheList) {
     for (const std::size_t formats : {1U, 7U, 8U, 9U, 10U, 11U, 100U, 1001U}) {
         SDPHandler h;
-        std::string strLine = "m=audio 5000 RTP/AVP";
+        std::string lineText = "m=audio 5000 RTP/AVP";
         for (std::size_t n = 0; n < formats; ++n) {
-            strLine += " 0";
+            lineText += " 0";
         }
-        h.ProcessMedia(strLine);
+        h.ProcessMedia(lineText);
         const std::vector<RtpMap*>& list = h.vecRemoteMediaSession[0]->vecRtpMap;
         ASSERT_EQ(list.size(), formats);
         EXPECT_EQ(list.capacity(), std::max<std::size_t>(8, formats)) << formats;

@@ -225,11 +225,11 @@ TEST(SDPParseSecurity, LifetimeAndKeyIndexBelongToTheStoredText) {
 
 TEST(SDPParseSecurity, UndecodableKeyReplacesTheTextOnly) {
     Section s;
-    const std::string strBad = "!VNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz";
-    s.handler.ProcessCrypto("a=crypto:4 AES_CM_128_HMAC_SHA1_32 inline:" + strBad);
+    const std::string bad = "!VNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz";
+    s.handler.ProcessCrypto("a=crypto:4 AES_CM_128_HMAC_SHA1_32 inline:" + bad);
     EXPECT_EQ(s.Get().cryptoAlgo, kSuite32);
     EXPECT_EQ(s.Get().iCryptoTag, 4);
-    EXPECT_EQ(s.Get().strBase64Key, strBad);
+    EXPECT_EQ(s.Get().strBase64Key, bad);
     s.ExpectBytesUntouched();
 }
 

@@ -15,36 +15,36 @@ using Pieces = std::vector<std::string>;
 
 const char kKey[] = "WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz";
 
-// A handler that has read `strSDP`, and what came out of it.
+// A handler that has read `sdpText`, and what came out of it.
 struct Parsed {
     SDPHandler handler;
     RemoteSDP remote;
-    int iResult;
+    int result;
 
-    explicit Parsed(const std::string& strSDP) : iResult(handler.ParseTheSDP(strSDP, remote)) {}
+    explicit Parsed(const std::string& sdpText) : result(handler.ParseTheSDP(sdpText, remote)) {}
     std::vector<MediaSession*>& Sections() { return handler.vecRemoteMediaSession; }
     MediaSession& Last() { return *handler.vecRemoteMediaSession.back(); }
 };
 
 // One line behind an audio and a video section, and the state it leaves.
 struct InVideo : Parsed {
-    explicit InVideo(const std::string& strLine)
-        : Parsed("m=audio 5000 RTP/AVP 0\r\nm=video 5002 RTP/AVP 96 97\r\n" + strLine + "\r\n") {}
+    explicit InVideo(const std::string& lineText)
+        : Parsed("m=audio 5000 RTP/AVP 0\r\nm=video 5002 RTP/AVP 96 97\r\n" + lineText + "\r\n") {}
 };
 
 std::string StateOf(SDPHandler& handler) {
-    std::string strState = "address " + handler.strSessionIPAddr + "\n";
-    strState += "bandwidth " + handler.strMaxSessionBandwidth + "\n";
+    std::string state = "address " + handler.strSessionIPAddr + "\n";
+    state += "bandwidth " + handler.strMaxSessionBandwidth + "\n";
     for (const MediaSession* ms : handler.vecRemoteMediaSession) {
-        strState += ms->strFullMLine + "\n" + ms->ToDiag();
-        strState += "crypto " + std::to_string(ms->cryptoAlgo) + " " + std::to_string(ms->iCryptoTag) + " " +
-                    ms->strBase64Key + "\n";
-        strState += "ice " + ms->striceufrag + " " + ms->stricepwd + "\n";
+        state += ms->strFullMLine + "\n" + ms->ToDiag();
+        state += "crypto " + std::to_string(ms->cryptoAlgo) + " " + std::to_string(ms->iCryptoTag) + " " +
+                 ms->strBase64Key + "\n";
+        state += "ice " + ms->striceufrag + " " + ms->stricepwd + "\n";
         for (const std::string& strCandidate : ms->vecCandidate) {
-            strState += strCandidate + "\n";
+            state += strCandidate + "\n";
         }
     }
-    return strState;
+    return state;
 }
 
 // --- the whole text ---
@@ -82,7 +82,7 @@ TEST(SDPParse, EveryOtherTextGivesZeroAndARecordThatWasReset) {
 
 TEST(SDPParse, TerminatedMediaLineOpensASection) {
     Parsed p("v=0\r\nm=audio 5000 RTP/AVP 0\r\n");
-    EXPECT_EQ(p.iResult, 0);
+    EXPECT_EQ(p.result, 0);
     ASSERT_EQ(p.Sections().size(), 1U);
     EXPECT_TEXT(p.Last().strFullMLine, "m=audio 5000 RTP/AVP 0");
     EXPECT_TRUE(p.remote.fIsAudioValid);
@@ -90,7 +90,7 @@ TEST(SDPParse, TerminatedMediaLineOpensASection) {
 
 TEST(SDPParse, UnterminatedLastLineIsDroppedAndTheRecordIsStillFilled) {
     Parsed p("b=AS:64\r\nm=audio 5000 RTP/AVP 0");
-    EXPECT_EQ(p.iResult, 0);
+    EXPECT_EQ(p.result, 0);
     EXPECT_TRUE(p.Sections().empty());
     EXPECT_EQ(p.remote.iMaxBandwidth, 64000);
 }
@@ -114,7 +114,7 @@ TEST(SDPParse, TextWithLineFeedsAloneIsOneLineUpToTheFirstTerminator) {
 
 TEST(SDPParse, TextWithLineFeedsAloneAndNoTerminatorHasNoLine) {
     Parsed p("v=0\nm=audio 5000 RTP/AVP 0\na=sendonly\n");
-    EXPECT_EQ(p.iResult, 0);
+    EXPECT_EQ(p.result, 0);
     EXPECT_TRUE(p.Sections().empty());
 }
 
@@ -169,10 +169,10 @@ TEST(SDPParse, SecondTextReplacesTheSectionsOfTheFirst) {
 TEST(SDPParse, CallersTextStaysAsItIs) {
     SDPHandler handler;
     RemoteSDP remote;
-    const std::string strSDP = "m=audio 5000 RTP/AVP 0\r\n";
-    std::string strCopy = strSDP;
-    handler.ParseTheSDP(strCopy, remote);
-    EXPECT_EQ(strCopy, strSDP);
+    const std::string sdpText = "m=audio 5000 RTP/AVP 0\r\n";
+    std::string copied = sdpText;
+    handler.ParseTheSDP(copied, remote);
+    EXPECT_EQ(copied, sdpText);
 }
 
 TEST(SDPParse, ZeroBytesAreOrdinaryBytes) {

@@ -132,8 +132,8 @@ TEST(SDPPayloadIndexParts, PlainNumbersHaveUpToThreeDigitsAndNoLeadingZero) {
     EXPECT_EQ(Index::PlainNumber("9"), 9U);
     EXPECT_EQ(Index::PlainNumber("10"), 10U);
     EXPECT_EQ(Index::PlainNumber("255"), 255U);
-    for (const char* const strOther : {"", "00", "01", "256", "999", "1000", "-1", "1a", "a1", " 1"}) {
-        EXPECT_EQ(Index::PlainNumber(strOther), 256U) << strOther;
+    for (const char* const otherText : {"", "00", "01", "256", "999", "1000", "-1", "1a", "a1", " 1"}) {
+        EXPECT_EQ(Index::PlainNumber(otherText), 256U) << otherText;
     }
 }
 
@@ -163,19 +163,19 @@ TEST_F(SDPPayloadIndex, BuildingAnewForgetsWhatWasThere) {
 
 /// "m=audio 5000 RTP/AVP 200 201 ..." with this many formats.
 std::string MediaLine(int formats) {
-    std::string strLine = "m=audio 5000 RTP/AVP";
+    std::string line = "m=audio 5000 RTP/AVP";
     for (int i = 0; i < formats; ++i) {
-        strLine += " " + std::to_string(200 + i);
+        line += " " + std::to_string(200 + i);
     }
-    return strLine + "\r\n";
+    return line + "\r\n";
 }
 
 TEST(SDPPayloadIndexInHandler, SectionsAroundTheSizeFromWhichItIsUsed) {
     for (int formats = 7; formats <= 10; ++formats) {
         SDPHandler h;
         RemoteSDP remote;
-        const std::string strLast = std::to_string(199 + formats);
-        h.ParseTheSDP(MediaLine(formats) + "a=rtpmap:" + strLast + " X/1\r\na=fmtp:200 y=1\r\n", remote);
+        const std::string last = std::to_string(199 + formats);
+        h.ParseTheSDP(MediaLine(formats) + "a=rtpmap:" + last + " X/1\r\na=fmtp:200 y=1\r\n", remote);
         const MediaSession& section = *h.vecRemoteMediaSession[0];
         EXPECT_EQ(section.vecRtpMap.back()->strEncodingName, "X/1") << formats;
         EXPECT_EQ(section.vecRtpMap.front()->vecFmtpParms, std::vector<std::string>{"y=1"}) << formats;
@@ -187,11 +187,11 @@ TEST(SDPPayloadIndexInHandler, SectionsAroundTheSizeFromWhichItIsUsed) {
 TEST(SDPPayloadIndexInHandler, TheFirstOfManyEqualPayloadsIsNamed) {
     SDPHandler h;
     RemoteSDP remote;
-    std::string strLine = "m=video 5000 RTP/AVP";
+    std::string line = "m=video 5000 RTP/AVP";
     for (int n = 0; n < 40; ++n) {
-        strLine += " *";
+        line += " *";
     }
-    h.ParseTheSDP(strLine + "\r\na=rtpmap:* X/1\r\n", remote);
+    h.ParseTheSDP(line + "\r\na=rtpmap:* X/1\r\n", remote);
     const MediaSession& section = *h.vecRemoteMediaSession[0];
     ASSERT_EQ(section.vecRtpMap.size(), 40U);
     for (std::size_t n = 0; n < 40; ++n) {

@@ -107,8 +107,8 @@ void ExpectAsNaive(Search search, Is is, std::string_view alphabet) {
 TEST(SDPSearch, SixCharactersAreWhiteSpace) {
     static_assert(sdp::IsBlank(' ') && !sdp::IsBlank('x'));
     for (int c = 0; c < 256; ++c) {
-        const bool fExpected = c == 32 || c == 9 || c == 10 || c == 11 || c == 12 || c == 13;
-        EXPECT_EQ(sdp::IsBlank(static_cast<char>(c)), fExpected) << c;
+        const bool isExpected = c == 32 || c == 9 || c == 10 || c == 11 || c == 12 || c == 13;
+        EXPECT_EQ(sdp::IsBlank(static_cast<char>(c)), isExpected) << c;
     }
 }
 
@@ -146,13 +146,13 @@ TEST(SDPSearch, SixteenBytesKnowEveryByteAtEveryPlace) {
             bytes[n] = static_cast<char>(c);
             const sdp::SixteenBytes sixteen(bytes.data());
             const unsigned bit = 1U << n;
-            const bool fBlank = c == 32 || (c >= 9 && c <= 13);
+            const bool isBlank = c == 32 || (c >= 9 && c <= 13);
             ASSERT_EQ(sixteen.Equal('='), c == 0x3D ? bit : 0U) << c << " at " << n;
             ASSERT_EQ(sixteen.Equal('\xBD'), c == 0xBD ? bit : 0U) << c << " at " << n;
             ASSERT_EQ(sixteen.Equal('\0'), c == 0 ? bit : 0U) << c << " at " << n;
             ASSERT_EQ(sixteen.EqualEither('=', '\r'), c == 0x3D || c == 0x0D ? bit : 0U) << c << " at " << n;
             ASSERT_EQ(sixteen.EqualEither('\xFF', '\0'), c == 0xFF || c == 0 ? bit : 0U) << c << " at " << n;
-            ASSERT_EQ(sixteen.Blank(), fBlank ? bit : 0U) << c << " at " << n;
+            ASSERT_EQ(sixteen.Blank(), isBlank ? bit : 0U) << c << " at " << n;
         }
     }
 }
@@ -200,14 +200,14 @@ TEST(SDPSearch, BytesBesideATextAreNotFound) {
 TEST(SDPSearch, OnlyTheBytesAskedForAreFound) {
     for (int c = 0; c < 256; ++c) {
         const char byte = static_cast<char>(c);
-        const bool fBlank = c == 32 || (c >= 9 && c <= 13);
+        const bool isBlank = c == 32 || (c >= 9 && c <= 13);
         if (c != 0x3D) {
             ExpectNeverFound(findEquals, byte);
         }
         if (c != 0x3D && c != 0x0D) {
             ExpectNeverFound(findEqualsOrReturn, byte);
         }
-        if (fBlank) {
+        if (isBlank) {
             ExpectNeverFound(findNoBlank, byte);
         } else {
             ExpectNeverFound(findBlank, byte);

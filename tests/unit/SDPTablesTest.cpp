@@ -17,7 +17,7 @@ namespace {
 // Audio codecs.
 
 struct Codec {
-    PayloadType ePayload;
+    PayloadType payload;
     const char* token;
     const char* lines;
     const char* remote;
@@ -40,9 +40,9 @@ TEST(SDPTables, EveryAudioCodecIsReadAnsweredAndWritten) {
         Start(h, local);
         RemoteSDP remote;
         h.ParseTheSDP(codec.remote, remote);
-        EXPECT_EQ(remote.eAudioCodec, codec.ePayload) << codec.token;
-        EXPECT_EQ(h.GetAudioPayload(), codec.ePayload) << codec.token;
-        EXPECT_TEXT(h.AddRTPMap(codec.ePayload), codec.lines);
+        EXPECT_EQ(remote.eAudioCodec, codec.payload) << codec.token;
+        EXPECT_EQ(h.GetAudioPayload(), codec.payload) << codec.token;
+        EXPECT_TEXT(h.AddRTPMap(codec.payload), codec.lines);
         EXPECT_TEXT(h.AddAudio(), std::string("m=audio 0 RTP/AVP ") + codec.token + " 101\r\n" + codec.lines +
                                       "a=rtpmap:101 telephone-event/8000\r\n"
                                       "a=fmtp:101 0-15\r\n"
@@ -52,13 +52,13 @@ TEST(SDPTables, EveryAudioCodecIsReadAnsweredAndWritten) {
 
 TEST(SDPTables, AudioCodecsAreTestedInTheirOrder) {
     for (std::size_t row = 0; row < std::size(kCodecs); ++row) {
-        EXPECT_EQ(sdp::kAudioCodecs[row].eCodec, kCodecs[row].ePayload) << row;
+        EXPECT_EQ(sdp::kAudioCodecs[row].eCodec, kCodecs[row].payload) << row;
     }
 }
 
 TEST(SDPTables, ACodecIsFoundByItsWholeValueOnly) {
     for (const Codec& codec : kCodecs) {
-        const sdp::AudioCodec* row = sdp::FindAudioCodec(codec.ePayload);
+        const sdp::AudioCodec* row = sdp::FindAudioCodec(codec.payload);
         ASSERT_NE(row, nullptr);
         EXPECT_EQ(row->strPayload, codec.token);
     }
@@ -139,8 +139,8 @@ TEST(SDPTables, TheFirstDirectionInTheirOrderWins) {
             SDPHandler h;
             Start(h, AudioLocal());
             RemoteSDP remote;
-            const std::string strLater = kDirectionRows[second].read;
-            h.ParseTheSDP("m=audio 5000 RTP/AVP 0\r\n" + strLater.substr(0, strLater.size() - 2) + " " +
+            const std::string later = kDirectionRows[second].read;
+            h.ParseTheSDP("m=audio 5000 RTP/AVP 0\r\n" + later.substr(0, later.size() - 2) + " " +
                               kDirectionRows[first].read,
                           remote);
             EXPECT_EQ(remote.fAudioSend, kDirectionRows[first].fSend == 1) << first << second;
@@ -210,14 +210,14 @@ TEST(SDPTables, EverySectionIsFoundByItsStreams) {
         MediaSession& section = AddSection(h, row.eMedia, 5000);
         section.eContent = row.eContent;
         Secure(section, "audio");
-        std::string strSecure;
-        std::string strLine;
+        std::string secureText;
+        std::string lineText;
         for (int n = 0; n < baseSDP::SRTP_MAX; ++n) {
-            strSecure += h.IsRemoteSecure(baseSDP::SRTP_M_LINE(n)) ? std::string(1, "AVP"[n]) : "";
-            strLine += h.AddCrypto(baseSDP::SRTP_M_LINE(n)).empty() ? "" : std::string(1, "AVP"[n]);
+            secureText += h.IsRemoteSecure(baseSDP::SRTP_M_LINE(n)) ? std::string(1, "AVP"[n]) : "";
+            lineText += h.AddCrypto(baseSDP::SRTP_M_LINE(n)).empty() ? "" : std::string(1, "AVP"[n]);
         }
-        EXPECT_EQ(strSecure, row.secure) << row.eMedia << ' ' << row.eContent;
-        EXPECT_EQ(strLine, row.line) << row.eMedia << ' ' << row.eContent;
+        EXPECT_EQ(secureText, row.secure) << row.eMedia << ' ' << row.eContent;
+        EXPECT_EQ(lineText, row.line) << row.eMedia << ' ' << row.eContent;
     }
 }
 

@@ -25,11 +25,11 @@ private:
 };
 
 std::string RandomText(std::minstd_rand& random, std::size_t longest, std::string_view alphabet) {
-    std::string strText(random() % (longest + 1), '\0');
-    for (char& c : strText) {
+    std::string text(random() % (longest + 1), '\0');
+    for (char& c : text) {
         c = alphabet[random() % alphabet.size()];
     }
-    return strText;
+    return text;
 }
 
 std::vector<std::string> WordsOf(std::string_view text) {
@@ -117,10 +117,10 @@ TEST(SDPText, WordsOfEveryLengthAreCut) {
     for (std::size_t first = 1; first < 40; ++first) {
         for (std::size_t blanks = 1; blanks < 20; ++blanks) {
             for (std::size_t second = 1; second < 40; ++second) {
-                const std::string strFirst(first, 'x');
-                const std::string strSecond(second, 'y');
-                ASSERT_EQ(WordsOf(strFirst + std::string(blanks, ' ') + strSecond),
-                          (std::vector<std::string>{strFirst, strSecond}))
+                const std::string firstText(first, 'x');
+                const std::string secondText(second, 'y');
+                ASSERT_EQ(WordsOf(firstText + std::string(blanks, ' ') + secondText),
+                          (std::vector<std::string>{firstText, secondText}))
                     << first << ' ' << blanks << ' ' << second;
             }
         }
@@ -130,21 +130,21 @@ TEST(SDPText, WordsOfEveryLengthAreCut) {
 TEST(SDPText, WordsAreCutOneByteAfterTheOther) {
     std::minstd_rand random(3);
     for (int count = 0; count < 3000; ++count) {
-        const std::string strLine =
+        const std::string lineText =
             RandomText(random, 70, "   \t\r\n\v\fabcdefghijklmnopqrstuvwxyz0123456789=:/");
         std::vector<std::string> expected;
-        bool fInWord = false;
-        for (const char c : strLine) {
-            const bool fBlank = c == ' ' || (c >= '\t' && c <= '\r');
-            if (!fBlank && !fInWord) {
+        bool isInWord = false;
+        for (const char c : lineText) {
+            const bool isBlank = c == ' ' || (c >= '\t' && c <= '\r');
+            if (!isBlank && !isInWord) {
                 expected.emplace_back();
             }
-            if (!fBlank) {
+            if (!isBlank) {
                 expected.back() += c;
             }
-            fInWord = !fBlank;
+            isInWord = !isBlank;
         }
-        ASSERT_EQ(WordsOf(strLine), expected) << strLine;
+        ASSERT_EQ(WordsOf(lineText), expected) << lineText;
     }
 }
 
@@ -310,11 +310,11 @@ TEST(SDPText, ZerosInFrontOfANumberDoNotCount) {
 TEST(SDPText, NumberIsTheNarrowedNumberOfTheCLibrary) {
     std::minstd_rand random(5);
     for (int count = 0; count < 8000; ++count) {
-        const std::string strText = (random() % 3 == 0 ? RandomText(random, 1, "+-") : std::string()) +
-                                    RandomText(random, 25, "00123456789") + RandomText(random, 1, "x- /0");
+        const std::string text = (random() % 3 == 0 ? RandomText(random, 1, "+-") : std::string()) +
+                                 RandomText(random, 25, "00123456789") + RandomText(random, 1, "x- /0");
         const auto expected =
-            static_cast<std::int32_t>(static_cast<std::uint32_t>(std::strtoll(strText.c_str(), nullptr, 10)));
-        ASSERT_EQ(sdp::Number(Exact(strText).View()), expected) << strText;
+            static_cast<std::int32_t>(static_cast<std::uint32_t>(std::strtoll(text.c_str(), nullptr, 10)));
+        ASSERT_EQ(sdp::Number(Exact(text).View()), expected) << text;
     }
 }
 
@@ -431,16 +431,14 @@ TEST(SDPText, HexNumberEndsWithTheText) {
 TEST(SDPText, HexNumberOfAnyTextIsThatOfTheCLibrary) {
     std::minstd_rand random(9);
     for (int count = 0; count < 8000; ++count) {
-        const std::string strText =
+        const std::string text =
             RandomText(random, 1, " \t") + RandomText(random, 1, "+-") + (random() % 2 == 0 ? "0x" : "") +
             RandomText(random, 20, "00123456789abcdefABCDEFff") + RandomText(random, 2, "gGxX-+ 0f");
-        ASSERT_EQ(sdp::HexNumber(Exact(strText).View()), std::strtoull(strText.c_str(), nullptr, 16))
-            << strText;
+        ASSERT_EQ(sdp::HexNumber(Exact(text).View()), std::strtoull(text.c_str(), nullptr, 16)) << text;
     }
     for (int count = 0; count < 8000; ++count) {
-        const std::string strText = RandomText(random, 8, " \t\r+-00xX1fFgG");
-        ASSERT_EQ(sdp::HexNumber(Exact(strText).View()), std::strtoull(strText.c_str(), nullptr, 16))
-            << strText;
+        const std::string text = RandomText(random, 8, " \t\r+-00xX1fFgG");
+        ASSERT_EQ(sdp::HexNumber(Exact(text).View()), std::strtoull(text.c_str(), nullptr, 16)) << text;
     }
 }
 

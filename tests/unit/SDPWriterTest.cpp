@@ -12,8 +12,8 @@ namespace {
 
 TEST(SDPWriter, PiecesStandInTheOrderInWhichTheyWereWritten) {
     sdp::Writer sdp(64);
-    const std::string strAddress = "192.0.2.1";
-    sdp << "a=rtcp:" << std::int32_t{16385} << " IN IP4 " << strAddress << "\r\n";
+    const std::string address = "192.0.2.1";
+    sdp << "a=rtcp:" << std::int32_t{16385} << " IN IP4 " << address << "\r\n";
     EXPECT_TEXT(sdp.Take(), "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
 }
 
@@ -38,19 +38,19 @@ TEST(SDPWriter, NumbersAtTheirLimits) {
 
 TEST(SDPWriter, GrowsFromNoRoomAtAll) {
     sdp::Writer sdp(0);
-    std::string strExpected;
+    std::string expected;
     for (int i = 0; i < 300; ++i) {
         sdp << "piece " << i << ";";
-        strExpected += "piece " + std::to_string(i) + ";";
+        expected += "piece " + std::to_string(i) + ";";
     }
-    EXPECT_TEXT(sdp.Take(), strExpected);
+    EXPECT_TEXT(sdp.Take(), expected);
 }
 
 TEST(SDPWriter, PieceLongerThanTwiceTheRoom) {
     sdp::Writer sdp(8);
-    const std::string strLong(1000, 'x');
-    sdp << "m=" << strLong << "\r\n";
-    EXPECT_TEXT(sdp.Take(), "m=" + strLong + "\r\n");
+    const std::string longText(1000, 'x');
+    sdp << "m=" << longText << "\r\n";
+    EXPECT_TEXT(sdp.Take(), "m=" + longText + "\r\n");
 }
 
 TEST(SDPWriter, ZeroBytesAreBytesLikeAnyOther) {

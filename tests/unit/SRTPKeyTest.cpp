@@ -19,9 +19,8 @@ struct Material {
     }
 };
 
-bool Extract(const std::string& strText, Material& material) {
-    return ExtractSRTPKey(reinterpret_cast<const unsigned char*>(strText.data()), material.key,
-                          material.salt);
+bool Extract(const std::string& text, Material& material) {
+    return ExtractSRTPKey(reinterpret_cast<const unsigned char*>(text.data()), material.key, material.salt);
 }
 
 std::string Text(const unsigned char* bytes, std::size_t length) {
@@ -36,12 +35,12 @@ void ExpectUntouched(const Material& material) {
 TEST(SRTPKey, ZeroBytesAreFortyLettersA) {
     const unsigned char key[16] = {};
     const unsigned char salt[14] = {};
-    std::string strText = "what stood here before";
-    GetSRTPKey(strText, key, salt);
-    EXPECT_TEXT(strText, "AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA");
+    std::string text = "what stood here before";
+    GetSRTPKey(text, key, salt);
+    EXPECT_TEXT(text, "AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA");
 
     Material material;
-    EXPECT_TRUE(Extract(strText, material));
+    EXPECT_TRUE(Extract(text, material));
     EXPECT_EQ(Text(material.key, 20), std::string(16, '\0') + std::string(4, '\xEE'));
     EXPECT_EQ(Text(material.salt, 20), std::string(14, '\0') + std::string(6, '\xDD'));
 }
@@ -49,31 +48,31 @@ TEST(SRTPKey, ZeroBytesAreFortyLettersA) {
 TEST(SRTPKey, KeyStandsBeforeSalt) {
     const unsigned char key[17] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 0xFF};
     const unsigned char salt[15] = {17, 18, 19, 20, 21, 22, 23, 24, 25, 26, 27, 28, 29, 30, 0xFF};
-    std::string strText;
-    GetSRTPKey(strText, key, salt);
-    EXPECT_TEXT(strText, "AQIDBAUGBwgJCgsMDQ4PEBESExQVFhcYGRobHB0e");
+    std::string text;
+    GetSRTPKey(text, key, salt);
+    EXPECT_TEXT(text, "AQIDBAUGBwgJCgsMDQ4PEBESExQVFhcYGRobHB0e");
 }
 
 TEST(SRTPKey, WritesTheAlphabetWithPlusAndSlash) {
     unsigned char key[16];
     unsigned char salt[14];
-    std::string strText;
+    std::string text;
     std::memset(key, 0xFF, sizeof key);
     std::memset(salt, 0xFE, sizeof salt);
-    GetSRTPKey(strText, key, salt);
-    EXPECT_TEXT(strText, "//////////////////////7+/v7+/v7+/v7+/v7+");
+    GetSRTPKey(text, key, salt);
+    EXPECT_TEXT(text, "//////////////////////7+/v7+/v7+/v7+/v7+");
     std::memset(key, 0xFB, sizeof key);
     std::memset(salt, 0xFB, sizeof salt);
-    GetSRTPKey(strText, key, salt);
-    EXPECT_TEXT(strText, "+/v7+/v7+/v7+/v7+/v7+/v7+/v7+/v7+/v7+/v7");
+    GetSRTPKey(text, key, salt);
+    EXPECT_TEXT(text, "+/v7+/v7+/v7+/v7+/v7+/v7+/v7+/v7+/v7+/v7");
 }
 
 TEST(SRTPKey, ReplacesWhateverTheTextHeld) {
     const unsigned char zero[16] = {};
     for (const std::size_t length : {0U, 1U, 40U, 41U, 4000U}) {
-        std::string strText(length, 'z');
-        GetSRTPKey(strText, zero, zero);
-        EXPECT_TEXT(strText, "AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA");
+        std::string text(length, 'z');
+        GetSRTPKey(text, zero, zero);
+        EXPECT_TEXT(text, "AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA");
     }
 }
 
@@ -87,10 +86,10 @@ TEST(SRTPKey, ReadsTheExampleOfTheStandard) {
 }
 
 TEST(SRTPKey, WritesTheExampleOfTheStandard) {
-    std::string strText;
-    GetSRTPKey(strText, reinterpret_cast<const unsigned char*>("=-n@%^x!Bjufr9)?"),
+    std::string text;
+    GetSRTPKey(text, reinterpret_cast<const unsigned char*>("=-n@%^x!Bjufr9)?"),
                reinterpret_cast<const unsigned char*>(",#5h\\`=&]{qiPQ"));
-    EXPECT_TEXT(strText, "PS1uQCVeeCFCanVmcjkpPywjNWhcYD0mXXtxaVBR");
+    EXPECT_TEXT(text, "PS1uQCVeeCFCanVmcjkpPywjNWhcYD0mXXtxaVBR");
 }
 
 TEST(SRTPKey, EveryByteValueSurvivesTheRoundTrip) {
@@ -103,12 +102,12 @@ TEST(SRTPKey, EveryByteValueSurvivesTheRoundTrip) {
         for (int i = 0; i < 14; ++i) {
             salt[i] = static_cast<unsigned char>(first * 3 + i * 11);
         }
-        std::string strText;
-        GetSRTPKey(strText, key, salt);
-        EXPECT_EQ(strText.size(), 40U);
-        EXPECT_EQ(strText.find('='), std::string::npos);
+        std::string text;
+        GetSRTPKey(text, key, salt);
+        EXPECT_EQ(text.size(), 40U);
+        EXPECT_EQ(text.find('='), std::string::npos);
         Material material;
-        EXPECT_TRUE(Extract(strText, material));
+        EXPECT_TRUE(Extract(text, material));
         EXPECT_EQ(Text(material.key, 16), Text(key, 16));
         EXPECT_EQ(Text(material.salt, 14), Text(salt, 14));
     }
@@ -124,13 +123,13 @@ TEST(SRTPKey, CharactersBehindTheFortiethAreIgnored) {
 }
 
 TEST(SRTPKey, OneCharacterOutsideTheAlphabetFailsAndWritesNothing) {
-    const std::string strGood = "WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz";
+    const std::string good = "WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz";
     for (const char wrong : {'!', '-', '_', ' ', '|', '\0', '\x80', '\xFF'}) {
         for (const std::size_t at : {0U, 1U, 20U, 38U, 39U}) {
-            std::string strText = strGood;
-            strText[at] = wrong;
+            std::string text = good;
+            text[at] = wrong;
             Material material;
-            EXPECT_FALSE(Extract(strText, material)) << "byte " << int{wrong} << " at " << at;
+            EXPECT_FALSE(Extract(text, material)) << "byte " << int{wrong} << " at " << at;
             ExpectUntouched(material);
         }
     }

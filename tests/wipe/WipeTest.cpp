@@ -326,7 +326,7 @@ TEST(Wipe, EveryCallThatRunsOutOfMemory) {
         auto remote = std::make_unique<RemoteSDP>();
         Begin(*handler);
         Watch watch;
-        bool fFailed = false;
+        bool hasFailed = false;
         {
             const allocations::Scope scope;
             allocations::FailOnce(n);
@@ -335,14 +335,14 @@ TEST(Wipe, EveryCallThatRunsOutOfMemory) {
                 answer = handler->GetLocalSDP();
                 handler->ParseTheSDP(twoKeys, *remote);
             } catch (const std::bad_alloc&) {
-                fFailed = true;
+                hasFailed = true;
             }
             allocations::Relent();
         }
         handler.reset();
         remote.reset();
         EXPECT_EQ(watch.dirty(), 0U) << "allocation " << n << ": " << support::MakeVisible(watch.first());
-        if (!fFailed) {
+        if (!hasFailed) {
             break;
         }
         ++failures;
