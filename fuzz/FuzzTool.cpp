@@ -7,9 +7,9 @@
 #include "Laws.h"
 #include "Targets.h"
 
+#include <Clean.h>
 #include <Outcome.h>
 #include <Redact.h>
-#include <RemoteText.h>
 #include <Verbs.h>
 
 #include <nlohmann/json.hpp>
@@ -98,21 +98,22 @@ void CheckJson(const std::string& json, const Watch& watch) {
     }
 }
 
-void CheckRepair(const std::string& text) {
+void CheckCleaning(const std::string& text) {
     std::vector<std::string> notes;
-    const std::string repaired = cmsdp::RepairRemoteText(text, notes);
-    const bool isWhole = repaired.size() >= 2 && repaired.compare(repaired.size() - 2, 2, "\r\n") == 0;
-    Require(repaired.empty() || isWhole, "a repaired text ends in CR LF", repaired, text);
-    for (std::size_t at = repaired.find('\n'); at != std::string::npos; at = repaired.find('\n', at + 1)) {
-        Require(at > 0 && repaired[at - 1] == '\r', "no line of a repaired text ends in LF alone",
-                repaired.substr(0, at), text);
+    cmsdp::Draft draft = cmsdp::Draft::Of(text);
+    cmsdp::Clean(draft, 1, notes);
+    const std::string& cleaned = draft.text;
+    const bool isWhole = cleaned.size() >= 2 && cleaned.compare(cleaned.size() - 2, 2, "\r\n") == 0;
+    Require(cleaned.empty() || isWhole, "a cleaned text ends in CR LF", cleaned, text);
+    for (std::size_t at = cleaned.find('\n'); at != std::string::npos; at = cleaned.find('\n', at + 1)) {
+        Require(at > 0 && cleaned[at - 1] == '\r', "no line of a cleaned text ends in LF alone",
+                cleaned.substr(0, at), text);
     }
-    const bool hasMark = repaired.compare(0, 3, "\xef\xbb\xbf") == 0;
-    notes.clear();
-    const std::string again = cmsdp::RepairRemoteText(repaired, notes);
-    RequireSame("a repaired text needs no repair", "first", repaired.substr(hasMark ? 3 : 0), "second",
-                again);
-    Require(hasMark || notes.empty(), "a repaired text gets no note", notes.empty() ? "" : notes[0], text);
+    const auto feeds = static_cast<std::size_t>(std::count(cleaned.begin(), cleaned.end(), '\n'));
+    Require(draft.numbers.size() == feeds, "each line of a cleaned text has a number", cleaned, text);
+    if (notes.empty()) {
+        RequireSame("a text that gets no note is not changed", "input", text, "cleaned", cleaned);
+    }
 }
 
 cmsdp::Outcome RunVerb(const cmsdp::CommandLine& line, const cmsdp::Screen& screen) {
@@ -160,7 +161,7 @@ void Run(Input input, std::uint64_t secret) {
     line.verb = input.Pick(verbs);
     const std::uint8_t options = input.Byte();
     line.json = (options & 1U) != 0;
-    line.exact = (options & 2U) != 0;
+    line.remote.exact = (options & 2U) != 0;
     line.showSecrets = (options & 4U) != 0;
     const cmsdp::Screen screen{(options & 8U) != 0, (options & 16U) != 0};
     const std::size_t low = input.Byte();
@@ -168,14 +169,14 @@ void Run(Input input, std::uint64_t secret) {
     const std::string remote = PlantInWords(input.Rest(), theirs);
 
     CheckJson(json, watch);
-    CheckRepair(remote);
+    CheckCleaning(remote);
     const MemoryFile local(json);
     const MemoryFile far(remote);
     if (!json.empty()) {
         line.local = local.Name();
         line.offerer = local.Name();
     }
-    line.remote = far.Name();
+    line.remote.name = far.Name();
     const Meter meter;
     try {
         const cmsdp::Outcome outcome = RunVerb(line, screen);

@@ -52,17 +52,17 @@ TEST_F(Help, OfAnswer) {
                                  "  cmsdp answer offer.sdp > answer.sdp\n"
                                  "  xclip -o | cmsdp answer --local me.json\n"
                                  "\n"
-                                 "Usage: cmsdp answer [--local FILE] [--exact] [--show-secrets] [REMOTE]\n");
+                                 "Usage: cmsdp answer [--local FILE] [--exact | --nth N] [--show-secrets]\n"
+                                 "                    [REMOTE]\n");
 }
 
 TEST_F(Help, OfInspect) {
-    ExpectHelp({"inspect", "--help"},
-               "Example:\n"
-               "  cmsdp inspect offer.sdp\n"
-               "  cmsdp inspect --json offer.sdp | jq .main_video.why\n"
-               "\n"
-               "Usage: cmsdp inspect [--local FILE] [--json] [--exact] [--show-secrets]\n"
-               "                     [REMOTE]\n");
+    ExpectHelp({"inspect", "--help"}, "Example:\n"
+                                      "  cmsdp inspect offer.sdp\n"
+                                      "  cmsdp inspect --json offer.sdp | jq .main_video.why\n"
+                                      "\n"
+                                      "Usage: cmsdp inspect [--local FILE] [--json] [--exact | --nth N]\n"
+                                      "                     [--show-secrets] [REMOTE]\n");
 }
 
 TEST_F(Help, OfCall) {

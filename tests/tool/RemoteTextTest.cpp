@@ -1,4 +1,4 @@
-// What a paste does to a description, and the notes that say so.
+// Where the remote text comes from, and what --exact hands over. What cleaning does: CleanTest.cpp.
 #include "RemoteText.h"
 #include "Expect.h"
 #include "RunTool.h"
@@ -8,39 +8,6 @@ namespace tool {
 namespace {
 
 using cmsdp::HoldsSdpLine;
-using cmsdp::RepairRemoteText;
-
-using Notes = std::vector<std::string>;
-
-TEST(RepairRemoteText, LeavesAWholeTextAlone) {
-    Notes notes;
-    EXPECT_TEXT(RepairRemoteText("v=0\r\n\r\ns=a\rb\r\n", notes), "v=0\r\n\r\ns=a\rb\r\n");
-    EXPECT_EQ(notes, Notes{});
-}
-
-TEST(RepairRemoteText, ReadsABareLfAsCrLf) {
-    Notes notes;
-    EXPECT_TEXT(RepairRemoteText("\nv=0\n\ns=-\r\nt=0 0\n", notes), "\r\nv=0\r\n\r\ns=-\r\nt=0 0\r\n");
-    EXPECT_EQ(notes, Notes{"4 lines ended in LF alone and were read as if in CR LF; --exact keeps them"});
-}
-
-TEST(RepairRemoteText, EndsTheLastLine) {
-    Notes notes;
-    EXPECT_TEXT(RepairRemoteText("v=0\r\ns=-", notes), "v=0\r\ns=-\r\n");
-    EXPECT_EQ(notes, Notes{"the last line had no line end and was read as if it had one; --exact keeps it"});
-}
-
-TEST(RepairRemoteText, DropsAByteOrderMark) {
-    Notes notes;
-    EXPECT_TEXT(RepairRemoteText("\xef\xbb\xbfv=0\r\n", notes), "v=0\r\n");
-    EXPECT_EQ(notes, Notes{"the byte-order mark in front was dropped; --exact keeps it"});
-}
-
-TEST(RepairRemoteText, KeepsAnEmptyTextEmpty) {
-    Notes notes;
-    EXPECT_TEXT(RepairRemoteText("", notes), "");
-    EXPECT_EQ(notes, Notes{});
-}
 
 TEST(HoldsSdpLine, WantsASmallLetterAndAnEqualsSign) {
     EXPECT_TRUE(HoldsSdpLine("v=0\r\n"));
@@ -82,8 +49,11 @@ TEST_F(RemoteText, APasteWithBareLfIsAnsweredWithANote) {
     EXPECT_EQ(run.status, 0);
     EXPECT_TEXT(MaskId(run.out), kAnswer);
     EXPECT_TEXT(run.err,
-                "cmsdp: 3 lines ended in LF alone and were read as if in CR LF; --exact keeps them\n"
-                "cmsdp: the last line had no line end and was read as if it had one; --exact keeps it\n");
+                "cmsdp: LF alone was read as CR LF at the end of 3 lines; a far end that sends LF alone has "
+                "each such line joined to the next one, and without any CR LF it is not understood (P03); "
+                "--exact keeps it\n"
+                "cmsdp: the last line had no line end and was read as if it had one; a far end that sends "
+                "this loses that line (P02); --exact keeps it\n");
 }
 
 TEST_F(RemoteText, StandardInputIsReadLikeAFile) {

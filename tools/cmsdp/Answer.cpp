@@ -11,10 +11,10 @@ namespace cmsdp {
 Outcome RunAnswer(const CommandLine& line, const Screen& screen) {
     const Capabilities side = SideOf(line.local);
     Outcome outcome;
-    const std::string offer = ReadRemoteText(line.remote, line.exact, outcome.notes);
+    const Draft offer = ReadRemoteText(line.remote, outcome.notes);
     SDPHandler handler;
     Prepare(handler, side);
-    const Report report = ReadInto(handler, side, offer);
+    const Report report = ReadInto(handler, side, offer.text);
     if (handler.IsOffer()) {
         // The handler would write an offer of its own now, which is not what was asked for.
         outcome.status = kNothingNegotiated;

@@ -39,8 +39,12 @@ void AddSecrets(CLI::App* verb, CommandLine& line) {
 
 void AddRemote(CLI::App* verb, CommandLine& line) {
     verb->add_option("--local", line.local)->type_name("FILE");
-    verb->add_flag("--exact", line.exact);
-    verb->add_option("REMOTE", line.remote);
+    CLI::Option* const exact = verb->add_flag("--exact", line.remote.exact);
+    verb->add_option("--nth", line.remote.nth)
+        ->type_name("N")
+        ->check(CLI::Range(1, 1000000))
+        ->excludes(exact);
+    verb->add_option("REMOTE", line.remote.name);
     AddSecrets(verb, line);
 }
 

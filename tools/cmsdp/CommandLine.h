@@ -3,6 +3,8 @@
 // Tests: tests/tool/StatusTest.cpp, HelpTest.cpp
 #pragma once
 
+#include "RemoteText.h"
+
 #include <optional>
 #include <string>
 
@@ -16,8 +18,7 @@ struct CommandLine {
     std::optional<std::string> local;
     std::optional<std::string> offerer;
     std::optional<std::string> answerer;
-    std::string remote = "-"; ///< a file, or "-" for standard input
-    bool exact = false;
+    RemoteSource remote;
     bool json = false;
     bool showSecrets = false;
 };

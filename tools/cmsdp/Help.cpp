@@ -59,7 +59,8 @@ const char* const kAnswerHelp = R"(Example:
   cmsdp answer offer.sdp > answer.sdp
   xclip -o | cmsdp answer --local me.json
 
-Usage: cmsdp answer [--local FILE] [--exact] [--show-secrets] [REMOTE]
+Usage: cmsdp answer [--local FILE] [--exact | --nth N] [--show-secrets]
+                    [REMOTE]
 
 Reads a remote offer and writes the answer to standard output; lines end in
 CR LF.
@@ -69,9 +70,10 @@ CR LF.
 
 Options:
   --local FILE     what this side can do, as JSON; see cmsdp capabilities
-  --exact          take REMOTE byte for byte. Without it a bare LF is read as
-                   CR LF, a missing last line end is added and a byte-order
-                   mark is dropped, each with a note on standard error
+  --exact          take REMOTE byte for byte. Without it what logs, mails and
+                   browsers do to a text is undone, each step with a note on
+                   standard error
+  --nth N          of several descriptions in REMOTE read the Nth, not the first
   --show-secrets   write SRTP keys; without it they stand as inline:***
   -h, --help       this text
 
@@ -82,8 +84,8 @@ const char* const kInspectHelp = R"(Example:
   cmsdp inspect offer.sdp
   cmsdp inspect --json offer.sdp | jq .main_video.why
 
-Usage: cmsdp inspect [--local FILE] [--json] [--exact] [--show-secrets]
-                     [REMOTE]
+Usage: cmsdp inspect [--local FILE] [--json] [--exact | --nth N]
+                     [--show-secrets] [REMOTE]
 
 Reads a remote offer or answer and shows what the media engine would start
 with: each stream with codec, address and direction as seen from this side,
@@ -95,9 +97,10 @@ and for a stream that did not come up the reason why.
 Options:
   --local FILE     what this side can do, as JSON; see cmsdp capabilities
   --json           JSON in place of the table
-  --exact          take REMOTE byte for byte. Without it a bare LF is read as
-                   CR LF, a missing last line end is added and a byte-order
-                   mark is dropped, each with a note on standard error
+  --exact          take REMOTE byte for byte. Without it what logs, mails and
+                   browsers do to a text is undone, each step with a note on
+                   standard error
+  --nth N          of several descriptions in REMOTE read the Nth, not the first
   --show-secrets   show SRTP keys; without it they stand as ***
   -h, --help       this text
 

@@ -12,10 +12,11 @@ Outcome RunInspect(const CommandLine& line, const Screen& screen) {
     constexpr std::size_t width = 61;
     const Capabilities side = SideOf(line.local);
     Outcome outcome;
-    const std::string remote = ReadRemoteText(line.remote, line.exact, outcome.notes);
+    const Draft remote = ReadRemoteText(line.remote, outcome.notes);
     SDPHandler handler;
     Prepare(handler, side);
-    const Report report = ReadInto(handler, side, remote);
+    Report report = ReadInto(handler, side, remote.text);
+    report.inputNotes = outcome.notes;
 
     Secrets secrets(line.showSecrets);
     outcome.text = line.json ? ReportJson(report, secrets)

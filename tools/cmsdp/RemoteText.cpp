@@ -1,24 +1,49 @@
-// Repairs what logs, mails and editors do to a description. A line end is the only thing that is ever added:
-// the component drops a last line without one, and joins lines that end in LF alone.
+// Reads the input, names what is no text, has the rest cleaned.
 //
 // Tests: tests/tool/RemoteTextTest.cpp
 #include "RemoteText.h"
 
+#include "Clean.h"
 #include "Outcome.h"
 #include "ReadFile.h"
+#include "Unreadable.h"
 #include "Words.h"
 
-#include <cstddef>
 #include <utility>
 
 namespace cmsdp {
 
 namespace {
 
-constexpr std::string_view kMark = "\xef\xbb\xbf";
+[[noreturn]] void Fail(const RemoteSource& source, const std::string& why) {
+    throw ToolError(kRemoteText, (source.name == "-"    ? "standard input"
+                                  : source.name.empty() ? "\"\""
+                                                        : source.name) +
+                                     ": " + why);
+}
 
-std::string Shown(const std::string& name) {
-    return name == "-" ? "standard input" : name;
+std::string Bytes(const RemoteSource& source) {
+    try {
+        return ReadFile(source.name);
+    } catch (const ReadError& error) {
+        Fail(source, "cannot be read: " + std::string(error.what()) +
+                         "; name a file that holds a session description, or - for standard input");
+    }
+}
+
+void CleanIt(Draft& draft, const RemoteSource& source, std::vector<std::string>& notes) {
+    const std::size_t count = Clean(draft, source.nth, notes);
+    if (source.nth > 1 && count < source.nth) {
+        Fail(source, "holds " + std::to_string(count) + (count == 1 ? " description" : " descriptions") +
+                         ", so --nth cannot be " + std::to_string(source.nth));
+    }
+}
+
+void NoteBodies(const Draft& draft, std::vector<std::string>& notes) {
+    const std::vector<Body> bodies = FindBodies(draft);
+    if (bodies.size() > 1) {
+        notes.push_back(BodiesInWords(bodies) + "; --exact reads them as one text");
+    }
 }
 
 } // namespace
@@ -35,51 +60,22 @@ bool HoldsSdpLine(const std::string& text) {
     return false;
 }
 
-std::string RepairRemoteText(std::string text, std::vector<std::string>& notes) {
-    if (text.compare(0, kMark.size(), kMark) == 0) {
-        text.erase(0, kMark.size());
-        notes.emplace_back("the byte-order mark in front was dropped; --exact keeps it");
+Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes) {
+    Draft draft = Draft::Of(Bytes(source));
+    const std::string unreadable = WhyUnreadable(draft.text, source.name);
+    if (!unreadable.empty()) {
+        Fail(source, unreadable);
     }
-    std::string repaired;
-    repaired.reserve(text.size() + text.size() / 16 + 2);
-    std::size_t bare = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\n' && (i == 0 || text[i - 1] != '\r')) {
-            repaired += '\r';
-            ++bare;
-        }
-        repaired += text[i];
+    if (source.exact) {
+        NoteBodies(draft, notes);
+    } else {
+        CleanIt(draft, source, notes);
     }
-    if (bare != 0) {
-        notes.push_back(std::to_string(bare) + (bare == 1 ? " line" : " lines") +
-                        " ended in LF alone and were read as if in CR LF; --exact keeps them");
+    if (!HoldsSdpLine(draft.text)) {
+        Fail(source, std::string("holds no SDP line such as \"v=0\" or \"m=audio 5004 RTP/AVP 0\"") +
+                         (source.exact ? "; --exact counts only lines that end in CR LF" : ""));
     }
-    if (!repaired.empty() && repaired.back() != '\n') {
-        // A text that was cut between the two bytes of its last line end lacks the second alone.
-        repaired += repaired.back() == '\r' ? "\n" : "\r\n";
-        notes.emplace_back("the last line had no line end and was read as if it had one; --exact keeps it");
-    }
-    return repaired;
-}
-
-std::string ReadRemoteText(const std::string& name, bool exact, std::vector<std::string>& notes) {
-    std::string text;
-    try {
-        text = ReadFile(name);
-    } catch (const ReadError& error) {
-        throw ToolError(kRemoteText, Shown(name) + ": cannot be read: " + error.what() +
-                                         "; name a file that holds a session description, or - for "
-                                         "standard input");
-    }
-    if (!exact) {
-        text = RepairRemoteText(std::move(text), notes);
-    }
-    if (!HoldsSdpLine(text)) {
-        throw ToolError(kRemoteText, Shown(name) +
-                                         ": holds no SDP line such as \"v=0\" or \"m=audio 5004 RTP/AVP 0\"" +
-                                         (exact ? "; --exact counts only lines that end in CR LF" : ""));
-    }
-    return text;
+    return draft;
 }
 
 } // namespace cmsdp

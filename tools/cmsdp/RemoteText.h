@@ -1,22 +1,28 @@
-// The far end's description as bytes, from a file or a pipe, with the damage of a paste repaired.
+// The far end's description as bytes, from a file or a pipe, cleaned of what the way here did to it.
 //
 // Tests: tests/tool/RemoteTextTest.cpp
 #pragma once
 
+#include "Draft.h"
+
+#include <cstddef>
 #include <string>
 #include <vector>
 
 namespace cmsdp {
 
-/// Reads a remote description. `name` is a file, or "-" for standard input.
-///
-/// Repaired, each with a note, unless `exact`: a UTF-8 byte-order mark in front is dropped, a bare LF becomes
-/// CR LF, and a last line without a line end gets one. Throws ToolError(kRemoteText) when the text cannot be
-/// read, or when no line of it begins, after blanks, with a small letter and "=".
-std::string ReadRemoteText(const std::string& name, bool exact, std::vector<std::string>& notes);
+/// Which text to read, and how.
+struct RemoteSource {
+    std::string name = "-"; ///< a file, or "-" for standard input
+    bool exact = false;     ///< byte for byte, nothing cleaned and nothing cut
+    std::size_t nth = 1;    ///< which of several descriptions, counted from 1
+};
 
-/// The repairs alone.
-std::string RepairRemoteText(std::string text, std::vector<std::string>& notes);
+/// Reads a remote description. Unless `exact`, the steps of Clean.h run, each that changes something with a
+/// note. Throws ToolError(kRemoteText) when the input cannot be read, is no text (the message names the
+/// command that makes one of it), holds fewer than `nth` descriptions, or has no line that begins, after
+/// blanks, with a small letter and "=".
+Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes);
 
 /// Whether any line that ends in CR LF looks like a line of a description (RFC 4566, 5).
 bool HoldsSdpLine(const std::string& text);

@@ -30,7 +30,8 @@ struct Report {
     Finding mainVideo;
     Finding presentation;
     Finding floorControl;
-    std::vector<std::string> notes; ///< about the text as a whole
+    std::vector<std::string> inputNotes; ///< what was done to the input before it was read
+    std::vector<std::string> notes;      ///< about the text as a whole
 };
 
 /// Reads `text` with `handler`, which was prepared from `capabilities`.

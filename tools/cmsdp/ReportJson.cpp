@@ -111,7 +111,10 @@ ordered_json Json::Whole() {
     root["schema"] = "cmsdp.inspect/1";
     root["negotiated"] = AnythingNegotiated(m_report);
     root["max_bandwidth_bit_per_s"] = record.iMaxBandwidth;
-    root["notes"] = Notes(m_report.notes);
+    root["notes"] = Notes(m_report.inputNotes);
+    for (const std::string& note : m_report.notes) {
+        root["notes"].push_back(m_secrets.Hide(note));
+    }
     root["audio"] = Audio();
     root["main_video"] = Video(m_report.mainVideo, record.m_VideoMain, baseSDP::SRTP_VIDEO);
     root["presentation"] = Video(m_report.presentation, record.m_VideoPreso, baseSDP::SRTP_VIDEO_PRESO);

@@ -60,6 +60,20 @@ std::vector<std::string_view> WordsOf(std::string_view line) {
     return words;
 }
 
+std::string_view Trimmed(std::string_view text) {
+    while (!text.empty() && IsBlank(text.front())) {
+        text.remove_prefix(1);
+    }
+    return TrimmedAtEnd(text);
+}
+
+std::string_view TrimmedAtEnd(std::string_view text) {
+    while (!text.empty() && IsBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
 bool LooksLikeSdp(std::string_view line) {
     std::size_t at = 0;
     while (at < line.size() && IsBlank(line[at])) {

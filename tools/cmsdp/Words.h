@@ -29,6 +29,12 @@ std::size_t Base64Length(std::string_view text);
 /// The words of a line, empty ones never.
 std::vector<std::string_view> WordsOf(std::string_view line);
 
+/// The text without white space at both ends.
+std::string_view Trimmed(std::string_view text);
+
+/// The text without white space at its end.
+std::string_view TrimmedAtEnd(std::string_view text);
+
 /// Whether the line begins, after blanks, with a small letter and "=" (RFC 4566, 5).
 bool LooksLikeSdp(std::string_view line);
 

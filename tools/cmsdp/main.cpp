@@ -15,8 +15,8 @@ namespace {
 
 cmsdp::Outcome Run(const cmsdp::CommandLine& line) {
     const cmsdp::Screen screen = cmsdp::LookAtScreen();
-    if ((line.verb == cmsdp::Verb::kAnswer || line.verb == cmsdp::Verb::kInspect) && line.remote == "-" &&
-        isatty(STDIN_FILENO) != 0) {
+    if ((line.verb == cmsdp::Verb::kAnswer || line.verb == cmsdp::Verb::kInspect) &&
+        line.remote.name == "-" && isatty(STDIN_FILENO) != 0) {
         cmsdp::Complain("reading the description from the terminal; Ctrl-D ends it");
     }
     switch (line.verb) {

@@ -1,0 +1,57 @@
+// The steps that turn a paste back into the description that was pasted. Logs, mails, browsers and editors
+// change a text; the component reads bytes and would read the changed text, wrongly and without a word.
+//
+// Each step is a row of the table in Clean.cpp. A step that changes something leaves a note that says what
+// was done and what a far end that really sends such a text would get.
+//
+// Tests: tests/tool/CleanTest.cpp
+#pragma once
+
+#include "Draft.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace cmsdp {
+
+/// Runs all steps on the draft; adds their notes. `nth` chooses one of several descriptions, counted from 1.
+/// Returns how many descriptions the input holds, 0 when no line of it is "v=0"; when that is less than `nth`
+/// the draft holds all of them.
+std::size_t Clean(Draft& draft, std::size_t nth, std::vector<std::string>& notes);
+
+// The steps. Each returns how many lines it changed; for the steps that decode a whole text, 1 or 0.
+
+// CleanDecode.cpp: what a transport or a program made of the text
+std::size_t DecodeUtf16(Draft& draft);
+std::size_t DropByteOrderMark(Draft& draft);
+std::size_t TakeFromJson(Draft& draft);
+std::size_t EndLinesAtEscapes(Draft& draft);
+std::size_t DecodeQuotedPrintable(Draft& draft);
+
+// CleanLines.cpp: what was put around every line
+std::size_t EndLinesAtCr(Draft& draft);
+std::size_t DropHtmlBreaks(Draft& draft);
+std::size_t DropQuoting(Draft& draft);
+std::size_t DropLogPrefix(Draft& draft);
+std::size_t DropIndentation(Draft& draft);
+std::size_t DropTrailingBlanks(Draft& draft);
+std::size_t EndLinesInCrLf(Draft& draft);
+std::size_t EndLastLine(Draft& draft);
+
+/// A description inside a longer text.
+struct Body {
+    std::size_t begin = 0; ///< offset of its "v=0" line
+    std::size_t end = 0;   ///< offset after its last line
+    std::uint32_t firstLine = 0;
+    std::uint32_t lastLine = 0;
+};
+
+/// The descriptions of a text: each begins at a line "v=0" and ends after the last line of the form
+/// "letter=..." in front of the next one.
+std::vector<Body> FindBodies(const Draft& draft);
+
+/// "the input holds 2 descriptions, in lines 1 to 9 and 12 to 20"
+std::string BodiesInWords(const std::vector<Body>& bodies);
+
+} // namespace cmsdp

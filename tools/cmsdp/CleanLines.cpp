@@ -1,0 +1,205 @@
+// Steps that work line by line: what stands in front of a line, at its end, and how it ends. A line is
+// touched only when something of the form "letter=..." remains, so that a text that is no description stays
+// as it is.
+//
+// Tests: tests/tool/CleanTest.cpp
+#include "Clean.h"
+
+#include "Words.h"
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+namespace cmsdp {
+
+namespace {
+
+constexpr std::string_view kFirstLine = "v=0";
+constexpr std::size_t kLongestPrefix = 400;
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool IsLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+// How many characters of the text have the property, from the offset on.
+std::size_t RunOf(std::string_view text, std::size_t at, bool (*has)(char)) {
+    const std::string_view rest = text.substr(at);
+    return static_cast<std::size_t>(std::find_if_not(rest.begin(), rest.end(), has) - rest.begin());
+}
+
+// The line without its first `length` characters when what remains is a line of a description.
+std::string_view Without(std::string_view line, std::size_t length) {
+    const std::string_view rest = line.substr(length);
+    return LooksLikeSdp(rest) || Trimmed(rest).empty() ? rest : line;
+}
+
+// Whether the text begins with a letter and "=".
+bool BeginsLine(std::string_view text) {
+    return text.size() > 1 && text[1] == '=' && IsLetter(text[0]);
+}
+
+// The length of the mark "<br>", "<br/>" or "<br />" that begins the text, in any letter case; otherwise 0.
+std::size_t BreakLength(std::string_view text) {
+    const bool begins = text.size() > 3 && text[0] == '<' && (text[1] == 'b' || text[1] == 'B') &&
+                        (text[2] == 'r' || text[2] == 'R');
+    std::size_t at = 3;
+    while (begins && at < text.size() && (text[at] == ' ' || text[at] == '/')) {
+        ++at;
+    }
+    return begins && at < text.size() && text[at] == '>' ? at + 1 : 0;
+}
+
+// The prefix of the line "v=0" of a log: everything in front of it, when no letter or digit touches it.
+std::string LogPrefix(const Draft& draft) {
+    std::string prefix;
+    bool plain = false;
+    ForEachLine(draft, [&](const DraftLine& line) {
+        const std::string_view text = Trimmed(line.text);
+        plain = plain || text == kFirstLine;
+        if (!prefix.empty() || text.size() <= kFirstLine.size() ||
+            text.substr(text.size() - kFirstLine.size()) != kFirstLine) {
+            return;
+        }
+        const std::size_t length = text.size() - kFirstLine.size();
+        if (!IsDigit(text[length - 1]) && !IsLetter(text[length - 1])) {
+            const auto blanks = static_cast<std::size_t>(text.data() - line.text.data());
+            prefix = line.text.substr(0, blanks + length);
+        }
+    });
+    return plain || prefix.size() > kLongestPrefix ? "" : prefix;
+}
+
+// How long the prefix is at the start of this line, where any number may stand for a number and any blanks
+// for blanks; 0 when the line does not begin so. Times and counters of a log differ from line to line.
+std::size_t PrefixLength(std::string_view prefix, std::string_view line) {
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < prefix.size();) {
+        bool (*const has)(char) = IsDigit(prefix[i]) ? IsDigit : IsBlank(prefix[i]) ? IsBlank : nullptr;
+        const std::size_t here = at >= line.size()       ? 0
+                                 : has != nullptr        ? RunOf(line, at, has)
+                                 : line[at] == prefix[i] ? 1
+                                                         : 0;
+        if (here == 0) {
+            return 0;
+        }
+        at += here;
+        i += has == nullptr ? 1 : RunOf(prefix, i, has);
+    }
+    return at;
+}
+
+// Where a blank at the end matters: values of "a=" and "b=" lines are compared and converted whole.
+bool EndMatters(std::string_view line) {
+    return line.compare(0, 2, "a=") == 0 || line.compare(0, 2, "b=") == 0;
+}
+
+// Cuts each line after the places that `cut` finds; `cut` returns the offset after the next one, or npos.
+template <typename Cut>
+std::size_t CutLines(Draft& draft, Cut cut) {
+    Draft changed;
+    std::size_t count = 0;
+    ForEachLine(draft, [&](const DraftLine& line) {
+        std::string_view rest = line.text;
+        for (auto [keep, drop] = cut(rest); drop != 0; std::tie(keep, drop) = cut(rest)) {
+            changed.Add(rest.substr(0, keep), "\r\n", line.number);
+            rest.remove_prefix(keep + drop);
+            ++count;
+        }
+        changed.Add(rest, line.end, line.number);
+    });
+    if (count != 0) {
+        draft = std::move(changed);
+    }
+    return count;
+}
+
+} // namespace
+
+std::size_t EndLinesAtCr(Draft& draft) {
+    return CutLines(draft, [](std::string_view rest) {
+        std::size_t at = rest.find('\r');
+        while (at != std::string_view::npos && !BeginsLine(rest.substr(at + 1))) {
+            at = rest.find('\r', at + 1);
+        }
+        return at == std::string_view::npos ? std::pair(rest.size(), std::size_t{0})
+                                            : std::pair(at, std::size_t{1});
+    });
+}
+
+std::size_t DropHtmlBreaks(Draft& draft) {
+    const std::size_t inside = CutLines(draft, [](std::string_view rest) {
+        std::size_t at = LooksLikeSdp(rest) ? rest.find('<') : std::string_view::npos;
+        for (; at != std::string_view::npos; at = rest.find('<', at + 1)) {
+            const std::size_t length = BreakLength(rest.substr(at));
+            if (length != 0 && BeginsLine(rest.substr(at + length))) {
+                return std::pair(at, length);
+            }
+        }
+        return std::pair(rest.size(), std::size_t{0});
+    });
+    return inside + ChangeLines(draft, [](std::string_view line) {
+               const std::string_view text = TrimmedAtEnd(line);
+               const std::size_t at = std::min(text.rfind('<'), text.size());
+               const std::size_t length = BreakLength(text.substr(at));
+               const bool ends = length != 0 && at + length == text.size();
+               return ends && LooksLikeSdp(line) ? line.substr(0, at) : line;
+           });
+}
+
+std::size_t DropQuoting(Draft& draft) {
+    return ChangeLines(draft, [](std::string_view line) {
+        const std::size_t length = RunOf(line, 0, [](char c) { return c == '>' || c == '|' || IsBlank(c); });
+        const std::string_view quotes = line.substr(0, length);
+        return quotes.find_first_of(">|") == std::string_view::npos ? line : Without(line, length);
+    });
+}
+
+std::size_t DropLogPrefix(Draft& draft) {
+    const std::string prefix = LogPrefix(draft);
+    if (Trimmed(prefix).empty()) {
+        return 0;
+    }
+    return ChangeLines(
+        draft, [&prefix](std::string_view line) { return Without(line, PrefixLength(prefix, line)); });
+}
+
+std::size_t DropIndentation(Draft& draft) {
+    return ChangeLines(draft, [](std::string_view line) {
+        return LooksLikeSdp(line) ? line.substr(RunOf(line, 0, IsBlank)) : line;
+    });
+}
+
+std::size_t DropTrailingBlanks(Draft& draft) {
+    return ChangeLines(draft,
+                       [](std::string_view line) { return EndMatters(line) ? TrimmedAtEnd(line) : line; });
+}
+
+std::size_t EndLinesInCrLf(Draft& draft) {
+    Draft changed;
+    std::size_t count = 0;
+    changed.text.reserve(draft.text.size() + draft.numbers.size());
+    ForEachLine(draft, [&](const DraftLine& line) {
+        count += line.end == "\n" ? 1 : 0;
+        changed.Add(line.text, line.end == "\n" ? "\r\n" : line.end, line.number);
+    });
+    if (count != 0) {
+        draft = std::move(changed);
+    }
+    return count;
+}
+
+// A text that was cut between the two bytes of its last line end lacks the second alone.
+std::size_t EndLastLine(Draft& draft) {
+    if (draft.text.empty() || draft.text.back() == '\n') {
+        return 0;
+    }
+    draft.text += draft.text.back() == '\r' ? "\n" : "\r\n";
+    return 1;
+}
+
+} // namespace cmsdp

@@ -1,0 +1,15 @@
+// Inputs that hold a description and are no text. They are named, with the command that makes a text of them.
+//
+// Tests: tests/tool/CleanTest.cpp
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace cmsdp {
+
+/// What the input is and which command turns it into text, as a clause for a message; empty for any other
+/// input. `name` is the file, or "-" for standard input.
+std::string WhyUnreadable(std::string_view input, const std::string& name);
+
+} // namespace cmsdp
