@@ -1,0 +1,272 @@
+// The judge's rules for one section of an answer and the section of the offer that it answers.
+//
+// Input: both sections, read. Output: violations of the rules J21 to J38. An offered section whose m= line
+// is not whole is compared by nothing but its medium. Formats, keys and attributes are found through sorted
+// containers that belong to one section.
+// Test: tests/judge/BrokenTest.cpp
+#include "SDPJudgeText.h"
+
+#include <algorithm>
+#include <set>
+
+namespace judge {
+
+namespace {
+
+// What may answer what: directions (RFC 3264, 6.1), floor control roles (RFC 4583, 4), DTLS and TCP roles
+// (RFC 4145, 4.1). Rows of no offered value are not judged.
+constexpr struct {
+    std::string_view offered;
+    std::string_view answers;
+} kAnswers[] = {
+    {"sendonly", "recvonly inactive"},
+    {"recvonly", "sendonly inactive"},
+    {"inactive", "inactive"},
+    {"c-only", "s-only"},
+    {"s-only", "c-only"},
+    {"c-s", "c-only s-only c-s"},
+    {"actpass", "active passive holdconn"},
+    {"active", "passive holdconn"},
+    {"passive", "active holdconn"},
+    {"holdconn", "holdconn"},
+};
+
+bool MayAnswer(std::string_view offered, std::string_view answered) {
+    const auto row = std::find_if(std::begin(kAnswers), std::end(kAnswers),
+                                  [offered](const auto& each) { return each.offered == offered; });
+    if (row == std::end(kAnswers)) {
+        return true;
+    }
+    const auto words = Words(row->answers);
+    return std::find(words.begin(), words.end(), answered) != words.end();
+}
+
+// The profile as far as it matters: constrained or not, Baseline is one, because nobody sends what the
+// constraint excludes; constraint_set3 alone makes the intra profiles of RFC 6184, 8.1, table 5.
+std::string Profile(const std::map<std::string, std::string>& parameters) {
+    const auto written = parameters.find("profile-level-id");
+    if (written == parameters.end() || written->second.size() != 6) {
+        return "42";
+    }
+    const std::string idc = written->second.substr(0, 2);
+    const bool set0 = written->second.find_first_of("89abcdef", 2) == 2;
+    const bool set3 = std::string_view("13579bdf").find(written->second[2]) != std::string_view::npos;
+    if (idc == "42" || ((idc == "4d" || idc == "58") && set0)) {
+        return "42";
+    }
+    return idc + (set3 && idc != "4d" && idc != "58" ? " intra" : "");
+}
+
+std::string Mode(const std::map<std::string, std::string>& parameters) {
+    const auto written = parameters.find("packetization-mode");
+    return written == parameters.end() ? "0" : written->second;
+}
+
+void CheckH264(const Pair& pair, std::string_view format, const Parameters& theirs, const Parameters& ours) {
+    static const std::map<std::string, std::string> none;
+    const auto their = theirs.find(format);
+    const auto our = ours.find(format);
+    const auto& offered = their == theirs.end() ? none : their->second;
+    const auto& answered = our == ours.end() ? none : our->second;
+    if (Profile(offered) != Profile(answered)) {
+        pair.Add("J28", 0, 0,
+                 "Format " + Quoted(format) + " has profile " + Quoted(Profile(answered)) + ", offered is " +
+                     Quoted(Profile(offered)) + ".");
+    }
+    if (Mode(offered) != Mode(answered)) {
+        pair.Add("J28", 0, 0,
+                 "Format " + Quoted(format) + " has packetization mode " + Quoted(Mode(answered)) +
+                     ", offered is " + Quoted(Mode(offered)) + ".");
+    }
+}
+
+void CheckMeaning(const Pair& pair, std::string_view format, const std::set<std::string>& offered,
+                  const std::set<std::string>& answered) {
+    for (const std::string& encoding : answered) {
+        if (offered.count(encoding) == 0) {
+            pair.Add("J26", 0, 0,
+                     "Format " + Quoted(format) + " is " + Quoted(encoding) + ", offered is " +
+                         Quoted(*offered.begin()) + ".");
+        }
+    }
+}
+
+bool IsH264(const std::set<std::string>& encodings) {
+    return encodings.count("h264/90000") != 0;
+}
+
+bool IsTone(const std::string& encoding) {
+    return encoding.rfind("telephone-event/", 0) == 0 || encoding.rfind("cn/", 0) == 0;
+}
+
+void CheckFormats(const Pair& pair) {
+    const Encodings offered = EncodingsOf(pair.theirs);
+    const Encodings answered = EncodingsOf(pair.ours);
+    const Parameters theirs = ParametersOf(pair.theirs);
+    const Parameters ours = ParametersOf(pair.ours);
+    const std::set<std::string_view> listed(pair.theirs.formats.begin(), pair.theirs.formats.end());
+    bool codec = pair.ours.media != "audio" || !pair.ours.IsRtp();
+    for (const std::string_view format :
+         std::set<std::string_view>(pair.ours.formats.begin(), pair.ours.formats.end())) {
+        const auto our = answered.find(format);
+        const auto their = offered.find(format);
+        codec = codec || our == answered.end() || !IsTone(*our->second.begin());
+        if (listed.count(format) == 0) {
+            pair.Add("J24", 0, 0, "Format " + Quoted(format) + " was not offered in this section.");
+        } else if (our == answered.end() && pair.ours.IsRtp()) {
+            pair.Add("J25", 0, 0, "Format " + Quoted(format) + " has no rtpmap line.");
+        } else if (our != answered.end() && their != offered.end()) {
+            CheckMeaning(pair, format, their->second, our->second);
+            if (IsH264(their->second) && IsH264(our->second)) {
+                CheckH264(pair, format, theirs, ours);
+            }
+        }
+    }
+    if (!codec) {
+        pair.Add("J27", 0, 0, "The section can carry nothing but tones or comfort noise.");
+    }
+}
+
+void CheckDirection(const Pair& pair) {
+    const auto [offered, theirLine] = pair.offer.Direction(pair.theirs);
+    const auto [answered, ourLine] = pair.answer.Direction(pair.ours);
+    if (!MayAnswer(offered, answered)) {
+        pair.Add("J29", ourLine, theirLine,
+                 "Offered is " + std::string(offered) + ", answered " + std::string(answered) + ".");
+    }
+}
+
+void CheckCryptoLine(const Pair& pair, const Attribute& line) {
+    const Crypto crypto = ReadCrypto(line.value);
+    const auto tag = Number(crypto.tag);
+    bool tagged = false;
+    const auto [first, last] = pair.theirs.All("crypto");
+    for (const Attribute* offered = first; offered != last; ++offered) {
+        const Crypto their = ReadCrypto(offered->value);
+        const bool same = tag && Number(their.tag) == tag;
+        if (same && their.suite == crypto.suite) {
+            return;
+        }
+        tagged = tagged || same;
+    }
+    pair.Add("J31", line.line, 0,
+             tagged ? "The tag was offered with another suite." : "The tag was not offered in this section.");
+}
+
+void CheckSecurity(const Pair& pair) {
+    const auto [first, last] = pair.ours.All("crypto");
+    const bool secure = pair.ours.transport == "RTP/SAVP" || pair.ours.transport == "RTP/SAVPF";
+    if (!secure) {
+        if (first != last) {
+            pair.Add("J32", first->line, 0, "The transport is " + Quoted(pair.ours.transport) + ".");
+        }
+    } else if (first == last) {
+        if (pair.answer.Of(pair.ours, "key-mgmt") == nullptr) {
+            pair.Add("J30", 0, 0, "The section has no crypto line.");
+        }
+    } else if (last - first > 1) {
+        pair.Add("J30", first[1].line, 0,
+                 "The section has " + std::to_string(last - first) + " crypto lines.");
+    } else {
+        CheckCryptoLine(pair, *first);
+    }
+}
+
+void CheckFloorControl(const Pair& pair) {
+    if (pair.ours.transport.find("BFCP") == pair.ours.transport.npos) {
+        return;
+    }
+    const Attribute* their = pair.theirs.First("floorctrl");
+    const Attribute* our = pair.ours.First("floorctrl");
+    const std::string_view answered = our == nullptr ? "s-only" : our->value;
+    const auto offered = Words(their == nullptr ? "c-only" : their->value);
+    if (std::none_of(offered.begin(), offered.end(), [&](auto role) { return MayAnswer(role, answered); })) {
+        pair.Add("J34", our == nullptr ? 0 : our->line, their == nullptr ? 0 : their->line,
+                 "The role " + Quoted(answered) + " answers none of those offered.");
+    }
+    for (const char* name : {"confid", "userid", "floorid"}) {
+        const Attribute* theirId = pair.theirs.First(name);
+        const Attribute* ourId = pair.ours.First(name);
+        if (answered == "s-only" && ourId == nullptr) {
+            pair.Add("J35", 0, 0, std::string("This server gives no a=") + name + ".");
+        } else if (answered == "c-only" && theirId != nullptr && ourId != nullptr &&
+                   Words(theirId->value).front() != Words(ourId->value).front()) {
+            pair.Add("J35", ourId->line, theirId->line, std::string("This client changes a=") + name + ".");
+        }
+    }
+}
+
+void CheckContent(const Pair& pair) {
+    const Attribute* their = pair.theirs.First("content");
+    const Attribute* our = pair.ours.First("content");
+    if (their == nullptr || our == nullptr) {
+        return;
+    }
+    const auto pieces = Split(their->value, ',');
+    const std::set<std::string_view> offered(pieces.begin(), pieces.end());
+    const auto answered = Split(our->value, ',');
+    if (std::none_of(answered.begin(), answered.end(), [&](auto each) { return offered.count(each) != 0; })) {
+        pair.Add("J36", our->line, their->line,
+                 "The content is " + Quoted(our->value) + ", offered is " + Quoted(their->value) + ".");
+    }
+}
+
+void CheckIntroduced(const Pair& pair) {
+    for (const std::string_view name : {"rtcp-mux", "ice-ufrag", "mid"}) {
+        const Attribute* our = pair.ours.First(name);
+        if (our != nullptr && pair.offer.Of(pair.theirs, name) == nullptr) {
+            pair.Add("J37", our->line, 0, "Attribute " + Quoted(name) + " was not offered.");
+        }
+    }
+    const Attribute* our = pair.ours.First("mid");
+    const Attribute* their = pair.theirs.First("mid");
+    if (our != nullptr && their != nullptr && our->value != their->value) {
+        pair.Add("J37", our->line, their->line, "The section answers with another mid.");
+    }
+}
+
+void CheckDtls(const Pair& pair) {
+    const bool dtls = pair.ours.transport.find("TLS/") != pair.ours.transport.npos;
+    if (dtls && pair.answer.Of(pair.ours, "fingerprint") == nullptr) {
+        pair.Add("J38", 0, 0, "Neither the section nor the session has a fingerprint.");
+    }
+    const Attribute* their = pair.offer.Of(pair.theirs, "setup");
+    const Attribute* our = pair.answer.Of(pair.ours, "setup");
+    if (their != nullptr && our != nullptr && !MayAnswer(their->value, our->value)) {
+        pair.Add("J38", our->line, their->line,
+                 "The role is " + Quoted(our->value) + ", offered is " + Quoted(their->value) + ".");
+    }
+}
+
+} // namespace
+
+void CheckSection(const Pair& pair) {
+    if (pair.theirs.media != pair.ours.media) {
+        pair.Add("J21", 0, 0,
+                 "The medium is " + Quoted(pair.ours.media) + ", offered is " + Quoted(pair.theirs.media) +
+                     ".");
+        return;
+    }
+    if (!pair.theirs.port || !pair.ours.port) {
+        return;
+    }
+    if (pair.theirs.transport != pair.ours.transport) {
+        pair.Add("J22", 0, 0,
+                 "The transport is " + Quoted(pair.ours.transport) + ", offered is " +
+                     Quoted(pair.theirs.transport) + ".");
+        return;
+    }
+    if (!pair.ours.IsOpen()) {
+        return;
+    }
+    if (!pair.theirs.IsOpen()) {
+        pair.Add("J23", 0, 0, "The section was offered at port 0.");
+        return;
+    }
+    for (const auto check : {CheckFormats, CheckDirection, CheckSecurity, CheckFloorControl, CheckContent,
+                             CheckIntroduced, CheckDtls}) {
+        check(pair);
+    }
+}
+
+} // namespace judge
