@@ -1,16 +1,11 @@
 // The judge's grammar: what a strict reader refuses in a description, whatever it answers.
 //
 // Input: the judged text, read. Output: violations of the rules J01 to J19. Lines are looked at as they were
-// written, because the reader forgives blanks and line ends. The table of attributes holds the forms that
-// programs are known to get wrong; an attribute without a row is free, as RFC 4566, 5.13 has it.
+// written, because the reader forgives blanks and line ends.
 // Test: tests/judge/BrokenTest.cpp
 #include "SDPJudgeText.h"
 
 #include <algorithm>
-#include <array>
-#include <cctype>
-
-#include <arpa/inet.h>
 
 namespace judge {
 
@@ -63,31 +58,6 @@ void CheckRequired(const Section& session, Verdict& verdict) {
     }
 }
 
-// A name is free; only what looks like an address is held against its type.
-bool FitsFamily(std::string_view type, std::string_view written) {
-    const std::string address(written);
-    unsigned char bytes[sizeof(in6_addr)];
-    if (address.find(':') != address.npos) {
-        return type == "IP6" && inet_pton(AF_INET6, address.c_str(), bytes) == 1;
-    }
-    if (address.find_first_not_of("0123456789.") == address.npos) {
-        return type == "IP4" && inet_pton(AF_INET, address.c_str(), bytes) == 1;
-    }
-    return std::all_of(address.begin(), address.end(),
-                       [](unsigned char c) { return std::isalnum(c) != 0 || c == '-' || c == '.'; });
-}
-
-// "IN IP4 192.0.2.1", the last word perhaps with a time to live
-void CheckAddress(const std::vector<std::string_view>& words, const char* formRule, std::size_t line,
-                  const Section& level, Verdict& verdict) {
-    const bool formed = words.size() == 3 && words[0] == "IN" && (words[1] == "IP4" || words[1] == "IP6");
-    if (!formed || words[2].empty()) {
-        verdict.Add(formRule, line, 0, level, "The address is not IN, IP4 or IP6, and an address.");
-    } else if (!FitsFamily(words[1], words[2].substr(0, words[2].find('/')))) {
-        verdict.Add("J05", line, 0, level, "The address is none of " + std::string(words[1]) + ".");
-    }
-}
-
 void CheckOrigin(const Line& line, const Section& session, Verdict& verdict) {
     auto words = Split(Raw(line), ' ');
     if (words.size() != 6 || words[0].empty()) {
@@ -101,13 +71,13 @@ void CheckOrigin(const Line& line, const Section& session, Verdict& verdict) {
     CheckAddress(words, "J03", line.number, session, verdict);
 }
 
-void CheckBandwidth(const Line& line, const Section& level, Verdict& verdict) {
+void CheckBandwidth(const Line& line, const Section& level, bool flows, Verdict& verdict) {
     const auto pieces = Split(Raw(line), ':');
     if (pieces.size() != 2 || !IsToken(pieces[0]) || !Number(pieces[1])) {
         verdict.Add("J09", line.number, 0, level, "The line is not a type, ':' and a plain number.");
-    } else if ((pieces[0] == "AS" || pieces[0] == "TIAS" || pieces[0] == "CT") && Number(pieces[1]) == 0 &&
-               (level.IsOpen() || level.index == JudgeViolation::kSession)) {
-        verdict.Add("J10", line.number, 0, level, "The budget is zero, and the media is not declined.");
+    } else if (flows && Number(pieces[1]) == 0 && (pieces[0] == "AS" || pieces[0] == "TIAS")) {
+        verdict.Add("J10", line.number, 0, level,
+                    "The budget is zero, and the media is neither declined nor inactive.");
     }
 }
 
@@ -140,145 +110,8 @@ void CheckMedia(const Section& section, Verdict& verdict) {
     }
 }
 
-bool IsNumber(std::string_view value) {
-    return Number(value).has_value();
-}
-
-bool IsTokenList(std::string_view value) {
-    const auto pieces = Split(value, ',');
-    return std::all_of(pieces.begin(), pieces.end(), IsToken);
-}
-
-bool IsRtpmap(std::string_view value) {
-    const auto words = Split(value, ' ');
-    const auto parts = Split(words.back(), '/');
-    return words.size() == 2 && Number(words[0]).value_or(128) <= 127 && IsToken(parts[0]) &&
-           (parts.size() == 2 || parts.size() == 3) && Number(parts[1]).value_or(0) > 0;
-}
-
-bool IsFmtp(std::string_view value) {
-    const auto blank = value.find(' ');
-    return blank != value.npos && IsToken(value.substr(0, blank)) && !Trimmed(value.substr(blank)).empty();
-}
-
-bool IsRtcp(std::string_view value) {
-    const auto words = Split(value, ' ');
-    return (words.size() == 1 || words.size() == 4) && Number(words[0]).value_or(65536) <= 65535;
-}
-
-bool IsRoles(std::string_view value) {
-    const auto roles = Split(value, ' ');
-    return std::all_of(roles.begin(), roles.end(),
-                       [](auto role) { return role == "c-only" || role == "s-only" || role == "c-s"; });
-}
-
-bool IsFloor(std::string_view value) {
-    const auto words = Split(value, ' ');
-    return IsNumber(words[0]) && (words.size() == 1 || Split(words[1], ':').size() == 2);
-}
-
-bool IsIceName(std::string_view value) {
-    return value.size() >= 4 && value.size() <= 256;
-}
-bool IsIcePassword(std::string_view value) {
-    return value.size() >= 22 && value.size() <= 256;
-}
-
-bool IsCrypto(std::string_view value) {
-    const auto words = Split(value, ' ');
-    const bool blank = std::any_of(words.begin(), words.end(), [](auto word) { return word.empty(); });
-    return !blank && words.size() >= 3 && IsNumber(words[0]) && words[0].size() <= 9 && IsToken(words[1]) &&
-           words[2].substr(0, 7) == "inline:";
-}
-
-struct AttributeForm {
-    const char* example;
-    std::string_view name;
-    bool (*fits)(std::string_view value);
-    const char* rule;
-};
-
-constexpr AttributeForm kForms[] = {
-    {"a=label:8", "label", IsToken, "J08"},
-    {"a=content:main,speaker", "content", IsTokenList, "J08"},
-    {"a=mid:audio", "mid", IsToken, "J08"},
-    {"a=setup:active", "setup", IsToken, "J08"},
-    {"a=ptime:20", "ptime", IsNumber, "J08"},
-    {"a=maxptime:60", "maxptime", IsNumber, "J08"},
-    {"a=rtcp:5005 IN IP4 192.0.2.1", "rtcp", IsRtcp, "J08"},
-    {"a=floorctrl:c-only", "floorctrl", IsRoles, "J08"},
-    {"a=confid:15", "confid", IsNumber, "J08"},
-    {"a=userid:15", "userid", IsNumber, "J08"},
-    {"a=floorid:2 mstrm:9", "floorid", IsFloor, "J08"},
-    {"a=ice-ufrag:8hhY", "ice-ufrag", IsIceName, "J08"},
-    {"a=ice-pwd:asd88fgpdd777uzjYhagZg", "ice-pwd", IsIcePassword, "J08"},
-    {"a=rtpmap:97 H264/90000", "rtpmap", IsRtpmap, "J12"},
-    {"a=fmtp:101 0-15", "fmtp", IsFmtp, "J12"},
-    {"a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:WVNf...", "crypto", IsCrypto, "J13"},
-};
-
-// Bytes of master key and salt (RFC 4568, 6.2; RFC 6188, 3; RFC 7714, 14.2).
-constexpr struct {
-    std::string_view suite;
-    std::size_t length;
-} kKeyLengths[] = {
-    {"AES_CM_128_HMAC_SHA1_80", 30}, {"AES_CM_128_HMAC_SHA1_32", 30}, {"F8_128_HMAC_SHA1_80", 30},
-    {"AES_192_CM_HMAC_SHA1_80", 38}, {"AES_192_CM_HMAC_SHA1_32", 38}, {"AES_256_CM_HMAC_SHA1_80", 46},
-    {"AES_256_CM_HMAC_SHA1_32", 46}, {"AEAD_AES_128_GCM", 28},        {"AEAD_AES_256_GCM", 44},
-};
-
-// The decoded length of base64 text, or nothing when it is none. Common relays leave the padding away.
-std::optional<std::size_t> DecodedLength(std::string_view text) {
-    const auto digits = std::min(text.find('='), text.size());
-    const std::string_view padding = text.substr(digits);
-    const bool padded = padding.empty() || padding == (digits % 4 == 2 ? "==" : "=");
-    const bool known =
-        std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(digits),
-                    [](unsigned char c) { return std::isalnum(c) != 0 || c == '+' || c == '/'; });
-    return padded && known ? std::optional(digits * 6 / 8) : std::nullopt;
-}
-
-void CheckKeys(const Attribute& line, const Section& section, Verdict& verdict) {
-    const Crypto crypto = ReadCrypto(line.value);
-    for (const std::string_view key : crypto.keys) {
-        for (const auto& [suite, length] : kKeyLengths) {
-            if (suite == crypto.suite && DecodedLength(key) != length) {
-                verdict.Add("J14", line.line, 0, section,
-                            "The key of " + std::string(suite) + " does not decode to " +
-                                std::to_string(length) + " bytes.");
-            }
-        }
-        if (!key.empty() && key.find_first_not_of("A=") == key.npos) {
-            verdict.Add("J14", line.line, 0, section, "Every bit of key and salt is zero.");
-        }
-    }
-}
-
-void CheckAttribute(const Line& line, const Section& level, Verdict& verdict) {
-    const std::string_view text = Raw(line);
-    const auto colon = text.find(':');
-    const std::string_view name = text.substr(0, colon);
-    const bool bare = colon != text.npos && Trimmed(text.substr(colon + 1)).empty();
-    if (!IsToken(name) || bare) {
-        verdict.Add("J08", line.number, 0, level,
-                    bare && IsToken(name) ? "Attribute " + Quoted(name) + " ends behind its colon."
-                                          : "The attribute has no name.");
-        return;
-    }
-    const std::string_view value = colon == text.npos ? std::string_view{} : text.substr(colon + 1);
-    const auto form = std::find_if(std::begin(kForms), std::end(kForms),
-                                   [name](const AttributeForm& row) { return row.name == name; });
-    if (form != std::end(kForms) && !form->fits(value)) {
-        verdict.Add(form->rule, line.number, 0, level,
-                    "Attribute '" + std::string(name) + "' is not written as in " + form->example + ".");
-    } else if (name == "crypto") {
-        CheckKeys({name, value, line.number}, level, verdict);
-    } else if (const auto words = Split(value, ' '); name == "rtcp" && words.size() == 4) {
-        CheckAddress({words[1], words[2], words[3]}, "J08", line.number, level, verdict);
-    }
-}
-
-void CheckValues(const Section& level, Verdict& verdict) {
+// @param flows  the section, or any section of the session, is open and not inactive
+void CheckValues(const Section& level, bool flows, Verdict& verdict) {
     for (const Line& line : level.lines) {
         switch (line.text.size() < 3 ? 0 : line.type) {
         case 'o':
@@ -288,7 +121,7 @@ void CheckValues(const Section& level, Verdict& verdict) {
             CheckAddress(Split(Raw(line), ' '), "J04", line.number, level, verdict);
             break;
         case 'b':
-            CheckBandwidth(line, level, verdict);
+            CheckBandwidth(line, level, flows, verdict);
             break;
         case 't':
             CheckTime(line, level, verdict);
@@ -307,37 +140,49 @@ bool HasAddress(const Section& level) {
                        [](const Line& line) { return line.type == 'c'; });
 }
 
-} // namespace
+void CheckIce(const Text& text, const Section& section, Verdict& verdict) {
+    const bool named = text.Of(section, "ice-ufrag") != nullptr;
+    if (named != (text.Of(section, "ice-pwd") != nullptr)) {
+        verdict.Add("J16", section.line, 0, section,
+                    std::string("There is a=ice-") + (named ? "ufrag" : "pwd") + " without the other one.");
+    }
+}
 
-void CheckGrammar(const Text& text, Verdict& verdict) {
-    CheckRequired(text.session, verdict);
-    CheckOrder(text.session, "vosiuepcbtzka", verdict);
-    CheckLines(text.session, verdict);
-    CheckValues(text.session, verdict);
-    const bool addressed = HasAddress(text.session);
+void CheckLabels(const Text& text, Verdict& verdict) {
     std::map<std::string_view, std::size_t> labels;
     for (const Section& section : text.sections) {
-        CheckOrder(section, "micbka", verdict);
-        CheckLines(section, verdict);
-        CheckValues(section, verdict);
-        CheckMedia(section, verdict);
-        if (section.IsOpen() && !addressed && !HasAddress(section)) {
-            verdict.Add("J04", section.line, 0, section,
-                        "Neither the section nor the session has a c= line.");
-        }
         if (const Attribute* label = section.First("label"); label != nullptr && !label->value.empty()) {
             if (const auto [at, fresh] = labels.emplace(label->value, label->line); !fresh) {
                 verdict.Add("J15", label->line, 0, section,
                             "Line " + std::to_string(at->second) + " has the same label.");
             }
         }
-        const bool named = text.Of(section, "ice-ufrag") != nullptr;
-        if (named != (text.Of(section, "ice-pwd") != nullptr)) {
-            verdict.Add("J16", section.line, 0, section,
-                        std::string("There is a=ice-") + (named ? "ufrag" : "pwd") +
-                            " without the other one.");
+    }
+}
+
+} // namespace
+
+void CheckGrammar(const Text& text, Verdict& verdict) {
+    CheckRequired(text.session, verdict);
+    CheckOrder(text.session, "vosiuepcbtzka", verdict);
+    CheckLines(text.session, verdict);
+    const auto flows = [&text](const Section& section) {
+        return section.IsOpen() && text.Direction(section).first != "inactive";
+    };
+    CheckValues(text.session, std::any_of(text.sections.begin(), text.sections.end(), flows), verdict);
+    const bool addressed = HasAddress(text.session);
+    for (const Section& section : text.sections) {
+        CheckOrder(section, "micbka", verdict);
+        CheckLines(section, verdict);
+        CheckValues(section, flows(section), verdict);
+        CheckMedia(section, verdict);
+        CheckIce(text, section, verdict);
+        if (section.IsOpen() && !addressed && !HasAddress(section)) {
+            verdict.Add("J04", section.line, 0, section,
+                        "Neither the section nor the session has a c= line.");
         }
     }
+    CheckLabels(text, verdict);
 }
 
 } // namespace judge

@@ -128,6 +128,9 @@ void CheckFormats(const Pair& pair) {
 }
 
 void CheckDirection(const Pair& pair) {
+    if (!pair.ours.IsRtp()) {
+        return;
+    }
     const auto [offered, theirLine] = pair.offer.Direction(pair.theirs);
     const auto [answered, ourLine] = pair.answer.Direction(pair.ours);
     if (!MayAnswer(offered, answered)) {
@@ -138,6 +141,9 @@ void CheckDirection(const Pair& pair) {
 
 void CheckCryptoLine(const Pair& pair, const Attribute& line) {
     const Crypto crypto = ReadCrypto(line.value);
+    if (crypto.tag.empty()) {
+        return;
+    }
     const auto tag = Number(crypto.tag);
     bool tagged = false;
     const auto [first, last] = pair.theirs.All("crypto");

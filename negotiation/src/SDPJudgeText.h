@@ -114,6 +114,11 @@ struct Pair {
 };
 void CheckSection(const Pair& pair);
 
+/// An a= line of any name; the line is at least three bytes long.
+void CheckAttribute(const Line& line, const Section& level, Verdict& verdict);
+/// "IN", "IP4" and an address; formRule is the rule that a wrong form breaks.
+void CheckAddress(const std::vector<std::string_view>& words, const char* formRule, std::size_t line,
+                  const Section& level, Verdict& verdict);
 /// Judges the text for itself, whatever it answers.
 void CheckGrammar(const Text& text, Verdict& verdict);
 
