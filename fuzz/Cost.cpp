@@ -27,8 +27,8 @@ void Count(std::size_t size) noexcept {
 
 #ifdef FUZZ_ALLOCATOR_HOOKS
 
-// The sanitizer's own operators stay in place, so that it still sees which of them frees what.
-// g++ has the function and not the header.
+// The sanitizer's operators stay in place, so that it still reports mismatched new and delete.
+// g++ provides the function but not its header.
 #if __has_include(<sanitizer/allocator_interface.h>)
 #include <sanitizer/allocator_interface.h>
 #else
@@ -70,8 +70,8 @@ void operator delete(void* block, std::size_t /*size*/) noexcept {
 
 #ifdef FUZZ_COUNT_STEPS
 
-// The linker sends the calls of everything that is linked in to the __wrap_ functions, and theirs to the real
-// ones. The compiler calls the first for each basic block of the component.
+// The linker redirects all calls of these functions to __wrap_NAME; __real_NAME is the original. The compiler
+// inserts a call of the first one into each basic block of the component.
 extern "C" {
 void __wrap___sanitizer_cov_trace_pc_guard(std::uint32_t* guard);
 void __wrap___sanitizer_cov_trace_pc_guard_init(std::uint32_t* start, std::uint32_t* stop);
@@ -93,7 +93,7 @@ void __wrap___sanitizer_cov_trace_pc_guard_init(std::uint32_t* /*start*/, std::u
 
 const void* __wrap_memchr(const void* text, int c, std::size_t length) {
     const void* const found = __real_memchr(text, c, length);
-    // What stands behind the place was not looked at.
+    // The search ends at the match; bytes after it are not read.
     const auto* const end = static_cast<const char*>(found);
     t_cost.steps +=
         (end == nullptr ? length : static_cast<std::size_t>(end - static_cast<const char*>(text))) / 8;

@@ -1,9 +1,8 @@
-// What a call costs: bytes that it asked the allocator for, and steps that it took.
+// The cost of a call: the bytes that it requested from the allocator, and the steps that it took.
 //
-// Allocations are counted in every build. Steps are counted in the fuzzer build only, where the compiler
-// marks each basic block of the component and the linker sends its block copies and searches through
-// counters: the number depends on the input alone, so a limit on it never fails by chance as a limit on time
-// would.
+// Allocations are counted in every build. Steps are counted in the fuzzer build only: the compiler marks each
+// basic block of the component, and the linker redirects its copies and searches to counters. The number
+// depends on the input alone, so a limit on it cannot fail by chance, as a limit on time could.
 #pragma once
 
 #include <cstddef>
@@ -12,13 +11,13 @@
 namespace fuzz {
 
 struct Cost {
-    std::uint64_t bytes = 0; ///< asked of the allocator, freed or not
+    std::uint64_t bytes = 0; ///< requested from the allocator, freed or not
     std::uint64_t calls = 0; ///< calls of the allocator
     std::uint64_t steps =
         0; ///< basic blocks, and one per eight bytes copied or searched; 0 where not counted
 };
 
-/// Counts from its construction on.
+/// Measures the cost since its construction.
 class Meter {
 public:
     Meter();
@@ -28,7 +27,7 @@ private:
     Cost m_begin;
 };
 
-/// What a call may cost: so much for the call itself, and so much for each byte of the text.
+/// The highest cost of a call: a fixed part, and a part for each byte of the text.
 struct Budget {
     const char* what;
     std::uint64_t bytes;

@@ -1,4 +1,4 @@
-// libFuzzer's entry. FUZZ_TARGET is the function of this executable.
+// The function that libFuzzer calls. FUZZ_TARGET is the target of this executable.
 #include "Targets.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

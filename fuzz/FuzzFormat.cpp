@@ -1,8 +1,8 @@
 // rtpmap and fmtp lines of one video and one audio section, H.264 levels and limits, G.722.1 and telephone
-// events, against a second reading of their rules that shares no line with the component.
+// events, against an independent model that shares no code with the component.
 //
 // Byte 0 chooses the local audio codecs, byte 1 how many formats there are; the rest is text: its first line
-// lists formats, every further line is one that the dispatch hands to the format handlers.
+// lists formats, and every further line is one that the dispatch gives to the format handlers.
 #include "Cost.h"
 #include "Keys.h"
 #include "Laws.h"
@@ -30,7 +30,7 @@ Words SplitWords(const std::string& line) {
     return words;
 }
 
-/// Pieces between separators, empty ones kept; none of an empty text.
+/// The parts between separators, empty parts included; none for an empty text.
 Words SplitAt(const std::string& text, char separator) {
     Words pieces;
     std::string piece;
@@ -96,7 +96,7 @@ void ReadLine(Formats& formats, const std::string& line) {
     }
 }
 
-/// The levels by rule: ten times the level in hexadecimal, and the private code of 1b.
+/// Computes the levels: ten times the level in hexadecimal, and the private code of 1b.
 std::string LevelName(const std::string& digits) {
     const unsigned long number = std::strtoul(digits.c_str(), nullptr, 16);
     if (number == 255) {
@@ -126,7 +126,7 @@ void LoadParms(VideoParms& video, const Words& parms) {
                                    {"packetization-mode", &VideoParms::iFmtpPacketizationMode}};
     for (const std::string& parm : parms) {
         const Words pieces = SplitAt(parm, '=');
-        // A text that ends in "=" has a value, an empty one, which no field takes.
+        // After a final "=" the value is an empty text, which no field accepts.
         if (pieces.size() < 2) {
             continue;
         }
@@ -220,13 +220,14 @@ std::string FormatsText(const MediaSession& ms) {
     return FormatsText(formats);
 }
 
-/// A line that reaches a format handler, or none at all: no keyword that goes before theirs, no line end.
+/// Returns the line if the dispatch gives it to a format handler, otherwise an empty text: it must contain no
+/// keyword of an earlier row and no line end.
 bool IsFormatLine(const std::string& line) {
     return !Has(line, "c=") && !Has(line, "m=") && line.find('\r') == std::string::npos &&
            (Has(line, "a=rtpmap") || Has(line, "a=fmtp:"));
 }
 
-/// `many` formats more, so that a section is reached in which formats are found by an index.
+/// Adds `many` formats, so that the section is large enough for the index of formats.
 Formats ListFormats(const std::string& line, std::size_t many) {
     Formats formats;
     for (const std::string& word : SplitWords(line)) {
@@ -246,7 +247,7 @@ std::string MediaLine(const char* media, const Formats& formats) {
     return line + "\r\n";
 }
 
-/// Levels in both directions: each name there is, and each text of the input.
+/// Converts levels in both directions: each level name, and each text of the input.
 void CheckLevels(SDPHandler& handler, const std::string& text) {
     for (const std::string& piece : SplitAt(text, ';')) {
         RequireSame("digits name a level", "wanted", LevelName(piece), "read",

@@ -1,12 +1,12 @@
-// A grammatical description whose meaning is known, with one illness.
+// A valid description whose record is known, with one mutation.
 //
-// Byte for byte the input chooses a side, the sections and what stands in them, the illness and its place;
-// the rest is the text of the illnesses that carry one. The healthy text must yield the record that the
-// generator wrote down. Illnesses that cost nothing must change nothing, neither record nor answer; for the
-// others every law of any text holds.
+// The input chooses a side, the sections and their lines, the mutation and its place; the rest of the input
+// is the text that some mutations insert. Parsing the valid text must give the record that the generator
+// filled. A harmless mutation must change neither record nor answer; after any other one the laws of every
+// text hold.
 #include "Handling.h"
 #include "Laws.h"
-#include "Scene.h"
+#include "Scenario.h"
 #include "Targets.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-/// Lines that no handler takes anything from, wherever they stand.
+/// Lines that change nothing, wherever they are inserted.
 const std::string kIdle[] = {
     "",
     "x",
@@ -119,72 +119,74 @@ const char* const kBadNumbers[] = {
     "9999999999999999999999999999999999999999",
 };
 
-struct Patient {
+/// The arguments of a mutation.
+struct Mutation {
     Lines lines;
-    std::size_t at;    ///< the line that falls ill
-    std::string rest;  ///< bytes of the input for illnesses that carry a text
-    std::uint8_t dose; ///< how much
+    std::size_t at;      ///< index of the line to change
+    std::string rest;    ///< bytes of the input, for mutations that insert a text
+    std::uint8_t amount; ///< a number whose meaning each mutation defines
 };
 
 bool IsMedia(const std::string& line) {
     return line.find("m=") != std::string::npos;
 }
 
-std::string& Line(Patient& patient) {
-    return patient.lines[patient.at];
+std::string& Line(Mutation& mutation) {
+    return mutation.lines[mutation.at];
 }
 
 void Insert(Lines& lines, std::size_t at, const std::string& line) {
     lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(at), line);
 }
 
-/// Illnesses that cost nothing: what is read stays the same.
-using Harmless = std::string (*)(const Patient&);
+/// Mutations that must not change the result.
+using Harmless = std::string (*)(const Mutation&);
 
-std::string IdleLine(const Patient& patient) {
-    Lines lines = patient.lines;
-    Insert(lines, (patient.at + patient.dose) % (lines.size() + 1), kIdle[patient.dose % std::size(kIdle)]);
+std::string IdleLine(const Mutation& mutation) {
+    Lines lines = mutation.lines;
+    Insert(lines, (mutation.at + mutation.amount) % (lines.size() + 1),
+           kIdle[mutation.amount % std::size(kIdle)]);
     return Join(lines);
 }
 
-std::string IdleLineEverywhere(const Patient& patient) {
-    // The long ones at the table's end stand alone; between all lines they would only take time.
-    const std::string& idle = kIdle[patient.dose % (std::size(kIdle) - kLongIdle)];
+std::string IdleLineEverywhere(const Mutation& mutation) {
+    // The long ones at the end of the table are left out: inserted everywhere they would only take time.
+    const std::string& idle = kIdle[mutation.amount % (std::size(kIdle) - kLongIdle)];
     std::string text;
-    for (const std::string& line : patient.lines) {
+    for (const std::string& line : mutation.lines) {
         text += idle + "\r\n" + line + "\r\n";
     }
     return text;
 }
 
-/// A line that is said twice says the same; only an "m=" line opens another section.
-std::string LineTwice(const Patient& patient) {
-    Lines lines = patient.lines;
-    if (!IsMedia(lines[patient.at])) {
-        Insert(lines, patient.at, lines[patient.at]);
+/// Repeating a line changes nothing, unless it is an "m=" line, which opens another section.
+std::string LineTwice(const Mutation& mutation) {
+    Lines lines = mutation.lines;
+    if (!IsMedia(lines[mutation.at])) {
+        Insert(lines, mutation.at, lines[mutation.at]);
     }
     return Join(lines);
 }
 
-/// What stands behind the last CR LF is no line.
-std::string LineWithoutEnd(const Patient& patient) {
-    std::string tail = patient.rest.empty() ? "m=audio 9 RTP/AVP 0" : patient.rest;
+/// Text after the last CR LF is not read.
+std::string LineWithoutEnd(const Mutation& mutation) {
+    std::string tail = mutation.rest.empty() ? "m=audio 9 RTP/AVP 0" : mutation.rest;
     while (tail.find("\r\n") != std::string::npos) {
         tail.erase(tail.find("\r\n"), 1);
     }
-    // A CR at the very end of the tail would meet nothing; a LF at its start meets the text's own CR LF.
-    return Join(patient.lines) + tail;
+    // A LF at the start of the tail follows the CR LF of the text and forms no line end with it.
+    return Join(mutation.lines) + tail;
 }
 
-/// Words may stand apart by any white space; only an fmtp line is cut at blanks.
-std::string WiderBlanks(const Patient& patient) {
+/// Any white space separates words; only an fmtp line is split at blanks.
+std::string WiderBlanks(const Mutation& mutation) {
     static const char* const spaces[] = {"  ", "\t", " \t ", "\v", "\f "};
     std::string text;
-    for (const std::string& line : patient.lines) {
+    for (const std::string& line : mutation.lines) {
         const bool hasWords = IsMedia(line) || line.rfind("c=", 0) == 0 || line.rfind("a=rtpmap", 0) == 0 ||
                               line.rfind("a=crypto", 0) == 0;
         for (const char c : line) {
-            text += hasWords && c == ' ' ? spaces[patient.dose % std::size(spaces)] : std::string(1, c);
+            text += hasWords && c == ' ' ? spaces[mutation.amount % std::size(spaces)] : std::string(1, c);
         }
         text += "\r\n";
     }
@@ -193,95 +195,97 @@ std::string WiderBlanks(const Patient& patient) {
 
 constexpr Harmless kHarmless[] = {IdleLine, IdleLineEverywhere, LineTwice, LineWithoutEnd, WiderBlanks};
 
-/// Illnesses that may cost anything but what every text is owed.
-using Harmful = std::string (*)(Patient);
+/// Mutations that may change the result; the laws of every text still hold.
+using Harmful = std::string (*)(Mutation);
 
-std::string FreeLine(Patient patient) {
-    Insert(patient.lines, patient.at, patient.rest);
-    return Join(patient.lines);
+std::string FreeLine(Mutation mutation) {
+    Insert(mutation.lines, mutation.at, mutation.rest);
+    return Join(mutation.lines);
 }
 
-std::string FreeWord(Patient patient) {
-    std::string& line = Line(patient);
-    line.insert(patient.dose % (line.size() + 1), patient.rest);
-    return Join(patient.lines);
+std::string FreeWord(Mutation mutation) {
+    std::string& line = Line(mutation);
+    line.insert(mutation.amount % (line.size() + 1), mutation.rest);
+    return Join(mutation.lines);
 }
 
-std::string LostLine(Patient patient) {
-    patient.lines.erase(patient.lines.begin() + static_cast<std::ptrdiff_t>(patient.at));
-    return Join(patient.lines);
+std::string LostLine(Mutation mutation) {
+    mutation.lines.erase(mutation.lines.begin() + static_cast<std::ptrdiff_t>(mutation.at));
+    return Join(mutation.lines);
 }
 
-std::string MovedLine(Patient patient) {
-    std::swap(Line(patient), patient.lines[patient.dose % patient.lines.size()]);
-    return Join(patient.lines);
+std::string MovedLine(Mutation mutation) {
+    std::swap(Line(mutation), mutation.lines[mutation.amount % mutation.lines.size()]);
+    return Join(mutation.lines);
 }
 
-std::string CutText(Patient patient) {
-    const std::string text = Join(patient.lines);
-    return text.substr(0, (patient.at * 256 + patient.dose) % (text.size() + 1));
+std::string CutText(Mutation mutation) {
+    const std::string text = Join(mutation.lines);
+    return text.substr(0, (mutation.at * 256 + mutation.amount) % (text.size() + 1));
 }
 
-std::string ChangedByte(Patient patient) {
-    std::string text = Join(patient.lines);
-    text[(patient.at * 97 + patient.dose) % text.size()] = patient.rest.empty() ? '\0' : patient.rest[0];
+std::string ChangedByte(Mutation mutation) {
+    std::string text = Join(mutation.lines);
+    text[(mutation.at * 97 + mutation.amount) % text.size()] =
+        mutation.rest.empty() ? '\0' : mutation.rest[0];
     return text;
 }
 
-std::string OtherLineEnds(Patient patient) {
+std::string OtherLineEnds(Mutation mutation) {
     static const char* const ends[] = {"\n", "\r", "\r\r\n", "\n\r", "\r\n\r\n", ""};
     std::string text;
-    for (std::size_t i = 0; i < patient.lines.size(); ++i) {
-        const bool isMutated = i == patient.at || patient.dose >= 128;
-        text += patient.lines[i] + (isMutated ? ends[patient.dose % std::size(ends)] : "\r\n");
+    for (std::size_t i = 0; i < mutation.lines.size(); ++i) {
+        const bool isMutated = i == mutation.at || mutation.amount >= 128;
+        text += mutation.lines[i] + (isMutated ? ends[mutation.amount % std::size(ends)] : "\r\n");
     }
     return text + "\r\n";
 }
 
-std::string OtherCase(Patient patient) {
-    for (char& c : Line(patient)) {
+std::string OtherCase(Mutation mutation) {
+    for (char& c : Line(mutation)) {
         const auto byte = static_cast<unsigned char>(c);
         c = static_cast<char>(std::islower(byte) != 0 ? std::toupper(byte) : std::tolower(byte));
     }
-    return Join(patient.lines);
+    return Join(mutation.lines);
 }
 
-/// A number of the line, the dose says which, becomes one that breaks readers.
-std::string BadNumber(Patient patient) {
-    std::string& line = Line(patient);
+/// Replaces a number of the line; `amount` says which, and by what.
+std::string BadNumber(Mutation mutation) {
+    std::string& line = Line(mutation);
     static constexpr const char* digits = "0123456789";
-    std::size_t begin = line.find_first_of(digits, patient.dose % (line.size() + 1));
+    std::size_t begin = line.find_first_of(digits, mutation.amount % (line.size() + 1));
     begin = begin == std::string::npos ? line.find_first_of(digits) : begin;
     if (begin != std::string::npos) {
         const std::size_t end = std::min(line.find_first_not_of(digits, begin), line.size());
-        line.replace(begin, end - begin, kBadNumbers[patient.dose % std::size(kBadNumbers)]);
+        line.replace(begin, end - begin, kBadNumbers[mutation.amount % std::size(kBadNumbers)]);
     }
-    return Join(patient.lines);
+    return Join(mutation.lines);
 }
 
-std::string ManyTimes(Patient patient) {
-    const std::string line = Line(patient);
-    patient.lines.insert(patient.lines.begin() + static_cast<std::ptrdiff_t>(patient.at), patient.dose, line);
-    return Join(patient.lines);
+std::string ManyTimes(Mutation mutation) {
+    const std::string line = Line(mutation);
+    mutation.lines.insert(mutation.lines.begin() + static_cast<std::ptrdiff_t>(mutation.at), mutation.amount,
+                          line);
+    return Join(mutation.lines);
 }
 
-std::string ManyFormats(Patient patient) {
-    for (std::string& line : patient.lines) {
-        for (unsigned i = 0; IsMedia(line) && i < patient.dose; ++i) {
+std::string ManyFormats(Mutation mutation) {
+    for (std::string& line : mutation.lines) {
+        for (unsigned i = 0; IsMedia(line) && i < mutation.amount; ++i) {
             line += " " + std::to_string(i % 130);
         }
     }
-    return Join(patient.lines);
+    return Join(mutation.lines);
 }
 
-std::string LongWord(Patient patient) {
-    Line(patient).append(std::size_t{patient.dose} * 16U, patient.rest.empty() ? 'A' : patient.rest[0]);
-    return Join(patient.lines);
+std::string LongWord(Mutation mutation) {
+    Line(mutation).append(std::size_t{mutation.amount} * 16U, mutation.rest.empty() ? 'A' : mutation.rest[0]);
+    return Join(mutation.lines);
 }
 
-std::string KeyInOtherLine(Patient patient) {
-    Line(patient) += "\na=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:";
-    return Join(patient.lines);
+std::string KeyInOtherLine(Mutation mutation) {
+    Line(mutation) += "\na=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:";
+    return Join(mutation.lines);
 }
 
 constexpr Harmful kHarmful[] = {FreeLine,    FreeWord,      LostLine,      MovedLine, CutText,
@@ -290,27 +294,27 @@ constexpr Harmful kHarmful[] = {FreeLine,    FreeWord,      LostLine,      Moved
 
 void Run(Input input, std::uint64_t secret) {
     const Side side = AnySide(input, secret);
-    Scene scene = MakeScene(input, secret ^ 0x5ce4eU, side.local.eAudioCodec);
-    const std::size_t illness = input.Below(std::size(kHarmless) + std::size(kHarmful));
-    Patient patient{scene.lines, input.Below(scene.lines.size()), {}, input.Byte()};
-    patient.rest = input.Rest();
+    Scenario scenario = MakeScenario(input, secret ^ 0x5ce4eU, side.local.eAudioCodec);
+    const std::size_t choice = input.Below(std::size(kHarmless) + std::size(kHarmful));
+    Mutation mutation{scenario.lines, input.Below(scenario.lines.size()), {}, input.Byte()};
+    mutation.rest = input.Rest();
 
     const Key planted(secret ^ 0xfa4e0dU);
-    scene.keys.Add(planted);
-    const std::string text = Join(scene.lines);
-    const Handled healthy = CheckHandling(side, text, scene.keys);
-    RequireSame("a description yields what it means", "meant", RecordText(scene.wanted), "read",
-                healthy.record);
+    scenario.keys.Add(planted);
+    const std::string text = Join(scenario.lines);
+    const Handled valid = CheckHandling(side, text, scenario.keys);
+    RequireSame("a valid description gives the generator's record", "generated", RecordText(scenario.wanted),
+                "read", valid.record);
 
-    if (illness < std::size(kHarmless)) {
-        const std::string sick = kHarmless[illness](patient);
-        const Handled ill = CheckHandling(side, sick, scene.keys);
-        if (ill.record != healthy.record || ill.answer != healthy.answer) {
-            Broken("an illness that costs nothing changes nothing", "healthy",
-                   text + healthy.record + healthy.answer, "ill", sick + ill.record + ill.answer);
+    if (choice < std::size(kHarmless)) {
+        const std::string mutated = kHarmless[choice](mutation);
+        const Handled result = CheckHandling(side, mutated, scenario.keys);
+        if (result.record != valid.record || result.answer != valid.answer) {
+            Broken("a harmless mutation changes neither record nor answer", "valid",
+                   text + valid.record + valid.answer, "mutated", mutated + result.record + result.answer);
         }
     } else {
-        CheckHandling(side, Plant(kHarmful[illness - std::size(kHarmless)](patient), planted), scene.keys);
+        CheckHandling(side, Plant(kHarmful[choice - std::size(kHarmless)](mutation), planted), scenario.keys);
     }
 }
 

@@ -1,7 +1,7 @@
-// The key codec in both directions, and "a=crypto:" lines, against a second reading of their rules.
+// The key codec in both directions, and "a=crypto:" lines, against an independent model.
 //
-// Bytes 0 to 29 are a key and a salt, bytes 30 to 69 a key text, the next one a position in that text and the
-// character put there; the rest are crypto lines, one per LF, of one audio section.
+// Bytes 0 to 29 are a key and a salt and bytes 30 to 69 a key text. The next two are an offset in that text
+// and the character put there. The rest are crypto lines of one audio section, separated by LF.
 #include "Cost.h"
 #include "Keys.h"
 #include "Laws.h"
@@ -20,7 +20,7 @@ namespace {
 constexpr std::size_t kTextLength = 40;
 constexpr Budget kLine = {"crypto line", 256, 4, 256, 32};
 
-/// Six bits of a character; padding counts as zero. Negative outside the alphabet.
+/// The six bits of a base64 character, 0 for padding, negative for any other character.
 int SixBits(char c) {
     if (c >= 'A' && c <= 'Z') {
         return c - 'A';
@@ -40,7 +40,7 @@ int SixBits(char c) {
     return c == '=' ? 0 : -1;
 }
 
-/// The 30 bytes of a key text; empty when a character is none of base64.
+/// The 30 bytes of a key text; empty if a character is not base64.
 std::string Decode(const std::string& text) {
     std::string bytes;
     std::uint32_t bits = 0;
@@ -59,7 +59,7 @@ std::string Decode(const std::string& text) {
     return bytes;
 }
 
-/// Blocks of exactly the length that the codec may touch, so that a byte more is a finding.
+/// Blocks of exactly the length that the codec may access, so the sanitizer reports one byte more.
 struct Buffers {
     explicit Buffers(char fill) {
         std::fill_n(key.get(), baseSDP::kKeyLength, static_cast<unsigned char>(fill));
@@ -98,7 +98,7 @@ void CheckDecode(const std::string& text) {
                 "read", to.Material());
 }
 
-/// What crypto lines leave in a section, read a second time.
+/// The independent model: the values that crypto lines store in a section.
 struct Model {
     std::int32_t suite = 0;
     std::int32_t tag = 0;
@@ -192,7 +192,7 @@ void Run(Input input, std::uint64_t secret) {
 
     CheckEncode(material, lines);
     CheckDecode(text);
-    // A text that is base64 but for one place, whatever the input looks like.
+    // A base64 text with one character replaced.
     std::string nearly = Base64(material);
     CheckDecode(nearly);
     nearly[at] = stranger;

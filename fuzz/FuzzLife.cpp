@@ -1,8 +1,9 @@
-// A handler's life: parse, answer, offer, reset and setters in the order that the input gives, and after each
-// call the state held against a plain model: version counter, offer or answer, session address, capabilities.
+// The calls of one handler (parse, answer, offer, reset, setters) in the order that the input gives. After
+// each call its state is compared with a simple model: version counter, offer or answer, session address,
+// capabilities.
 //
-// The first bytes choose a side, the next one where the counters start; then each call is one byte, followed
-// by what it takes.
+// The first bytes choose a side, the next one the start of the counters. Then each call is one byte, followed
+// by its arguments.
 #include "Laws.h"
 #include "Targets.h"
 
@@ -16,7 +17,7 @@ namespace fuzz {
 
 namespace {
 
-/// Longer lives show nothing that these do not, and take longer.
+/// More calls show nothing new and take longer.
 constexpr int kCalls = 48;
 
 const char* const kLinePool[] = {
@@ -60,12 +61,12 @@ const char* const kLinePool[] = {
     "c=IN IP4 192.0.2.8",
 };
 
-/// A record that is replaced by construction alone.
+/// A record that can be copied but not assigned, because assignment keeps the identity (M01).
 struct Held final : LocalSDP {
     explicit Held(const LocalSDP& other) : LocalSDP(other) {}
 };
 
-/// What is known of a handler without looking into it.
+/// The state that a handler must have after the calls so far.
 struct Model {
     std::optional<Held> local = Held(LocalSDP());
     bool usesSrtp = false;
@@ -73,12 +74,12 @@ struct Model {
     std::int32_t id = 0;
     std::uint32_t version = 1;
     std::size_t sections = 0;
-    std::string address; ///< of the session; outlives a parse
-    std::string text;    ///< last parsed; empty when nothing is held
+    std::string address; ///< session address, kept by later parses
+    std::string text;    ///< last text parsed; empty if no section is held
 };
 
 void ModelInitialize(Model& model, const LocalSDP& local) {
-    // Copied by construction, which carries every field; only then the identity is put back.
+    // The copy has every field of `local`; then the identity of the model is restored.
     Held next(local);
     next.iBfcpConfid = model.local->iBfcpConfid;
     next.iBfcpUserid = model.local->iBfcpUserid;
@@ -105,7 +106,7 @@ void ModelParse(Model& model, const std::string& text) {
     }
 }
 
-/// A handler that was made for this moment: what it reads and writes is what the old one must read and write.
+/// Gives a new handler the state of the model. The tested handler must read and write what this one does.
 void MakeFresh(SDPHandler& fresh, const Model& model, const std::string& address, RemoteSDP& remote) {
     fresh.InitializeLocalSDP(*model.local);
     fresh.m_bSRTP = model.usesSrtp;
@@ -202,7 +203,7 @@ public:
     }
 
 private:
-    /// Lines of the pool, then bytes of the input.
+    /// Some lines of the pool, then bytes of the input.
     static std::string AnyText(Input& input) {
         std::string text;
         for (std::size_t lines = input.Below(12); lines > 0; --lines) {
@@ -216,8 +217,8 @@ private:
         const std::string before = RecordText(m_remote);
         ModelParse(m_model, text);
         const int result = m_handler.ParseTheSDP(text, m_remote);
-        Require(result == (text.empty() ? 1 : 0), "only an empty text is told apart", std::to_string(result),
-                text);
+        Require(result == (text.empty() ? 1 : 0), "the result is 1 for an empty text and 0 otherwise",
+                std::to_string(result), text);
         if (text.empty()) {
             RequireSame("an empty text leaves the record", "before", before, "after", RecordText(m_remote));
             return;
@@ -285,7 +286,7 @@ private:
         ModelInitialize(m_model, side.local);
     }
 
-    /// The floor control identity is the application's to set; no call carries it.
+    /// The application sets the floor control identity; assignment does not change it.
     void Identity(Input& input) {
         m_handler.MyLocalSDP.iBfcpConfid = m_model.local->iBfcpConfid = input.Pick(kNumbers);
         m_handler.MyLocalSDP.iBfcpUserid = m_model.local->iBfcpUserid = input.Pick(kNumbers);

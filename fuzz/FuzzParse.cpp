@@ -1,6 +1,6 @@
 // Any bytes as the far end's text, read by a handler with any capabilities.
 //
-// The first bytes choose the side and its switches; everything behind them is the text.
+// The first bytes choose the side and its switches; the rest is the text.
 #include "Handling.h"
 #include "Targets.h"
 

@@ -1,7 +1,7 @@
-// The readers of the command cmsdp and everything behind them: a local file as JSON, a remote text, one verb.
+// The command cmsdp with a local file as JSON, a remote text and one verb.
 //
 // Byte 0 chooses the verb, byte 1 its options, bytes 2 and 3 the length of the JSON text; the rest is the
-// remote text. The verbs read real files, which live in memory.
+// remote text. The verbs read files, which are kept in memory.
 #include "Cost.h"
 #include "Keys.h"
 #include "Laws.h"
@@ -24,10 +24,10 @@ namespace fuzz {
 
 namespace {
 
-// A table costs more than what it shows, and a file is read through a large block.
+// A table needs more memory than its text, and a file is read through a large buffer.
 constexpr Budget kVerb = {"verb", 1U << 20U, 512, 65536, 128};
 
-/// A file without a place on a disk, for readers that open one by name.
+/// A file in memory that readers can open by name.
 class MemoryFile {
 public:
     explicit MemoryFile(const std::string& bytes) : m_file(memfd_create("input", MFD_CLOEXEC)) {
@@ -49,7 +49,7 @@ private:
     int m_file;
 };
 
-/// The JSON text with the key put at the front of the value of every member "key".
+/// The JSON text with the key inserted at the start of the value of every member "key".
 std::string PlantInJson(const std::string& json, const Key& key) {
     static constexpr std::string_view member = "\"key\"";
     const auto skipBlanks = [&json](std::size_t at) {
@@ -73,7 +73,7 @@ bool IsPrintable(std::string_view text) {
                        [](char c) { return (c >= ' ' && c < '\x7f') || c == '\n'; });
 }
 
-/// Everything but the keys, which the written form leaves out.
+/// The record without the keys, which the written form leaves out.
 std::string SideText(const cmsdp::Capabilities& side) {
     cmsdp::Capabilities bare = side;
     std::memset(bare.local.bufSRTPKey, 0, sizeof bare.local.bufSRTPKey);

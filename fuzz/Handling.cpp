@@ -12,8 +12,7 @@ constexpr Budget kParse = {"parse", 4096, 72, 4096, 64};
 constexpr Budget kTraced = {"parse with a trace sink", 16384, 320, 8192, 64};
 constexpr Budget kAnswer = {"answer", 65536, 8, 16384, 16};
 
-/// The result of a parse depends on the text, the codec set and the session address before it, on nothing
-/// else.
+/// The result of a parse depends only on the text, the codec set and the session address before it.
 void CheckDependence(const Side& side, const std::string& text, const std::string& record) {
     SDPHandler other;
     other.MyLocalSDP.eAudioCodec = side.local.eAudioCodec;
@@ -25,7 +24,7 @@ void CheckDependence(const Side& side, const std::string& text, const std::strin
                 RecordText(ofOther));
 }
 
-/// Every dump there is.
+/// The dumps of all records and sections.
 std::string Dumps(const SDPHandler& handler, const RemoteSDP& remote) {
     std::string dumps = remote.ToDiag() + handler.MyLocalSDP.ToDiag();
     for (const MediaSession* const ms : handler.vecRemoteMediaSession) {
@@ -48,10 +47,11 @@ Handled CheckHandling(const Side& side, const std::string& text, Watch watch) {
     const int result = handler.ParseTheSDP(text, remote);
     CheckCost(side.isTraced ? kTraced : kParse, parsing.Read(), text.size());
     const std::string record = RecordText(remote);
-    Require(result == (text.empty() ? 1 : 0), "only an empty text is told apart", std::to_string(result),
-            text);
+    Require(result == (text.empty() ? 1 : 0), "the result is 1 for an empty text and 0 otherwise",
+            std::to_string(result), text);
     if (text.find("\r\n") == std::string::npos) {
-        RequireSame("a text without a line changes nothing", "before", untouched, "after", record);
+        RequireSame("a text without a whole line leaves the record unchanged", "before", untouched, "after",
+                    record);
     }
 
     RemoteSDP again;

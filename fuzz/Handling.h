@@ -9,15 +9,15 @@
 namespace fuzz {
 
 struct Handled {
-    std::string record; ///< RecordText of what was read
+    std::string record; ///< RecordText of the record that was read
     std::string answer; ///< what the handler wrote afterwards
 };
 
-/// Reads the text with a new handler of the side, answers it, dumps everything, and reads a good text.
+/// Reads the text with a new handler of the side, answers it, dumps all records, and then reads a good text.
 ///
-/// Nothing is thrown; parsing and answering stay in their budgets; extracting twice and parsing twice give
-/// the same; the record depends on text and codecs only; the description has whole lines and reads back; no
-/// key that `watch` knows, and none of the side's own, stands in a dump or in the trace.
+/// Requires that nothing is thrown, that parsing and answering keep their budgets, that extracting twice and
+/// parsing twice give the same result, that the record depends on text and codecs only, that the description
+/// has whole lines and reads back, and that no dump and no trace contains a key of `watch` or of the side.
 Handled CheckHandling(const Side& side, const std::string& text, Watch watch);
 
 } // namespace fuzz

@@ -1,5 +1,5 @@
-// The bytes of one run, taken from the front. A reader that runs dry reads zeros, so every input means
-// something and a shorter input is a simpler case.
+// The bytes of one run, taken from the start. After the last byte only zeros are read, so every input has a
+// meaning and a shorter input is a simpler case.
 #pragma once
 
 #include <cstddef>
@@ -26,7 +26,7 @@ public:
         return table[Below(N)];
     }
 
-    /// The next bytes as a text, fewer when the input ends.
+    /// The next `length` bytes as a text, or fewer at the end of the input.
     std::string Take(std::size_t length) {
         const std::size_t count = length < m_size - m_at ? length : m_size - m_at;
         std::string text(count, '\0');

@@ -28,12 +28,12 @@ std::uint64_t Load(const char* at) {
     return number;
 }
 
-/// Where a window stands in the table of a watch.
+/// The index of a window in the table of a Watch.
 std::size_t Place(std::uint64_t window) {
     return (window * 0x9e3779b97f4a7c15U) >> 48U;
 }
 
-/// Whether a window that is found may still be a coincidence.
+/// True during the first run, when a match may still be a coincidence.
 bool g_isSuspicionOnly = false;
 
 struct Suspicion {};
@@ -42,7 +42,7 @@ bool IsWhite(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\v' || c == '\f' || c == '\r';
 }
 
-/// Whether the line is read as a crypto line: the earlier keywords of the dispatch do not stand in it.
+/// Whether the line is read as a crypto line: it contains no keyword of an earlier row of the dispatch.
 bool IsCryptoLine(std::string_view line) {
     const auto has = [line](std::string_view keyword) {
         return line.find(keyword) != std::string_view::npos;
@@ -50,7 +50,7 @@ bool IsCryptoLine(std::string_view line) {
     return has("a=crypto:") && !has("c=") && !has("m=") && !has("a=rtpmap") && !has("a=fmtp:");
 }
 
-/// Where a word stands, counted from 1; an empty word when there are fewer.
+/// Returns the word of that number, counted from 1, or an empty word if there are fewer.
 std::string_view Word(std::string_view line, int number) {
     std::string_view word;
     std::size_t at = 0;
@@ -67,7 +67,7 @@ std::string_view Word(std::string_view line, int number) {
     return word;
 }
 
-/// The word of a line that takes the key, counted from 1; 0 for none.
+/// The number of the word that is read as a key, counted from 1, or 0 for none.
 int WordThatIsRead(std::string_view line) {
     return IsCryptoLine(line) ? 3 : 0;
 }
@@ -76,8 +76,8 @@ int WordThatIsShown(std::string_view line) {
     return line.find("a=rtpmap") == std::string_view::npos ? 3 : 2;
 }
 
-/// In any letter case, as dumps hide it.
-std::string PlantBehindMethod(const std::string& text, const Key& key) {
+/// Accepts any letter case, as the masking does.
+std::string PlantAfterMethod(const std::string& text, const Key& key) {
     const auto same = [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b; };
     std::string out;
     auto from = text.begin();
@@ -86,14 +86,14 @@ std::string PlantBehindMethod(const std::string& text, const Key& key) {
         if (found == text.end()) {
             return out.append(from, found);
         }
-        const auto behind = found + kMethod.size();
-        out.append(from, behind).append(key.text);
-        from = behind;
+        const auto after = found + kMethod.size();
+        out.append(from, after).append(key.text);
+        from = after;
     }
 }
 
 std::string PlantIn(const std::string& text, const Key& key, int (*number)(std::string_view)) {
-    std::string out = PlantBehindMethod(text, key);
+    std::string out = PlantAfterMethod(text, key);
     std::size_t from = 0;
     for (std::size_t end = out.find("\r\n"); end != std::string::npos; end = out.find("\r\n", from)) {
         const std::string_view line = std::string_view(out).substr(from, end - from);
@@ -162,7 +162,7 @@ std::string PlantInWords(const std::string& text, const Key& key) {
 void Watch::Add(const Key& key) {
     Add(key.material, kWindow, 1);
     Add(key.text, kWindow, 1);
-    // Two digits make a byte.
+    // Two digits per byte.
     Add(Hexadecimal(key.material, "0123456789abcdef"), kWindow * 2, 2);
     Add(Hexadecimal(key.material, "0123456789ABCDEF"), kWindow * 2, 2);
 }

@@ -1,5 +1,5 @@
-// Keys that are known and that no input can hold: they are made from a hash of the input itself, so a text
-// that names one would have to be its own hash. Wherever a window of such a key turns up, it leaked.
+// Known keys that no input contains, because they are made from a hash of the input. Wherever a part of such
+// a key appears in an output, it leaked.
 #pragma once
 
 #include "Input.h"
@@ -17,7 +17,7 @@ namespace fuzz {
 /// A number that depends on every byte.
 std::uint64_t Hash(const std::uint8_t* data, std::size_t size);
 
-/// The next of a row of numbers without a visible pattern.
+/// The next pseudo-random number.
 std::uint64_t NextRandom(std::uint64_t& state);
 
 /// 16 key bytes and 14 salt bytes.
@@ -32,26 +32,26 @@ struct Key {
 /// Base64 without padding of a text whose length is a multiple of three.
 std::string Base64(std::string_view bytes);
 
-/// The far end's text with the key put behind every "inline:" of any letter case, and into the key's place of
-/// every line that is read as an "a=crypto:" line, whatever seven characters stand where "inline:" should.
-/// Elsewhere the text stays as it is: a far end that writes its key into an address raises no alarm.
+/// Returns the far end's text with the key after every "inline:" in any letter case, and as the key of every
+/// line that is read as an "a=crypto:" line, whatever seven characters precede it. The rest of the text is
+/// unchanged, so a far end that writes its own key into an address is not reported.
 std::string Plant(const std::string& text, const Key& key);
 
-/// The same, and the key is put into every third word of that length, which in a "c=" line is the address and
-/// in an "m=" line the transport, and into every second word of a line with "a=rtpmap": the command hides a
-/// key wherever it shows one.
+/// The same, and the key also replaces the third word of each line if it has at least the key's length, which
+/// is the address of a "c=" line and the transport of an "m=" line; in a line with "a=rtpmap" it replaces the
+/// second word. The command must hide a key in all of these places.
 std::string PlantInWords(const std::string& text, const Key& key);
 
-/// Watches texts for keys: for eight bytes of a key's material in a row, as they are or as hexadecimal
-/// digits, and for eight characters in a row of its base64 text.
+/// Searches texts for windows of keys: eight consecutive bytes of a key's material, raw or as hexadecimal
+/// digits, or eight consecutive characters of its base64 text.
 class Watch {
 public:
     void Add(const Key& key);
 
-    /// The first window of a key that stands in the text; empty when there is none.
+    /// Returns the first window of a key that occurs in the text, or an empty text.
     std::string Find(std::string_view text) const;
 
-    /// No window stands in the text; `what` names the text.
+    /// Requires that no window occurs in the text; `what` names the text.
     void Check(const char* what, std::string_view text) const;
 
 private:
@@ -59,15 +59,14 @@ private:
 
     void Add(const std::string& secret, std::size_t length, std::size_t step);
 
-    // A text is searched for every window in one pass: the table tells at nearly every place that none
-    // begins.
+    // One pass searches the text for all windows: at nearly every offset the table shows that none begins
+    // there.
     std::bitset<65536> m_seen;
     std::vector<std::pair<std::uint64_t, std::string>> m_windows; ///< their first eight bytes as a number
 };
 
-/// Runs a target with a secret made from its input. Eight characters can meet by chance, once in some
-/// billions of runs: a window that is found runs the target again with another secret, and only a second find
-/// counts.
+/// Runs a target with a secret made from its input. A window can match by chance, once in some billions of
+/// runs. After a match the target runs again with another secret, and only a second match is reported.
 void RunWithSecret(const std::uint8_t* data, std::size_t size, void (*run)(Input, std::uint64_t));
 
 } // namespace fuzz

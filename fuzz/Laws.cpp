@@ -208,14 +208,14 @@ void CheckLines(const Side& side, const std::string& text) {
         Require(isEnded || (!hasRole && line.empty() && end == std::string_view::npos),
                 "every line ends in CR LF", rest, text);
         Require(!line.empty() || !hasRole, "no line is empty", rest, text);
-        Require(line.find("a=rtpmap:") != 0 || line.size() > 9, "no rtpmap stands bare", rest, text);
+        Require(line.find("a=rtpmap:") != 0 || line.size() > 9, "no rtpmap line is bare", rest, text);
         Require(number >= std::size(starts) || StartsWith(line, starts[number]),
-                "the session block stands first", line, text);
+                "the session lines come first", line, text);
         Require(line.empty() || (line.size() > 1 && line[1] == '=' && line[0] >= 'a' && line[0] <= 'z'),
                 "a line begins with its type", line, text);
         rest.remove_prefix(end == std::string_view::npos ? rest.size() : std::min(rest.size(), end + 2));
     }
-    Require(text.find("\r\nt=0 0\r\n") != std::string::npos, "the session block ends in t=", text, text);
+    Require(text.find("\r\nt=0 0\r\n") != std::string::npos, "the session lines end with t=", text, text);
 }
 
 void CheckDescription(const SDPHandler& handler, const Side& side, const std::string& text) {
@@ -224,7 +224,7 @@ void CheckDescription(const SDPHandler& handler, const Side& side, const std::st
     }
     const std::string surplus = handler.AddUnsupported();
     const std::size_t own = text.size() - std::min(surplus.size(), text.size());
-    RequireSame("surplus sections stand at the end", "surplus", surplus, "end", text.substr(own));
+    RequireSame("surplus sections come last", "surplus", surplus, "end", text.substr(own));
     CheckLines(side, text.substr(0, own));
     CheckReadsBack(side, text.substr(0, own), handler.IsOffer());
     for (std::string_view rest = surplus; !rest.empty();) {
@@ -236,8 +236,8 @@ void CheckDescription(const SDPHandler& handler, const Side& side, const std::st
 }
 
 void CheckGoodTextAfterwards(SDPHandler& used, const Side& side) {
-    // The first names its address for the session, the second only in one section: there the address of the
-    // text before it stands for the others.
+    // The first text has a session address. The second has an address in one section only, so its other
+    // sections inherit the address of the first text.
     static const char* const texts[] = {
         "v=0\r\n"
         "o=far 1 1 IN IP4 192.0.2.2\r\n"

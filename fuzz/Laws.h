@@ -1,5 +1,5 @@
-// What must hold whatever the input is. A broken law prints both sides, control bytes visible, and aborts, so
-// that the fuzzer keeps the input and the replayed test fails.
+// Laws that hold for every input. A broken law prints both texts with control bytes visible and aborts, so
+// the fuzzer keeps the input and the replay test fails.
 #pragma once
 
 #include "Side.h"
@@ -11,41 +11,42 @@
 
 namespace fuzz {
 
-/// Every byte outside printable ASCII as an escape; each line of the text on a line of its own.
+/// Returns the text with every byte outside printable ASCII escaped, one line of the text per line.
 std::string Visible(std::string_view text);
 
-/// Prints `law`, both texts and aborts. `left` and `right` say what each text is.
+/// Prints `law` and both texts and aborts. `left` and `right` name the texts.
 [[noreturn]] void Broken(const char* law, const char* left, std::string_view leftText, const char* right,
                          std::string_view rightText);
 
-/// Two whole texts are the same.
+/// Requires that the two texts are equal.
 void RequireSame(const char* law, const char* left, std::string_view leftText, const char* right,
                  std::string_view rightText);
 
-/// A fact holds; `left` is printed as what was found, `right` as what it was found in.
+/// Requires that `fact` is true; otherwise prints what was `found` and `where`.
 void Require(bool fact, const char* law, std::string_view found, std::string_view where);
 
 /// Every field of the record in declared order, texts with their length, key rows as hexadecimal digits with
-/// the spare byte: two records are the same when their texts are.
+/// the spare byte. Two records are equal if their texts are.
 std::string RecordText(const RemoteSDP& remote);
 std::string RecordText(const LocalSDP& local);
 /// Every field of every section held.
 std::string SectionsText(const SDPHandler& handler);
 
-/// What this side says in a description: every line ends in CR LF, none is empty, and the session block
-/// stands first. The bare prefixes "a=label:" and "a=content:" of a stream without a role are the one
-/// exception; "a=rtpmap:" never stands bare, because no section asks for the line of a codec that has none.
+/// Checks this side's own lines: each ends in CR LF, none is empty, and the session lines come first. The one
+/// exception are the bare prefixes "a=label:" and "a=content:" of a stream without a role. A bare "a=rtpmap:"
+/// never occurs, because no section asks for a codec without a table row.
 void CheckLines(const Side& side, const std::string& text);
 
-/// A whole description, as the handler has just written it: CheckLines and CheckReadsBack of what this side
-/// says, and behind that the surplus sections, which repeat words of the far end in whole lines.
+/// Checks a description that the handler has just written: CheckLines and CheckReadsBack for this side's
+/// lines, and whole lines for the rejected surplus sections after them.
 void CheckDescription(const SDPHandler& handler, const Side& side, const std::string& text);
 
-/// A second handler that speaks every codec reads our description and finds what this side has: ports,
+/// Requires that a second handler with every codec reads this side's values from the description: ports,
 /// addresses, payload numbers, levels and limits, and in an offer codecs, directions, keys and bandwidth.
 void CheckReadsBack(const Side& side, const std::string& text, bool isOffer);
 
-/// The handler reads and answers a good text as a fresh one does. Only the session address outlives a parse.
+/// Requires that the handler reads and answers a good text as a new one does. Only the session address is
+/// kept from an earlier parse.
 void CheckGoodTextAfterwards(SDPHandler& used, const Side& side);
 
 } // namespace fuzz

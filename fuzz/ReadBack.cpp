@@ -16,7 +16,7 @@ void Want(const char* what, std::int64_t expected, std::int64_t actual, const st
     }
 }
 
-/// Negative limits are written and, being no plain number, not read.
+/// Negative limits are written but not read, because a sign is not accepted.
 std::int32_t ReadLimit(std::int32_t written) {
     return written > 0 ? written : 0;
 }
@@ -46,7 +46,7 @@ void WantVideo(const VideoParms& ours, const LocalSDP& local, const VideoParms& 
     RequireSame("our address reads back", "ours", local.strDefaultIPAddr, "theirs", theirs.strVideoIPAddr);
 }
 
-/// The codec that a far end with all of them takes from our list: the first of ours that is one.
+/// The codec that a far end with all codecs chooses: the first audio codec of our list.
 std::int32_t FirstCodec(const LocalSDP& local) {
     for (const int codec : local.listAudioCodecPriority) {
         const bool hasAudio = codec == PAYLOAD_G711U || codec == PAYLOAD_G729 || codec == PAYLOAD_G7221 ||
@@ -86,7 +86,7 @@ void WantOffer(const Side& side, const RemoteSDP& far, const std::string& text) 
     Want("main fIsVideoValid", hasMain, far.m_VideoMain.fIsVideoValid, text);
     Want("preso fIsVideoValid", hasPreso, far.m_VideoPreso.fIsVideoValid, text);
     if (hasMain) {
-        // A muted camera receives only: the far end may send and shall not receive.
+        // With a muted camera the section is "recvonly": the far end sends and does not receive.
         const bool isUp = local.m_VideoMain.iVideoRTPPort != 0;
         Want("main fVideoSend", isUp, far.m_VideoMain.fVideoSend, text);
         Want("main fVideoRecv", isUp && !local.fVideoTxMuted, far.m_VideoMain.fVideoRecv, text);
@@ -117,8 +117,8 @@ void CheckReadsBack(const Side& side, const std::string& text, bool isOffer) {
     RemoteSDP far;
     Require(reader.ParseTheSDP(text, far) == 0, "what we write is read", text, text);
     const LocalSDP& local = side.local;
-    // A video section without a format opens nothing at the far end, and its content line then turns the
-    // section before it round; a number that both modes share names one format.
+    // A video section without a format opens no section at the far end, and its content line then changes the
+    // section before it. A payload number shared by both modes names one format only.
     const std::int32_t preso = side.usesBfcp ? local.m_VideoPreso.eVideoCodec : 0;
     if (!side.isPlain || local.iVideoPayloadMode0 == local.iVideoPayloadMode1 ||
         local.m_VideoMain.eVideoType != VIDEOTYPE_MAIN || local.m_VideoPreso.eVideoType != VIDEOTYPE_PRESO ||

@@ -111,7 +111,7 @@ Side AnySide(Input& input, std::uint64_t secret) {
     local.fVideoTxMuted = (switches & 16U) != 0;
 
     const std::uint8_t codecs = input.Byte();
-    // The four audio bits are taken away, so that a zero means all of them.
+    // The byte says which of the four audio bits to clear, so 0 means all codecs.
     local.eAudioCodec =
         PayloadType_t((kAllAudio & ~((codecs & 1U ? PAYLOAD_G711U : 0) | (codecs & 2U ? PAYLOAD_G729 : 0) |
                                      (codecs & 4U ? PAYLOAD_G7221 : 0) | (codecs & 8U ? PAYLOAD_G722 : 0))) |
@@ -131,7 +131,7 @@ Side AnySide(Input& input, std::uint64_t secret) {
 
     std::uint8_t suites = input.Byte();
     for (auto& suite : local.cryptoAlgo) {
-        // 1 first: it is the suite that both sides speak.
+        // Suite 1 comes first, because it is the suite that both sides use.
         suite = CryptoParams::CRYPTO_PROFILE((suites % 6 + 1) % 6);
         suites = static_cast<std::uint8_t>(suites / 6);
     }

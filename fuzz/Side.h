@@ -1,5 +1,5 @@
-// One side of a call with any capabilities: every codec mask, any number in any port, texts that look like
-// lines. Texts of the application hold no CR or LF: they are written into a description as they are.
+// One side of a call with any capabilities: every codec set, any number as a port, texts that look like
+// lines. The application's texts contain no CR or LF, because they are written into a description unchanged.
 #pragma once
 
 #include "Input.h"
@@ -17,23 +17,24 @@ struct Side {
     bool usesBfcp = false;
     bool isTraced = false;   ///< a trace sink is installed while the handler works
     bool plantsKeys = false; ///< the far end's keys are replaced by known random ones
-    /// The texts are addresses and names, so that what this side writes has one reading.
+    /// The application's texts are plain addresses and names, so a second handler must read back what this
+    /// side writes.
     bool isPlain = true;
 };
 
-/// Bytes that AnySide takes from the front of an input.
+/// The number of bytes that AnySide takes from the start of an input.
 constexpr std::size_t kSideBytes = 12;
 
-/// The numbers that break readers, beside some that real endpoints use.
+/// Numbers at the limits of their types, and some that real endpoints use.
 extern const std::int32_t kNumbers[16];
 
-/// Any side; its keys are made from `secret`.
+/// A side that the input chooses; its keys are made from `secret`.
 Side AnySide(Input& input, std::uint64_t secret);
 
-/// A side with all codecs, both videos, floor control and SRTP.
+/// A side with all codecs, both video streams, floor control and SRTP.
 Side WholeSide(std::uint64_t secret);
 
-/// Hands everything to a handler.
+/// Gives the side's capabilities and switches to a handler.
 void Prepare(SDPHandler& handler, const Side& side);
 
 } // namespace fuzz

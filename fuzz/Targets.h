@@ -1,5 +1,5 @@
-// The fuzz targets. Each takes any bytes and returns when every law held; a broken law prints both sides and
-// aborts. libFuzzer calls one of them per process, tests/replay calls all of them on the kept inputs.
+// The fuzz targets. Each takes any bytes and returns if every law holds; a broken law prints both texts and
+// aborts. libFuzzer calls one of them per process, tests/replay calls all of them with the kept inputs.
 #pragma once
 
 #include <cstddef>
@@ -7,14 +7,13 @@
 
 /// Any text, read with any capabilities; the first bytes choose the switches.
 void FuzzParse(const std::uint8_t* data, std::size_t size);
-/// A handler's life: parse, answer, offer, reset and setters in any order, against a plain model of its
-/// state.
+/// Parse, answer, offer, reset and setters of one handler in any order, against a simple model of its state.
 void FuzzLife(const std::uint8_t* data, std::size_t size);
-/// The key codec and the "a=crypto:" line, against a second reading of their rules.
+/// The key codec and the "a=crypto:" line, against an independent model.
 void FuzzKey(const std::uint8_t* data, std::size_t size);
-/// rtpmap and fmtp lines, H.264 levels and limits, against a second reading of their rules.
+/// rtpmap and fmtp lines, H.264 levels and limits, against an independent model.
 void FuzzFormat(const std::uint8_t* data, std::size_t size);
-/// A grammatical description whose meaning is known, with one illness.
+/// A valid description whose record is known, with one mutation.
 void FuzzGrammar(const std::uint8_t* data, std::size_t size);
-/// The readers of the command cmsdp: capabilities as JSON and remote text.
+/// The command cmsdp: capabilities as JSON, a remote text, one verb.
 void FuzzTool(const std::uint8_t* data, std::size_t size);

@@ -1,4 +1,4 @@
-// Collects what the component traces while it lives, and takes the sink away at its end.
+// Collects the texts that the component traces. The sink is removed when the object is destroyed.
 #pragma once
 
 #include <CommonMediaTrace.h>
@@ -9,7 +9,7 @@ namespace fuzz {
 
 class Trace {
 public:
-    /// @param isInstalled  whether there is a sink at all
+    /// @param isInstalled  whether a sink is installed
     explicit Trace(bool isInstalled) {
         if (isInstalled) {
             SetCommonMediaTraceSink(&m_sink);

@@ -1,9 +1,9 @@
-// The laws of the fuzz targets see what they are there to see: each is broken on purpose once.
+// Each law of the fuzz targets is broken once on purpose and must report it.
 #include <Cost.h>
 #include <Handling.h>
 #include <Keys.h>
 #include <Laws.h>
-#include <Scene.h>
+#include <Scenario.h>
 #include <Trace.h>
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ TEST(LawsDeathTest, DifferentTextsArePrintedBothWithControlBytesVisible) {
                  "bytes\\):\n    a\\\\n\n    \\\\x01\n");
 }
 
-TEST(LawsDeathTest, LineWithoutCarriageReturnIsSeen) {
+TEST(LawsDeathTest, LineWithoutCarriageReturnIsReported) {
     fuzz::CheckLines(PlainSide(), "v=0\r\no=Quillmarshorizon\r\ns=-\r\nc=IN IP4 x\r\nt=0 0\r\n");
     EXPECT_DEATH(fuzz::CheckLines(PlainSide(), "v=0\no=Quillmarshorizon\r\ns=-\r\nc=IN IP4 x\r\nt=0 0\r\n"),
                  "every line ends in CR LF");
@@ -46,10 +46,10 @@ TEST(LawsDeathTest, BarePrefixesAreAllowedWithoutARoleOnly) {
     fuzz::CheckLines(side, text);
     EXPECT_DEATH(fuzz::CheckLines(side, text + "x"), "every line ends in CR LF");
     EXPECT_DEATH(fuzz::CheckLines(side, "v=0\r\no=Quillmarshorizon\r\ns=-\r\nc=IN IP4 x\r\na=rtpmap:\r\n"),
-                 "no rtpmap stands bare");
+                 "no rtpmap line is bare");
 }
 
-TEST(LawsDeathTest, OfferThatReadsBackDifferentlyIsSeen) {
+TEST(LawsDeathTest, OfferThatReadsBackDifferentlyIsReported) {
     const fuzz::Side side = PlainSide();
     SDPHandler handler;
     fuzz::Prepare(handler, side);
@@ -61,7 +61,7 @@ TEST(LawsDeathTest, OfferThatReadsBackDifferentlyIsSeen) {
     EXPECT_DEATH(fuzz::CheckReadsBack(side, offer, true), "our level reads back");
 }
 
-TEST(LawsDeathTest, HandlerThatRemembersIsSeen) {
+TEST(LawsDeathTest, ChangedHandlerIsReported) {
     const fuzz::Side side = PlainSide();
     SDPHandler handler;
     fuzz::Prepare(handler, side);
@@ -70,7 +70,7 @@ TEST(LawsDeathTest, HandlerThatRemembersIsSeen) {
     EXPECT_DEATH(fuzz::CheckGoodTextAfterwards(handler, side), "a used handler answers as a fresh one does");
 }
 
-TEST(LawsDeathTest, KeyWindowsAreSeenInEveryForm) {
+TEST(LawsDeathTest, KeyWindowsAreFoundInEveryForm) {
     const Key key(7);
     fuzz::Watch watch;
     watch.Add(key);
@@ -87,14 +87,14 @@ TEST(LawsDeathTest, KeyWindowsAreSeenInEveryForm) {
     watch.Check("a text", hex.substr(1));
 }
 
-TEST(LawsDeathTest, WindowThatMeetsByChanceIsNoFinding) {
+TEST(LawsDeathTest, WindowThatMatchesByChanceIsNotReported) {
     static std::string text;
     const auto run = [](fuzz::Input, std::uint64_t secret) {
         fuzz::Watch watch;
         watch.Add(Key(secret));
         watch.Check("a text", text);
     };
-    // A fixed text can hold a window of the first secret only.
+    // A fixed text can contain a window of the first secret only.
     text = Key(fuzz::Hash(kNothing, 0)).text;
     fuzz::RunWithSecret(kNothing, 0, run);
     const auto leak = [](fuzz::Input, std::uint64_t secret) {
@@ -130,7 +130,7 @@ TEST(Laws, PlantInWordsPutsItWhereItIsShownAsWell) {
                   "c==\r\na=fmtp:0 example" + other + "\r\n");
 }
 
-TEST(LawsDeathTest, CostAboveTheBudgetIsSeen) {
+TEST(LawsDeathTest, CostAboveTheBudgetIsReported) {
     const fuzz::Budget budget = {"a call", 100, 2, 100, 2};
     fuzz::CheckCost(budget, {120, 1, 120}, 10);
     EXPECT_DEATH(fuzz::CheckCost(budget, {121, 1, 0}, 10), "allocations stay in their budget");
@@ -147,7 +147,7 @@ TEST(Laws, AllocationsAreCounted) {
     EXPECT_EQ(cost.calls, 1U);
 }
 
-TEST(Laws, TraceIsCollectedWhileItLives) {
+TEST(Laws, TraceIsCollectedUntilItIsDestroyed) {
     std::string text;
     {
         fuzz::Trace trace(true);
@@ -158,20 +158,21 @@ TEST(Laws, TraceIsCollectedWhileItLives) {
     EXPECT_FALSE(CommonMediaTraceEnabled());
 }
 
-TEST(LawsDeathTest, SceneIsComparedWithItsMeaning) {
+TEST(LawsDeathTest, ScenarioIsComparedWithItsRecord) {
     const std::uint8_t bytes[] = {0, 1, 0, 3, 0, 255, 0, 0, 0, 0};
     fuzz::Input input(bytes, sizeof bytes);
-    const fuzz::Scene scene = fuzz::MakeScene(input, 5, 0xff);
+    const fuzz::Scenario scenario = fuzz::MakeScenario(input, 5, 0xff);
     SDPHandler handler;
     handler.MyLocalSDP.eAudioCodec = PayloadType_t(0xff);
     RemoteSDP remote;
-    handler.ParseTheSDP(fuzz::Join(scene.lines), remote);
+    handler.ParseTheSDP(fuzz::Join(scenario.lines), remote);
     EXPECT_TRUE(remote.fIsAudioValid);
-    fuzz::RequireSame("meaning", "meant", fuzz::RecordText(scene.wanted), "read", fuzz::RecordText(remote));
+    fuzz::RequireSame("record", "generated", fuzz::RecordText(scenario.wanted), "read",
+                      fuzz::RecordText(remote));
     ++remote.iDTMFPayload;
-    EXPECT_DEATH(fuzz::RequireSame("meaning", "meant", fuzz::RecordText(scene.wanted), "read",
+    EXPECT_DEATH(fuzz::RequireSame("record", "generated", fuzz::RecordText(scenario.wanted), "read",
                                    fuzz::RecordText(remote)),
-                 "LAW BROKEN: meaning");
+                 "LAW BROKEN: record");
 }
 
 } // namespace

@@ -41,7 +41,7 @@ std::size_t Replay(const std::vector<std::filesystem::path>& paths, Target targe
     return paths.size();
 }
 
-/// Seeds are part of the repository, so a target without one lost them. Regressions come as they are found.
+/// Every target has seeds in the repository. Regressions exist only where a finding was kept.
 void ReplayAll(const std::string& name, Target target) {
     EXPECT_GE(Replay(InputsOf("seeds", name), target), 5U);
     Replay(InputsOf("regressions", name), target);

@@ -1,4 +1,4 @@
-#include "Scene.h"
+#include "Scenario.h"
 
 #include "Laws.h"
 
@@ -15,7 +15,7 @@ struct AudioFormat {
     const char* payload;
     const char* name;
     const char* parms;
-    std::int32_t codec; ///< 0 for a format that is none of ours
+    std::int32_t codec; ///< 0 for a format that this client does not use
 };
 // Static payloads keep their meaning without an rtpmap line.
 constexpr AudioFormat kAudio[] = {
@@ -63,23 +63,23 @@ public:
     Maker(Input& input, std::uint64_t secret, std::int32_t codecs)
         : m_input(input), m_secret(secret), m_codecs(codecs) {}
 
-    Scene Make() {
+    Scenario Make() {
         Session();
         for (std::size_t sections = m_input.Below(7); sections > 0; --sections) {
             Section();
         }
-        // A session bandwidth stands for the sum of the sections.
-        m_scene.wanted.iMaxBandwidth = m_hasSessionBandwidth ? m_sessionBandwidth : m_sum;
-        m_scene.wanted.strAudioIPAddr = Or(m_scene.wanted.strAudioIPAddr, m_hasAudio);
-        m_scene.wanted.m_VideoMain.strVideoIPAddr =
-            Or(m_scene.wanted.m_VideoMain.strVideoIPAddr, m_scene.wanted.m_VideoMain.fIsVideoValid);
-        m_scene.wanted.m_VideoPreso.strVideoIPAddr =
-            Or(m_scene.wanted.m_VideoPreso.strVideoIPAddr, m_scene.wanted.m_VideoPreso.fIsVideoValid);
-        return m_scene;
+        // A session bandwidth replaces the sum of the sections.
+        m_scenario.wanted.iMaxBandwidth = m_hasSessionBandwidth ? m_sessionBandwidth : m_sum;
+        m_scenario.wanted.strAudioIPAddr = Or(m_scenario.wanted.strAudioIPAddr, m_hasAudio);
+        m_scenario.wanted.m_VideoMain.strVideoIPAddr =
+            Or(m_scenario.wanted.m_VideoMain.strVideoIPAddr, m_scenario.wanted.m_VideoMain.fIsVideoValid);
+        m_scenario.wanted.m_VideoPreso.strVideoIPAddr =
+            Or(m_scenario.wanted.m_VideoPreso.strVideoIPAddr, m_scenario.wanted.m_VideoPreso.fIsVideoValid);
+        return m_scenario;
     }
 
 private:
-    /// What a section says about its transport.
+    /// The values of a section that do not depend on its medium.
     struct Common {
         std::int32_t port = 0;
         std::string address;
@@ -90,7 +90,7 @@ private:
         std::string material = std::string(baseSDP::kKeyLength + baseSDP::kSaltLength, '\0');
     };
 
-    void Line(const std::string& line) { m_scene.lines.push_back(line); }
+    void Line(const std::string& line) { m_scenario.lines.push_back(line); }
 
     std::string Or(const std::string& own, bool isTaken) const {
         return own.empty() && isTaken ? m_sessionAddress : own;
@@ -119,8 +119,8 @@ private:
     }
 
     void Section() {
-        if (m_scene.firstMedia == 0) {
-            m_scene.firstMedia = m_scene.lines.size();
+        if (m_scenario.firstMedia == 0) {
+            m_scenario.firstMedia = m_scenario.lines.size();
         }
         switch (m_input.Below(6)) {
         case 0:
@@ -179,23 +179,23 @@ private:
                                                  "AES_CM_256_HMAC_SHA1_80", "F8_128_HMAC_SHA1_80"};
         const std::size_t suite = m_input.Below(4);
         const Key key(NextRandom(m_secret));
-        m_scene.keys.Add(key);
+        m_scenario.keys.Add(key);
         Line("a=crypto:" + std::to_string(m_input.Byte()) + " " + suites[suite] + " inline:" + key.text +
              (m_input.Byte() % 2 == 0 ? "" : "|2^31|1:1 UNENCRYPTED_SRTP"));
         if (suite == 0) {
             common.suite = CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32;
         }
-        // The key of a suite that nobody knows is stored all the same; the 80-bit suites are skipped.
+        // The key of an unknown suite is stored as well; the 80-bit suites are skipped.
         if (suite == 0 || suite == 3) {
             common.material = key.material;
         }
     }
 
     void StoreKey(const Common& common, baseSDP::SRTP_M_LINE n) {
-        std::memcpy(m_scene.wanted.bufSRTPKey[n], common.material.data(), baseSDP::kKeyLength);
-        std::memcpy(m_scene.wanted.bufSRTPSalt[n], common.material.data() + baseSDP::kKeyLength,
+        std::memcpy(m_scenario.wanted.bufSRTPKey[n], common.material.data(), baseSDP::kKeyLength);
+        std::memcpy(m_scenario.wanted.bufSRTPSalt[n], common.material.data() + baseSDP::kKeyLength,
                     baseSDP::kSaltLength);
-        m_scene.wanted.cryptoAlgo[n] = common.suite;
+        m_scenario.wanted.cryptoAlgo[n] = common.suite;
     }
 
     void Audio() {
@@ -224,7 +224,7 @@ private:
             return;
         }
         m_hasAudio = true;
-        RemoteSDP& wanted = m_scene.wanted;
+        RemoteSDP& wanted = m_scenario.wanted;
         for (const AudioFormat& format : formats) {
             if (wanted.eAudioCodec == PAYLOAD_UNKNOWN && (format.codec & m_codecs) != 0) {
                 wanted.eAudioCodec = PayloadType_t(format.codec);
@@ -244,7 +244,7 @@ private:
         StoreKey(common, baseSDP::SRTP_AUDIO);
     }
 
-    /// One H.264 format; what it says goes into `stream` until a format with a mode was loaded.
+    /// One H.264 format. Its values go into `stream` until a format with a packetization mode was read.
     void H264(const char* payload, VideoParms& stream, bool& isDone) {
         const Level& level = m_input.Pick(kLevels);
         const std::uint8_t parts = m_input.Byte();
@@ -297,7 +297,7 @@ private:
         }
         const Common common = Attributes(port);
         Line("a=rtpmap:98 VP8/90000");
-        RemoteSDP& wanted = m_scene.wanted;
+        RemoteSDP& wanted = m_scenario.wanted;
         VideoParms& stream = role == VIDEOTYPE_PRESO ? wanted.m_VideoPreso : wanted.m_VideoMain;
         VideoParms ignored;
         const bool isTaken = !stream.fIsVideoValid;
@@ -315,7 +315,7 @@ private:
         stream.fVideoSend = port != 0 && common.fSend;
         stream.fVideoRecv = port != 0 && common.fRecv;
         stream.fIsVideoValid = true;
-        // Slides share what the camera was given.
+        // The presentation shares the bandwidth of main video.
         m_sum += role == VIDEOTYPE_MAIN ? common.tias : 0;
         StoreKey(common, role == VIDEOTYPE_MAIN ? baseSDP::SRTP_VIDEO : baseSDP::SRTP_VIDEO_PRESO);
     }
@@ -333,7 +333,7 @@ private:
         Line("a=floorid:2 mstrm:9");
         Line("a=confid:" + std::to_string(ids));
         Line("a=userid:" + std::to_string(ids + 1));
-        RemoteSDP& wanted = m_scene.wanted;
+        RemoteSDP& wanted = m_scenario.wanted;
         wanted.iVideoPresoControlPort = port;
         wanted.iBfcpConfid = ids;
         wanted.iBfcpUserid = ids + 1;
@@ -343,7 +343,7 @@ private:
     Input& m_input;
     std::uint64_t m_secret;
     std::int32_t m_codecs;
-    Scene m_scene;
+    Scenario m_scenario;
     std::string m_sessionAddress;
     bool m_hasSessionBandwidth = false;
     std::int32_t m_sessionBandwidth = 0;
@@ -353,12 +353,12 @@ private:
 
 } // namespace
 
-Scene MakeScene(Input& input, std::uint64_t secret, std::int32_t codecs) {
-    Scene scene = Maker(input, secret, codecs).Make();
-    if (scene.firstMedia == 0) {
-        scene.firstMedia = scene.lines.size();
+Scenario MakeScenario(Input& input, std::uint64_t secret, std::int32_t codecs) {
+    Scenario scenario = Maker(input, secret, codecs).Make();
+    if (scenario.firstMedia == 0) {
+        scenario.firstMedia = scenario.lines.size();
     }
-    return scene;
+    return scenario;
 }
 
 std::string Join(const std::vector<std::string>& lines) {

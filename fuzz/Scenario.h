@@ -1,5 +1,5 @@
-// A description made by grammar, and the record that it must yield. The record is written down while the text
-// is made, from what each section means, so that no reader is needed to know it.
+// A valid description that the input chooses, and the record that parsing it must give. The record is filled
+// while the text is generated, so it does not depend on any reader.
 #pragma once
 
 #include "Input.h"
@@ -13,7 +13,7 @@
 
 namespace fuzz {
 
-struct Scene {
+struct Scenario {
     std::vector<std::string> lines; ///< without line ends
     std::size_t firstMedia = 0; ///< the first line that begins a section; the number of lines when none does
     RemoteSDP wanted;
@@ -21,7 +21,7 @@ struct Scene {
 };
 
 /// @param codecs  the local audio codecs, which decide with the far end's order
-Scene MakeScene(Input& input, std::uint64_t secret, std::int32_t codecs);
+Scenario MakeScenario(Input& input, std::uint64_t secret, std::int32_t codecs);
 
 /// The lines as one text, each ended by CR LF.
 std::string Join(const std::vector<std::string>& lines);
