@@ -1,4 +1,4 @@
-// Two handlers negotiate audio. Every text that passes is written out, and what each side makes of it.
+// Two handlers negotiate audio. Each test states every text whole, and the record of each side.
 #include "Endpoint.h"
 
 #include <string>
@@ -36,12 +36,12 @@ const std::string kNoVideo =
 TEST(ConversationAudio, TwoEqualEndpointsTakeTheOfferersFirstCodec) {
     Near near(AudioLocal());
     Far far(AudioLocal());
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, kOffer);
-    EXPECT_TEXT(far.Hear(offer),
+    EXPECT_TEXT(far.Read(offer),
                 "audio codec=16 payload=104 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n" +
                     kNoVideo);
-    const std::string answer = far.Speak();
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -54,7 +54,7 @@ TEST(ConversationAudio, TwoEqualEndpointsTakeTheOfferersFirstCodec) {
                         "a=fmtp:101 0-15\r\n"
                         "a=sendrecv\r\n"
                         "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=16 payload=104 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n" +
                     kNoVideo);
 }
@@ -65,12 +65,12 @@ TEST(ConversationAudio, TheOfferersOrderGoesBeforeTheAnswerersPriority) {
     old.eAudioCodec = PayloadType_t(PAYLOAD_G711U | PAYLOAD_G729);
     old.listAudioCodecPriority = {PAYLOAD_G729, PAYLOAD_G711U};
     Far far(old);
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, kOffer);
-    EXPECT_TEXT(far.Hear(offer),
+    EXPECT_TEXT(far.Read(offer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n" +
                     kNoVideo);
-    const std::string answer = far.Speak();
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -82,7 +82,7 @@ TEST(ConversationAudio, TheOfferersOrderGoesBeforeTheAnswerersPriority) {
                         "a=fmtp:101 0-15\r\n"
                         "a=sendrecv\r\n"
                         "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n" +
                     kNoVideo);
 }
@@ -94,7 +94,7 @@ TEST(ConversationAudio, WithoutACommonCodecOnlyTelephoneEventsAreLeft) {
     older.eAudioCodec = PAYLOAD_G729;
     Near near(newer);
     Far far(older);
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, "v=0\r\n"
                        "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
                        "s=-\r\n"
@@ -106,10 +106,10 @@ TEST(ConversationAudio, WithoutACommonCodecOnlyTelephoneEventsAreLeft) {
                        "a=fmtp:101 0-15\r\n"
                        "a=sendrecv\r\n"
                        "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
-    EXPECT_TEXT(far.Hear(offer),
+    EXPECT_TEXT(far.Read(offer),
                 "audio codec=256 payload=0 dtmf=101 addr=192.0.2.1 port=16384 send=0 recv=0 valid=1\n" +
                     kNoVideo);
-    const std::string answer = far.Speak();
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -120,7 +120,7 @@ TEST(ConversationAudio, WithoutACommonCodecOnlyTelephoneEventsAreLeft) {
                         "a=fmtp:101 0-15\r\n"
                         "a=sendrecv\r\n"
                         "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=256 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=0 recv=0 valid=1\n" +
                     kNoVideo);
 }
@@ -130,18 +130,18 @@ TEST(ConversationAudio, AnAnswererWithoutAudioLeavesTheSectionOut) {
     LocalSDP silent = AudioLocal();
     silent.listAudioCodecPriority.clear();
     Far far(silent);
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, kOffer);
-    EXPECT_TEXT(far.Hear(offer),
+    EXPECT_TEXT(far.Read(offer),
                 "audio codec=16 payload=104 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n" +
                     kNoVideo);
-    const std::string answer = far.Speak();
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
                         "c=IN IP4 192.0.2.2\r\n"
                         "t=0 0\r\n");
-    EXPECT_TEXT(near.Hear(answer), kFreshRemote);
+    EXPECT_TEXT(near.Read(answer), kFreshRemote);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// One side of a conversation: a handler and what it has read of the other side.
+// One side of a conversation: a handler and its record of the other side.
 #pragma once
 
 #include "Capabilities.h"
@@ -15,8 +15,8 @@ struct Endpoint {
 
     Endpoint(const LocalSDP& local, std::int32_t sessionID) { Start(handler, local, sessionID); }
 
-    std::string Speak() { return handler.GetLocalSDP(); }
-    std::string Hear(const std::string& text) {
+    std::string Write() { return handler.GetLocalSDP(); }
+    std::string Read(const std::string& text) {
         EXPECT_EQ(handler.ParseTheSDP(text, remote), 0);
         return Describe(remote);
     }

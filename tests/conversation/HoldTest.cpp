@@ -1,4 +1,4 @@
-// Hold: the far end puts the call on hold by "a=inactive" and by port 0, and takes it back.
+// Hold: the far end puts the call on hold with "a=inactive" or with port 0, and resumes it.
 #include "Endpoint.h"
 
 #include <string>
@@ -25,9 +25,9 @@ const std::string kTail = "preso codec=256 type=1 payload=0 mode=0 level= mbps=0
                           "srtp video suite=0 key=- salt=-\n"
                           "srtp slide suite=0 key=- salt=-\n";
 
-// Lets both sides agree on an open call, versions 2 and 2.
+// Negotiates an active call; both descriptions have version 2.
 void Connect(Near& near, Far& far) {
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, "v=0\r\n"
                        "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
                        "s=-\r\n"
@@ -47,12 +47,12 @@ void Connect(Near& near, Far& far) {
                        "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
                        "a=label:8\r\n"
                        "a=content:main\r\n");
-    EXPECT_TEXT(far.Hear(offer),
+    EXPECT_TEXT(far.Read(offer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=126 mode=0 level=2 mbps=0 fs=0 br=0 addr=192.0.2.1 port=16386 "
                 "send=1 recv=1 valid=1\n" +
                     kTail);
-    const std::string answer = far.Speak();
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -72,14 +72,14 @@ void Connect(Near& near, Far& far) {
                         "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
                         "a=label:8\r\n"
                         "a=content:main\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=110 mode=0 level=2 mbps=0 fs=0 br=0 addr=192.0.2.2 port=20386 "
                 "send=1 recv=1 valid=1\n" +
                     kTail);
 }
 
-// What the held side answers; its version is 3 in both ways of holding.
+// The answer of the side on hold, version 3 in both tests.
 const char* const kHeldAnswer = "v=0\r\n"
                                 "o=Quillmarshorizon 2000 3 IN IP4 192.0.2.2\r\n"
                                 "s=-\r\n"
@@ -110,9 +110,9 @@ TEST(ConversationHold, ByInactive) {
     Near near(Plain());
     Far far(Plain());
     Connect(near, far);
-    // The application edits the direction of its offer: a handler by itself offers streams both ways.
+    // The application edits the direction of its offer, because a handler offers streams in both directions.
     near.handler.ResetRemoteSDP();
-    std::string hold = near.Speak();
+    std::string hold = near.Write();
     for (std::string::size_type at; (at = hold.find("a=sendrecv")) != std::string::npos;) {
         hold.replace(at, 10, "a=inactive");
     }
@@ -135,14 +135,14 @@ TEST(ConversationHold, ByInactive) {
                       "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
                       "a=label:8\r\n"
                       "a=content:main\r\n");
-    EXPECT_TEXT(far.Hear(hold),
+    EXPECT_TEXT(far.Read(hold),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.1 port=16384 send=0 recv=0 valid=1\n"
                 "main codec=2 type=0 payload=126 mode=0 level=2 mbps=0 fs=0 br=0 addr=192.0.2.1 port=16386 "
                 "send=0 recv=0 valid=1\n" +
                     kTail);
-    const std::string held = far.Speak();
+    const std::string held = far.Write();
     EXPECT_TEXT(held, kHeldAnswer);
-    EXPECT_TEXT(near.Hear(held), kNearReadsHeld);
+    EXPECT_TEXT(near.Read(held), kNearReadsHeld);
 }
 
 TEST(ConversationHold, ByPortZeroAndBack) {
@@ -152,7 +152,7 @@ TEST(ConversationHold, ByPortZeroAndBack) {
     near.handler.ResetRemoteSDP();
     near.handler.MyLocalSDP.iAudioRTPPort = 0;
     near.handler.MyLocalSDP.m_VideoMain.iVideoRTPPort = 0;
-    const std::string hold = near.Speak();
+    const std::string hold = near.Write();
     EXPECT_TEXT(hold, "v=0\r\n"
                       "o=Quillmarshorizon 1000 3 IN IP4 192.0.2.1\r\n"
                       "s=-\r\n"
@@ -170,19 +170,19 @@ TEST(ConversationHold, ByPortZeroAndBack) {
                       "a=sendrecv\r\n"
                       "a=label:8\r\n"
                       "a=content:main\r\n");
-    EXPECT_TEXT(far.Hear(hold),
+    EXPECT_TEXT(far.Read(hold),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.1 port=0 send=0 recv=0 valid=1\n"
                 "main codec=2 type=0 payload=126 mode=0 level=2 mbps=0 fs=0 br=0 addr=192.0.2.1 port=0 "
                 "send=0 recv=0 valid=1\n" +
                     kTail);
-    const std::string held = far.Speak();
+    const std::string held = far.Write();
     EXPECT_TEXT(held, kHeldAnswer);
-    EXPECT_TEXT(near.Hear(held), kNearReadsHeld);
-    // And back: the ports return, and both sides are open again.
+    EXPECT_TEXT(near.Read(held), kNearReadsHeld);
+    // Resume: the ports are back, and both sides send and receive again.
     near.handler.ResetRemoteSDP();
     near.handler.MyLocalSDP.iAudioRTPPort = 16384;
     near.handler.MyLocalSDP.m_VideoMain.iVideoRTPPort = 16386;
-    const std::string resume = near.Speak();
+    const std::string resume = near.Write();
     EXPECT_TEXT(resume, "v=0\r\n"
                         "o=Quillmarshorizon 1000 4 IN IP4 192.0.2.1\r\n"
                         "s=-\r\n"
@@ -202,12 +202,12 @@ TEST(ConversationHold, ByPortZeroAndBack) {
                         "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
                         "a=label:8\r\n"
                         "a=content:main\r\n");
-    EXPECT_TEXT(far.Hear(resume),
+    EXPECT_TEXT(far.Read(resume),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=126 mode=0 level=2 mbps=0 fs=0 br=0 addr=192.0.2.1 port=16386 "
                 "send=1 recv=1 valid=1\n" +
                     kTail);
-    const std::string openText = far.Speak();
+    const std::string openText = far.Write();
     EXPECT_TEXT(openText, "v=0\r\n"
                           "o=Quillmarshorizon 2000 4 IN IP4 192.0.2.2\r\n"
                           "s=-\r\n"
@@ -227,7 +227,7 @@ TEST(ConversationHold, ByPortZeroAndBack) {
                           "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
                           "a=label:8\r\n"
                           "a=content:main\r\n");
-    EXPECT_TEXT(near.Hear(openText),
+    EXPECT_TEXT(near.Read(openText),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=110 mode=0 level=2 mbps=0 fs=0 br=0 addr=192.0.2.2 port=20386 "
                 "send=1 recv=1 valid=1\n" +

@@ -23,7 +23,7 @@ TEST(ConversationMutedVideo, TheOffererIsMuted) {
     Near near(VideoLocal());
     near.handler.MyLocalSDP.fVideoTxMuted = true;
     Far far(FarLocal());
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, "v=0\r\n"
                        "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
                        "s=-\r\n"
@@ -54,7 +54,7 @@ TEST(ConversationMutedVideo, TheOffererIsMuted) {
                        "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
                        "a=label:8\r\n"
                        "a=content:main\r\n");
-    EXPECT_TEXT(far.Hear(offer),
+    EXPECT_TEXT(far.Read(offer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=97 mode=1 level=3.1 mbps=108000 fs=3601 br=0 addr=192.0.2.1 "
                 "port=16386 send=1 recv=0 valid=1\n"
@@ -65,7 +65,7 @@ TEST(ConversationMutedVideo, TheOffererIsMuted) {
                 "srtp audio suite=0 key=- salt=-\n"
                 "srtp video suite=0 key=- salt=-\n"
                 "srtp slide suite=0 key=- salt=-\n");
-    const std::string answer = far.Speak();
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -91,7 +91,7 @@ TEST(ConversationMutedVideo, TheOffererIsMuted) {
                         "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
                         "a=label:8\r\n"
                         "a=content:main\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=109 mode=1 level=2.1 mbps=0 fs=0 br=450 addr=192.0.2.2 "
                 "port=20386 send=0 recv=1 valid=1\n"
@@ -108,7 +108,7 @@ TEST(ConversationMutedVideo, TheAnswererIsMuted) {
     Near near(VideoLocal());
     Far far(FarLocal());
     far.handler.MyLocalSDP.fVideoTxMuted = true;
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, "v=0\r\n"
                        "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
                        "s=-\r\n"
@@ -139,7 +139,7 @@ TEST(ConversationMutedVideo, TheAnswererIsMuted) {
                        "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
                        "a=label:8\r\n"
                        "a=content:main\r\n");
-    EXPECT_TEXT(far.Hear(offer),
+    EXPECT_TEXT(far.Read(offer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=97 mode=1 level=3.1 mbps=108000 fs=3601 br=0 addr=192.0.2.1 "
                 "port=16386 send=1 recv=1 valid=1\n"
@@ -150,7 +150,7 @@ TEST(ConversationMutedVideo, TheAnswererIsMuted) {
                 "srtp audio suite=0 key=- salt=-\n"
                 "srtp video suite=0 key=- salt=-\n"
                 "srtp slide suite=0 key=- salt=-\n");
-    const std::string answer = far.Speak();
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -176,7 +176,7 @@ TEST(ConversationMutedVideo, TheAnswererIsMuted) {
                         "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
                         "a=label:8\r\n"
                         "a=content:main\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=109 mode=1 level=2.1 mbps=0 fs=0 br=450 addr=192.0.2.2 "
                 "port=20386 send=1 recv=0 valid=1\n"
@@ -194,7 +194,7 @@ TEST(ConversationMutedVideo, BothAreMuted) {
     near.handler.MyLocalSDP.fVideoTxMuted = true;
     Far far(FarLocal());
     far.handler.MyLocalSDP.fVideoTxMuted = true;
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, "v=0\r\n"
                        "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
                        "s=-\r\n"
@@ -225,7 +225,7 @@ TEST(ConversationMutedVideo, BothAreMuted) {
                        "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
                        "a=label:8\r\n"
                        "a=content:main\r\n");
-    EXPECT_TEXT(far.Hear(offer),
+    EXPECT_TEXT(far.Read(offer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=97 mode=1 level=3.1 mbps=108000 fs=3601 br=0 addr=192.0.2.1 "
                 "port=16386 send=1 recv=0 valid=1\n"
@@ -236,7 +236,7 @@ TEST(ConversationMutedVideo, BothAreMuted) {
                 "srtp audio suite=0 key=- salt=-\n"
                 "srtp video suite=0 key=- salt=-\n"
                 "srtp slide suite=0 key=- salt=-\n");
-    const std::string answer = far.Speak();
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -262,7 +262,7 @@ TEST(ConversationMutedVideo, BothAreMuted) {
                         "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
                         "a=label:8\r\n"
                         "a=content:main\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=109 mode=1 level=2.1 mbps=0 fs=0 br=450 addr=192.0.2.2 "
                 "port=20386 send=0 recv=0 valid=1\n"

@@ -73,10 +73,10 @@ TEST(ConversationPresentation, TheThirdAndFourthSectionAreAnsweredAndRejected) {
     near.handler.SetBfcpSupport(true);
     Far far(Presenter());
     far.handler.SetBfcpSupport(true);
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, kOffer);
-    EXPECT_TEXT(far.Hear(offer), kFarReads);
-    const std::string answer = far.Speak();
+    EXPECT_TEXT(far.Read(offer), kFarReads);
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -121,8 +121,9 @@ TEST(ConversationPresentation, TheThirdAndFourthSectionAreAnsweredAndRejected) {
                         "a=userid:15\r\n"
                         "m=video 0 RTP/AVP 97 126\r\n"
                         "m=application 0 UDP/BFCP *\r\n");
-    // The rejection comes last, and the last floor control section stands: the offerer loses the channel.
-    EXPECT_TEXT(near.Hear(answer),
+    // The rejected section comes last, and the last floor control section is used (X11): the offerer reads
+    // port 0.
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=109 mode=1 level=3.1 mbps=108000 fs=3601 br=0 addr=192.0.2.2 "
                 "port=20386 send=1 recv=1 valid=1\n"
@@ -141,10 +142,10 @@ TEST(ConversationPresentation, AnAnswererThatServesFourSectionsGivesTheChannel) 
     Far far(Presenter());
     far.handler.SetBfcpSupport(true);
     far.handler.m_iMaxSupportedSessions = 4;
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, kOffer);
-    EXPECT_TEXT(far.Hear(offer), kFarReads);
-    const std::string answer = far.Speak();
+    EXPECT_TEXT(far.Read(offer), kFarReads);
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -187,7 +188,7 @@ TEST(ConversationPresentation, AnAnswererThatServesFourSectionsGivesTheChannel) 
                         "a=floorid:2 mstrm:9\r\n"
                         "a=confid:15\r\n"
                         "a=userid:15\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=109 mode=1 level=3.1 mbps=108000 fs=3601 br=0 addr=192.0.2.2 "
                 "port=20386 send=1 recv=1 valid=1\n"
@@ -204,10 +205,10 @@ TEST(ConversationPresentation, AnAnswererWithoutFloorControlRejectsBoth) {
     Near near(Presenter());
     near.handler.SetBfcpSupport(true);
     Far far(Presenter());
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, kOffer);
-    EXPECT_TEXT(far.Hear(offer), kFarReads);
-    const std::string answer = far.Speak();
+    EXPECT_TEXT(far.Read(offer), kFarReads);
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -235,7 +236,7 @@ TEST(ConversationPresentation, AnAnswererWithoutFloorControlRejectsBoth) {
                         "a=content:main\r\n"
                         "m=video 0 RTP/AVP 97 126\r\n"
                         "m=application 0 UDP/BFCP *\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=109 mode=1 level=3.1 mbps=108000 fs=3601 br=0 addr=192.0.2.2 "
                 "port=20386 send=1 recv=1 valid=1\n"

@@ -1,4 +1,4 @@
-// One call, several rounds: versions go on, ports move, and the roles of offerer and answerer change.
+// Several offers and answers of one call: the versions grow, ports change, and so do offerer and answerer.
 #include "Endpoint.h"
 
 #include <string>
@@ -23,9 +23,9 @@ const std::string kTail =
     "srtp video suite=0 key=- salt=-\n"
     "srtp slide suite=0 key=- salt=-\n";
 
-// The first round, which both tests begin with.
+// The first offer and answer of both tests.
 void Connect(Near& near, Far& far) {
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, "v=0\r\n"
                        "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
                        "s=-\r\n"
@@ -38,10 +38,10 @@ void Connect(Near& near, Far& far) {
                        "a=fmtp:101 0-15\r\n"
                        "a=sendrecv\r\n"
                        "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
-    EXPECT_TEXT(far.Hear(offer),
+    EXPECT_TEXT(far.Read(offer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n" +
                     kTail);
-    const std::string answer = far.Speak();
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -53,7 +53,7 @@ void Connect(Near& near, Far& far) {
                         "a=fmtp:101 0-15\r\n"
                         "a=sendrecv\r\n"
                         "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n" +
                     kTail);
 }
@@ -66,7 +66,7 @@ TEST(ConversationReoffer, TheOffererOffersAgainAfterAReset) {
     EXPECT_TRUE(near.handler.IsOffer());
     near.handler.MyLocalSDP.iAudioRTPPort = 17000;
     near.handler.MyLocalSDP.listAudioCodecPriority = {PAYLOAD_G711U};
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, "v=0\r\n"
                        "o=Quillmarshorizon 1000 3 IN IP4 192.0.2.1\r\n"
                        "s=-\r\n"
@@ -78,9 +78,9 @@ TEST(ConversationReoffer, TheOffererOffersAgainAfterAReset) {
                        "a=fmtp:101 0-15\r\n"
                        "a=sendrecv\r\n"
                        "a=rtcp:17001 IN IP4 192.0.2.1\r\n");
-    EXPECT_TEXT(far.Hear(offer),
+    EXPECT_TEXT(far.Read(offer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.1 port=17000 send=1 recv=1 valid=1\n" + kTail);
-    const std::string answer = far.Speak();
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 3 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -92,7 +92,7 @@ TEST(ConversationReoffer, TheOffererOffersAgainAfterAReset) {
                         "a=fmtp:101 0-15\r\n"
                         "a=sendrecv\r\n"
                         "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n" + kTail);
 }
 
@@ -101,7 +101,7 @@ TEST(ConversationReoffer, TheAnswererOffersInTheSecondRound) {
     Far far(Plain());
     Connect(near, far);
     far.handler.ResetRemoteSDP();
-    const std::string offer = far.Speak();
+    const std::string offer = far.Write();
     EXPECT_TEXT(offer, "v=0\r\n"
                        "o=Quillmarshorizon 2000 3 IN IP4 192.0.2.2\r\n"
                        "s=-\r\n"
@@ -114,10 +114,10 @@ TEST(ConversationReoffer, TheAnswererOffersInTheSecondRound) {
                        "a=fmtp:101 0-15\r\n"
                        "a=sendrecv\r\n"
                        "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
-    EXPECT_TEXT(near.Hear(offer),
+    EXPECT_TEXT(near.Read(offer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n" +
                     kTail);
-    const std::string answer = near.Speak();
+    const std::string answer = near.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 1000 3 IN IP4 192.0.2.1\r\n"
                         "s=-\r\n"
@@ -129,7 +129,7 @@ TEST(ConversationReoffer, TheAnswererOffersInTheSecondRound) {
                         "a=fmtp:101 0-15\r\n"
                         "a=sendrecv\r\n"
                         "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
-    EXPECT_TEXT(far.Hear(answer),
+    EXPECT_TEXT(far.Read(answer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n" +
                     kTail);
 }
@@ -139,7 +139,7 @@ TEST(ConversationReoffer, WithoutAResetTheOffererAnswersItsOwnAnswerer) {
     Far far(Plain());
     Connect(near, far);
     EXPECT_FALSE(near.handler.IsOffer());
-    EXPECT_TEXT(near.Speak(), "v=0\r\n"
+    EXPECT_TEXT(near.Write(), "v=0\r\n"
                               "o=Quillmarshorizon 1000 3 IN IP4 192.0.2.1\r\n"
                               "s=-\r\n"
                               "c=IN IP4 192.0.2.1\r\n"
@@ -161,7 +161,7 @@ TEST(ConversationReoffer, AnEmptyTextSendsTheHandlerBackToOffering) {
     EXPECT_TEXT(Describe(near.remote),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n" +
                     kTail);
-    EXPECT_TEXT(near.Speak(), "v=0\r\n"
+    EXPECT_TEXT(near.Write(), "v=0\r\n"
                               "o=Quillmarshorizon 1000 3 IN IP4 192.0.2.1\r\n"
                               "s=-\r\n"
                               "c=IN IP4 192.0.2.1\r\n"

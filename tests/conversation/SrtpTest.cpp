@@ -1,4 +1,4 @@
-// Two handlers negotiate SRTP: with the suite that is read, with one that is not, for one stream alone.
+// Two handlers negotiate SRTP: with the suite that is read, with another one, and for one stream only.
 #include "Endpoint.h"
 
 #include <string>
@@ -67,10 +67,10 @@ TEST(ConversationSrtp, TheShortTagSuiteIsOfferedAndAnswered) {
     near.handler.m_bSRTP = true;
     Far far(Keyed("away", kSuite32));
     far.handler.m_bSRTP = true;
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, kKeyedOffer);
-    EXPECT_TEXT(far.Hear(offer), kFarReadsKeyed);
-    const std::string answer = far.Speak();
+    EXPECT_TEXT(far.Read(offer), kFarReadsKeyed);
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -97,7 +97,7 @@ TEST(ConversationSrtp, TheShortTagSuiteIsOfferedAndAnswered) {
                         "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
                         "a=label:8\r\n"
                         "a=content:main\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=109 mode=1 level=3.1 mbps=0 fs=0 br=0 addr=192.0.2.2 "
                 "port=20386 send=1 recv=1 valid=1\n"
@@ -110,7 +110,7 @@ TEST(ConversationSrtp, TheShortTagSuiteIsOfferedAndAnswered) {
                 "srtp slide suite=0 key=- salt=-\n");
 }
 
-// What passes when the offerer wants SRTP and the answerer finds no usable key, or does not want it.
+// The offerer wants SRTP; the answerer finds no usable key or does not want SRTP.
 const char* const kPlainAnswer = "v=0\r\n"
                                  "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                                  "s=-\r\n"
@@ -150,7 +150,7 @@ TEST(ConversationSrtp, TheLongTagSuiteAloneIsAnsweredInTheClear) {
     near.handler.m_bSRTP = true;
     Far far(Keyed("away", kSuite80));
     far.handler.m_bSRTP = true;
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, "v=0\r\n"
                        "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
                        "s=-\r\n"
@@ -177,7 +177,7 @@ TEST(ConversationSrtp, TheLongTagSuiteAloneIsAnsweredInTheClear) {
                        "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
                        "a=label:8\r\n"
                        "a=content:main\r\n");
-    EXPECT_TEXT(far.Hear(offer),
+    EXPECT_TEXT(far.Read(offer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=97 mode=1 level=3.1 mbps=0 fs=0 br=0 addr=192.0.2.1 port=16386 "
                 "send=1 recv=1 valid=1\n"
@@ -188,21 +188,21 @@ TEST(ConversationSrtp, TheLongTagSuiteAloneIsAnsweredInTheClear) {
                 "srtp audio suite=0 key=- salt=-\n"
                 "srtp video suite=0 key=- salt=-\n"
                 "srtp slide suite=0 key=- salt=-\n");
-    const std::string answer = far.Speak();
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, kPlainAnswer);
-    EXPECT_TEXT(near.Hear(answer), kNearReadsPlain);
+    EXPECT_TEXT(near.Read(answer), kNearReadsPlain);
 }
 
 TEST(ConversationSrtp, AnAnswererThatDoesNotWantItAnswersInTheClear) {
     Near near(Keyed("near", kSuite32));
     near.handler.m_bSRTP = true;
     Far far(Keyed("away", kSuite32));
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, kKeyedOffer);
-    EXPECT_TEXT(far.Hear(offer), kFarReadsKeyed);
-    const std::string answer = far.Speak();
+    EXPECT_TEXT(far.Read(offer), kFarReadsKeyed);
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, kPlainAnswer);
-    EXPECT_TEXT(near.Hear(answer), kNearReadsPlain);
+    EXPECT_TEXT(near.Read(answer), kNearReadsPlain);
 }
 
 TEST(ConversationSrtp, ThePresentationAloneIsKeyed) {
@@ -220,7 +220,7 @@ TEST(ConversationSrtp, ThePresentationAloneIsKeyed) {
     Far far(other);
     far.handler.m_bSRTP = true;
     far.handler.SetBfcpSupport(true);
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, "v=0\r\n"
                        "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
                        "s=-\r\n"
@@ -261,7 +261,7 @@ TEST(ConversationSrtp, ThePresentationAloneIsKeyed) {
                        "a=floorid:2 mstrm:9\r\n"
                        "a=confid:15\r\n"
                        "a=userid:15\r\n");
-    EXPECT_TEXT(far.Hear(offer),
+    EXPECT_TEXT(far.Read(offer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.1 port=16384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=97 mode=1 level=3.1 mbps=0 fs=0 br=0 addr=192.0.2.1 port=16386 "
                 "send=1 recv=1 valid=1\n"
@@ -272,8 +272,9 @@ TEST(ConversationSrtp, ThePresentationAloneIsKeyed) {
                 "srtp audio suite=0 key=- salt=-\n"
                 "srtp video suite=0 key=- salt=-\n"
                 "srtp slide suite=1 key=near slide key 1 salt=near slidesalt\n");
-    // Main video answers secure without a key, because the far end's only secure section is a video one.
-    const std::string answer = far.Speak();
+    // Main video is answered as secure without a key, because the far end's only secure section is video
+    // (B13).
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -316,7 +317,7 @@ TEST(ConversationSrtp, ThePresentationAloneIsKeyed) {
                         "a=userid:15\r\n"
                         "m=video 0 RTP/SAVP 97 126\r\n"
                         "m=application 0 UDP/BFCP *\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=109 mode=1 level=3.1 mbps=0 fs=0 br=0 addr=192.0.2.2 "
                 "port=20386 send=1 recv=1 valid=1\n"

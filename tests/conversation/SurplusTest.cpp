@@ -1,5 +1,5 @@
-// An offer with more sections than the answerer serves: two are answered, the rest is rejected in place of
-// being left out (RFC 3264, 6).
+// An offer with more sections than the answerer serves: two are answered, the others are rejected at port 0
+// (RFC 3264, 6).
 #include "Endpoint.h"
 
 #include <string>
@@ -62,16 +62,16 @@ const char* const kNearReads =
 TEST(ConversationSurplus, SectionsBehindTheServedOnesAreRejected) {
     Near near(Plain());
     Far far(Plain());
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, kOffer);
-    // The offering client appends sections of its own: text with an address, and a second camera.
-    EXPECT_TEXT(far.Hear(offer + "m=text 5010 RTP/AVP 98\r\n"
+    // The offerer appends two sections: text with an address, and a second camera.
+    EXPECT_TEXT(far.Read(offer + "m=text 5010 RTP/AVP 98\r\n"
                                  "c=IN IP4 192.0.2.9\r\n"
                                  "a=rtpmap:98 t140/1000\r\n"
                                  "m=video 5012 RTP/AVP 31 34\r\n"
                                  "b=TIAS:5000\r\n"),
                 kFarReads);
-    const std::string answer = far.Speak();
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -94,22 +94,23 @@ TEST(ConversationSurplus, SectionsBehindTheServedOnesAreRejected) {
                         "m=text 0 RTP/AVP 98\r\n"
                         "c=IN IP4 192.0.2.9\r\n"
                         "m=video 0 RTP/AVP 31 34\r\n");
-    EXPECT_TEXT(near.Hear(answer), kNearReads);
+    EXPECT_TEXT(near.Read(answer), kNearReads);
 }
 
 TEST(ConversationSurplus, TheServedOnesAreCountedFromTheFrontWhateverTheyAre) {
     Near near(Plain());
     Far far(Plain());
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, kOffer);
-    // Two text sections in front: audio and video are answered, and rejected as the third and the fourth.
+    // Two text sections come first: audio and video are answered and, as third and fourth section, also
+    // rejected.
     const std::string sections = offer.substr(offer.find("m=audio"));
-    EXPECT_TEXT(far.Hear("c=IN IP4 192.0.2.1\r\n"
+    EXPECT_TEXT(far.Read("c=IN IP4 192.0.2.1\r\n"
                          "m=text 5010 RTP/AVP 98\r\n"
                          "m=text 5012 RTP/AVP 99\r\n" +
                          sections),
                 kFarReads);
-    const std::string answer = far.Speak();
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -131,7 +132,7 @@ TEST(ConversationSurplus, TheServedOnesAreCountedFromTheFrontWhateverTheyAre) {
                         "a=content:main\r\n"
                         "m=audio 0 RTP/AVP 0 101\r\n"
                         "m=video 0 RTP/AVP 126\r\n");
-    EXPECT_TEXT(near.Hear(answer), kNearReads);
+    EXPECT_TEXT(near.Read(answer), kNearReads);
 }
 
 } // namespace

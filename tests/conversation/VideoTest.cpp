@@ -66,10 +66,10 @@ const char* const kFarReads =
 TEST(ConversationVideo, AudioAndVideo) {
     Near near(VideoLocal());
     Far far(FarLocal());
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, kOffer);
-    EXPECT_TEXT(far.Hear(offer), kFarReads);
-    const std::string answer = far.Speak();
+    EXPECT_TEXT(far.Read(offer), kFarReads);
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -95,7 +95,7 @@ TEST(ConversationVideo, AudioAndVideo) {
                         "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
                         "a=label:8\r\n"
                         "a=content:main\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=109 mode=1 level=2.1 mbps=0 fs=0 br=450 addr=192.0.2.2 "
                 "port=20386 send=1 recv=1 valid=1\n"
@@ -113,10 +113,10 @@ TEST(ConversationVideo, AnAnswererWithModeZeroAlone) {
     LocalSDP local = FarLocal();
     local.m_VideoMain.eVideoCodec = PAYLOAD_H264_PACKETIZATION_0;
     Far far(local);
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, kOffer);
-    EXPECT_TEXT(far.Hear(offer), kFarReads);
-    const std::string answer = far.Speak();
+    EXPECT_TEXT(far.Read(offer), kFarReads);
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -138,7 +138,7 @@ TEST(ConversationVideo, AnAnswererWithModeZeroAlone) {
                         "a=rtcp:20387 IN IP4 192.0.2.2\r\n"
                         "a=label:8\r\n"
                         "a=content:main\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=2 type=0 payload=110 mode=0 level=2.1 mbps=0 fs=0 br=450 addr=192.0.2.2 "
                 "port=20386 send=1 recv=1 valid=1\n"
@@ -156,10 +156,10 @@ TEST(ConversationVideo, AnAnswererWithoutVideoLeavesTheSectionOut) {
     LocalSDP local = AudioLocal();
     local.eAudioCodec = PAYLOAD_G722;
     Far far(local);
-    const std::string offer = near.Speak();
+    const std::string offer = near.Write();
     EXPECT_TEXT(offer, kOffer);
-    EXPECT_TEXT(far.Hear(offer), kFarReads);
-    const std::string answer = far.Speak();
+    EXPECT_TEXT(far.Read(offer), kFarReads);
+    const std::string answer = far.Write();
     EXPECT_TEXT(answer, "v=0\r\n"
                         "o=Quillmarshorizon 2000 2 IN IP4 192.0.2.2\r\n"
                         "s=-\r\n"
@@ -171,7 +171,7 @@ TEST(ConversationVideo, AnAnswererWithoutVideoLeavesTheSectionOut) {
                         "a=fmtp:101 0-15\r\n"
                         "a=sendrecv\r\n"
                         "a=rtcp:20385 IN IP4 192.0.2.2\r\n");
-    EXPECT_TEXT(near.Hear(answer),
+    EXPECT_TEXT(near.Read(answer),
                 "audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
                 "main codec=256 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=0 send=0 recv=0 "
                 "valid=0\n"

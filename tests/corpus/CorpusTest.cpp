@@ -1,5 +1,5 @@
-// Every captured description is read by a fresh handler and must yield the whole record and the whole answer
-// that its golden file states. The golden files come from model.py, which shares no line with the component.
+// A new handler reads every captured description and must give the whole record and the whole answer of its
+// golden file. The golden files come from model.py, which shares no code with the component.
 #include "Golden.h"
 
 #include "Expect.h"
@@ -26,7 +26,7 @@ std::string ReadFile(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// The names of the files in one folder, without their ending, in alphabetical order.
+/// The file names of a folder without their extensions, in alphabetical order.
 std::vector<std::string> Names(const char* folder) {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(kCorpus / folder)) {
@@ -36,7 +36,7 @@ std::vector<std::string> Names(const char* folder) {
     return names;
 }
 
-/// The golden file without its remarks.
+/// The golden file without its comment lines.
 std::string Expected(const std::string& name) {
     const std::string text = ReadFile(kCorpus / "golden" / (name + ".txt"));
     const std::size_t begin = text.find("[remote]\n");
@@ -44,7 +44,7 @@ std::string Expected(const std::string& name) {
     return begin == std::string::npos ? text : text.substr(begin);
 }
 
-/// The capabilities that README.md lists and corpus_capabilities() of model.py spells out.
+/// The same capabilities as corpus_capabilities() in model.py.
 LocalSDP CorpusCapabilities() {
     LocalSDP local;
     local.listAudioCodecPriority = {PAYLOAD_G7221, PAYLOAD_G722, PAYLOAD_G711U, PAYLOAD_G729};

@@ -1,6 +1,6 @@
-// GoldenText(record, answer): what a golden file says, built from what the component returned.
+// GoldenText(record, answer): the component's results in the form of a golden file.
 //
-// The form is described in README.md beside this file. The fields stand in declared order, base first.
+// README.md in this directory describes the form. The fields are in declared order, those of the base first.
 #pragma once
 
 #include <SDP.h>
@@ -12,7 +12,7 @@
 
 namespace golden {
 
-/// Printable ASCII as it is, a backslash doubled, a quotation mark escaped inside strings, the rest as \xNN.
+/// Printable ASCII unchanged, a backslash doubled, a quotation mark escaped in strings, other bytes as \xNN.
 inline std::string Visible(std::string_view text, bool isString) {
     static const char* const digits = "0123456789abcdef";
     std::string shown;
@@ -105,7 +105,7 @@ inline std::string RemoteBlock(const RemoteSDP& remote) {
     return lines.Text();
 }
 
-/// Every CR LF as \r\n and a new line; a piece without one runs into the next.
+/// Every CR LF as \r\n and a new line; text without CR LF continues on the same line.
 inline std::string AnswerBlock(std::string_view answer) {
     std::string shown;
     for (std::size_t end = answer.find("\r\n"); end != std::string_view::npos; end = answer.find("\r\n")) {

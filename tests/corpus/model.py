@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What every file of the corpus must yield, worked out without the component.
+"""The expected result of every file of the corpus, computed without the component.
 
     model.py --check          compare every golden file with what the rules yield; status 1 if one differs
     model.py --write          write every golden file anew; the "# " lines at its head are kept
@@ -82,7 +82,7 @@ QUOTE = b'"'
 
 
 def visible(text: bytes, extra: bytes = b"") -> str:
-    r"""Printable ASCII as it is, a backslash doubled, an extra byte behind a backslash, the rest as \xNN."""
+    r"""Printable ASCII unchanged, a backslash doubled, `extra` after a backslash, other bytes as \xNN."""
     shown = []
     for byte in text:
         if byte == ord("\\") or byte in extra:
@@ -116,7 +116,7 @@ def remote_block(remote: RemoteSDP) -> str:
 
 
 def answer_block(answer: bytes) -> str:
-    r"""Every CR LF as the four characters \r\n and a new line; a piece without one runs into the next."""
+    r"""Every CR LF as the four characters \r\n and a new line; text without one continues on the same line."""
     shown = "\\r\\n\n".join(visible(line) for line in answer.split(b"\r\n"))
     return shown if not shown or shown.endswith("\n") else shown + "\n"
 
@@ -173,7 +173,7 @@ def write() -> int:
 
 
 def override(record: object, values: dict) -> None:
-    """Put JSON values over single fields of a record; an unknown name is an error, not a silent nothing."""
+    """Set single fields of a record from JSON values; an unknown name is an error."""
     known = {item.name for item in dataclasses.fields(record)}
     for name, value in values.items():
         if name not in known:

@@ -1,4 +1,4 @@
-"""A second reading of the component's rules, in another language: what a far end's text means.
+"""An independent model of the component, in another language: reading a far end's text.
 
 The C++ component reads a far end's session description into a RemoteSDP record and writes the local
 offer or answer.  This module does the same work from the same rules and shares no line with it, so that
@@ -18,7 +18,7 @@ import re
 from dataclasses import dataclass, field
 
 # ---------------------------------------------------------------------------------------------------------
-# Numbers and words: the few C library behaviours that the rules lean on.
+# Numbers and words, as the C library reads them.
 
 
 def wrap32(number: int) -> int:
@@ -51,12 +51,12 @@ def is_number(text: bytes) -> bool:
 
 
 def split(text: bytes, separator: bytes) -> list[bytes]:
-    """The pieces between separators, empty ones included; an empty text has no pieces at all."""
+    """The parts between separators, empty ones included; an empty text has no parts."""
     return text.split(separator) if text else []
 
 
 def words(line: bytes) -> list[bytes]:
-    """Cut at white space as a C++ stream sees it: blank, tab, line feed, \\v, \\f and carriage return."""
+    """Split at the white space of a C++ stream: blank, tab, line feed, \\v, \\f and carriage return."""
     return line.split()
 
 
@@ -133,7 +133,7 @@ class BaseSDP:
     cryptoAlgo: list[int] = field(default_factory=lambda: [CRYPTO_NONE] * SRTP_MAX)
 
     def take_keys(self, row: int, section: MediaSession) -> None:
-        """16 and 14 bytes are copied into the row; the spare byte behind them keeps what it was."""
+        """Copies 16 and 14 bytes into the row; the spare byte after them keeps its value."""
         self.bufSRTPKey[row] = section.bufSRTPKey + self.bufSRTPKey[row][16:]
         self.bufSRTPSalt[row] = section.bufSRTPSalt + self.bufSRTPSalt[row][14:]
         self.cryptoAlgo[row] = section.cryptoAlgo
@@ -194,7 +194,7 @@ class MediaSession:
         return self.eMedia == MEDIA_APPLICATION and b"BFCP" in self.strFullMLine
 
     def payload(self, number: bytes) -> RtpMap | None:
-        """The first entry of that number: a number listed twice leaves its second entry bare."""
+        """The first entry of that number; a second entry of the same number gets no attributes."""
         return next((entry for entry in self.vecRtpMap if entry.strPayload == number), None)
 
 
@@ -221,13 +221,13 @@ H264_LEVELS = (
 
 
 def level_name(digits: bytes) -> bytes:
-    """Far end's digits to a name; what no row knows reads as level 1.3."""
+    """Far end's digits to a name; digits without a row read as level 1.3."""
     number = hex_number(digits)
     return next((name for name, code, _ in H264_LEVELS if code == number), b"1.3")
 
 
 def level_digits(name: bytes) -> bytes:
-    """Local name to digits; what no row knows is written as level 2."""
+    """Local name to digits; a name without a row is written as level 2."""
     return next((digits for known, _, digits in H264_LEVELS if known == name), b"14")
 
 
@@ -236,7 +236,7 @@ def level_digits(name: bytes) -> bytes:
 
 
 class Reader:
-    """The remote half of a handler.  The session address outlives a parse, everything else starts anew."""
+    """The reading half of a handler.  Only the session address is kept by the next parse."""
 
     def __init__(self) -> None:
         self.sections: list[MediaSession] = []
@@ -248,7 +248,7 @@ class Reader:
         self.session_bandwidth = b""
 
     def read(self, text: bytes) -> None:
-        """Hand every terminated line to the handler of the first keyword found anywhere in it."""
+        """Give every terminated line to the handler of the first keyword found anywhere in it."""
         for line in text.split(b"\r\n")[:-1]:  # What follows the last line end is no line.
             for keyword, handler in self.DISPATCH:
                 if keyword in line:
@@ -359,7 +359,7 @@ class Reader:
             self.sections[-1].iBfcpUserid = leading_number(value)
 
     def direction(self, line: bytes) -> None:
-        """Seen from this side: what the far end only sends, this side only receives."""
+        """From this side's view: what the far end only sends, this side only receives."""
         for keyword, send, receive in (
             (b"a=inactive", False, False),
             (b"a=sendonly", False, True),
@@ -392,7 +392,7 @@ class Reader:
 
 
 def is_g7221(entry: RtpMap, codecs: int) -> bool:
-    """Only 32 kbit/s, and only when the parameter starts with it: after a blank it does not count."""
+    """Only 32 kbit/s, and only at the start of the parameter."""
     if not codecs & PAYLOAD_G7221 or entry.strEncodingName != b"G7221/16000":
         return False
     return any(parameter.startswith(b"bitrate=32000") for parameter in entry.vecFmtpParms)
@@ -431,7 +431,7 @@ def extract(reader: Reader, codecs: int) -> RemoteSDP:
 
 
 def add_media_bandwidth(remote: RemoteSDP, section: MediaSession, reader: Reader) -> None:
-    """The media sum stands in only where the session said nothing at all, not even something unreadable."""
+    """The sum of the sections is used only if the session has no bandwidth, readable or not."""
     if not reader.session_bandwidth and is_number(section.strMaxBandwidth):
         remote.iMaxBandwidth = wrap32(remote.iMaxBandwidth + leading_number(section.strMaxBandwidth))
 
@@ -444,7 +444,7 @@ def extract_bfcp(remote: RemoteSDP, section: MediaSession) -> None:
 
 
 def extract_audio(remote: RemoteSDP, section: MediaSession, codecs: int, reader: Reader) -> None:
-    """Always ends valid: the first audio section is taken, even one without a codec of ours."""
+    """The first audio section makes the record valid, even without a common codec."""
     found = False
     for entry in section.vecRtpMap:
         codec = None if found else audio_codec(entry, codecs)
@@ -463,7 +463,7 @@ def extract_audio(remote: RemoteSDP, section: MediaSession, codecs: int, reader:
 
 
 def extract_video(remote: RemoteSDP, video: VideoParms, section: MediaSession, reader: Reader) -> None:
-    """Always ends valid: the first section of each kind is taken, even one that offers no H.264."""
+    """The first section of each role makes its stream valid, even without H.264."""
     video.eVideoCodec = PAYLOAD_H264
     remote.take_keys(SRTP_VIDEO_PRESO if section.eContent == VIDEOTYPE_PRESO else SRTP_VIDEO, section)
     video.iVideoRTPPort = section.iPort
@@ -482,7 +482,7 @@ def extract_video(remote: RemoteSDP, video: VideoParms, section: MediaSession, r
 
 
 def load_h264_parameters(video: VideoParms, entry: RtpMap) -> None:
-    """Nothing is reset first, so a payload without a parameter inherits it from the payload read before."""
+    """Values are not reset first, so a payload without a parameter inherits it from the payload before it."""
     for parameter in entry.vecFmtpParms:
         pieces = split(parameter, b"=")
         if len(pieces) < 2:

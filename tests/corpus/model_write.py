@@ -1,4 +1,4 @@
-"""A second reading of the component's rules, in another language: what a handler writes.
+"""An independent model of the component, in another language: what a handler writes.
 
 The other half is model_read.py.  The methods of Handler stand in the order of the text they write.
 """
@@ -48,7 +48,7 @@ SUITE_NAME = {
 
 
 class Handler:
-    """One negotiation: local capabilities, the switches, and what the far end last said."""
+    """One negotiation: local capabilities, the switches, and the far end's last description."""
 
     def __init__(
         self,
@@ -72,7 +72,7 @@ class Handler:
         return self.reader.sections
 
     def parse(self, text: bytes) -> RemoteSDP | None:
-        """The filled record, or None for an empty text: that clears the sections and touches no record."""
+        """Returns the record, or None for an empty text, which clears the sections and changes no record."""
         self.reader.clear()
         if not text:
             return None
@@ -100,7 +100,7 @@ class Handler:
         return b"v=0\r\n" + self.origin() + b"s=-\r\n" + connection + bandwidth + b"t=0 0\r\n"
 
     def origin(self) -> bytes:
-        """The id prints unsigned and the version signed."""
+        """The id is written unsigned and the version signed."""
         self.session_version = (self.session_version + 1) % 2**32
         name = b"o=Quillmarshorizon" + (b"-" + self.local.strOExtension if self.local.strOExtension else b"")
         numbers = b" %d %d" % (self.session_id % 2**32, wrap32(self.session_version))
@@ -156,7 +156,7 @@ class Handler:
         return b"a=rtpmap:"
 
     def media_bandwidth(self, is_video: bool) -> bytes:
-        """64000 bit/s belong to audio, every video section names the whole rest."""
+        """Audio has 64000 bit/s, and every video section names the whole rest."""
         if self.local.iMaxBandwidth <= 63999:
             return b""
         bits = self.local.iMaxBandwidth - 64000 if is_video else 64000
@@ -206,14 +206,14 @@ class Handler:
         return text + b";level-asymmetry-allowed=1\r\n"
 
     def is_secure(self, row: int) -> bool:
-        """An offer is secure when SRTP is wanted; an answer only where the far end named a suite we read."""
+        """An offer is secure if SRTP is wanted; an answer only if the far end also named a suite that is read."""
         if not self.srtp or not self.sections:
             return self.srtp
         return any(self.secures(row, section) for section in self.sections)
 
     @staticmethod
     def secures(row: int, section: MediaSession) -> bool:
-        """The looser match: any secure video section makes the main video secure, the slides too."""
+        """The profile: any secure video section makes main video secure, also the presentation."""
         if section.cryptoAlgo == CRYPTO_NONE:
             return False
         if row == SRTP_AUDIO:
@@ -237,7 +237,7 @@ class Handler:
 
     @classmethod
     def keys_for(cls, row: int, section: MediaSession) -> bool:
-        """The stricter match: the main video's line needs a main section of its own."""
+        """The crypto line: main video needs a secure main video section."""
         return cls.secures(row, section) and (row != SRTP_VIDEO or section.eContent == VIDEOTYPE_MAIN)
 
     def direction(self, media: int, content: int) -> bytes:

@@ -36,7 +36,7 @@ bool FailsAt(Endpoint& near, void (*fail)(std::size_t), std::size_t n) {
     } catch (const std::bad_alloc&) {
         hasFailed = true;
     }
-    allocations::Relent();
+    allocations::StopFailing();
     return hasFailed;
 }
 

@@ -1,6 +1,5 @@
-// A program of somebody else: it offers with one handler and answers with another, and ends with 0 when the
-// answer took the codec. It is built against the installed package, against the subproject, and with nothing
-// but the sources.
+// A program of another project: one handler offers and another answers; the status is 0 if the answer has the
+// codec. It is built with the installed package, with the subproject, and with the sources alone.
 #include "CommonMediaTrace.h"
 #include "Platform.h"
 #include "SDP.h"

@@ -1,4 +1,5 @@
-// A good text after any hostile text gives what a fresh handler gives, but for the session address.
+// After any hostile text a handler reads and answers a good text as a new handler does. Only the session
+// address may be kept.
 #include "Law.h"
 
 #include "HostileTexts.h"
@@ -17,7 +18,7 @@ void StartFull(SDPHandler& h) {
     h.m_bSRTP = true;
 }
 
-// Parse and answer by a handler that has a past and by one that has none.
+// Compares a used handler with a new one.
 void ExpectLikeFresh(SDPHandler& used, const std::string& text, const std::string& strName) {
     SDPHandler fresh;
     StartFull(fresh);

@@ -1,4 +1,4 @@
-// Texts that no well-meaning far end sends, small enough to be tried in every combination.
+// Short hostile texts, which the laws try in every combination.
 #pragma once
 
 #include <algorithm>
@@ -20,7 +20,7 @@ inline std::string Repeat(const std::string& piece, int times) {
     return allText;
 }
 
-/// The text with every "@" turned into a zero byte.
+/// Returns the text with every "@" replaced by a zero byte.
 inline std::string WithZeros(std::string text) {
     std::replace(text.begin(), text.end(), '@', '\0');
     return text;

@@ -1,4 +1,4 @@
-// What the laws share: texts to try them on, and the state of a handler as a text that can be compared.
+// Shared by the laws: texts to try, and the state of a handler as a text for comparison.
 #pragma once
 
 #include "Capabilities.h"
@@ -33,7 +33,7 @@ inline std::vector<std::string> CapturedTexts() {
     return texts;
 }
 
-/// A description that uses everything that is read: audio, both videos, keys, floor control.
+/// A description with everything that is read: audio, both video streams, keys, floor control.
 inline const char* const kRichText =
     "v=0\r\n"
     "o=far 1 2 IN IP4 198.51.100.1\r\n"
@@ -71,13 +71,13 @@ inline const char* const kRichText =
     "a=userid:8\r\n"
     "m=text 5008 RTP/AVP 99\r\n";
 
-/// A short description without any address, which therefore shows the session address that was left over.
+/// A short description without an address, so the record shows the session address of the text before it.
 inline const char* const kAddressless = "v=0\r\n"
                                         "m=audio 5000 RTP/AVP 0\r\n"
                                         "m=video 5002 RTP/AVP 97\r\n"
                                         "a=rtpmap:97 H264/90000\r\n";
 
-/// Every field of every section that a handler holds.
+/// Every field of every section of a handler.
 inline std::string Sections(const SDPHandler& handler) {
     std::ostringstream out;
     for (const MediaSession* section : handler.vecRemoteMediaSession) {
@@ -103,13 +103,13 @@ inline std::string Sections(const SDPHandler& handler) {
     return out.str();
 }
 
-/// All that a parse leaves behind: the record, the sections, the values of the session.
+/// The whole result of a parse: the record, the sections, the session values.
 inline std::string Outcome(const SDPHandler& handler, const RemoteSDP& remote) {
     return Describe(remote) + "session " + handler.strSessionIPAddr + ' ' + handler.strMaxSessionBandwidth +
            '\n' + Sections(handler);
 }
 
-/// Parses with a new record and gives all that is left behind.
+/// Parses into a new record and returns the whole result.
 inline std::string ParseInto(SDPHandler& handler, const std::string& text) {
     RemoteSDP remote;
     EXPECT_EQ(handler.ParseTheSDP(text, remote), text.empty() ? 1 : 0);

@@ -11,7 +11,7 @@ using namespace support;
 
 namespace {
 
-// Nothing is empty, nothing but a line end holds a CR or an LF, and the last line has its end.
+// No line is empty, CR and LF occur in line ends only, and the last line ends in CR LF.
 void ExpectWholeLines(const std::string& text) {
     std::string::size_type begin = 0;
     while (begin < text.size()) {
@@ -24,7 +24,7 @@ void ExpectWholeLines(const std::string& text) {
     }
 }
 
-// Everything that the writer can be asked for, with these capabilities, in answer to this text.
+// Checks every description and part of one that these capabilities give in answer to this text.
 void ExpectWholeDescriptions(const LocalSDP& local, const std::string& text) {
     for (const bool usesBfcp : {false, true}) {
         for (const bool usesSrtp : {false, true}) {

@@ -1,4 +1,4 @@
-// The offer that we write, read by a second handler, yields our codecs, ports, addresses, levels and keys.
+// A second handler reads our codecs, ports, addresses, levels and keys from the offer that we write.
 #include "Law.h"
 
 #include <algorithm>
@@ -26,7 +26,7 @@ PayloadType_t CodecSet(unsigned subset) {
     return PayloadType_t(set);
 }
 
-// Reads a text into a handler that knows these audio codecs and nothing else.
+// Reads a text into a handler with these audio codecs only.
 RemoteSDP Read(const std::string& text, PayloadType_t codecs) {
     SDPHandler second;
     second.MyLocalSDP.eAudioCodec = codecs;
@@ -35,7 +35,7 @@ RemoteSDP Read(const std::string& text, PayloadType_t codecs) {
     return remote;
 }
 
-// The first codec of the priority that both sets hold, as the record of a reader must show it.
+// The first codec of the priority list that is in both sets.
 void ExpectCodec(const RemoteSDP& remote, const std::array<Codec, 4>& priority, int common) {
     const auto chosen = std::find_if(priority.begin(), priority.end(),
                                      [&](const Codec& codec) { return (codec.payload & common) != 0; });
@@ -76,7 +76,7 @@ TEST(LawOffer, EveryCodecSetInEveryPriorityIsReadAsOurFirstCommonCodec) {
 const char* const kLevels[] = {"1", "1.b", "1.1", "1.2", "1.3", "2",   "2.1", "2.2",
                                "3", "3.1", "3.2", "4",   "4.1", "4.2", "5",   "5.1"};
 
-// Main video and presentation at every level in every set of modes; each reads back as it was offered.
+// Main video and presentation at every level with every set of modes; each is read as it was offered.
 void ExpectStream(const VideoParms& read, const VideoParms& ours, const LocalSDP& local) {
     const bool fMode1 = (ours.eVideoCodec & PAYLOAD_H264) != 0;
     EXPECT_EQ(read.strVideoLevel, ours.strVideoLevel);
@@ -189,7 +189,7 @@ TEST(LawOffer, AMutedCameraIsReadAsAFarEndThatOnlyReceives) {
     EXPECT_TRUE(remote.m_VideoPreso.fVideoSend && remote.m_VideoPreso.fVideoRecv);
 }
 
-// An answer carries the offerer's first common codec, and both sides then hold the same one.
+// The answer has the offerer's first common codec, and both sides then use it.
 TEST(LawOffer, BothSidesEndWithTheSameAudioCodec) {
     for (unsigned ours = 0; ours < 16; ++ours) {
         for (unsigned theirs = 0; theirs < 16; ++theirs) {

@@ -1,5 +1,5 @@
-// The result of a parse depends on the text, the local codec set and the previous session address, and on
-// nothing else. Not promised: that a text which is parsed and written again comes out as it went in.
+// The result of a parse depends only on the text, the local codec set and the previous session address. Not
+// promised: that parsing a text and writing it again returns the same text.
 #include "Law.h"
 
 #include <cstdint>
@@ -18,7 +18,7 @@ std::vector<std::string> Texts() {
     return texts;
 }
 
-// Everything in a handler and its capabilities that a parse must not look at.
+// Changes everything in a handler and its capabilities that a parse must not depend on.
 const std::vector<std::function<void(SDPHandler&)>>& Changes() {
     static const std::vector<std::function<void(SDPHandler&)>> changes = {
         [](SDPHandler& h) { h.m_bSRTP = true; },

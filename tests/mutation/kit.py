@@ -33,7 +33,7 @@ class Outcome:
 
 
 class Plan:
-    """What the build directory says: how each object is compiled, what it includes, what is linked."""
+    """Reads from the build directory how each object is compiled, what it includes and what is linked."""
 
     def __init__(self, root, build):
         self.root = root
@@ -82,12 +82,12 @@ class Plan:
 
 
 class Bench:
-    """A copy of the library's tree of its own, so that several mutants are tried at once."""
+    """A separate copy of the library's tree, so that several mutants can be tried at the same time."""
 
     def __init__(self, plan, place, like=None):
         self.plan = plan
         self.place = place
-        # No object tells in which copy it was compiled.
+        # The objects of all copies are equal if their sources are.
         self.flags = LIBRARY_FLAGS + [f"-ffile-prefix-map={place}={plan.root}"]
         shutil.rmtree(place, ignore_errors=True)
         if like is not None:
@@ -126,7 +126,7 @@ class Bench:
         return subprocess.run(command, cwd=self.plan.build, capture_output=True, check=False).returncode == 0
 
     def probe(self, header):
-        """A header's inline functions, whether anything calls them or not; None when it does not compile."""
+        """All inline functions of a header as an object; None if it does not compile."""
         source = self.place / "probe.cpp"
         target = self.place / "probe.o"
         source.write_text(f'#include "commonmedia/src/{header}"\n')
@@ -165,7 +165,7 @@ class Bench:
             if probe is None:
                 return Outcome("invalid")
             same = probe == self.probes[original.name]
-            # The header's own tests are asked before a dozen sources are compiled again.
+            # The header's own tests run first, before a dozen sources are compiled again.
             for name in self.plan.order:
                 if self.plan.depending(self.plan.tests[name], original):
                     outcome = self._ask(name, original)
@@ -185,7 +185,7 @@ class Bench:
         return Outcome("survived")
 
     def _ask(self, name, header):
-        """What one test program says; None when it notices nothing."""
+        """The failure that one test program reports; None if it passes."""
         program = self.program(name, header)
         if program is None:
             return Outcome("invalid")
@@ -193,7 +193,7 @@ class Bench:
         return Outcome("killed", failure) if failure else None
 
     def program(self, name, header):
-        """The test program, compiled again where it includes the header; None when it does not compile."""
+        """The test program, compiled again where it includes the header; None if it does not compile."""
         commands = self.plan.tests[name]
         changed = self.plan.depending(commands, header) if header else []
         if not changed:
@@ -207,7 +207,7 @@ class Bench:
         return program if self.quiet(command) else None
 
     def run(self, name, program):
-        """What failed first; empty when everything passed. Taking too long and crashing are failures."""
+        """The first failure, or an empty text. A timeout and a crash are failures."""
         seconds = int(10 * self.plan.times.get(name, 60)) + 5
 
         def limit():
@@ -244,7 +244,7 @@ class Bench:
         return f"{name}: " + (f"ended by signal {-status}" if status < 0 else f"status {status}")
 
     def check(self):
-        """Runs everything unchanged and remembers how long it takes."""
+        """Runs the unchanged tests and stores how long they take."""
         for name in self.plan.order:
             failure = self.run(name, self.plan.build / "tests" / f"test_{name}")
             if failure:

@@ -1,4 +1,4 @@
-"""The changes: one small mistake each, as a tired programmer would make it.
+"""The mutations: one small mistake each.
 
 A row of RULES is one kind of mistake; it yields (edits, kind) for every place of a file where it can be made.
 An edit is (start, end, text) in bytes of the file. No edit touches a comment or a directive, and none changes
@@ -96,7 +96,7 @@ def operators(source):
 
 
 def is_stream(source, token):
-    """A "<<" that writes: the statement begins with the writer."""
+    """Whether a "<<" writes, that is, whether its statement begins with the writer."""
     at = token.index
     while at > 0 and source.tokens[at - 1].text not in (";", "{", "}"):
         at -= 1
@@ -151,7 +151,7 @@ def numbers(text):
 
 
 def units(text):
-    """The characters of a literal's inside, escapes in one piece."""
+    """The characters of a literal; an escape sequence is one of them."""
     return re.findall(r"\\(?:x[\da-fA-F]+|[0-7]{1,3}|.)|.", text, re.DOTALL)
 
 
@@ -188,7 +188,7 @@ def statements(source):
 
 
 def statement(source, at):
-    """Yields the changes of the statement that begins at `at`; the result is where the next one begins."""
+    """Yields the mutants of the statement at offset `at`; returns the offset of the next statement."""
     tokens = source.tokens
     first = tokens[at]
     if first.text == "{":
@@ -260,7 +260,7 @@ def ternary(source, token):
 
 
 def pieces(source):
-    """One "<< piece" of a statement that writes goes."""
+    """Removes one "<< value" of a statement that writes."""
     tokens = source.tokens
     for token in tokens:
         if token.text == "<<" and not token.skip and is_stream(source, token):
@@ -302,7 +302,7 @@ def folded(text):
 
 
 def find(path, text):
-    """Every mutant of one file, in the order in which the places stand."""
+    """Every mutant of one file, in the order of their offsets."""
     source = Source(text)
     seen = {text}
     found = []

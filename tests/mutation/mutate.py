@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes small mistakes in the library, one at a time, and counts how many the tests notice.
+"""Makes small mistakes in the library, one at a time, and counts how many the tests detect.
 
     mutate.py --build DIR [--count N] [--seed S] [--file F] [--all] [--again] [--list]
 
@@ -54,7 +54,7 @@ def key(mutant):
 
 
 def explanations(root):
-    """What docs/mutation.md says about survivors: blocks of a file's name, the line before, the line after."""
+    """The explained survivors of docs/mutation.md: blocks of a file name, the line before and the line after."""
     page = root / "docs" / "mutation.md"
     if not page.is_file():
         return set()
@@ -63,7 +63,7 @@ def explanations(root):
 
 
 def shares(found, count):
-    """How many of each file: in proportion to its mutants, at least one each, `count` together."""
+    """How many mutants to take from each file: `count` in all, in proportion to its mutants, at least one."""
     total = sum(len(each) for each in found.values())
     exact = {name: count * len(each) / total for name, each in found.items()}
     share = {name: min(len(found[name]), max(1, int(exact[name]))) for name in found}
@@ -110,7 +110,7 @@ class Campaign:
         return [pair for pair in self.outcomes[name] if pair[1].state in ("killed", "survived")]
 
     def run(self, found):
-        """Takes each file's share; whatever does not count is replaced by the file's next one."""
+        """Takes each file's share; a mutant that does not count is replaced by the next one of the file."""
         share = {name: len(each) for name, each in found.items()}
         if not (self.options.all or self.options.again):
             share = shares(found, self.options.count)

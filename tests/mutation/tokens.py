@@ -1,4 +1,4 @@
-"""Cuts C++ into tokens and tells which of them a change may touch.
+"""Splits C++ into tokens and says which of them a mutation may change.
 
 Not a parser: it relies on the layout that clang-format gives every file here. A binary operator has white
 space on both sides; a pointer, a reference and a template bracket have not.
@@ -36,7 +36,7 @@ class Token:
 
 
 class Source:
-    """One file: its text, its tokens without comments and directives, its brackets in pairs."""
+    """One file: its text, its tokens without comments and directives, its pairs of brackets."""
 
     def __init__(self, text):
         self.text = text
@@ -71,7 +71,7 @@ class Source:
             raise ValueError(f"bracket at byte {stack[-1].start} is not closed")
 
     def _scope(self, token, stack):
-        """What a "{" opens, told by what stands in front of it."""
+        """What a "{" opens, decided by the tokens before it."""
         if token.index == 0:
             return "code"
         before = self.tokens[token.index - 1]
@@ -88,7 +88,7 @@ class Source:
         return "list"
 
     def _mark_skipped(self):
-        """Types and promises to the compiler: a change there compiles to nothing or not at all."""
+        """Types and specifiers: a change there has no effect or does not compile."""
         tokens = self.tokens
         at = 0
         while at < len(tokens):
@@ -132,7 +132,7 @@ class Source:
         return self.text.count("\n", 0, offset) + 1
 
     def is_binary(self, token):
-        """White space on both sides, and an operand in front."""
+        """White space on both sides, and an operand before it."""
         if token.index == 0 or token.end >= len(self.text):
             return False
         before = self.tokens[token.index - 1]
@@ -144,7 +144,7 @@ class Source:
         )
 
     def end_of_operand(self, at, stops):
-        """Index of the first token from `at` on, at the same depth, whose text is one of `stops`."""
+        """Index of the first token at or after `at`, at the same depth, whose text is one of `stops`."""
         while at < len(self.tokens):
             token = self.tokens[at]
             if token.text in stops or token.text in CLOSE:
@@ -153,7 +153,7 @@ class Source:
         return at
 
     def blank(self, first, last):
-        """What is left of the tokens first to last when they go: white space and comments."""
+        """The white space and comments that remain when the tokens first to last are removed."""
         left = ""
         position = self.tokens[first].start
         for token in self.tokens[first : last + 1]:

@@ -17,16 +17,16 @@ enum class Failing { kOnce, kFromThenOn };
 enum class Afterwards { kUseAgain, kDestroy };
 
 struct Round {
-    bool hasFailed = false;  ///< an allocation failed and std::bad_alloc came out
-    bool threwOther = false; ///< something else came out
-    bool fUsable = true;     ///< the handlers work again
+    bool hasFailed = false;  ///< std::bad_alloc was thrown
+    bool threwOther = false; ///< another exception was thrown
+    bool isUsable = true;    ///< the handlers work again
     long long left = 0;      ///< blocks that were not freed
     std::size_t failures = 0;
     std::size_t thrown = 0;
 };
 
-/// Record and answer of a good offer.
-std::string Settle(SDPHandler& handler) {
+/// Reads and answers a good offer; returns record and answer.
+std::string Negotiate(SDPHandler& handler) {
     RemoteSDP remote;
     handler.m_iSessionID = 1000;
     handler.m_iSessionVersion = 1;
@@ -34,16 +34,16 @@ std::string Settle(SDPHandler& handler) {
     return std::to_string(status) + support::Describe(remote) + handler.GetLocalSDP();
 }
 
-/// Settle by a handler that never failed, with the same capabilities and switches.
-std::string SettleFresh(const SDPHandler& like) {
+/// The same from a handler that never failed, with the same capabilities and switches.
+std::string NegotiateNew(const SDPHandler& like) {
     SDPHandler fresh;
     fresh.InitializeLocalSDP(like.MyLocalSDP);
     fresh.m_bSRTP = like.m_bSRTP;
     fresh.SetBfcpSupport(like.m_fBfcpSupported);
-    return Settle(fresh);
+    return Negotiate(fresh);
 }
 
-/// While nothing can be allocated every call may fail, and none may do anything worse.
+/// While no allocation succeeds a call may throw std::bad_alloc and nothing else.
 bool FailsCleanly(const std::function<void()>& call) {
     try {
         call();
@@ -81,12 +81,12 @@ Round RunOnce(const Work& work, std::size_t n, Failing failing, Afterwards after
             round.threwOther |= call.near && !StaysClean(*call.near, call.atNear);
             round.threwOther |= call.away && !StaysClean(*call.away, call.atAway);
         }
-        allocations::Relent();
+        allocations::StopFailing();
         round.failures = scope.failures();
         round.thrown = scope.thrown();
         if (afterwards == Afterwards::kUseAgain) {
-            round.fUsable = (!call.near || Settle(*call.near) == SettleFresh(*call.near)) &&
-                            (!call.away || Settle(*call.away) == SettleFresh(*call.away));
+            round.isUsable = (!call.near || Negotiate(*call.near) == NegotiateNew(*call.near)) &&
+                             (!call.away || Negotiate(*call.away) == NegotiateNew(*call.away));
         }
     }
     round.left = scope.live();
@@ -96,12 +96,12 @@ Round RunOnce(const Work& work, std::size_t n, Failing failing, Afterwards after
 std::string Problems(const Round& round) {
     std::string problems;
     if (round.threwOther) {
-        problems += " something else than std::bad_alloc came out;";
+        problems += " another exception than std::bad_alloc was thrown;";
     }
     if (!round.hasFailed && round.thrown != 0) {
-        problems += " the failure was swallowed;";
+        problems += " the failed allocation was not reported;";
     }
-    if (!round.fUsable) {
+    if (!round.isUsable) {
         problems += " a handler reads or answers differently afterwards;";
     }
     if (round.left != 0) {
@@ -115,7 +115,7 @@ std::size_t g_traced = 0;
 } // namespace
 
 Report Exhausted(const Work& work) {
-    // What a library allocates for itself when it is used for the first time does not count.
+    // The first run is not counted, because libraries allocate memory of their own at their first use.
     RunOnce(work, 0, Failing::kOnce, Afterwards::kUseAgain);
     Report report;
     for (std::size_t n = 1;; ++n) {

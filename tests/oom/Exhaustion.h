@@ -1,10 +1,10 @@
-// Every allocation of a piece of work fails in turn, once and from then on.
+// Lets every allocation of a call fail in turn, once alone and once with all later ones.
 //
 //     Exhausted(work) runs the work with its first allocation failing, then with its second, and so on until
-//     nothing fails any more, and reports what went wrong and how many allocations there were to fail.
+//     no allocation fails, and reports the problems and the number of allocations.
 //
-// std::bad_alloc is the only thing that may come out, nothing may be left allocated, and with memory back the
-// handler must read and answer a good offer as a fresh one does.
+// Only std::bad_alloc may leave the calls, no block may be left allocated, and afterwards the handler must
+// read and answer a good offer as a new one does.
 #pragma once
 
 #include <SDPHandler.h>
@@ -16,36 +16,36 @@
 
 namespace oom {
 
-/// The two sides of a call. Handlers and records live where their allocations are counted.
+/// The two sides of a call. They are created while allocations are counted.
 struct Call {
     std::unique_ptr<SDPHandler> near;
     std::unique_ptr<SDPHandler> away;
     RemoteSDP atNear;
     RemoteSDP atAway;
-    std::string written; ///< what was written last
+    std::string written; ///< the last description written
 };
 
-/// Something that a call goes through.
+/// The calls in which allocations fail.
 struct Work {
     std::string name;
-    /// Sets the call up, with memory at hand.
+    /// Sets the call up while no allocation fails.
     std::function<void(Call&)> prepare;
-    /// What is interrupted.
+    /// The part in which an allocation fails.
     std::function<void(Call&)> run;
 };
 
-/// What came of failing every allocation of a piece of work.
+/// The result of failing every allocation of one Work.
 struct Report {
-    std::size_t sites = 0; ///< allocations that failed once each
-    std::string problems;  ///< empty: none
+    std::size_t sites = 0; ///< number of allocations, each of which failed once
+    std::string problems;  ///< empty if there were none
 };
 
 Report Exhausted(const Work& work);
 
-/// How many allocations a piece of work makes when none fails.
+/// Returns the number of allocations of `work` when none fails.
 std::size_t CountSites(const Work& work);
 
-/// Counts the traces that reach it while it stands; what it is handed is read to its end.
+/// A sink that reads every traced text to its end and counts the bytes.
 class TraceReader {
 public:
     TraceReader();

@@ -1,5 +1,4 @@
-// Calls that run out of memory at every point: two endpoints negotiate, and each allocation of the
-// negotiation fails in turn.
+// Two endpoints negotiate, and each allocation of the negotiation fails in turn.
 #include "Exhaustion.h"
 
 #include "Capabilities.h"
@@ -15,7 +14,7 @@
 
 namespace oom {
 
-/// Tests are named after their work; a failure shows the name alone.
+/// Names the test after its work.
 void PrintTo(const Work& work, std::ostream* out) {
     *out << work.name;
 }
@@ -48,7 +47,7 @@ std::function<void(Call&)> Pair(const LocalSDP& local, unsigned switches) {
     };
 }
 
-/// Near offers, away answers, near reads the answer.
+/// Near writes an offer, away answers, near reads the answer.
 void Negotiate(Call& call) {
     call.written = call.near->GetLocalSDP();
     call.away->ParseTheSDP(call.written, call.atAway);
@@ -163,7 +162,7 @@ std::string ReadFile(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// Every captured description, answered by an endpoint that can do everything.
+/// Every captured description, answered by an endpoint with everything switched on.
 std::vector<Work> Captures() {
     std::vector<Work> works;
     const auto whole = [](Call& call) {
@@ -226,7 +225,7 @@ std::size_t CountAll(const std::vector<Work>& works) {
     return sites;
 }
 
-// The floors stand well below what is counted, and far above what a test that fails nothing would reach.
+// The lower limits are well below the real counts, and far above those of a test that fails nothing.
 TEST(Oom, CoversManyAllocations) {
     const std::size_t conversations = CountAll(Conversations());
     const oom::TraceReader reader;
@@ -241,7 +240,7 @@ TEST(Oom, CoversManyAllocations) {
     EXPECT_GE(captured, 2000U);
 }
 
-// A run that leaves a block or swallows a failure is seen.
+// A run that leaves a block allocated, or does not report a failed allocation, is detected.
 TEST(Oom, SeesWhatIsWrong) {
     const auto nothing = [](Call&) {};
     std::vector<std::unique_ptr<int>> kept;

@@ -1,7 +1,7 @@
 // Every form of operator new and delete, replaced for the whole program. Include this in exactly one source.
 //
-// A program that defines ALLOCATIONS_FILL before gets its blocks filled with that byte, so that a test may
-// look at a whole block, unused tail included, without reading what nobody wrote.
+// A program that defines ALLOCATIONS_FILL first gets its blocks filled with that byte, so a test may read a
+// whole block, its unused end included, without reading uninitialised memory.
 #pragma once
 
 #include "oom/Allocations.h"
@@ -14,11 +14,11 @@
 namespace allocations {
 
 inline void* TakeBlock(std::size_t size, std::size_t alignment) {
-    if (ledger.isCounting) {
-        ++ledger.calls;
-        const bool isReached = ledger.failAt != 0 && ledger.calls >= ledger.failAt;
-        if (isReached && (ledger.keepsFailing || ledger.calls == ledger.failAt)) {
-            ++ledger.failures;
+    if (counter.isCounting) {
+        ++counter.calls;
+        const bool isReached = counter.failAt != 0 && counter.calls >= counter.failAt;
+        if (isReached && (counter.keepsFailing || counter.calls == counter.failAt)) {
+            ++counter.failures;
             return nullptr;
         }
     }
@@ -33,9 +33,9 @@ inline void* TakeBlock(std::size_t size, std::size_t alignment) {
         std::memset(block, ALLOCATIONS_FILL, malloc_usable_size(block));
     }
 #endif
-    if (ledger.isCounting && block != nullptr) {
-        ++ledger.live;
-        ledger.bytes += size;
+    if (counter.isCounting && block != nullptr) {
+        ++counter.live;
+        counter.bytes += size;
     }
     return block;
 }
@@ -43,7 +43,7 @@ inline void* TakeBlock(std::size_t size, std::size_t alignment) {
 inline void* TakeOrThrow(std::size_t size, std::size_t alignment) {
     void* const block = TakeBlock(size, alignment);
     if (block == nullptr) {
-        ++ledger.thrown;
+        ++counter.thrown;
         throw std::bad_alloc();
     }
     return block;
@@ -53,11 +53,11 @@ inline void GiveBack(void* block) noexcept {
     if (block == nullptr) {
         return;
     }
-    if (ledger.isCounting) {
-        --ledger.live;
+    if (counter.isCounting) {
+        --counter.live;
     }
-    if (ledger.beforeFree != nullptr) {
-        ledger.beforeFree(static_cast<const unsigned char*>(block), malloc_usable_size(block));
+    if (counter.beforeFree != nullptr) {
+        counter.beforeFree(static_cast<const unsigned char*>(block), malloc_usable_size(block));
     }
     std::free(block);
 }

@@ -1,7 +1,7 @@
-// What the tests share: capabilities of a typical endpoint, its keys, and remote sections made by hand.
+// Shared by the tests: capabilities of a typical endpoint, its keys, and remote sections made by hand.
 //
-// The near endpoint is 192.0.2.1, the one it talks to 192.0.2.2. Keys are readable text, so that a record
-// that carries the wrong row shows it at a glance; the base64 texts below are what stands on the wire.
+// The near endpoint is 192.0.2.1, its peer 192.0.2.2. Keys are readable text, so a record with the wrong row
+// is easy to see; the base64 texts below are written in the descriptions.
 #pragma once
 
 #include <SDPHandler.h>
@@ -66,7 +66,7 @@ inline LocalSDP AudioLocal() {
     return local;
 }
 
-/// AudioLocal, a camera in both packetization modes, and one megabit for all of it.
+/// AudioLocal, a camera in both packetization modes, and a limit of 1 Mbit/s.
 inline LocalSDP VideoLocal() {
     LocalSDP local = AudioLocal();
     local.iMaxBandwidth = 1000000;
@@ -78,7 +78,7 @@ inline LocalSDP VideoLocal() {
     return local;
 }
 
-/// VideoLocal and a shared screen with its floor control channel. SetBfcpSupport makes it visible.
+/// VideoLocal and a shared screen with its floor control channel. SetBfcpSupport switches it on.
 inline LocalSDP PresentationLocal() {
     LocalSDP local = VideoLocal();
     local.m_VideoPreso.eVideoCodec = kBothModes;
@@ -101,7 +101,7 @@ inline LocalSDP Away(LocalSDP local) {
     return local;
 }
 
-/// Gives a handler its capabilities and a session id that can be written into an expectation.
+/// Gives a handler its capabilities and a fixed session id.
 inline void Start(SDPHandler& handler, const LocalSDP& local, std::int32_t sessionID = 1000) {
     handler.InitializeLocalSDP(local);
     handler.m_iSessionID = sessionID;
@@ -119,7 +119,7 @@ inline MediaSession& AddSection(SDPHandler& handler, MediaType media, std::int32
     return *section.release();
 }
 
-/// Lists one more payload format in a section; the section's owner frees it.
+/// Adds a payload format to a section; the owner of the section frees it.
 inline RtpMap& AddFormat(MediaSession& section, std::string payload, std::string encoding = "",
                          std::vector<std::string> parms = {}) {
     auto format = std::make_unique<RtpMap>();
@@ -138,7 +138,7 @@ inline MediaSession& AddBfcpSection(SDPHandler& handler, std::int32_t port, std:
     return section;
 }
 
-/// What a usable "a=crypto:" line leaves in a section.
+/// Sets the fields that a usable "a=crypto:" line sets.
 inline void Secure(MediaSession& section, const std::string& stream, std::int32_t tag = 1) {
     WriteKey(section.bufSRTPKey, section.bufSRTPSalt, "away", stream);
     section.cryptoAlgo = kSuite32;

@@ -1,7 +1,7 @@
-// Describe(record): a record as a text that holds every field, so that a test can state a whole outcome.
+// Describe(record): every field of a record as one text, so that a test can state the whole outcome.
 //
-// Codecs, roles and suites stand as the numbers that the media engine gets, flags as 0 and 1. A key row that
-// is all zero prints as "-", any other row as its bytes; the spare byte at a row's end prints when it is set.
+// Codecs, roles and suites are numbers, flags 0 or 1. A key row of zeros is "-", any other row its bytes; the
+// spare byte at the end of a row is shown if it is not zero.
 #pragma once
 
 #include "Expect.h"

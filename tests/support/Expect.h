@@ -1,6 +1,6 @@
 // EXPECT_TEXT(actual, expected): compares two whole texts. A failure prints both line by line with every
-// control byte visible and marks the first line that differs, so that a missing "\r" or a doubled blank can
-// be read off the log. Tests: tests/support/ExpectTest.cpp.
+// control byte visible and marks the first line that differs, so a missing "\r" or a doubled blank is easy to
+// see. Tests: tests/support/ExpectTest.cpp.
 #ifndef COMMONMEDIA_TESTS_SUPPORT_EXPECT_H
 #define COMMONMEDIA_TESTS_SUPPORT_EXPECT_H
 
@@ -13,7 +13,7 @@
 
 namespace support {
 
-// The lines of a text, each with its own line end; a last line without one stays as it is.
+// The lines of a text, each with its line end; the last line may have none.
 inline std::vector<std::string> CutLines(const std::string& text) {
     std::vector<std::string> lines;
     std::size_t begin = 0;
@@ -26,8 +26,8 @@ inline std::vector<std::string> CutLines(const std::string& text) {
     return lines;
 }
 
-// The text with every byte outside printable ASCII written as an escape, the backslash included, so that two
-// different texts never look the same.
+// The text with every byte outside printable ASCII, and the backslash, escaped: two different texts never
+// look the same.
 inline std::string MakeVisible(const std::string& text) {
     static const char* const digits = "0123456789abcdef";
     std::string visible;

@@ -1,4 +1,4 @@
-// The printing helper itself: what it accepts, what a failure shows.
+// EXPECT_TEXT itself: which texts it accepts, and what a failure prints.
 #include "Expect.h"
 
 #include <string>

@@ -1,6 +1,6 @@
-// Handlers in different threads share nothing but the trace sink: eight of them read and answer every
-// captured description at once, while another thread installs and removes sinks. Run under the thread
-// sanitizer by scripts/tsan.
+// Handlers in different threads share only the trace sink: eight of them read and answer every captured
+// description at the same time, while another thread installs and removes sinks. scripts/tsan runs this test
+// under the thread sanitizer.
 #include "Capabilities.h"
 #include "CommonMediaTrace.h"
 #include "Describe.h"
@@ -39,13 +39,13 @@ std::vector<std::string> Captures() {
     return texts;
 }
 
-/// What one handler makes of every text, one after the other, offering in between.
+/// The results of one handler that reads and answers every text in turn, with an offer after each.
 std::vector<std::string> Results(const std::vector<std::string>& texts, std::size_t shift) {
     LocalSDP local = support::PresentationLocal();
     support::GiveKeys(local, "near", support::kSuite32);
     std::vector<std::string> results(texts.size());
     for (std::size_t n = 0; n < texts.size(); ++n) {
-        // Each thread begins elsewhere, so that at any moment eight different texts are being read.
+        // Each thread begins with another text, so that eight different texts are read at the same time.
         const std::size_t at = (n + shift) % texts.size();
         SDPHandler handler;
         support::Start(handler, local);
@@ -59,7 +59,7 @@ std::vector<std::string> Results(const std::vector<std::string>& texts, std::siz
     return results;
 }
 
-/// Two sinks that live as long as the program, as an installed sink must.
+/// Two sinks that are never destroyed, as an installed sink must not be.
 std::atomic<std::size_t> g_traces{0};
 std::atomic<std::size_t> g_badTraces{0};
 
@@ -74,7 +74,7 @@ void Receive(void* context, const char*, const char* function, int, const char* 
 
 const CommonMediaTraceSink kSinks[] = {{Receive, &g_traces}, {Receive, &g_badTraces}};
 
-/// Installs one sink, the other and none, over and over, until it is told to stop.
+/// Installs one sink, the other, and none in turn until it is told to stop.
 void SwapSinks(const std::atomic<bool>& stop) {
     for (std::size_t n = 0; !stop; ++n) {
         SetCommonMediaTraceSink(n % 3 == 2 ? nullptr : &kSinks[n % 3]);
@@ -125,7 +125,7 @@ TEST(Threads, HandlerMovesBetweenThreadsOneAfterTheOther) {
     RemoteSDP remote;
     RemoteSDP expected;
     for (const std::string& text : texts) {
-        // A join orders the threads; the handler itself needs nothing more.
+        // The join orders the threads; the handler needs no other synchronisation.
         std::thread([&] { one.ParseTheSDP(text, remote); }).join();
         std::string answer;
         std::thread([&] { answer = one.GetLocalSDP(); }).join();

@@ -1,5 +1,5 @@
-// This program's operators new and delete. Blocks are filled when they are handed out, because each is looked
-// at as a whole, unused tail included, before it is freed.
+// This program's operators new and delete. Blocks are filled when they are allocated, because each is
+// searched as a whole, its unused end included, before it is freed.
 #define ALLOCATIONS_FILL 0xa5
 #include "oom/ReplacedNew.h"
 
@@ -13,7 +13,7 @@ namespace wipe {
 
 namespace {
 
-/// Eight bytes of a secret in one word, so that a look at a block is one search per position.
+/// Eight bytes of a secret as one number, so that each offset of a block needs one comparison.
 std::uint64_t Window(const unsigned char* bytes) {
     std::uint64_t window = 0;
     std::memcpy(&window, bytes, sizeof window);
@@ -58,7 +58,7 @@ std::vector<std::string> Secrets() {
     return secrets;
 }
 
-// Reading through volatile keeps the compiler from concluding what an ended object's bytes are.
+// Volatile reads, because the compiler may assume anything about the bytes of a destroyed object.
 std::size_t CountWindows(const volatile unsigned char* bytes, std::size_t size) {
     std::size_t found = 0;
     unsigned char window[sizeof(std::uint64_t)];
@@ -76,11 +76,11 @@ std::size_t CountWindows(const volatile unsigned char* bytes, std::size_t size) 
 Watch::Watch() {
     Windows();
     g_watch = this;
-    allocations::ledger.beforeFree = Inspect;
+    allocations::counter.beforeFree = Inspect;
 }
 
 Watch::~Watch() {
-    allocations::ledger.beforeFree = nullptr;
+    allocations::counter.beforeFree = nullptr;
     g_watch = nullptr;
 }
 

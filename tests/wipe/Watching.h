@@ -1,7 +1,7 @@
-// Whether freed memory still holds key material.
+// Searches freed memory for key material.
 //
-// A Watch looks at every block that its thread frees while it stands, before it is freed, for eight bytes in
-// a row of any key, salt or key text that the tests use.
+// A Watch searches every block that its thread frees, before it is freed, for eight consecutive bytes of any
+// key, salt or key text that the tests use.
 #pragma once
 
 #include "Capabilities.h"
@@ -15,7 +15,7 @@ namespace wipe {
 /// Keys, salts and key texts of both endpoints.
 std::vector<std::string> Secrets();
 
-/// At how many places in the memory eight bytes of a secret stand.
+/// Returns at how many offsets of the memory eight bytes of a secret begin.
 std::size_t CountWindows(const volatile unsigned char* bytes, std::size_t size);
 
 class Watch {
@@ -26,8 +26,8 @@ public:
     Watch& operator=(const Watch&) = delete;
 
     std::size_t blocks() const { return m_blocks; } ///< blocks that were freed
-    std::size_t dirty() const { return m_dirty; }   ///< those of them that held a secret
-    std::string first() const;                      ///< the beginning of the first of these
+    std::size_t dirty() const { return m_dirty; }   ///< freed blocks that contained a secret
+    std::string first() const;                      ///< the first bytes of the first such block
 
 private:
     static void Inspect(const unsigned char* block, std::size_t size);

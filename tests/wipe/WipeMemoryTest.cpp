@@ -1,4 +1,4 @@
-// Records in memory of the test's own, read back when they have ended, and the stack of a thread that used
+// Records in buffers of the test, read after the records were destroyed, and the stack of a thread that used
 // keys.
 #include "Watching.h"
 
@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A record in a buffer that outlives it.
+/// A record in a buffer that stays readable after the record was destroyed.
 template <typename Record>
 class Placed {
 public:
@@ -73,7 +73,7 @@ TEST(WipeMemory, Handler) {
     EXPECT_EQ(handler.CountWindowsAfterItsEnd(), 0U);
 }
 
-/// Runs the work in a thread whose stack is the test's own, and counts what it left there.
+/// Runs the work in a thread whose stack is a buffer of the test, and counts the secrets left on it.
 std::size_t CountWindowsOnce(const std::function<void()>& work) {
     constexpr std::size_t size = std::size_t{1} << 20U;
     const std::unique_ptr<void, decltype(&std::free)> stack(std::aligned_alloc(4096, size), &std::free);
@@ -92,8 +92,8 @@ std::size_t CountWindowsOnce(const std::function<void()>& work) {
     return wipe::CountWindows(static_cast<const unsigned char*>(stack.get()), size);
 }
 
-/// The third run counts: when a function is called for the first time, the dynamic linker saves every
-/// register on the stack, keys on their way included.
+/// Only the third run counts: at the first call of a function the dynamic linker saves all registers on the
+/// stack, and they may hold parts of a key.
 std::size_t CountWindowsOnTheStackOf(const std::function<void()>& work) {
     CountWindowsOnce(work);
     CountWindowsOnce(work);
@@ -103,7 +103,7 @@ std::size_t CountWindowsOnTheStackOf(const std::function<void()>& work) {
 TEST(WipeStack, SeesASecretThatIsLeftBehind) {
     const std::vector<std::string> secrets = wipe::Secrets();
     EXPECT_GT(CountWindowsOnTheStackOf([&secrets] {
-                  // Far enough down that the end of the thread does not write over it.
+                  // Deep enough in the stack that the end of the thread does not overwrite it.
                   volatile unsigned char deep[65536];
                   for (std::size_t n = 0; n < secrets[0].size(); ++n) {
                       deep[n] = static_cast<unsigned char>(secrets[0][n]);
@@ -113,7 +113,7 @@ TEST(WipeStack, SeesASecretThatIsLeftBehind) {
               0U);
 }
 
-// The key text on the wire is forty characters; it crosses the stack in both directions.
+// A key text of forty characters is on the stack during reading and writing.
 TEST(WipeStack, KeyTextInBothDirections) {
     unsigned char key[baseSDP::kKeyLength];
     unsigned char salt[baseSDP::kSaltLength];

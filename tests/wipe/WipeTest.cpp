@@ -1,5 +1,5 @@
-// Key material does not outlive its use: whatever is freed while a call is set up, answered, changed and
-// ended no longer holds eight bytes in a row of any key, salt or key text.
+// Key material is wiped before its memory is freed: no block that is freed while a call is set up, answered,
+// changed and ended contains eight consecutive bytes of a key, salt or key text.
 #include "Watching.h"
 
 #include "CommonMediaTrace.h"
@@ -31,7 +31,7 @@ void Begin(SDPHandler& handler) {
     handler.SetBfcpSupport(true);
 }
 
-/// Fails the test when the watch saw a secret, or saw nothing at all.
+/// Fails the test if the watch found a secret, or if no block was freed.
 void ExpectClean(const Watch& watch) {
     EXPECT_GT(watch.blocks(), 0U);
     EXPECT_EQ(watch.dirty(), 0U) << "first: " << support::MakeVisible(watch.first());
@@ -284,8 +284,8 @@ TEST(Wipe, AssignmentOfASectionOverAnother) {
     holder.strBase64Key = kAudioKey;
     longer.strBase64Key = kVideoKey + "|2^31|1:4|" + kVideoKey;
     const Watch watch;
-    holder = longer;         // its own text goes, for a longer one
-    longer = MediaSession(); // and for none
+    holder = longer;         // the text is replaced by a longer one
+    longer = MediaSession(); // and by none
     EXPECT_EQ(wipe::CountWindows(reinterpret_cast<unsigned char*>(&longer), sizeof longer), 0U);
     {
         const MediaSession ended = holder;
@@ -337,7 +337,7 @@ TEST(Wipe, EveryCallThatRunsOutOfMemory) {
             } catch (const std::bad_alloc&) {
                 hasFailed = true;
             }
-            allocations::Relent();
+            allocations::StopFailing();
         }
         handler.reset();
         remote.reset();
