@@ -1,15 +1,18 @@
 // Stage: none; the trace sink of the code base.
-// Input: printf-style traces. Output: one finished text per trace, handed to the sink.
+// Input: printf-style traces. Output: one text per trace, its SRTP keys masked, passed to the sink.
 // Without a sink nothing is formatted.
-// Touches the one piece of state that handlers share: the pointer to the sink.
+// Touches the only state that handlers share: the pointer to the sink.
 // Test: tests/unit/CommonMediaTraceTest.cpp
 #include "CommonMediaTrace.h"
 
+#include "SDPMask.h"
+
 #include <atomic>
 #include <cstdarg>
+#include <cstddef>
 #include <cstdio>
-#include <cstdlib>
-#include <memory>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -26,21 +29,21 @@ bool CommonMediaTraceEnabled() noexcept {
 }
 
 void CommonMediaTrace(const char* file, const char* function, int line, const char* format, ...) {
-    // One load for the whole call: a sink that is removed meanwhile still gets a whole text.
+    // Loaded once for the whole call: a sink that is removed meanwhile still gets a whole text.
     const CommonMediaTraceSink* const sink = g_sink.load(std::memory_order_acquire);
     if (sink == nullptr) {
         return;
     }
     std::va_list args;
     va_start(args, format);
-    char* text = nullptr;
-    const int length = vasprintf(&text, format, args);
+    const int length = std::vsnprintf(nullptr, 0, format, args);
     va_end(args);
-    // A trace that cannot be formatted here is dropped. What a caller prepares for it, such as a dump, can
-    // still run out of memory and end the call.
     if (length < 0) {
         return;
     }
-    const std::unique_ptr<char, decltype(&std::free)> owned(text, &std::free);
-    sink->write(sink->context, file, function, line, text);
+    std::string text(static_cast<std::size_t>(length), '\0');
+    va_start(args, format);
+    std::vsnprintf(&text[0], text.size() + 1, format, args);
+    va_end(args);
+    sink->write(sink->context, file, function, line, sdp::Masked(std::move(text)).c_str());
 }

@@ -311,7 +311,7 @@ private:
     CommonMediaTraceSink m_sink = {Keep, this};
 };
 
-TEST(Deliberate, G14_KeyTextInADumpedFieldIsMasked) {
+TEST(Deliberate, G14_KeyTextInATraceIsMasked) {
     const std::string prefix = "Dump Media Session: \n"
                                "eContent: 0\n"
                                "iPort: 5002\n"
@@ -333,6 +333,9 @@ TEST(Deliberate, G14_KeyTextInADumpedFieldIsMasked) {
         TraceKeeper trace;
         const Reading joined("m=video 5002 RTP/SAVP 97\r\na=fmtp:97 max-fs=1\n" + crypto + "|2^31 KDR=1\r\n");
         EXPECT_TEXT(trace.Text(), prefix + "\na=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:*** KDR=1" + suffix);
+        // The dump itself shows the field as it is.
+        EXPECT_TEXT("Dump Media Session: \n" + joined.Section().ToDiag(),
+                    prefix + "\n" + crypto + "|2^31 KDR=1" + suffix);
     }
     {
         // On a line of its own it is no part of the dump.

@@ -66,7 +66,6 @@ TEST_F(CommonMediaTraceSeam, TextThatCannotBeFormattedIsDropped) {
     EXPECT_TEXT(m_records[0].text, "behind");
 }
 
-// Around the length up to which a text is formatted once.
 TEST_F(CommonMediaTraceSeam, TextsOfEveryLengthReachTheSinkWhole) {
     SetCommonMediaTraceSink(&m_sink);
     for (const std::size_t length : {1021U, 1022U, 1023U, 1024U, 1025U, 5000U, 100000U}) {
@@ -94,6 +93,16 @@ TEST_F(CommonMediaTraceSeam, LongTextsArriveWhole) {
         CommonMediaTrace("a.cpp", "F", 1, "%s!", longText.c_str());
         EXPECT_EQ(m_records.back().text, longText + "!");
     }
+}
+
+TEST_F(CommonMediaTraceSeam, KeyTextIsMaskedInTheFinishedText) {
+    SetCommonMediaTraceSink(&m_sink);
+    CommonMediaTrace("a.cpp", "F", 1, "a=crypto:1 X inline:%s|2^31 KDR=%d and %s:%s", "c2VjcmV0", 1, "Inline",
+                     "YQ");
+    CommonMediaTrace("a.cpp", "F", 2, "online:%s", "c2hvd24");
+    ASSERT_EQ(m_records.size(), 2U);
+    EXPECT_TEXT(m_records[0].text, "a=crypto:1 X inline:*** KDR=1 and Inline:***");
+    EXPECT_TEXT(m_records[1].text, "online:c2hvd24");
 }
 
 TEST_F(CommonMediaTraceSeam, RemovedSinkGetsNothingMore) {

@@ -267,7 +267,7 @@ TEST(SDPSection, DumpEndsATextAtItsFirstZeroByte) {
                                   "\n\n");
 }
 
-TEST(SDPSection, DumpMasksKeyTextInEveryField) {
+TEST(SDPSection, DumpShowsKeyTextInEveryFieldAsItIs) {
     RtpMap entry;
     entry.strPayload = "inline:cGF5bG9hZA";
     entry.strEncodingName = "inline:bmFtZQ";
@@ -280,17 +280,17 @@ TEST(SDPSection, DumpMasksKeyTextInEveryField) {
     section.strFloorctrl = "c-s\na=x inline:Zmxvb3I";
     EXPECT_TEXT(section.ToDiag(), "eContent: 100\n"
                                   "iPort: 0\n"
-                                  "strIPAddr: inline:***\n"
-                                  "\tRtpMap[0]: Payload-inline:*** EncodingName-inline:***\n"
-                                  "\t\tFmtp Parm-a=1\na=crypto:1 SUITE inline:*** KDR=1\n"
-                                  "\t\tFmtp Parm-inline:***\n"
+                                  "strIPAddr: inline:YWRkcmVzcw\n"
+                                  "\tRtpMap[0]: Payload-inline:cGF5bG9hZA EncodingName-inline:bmFtZQ\n"
+                                  "\t\tFmtp Parm-a=1\na=crypto:1 SUITE inline:Zm10cA|2^31 KDR=1\n"
+                                  "\t\tFmtp Parm-inline:\n"
                                   "fRecv: true\n"
                                   "fSend: true\n"
-                                  "strVideoLevel: inline:***\n"
-                                  "strMaxBandwidth: 64000\na=x inline:*** and inline:***\ttab\n"
+                                  "strVideoLevel: inline:bGV2ZWw\n"
+                                  "strMaxBandwidth: 64000\na=x inline:b25l and inline:dHdv\ttab\n"
                                   "iBfcpConfid: 0\n"
                                   "iBfcpUserid: 0\n"
-                                  "strFloorctrl: c-s\na=x inline:***\n"
+                                  "strFloorctrl: c-s\na=x inline:Zmxvb3I\n"
                                   "\n\n");
 }
 
