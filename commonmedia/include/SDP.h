@@ -181,42 +181,47 @@ struct RtpMap {
     std::vector<std::string> vecFmtpParms; ///< pieces of its last "a=fmtp:" line, blanks kept
 };
 
-/// One media section of the remote description, as it was read. Sections and their payload formats are
-/// created with `new` by SDPHandler and deleted by it.
-struct MediaSession {
-    MediaType_t eMedia;             ///< kind, from the "m=" line
-    VideoType_t eContent;           ///< role of a video section; VIDEOTYPE_UNKNOWN in every other
-    std::int32_t iPort;             ///< port of the "m=" line
+/// The fields of a MediaSession, copied member by member.
+struct MediaSessionFields {
+    MediaType_t eMedia = MEDIA_UNKNOWN;       ///< kind, from the "m=" line
+    VideoType_t eContent = VIDEOTYPE_UNKNOWN; ///< role of a video section; VIDEOTYPE_UNKNOWN in every other
+    std::int32_t iPort = 0;                   ///< port of the "m=" line
     std::string strIPAddr;          ///< address of the section's own "c=" line; empty: the session's counts
     std::vector<RtpMap*> vecRtpMap; ///< formats in "m=" line order; not freed by the destructor
-    bool fSend;                     ///< this side may send
-    bool fRecv;                     ///< this side shall receive
+    bool fSend = true;              ///< this side may send
+    bool fRecv = true;              ///< this side shall receive
     std::string strFullMLine;       ///< the whole "m=" line
-    std::string strVideoLevel;      ///< kept for the dump; no line sets it
+    std::string strVideoLevel;      ///< only dumped; no line sets it
     std::string strMaxBandwidth;    ///< text after "TIAS:", bit/s as the far end wrote it (RFC 3890)
-    std::int32_t iVideoLabel;       ///< 0; no line sets it
-    unsigned char bufSRTPKey[baseSDP::kKeyLength + 1];         ///< stands only when cryptoAlgo is set
-    unsigned char bufSRTPSalt[baseSDP::kSaltLength + 1];       ///< stands only when cryptoAlgo is set
-    Quor::media::rtp::CryptoParams::CRYPTO_PROFILE cryptoAlgo; ///< CRYPTO_NONE until a usable "a=crypto:"
-    std::int32_t iCryptoTag;               ///< tag of the last "a=crypto:" line that was read
-    std::string strBase64Key;              ///< text after "inline:", lifetime and MKI included
-    std::int32_t iBfcpConfid;              ///< from "a=confid:"
-    std::int32_t iBfcpUserid;              ///< from "a=userid:"
-    std::int32_t iBfcpFloorid;             ///< 0; no line sets it
-    std::string strFloorctrl;              ///< text after "a=floorctrl:"
-    std::string striceufrag;               ///< the whole "a=ice-ufrag" line (RFC 8839, 5.4)
-    std::string stricepwd;                 ///< the whole "a=ice-pwd" line
+    std::int32_t iVideoLabel = 0;   ///< no line sets it
+    unsigned char bufSRTPKey[baseSDP::kKeyLength + 1] = {};   ///< meaningful only when cryptoAlgo is set
+    unsigned char bufSRTPSalt[baseSDP::kSaltLength + 1] = {}; ///< meaningful only when cryptoAlgo is set
+    Quor::media::rtp::CryptoParams::CRYPTO_PROFILE cryptoAlgo =
+        Quor::media::rtp::CryptoParams::CRYPTO_NONE; ///< CRYPTO_NONE until a usable "a=crypto:"
+    std::int32_t iCryptoTag = 0;                     ///< tag of the last "a=crypto:" line that was read
+    std::string strBase64Key;                        ///< text after "inline:", lifetime and MKI included
+    std::int32_t iBfcpConfid = 0;                    ///< from "a=confid:"
+    std::int32_t iBfcpUserid = 0;                    ///< from "a=userid:"
+    std::int32_t iBfcpFloorid = 0;                   ///< no line sets it
+    std::string strFloorctrl;                        ///< text after "a=floorctrl:"
+    std::string striceufrag;                         ///< the whole "a=ice-ufrag" line (RFC 8839, 5.4)
+    std::string stricepwd;                           ///< the whole "a=ice-pwd" line
     std::vector<std::string> vecCandidate; ///< every "a=candidate:" line, whole, in order (RFC 8839, 5.1)
+};
 
+/// One media section of the remote description, as it was read. Sections and their payload formats are
+/// created with `new` by SDPHandler and deleted by it.
+struct MediaSession : public MediaSessionFields {
     MediaSession();
     MediaSession(const MediaSession&) = default;
-    /// Copies every field; the formats are shared, not copied. The key text that stood here is wiped.
+    /// Copies every field; the formats are shared, not copied. The key text that is replaced is wiped.
     MediaSession& operator=(const MediaSession& other);
     /// Wipes the key material. The RtpMap objects stay alive: delete them first.
     ~MediaSession();
 
-    /// A dump for the trace. It has no "eMedia" line, each piece ends after 999 bytes, and crypto, ICE and
-    /// the full "m=" line are not part of it. What stands directly behind "inline:", in any letter case, is
-    /// masked up to the next blank, here and in the dumps of the records.
+    /// A dump for the trace, one field per line, without the media kind, the "m=" line, crypto and ICE. A
+    /// line of it ends after 999 bytes.
+    /// The fields are shown as they are. Key text that a malformed line carried into one of them is shown
+    /// too; CommonMediaTrace masks it.
     std::string ToDiag() const;
 };

@@ -1,7 +1,7 @@
 // Stage: none; the records between reading and writing.
 // Input: field values. Output: fresh, copied and wiped records.
 // Touches only the record it is called on.
-// What they look like as text is in SDPDump.cpp.
+// Their text form is in SDPDump.cpp.
 // Test: tests/unit/SDPTest.cpp
 #include "SDP.h"
 
@@ -18,7 +18,7 @@ void VideoParms::Reset() {
     iFmtpMaxFrameSize = 0;
     iFmtpMaxBitRate = 0;
     eVideoCodec = PAYLOAD_UNKNOWN;
-    // [M05] A stream by itself has no role; the description that holds it gives it one.
+    // [M05] A stream of its own has no role; the description that contains it sets one.
     eVideoType = VIDEOTYPE_UNKNOWN;
     iVideoRTPPort = 0;
     strVideoLevel.clear();
@@ -35,15 +35,15 @@ baseSDP::baseSDP() {
 }
 
 baseSDP& baseSDP::operator=(const baseSDP& other) {
-    // [M01] The BFCP identity belongs to the side that holds the record, not to the capabilities: it is not
-    // carried over.
+    // [M01] The BFCP identity is not copied: it belongs to the side that owns the record, not to the
+    // capabilities.
     eAudioCodec = other.eAudioCodec;
     iAudioRTPPort = other.iAudioRTPPort;
     iVideoPresoControlPort = other.iVideoPresoControlPort;
     iMaxBandwidth = other.iMaxBandwidth;
     m_VideoMain = other.m_VideoMain;
     m_VideoPreso = other.m_VideoPreso;
-    // memmove, because a record may be assigned to itself.
+    // A record may be assigned to itself, which memcpy does not allow.
     std::memmove(bufSRTPKey, other.bufSRTPKey, sizeof bufSRTPKey);
     std::memmove(bufSRTPSalt, other.bufSRTPSalt, sizeof bufSRTPSalt);
     std::memmove(cryptoAlgo, other.cryptoAlgo, sizeof cryptoAlgo);
@@ -51,7 +51,7 @@ baseSDP& baseSDP::operator=(const baseSDP& other) {
 }
 
 baseSDP::~baseSDP() {
-    // [G17] Key material does not outlive its record in freed memory.
+    // [G17] Freed memory never holds key material.
     sdp::Wipe(bufSRTPKey);
     sdp::Wipe(bufSRTPSalt);
 }
@@ -70,8 +70,8 @@ void baseSDP::Reset() {
     m_VideoPreso.eVideoType = VIDEOTYPE_PRESO;
     sdp::Wipe(bufSRTPKey);
     sdp::Wipe(bufSRTPSalt);
-    for (auto& eAlgo : cryptoAlgo) {
-        eAlgo = Quor::media::rtp::CryptoParams::CRYPTO_NONE;
+    for (auto& suite : cryptoAlgo) {
+        suite = Quor::media::rtp::CryptoParams::CRYPTO_NONE;
     }
 }
 
@@ -117,48 +117,22 @@ void RemoteSDP::Reset() {
     fIsAudioValid = false;
 }
 
-// [G15] Fields that no line of the description sets start at zero, so that a copy never carries what the
-// memory held before.
-MediaSession::MediaSession()
-    : eMedia(MEDIA_UNKNOWN), eContent(VIDEOTYPE_UNKNOWN), iPort(0), fSend(true), fRecv(true), iVideoLabel(0),
-      bufSRTPKey(), bufSRTPSalt(), cryptoAlgo(Quor::media::rtp::CryptoParams::CRYPTO_NONE), iCryptoTag(0),
-      iBfcpConfid(0), iBfcpUserid(0), iBfcpFloorid(0) {}
+// [G15] Fields that no line of the description sets have initial values too, so that a copy never contains
+// uninitialised memory.
+MediaSession::MediaSession() = default;
 
 MediaSession& MediaSession::operator=(const MediaSession& other) {
-    if (this == &other) {
-        return *this;
+    if (this != &other) {
+        // A shorter key text would leave bytes of the old one, in its place or in freed memory.
+        sdp::Wipe(strBase64Key);
+        MediaSessionFields::operator=(other);
     }
-    // A key text that another one replaces would stay behind it, or in the memory that it leaves.
-    sdp::Wipe(strBase64Key);
-    eMedia = other.eMedia;
-    eContent = other.eContent;
-    iPort = other.iPort;
-    strIPAddr = other.strIPAddr;
-    vecRtpMap = other.vecRtpMap;
-    fSend = other.fSend;
-    fRecv = other.fRecv;
-    strFullMLine = other.strFullMLine;
-    strVideoLevel = other.strVideoLevel;
-    strMaxBandwidth = other.strMaxBandwidth;
-    iVideoLabel = other.iVideoLabel;
-    std::memcpy(bufSRTPKey, other.bufSRTPKey, sizeof bufSRTPKey);
-    std::memcpy(bufSRTPSalt, other.bufSRTPSalt, sizeof bufSRTPSalt);
-    cryptoAlgo = other.cryptoAlgo;
-    iCryptoTag = other.iCryptoTag;
-    strBase64Key = other.strBase64Key;
-    iBfcpConfid = other.iBfcpConfid;
-    iBfcpUserid = other.iBfcpUserid;
-    iBfcpFloorid = other.iBfcpFloorid;
-    strFloorctrl = other.strFloorctrl;
-    striceufrag = other.striceufrag;
-    stricepwd = other.stricepwd;
-    vecCandidate = other.vecCandidate;
     return *this;
 }
 
 MediaSession::~MediaSession() {
-    // [M04] The payload formats stay alive: the handler deletes them before their section, because a copy of
-    // a section shares them.
+    // [M04] The payload formats stay alive, because a copy of the section shares them; the handler deletes
+    // them before it deletes a section.
     sdp::Wipe(bufSRTPKey);
     sdp::Wipe(bufSRTPSalt);
     sdp::Wipe(strBase64Key);
