@@ -45,11 +45,6 @@
 #include <string_view>
 #include <vector>
 
-namespace sdp {
-class PayloadIndex;
-class Writer;
-} // namespace sdp
-
 /// Writes the inline key text of an "a=crypto:" line: 16 key bytes and 14 salt bytes in base64, exactly 40
 /// characters (RFC 4568, 6.1). Reads 16 bytes at `key` and 14 at `salt`; replaces what strBase64Key held.
 void GetSRTPKey(std::string& strBase64Key, const unsigned char* key, const unsigned char* salt);
@@ -148,7 +143,8 @@ private:
     bool m_fBfcpSupported = false;                    ///< presentation and floor control are written
     std::uint32_t m_iMaxSupportedSessions = 2;        ///< remote sections answered; the rest is rejected
     const SDPLineObserver* lineObserver = nullptr;    ///< told of every line read
-    sdp::PayloadIndex* pPayloadIndex = nullptr; ///< formats of a large section; only while a text is read
+    class PayloadIndex;
+    PayloadIndex* payloadIndex = nullptr; ///< formats of a large section; only while a text is read
 
     // Life
     void ClearRemoteMediaSession();
@@ -182,38 +178,13 @@ private:
     std::string ConvertVideoLevel(std::string_view strLevel) const;
     std::string ReverseConvertVideoLevel(const std::string& strLevel) const;
 
-    // Build: capabilities to text. Each Write member puts its lines at the end of `sdp`; each Add member
-    // below returns the same lines alone.
+    // Build: capabilities to text. Build writes the lines; each Add operation returns the lines of one part.
+    class Build;
     std::string GetOffer();
     std::string GetAnswer();
-    void WriteDescription(sdp::Writer& sdp);
-    void WriteOfferPreamble(sdp::Writer& sdp);
-    void WriteO(sdp::Writer& sdp);
-    void WriteC(sdp::Writer& sdp) const;
-    void WriteBandwidth(sdp::Writer& sdp) const;
-    void WriteBandwidthTIAS(sdp::Writer& sdp, bool IsVideo) const;
-    void WriteAudio(sdp::Writer& sdp) const;
-    void WriteRTPMap(sdp::Writer& sdp, PayloadType_t payload) const;
-    void WriteVideo(sdp::Writer& sdp, const VideoParms& parms) const;
-    void WriteLabel(sdp::Writer& sdp, VIDEOTYPE v) const;
-    void WriteContent(sdp::Writer& sdp, VIDEOTYPE v) const;
-    void WriteH264Profile(sdp::Writer& sdp, const VideoParms& parms) const;
-    void WriteH264ProfilePacketization0(sdp::Writer& sdp, const VideoParms& parms) const;
-    void WriteCrypto(sdp::Writer& sdp, SRTP_M_LINE n) const;
-    void WriteApplication(sdp::Writer& sdp) const;
-    void WriteFloorControl(sdp::Writer& sdp) const;
-    void WriteUnsupported(sdp::Writer& sdp) const;
-    void WriteDirectional(sdp::Writer& sdp, MediaType m, VIDEOTYPE v) const;
-    void WriteRTCPAttribute(sdp::Writer& sdp, int port) const;
-
-    // What the builders ask
     PayloadType_t GetAudioPayload() const;
     bool IsRemoteSecure(SRTP_M_LINE n) const;
     bool UseSecureParms(SRTP_M_LINE n) const;
-
-    // The pieces as texts of their own
-    template <typename... Taken, typename... Given>
-    std::string Piece(void (SDPHandler::*write)(sdp::Writer&, Taken...) const, const Given&... given) const;
     std::string AddOfferPreamble();
     std::string AddO();
     std::string AddC() const;

@@ -3,16 +3,9 @@
 // Touches the session version and nothing else.
 // The order of the lines is the order of the calls.
 // Test: tests/unit/SDPBuildTest.cpp
-#include "SDPHandler.h"
+#include "SDPBuild.h"
 
-#include "SDPWriter.h"
-
-namespace {
-
-/// Room for a description of every section with its keys; only unusual texts of the application exceed it.
-constexpr std::size_t kUsualLength = 2048;
-
-} // namespace
+#include <cstdint>
 
 std::string SDPHandler::GetLocalSDP() {
     return IsOffer() ? GetOffer() : GetAnswer();
@@ -22,60 +15,79 @@ std::string SDPHandler::GetOffer() {
     if (MyLocalSDP.strDefaultIPAddr.empty()) {
         return {};
     }
-    sdp::Writer sdp(kUsualLength);
-    WriteDescription(sdp);
-    return sdp.Take();
+    Build build(*this, Build::kDescriptionRoom);
+    ++m_iSessionVersion;
+    build.Description();
+    return build.Take();
 }
 
 std::string SDPHandler::GetAnswer() {
     if (vecRemoteMediaSession.empty()) {
         return {};
     }
-    // [B03] The sections keep this side's order whatever the order of the offer, against RFC 3264, 6. A far
-    // end that matches by position needs to offer in this order; one that matches by media does not care.
-    sdp::Writer sdp(kUsualLength);
-    WriteDescription(sdp);
-    if (vecRemoteMediaSession.size() > m_iMaxSupportedSessions) {
-        WriteUnsupported(sdp);
-    }
-    return sdp.Take();
-}
-
-void SDPHandler::WriteDescription(sdp::Writer& sdp) {
-    WriteOfferPreamble(sdp);
-    WriteAudio(sdp);
-    WriteVideo(sdp, MyLocalSDP.m_VideoMain);
-    if (m_fBfcpSupported) {
-        WriteVideo(sdp, MyLocalSDP.m_VideoPreso);
-        WriteApplication(sdp);
-        WriteFloorControl(sdp);
-    }
-}
-
-void SDPHandler::WriteOfferPreamble(sdp::Writer& sdp) {
-    sdp << "v=0\r\n";
-    WriteO(sdp);
-    sdp << "s=-\r\n";
-    WriteC(sdp);
-    WriteBandwidth(sdp);
-    sdp << "t=0 0\r\n";
-}
-
-void SDPHandler::WriteO(sdp::Writer& sdp) {
-    sdp << "o=Quillmarshorizon";
-    if (!MyLocalSDP.strOExtension.empty()) {
-        sdp << "-" << MyLocalSDP.strOExtension;
-    }
+    Build build(*this, Build::kDescriptionRoom);
     ++m_iSessionVersion;
-    // [B02] The id is written unsigned and the version signed, so a version in its upper half reads negative.
-    // Far ends compare the texts for change only (RFC 3264, 8).
-    sdp << " " << static_cast<std::uint32_t>(m_iSessionID) << " "
-        << static_cast<std::int32_t>(m_iSessionVersion) << " IN IP4 "
-        << (MyLocalSDP.strMyIPAddr.empty() ? MyLocalSDP.strDefaultIPAddr : MyLocalSDP.strMyIPAddr) << "\r\n";
+    // [B03] The sections keep this side's order whatever the order of the offer, against RFC 3264, 6. A far
+    // end that matches sections by position has to offer in this order; one that matches by media need not.
+    build.Description();
+    build.Unsupported();
+    return build.Take();
 }
 
-void SDPHandler::WriteC(sdp::Writer& sdp) const {
-    // [B01] Media flows to the default address even when the origin names another: the own address may be one
-    // that the far end cannot reach.
-    sdp << "c=IN IP4 " << MyLocalSDP.strDefaultIPAddr << "\r\n";
+void SDPHandler::Build::Description() {
+    OfferPreamble();
+    Audio();
+    Video(m_local.m_VideoMain);
+    if (m_handler.m_fBfcpSupported) {
+        Video(m_local.m_VideoPreso);
+        Application();
+        FloorControl();
+    }
+}
+
+void SDPHandler::Build::OfferPreamble() {
+    m_out << "v=0\r\n";
+    O();
+    m_out << "s=-\r\n";
+    C();
+    Bandwidth();
+    m_out << "t=0 0\r\n";
+}
+
+std::string SDPHandler::AddOfferPreamble() {
+    Build build(*this);
+    ++m_iSessionVersion;
+    build.OfferPreamble();
+    return build.Take();
+}
+
+void SDPHandler::Build::O() {
+    m_out << "o=Quillmarshorizon";
+    if (!m_local.strOExtension.empty()) {
+        m_out << "-" << m_local.strOExtension;
+    }
+    // [B02] The id is written unsigned and the version signed, so versions from 2147483648 read negative. Far
+    // ends only look whether the text has changed (RFC 3264, 8).
+    m_out << " " << static_cast<std::uint32_t>(m_handler.m_iSessionID) << " "
+          << static_cast<std::int32_t>(m_handler.m_iSessionVersion) << " IN IP4 "
+          << (m_local.strMyIPAddr.empty() ? m_local.strDefaultIPAddr : m_local.strMyIPAddr) << "\r\n";
+}
+
+std::string SDPHandler::AddO() {
+    Build build(*this);
+    ++m_iSessionVersion;
+    build.O();
+    return build.Take();
+}
+
+void SDPHandler::Build::C() {
+    // [B01] Media goes to the default address even when the origin line names another: the far end may be
+    // unable to reach the own address.
+    m_out << "c=IN IP4 " << m_local.strDefaultIPAddr << "\r\n";
+}
+
+std::string SDPHandler::AddC() const {
+    Build build(*this);
+    build.C();
+    return build.Take();
 }

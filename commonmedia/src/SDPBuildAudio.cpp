@@ -1,79 +1,102 @@
 // Stage: build, the audio section and the rtpmap lines of every codec.
 // Input: MyLocalSDP, the SRTP switch, the sections held. Output: one "m=audio" section.
-// Touches nothing but the text at whose end it writes.
-// The codec of an answer is asked of the far end's sections, not of the record.
+// Touches nothing but the text that it appends to.
+// The codec of an answer comes from the far end's sections, not from the record.
 // Test: tests/unit/SDPBuildAudioTest.cpp
-#include "SDPHandler.h"
+#include "SDPBuild.h"
 
 #include "SDPTables.h"
 #include "SDPText.h"
-#include "SDPWriter.h"
 
-void SDPHandler::WriteAudio(sdp::Writer& sdp) const {
+namespace {
+
+/// What follows "a=rtpmap:" in the lines of a format.
+void WriteFormat(sdp::Writer& out, const sdp::AudioFormat& format) {
+    out << format.payload << " " << format.name << "\r\n";
+    if (!format.parameters.empty()) {
+        out << "a=fmtp:" << format.payload << " " << format.parameters << "\r\n";
+    }
+}
+
+} // namespace
+
+void SDPHandler::Build::Audio() {
     // [B06] Without a preference there is no audio section, not even a rejected one.
-    if (MyLocalSDP.listAudioCodecPriority.empty()) {
+    if (m_local.listAudioCodecPriority.empty()) {
         return;
     }
-    const bool fSecure = UseSecureParms(baseSDP::SRTP_AUDIO);
-    const PayloadType_t pt = GetAudioPayload();
-    sdp << "m=audio " << MyLocalSDP.iAudioRTPPort << (fSecure ? " RTP/SAVP" : " RTP/AVP");
-    for (const int eCodec : MyLocalSDP.listAudioCodecPriority) {
-        const sdp::AudioCodec* const codec = sdp::FindAudioCodec(eCodec);
-        if (codec != nullptr && (pt & eCodec) != 0) {
-            sdp << " " << codec->strPayload;
+    const bool isSecure = m_handler.UseSecureParms(baseSDP::SRTP_AUDIO);
+    const PayloadType_t codecs = m_handler.GetAudioPayload();
+    m_out << "m=audio " << m_local.iAudioRTPPort << (isSecure ? " RTP/SAVP" : " RTP/AVP");
+    for (const int preferred : m_local.listAudioCodecPriority) {
+        const sdp::AudioCodec* const codec = sdp::FindAudioCodec(preferred);
+        if (codec != nullptr && (codecs & preferred) != 0) {
+            m_out << " " << codec->format.payload;
         }
     }
-    // [B07] Telephone events are always listed, so an answer without a common codec is not without a format.
-    sdp << " 101\r\n";
-    WriteBandwidthTIAS(sdp, false);
-    if (fSecure) {
-        WriteCrypto(sdp, baseSDP::SRTP_AUDIO);
+    // [B07] Telephone events are always listed, so an answer without a common codec still has a format.
+    m_out << " " << sdp::kTelephoneEvent.payload << "\r\n";
+    BandwidthTIAS(false);
+    if (isSecure) {
+        Crypto(baseSDP::SRTP_AUDIO);
     }
-    for (const int eCodec : MyLocalSDP.listAudioCodecPriority) {
-        const sdp::AudioCodec* const codec = sdp::FindAudioCodec(eCodec);
-        if (codec != nullptr && (pt & eCodec) != 0) {
-            WriteRTPMap(sdp, codec->eCodec);
+    for (const int preferred : m_local.listAudioCodecPriority) {
+        const sdp::AudioCodec* const codec = sdp::FindAudioCodec(preferred);
+        if (codec != nullptr && (codecs & preferred) != 0) {
+            RTPMap(codec->codec);
         }
     }
-    sdp << "a=rtpmap:101 telephone-event/8000\r\n"
-           "a=fmtp:101 0-15\r\n";
-    WriteDirectional(sdp, MEDIA_AUDIO, VIDEOTYPE_UNKNOWN);
-    if (MyLocalSDP.iAudioRTPPort != 0) {
-        WriteRTCPAttribute(sdp, sdp::WrappingAdd(MyLocalSDP.iAudioRTPPort, 1));
+    m_out << "a=rtpmap:";
+    WriteFormat(m_out, sdp::kTelephoneEvent);
+    Directional(MEDIA_AUDIO, VIDEOTYPE_UNKNOWN);
+    if (m_local.iAudioRTPPort != 0) {
+        RTCPAttribute(sdp::WrappingAdd(m_local.iAudioRTPPort, 1));
     }
+}
+
+std::string SDPHandler::AddAudio() const {
+    Build build(*this);
+    build.Audio();
+    return build.Take();
 }
 
 PayloadType_t SDPHandler::GetAudioPayload() const {
     if (vecRemoteMediaSession.empty()) {
         return MyLocalSDP.eAudioCodec;
     }
-    PayloadType_t pt = PAYLOAD_UNKNOWN;
+    PayloadType_t chosen = PAYLOAD_UNKNOWN;
     for (const MediaSession* const ms : vecRemoteMediaSession) {
         if (ms->eMedia != MEDIA_AUDIO) {
             continue;
         }
         // The far end's order decides, not the local one (RFC 3264, 6.1).
         for (const RtpMap* const rm : ms->vecRtpMap) {
-            const PayloadType_t eCodec = MatchAudioCodec(rm);
-            if (eCodec != PAYLOAD_UNKNOWN) {
-                pt = eCodec;
+            const PayloadType_t codec = MatchAudioCodec(rm);
+            if (codec != PAYLOAD_UNKNOWN) {
+                chosen = codec;
                 break;
             }
         }
-        // [X08] The walk goes on: the record is filled from the first audio section, the answer takes its
-        // codec from the last one that has one in common.
+        // [X08] The loop goes on: the record is filled from the first audio section, the answer takes its
+        // codec from the last one that has a common codec.
     }
-    return pt;
+    return chosen;
 }
 
-void SDPHandler::WriteRTPMap(sdp::Writer& sdp, PayloadType_t payload) const {
-    sdp << "a=rtpmap:";
+void SDPHandler::Build::RTPMap(PayloadType_t payload) {
+    m_out << "a=rtpmap:";
     if (payload == PAYLOAD_H264) {
-        sdp << MyLocalSDP.iVideoPayloadMode1 << " H264/90000\r\n";
+        m_out << m_local.iVideoPayloadMode1 << " " << sdp::kH264Name << "\r\n";
     } else if (payload == PAYLOAD_H264_PACKETIZATION_0) {
-        sdp << MyLocalSDP.iVideoPayloadMode0 << " H264/90000\r\n";
+        m_out << m_local.iVideoPayloadMode0 << " " << sdp::kH264Name << "\r\n";
     } else if (const sdp::AudioCodec* const codec = sdp::FindAudioCodec(payload)) {
-        sdp << codec->strLines;
+        WriteFormat(m_out, codec->format);
     }
-    // [B08] A codec without a line leaves the bare prefix; no section asks for one.
+    // [B08] A codec without a row leaves the bare prefix; no section asks for one.
+}
+
+std::string SDPHandler::AddRTPMap(PayloadType_t payload) const {
+    Build build(*this);
+    build.RTPMap(payload);
+    return build.Take();
 }

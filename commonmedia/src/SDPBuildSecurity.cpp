@@ -1,13 +1,12 @@
 // Stage: build, whether a section is secure, and its "a=crypto:" line (RFC 4568, 9).
 // Input: the SRTP switch, the local suites and keys, the sections held. Output: yes or no, one line.
-// Touches nothing but the text at whose end it writes; the key text in between is wiped.
-// The secure test and the crypto line match sections by different rules, kStreams.
+// Touches nothing but the text that it appends to; the key text in between is wiped.
+// The secure test and the crypto line match sections by different rules, see kStreams.
 // Test: tests/unit/SDPBuildSecurityTest.cpp
-#include "SDPHandler.h"
+#include "SDPBuild.h"
 
 #include "SDPTables.h"
 #include "SDPWipe.h"
-#include "SDPWriter.h"
 
 namespace {
 
@@ -17,10 +16,10 @@ bool IsStream(baseSDP::SRTP_M_LINE n) {
 
 /// The first secure section of the stream; null when there is none.
 const MediaSession* FindSecure(const std::vector<MediaSession*>& sections, const sdp::StreamMatch& stream,
-                               bool fAnyContent) {
+                               bool anyContent) {
     for (const MediaSession* const ms : sections) {
-        if (ms->cryptoAlgo != sdp::CryptoParams::CRYPTO_NONE && ms->eMedia == stream.eMedia &&
-            (fAnyContent || ms->eContent == stream.eContent)) {
+        if (ms->cryptoAlgo != sdp::CryptoParams::CRYPTO_NONE && ms->eMedia == stream.media &&
+            (anyContent || ms->eContent == stream.content)) {
             return ms;
         }
     }
@@ -30,39 +29,45 @@ const MediaSession* FindSecure(const std::vector<MediaSession*>& sections, const
 } // namespace
 
 bool SDPHandler::IsRemoteSecure(SRTP_M_LINE n) const {
-    return IsStream(n) &&
-           FindSecure(vecRemoteMediaSession, sdp::kStreams[n], sdp::kStreams[n].fSecureAnyContent) != nullptr;
+    return IsStream(n) && FindSecure(vecRemoteMediaSession, sdp::kStreams[n],
+                                     sdp::kStreams[n].isSecureByAnyContent) != nullptr;
 }
 
 bool SDPHandler::UseSecureParms(SRTP_M_LINE n) const {
     return m_bSRTP && (vecRemoteMediaSession.empty() || IsRemoteSecure(n));
 }
 
-void SDPHandler::WriteCrypto(sdp::Writer& sdp, SRTP_M_LINE n) const {
-    // [B22] Without a local suite there is no line, although the profile may say SAVP: the application has
-    // asked for SRTP and not said which.
-    if (!IsStream(n) || MyLocalSDP.cryptoAlgo[n] == sdp::CryptoParams::CRYPTO_NONE) {
+void SDPHandler::Build::Crypto(SRTP_M_LINE n) {
+    // [B22] Without a local suite there is no line, although the profile may say SAVP: the application asked
+    // for SRTP and named no suite.
+    if (!IsStream(n) || m_local.cryptoAlgo[n] == sdp::CryptoParams::CRYPTO_NONE) {
         return;
     }
-    std::int32_t iTag = 1;
-    if (!vecRemoteMediaSession.empty()) {
+    std::int32_t tag = 1;
+    if (!m_sections.empty()) {
         const MediaSession* const ms =
-            FindSecure(vecRemoteMediaSession, sdp::kStreams[n], sdp::kStreams[n].fCryptoAnyContent);
+            FindSecure(m_sections, sdp::kStreams[n], sdp::kStreams[n].isTagOfAnyContent);
         if (ms == nullptr) {
             return;
         }
-        iTag = ms->iCryptoTag;
+        tag = ms->iCryptoTag;
     }
-    // [B21] The tag is the far end's (RFC 4568, 5.1.2), the suite this side's own, whatever the far end
-    // offered under that tag.
-    sdp << "a=crypto:" << iTag << " ";
+    // [B21] The tag is the far end's (RFC 4568, 5.1.2), the suite this side's own, whatever suite the far end
+    // offered with that tag.
+    m_out << "a=crypto:" << tag << " ";
     for (const sdp::Suite& suite : sdp::kSuites) {
-        if (suite.eProfile == MyLocalSDP.cryptoAlgo[n]) {
-            sdp << suite.strName;
+        if (suite.profile == m_local.cryptoAlgo[n]) {
+            m_out << suite.strName;
         }
     }
-    std::string strKey;
-    const sdp::WipedAtEnd wiped(strKey);
-    GetSRTPKey(strKey, MyLocalSDP.bufSRTPKey[n], MyLocalSDP.bufSRTPSalt[n]);
-    sdp << " inline:" << strKey << "\r\n";
+    std::string keyText;
+    const sdp::WipedAtEnd wiped(keyText);
+    GetSRTPKey(keyText, m_local.bufSRTPKey[n], m_local.bufSRTPSalt[n]);
+    m_out << " inline:" << keyText << "\r\n";
+}
+
+std::string SDPHandler::AddCrypto(SRTP_M_LINE n) const {
+    Build build(*this);
+    build.Crypto(n);
+    return build.Take();
 }

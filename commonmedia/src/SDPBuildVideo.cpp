@@ -1,104 +1,126 @@
 // Stage: build, one video section with its H.264 parameters, label and content (RFC 6184, 4574, 4796).
 // Input: a stream's VideoParms, MyLocalSDP, the SRTP switch, the sections held. Output: an "m=video" section.
-// Touches nothing but the text at whose end it writes.
-// The mode-1 format carries the stream; mode 0 is the fallback for far ends that know nothing else.
+// Touches nothing but the text that it appends to.
+// The stream uses the mode-1 format; mode 0 is the fallback for far ends that support nothing else.
 // Test: tests/unit/SDPBuildVideoTest.cpp
-#include "SDPHandler.h"
+#include "SDPBuild.h"
 
 #include "SDPTables.h"
 #include "SDPText.h"
-#include "SDPWriter.h"
 
 namespace {
 
-/// One of the two "a=fmtp:" lines. They differ in payload and in the parameters of the packetization.
-void WriteFormatParameters(sdp::Writer& sdp, std::int32_t iPayload, std::string_view levelDigits,
-                           const VideoParms& parms, std::string_view packetization) {
+/// One of the two "a=fmtp:" lines. They differ in payload type and in the parameters of the packetization.
+void WriteFormatParameters(sdp::Writer& out, std::int32_t payload, const VideoParms& parms,
+                           std::string_view levelDigits, std::string_view packetization) {
     // Baseline profile, no constraint
-    sdp << "a=fmtp:" << iPayload << " profile-level-id=4200" << levelDigits;
-    if (parms.iFmtpMaxBitRate != 0) {
-        sdp << ";max-br=" << parms.iFmtpMaxBitRate;
+    out << "a=fmtp:" << payload << " " << sdp::kProfileLevelId << "=4200" << levelDigits;
+    for (int place = 1; place <= sdp::kWrittenLimits; ++place) {
+        for (const sdp::H264Parameter& limit : sdp::kH264Parameters) {
+            if (limit.place == place && parms.*limit.field != 0) {
+                out << ";" << limit.strName << "=" << (parms.*limit.field | (limit.isMadeOdd ? 1 : 0));
+            }
+        }
     }
-    if (parms.iFmtpMaxMbps != 0) {
-        sdp << ";max-mbps=" << parms.iFmtpMaxMbps;
-    }
-    if (parms.iFmtpMaxFrameSize != 0) {
-        // [B12] The frame size is written odd, one higher when it is even: the far end may send one
-        // macroblock more than the application asked for.
-        sdp << ";max-fs=" << (parms.iFmtpMaxFrameSize | 1);
-    }
-    sdp << packetization << ";level-asymmetry-allowed=1\r\n";
+    out << ";" << sdp::kPacketizationMode << packetization << ";level-asymmetry-allowed=1\r\n";
 }
 
 } // namespace
 
-void SDPHandler::WriteVideo(sdp::Writer& sdp, const VideoParms& parms) const {
+void SDPHandler::Build::Video(const VideoParms& parms) {
     if (parms.eVideoCodec == 0) {
         return;
     }
-    const SRTP_M_LINE eSrtp =
+    const SRTP_M_LINE stream =
         parms.eVideoType == VIDEOTYPE_PRESO ? baseSDP::SRTP_VIDEO_PRESO : baseSDP::SRTP_VIDEO;
-    const bool fSecure = UseSecureParms(eSrtp);
-    const bool fMode1 = (parms.eVideoCodec & PAYLOAD_H264) != 0;
-    const bool fAnyMode = (parms.eVideoCodec & sdp::kAnyH264) != 0;
+    const bool isSecure = m_handler.UseSecureParms(stream);
+    const bool hasMode1 = (parms.eVideoCodec & PAYLOAD_H264) != 0;
+    const bool hasAnyMode = (parms.eVideoCodec & sdp::kAnyH264) != 0;
+    const std::string levelDigits = m_handler.ReverseConvertVideoLevel(parms.strVideoLevel);
 
-    sdp << "m=video " << parms.iVideoRTPPort << (fSecure ? " RTP/SAVP " : " RTP/AVP ");
-    if (fMode1) {
-        sdp << MyLocalSDP.iVideoPayloadMode1;
+    m_out << "m=video " << parms.iVideoRTPPort << (isSecure ? " RTP/SAVP " : " RTP/AVP ");
+    if (hasMode1) {
+        m_out << m_local.iVideoPayloadMode1;
     }
     // [B24] The mode-0 payload is listed with mode 1 as well, whether or not the codec set has its bit.
-    // [B10] Each format brings its blank although the profile ended in one: mode 0 alone stands behind two.
-    if (fAnyMode) {
-        sdp << " " << MyLocalSDP.iVideoPayloadMode0;
+    // [B10] The profile ends in a blank and mode 0 begins with one, so mode 0 alone follows two blanks.
+    if (hasAnyMode) {
+        m_out << " " << m_local.iVideoPayloadMode0;
     }
-    // [B23] A codec set without H.264 lists no format: the line ends behind the profile's blank.
-    sdp << "\r\n";
-    if (fMode1) {
-        // [B11] Bandwidth and keys belong to mode 1. A section of mode 0 alone says SAVP and carries neither.
-        WriteBandwidthTIAS(sdp, true);
-        if (fSecure) {
-            WriteCrypto(sdp, eSrtp);
+    // [B23] A codec set without H.264 lists no format: the line ends after the profile's blank.
+    m_out << "\r\n";
+    if (hasMode1) {
+        // [B11] Bandwidth and keys belong to mode 1. A section of mode 0 alone says SAVP and has neither.
+        BandwidthTIAS(true);
+        if (isSecure) {
+            Crypto(stream);
         }
-        WriteRTPMap(sdp, PAYLOAD_H264);
-        WriteH264Profile(sdp, parms);
+        RTPMap(PAYLOAD_H264);
+        H264Profile(parms, levelDigits);
     }
-    if (fAnyMode) {
-        WriteRTPMap(sdp, PAYLOAD_H264_PACKETIZATION_0);
-        WriteH264ProfilePacketization0(sdp, parms);
-        WriteDirectional(sdp, MEDIA_VIDEO, parms.eVideoType);
+    if (hasAnyMode) {
+        RTPMap(PAYLOAD_H264_PACKETIZATION_0);
+        H264ProfilePacketization0(parms, levelDigits);
+        Directional(MEDIA_VIDEO, parms.eVideoType);
         if (parms.iVideoRTPPort != 0) {
-            WriteRTCPAttribute(sdp, sdp::WrappingAdd(parms.iVideoRTPPort, 1));
+            RTCPAttribute(sdp::WrappingAdd(parms.iVideoRTPPort, 1));
         }
     }
-    WriteLabel(sdp, parms.eVideoType);
-    WriteContent(sdp, parms.eVideoType);
+    Label(parms.eVideoType);
+    Content(parms.eVideoType);
 }
 
-void SDPHandler::WriteLabel(sdp::Writer& sdp, VIDEOTYPE v) const {
-    sdp << "a=label:";
-    if (v == VIDEOTYPE_PRESO) {
-        sdp << "9\r\n";
-    } else if (v == VIDEOTYPE_MAIN) {
-        sdp << "8\r\n";
+std::string SDPHandler::AddVideo(const VideoParms& parms) const {
+    Build build(*this);
+    build.Video(parms);
+    return build.Take();
+}
+
+void SDPHandler::Build::H264Profile(const VideoParms& parms, std::string_view levelDigits) {
+    WriteFormatParameters(m_out, m_local.iVideoPayloadMode1, parms, levelDigits,
+                          "=1;max-rcmd-nalu-size=32000");
+}
+
+std::string SDPHandler::AddH264Profile(const VideoParms& parms) const {
+    Build build(*this);
+    build.H264Profile(parms, ReverseConvertVideoLevel(parms.strVideoLevel));
+    return build.Take();
+}
+
+void SDPHandler::Build::H264ProfilePacketization0(const VideoParms& parms, std::string_view levelDigits) {
+    WriteFormatParameters(m_out, m_local.iVideoPayloadMode0, parms, levelDigits, "=0;max-rcmd-nalu-size=0");
+}
+
+std::string SDPHandler::AddH264ProfilePacketization0(const VideoParms& parms) const {
+    Build build(*this);
+    build.H264ProfilePacketization0(parms, ReverseConvertVideoLevel(parms.strVideoLevel));
+    return build.Take();
+}
+
+void SDPHandler::Build::Label(VIDEOTYPE role) {
+    m_out << "a=label:";
+    if (const sdp::VideoRole* const row = sdp::FindVideoRole(role)) {
+        m_out << row->label << "\r\n";
     }
     // [B09] A stream without a role leaves the bare prefix, here and in the content line.
 }
 
-void SDPHandler::WriteContent(sdp::Writer& sdp, VIDEOTYPE v) const {
-    sdp << "a=content:";
-    if (v == VIDEOTYPE_PRESO) {
-        sdp << "slides\r\n";
-    } else if (v == VIDEOTYPE_MAIN) {
-        sdp << "main\r\n";
+std::string SDPHandler::AddLabel(VIDEOTYPE v) const {
+    Build build(*this);
+    build.Label(v);
+    return build.Take();
+}
+
+void SDPHandler::Build::Content(VIDEOTYPE role) {
+    if (const sdp::VideoRole* const row = sdp::FindVideoRole(role)) {
+        m_out << row->keyword << "\r\n";
+    } else {
+        m_out << "a=content:";
     }
 }
 
-void SDPHandler::WriteH264Profile(sdp::Writer& sdp, const VideoParms& parms) const {
-    WriteFormatParameters(sdp, MyLocalSDP.iVideoPayloadMode1, ReverseConvertVideoLevel(parms.strVideoLevel),
-                          parms, ";packetization-mode=1;max-rcmd-nalu-size=32000");
-}
-
-void SDPHandler::WriteH264ProfilePacketization0(sdp::Writer& sdp, const VideoParms& parms) const {
-    WriteFormatParameters(sdp, MyLocalSDP.iVideoPayloadMode0, ReverseConvertVideoLevel(parms.strVideoLevel),
-                          parms, ";packetization-mode=0;max-rcmd-nalu-size=0");
+std::string SDPHandler::AddContent(VIDEOTYPE v) const {
+    Build build(*this);
+    build.Content(v);
+    return build.Take();
 }

@@ -1,6 +1,6 @@
 // Stage: extract, sections to the record that the media engine starts from.
 // Input: the sections held, the local codec set, the session address and bandwidth. Output: a RemoteSDP.
-// Touches the record only; the sections stay as they are, so extracting twice gives the same.
+// Touches the record only; the sections are not changed, so extracting twice gives the same.
 // Video streams are filled in SDPExtractVideo.cpp.
 // Test: tests/unit/SDPExtractTest.cpp
 #include "SDPHandler.h"
@@ -11,9 +11,6 @@
 #include "VideoUtils.h"
 
 namespace {
-
-constexpr std::string_view kG7221 = "G7221/16000";
-constexpr std::string_view kTelephoneEvent = "telephone-event/8000";
 
 /// Adds a section's "b=TIAS:" to the total, bit/s.
 void CountBandwidth(RemoteSDP& ParsedSDP, const MediaSession& ms) {
@@ -27,34 +24,34 @@ void CountBandwidth(RemoteSDP& ParsedSDP, const MediaSession& ms) {
 void SDPHandler::GetRTPData(RemoteSDP& ParsedSDP) {
     ParsedSDP.Reset();
     if (VideoUtils::IsNumber(strMaxSessionBandwidth)) {
-        // [G05] Kilobits beyond the range of the field wrap when they become bits, and so does the sum of the
-        // sections below: a far end that asks for more than an int holds gets a wrong number, not a crash.
+        // [G05] Kilobits that do not fit the field as bits wrap, and so does the sum of the sections below: a
+        // far end that asks for more than an int holds gets a wrong number, and nothing is undefined.
         ParsedSDP.iMaxBandwidth = sdp::WrappingMultiply(sdp::Number(strMaxSessionBandwidth), 1000);
     }
     // [X09] A session bandwidth, numeric or not, replaces the sum of the sections.
-    const bool fCountSections = strMaxSessionBandwidth.empty();
+    const bool sectionsCount = strMaxSessionBandwidth.empty();
     for (const MediaSession* const ms : vecRemoteMediaSession) {
         if (CommonMediaTraceEnabled()) {
             CommonMediaTrace(__FILE__, "GetRTPData", __LINE__, "Dump Media Session: \n%s",
                              ms->ToDiag().c_str());
         }
         if (sdp::IsBfcp(*ms)) {
-            // [X11] Every floor control section is taken, so the last one stands.
+            // [X11] Every floor control section is read, so the last one counts.
             GetBfcpData(ParsedSDP, ms);
         } else if (ms->eMedia == MEDIA_VIDEO) {
             VideoParms& stream =
                 ms->eContent == VIDEOTYPE_PRESO ? ParsedSDP.m_VideoPreso : ParsedSDP.m_VideoMain;
-            const bool fKnown = ms->eContent == VIDEOTYPE_PRESO || ms->eContent == VIDEOTYPE_MAIN;
-            if (fKnown && !stream.fIsVideoValid) {
+            const bool hasRole = ms->eContent == VIDEOTYPE_PRESO || ms->eContent == VIDEOTYPE_MAIN;
+            if (hasRole && !stream.fIsVideoValid) {
                 GetVideoRTPData(ParsedSDP, stream, ms);
-                // [X10] The presentation never counts: it shares what main video was given.
-                if (fCountSections && ms->eContent == VIDEOTYPE_MAIN) {
+                // [X10] The presentation's bandwidth never counts: it shares what main video was given.
+                if (sectionsCount && ms->eContent == VIDEOTYPE_MAIN) {
                     CountBandwidth(ParsedSDP, *ms);
                 }
             }
         } else if (ms->eMedia == MEDIA_AUDIO && !ParsedSDP.fIsAudioValid) {
             GetAudioRTPData(ParsedSDP, ms);
-            if (fCountSections) {
+            if (sectionsCount) {
                 CountBandwidth(ParsedSDP, *ms);
             }
         }
@@ -69,16 +66,16 @@ void SDPHandler::GetAudioRTPData(RemoteSDP& ParsedSDP, const MediaSession* ms) c
                 ParsedSDP.iAudioPayload = sdp::Number(rm->strPayload);
             }
         }
-        // [X02] Of several telephone-event formats the last one stands (RFC 4733, 2.4).
-        if (rm->strEncodingName == kTelephoneEvent) {
+        // [X02] Of several telephone-event formats the last one counts (RFC 4733, 2.4).
+        if (rm->strEncodingName == sdp::kTelephoneEvent.name) {
             ParsedSDP.iDTMFPayload = sdp::Number(rm->strPayload);
         }
     }
-    // [X07] The record is valid without a codec: the section is there, it just cannot carry anything.
-    const bool fUsable = ms->iPort != 0 && ParsedSDP.eAudioCodec != PAYLOAD_UNKNOWN;
+    // [X07] The record is valid without a codec: the section exists and cannot carry anything.
+    const bool isUsable = ms->iPort != 0 && ParsedSDP.eAudioCodec != PAYLOAD_UNKNOWN;
     ParsedSDP.iAudioRTPPort = ms->iPort;
-    ParsedSDP.fAudioRecv = fUsable && ms->fRecv;
-    ParsedSDP.fAudioSend = fUsable && ms->fSend;
+    ParsedSDP.fAudioRecv = isUsable && ms->fRecv;
+    ParsedSDP.fAudioSend = isUsable && ms->fSend;
     ParsedSDP.strAudioIPAddr = ms->strIPAddr.empty() ? strSessionIPAddr : ms->strIPAddr;
     ParsedSDP.setSRTPKey(baseSDP::SRTP_AUDIO, ms->bufSRTPKey);
     ParsedSDP.setSRTPSalt(baseSDP::SRTP_AUDIO, ms->bufSRTPSalt);
@@ -87,27 +84,28 @@ void SDPHandler::GetAudioRTPData(RemoteSDP& ParsedSDP, const MediaSession* ms) c
 }
 
 PayloadType_t SDPHandler::MatchAudioCodec(const RtpMap* rm) const {
-    for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
-        if ((MyLocalSDP.eAudioCodec & codec.eCodec) == 0) {
+    for (const sdp::AudioCodec& row : sdp::kAudioCodecs) {
+        if ((MyLocalSDP.eAudioCodec & row.codec) == 0) {
             continue;
         }
-        // [X12] A static payload is known by its number alone (RFC 3551, 6): no rtpmap is needed, and one
-        // that renames it is not looked at.
-        if (codec.fStatic ? rm->strPayload == codec.strPayload : IsG7221Negotiated(rm)) {
-            return codec.eCodec;
+        // [X12] A static payload type is recognised by its number alone (RFC 3551, 6): it needs no rtpmap,
+        // and an rtpmap that renames it is ignored.
+        if (row.isStatic ? rm->strPayload == row.format.payload : IsG7221Negotiated(rm)) {
+            return row.codec;
         }
     }
     return PAYLOAD_UNKNOWN;
 }
 
 bool SDPHandler::IsG7221Negotiated(const RtpMap* rm) const {
-    if ((MyLocalSDP.eAudioCodec & PAYLOAD_G7221) == 0 || rm->strEncodingName != kG7221) {
+    constexpr const sdp::AudioFormat& format = sdp::FindAudioCodec(PAYLOAD_G7221)->format;
+    if ((MyLocalSDP.eAudioCodec & PAYLOAD_G7221) == 0 || rm->strEncodingName != format.name) {
         return false;
     }
-    // [X01] The bit rate counts at the very start of a parameter: behind the blank that "; " leaves it is not
-    // seen, and other rates are not spoken at all (RFC 5577, 4.1 makes the parameter mandatory).
+    // [X01] The bit rate counts at the very start of a parameter only: after the blank that "; " leaves it is
+    // not recognised. Other rates are not supported (RFC 5577, 4.1 makes the parameter mandatory).
     for (const std::string& parm : rm->vecFmtpParms) {
-        if (sdp::StartsWith(parm, "bitrate=32000")) {
+        if (sdp::StartsWith(parm, format.parameters)) {
             return true;
         }
     }
@@ -118,5 +116,5 @@ void SDPHandler::GetBfcpData(RemoteSDP& ParsedSDP, const MediaSession* ms) const
     ParsedSDP.iVideoPresoControlPort = ms->iPort;
     ParsedSDP.iBfcpConfid = ms->iBfcpConfid;
     ParsedSDP.iBfcpUserid = ms->iBfcpUserid;
-    ParsedSDP.fBfcpIsServer = ms->strFloorctrl == "s-only";
+    ParsedSDP.fBfcpIsServer = sdp::IsFloorServer(*ms);
 }

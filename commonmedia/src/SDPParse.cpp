@@ -1,7 +1,7 @@
 // Stage: parse, text to lines.
-// Input: the far end's whole text. Output: each line handed to the one handler that reads it.
+// Input: the far end's whole text. Output: each line passed to the one handler that reads it.
 // Touches the sections held (cleared first) and, through the handlers, whatever a line sets.
-// Lines and rows are decided in SDPLines.h; here each row gets its handler.
+// SDPLines.h defines lines and rows; here each row gets its handler.
 // Test: tests/unit/SDPParseTest.cpp
 #include "SDPHandler.h"
 
@@ -12,31 +12,24 @@
 #include <cstddef>
 #include <iterator>
 
-namespace {
-
-/// Lends an index to a handler until the scope ends, however it ends.
-class LentIndex {
-public:
-    explicit LentIndex(sdp::PayloadIndex*& pIndex) : m_pIndex(pIndex) { m_pIndex = &m_index; }
-    ~LentIndex() { m_pIndex = nullptr; }
-    LentIndex(const LentIndex&) = delete;
-    LentIndex& operator=(const LentIndex&) = delete;
-
-private:
-    sdp::PayloadIndex*& m_pIndex;
-    sdp::PayloadIndex m_index;
-};
-
-} // namespace
-
 int SDPHandler::ParseTheSDP(std::string sdp_string, RemoteSDP& ParsedSDP) {
-    // The copy carries the far end's keys.
+    /// Provides the handler with an index until the parse ends, by return or by exception.
+    struct ProvidedIndex {
+        explicit ProvidedIndex(SDPHandler& h) : handler(h) { handler.payloadIndex = &index; }
+        ~ProvidedIndex() { handler.payloadIndex = nullptr; }
+        ProvidedIndex(const ProvidedIndex&) = delete;
+        ProvidedIndex& operator=(const ProvidedIndex&) = delete;
+
+        SDPHandler& handler;
+        PayloadIndex index;
+    };
+    // The copy contains the far end's keys.
     const sdp::WipedAtEnd wiped(sdp_string);
     ClearRemoteMediaSession();
     if (sdp_string.empty()) {
         return 1;
     }
-    const LentIndex index(pPayloadIndex);
+    const ProvidedIndex provided(*this);
     ProcessLines(sdp_string);
     GetRTPData(ParsedSDP);
     return 0;

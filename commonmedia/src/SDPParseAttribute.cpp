@@ -23,19 +23,11 @@ void ReadNumber(std::string_view line, std::string_view keyword, std::int32_t& i
 } // namespace
 
 void SDPHandler::ProcessContent(std::string_view SDPLine) {
-    struct Row {
-        std::string_view keyword;
-        VideoType_t eContent;
-    };
-    static constexpr Row kRows[] = {
-        {"a=content:main", VIDEOTYPE_MAIN},
-        {"a=content:slides", VIDEOTYPE_PRESO},
-    };
     if (vecRemoteMediaSession.empty() || vecRemoteMediaSession.back()->eMedia != MEDIA_VIDEO) {
         return;
     }
-    if (const Row* const row = sdp::FirstKeyword<kRows>(SDPLine)) {
-        vecRemoteMediaSession.back()->eContent = row->eContent;
+    if (const sdp::VideoRole* const row = sdp::FirstKeyword<sdp::kVideoRoles>(SDPLine)) {
+        vecRemoteMediaSession.back()->eContent = row->role;
     }
 }
 
@@ -45,8 +37,8 @@ void SDPHandler::ParseDirectionalAttribute(std::string_view SDPLine) {
     }
     // [P14] The flags are this side's: what the far end sends this side receives, and the other way round.
     if (const sdp::Direction* const direction = sdp::FirstKeyword<sdp::kDirections>(SDPLine)) {
-        vecRemoteMediaSession.back()->fSend = direction->fReceives;
-        vecRemoteMediaSession.back()->fRecv = direction->fSends;
+        vecRemoteMediaSession.back()->fSend = direction->receives;
+        vecRemoteMediaSession.back()->fRecv = direction->sends;
     }
 }
 

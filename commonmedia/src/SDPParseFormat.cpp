@@ -11,23 +11,11 @@
 
 namespace {
 
-constexpr std::string_view ATTR_RTPMAP = "a=rtpmap:";
+constexpr std::string_view kRtpmap = "a=rtpmap:";
 constexpr std::string_view ATTR_FMTP = "a=fmtp:";
 
 /// Up to this many formats are searched one by one, which is cheaper than an index for them.
 constexpr std::size_t kFewFormats = 8;
-
-/// Compared from the end, where payload numbers differ. They are too short for a call of memcmp.
-bool Equals(const std::string& a, std::string_view b) {
-    std::size_t left = a.size();
-    if (left != b.size()) {
-        return false;
-    }
-    while (left > 0 && a[left - 1] == b[left - 1]) {
-        --left;
-    }
-    return left == 0;
-}
 
 } // namespace
 
@@ -42,10 +30,10 @@ void SDPHandler::ProcessRTPMap(std::string_view SDPLine) {
     // names payload 97.
     // [G01] The payload is cut at a fixed position and the name is the second word: a line that has neither
     // is dropped whole.
-    if (first.size() < ATTR_RTPMAP.size() || name.empty()) {
+    if (first.size() < kRtpmap.size() || name.empty()) {
         return;
     }
-    RtpMap* const rm = FindRtpMap(*vecRemoteMediaSession.back(), first.substr(ATTR_RTPMAP.size()));
+    RtpMap* const rm = FindRtpMap(*vecRemoteMediaSession.back(), first.substr(kRtpmap.size()));
     if (rm != nullptr) {
         rm->strEncodingName = std::string(name);
     }
@@ -84,14 +72,14 @@ void SDPHandler::SaveFmtpParmsToRtpMap(MediaSession* ms, std::vector<std::string
 
 RtpMap* SDPHandler::FindRtpMap(MediaSession& ms, std::string_view strPayload) {
     // [P07] A payload that the "m=" line lists twice is the first of the two; the second stays bare.
-    if (ms.vecRtpMap.size() > kFewFormats && pPayloadIndex != nullptr) {
-        if (!pPayloadIndex->IsFor(ms)) {
-            pPayloadIndex->Build(ms);
+    if (ms.vecRtpMap.size() > kFewFormats && payloadIndex != nullptr) {
+        if (!payloadIndex->IsFor(ms)) {
+            payloadIndex->Build(ms);
         }
-        return pPayloadIndex->Find(strPayload);
+        return payloadIndex->Find(strPayload);
     }
     for (RtpMap* const rm : ms.vecRtpMap) {
-        if (Equals(rm->strPayload, strPayload)) {
+        if (rm->strPayload == strPayload) {
             return rm;
         }
     }

@@ -28,7 +28,7 @@ void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
     // [P10] Lines of the two 80-bit suites are skipped, tag and key included: a far end that offers nothing
     // else is answered as not secure.
     const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(name);
-    if (suite != nullptr && !suite->fRead) {
+    if (suite != nullptr && !suite->isRead) {
         return;
     }
     const std::string_view key = words.Next();
@@ -40,7 +40,7 @@ void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
     MediaSession* const ms = vecRemoteMediaSession.back();
     // [P11] A suite that nobody knows leaves cryptoAlgo alone, but its tag and key are stored like any other.
     if (suite != nullptr) {
-        ms->cryptoAlgo = suite->eProfile;
+        ms->cryptoAlgo = suite->profile;
     }
     // [P19] A tag that is not a number reads 1, the tag that a lone line carries.
     const std::string_view tagAndMore = first.substr(colon + 1);

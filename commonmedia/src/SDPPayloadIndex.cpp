@@ -1,34 +1,21 @@
 // Stage: parse, from a payload text to its format in a section that lists many.
-// Input: the formats of one section. Output: the first format of a payload.
+// Input: the formats of one section. Output: the first format with a payload text.
 // Touches nothing but itself; it points into the section, which outlives it.
-// Real payload numbers are looked up, other texts searched by halves: sorting cannot be made slow by choosing
-// texts, as hashing can.
+// Plain numbers are looked up in an array, other texts by binary search: a far end can choose texts that make
+// hashing slow, but none that make sorting slow.
 // Test: tests/unit/SDPPayloadIndexTest.cpp
 #include "SDPPayloadIndex.h"
 
 #include <algorithm>
 
-sdp::PayloadIndex::Entry::Entry(std::string_view strPayload, RtpMap* pFormat)
-    : start(0), text(strPayload), format(pFormat) {
-    const std::size_t length = std::min(text.size(), sizeof start);
-    for (std::size_t n = 0; n < length; ++n) {
-        start = start << 8U | static_cast<unsigned char>(text[n]);
-    }
-    start <<= 8 * (sizeof start - std::max<std::size_t>(length, 1));
-}
-
-bool sdp::PayloadIndex::Entry::operator<(const Entry& other) const {
-    return start != other.start ? start < other.start : text < other.text;
-}
-
-std::size_t sdp::PayloadIndex::PlainNumber(std::string_view strPayload) {
+std::size_t SDPHandler::PayloadIndex::PlainNumber(std::string_view payload) {
     constexpr std::size_t longest = 3;
-    const bool fLeadingZero = strPayload.size() > 1 && strPayload.front() == '0';
-    if (strPayload.empty() || strPayload.size() > longest || fLeadingZero) {
+    const bool hasLeadingZero = payload.size() > 1 && payload.front() == '0';
+    if (payload.empty() || payload.size() > longest || hasLeadingZero) {
         return kNumbers;
     }
     std::size_t number = 0;
-    for (const char c : strPayload) {
+    for (const char c : payload) {
         if (c < '0' || c > '9') {
             return kNumbers;
         }
@@ -37,41 +24,36 @@ std::size_t sdp::PayloadIndex::PlainNumber(std::string_view strPayload) {
     return std::min(number, kNumbers);
 }
 
-bool sdp::PayloadIndex::IsFor(const MediaSession& ms) const {
-    return m_pSection == &ms && m_formats == ms.vecRtpMap.size();
+bool SDPHandler::PayloadIndex::IsFor(const MediaSession& ms) const {
+    return m_section == &ms && m_formats == ms.vecRtpMap.size();
 }
 
-void sdp::PayloadIndex::Build(const MediaSession& ms) {
-    m_pSection = nullptr;
-    m_pLast = nullptr;
+void SDPHandler::PayloadIndex::Build(const MediaSession& ms) {
+    m_section = nullptr;
     m_byNumber.fill(nullptr);
     m_byText.clear();
     for (RtpMap* const rm : ms.vecRtpMap) {
         const std::size_t number = PlainNumber(rm->strPayload);
         if (number == kNumbers) {
-            m_byText.emplace_back(rm->strPayload, rm);
+            m_byText.push_back(rm);
         } else if (m_byNumber[number] == nullptr) {
             m_byNumber[number] = rm;
         }
     }
     // Stable, so that the first of equal payloads stays first.
-    std::stable_sort(m_byText.begin(), m_byText.end());
-    m_pSection = &ms;
+    std::stable_sort(m_byText.begin(), m_byText.end(),
+                     [](const RtpMap* a, const RtpMap* b) { return a->strPayload < b->strPayload; });
+    m_section = &ms;
     m_formats = ms.vecRtpMap.size();
 }
 
-RtpMap* sdp::PayloadIndex::Find(std::string_view strPayload) {
-    const std::size_t number = PlainNumber(strPayload);
+RtpMap* SDPHandler::PayloadIndex::Find(std::string_view payload) const {
+    const std::size_t number = PlainNumber(payload);
     if (number != kNumbers) {
         return m_byNumber[number];
     }
-    // The fmtp line of a format follows its rtpmap line more often than not.
-    if (m_pLast == nullptr || m_pLast->text != strPayload) {
-        const auto found = std::lower_bound(m_byText.begin(), m_byText.end(), Entry(strPayload));
-        if (found == m_byText.end() || found->text != strPayload) {
-            return nullptr;
-        }
-        m_pLast = &*found;
-    }
-    return m_pLast->format;
+    const auto found =
+        std::lower_bound(m_byText.begin(), m_byText.end(), payload,
+                         [](const RtpMap* rm, std::string_view text) { return rm->strPayload < text; });
+    return found != m_byText.end() && (*found)->strPayload == payload ? *found : nullptr;
 }

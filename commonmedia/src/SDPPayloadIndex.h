@@ -1,54 +1,38 @@
 // Finds the payload format of an rtpmap or fmtp line in a section that lists many.
 //
-// Fifty thousand formats with a line each would otherwise be searched fifty thousand times: 440 KB of text
-// for seconds of work. The index is built when a large section is first asked, and lives while one text is
-// read: nothing but the text changes the section meanwhile.
-// Test: tests/unit/SDPPayloadIndexTest.cpp
+// Comparing every line with every format would cost the square of the text: 440 KB with fifty thousand
+// formats took seconds. The index is built for a large section when one of its formats is first looked up,
+// and is dropped at the end of the parse; nothing but the text changes the section in between. Test:
+// tests/unit/SDPPayloadIndexTest.cpp
 #pragma once
 
-#include "SDP.h"
+#include "SDPHandler.h"
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
 #include <vector>
 
-namespace sdp {
-
-class PayloadIndex {
+class SDPHandler::PayloadIndex {
 public:
-    /// True when the index was built for this section with as many formats as it has.
+    /// True when the index was built for this section and its present number of formats.
     bool IsFor(const MediaSession& ms) const;
 
-    /// Indexes the formats of a section in place of those of another.
+    /// Indexes the formats of a section and forgets those of the previous one.
     void Build(const MediaSession& ms);
 
-    /// The first format in "m=" line order whose payload is this text; null when there is none.
-    RtpMap* Find(std::string_view strPayload);
+    /// The first format in "m=" line order with this payload text; null when there is none.
+    RtpMap* Find(std::string_view payload) const;
 
 private:
-    /// RFC 3550, 5.1 gives seven bits to the payload type; one more costs nothing.
+    /// Payload types have seven bits (RFC 3550, 5.1); an eighth is cheap.
     static constexpr std::size_t kNumbers = 256;
 
-    /// A payload that is no plain number. Nearly every comparison is settled by the first eight bytes.
-    struct Entry {
-        explicit Entry(std::string_view strPayload, RtpMap* pFormat = nullptr);
-        bool operator<(const Entry& other) const;
+    /// The payload as a number below kNumbers; kNumbers for a text that is not the plain decimal of one.
+    static std::size_t PlainNumber(std::string_view payload);
 
-        std::uint64_t start; ///< the first eight bytes, as a number that orders as they do
-        std::string_view text;
-        RtpMap* format;
-    };
-
-    /// The payload as a number below kNumbers; kNumbers for any text that such a number is not written as.
-    static std::size_t PlainNumber(std::string_view strPayload);
-
-    const MediaSession* m_pSection = nullptr;
+    const MediaSession* m_section = nullptr;
     std::size_t m_formats = 0;
-    std::array<RtpMap*, kNumbers> m_byNumber; ///< plain numbers
-    std::vector<Entry> m_byText;              ///< everything else, sorted
-    const Entry* m_pLast = nullptr;           ///< the one found last
+    std::array<RtpMap*, kNumbers> m_byNumber; ///< formats of plain numbers; set by Build
+    std::vector<RtpMap*> m_byText;            ///< every other format, sorted by payload
 };
-
-} // namespace sdp

@@ -1,12 +1,14 @@
-// The tables that reading and writing share. A row begins with an example line or the value it stands for;
-// each table exists once, for both directions.
+// The tables that reading and writing share: each exists once, for both directions.
 //
+// The tables are known at compile time, and a search of one is unrolled into comparisons with constants.
+// H.264 levels have tables of their own in H264Level.h.
 // Test: tests/unit/SDPTablesTest.cpp
 #pragma once
 
 #include "SDP.h"
 #include "SDPText.h"
 
+#include <cstdint>
 #include <string_view>
 
 namespace sdp {
@@ -14,25 +16,82 @@ namespace sdp {
 using CRYPTO_PROFILE = Quor::media::rtp::CryptoParams::CRYPTO_PROFILE;
 using CryptoParams = Quor::media::rtp::CryptoParams;
 
-/// Audio codecs in the order in which one payload entry is tested.
+/// One format of an "m=audio" line with its attribute lines (RFC 4566, 6):
+///     a=rtpmap:104 G7221/16000
+///     a=fmtp:104 bitrate=32000
+struct AudioFormat {
+    std::string_view payload; ///< payload type of the formats that are written
+    std::string_view name;
+    std::string_view parameters; ///< empty: no "a=fmtp:" line
+};
+inline constexpr AudioFormat kTelephoneEvent = {"101", "telephone-event/8000", "0-15"}; // RFC 4733
+
+/// Audio codecs in the order in which a remote format is compared with them.
 struct AudioCodec {
-    PayloadType_t eCodec;
-    std::string_view strPayload; ///< format token written into the "m=audio" line
-    bool fStatic;                ///< a format with this token is the codec (RFC 3551, 6); else by its rtpmap
-    std::string_view strLines;   ///< written behind "a=rtpmap:"
+    PayloadType_t codec;
+    bool isStatic; ///< read by its payload type (RFC 3551, 6), otherwise by name and parameters
+    AudioFormat format;
 };
 inline constexpr AudioCodec kAudioCodecs[] = {
-    {PAYLOAD_G722, "9", true, "9 G722/8000\r\n"},
-    {PAYLOAD_G7221, "104", false, "104 G7221/16000\r\na=fmtp:104 bitrate=32000\r\n"},
-    {PAYLOAD_G711U, "0", true, "0 PCMU/8000\r\n"},
-    {PAYLOAD_G729, "18", true, "18 G729/8000\r\na=fmtp:18 annexb=no\r\n"},
+    {PAYLOAD_G722, true, {"9", "G722/8000", ""}},
+    {PAYLOAD_G7221, false, {"104", "G7221/16000", "bitrate=32000"}},
+    {PAYLOAD_G711U, true, {"0", "PCMU/8000", ""}},
+    {PAYLOAD_G729, true, {"18", "G729/8000", "annexb=no"}},
 };
 
-/// The row of one codec value; null for anything that is not exactly one of the audio codecs.
-constexpr const AudioCodec* FindAudioCodec(std::int32_t eCodec) {
-    for (const AudioCodec& codec : kAudioCodecs) {
-        if (codec.eCodec == eCodec) {
-            return &codec;
+/// The row of a codec; null for a value that is not exactly one of the audio codecs.
+constexpr const AudioCodec* FindAudioCodec(std::int32_t codec) {
+    for (const AudioCodec& row : kAudioCodecs) {
+        if (row.codec == codec) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
+/// Encoding name of both H.264 formats (RFC 6184, 8.2.1).
+inline constexpr std::string_view kH264Name = "H264/90000";
+
+/// The two H.264 bits of a stream's codec set.
+inline constexpr std::int32_t kAnyH264 = PAYLOAD_H264 | PAYLOAD_H264_PACKETIZATION_0;
+
+inline constexpr std::string_view kProfileLevelId = "profile-level-id";
+inline constexpr std::string_view kPacketizationMode = "packetization-mode";
+
+/// H.264 format parameters (RFC 6184, 8.1) in the order in which a remote parameter is compared with them.
+struct H264Parameter {
+    std::string_view strName;
+    std::int32_t VideoParms::*field; ///< null for the level, which is no number
+    int place; ///< limits are written in this order, unless they are 0; a place of 0 is written apart
+    /// [B12] Written odd, one higher when the value is even: the far end may send one macroblock more than
+    /// the application asked for.
+    bool isMadeOdd;
+};
+inline constexpr H264Parameter kH264Parameters[] = {
+    {kProfileLevelId, nullptr, 0, false},                               // profile-level-id=42801f
+    {"max-mbps", &VideoParms::iFmtpMaxMbps, 2, false},                  // max-mbps=108000
+    {"max-fs", &VideoParms::iFmtpMaxFrameSize, 3, true},                // max-fs=3600
+    {"max-br", &VideoParms::iFmtpMaxBitRate, 1, false},                 // max-br=2000
+    {kPacketizationMode, &VideoParms::iFmtpPacketizationMode, 0, false} // packetization-mode=1
+};
+inline constexpr int kWrittenLimits = 3;
+
+/// Roles of video streams (RFC 4796, 5) and the labels that they are written with (RFC 4574, 4).
+struct VideoRole {
+    std::string_view keyword;
+    VideoType_t role;
+    std::string_view label;
+};
+inline constexpr VideoRole kVideoRoles[] = {
+    {"a=content:main", VIDEOTYPE_MAIN, "8"},
+    {"a=content:slides", VIDEOTYPE_PRESO, "9"},
+};
+
+/// The row of a role; null for a stream that has none.
+constexpr const VideoRole* FindVideoRole(VideoType_t role) {
+    for (const VideoRole& row : kVideoRoles) {
+        if (row.role == role) {
+            return &row;
         }
     }
     return nullptr;
@@ -41,25 +100,25 @@ constexpr const AudioCodec* FindAudioCodec(std::int32_t eCodec) {
 /// SRTP suites (RFC 4568, 6.2).
 struct Suite {
     std::string_view strName;
-    CRYPTO_PROFILE eProfile;
-    bool fRead; ///< a remote line of this suite is read; otherwise the line is skipped whole
+    CRYPTO_PROFILE profile;
+    bool isRead; ///< a remote line of this suite is read; otherwise the whole line is skipped
 };
 inline constexpr Suite kSuites[] = {
     {"AES_CM_128_HMAC_SHA1_32", CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32, true},
     {"AES_CM_128_HMAC_SHA1_80", CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_80, false},
     {"AES_CM_256_HMAC_SHA1_80", CryptoParams::CRYPTO_AES_CM_256_HMAC_SHA1_80, false},
-    // [B14] The AEAD suites are written without a name, which leaves two blanks before "inline:"; no word of
-    // a line is empty, so these rows are never read.
+    // [B14] The AEAD suites are written without a name, which leaves two blanks before "inline:". No word of
+    // a line is empty, so these rows never match when a line is read.
     {"", CryptoParams::CRYPTO_AEAD_AES_GCM_128, false},
     {"", CryptoParams::CRYPTO_AEAD_AES_GCM_256, false},
 };
 
-/// Direction attributes (RFC 4566, 6), each as its writer means it: what the writer sends and receives.
-/// Read from the far end, sends is our fRecv and receives our fSend; written by us, each is our own.
+/// Direction attributes (RFC 4566, 6): what the side that writes the line sends and receives. The far end's
+/// `sends` is our fRecv and its `receives` our fSend.
 struct Direction {
     std::string_view keyword;
-    bool fSends;
-    bool fReceives;
+    bool sends;
+    bool receives;
 };
 inline constexpr Direction kDirections[] = {
     {"a=inactive", false, false},
@@ -70,10 +129,10 @@ inline constexpr Direction kDirections[] = {
 
 /// Which remote section belongs to a stream, in the order of SRTP_M_LINE.
 struct StreamMatch {
-    MediaType_t eMedia;
-    VideoType_t eContent;
-    bool fSecureAnyContent; ///< the secure test takes a section of any content
-    bool fCryptoAnyContent; ///< the crypto line takes its tag from a section of any content
+    MediaType_t media;
+    VideoType_t content;
+    bool isSecureByAnyContent; ///< the secure test matches sections of any content
+    bool isTagOfAnyContent;    ///< the crypto line takes its tag from a section of any content
 };
 inline constexpr StreamMatch kStreams[baseSDP::SRTP_MAX] = {
     {MEDIA_AUDIO, VIDEOTYPE_UNKNOWN, true, true},
@@ -82,25 +141,14 @@ inline constexpr StreamMatch kStreams[baseSDP::SRTP_MAX] = {
     {MEDIA_VIDEO, VIDEOTYPE_PRESO, false, false},
 };
 
-// H.264 levels: name, number and the digits of profile-level-id (RFC 6184, 8.1), row by row.
-// [X05] Level 1b is 255 and "FF" in both directions. The code is private: RFC 6184 writes level 11 with
-// constraint_set3, so only a far end of the same kind reads 1b here.
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
-inline constexpr int kH264Levels = 16;
-inline constexpr char __H264Profile[kH264Levels][40] = {"1", "1.b", "1.1", "1.2", "1.3", "2",   "2.1", "2.2",
-                                                        "3", "3.1", "3.2", "4",   "4.1", "4.2", "5",   "5.1"};
-inline constexpr int __iH264Profile[kH264Levels] = {10, 255, 11, 12, 13, 20, 21, 22,
-                                                    30, 31,  32, 40, 41, 42, 50, 51};
-inline constexpr char __strH264Profile2[kH264Levels][40] = {"0A", "FF", "0B", "0C", "0D", "14", "15", "16",
-                                                            "1E", "1F", "20", "28", "29", "2A", "32", "33"};
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
-
-/// The two H.264 bits of a stream's codec set.
-inline constexpr std::int32_t kAnyH264 = PAYLOAD_H264 | PAYLOAD_H264_PACKETIZATION_0;
-
-/// A floor control section, "m=application 50006 UDP/BFCP *" (RFC 4583, 3), over whatever transport.
+/// A floor control section, "m=application 50006 UDP/BFCP *" (RFC 4583, 3), whatever its transport.
 inline bool IsBfcp(const MediaSession& ms) {
     return ms.eMedia == MEDIA_APPLICATION && Contains(ms.strFullMLine, "BFCP");
+}
+
+/// The far end is floor control server only (RFC 4583, 4).
+inline bool IsFloorServer(const MediaSession& ms) {
+    return ms.strFloorctrl == "s-only";
 }
 
 } // namespace sdp

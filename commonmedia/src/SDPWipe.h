@@ -1,31 +1,29 @@
-// Wiping of key material, in a way that cannot be optimised away as a last write to dead memory can.
+// Wiping of key material: the compiler removes a plain write to memory that is not read again.
 // Test: tests/unit/SDPWipeTest.cpp
 #pragma once
 
 #include <openssl/crypto.h>
 
+#include <cstddef>
 #include <string>
 
 namespace sdp {
-
-/// Zeroes `length` bytes at `text`.
-void Zero(char* text, std::size_t length);
 
 template <typename T, std::size_t N>
 void Wipe(T (&bytes)[N]) {
     OPENSSL_cleanse(bytes, sizeof bytes);
 }
 
-/// Zeroes the text in place and empties it. Called before a key text is replaced as well as at its end, so
-/// that no longer predecessor stays behind the new text's length.
+/// Zeroes the text in place and empties it. Called at the end of a key text and before another text replaces
+/// it, so that no bytes of a longer previous key remain.
 inline void Wipe(std::string& text) {
     if (!text.empty()) {
-        Zero(&text[0], text.size());
+        OPENSSL_cleanse(&text[0], text.size());
         text.clear();
     }
 }
 
-/// Wipes a text when the scope that holds it ends, however it ends.
+/// Wipes a text when the scope ends, by return or by exception.
 class WipedAtEnd {
 public:
     explicit WipedAtEnd(std::string& text) : m_text(text) {}

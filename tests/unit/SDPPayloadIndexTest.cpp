@@ -36,7 +36,7 @@ protected:
 
     MediaSession m_section;
     std::vector<std::unique_ptr<RtpMap>> m_formats;
-    sdp::PayloadIndex m_index;
+    SDPHandler::PayloadIndex m_index;
 };
 
 TEST_F(SDPPayloadIndex, NumbersAreFoundWhereTheyStand) {
@@ -113,21 +113,8 @@ TEST_F(SDPPayloadIndex, TextsOfOneBeginningAreToldApart) {
     EXPECT_EQ(At("\0"s), -1);
 }
 
-TEST(SDPPayloadIndexParts, EightBytesAreANumberThatOrdersAsTheyDo) {
-    using Entry = sdp::PayloadIndex::Entry;
-    EXPECT_EQ(Entry("").start, 0U);
-    EXPECT_EQ(Entry("1").start, 0x3100000000000000U);
-    EXPECT_EQ(Entry("12").start, 0x3132000000000000U);
-    EXPECT_EQ(Entry("\xff").start, 0xff00000000000000U);
-    EXPECT_EQ(Entry("12345678").start, 0x3132333435363738U);
-    EXPECT_EQ(Entry("123456789").start, 0x3132333435363738U);
-    EXPECT_TRUE(Entry("12345678") < Entry("123456789"));
-    EXPECT_FALSE(Entry("123456789") < Entry("12345678"));
-    EXPECT_FALSE(Entry("1234") < Entry("1234"));
-}
-
 TEST(SDPPayloadIndexParts, PlainNumbersHaveUpToThreeDigitsAndNoLeadingZero) {
-    using Index = sdp::PayloadIndex;
+    using Index = SDPHandler::PayloadIndex;
     EXPECT_EQ(Index::PlainNumber("0"), 0U);
     EXPECT_EQ(Index::PlainNumber("9"), 9U);
     EXPECT_EQ(Index::PlainNumber("10"), 10U);
@@ -179,7 +166,7 @@ TEST(SDPPayloadIndexInHandler, SectionsAroundTheSizeFromWhichItIsUsed) {
         const MediaSession& section = *h.vecRemoteMediaSession[0];
         EXPECT_EQ(section.vecRtpMap.back()->strEncodingName, "X/1") << formats;
         EXPECT_EQ(section.vecRtpMap.front()->vecFmtpParms, std::vector<std::string>{"y=1"}) << formats;
-        EXPECT_EQ(h.pPayloadIndex, nullptr) << "it outlived the text";
+        EXPECT_EQ(h.payloadIndex, nullptr) << "it outlived the text";
     }
 }
 
@@ -207,8 +194,8 @@ TEST(SDPPayloadIndexInHandler, IsBuiltForMoreThanEightFormats) {
         for (RtpMap& rm : many) {
             section.vecRtpMap.push_back(&rm);
         }
-        sdp::PayloadIndex index;
-        h.pPayloadIndex = &index;
+        SDPHandler::PayloadIndex index;
+        h.payloadIndex = &index;
         EXPECT_EQ(h.FindRtpMap(section, "7"), &many[0]);
         EXPECT_EQ(index.IsFor(section), formats > 8) << formats;
     }
