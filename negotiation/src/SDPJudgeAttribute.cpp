@@ -19,10 +19,10 @@ namespace {
 bool FitsFamily(std::string_view type, std::string_view written) {
     const std::string address(written);
     unsigned char bytes[sizeof(in6_addr)];
-    if (address.find(':') != address.npos) {
+    if (address.find(':') != std::string_view::npos) {
         return type == "IP6" && inet_pton(AF_INET6, address.c_str(), bytes) == 1;
     }
-    if (address.find_first_not_of("0123456789.") == address.npos) {
+    if (address.find_first_not_of("0123456789.") == std::string_view::npos) {
         return type == "IP4" && inet_pton(AF_INET, address.c_str(), bytes) == 1;
     }
     return std::all_of(address.begin(), address.end(),
@@ -47,7 +47,8 @@ bool IsRtpmap(std::string_view value) {
 
 bool IsFmtp(std::string_view value) {
     const auto blank = value.find(' ');
-    return blank != value.npos && IsToken(value.substr(0, blank)) && !Trimmed(value.substr(blank)).empty();
+    return blank != std::string_view::npos && IsToken(value.substr(0, blank)) &&
+           !Trimmed(value.substr(blank)).empty();
 }
 
 bool IsRtcp(std::string_view value) {
@@ -137,7 +138,7 @@ void CheckKeys(const Attribute& line, const Section& section, Verdict& verdict) 
                                 std::to_string(length) + " bytes.");
             }
         }
-        if (!key.empty() && key.find_first_not_of("A=") == key.npos) {
+        if (!key.empty() && key.find_first_not_of("A=") == std::string_view::npos) {
             verdict.Add("J14", line.line, 0, section, "Every bit of key and salt is zero.");
         }
     }
@@ -149,14 +150,15 @@ void CheckAttribute(const Line& line, const Section& level, Verdict& verdict) {
     const std::string_view text = line.text.substr(2);
     const auto colon = text.find(':');
     const std::string_view name = text.substr(0, colon);
-    const bool bare = colon != text.npos && Trimmed(text.substr(colon + 1)).empty();
+    const bool bare = colon != std::string_view::npos && Trimmed(text.substr(colon + 1)).empty();
     if (!IsToken(name) || bare) {
         verdict.Add("J08", line.number, 0, level,
                     bare && IsToken(name) ? "Attribute " + Quoted(name) + " ends behind its colon."
                                           : "The attribute has no name.");
         return;
     }
-    const std::string_view value = colon == text.npos ? std::string_view{} : text.substr(colon + 1);
+    const std::string_view value =
+        colon == std::string_view::npos ? std::string_view{} : text.substr(colon + 1);
     const auto form = std::find_if(std::begin(kForms), std::end(kForms),
                                    [name](const AttributeForm& row) { return row.name == name; });
     if (form != std::end(kForms) && !form->fits(value)) {

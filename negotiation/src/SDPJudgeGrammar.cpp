@@ -18,7 +18,8 @@ std::string_view Raw(const Line& line) {
 
 void CheckLines(const Section& level, Verdict& verdict) {
     for (const Line& line : level.lines) {
-        const bool broken = line.text.find('\r') != line.text.npos || line.text.find('\0') != line.text.npos;
+        const bool broken =
+            line.text.find('\r') != std::string_view::npos || line.text.find('\0') != std::string_view::npos;
         if (!line.ended || broken) {
             verdict.Add("J01", line.number, 0, level, "This line does not end in CR LF alone.");
         } else if (line.type < 'a' || line.type > 'z' || line.text.size() < 3) {
@@ -35,7 +36,7 @@ void CheckOrder(const Section& level, std::string_view order, Verdict& verdict) 
         if (line.type == 0 || line.type < 'a' || line.type > 'z') {
             continue;
         }
-        if (rank == order.npos || rank < reached) {
+        if (rank == std::string_view::npos || rank < reached) {
             verdict.Add("J02", line.number, 0, level,
                         "A line " + std::string(1, line.type) + "= has no place here.");
         } else {

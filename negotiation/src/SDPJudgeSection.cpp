@@ -179,7 +179,7 @@ void CheckSecurity(const Pair& pair) {
 }
 
 void CheckFloorControl(const Pair& pair) {
-    if (pair.ours.transport.find("BFCP") == pair.ours.transport.npos) {
+    if (pair.ours.transport.find("BFCP") == std::string_view::npos) {
         return;
     }
     const Attribute* their = pair.theirs.First("floorctrl");
@@ -232,7 +232,7 @@ void CheckIntroduced(const Pair& pair) {
 }
 
 void CheckDtls(const Pair& pair) {
-    const bool dtls = pair.ours.transport.find("TLS/") != pair.ours.transport.npos;
+    const bool dtls = pair.ours.transport.find("TLS/") != std::string_view::npos;
     if (dtls && pair.answer.Of(pair.ours, "fingerprint") == nullptr) {
         pair.Add("J38", 0, 0, "Neither the section nor the session has a fingerprint.");
     }

@@ -55,8 +55,8 @@ std::string Normal(std::string_view encoding) {
 // "97 H264/90000" -> "97", "H264/90000"
 std::pair<std::string_view, std::string_view> Cut(std::string_view text, std::string_view separators) {
     const auto at = text.find_first_of(separators);
-    return at == text.npos ? std::pair{text, std::string_view{}}
-                           : std::pair{text.substr(0, at), Trimmed(text.substr(at + 1))};
+    return at == std::string_view::npos ? std::pair{text, std::string_view{}}
+                                        : std::pair{text.substr(0, at), Trimmed(text.substr(at + 1))};
 }
 
 Section Opened(const Line& line, int index) {
@@ -90,8 +90,8 @@ void SortAttributes(Section& section) {
 
 std::string_view Trimmed(std::string_view text) {
     const auto first = text.find_first_not_of(kBlanks);
-    return first == text.npos ? std::string_view{}
-                              : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+    return first == std::string_view::npos ? std::string_view{}
+                                           : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 std::vector<std::string_view> Words(std::string_view text) {
@@ -107,7 +107,7 @@ std::vector<std::string_view> Words(std::string_view text) {
 
 std::vector<std::string_view> Split(std::string_view text, char separator) {
     std::vector<std::string_view> pieces;
-    for (auto at = text.find(separator); at != text.npos; at = text.find(separator)) {
+    for (auto at = text.find(separator); at != std::string_view::npos; at = text.find(separator)) {
         pieces.push_back(text.substr(0, at));
         text.remove_prefix(at + 1);
     }
@@ -193,7 +193,7 @@ Text Read(std::string_view text) {
         line.text = text.substr(0, end);
         text.remove_prefix(std::min(line.text.size() + 1, text.size()));
         if (!line.text.empty() && line.text.back() == '\r') {
-            line.ended = end != text.npos;
+            line.ended = end != std::string_view::npos;
             line.text.remove_suffix(1);
         }
         if (line.text.size() >= 2 && line.text[1] == '=') {
