@@ -73,6 +73,14 @@ TEST_F(Help, OfCall) {
                                    "Usage: cmsdp call [--offerer FILE] [--answerer FILE] [--show-secrets]\n");
 }
 
+TEST_F(Help, OfCheck) {
+    ExpectHelp({"check", "--help"}, "Example:\n"
+                                    "  cmsdp check offer.sdp answer.sdp\n"
+                                    "  cmsdp answer --show-secrets offer.sdp | cmsdp check offer.sdp -\n"
+                                    "\n"
+                                    "Usage: cmsdp check [--json] OFFER ANSWER\n");
+}
+
 TEST_F(Help, OfCapabilities) {
     ExpectHelp({"capabilities", "--help"}, "Example:\n"
                                            "  cmsdp capabilities > me.json     edit me.json, then:\n"

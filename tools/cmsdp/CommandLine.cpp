@@ -68,6 +68,11 @@ void Declare(CLI::App& app, CommandLine& line) {
     call->add_option("--answerer", line.answerer)->type_name("FILE");
     AddSecrets(call, line);
 
+    CLI::App* const check = AddVerb(app, line, Verb::kCheck, "check", kCheckHelp);
+    check->add_flag("--json", line.json);
+    check->add_option("OFFER", line.checkedOffer)->required();
+    check->add_option("ANSWER", line.checkedAnswer)->required();
+
     AddVerb(app, line, Verb::kCapabilities, "capabilities", kCapabilitiesHelp);
 }
 
@@ -80,7 +85,8 @@ std::string HelpFor(const CLI::App& app) {
 // The generated words for a missing verb do not repeat what stands in its place.
 std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
     if (!app.get_subcommands().empty() || app.remaining_size() == 0) {
-        return error.get_name() == "RequiredError" ? "a verb is missing" : error.what();
+        const bool verbMissing = app.get_subcommands().empty() && error.get_name() == "RequiredError";
+        return verbMissing ? "a verb is missing" : error.what();
     }
     const std::string first = app.remaining().front();
     return Quoted(first) + (first.compare(0, 1, "-") == 0 ? " is no option" : " is no verb");

@@ -10,7 +10,7 @@
 
 namespace cmsdp {
 
-enum class Verb { kHelp, kOffer, kAnswer, kInspect, kCall, kCapabilities };
+enum class Verb { kHelp, kOffer, kAnswer, kInspect, kCall, kCheck, kCapabilities };
 
 struct CommandLine {
     Verb verb = Verb::kHelp;
@@ -19,6 +19,8 @@ struct CommandLine {
     std::optional<std::string> offerer;
     std::optional<std::string> answerer;
     RemoteSource remote;
+    std::string checkedOffer;
+    std::string checkedAnswer;
     bool json = false;
     bool showSecrets = false;
 };

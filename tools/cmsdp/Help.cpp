@@ -21,6 +21,7 @@ Verbs; cmsdp VERB --help tells more:
   inspect          read a remote description, show what the media engine
                    would start with and why it would start without the rest
   call             let two sides negotiate with each other
+  check            judge an answer against its offer as strict readers do
   capabilities     write what this side can do as JSON, to be edited and
                    given back with --local
 
@@ -125,6 +126,27 @@ Options:
   -h, --help       this text
 
 Exit status 1: no stream came up on one of the sides.
+)";
+
+const char* const kCheckHelp = R"(Example:
+  cmsdp check offer.sdp answer.sdp
+  cmsdp answer --show-secrets offer.sdp | cmsdp check offer.sdp -
+
+Usage: cmsdp check [--json] OFFER ANSWER
+
+Judges an answer against its offer: each line of the output is one violation,
+with the ID of the rule, the line of the answer, the clause it comes from, and
+what is wrong. Nothing is written when a strict reader takes the answer.
+
+  OFFER, ANSWER    files with a description each, or - for standard input;
+                   at most 16 MiB. The answer is judged byte for byte, line
+                   ends and keys included; the offer is not judged
+
+Options:
+  --json           JSON in place of the lines
+  -h, --help       this text
+
+Exit status 1: there are violations.
 )";
 
 const char* const kCapabilitiesHelp = R"(Example:

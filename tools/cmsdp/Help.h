@@ -11,6 +11,7 @@ extern const char* const kOfferHelp;
 extern const char* const kAnswerHelp;
 extern const char* const kInspectHelp;
 extern const char* const kCallHelp;
+extern const char* const kCheckHelp;
 extern const char* const kCapabilitiesHelp;
 
 } // namespace cmsdp

@@ -1,6 +1,7 @@
 // The verbs: one question each. A verb reads files and returns text; it prints nothing.
 //
-// Tests: tests/tool/OfferTest.cpp, AnswerTest.cpp, InspectTest.cpp, CallTest.cpp, CapabilitiesTest.cpp
+// Tests: tests/tool/OfferTest.cpp, AnswerTest.cpp, InspectTest.cpp, CallTest.cpp, CheckTest.cpp,
+// CapabilitiesTest.cpp
 #pragma once
 
 #include "Capabilities.h"
@@ -22,6 +23,7 @@ Outcome RunOffer(const CommandLine& line, const Screen& screen);
 Outcome RunAnswer(const CommandLine& line, const Screen& screen);
 Outcome RunInspect(const CommandLine& line, const Screen& screen);
 Outcome RunCall(const CommandLine& line, const Screen& screen);
+Outcome RunCheck(const CommandLine& line);
 Outcome RunCapabilities();
 
 /// The side a local file describes, or the built-in one.

@@ -28,6 +28,8 @@ cmsdp::Outcome Run(const cmsdp::CommandLine& line) {
         return cmsdp::RunInspect(line, screen);
     case cmsdp::Verb::kCall:
         return cmsdp::RunCall(line, screen);
+    case cmsdp::Verb::kCheck:
+        return cmsdp::RunCheck(line);
     case cmsdp::Verb::kCapabilities:
         return cmsdp::RunCapabilities();
     default:
