@@ -4,7 +4,8 @@
     check_cases.py CMSDP [CASE...]     CMSDP: the command to run; CASE: folders; default: all under cases/
 
 The command only reads and answers here. What it explains is judged by the tests of `cmsdp explain`.
-Prints one line for each problem and ends with status 1 when there was any.
+The streams that healthy.txt names have to come up as well. Prints one line for each problem and ends with
+status 1 when there was any.
 """
 
 import json
@@ -30,6 +31,8 @@ FIELDS = [
 ]  # fmt: skip
 FILES = {"case.json", "remote.sdp", "local.json", "before.sdp", "offer.sdp", "cured.sdp", "cured.json"}
 LEAST_PER_GROUP = 12
+STREAMS = {"audio": "audio", "main": "main_video", "slides": "presentation"}
+LEAST_HEALTHY = 50
 
 
 def run(command, verb, options, text):
@@ -125,16 +128,13 @@ def case_problems(command, folder):
         return
     cured = [name if (folder / name).exists() else other
              for name, other in (("cured.sdp", "remote.sdp"), ("cured.json", "local.json"))]  # fmt: skip
-    for title, files, wanted in (
-        ("as sent", ("remote.sdp", "local.json"), case["expect"]),
-        ("cured", cured, case["cured_expect"]),
-    ):
-        record, answer = outcome(command, folder, case, *files)
+    sent = outcome(command, folder, case, "remote.sdp", "local.json")
+    better = outcome(command, folder, case, *cured)
+    for title, result, wanted in (("as sent", sent, case["expect"]), ("cured", better, case["cured_expect"])):
         for expected in wanted:
-            if not holds(expected, record, answer):
+            if not holds(expected, *result):
                 yield f"{title}: does not hold: {json.dumps(expected)}"
-    record, answer = outcome(command, folder, case, *cured)
-    if all(holds(expected, record, answer) for expected in case["expect"]):
+    if all(holds(expected, *better) for expected in case["expect"]):
         yield "the symptom is the same with the cure"
 
 
@@ -150,11 +150,32 @@ def tree_problems(folders):
             yield f"{folder.name}: has the text of {same.name}"
 
 
+def healthy_problems(command):
+    """Each capture of the list exists, and each stream of its line comes up, with a suite where SRTP is on."""
+    text = (HERE / "healthy.txt").read_text(encoding="ascii")
+    lines = [line for line in text.splitlines() if line and not line.startswith("#")]
+    known = {*STREAMS, *(topic for topics in TOPICS.values() for topic in topics)}
+    for line in lines:
+        (name, *arguments), words = (part.split() for part in line.split(" : "))
+        for word in sorted(set(words) - known):
+            yield f"{name}: {word} is no topic"
+        text = (HERE.parent / "corpus" / "captures" / name).read_bytes()
+        local = ["--local", HERE / "srtp.json"] if "srtp.json" in arguments else []
+        record = json.loads(run(command, "inspect", [*local, "--json"], text))
+        for stream in [record[STREAMS[word]] for word in words if word in STREAMS]:
+            if not stream["negotiated"] or not stream["address"] or not (stream["sends"] or stream["receives"]):
+                yield f"{name}: a stream does not come up: {json.dumps(stream)}"
+            if local and stream["suite"] is None:
+                yield f"{name}: a stream has no suite"
+    if len(lines) < LEAST_HEALTHY:
+        yield f"{len(lines)} captures, at least {LEAST_HEALTHY}"
+
+
 def main(arguments):
     command, chosen = arguments[0], arguments[1:]
     folders = [pathlib.Path(name).resolve() for name in chosen]
     folders = folders or sorted(path.parent for path in HERE.glob("cases/*/*/case.json"))
-    problems = [] if chosen else list(tree_problems(folders))
+    problems = [] if chosen else [*tree_problems(folders), *healthy_problems(command)]
     for folder in folders:
         try:
             found = list(case_problems(command, folder))
