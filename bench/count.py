@@ -82,13 +82,19 @@ def compare(figures, budgets):
             yield f"{name}: has a budget and is not measured"
 
 
+def multiple(ratio):
+    return f"{ratio:,.0f} ×" if ratio >= 10 else f"{ratio:.2g} ×"
+
+
 def compare_with_peers(figures):
+    """Prints each peer's count as a multiple of this library's count in the same program."""
     others = list(dict.fromkeys(who for _, who in figures if who != OURS))
-    print(f"| instructions | {OURS} | " + " | ".join(others) + " |")
-    print("|---|--:|" + "--:|" * len(others))
+    print("| instructions | " + " | ".join(others) + " |")
+    print("|---|" + "--:|" * len(others))
     for what in [what for what, who in figures if who == OURS]:
-        cells = [f"{figures[what, who][0]:,}" if (what, who) in figures else "" for who in others]
-        print(f"| {what} | {figures[what, OURS][0]:,} | " + " | ".join(cells) + " |")
+        cells = [multiple(figures[what, who][0] / figures[what, OURS][0]) if (what, who) in figures else "" for who in others]
+        if any(cells):
+            print(f"| {what} | {' | '.join(cells)} |")
     return 0
 
 

@@ -61,11 +61,12 @@ def main():
         cells = [multiple(taken[what, who] / taken[what, OURS]) if (what, who) in taken else "" for who in others]
         print(f"| {what} | {shown(taken[what, OURS])} | " + " | ".join(cells) + " |")
 
-    print("\n| allocations | commonmedia | " + " | ".join(others) + " |")
-    print("|---|--:|" + "--:|" * len(others))
+    print("\n| allocations | " + " | ".join(others) + " |")
+    print("|---|" + "--:|" * len(others))
     for what in operations:
         cells = [f"{allocated[what, who]:,}" if (what, who) in allocated else "" for who in others]
-        print(f"| {what} | {allocated[what, OURS]:,} | " + " | ".join(cells) + " |")
+        if any(cells):
+            print(f"| {what} | {' | '.join(cells)} |")
     return 0
 
 

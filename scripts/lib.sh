@@ -4,8 +4,9 @@
 #   need PACKAGE...           installs the Debian packages that are missing, as root or with sudo
 #   stage NAME COMMAND...     runs a command quietly and times it; a failure shows the end of its log and ends
 #                             the script with the stage's name
-#   shown NAME COMMAND...     a stage whose closing lines are shown as well
-#   result TEXT               the last line of a script that went well
+#   shown PATTERN NAME COMMAND...
+#                             a stage whose log is shown from the last line on that matches the pattern
+#   result TEXT               prints the last line of a script that succeeded
 
 set -euo pipefail
 
@@ -26,7 +27,7 @@ result() {
     printf '\n%s: OK, %s (%d s)\n' "$script" "$*" "$((SECONDS - started))"
 }
 
-# A script that is interrupted ends with its result as well.
+# An interrupted script reports its failure as well.
 trap 'fail "$current, interrupted"' INT TERM HUP
 
 fail() {
@@ -40,7 +41,7 @@ stage() {
     current=$name
     log=$logs/$(printf '%s' "$name" | tr -c 'a-zA-Z0-9+' '-').log
     printf '== %-42s ' "$name"
-    # A subshell of its own: inside a condition the shell would ignore "set -e".
+    # A subshell, because inside a condition the shell ignores "set -e".
     set +e
     (
         trap - INT TERM HUP
@@ -58,7 +59,6 @@ stage() {
     printf 'ok (%d s)\n' "$((SECONDS - begin))"
 }
 
-# shown PATTERN NAME COMMAND...: prints the log from the last line that matches on.
 shown() {
     local pattern=$1 from
     shift
@@ -94,7 +94,7 @@ need() {
         fi
     done
     if [ "${#missing[@]}" -eq 0 ]; then
-        say "packages: all here"
+        say "packages: all installed"
     else
         say "packages missing: ${missing[*]}"
         stage "install packages" install_missing
