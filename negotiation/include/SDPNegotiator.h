@@ -106,6 +106,7 @@ public:
         Key(const Key&) = default;
         Key& operator=(const Key&) = default;
         ~Key();
+        bool operator==(const Key& other) const { return key == other.key && salt == other.salt; }
     };
 
     /// A picture size and the highest whole rate, pictures per second, that the far end's level and limits
@@ -213,7 +214,9 @@ public:
     /// first), video codecs and limits, address, ports, bandwidth (bit/s), origin suffix, floor control port.
     ///   * strDefaultIPAddr is needed for any text. An IPv6 address is written as such.
     ///   * A port of 0 means that the stream is not wanted.
-    ///   * m_VideoPreso says that slides can be received; they are offered once Present(true) was said.
+    ///   * m_VideoPreso says that slides can be taken; Present(true) offers them.
+    ///   * Every other stream that is set and does not run is offered by the next offer, one that the far end
+    ///     declined before included. No call of another wish does that.
     ///   * cryptoAlgo is the suite that is offered first, CRYPTO_NONE: AES_CM_128_HMAC_SHA1_80. Of an offer
     ///     both 128-bit suites are taken.
     ///   * A key row that is not zero is the key of that suite; every other key is made.
@@ -233,8 +236,8 @@ public:
     void Hold(bool isHeld);
     /// Camera muted: main video is not sent.
     void MuteCamera(bool isMuted);
-    /// Slides are sent. Until the first time no slides section is offered. Afterwards the section and its
-    /// floor control stay, and `false` makes our slides recvonly.
+    /// Slides are sent. `true` offers a slides section with floor control when there is none; `false` keeps
+    /// both and makes our slides recvonly. Slides that the far end offers are received in any case.
     void Present(bool isPresenting);
     /// SRTP policy. Required stops plain media at once. A running secure stream becomes plain only by Off.
     void SetSrtp(Srtp policy);
@@ -268,6 +271,8 @@ public:
     /// One entry per section of the agreed session, in "m=" line order; empty before the first agreement.
     /// Hold, camera mute and SRTP Required show at once. Valid until the next call that is not const.
     const std::vector<Stream>& Streams() const;
+    /// What the far end can take in all, bit/s, from its bandwidth lines; 0: not limited.
+    std::int32_t MaxBandwidth() const;
     /// The repairs that the last text of the far end needed, in table order.
     std::vector<Repair> Repairs() const;
     /// Every repair there is.

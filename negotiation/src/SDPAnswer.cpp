@@ -1,0 +1,204 @@
+// Stage: prepare, component, shape, streams: an offer to its answer.
+// Input: the far end's offer, the state of the call. Output: the answer, or a reason to refuse.
+// Touches the state of the call when the offer is answered.
+// Test: tests/negotiation/SDPAnswerTest.cpp
+#include "SDPCall.h"
+#include "SDPPrepare.h"
+
+#include <algorithm>
+
+using namespace negotiation;
+
+namespace {
+
+constexpr std::size_t kUsualLength = 2048;
+
+/// The slot that a section of the offer makes, closed.
+Slot ClosedSlot(const Description& offer, const Section& section, const Slot* before) {
+    Slot slot;
+    // What a short line does not say is said by a word that changes nothing at port 0.
+    slot.media = section.media;
+    slot.transport = section.transport.empty() ? std::string_view("RTP/AVP") : section.transport;
+    slot.formats = section.formats.empty() ? std::string_view("0") : section.formats;
+    if (before != nullptr && before->role != kNoRole && before->role == RoleOf(offer, section)) {
+        slot.role = before->role;
+        slot.bound = before->bound;
+        slot.numbers = before->numbers;
+        slot.profile = before->profile;
+    }
+    return slot;
+}
+
+/// The numbers of the answer: those of the offer, for the formats that are taken.
+Numbers AnswerNumbers(Role role, const Taken& taken, const RemoteSDP& record) {
+    Numbers numbers = kNoNumbers;
+    if (role == kMain || role == kSlides) {
+        for (const Format* const format : {taken.video.first, taken.video.second}) {
+            if (format != nullptr) {
+                numbers[format->meaning] = format->number;
+            }
+        }
+    }
+    if (role == kAudio) {
+        for (const Meaning meaning : {kG722, kG7221, kG711U, kG729, kEvents}) {
+            const Format* const format = taken.formats->Find(meaning);
+            const bool isChosen =
+                meaning == kEvents || sdp::kAudioCodecs[meaning].eCodec == record.eAudioCodec;
+            numbers[meaning] = isChosen && format != nullptr ? format->number : std::int16_t{-1};
+        }
+    }
+    return numbers;
+}
+
+/// Opens a slot for a section that is taken.
+void OpenSlot(Slot& slot, Role role, const Taken& taken, const Reading& reading, const Wishes& told,
+              Repairs& repairs) {
+    const Lines lines = reading.description.Of(*taken.section);
+    if (slot.role != role) {
+        slot.bound = nullptr;
+    }
+    slot.role = role;
+    slot.isOpen = true;
+    slot.label = lines.Value(LineKind::Label);
+    if (role == kFloor) {
+        slot.floor = lines.Value(LineKind::FloorId);
+        slot.conferenceId = lines.Value(LineKind::ConferenceId);
+        slot.userId = lines.Value(LineKind::UserId);
+        slot.floorRole = reading.record.fBfcpIsServer ? SDPNegotiator::FloorRole::Client
+                                                      : SDPNegotiator::FloorRole::Server;
+        return;
+    }
+    slot.numbers = AnswerNumbers(role, taken, reading.record);
+    slot.profile = taken.video.first == nullptr ? std::string_view() : Profile(*taken.video.first);
+    Bind(slot);
+    const Way wanted = told.Wanted(role);
+    slot.theirs = WayOf(reading.description, *taken.section, repairs);
+    slot.ours = {wanted.send && slot.theirs.receive, wanted.receive && slot.theirs.send};
+    slot.isHeldByUs = told.isHeld;
+    slot.isHeldByThem = IsHeldByThem(role, false, slot.ours, slot.theirs);
+}
+
+/// The session that an answer makes, streams included.
+Session AnswerSession(const Reading& reading, const Session& before, const Wishes& told, Repairs& repairs) {
+    const Description& offer = reading.description;
+    Session next;
+    next.slots.reserve(offer.sections.size());
+    next.streams.reserve(offer.sections.size());
+    for (std::size_t place = 0; place < offer.sections.size(); ++place) {
+        const Slot* const old = place < before.slots.size() ? &before.slots[place] : nullptr;
+        next.slots.push_back(ClosedSlot(offer, offer.sections[place], old));
+        next.streams.push_back(NotTaken(next.slots.back(), place, reading.choice.verdicts[place]));
+    }
+    for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
+        const Taken& taken = reading.choice.taken[role];
+        if (taken.section == nullptr) {
+            continue;
+        }
+        Slot& slot = next.slots[taken.place];
+        OpenSlot(slot, role, taken, reading, told, repairs);
+        const Key* const key = taken.isSecure ? &told.keys[role][SuiteIndex(taken.crypto.suite)] : nullptr;
+        next.streams[taken.place] = TakenStream(reading, role, slot, key, repairs);
+    }
+    for (const Line& line : offer.Session()) {
+        if (line.kind == LineKind::Time) {
+            next.time.append(line.text).append("\r\n");
+        }
+    }
+    if (next.time.empty()) {
+        next.time = "t=0 0\r\n";
+    }
+    return next;
+}
+
+Plans AnswerPlans(const Choice& choice, const Session& next, const Wishes& told) {
+    Plans plans;
+    for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
+        const Taken& taken = choice.taken[role];
+        if (taken.section == nullptr) {
+            continue;
+        }
+        plans[role].slot = &next.slots[taken.place];
+        plans[role].port = told.Port(role);
+        if (taken.isSecure) {
+            const std::size_t suite = SuiteIndex(taken.crypto.suite);
+            plans[role].crypto[0] = {taken.crypto.tag, suite, &told.keys[role][suite]};
+        }
+    }
+    return plans;
+}
+
+/// Why nothing of an offer is taken: what is wrong with the first section that has a port. Empty when
+/// sections are taken, and when all of them are on hold at port 0.
+std::string_view WhyNothing(const Choice& choice) {
+    const auto first =
+        std::find_if(choice.verdicts.begin(), choice.verdicts.end(),
+                     [](const Verdict& verdict) { return verdict.state != State::DeclinedByThem; });
+    return choice.HasAny() || first == choice.verdicts.end() ? std::string_view() : first->reason;
+}
+
+unsigned TakenRoles(const Choice& choice) {
+    unsigned roles = 0;
+    for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
+        roles |= choice.taken[role].section == nullptr ? 0U : unsigned{Wishes::Bit(role)};
+    }
+    return roles;
+}
+
+} // namespace
+
+SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
+    if (offer.empty()) {
+        return Refusal("a request without a body asks for an offer");
+    }
+    if (wishes.local.strDefaultIPAddr.empty()) {
+        return Refusal("no local address is set", kNotAcceptable);
+    }
+    repairs.Begin();
+    const Description description = Cut(offer, repairs);
+    if (description.sections.empty() || description.sections.size() < session.slots.size()) {
+        return Refusal(description.sections.empty() ? "the offer has no section"
+                                                    : "the offer has fewer sections than the session",
+                       kNotAcceptable);
+    }
+    const Choice choice = Choose(description, wishes, session, repairs);
+    if (const std::string_view reason = WhyNothing(choice); !reason.empty()) {
+        return Refusal(reason, kNotAcceptable);
+    }
+    const auto told = std::make_shared<Wishes>(wishes);
+    told->asked = 0;
+    const bool isSecure = std::any_of(choice.taken.begin(), choice.taken.end(),
+                                      [](const Taken& taken) { return taken.isSecure; });
+    if (isSecure && !MakeKeys(*told, false)) {
+        return Refusal("no key can be made", kNotAcceptable);
+    }
+
+    const unsigned roles = TakenRoles(choice);
+    SDPHandler handler;
+    RemoteSDP record;
+    Configure(handler, *told, roles);
+    sdp::Writer prepared(offer.size() + kUsualLength);
+    WritePrepared(prepared, description, choice.taken, repairs);
+    handler.ParseTheSDP(prepared.Take(), record);
+    Session next = AnswerSession({description, choice, record, false}, session, *told, repairs);
+
+    std::string component = handler.GetLocalSDP();
+    const sdp::WipedAtEnd wiped(component);
+    sdp::Writer writer(kUsualLength);
+    WriteBody(writer, component, next, AnswerPlans(choice, next, *told));
+    std::string body = writer.Take();
+    const sdp::WipedAtEnd bodyWiped(body);
+    Outcome outcome;
+    outcome.text = Seal(component, body);
+    if (outcome.text.empty()) {
+        return Refusal("no session id can be made", kNotAcceptable);
+    }
+    // Slides that are to be presented need an offer of their own when this one has none to take them.
+    const unsigned left = phase == Phase::Idle ? unsigned{Wishes::Bit(kSlides)} : ~0U;
+    wishes.asked = static_cast<std::uint8_t>(wishes.asked & left & ~roles);
+    wishes.keys = told->keys;
+    maxBandwidth = record.iMaxBandwidth;
+    lastAnswer = SecretText();
+    Agree(next, told);
+    outcome.isTaken = true;
+    return outcome;
+}

@@ -1,0 +1,149 @@
+// Stage: shape, what offers and answers share: the component's set-up, keys, the origin line, the agreement.
+// Input: wishes, a finished body. Output: a text, a new agreed state.
+// Touches the state of the call, at the end of an operation that succeeds.
+// Test: tests/negotiation/SDPCallTest.cpp
+#include "SDPCall.h"
+
+#include <openssl/rand.h>
+
+#include <algorithm>
+#include <cstring>
+#include <tuple>
+
+using namespace negotiation;
+
+namespace {
+
+bool FromLibcrypto(unsigned char* bytes, std::size_t length) {
+    return RAND_bytes(bytes, static_cast<int>(length)) == 1;
+}
+
+bool IsSame(const std::shared_ptr<const Wishes>& a, const std::shared_ptr<const Wishes>& b) {
+    return a == b || (a != nullptr && b != nullptr && *a == *b);
+}
+
+bool IsZero(const Key& key) {
+    return key == Key();
+}
+
+} // namespace
+
+bool SDPNegotiator::Call::operator==(const Call& other) const {
+    return IsSame(offered, other.offered) && IsSame(settled, other.settled) &&
+           std::tie(phase, phaseBefore, wishes, isNextPlain, sessionId, version, originUser, originAddress,
+                    lastBody, lastAnswer, session, pending, maxBandwidth) ==
+               std::tie(other.phase, other.phaseBefore, other.wishes, other.isNextPlain, other.sessionId,
+                        other.version, other.originUser, other.originAddress, other.lastBody,
+                        other.lastAnswer, other.session, other.pending, other.maxBandwidth);
+}
+
+bool SDPNegotiator::Call::MakeKeys(Wishes& told, bool replaces) const {
+    const Random fill = random == nullptr ? FromLibcrypto : random;
+    for (auto& suites : told.keys) {
+        for (Key& key : suites) {
+            if (!replaces && !IsZero(key)) {
+                continue;
+            }
+            // A key of zeros is what a generator leaves that does nothing.
+            if (!fill(key.key.data(), key.key.size()) || !fill(key.salt.data(), key.salt.size()) ||
+                IsZero(key)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+std::string SDPNegotiator::Call::Seal(std::string_view component, std::string_view body) {
+    constexpr std::uint64_t bits62 = (std::uint64_t{1} << 62U) - 1;
+    std::uint64_t id = sessionId;
+    std::string user = originUser;
+    std::string address = originAddress;
+    if (id == 0) {
+        const Random fill = random == nullptr ? FromLibcrypto : random;
+        unsigned char bytes[sizeof id];
+        if (!fill(bytes, sizeof bytes)) {
+            return {};
+        }
+        std::memcpy(&id, bytes, sizeof id);
+        id = std::max<std::uint64_t>(id & bits62, 1);
+        user = OriginUser(component);
+        address = wishes.local.strMyIPAddr.empty() ? wishes.local.strDefaultIPAddr : wishes.local.strMyIPAddr;
+    }
+    const std::uint64_t next = version + (body == lastBody.View() ? 0 : 1);
+    std::string text;
+    constexpr std::size_t head = 96; // words and numbers of the two lines
+    text.reserve(body.size() + user.size() + address.size() + head);
+    text += "v=0\r\no=";
+    text += user;
+    text += ' ';
+    text += std::to_string(id);
+    text += ' ';
+    text += std::to_string(next);
+    text += " IN ";
+    text += AddressType(address);
+    text += ' ';
+    text += address;
+    text += "\r\n";
+    text += body;
+    lastBody = SecretText(body);
+    sessionId = id;
+    version = next;
+    originUser.swap(user);
+    originAddress.swap(address);
+    return text;
+}
+
+void SDPNegotiator::Call::Agree(Session& next, std::shared_ptr<const Wishes> told) noexcept {
+    for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
+        const std::size_t open = session.Open(role);
+        before[role] = open < session.slots.size() ? std::move(session.streams[open]) : Stream();
+    }
+    session = std::move(next);
+    pending = Session();
+    settled = std::move(told);
+    offered = nullptr;
+    phase = Phase::Agreed;
+    Refresh(session, wishes, before);
+}
+
+namespace negotiation {
+
+void Configure(SDPHandler& handler, const Wishes& told, unsigned roles) {
+    const auto has = [roles](Role role) { return (roles & Wishes::Bit(role)) != 0; };
+    handler.MyLocalSDP = told.local;
+    LocalSDP& local = handler.MyLocalSDP;
+    if (!has(kAudio)) {
+        local.listAudioCodecPriority.clear();
+    }
+    // Mode 1 brings the keys, the bandwidth and both formats [B11] [B24]; what is not listed is cut later.
+    const PayloadType_t none = static_cast<PayloadType_t>(0);
+    local.m_VideoMain.eVideoCodec = has(kMain) ? PAYLOAD_H264 : none;
+    local.m_VideoPreso.eVideoCodec = has(kSlides) ? PAYLOAD_H264 : none;
+    local.iVideoPayloadMode1 = kOwnNumbers[kMode1];
+    local.iVideoPayloadMode0 = kOwnNumbers[kMode0];
+    local.fVideoTxMuted = false;
+    for (auto& suite : local.cryptoAlgo) {
+        suite = kBothSuites[0];
+    }
+    handler.m_bSRTP = told.srtp != Srtp::Off;
+    handler.SetBfcpSupport(has(kSlides));
+    handler.SetMaxSupportedSessions(kRoles);
+}
+
+void Bind(Slot& slot) {
+    Bound bound;
+    if (slot.bound == nullptr) {
+        bound.fill(kMeanings);
+    } else {
+        bound = *slot.bound;
+    }
+    for (std::size_t meaning = 0; meaning < kMeanings; ++meaning) {
+        if (slot.numbers[meaning] >= 0) {
+            bound[static_cast<std::size_t>(slot.numbers[meaning])] = static_cast<Meaning>(meaning);
+        }
+    }
+    slot.bound = std::make_shared<const Bound>(bound);
+}
+
+} // namespace negotiation

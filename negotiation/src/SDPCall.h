@@ -1,0 +1,82 @@
+// The state of a call, and what the operations on it share.
+//
+// Test: tests/negotiation/SDPNegotiatorTest.cpp
+#pragma once
+
+#include "SDPHandler.h"
+#include "SDPShape.h"
+#include "SDPStreams.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// What a negotiator holds. It is copied and compared as a whole. A refused operation changes nothing.
+struct SDPNegotiator::Call {
+    explicit Call(Random source) : random(source) {}
+    bool operator==(const Call& other) const;
+
+    Wish SetLocal(const LocalSDP& local);
+    Wish Rekey();
+    Outcome Offer();
+    Outcome Accept(std::string_view answer);
+    Outcome Refused(int status);
+    Outcome Answer(std::string_view offer);
+
+    /// Drops the wishes that our offer told and that were declined.
+    void Decline();
+    /// Makes the keys that are missing. False when the generator fails.
+    bool MakeKeys(negotiation::Wishes& told, bool replaces) const;
+    /// Puts "v=" and "o=" in front of a body, as the text that is sent next. The version grows when the body
+    /// is another one than the last. Empty when no session id can be made.
+    std::string Seal(std::string_view component, std::string_view body);
+    /// A new agreement on what `told` says.
+    void Agree(negotiation::Session& next, std::shared_ptr<const negotiation::Wishes> told) noexcept;
+
+    /// The slots of our offer, and the plans to write them by.
+    negotiation::Session OfferedSession(const negotiation::Wishes& told) const;
+    /// Reads the answer's sections into the slots of our offer.
+    void ReadAnswer(const negotiation::Description& description, negotiation::Session& next);
+
+    Random random;
+    Phase phase = Phase::Idle;
+    Phase phaseBefore = Phase::Idle; ///< while an offer is out: where its refusal leads
+
+    negotiation::Wishes wishes;
+    std::shared_ptr<const negotiation::Wishes> offered; ///< told by the offer that is out; else null
+    std::shared_ptr<const negotiation::Wishes> settled; ///< agreed or declined last; null before
+    bool isNextPlain = false;                           ///< the first secure offer was refused
+
+    std::uint64_t sessionId = 0; ///< 0 until the first text
+    std::uint64_t version = 0;   ///< of the last text that was sent
+    std::string originUser;      ///< with the address, the same in every text
+    std::string originAddress;
+    negotiation::SecretText lastBody;   ///< the last text that was sent, behind its "o=" line
+    negotiation::SecretText lastAnswer; ///< the far end's, while it may come again
+
+    negotiation::Session session; ///< agreed
+    negotiation::Session pending; ///< of the offer that is out
+    negotiation::Before before;   ///< the streams before the last agreement
+    std::int32_t maxBandwidth = 0;
+    negotiation::Repairs repairs;
+};
+
+namespace negotiation {
+
+/// Hands a handler what this side can do, for the roles of a set (Wishes::Bit).
+void Configure(SDPHandler& handler, const Wishes& told, unsigned roles);
+
+/// Binds the numbers of a slot: no later text gives them another meaning.
+void Bind(Slot& slot);
+
+/// An operation that is refused; `status` is what the far end's request is refused with.
+inline SDPNegotiator::Outcome Refusal(std::string_view reason, int status = 0) {
+    SDPNegotiator::Outcome outcome;
+    outcome.status = status;
+    outcome.reason = reason;
+    return outcome;
+}
+
+inline constexpr int kNotAcceptable = 488; ///< RFC 3261, 21.4.26
+
+} // namespace negotiation

@@ -1,0 +1,166 @@
+// Stage: prepare, the choice of the sections that are taken.
+// Input: a cut text, the wishes, the session it continues. Output: a section or none per role, a verdict per
+// section.
+// Touches nothing but the list of repairs.
+// Test: tests/negotiation/SDPChoiceTest.cpp
+#include "SDPChoice.h"
+
+#include <algorithm>
+
+namespace negotiation {
+namespace {
+
+constexpr Transport kTransports[] = {
+    {"RTP/AVP", "RTP/SAVP"},
+    {"RTP/AVPF", "RTP/SAVPF"},
+};
+
+// Why a section is not taken.
+constexpr Verdict kTaken = {State::Start, {}};
+constexpr Verdict kNoPort = {State::DeclinedByThem, "the far end's section has port 0"};
+constexpr Verdict kNotServed = {State::DeclinedByUs, "nothing here serves a section of this kind"};
+constexpr Verdict kNotSpoken = {State::DeclinedByUs, "the transport of the section is not spoken here"};
+constexpr Verdict kNotWanted = {State::DeclinedByUs, "this side has no codec or no port for the stream"};
+constexpr Verdict kSecondOne = {State::DeclinedByUs, "another section of this kind is taken"};
+constexpr Verdict kNoSrtp = {State::DeclinedByUs, "the section is secure, and SRTP is off here"};
+constexpr Verdict kNotSecure = {State::DeclinedByUs, "the section is not secure, and SRTP is required here"};
+constexpr Verdict kNoCodec = {State::NoCommonCodec, "no format of the section is spoken here"};
+constexpr Verdict kNoKey = {State::NoUsableKey, "no crypto line of the section can be used"};
+constexpr Verdict kNoSlides = {State::DeclinedByUs, "floor control without slides is not taken"};
+
+bool IsSpoken(const Format& format, Role role, const Wishes& wishes) {
+    return role == kAudio && format.meaning < kEvents &&
+           (wishes.local.eAudioCodec & sdp::kAudioCodecs[format.meaning].eCodec) != 0;
+}
+
+/// Whether the formats hold a codec for the role; for video, which ones are used.
+bool ChooseFormats(Role role, const Wishes& wishes, Taken& taken) {
+    if (role == kAudio) {
+        return std::any_of(taken.formats->begin(), taken.formats->end(),
+                           [&](const Format& format) { return IsSpoken(format, role, wishes); });
+    }
+    taken.video = ChooseH264(*taken.formats, (wishes.Video(role).eVideoCodec & PAYLOAD_H264) != 0);
+    return taken.video.first != nullptr;
+}
+
+/// The policy's word on a section, before its formats are looked at.
+Verdict AskPolicy(bool isSecure, Srtp policy) {
+    if (isSecure && policy == Srtp::Off) {
+        return kNoSrtp;
+    }
+    return !isSecure && policy == Srtp::Required ? kNotSecure : kTaken;
+}
+
+} // namespace
+
+bool Choice::HasAny() const {
+    return std::any_of(taken.begin(), taken.end(), [](const Taken& one) { return one.section != nullptr; });
+}
+
+const Transport* FindTransport(std::string_view name) {
+    for (const Transport& transport : kTransports) {
+        if (EqualsNoCase(name, transport.plain) || EqualsNoCase(name, transport.secure)) {
+            return &transport;
+        }
+    }
+    return nullptr;
+}
+
+bool IsSecure(std::string_view transport) {
+    const Transport* const pair = FindTransport(transport);
+    return pair != nullptr && EqualsNoCase(transport, pair->secure);
+}
+
+Role RoleOf(const Description& description, const Section& section) {
+    if (EqualsNoCase(section.media, "audio")) {
+        return kAudio;
+    }
+    if (EqualsNoCase(section.media, "video")) {
+        const std::string_view content = description.Of(section).Value(LineKind::Content);
+        return sdp::StartsWith(content, "slides") ? kSlides : kMain;
+    }
+    const bool isFloor =
+        EqualsNoCase(section.media, "application") && EqualsNoCase(section.transport, "UDP/BFCP");
+    return isFloor ? kFloor : kNoRole;
+}
+
+std::int32_t PortOf(const Section& section) {
+    constexpr std::int32_t highest = 65535;
+    // The number of ports after a "/" asks for a layered stream; the first port is enough.
+    const std::int32_t port = NumberOrNone(section.port.substr(0, section.port.find('/')));
+    return port < 0 || port > highest ? 0 : port;
+}
+
+Verdict Examine(const Description& description, std::size_t place, Role role, const Wishes& wishes,
+                const Slot* slot, Repairs& repairs, Taken& taken) {
+    const Section& section = description.sections[place];
+    const Lines lines = description.Of(section);
+    if (role != kFloor && FindTransport(section.transport) == nullptr) {
+        return kNotSpoken;
+    }
+    if (!wishes.CanServe(role)) {
+        return kNotWanted;
+    }
+    Taken found;
+    found.place = place;
+    found.section = &section;
+    if (role != kFloor) {
+        found.isSecure = IsSecure(section.transport);
+        const Verdict policy = AskPolicy(found.isSecure, wishes.srtp);
+        if (policy.state != State::Start) {
+            return policy;
+        }
+        found.formats.emplace(section, lines, slot == nullptr ? nullptr : slot->bound.get(), repairs);
+        if (!ChooseFormats(role, wishes, found)) {
+            return kNoCodec;
+        }
+        if (found.isSecure) {
+            found.crypto = ChooseCrypto(lines, repairs);
+            if (found.crypto.suite == sdp::CryptoParams::CRYPTO_NONE) {
+                return kNoKey;
+            }
+        } else if (lines.Find(LineKind::Crypto) != nullptr) {
+            repairs.Note(RepairId::PlainCrypto);
+        }
+    }
+    taken = std::move(found);
+    return kTaken;
+}
+
+Choice Choose(const Description& offer, const Wishes& wishes, const Session& session, Repairs& repairs) {
+    Choice choice;
+    choice.verdicts.reserve(offer.sections.size());
+    for (std::size_t place = 0; place < offer.sections.size(); ++place) {
+        const Section& section = offer.sections[place];
+        const Role role = RoleOf(offer, section);
+        if (PortOf(section) == 0 || role == kNoRole) {
+            choice.verdicts.push_back(PortOf(section) == 0 ? kNoPort : kNotServed);
+            continue;
+        }
+        Taken& current = choice.taken[role];
+        const bool isTaken = current.section != nullptr;
+        // With SRTP wanted a secure section comes before a plain one.
+        if (isTaken && (current.isSecure || !IsSecure(section.transport))) {
+            choice.verdicts.push_back(kSecondOne);
+            continue;
+        }
+        const Slot* const slot =
+            place < session.slots.size() && session.slots[place].isOpen && session.slots[place].role == role
+                ? &session.slots[place]
+                : nullptr;
+        const std::size_t before = current.place;
+        const Verdict verdict = Examine(offer, place, role, wishes, slot, repairs, current);
+        if (verdict.state == State::Start && isTaken) {
+            choice.verdicts[before] = kSecondOne;
+        }
+        choice.verdicts.push_back(verdict);
+    }
+    Taken& floor = choice.taken[kFloor];
+    if (floor.section != nullptr && choice.taken[kSlides].section == nullptr) {
+        choice.verdicts[floor.place] = kNoSlides;
+        floor = {};
+    }
+    return choice;
+}
+
+} // namespace negotiation

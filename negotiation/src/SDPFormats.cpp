@@ -1,0 +1,232 @@
+// Stage: prepare, the "m=" line's formats with their rtpmap and fmtp lines, and what each means.
+// Input: the lines of one section. Output: payload numbers with their meaning.
+// Touches nothing but the list of repairs.
+// The names of codecs are those that the component writes.
+// Test: tests/negotiation/SDPFormatsTest.cpp
+#include "SDPFormats.h"
+
+#include <algorithm>
+
+namespace negotiation {
+namespace {
+
+constexpr std::string_view kH264 = "H264/90000";
+constexpr std::string_view kTelephoneEvent = "telephone-event/8000";
+constexpr std::string_view kBaseline = "42";
+constexpr std::string_view kDefaultProfile = "4200";
+
+static_assert(std::size(sdp::kAudioCodecs) == kEvents);
+static_assert(sdp::kAudioCodecs[kG722].eCodec == PAYLOAD_G722 &&
+              sdp::kAudioCodecs[kG7221].eCodec == PAYLOAD_G7221);
+static_assert(sdp::kAudioCodecs[kG711U].eCodec == PAYLOAD_G711U &&
+              sdp::kAudioCodecs[kG729].eCodec == PAYLOAD_G729);
+
+/// The name that the component writes for a codec: "G722/8000" of "9 G722/8000\r\n".
+std::string_view NameOf(Meaning audio) {
+    std::string_view lines = sdp::kAudioCodecs[audio].strLines;
+    TakePiece(lines, ' ');
+    return TakePiece(lines, '\r');
+}
+
+/// The codec whose number a static number is; kMeanings for every other number.
+Meaning StaticMeaning(std::int16_t number) {
+    for (const Meaning audio : {kG722, kG711U, kG729}) {
+        if (kOwnNumbers[audio] == number) {
+            return audio;
+        }
+    }
+    return kMeanings;
+}
+
+/// Whether an encoding name is `wanted`, which may carry the one channel that is the default (RFC 4566, 6).
+bool IsName(std::string_view name, std::string_view wanted, Repairs& repairs) {
+    constexpr std::string_view oneChannel = "/1";
+    if (name.size() == wanted.size() + oneChannel.size() && name.substr(wanted.size()) == oneChannel) {
+        name.remove_suffix(oneChannel.size());
+    }
+    return name == wanted || (EqualsNoCase(name, wanted) && repairs.Use(RepairId::LetterCase));
+}
+
+/// Annex A of G.729 is the same on the wire as G.729 itself (RFC 3551, 4.5.6).
+bool IsG729A(const Format& format) {
+    return format.number == kOwnNumbers[kG729] && EqualsNoCase(format.name, "G729a/8000");
+}
+
+/// RFC 5577 makes the bit rate mandatory; this side speaks one.
+bool HasG7221Rate(std::string_view parms, Repairs& repairs) {
+    constexpr std::string_view rate = "bitrate=32000";
+    bool isThere = false;
+    bool isAtFront = false;
+    for (std::string_view rest = parms; !rest.empty();) {
+        const std::string_view piece = TakePiece(rest, ';');
+        isThere = isThere || Trim(piece) == rate;
+        isAtFront = isAtFront || piece == rate;
+    }
+    return isAtFront || (isThere && repairs.Use(RepairId::Blanks));
+}
+
+Meaning NamedMeaning(const Format& format, Repairs& repairs) {
+    if (IsName(format.name, kH264, repairs)) {
+        const std::string_view mode = Parameter(format.parms, "packetization-mode");
+        return mode == "1" ? kMode1 : mode.empty() || mode == "0" ? kMode0 : kMeanings;
+    }
+    if (IsName(format.name, kTelephoneEvent, repairs)) {
+        return kEvents;
+    }
+    for (const Meaning audio : {kG722, kG7221, kG711U, kG729}) {
+        if (IsName(format.name, NameOf(audio), repairs)) {
+            return audio != kG7221 || HasG7221Rate(format.parms, repairs) ? audio : kMeanings;
+        }
+    }
+    return IsG729A(format) && repairs.Use(RepairId::RenamedStatic) ? kG729 : kMeanings;
+}
+
+Meaning MeaningOf(const Format& format, Repairs& repairs) {
+    const Meaning byNumber = StaticMeaning(format.number);
+    if (format.name.empty()) {
+        return byNumber;
+    }
+    const Meaning byName = NamedMeaning(format, repairs);
+    if (byName == byNumber) {
+        return byName;
+    }
+    if (byNumber != kMeanings) {
+        return repairs.Use(RepairId::RenamedStatic) ? byName : byNumber;
+    }
+    const bool isStatic = byName < kEvents && sdp::kAudioCodecs[byName].fStatic;
+    return !isStatic || repairs.Use(RepairId::DynamicNumber) ? byName : kMeanings;
+}
+
+/// The number that a format token is; -1 for none.
+std::int32_t PayloadNumber(std::string_view token) {
+    const std::int32_t number = NumberOrNone(token);
+    const bool isPlain = token.size() == 1 || token.substr(0, 1) != "0";
+    return isPlain && number <= kMaxNumber ? number : -1;
+}
+
+/// Whether the value of a line follows its keyword without a blank, or may all the same.
+bool IsClose(const Line& line, std::size_t keyword, Repairs& repairs) {
+    return line.text.size() <= keyword || !sdp::IsBlank(line.text[keyword]) || repairs.Use(RepairId::Blanks);
+}
+
+} // namespace
+
+Formats::Formats(const Section& section, Lines lines, const Bound* bound, Repairs& repairs) {
+    m_index.fill(-1);
+    sdp::Words words(section.formats);
+    for (std::string_view token = words.Next(); !token.empty(); token = words.Next()) {
+        const std::int32_t number = PayloadNumber(token);
+        if (number < 0) {
+            continue;
+        }
+        std::int32_t& index = m_index[static_cast<std::size_t>(number)];
+        if (index >= 0 && repairs.Use(RepairId::RepeatedNumber)) {
+            continue;
+        }
+        // The lines of a number that is listed twice belong to its first entry.
+        if (index < 0) {
+            index = static_cast<std::int32_t>(m_formats.size());
+        }
+        m_formats.push_back({static_cast<std::int16_t>(number), kMeanings, {}, {}});
+    }
+    for (const Line& line : lines) {
+        if (line.kind == LineKind::Rtpmap) {
+            ReadRtpmap(line, repairs);
+        } else if (line.kind == LineKind::Fmtp) {
+            ReadFmtp(line, repairs);
+        }
+    }
+    for (Format& format : m_formats) {
+        const Meaning meaning = MeaningOf(format, repairs);
+        const Meaning before =
+            bound == nullptr ? kMeanings : (*bound)[static_cast<std::size_t>(format.number)];
+        format.meaning = before == kMeanings || before == meaning ? meaning : kMeanings;
+    }
+}
+
+const Format* Formats::Find(Meaning meaning) const {
+    const auto found = std::find_if(m_formats.begin(), m_formats.end(),
+                                    [meaning](const Format& format) { return format.meaning == meaning; });
+    return found == m_formats.end() ? nullptr : &*found;
+}
+
+Format* Formats::Of(std::string_view number) {
+    const std::int32_t payload = PayloadNumber(number);
+    const std::int32_t index = payload < 0 ? -1 : m_index[static_cast<std::size_t>(payload)];
+    return index < 0 ? nullptr : &m_formats[static_cast<std::size_t>(index)];
+}
+
+void Formats::ReadRtpmap(const Line& line, Repairs& repairs) {
+    constexpr std::size_t keyword = std::string_view("a=rtpmap:").size();
+    sdp::Words words(line.value);
+    Format* const format = Of(words.Next());
+    if (format != nullptr && IsClose(line, keyword, repairs)) {
+        format->name = words.Next();
+    }
+}
+
+void Formats::ReadFmtp(const Line& line, Repairs& repairs) {
+    constexpr std::size_t keyword = std::string_view("a=fmtp:").size();
+    sdp::Words words(line.value);
+    Format* const format = Of(words.Next());
+    if (format == nullptr || !IsClose(line, keyword, repairs)) {
+        return;
+    }
+    const std::string_view parms = Trim(line.value.substr(line.value.size() - words.Left()));
+    if (format->parms.empty() || !repairs.Use(RepairId::JoinedParameters)) {
+        format->parms = parms;
+        return;
+    }
+    // The joined text grows in place, so many lines of one format cost no more than their length.
+    const auto isHis = [format](const Joined& joined) { return joined.format == format; };
+    auto joined = std::find_if(m_joined.begin(), m_joined.end(), isHis);
+    if (joined == m_joined.end()) {
+        joined = m_joined.insert(joined, {format, std::string(format->parms)});
+    }
+    joined->text += ';';
+    joined->text += parms;
+    format->parms = joined->text;
+}
+
+std::string_view Parameter(std::string_view parms, std::string_view key) {
+    std::string_view value;
+    EachParameter(parms, [&](std::string_view piece) {
+        std::string_view rest = piece;
+        if (value.empty() && Trim(TakePiece(rest, '=')) == key) {
+            value = Trim(rest);
+        }
+    });
+    return value;
+}
+
+std::string_view Profile(const Format& format) {
+    const std::string_view id = Parameter(format.parms, "profile-level-id");
+    return id.size() < kDefaultProfile.size() ? kDefaultProfile : id.substr(0, kDefaultProfile.size());
+}
+
+VideoFormats ChooseH264(const Formats& formats, bool takesMode1) {
+    VideoFormats chosen;
+    int best = -1;
+    for (const Format& format : formats) {
+        if (format.meaning != kMode0 && (format.meaning != kMode1 || !takesMode1)) {
+            continue;
+        }
+        const bool isBaseline = Profile(format).substr(0, kBaseline.size()) == kBaseline;
+        const int rank = (isBaseline ? 2 : 0) + (format.meaning == kMode1 ? 1 : 0);
+        if (rank > best) {
+            best = rank;
+            chosen.first = &format;
+        }
+    }
+    for (const Format& format : formats) {
+        const bool isOtherMode = chosen.first != nullptr && chosen.second == nullptr &&
+                                 format.meaning != chosen.first->meaning &&
+                                 (format.meaning == kMode0 || (format.meaning == kMode1 && takesMode1));
+        if (isOtherMode && EqualsNoCase(Profile(format), Profile(*chosen.first))) {
+            chosen.second = &format;
+        }
+    }
+    return chosen;
+}
+
+} // namespace negotiation

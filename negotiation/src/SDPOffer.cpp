@@ -1,0 +1,227 @@
+// Stage: component, shape: the wishes to an offer.
+// Input: the wishes, the agreed session. Output: the offer, or a reason why there is none.
+// Touches the state of the call when there is an offer.
+// Test: tests/negotiation/SDPOfferTest.cpp
+#include "SDPCall.h"
+#include "SDPPrepare.h"
+
+#include <algorithm>
+
+using namespace negotiation;
+
+namespace {
+
+constexpr std::size_t kUsualLength = 2048;
+
+/// Whether the offer has a section of the role that is not rejected.
+bool IsOffered(Role role, const Session& session, const Wishes& told) {
+    const bool isOpen = session.Open(role) < session.slots.size();
+    if (role == kFloor) {
+        // Floor control comes with slides that are offered anew; slides that run without go on without.
+        return told.CanServe(kFloor) && IsOffered(kSlides, session, told) &&
+               (isOpen || told.IsAsked(kSlides));
+    }
+    return told.CanServe(role) && (isOpen || told.IsAsked(role));
+}
+
+/// Whether a stream that is offered anew is secure: not beside streams that the far end has plain.
+bool AreNewStreamsSecure(const Session& session, const Wishes& told, bool isNextPlain) {
+    const bool isPlainCall = std::any_of(session.slots.begin(), session.slots.end(), [](const Slot& slot) {
+        return slot.isOpen && slot.role != kFloor && !IsSecure(slot.transport);
+    });
+    return told.srtp == Srtp::Required || (told.srtp == Srtp::Wanted && !isNextPlain && !isPlainCall);
+}
+
+/// The transport of a slot's next offer. A running stream keeps its own unless the policy forbids it.
+std::string_view NextTransport(const Slot& slot, const Wishes& told, bool isSecureWhenNew) {
+    const Transport* const pair = FindTransport(slot.transport);
+    const Transport fallback = {"RTP/AVP", "RTP/SAVP"};
+    const Transport& choice = pair == nullptr ? fallback : *pair;
+    const bool keeps = slot.isOpen && told.srtp == Srtp::Wanted;
+    return (keeps ? IsSecure(slot.transport) : isSecureWhenNew) ? choice.secure : choice.plain;
+}
+
+/// The codecs of an offer, best first.
+std::vector<Meaning> OfferedMeanings(Role role, const Wishes& told) {
+    std::vector<Meaning> meanings;
+    if (role != kAudio) {
+        if ((told.Video(role).eVideoCodec & PAYLOAD_H264) != 0) {
+            meanings.push_back(kMode1);
+        }
+        meanings.push_back(kMode0);
+        return meanings;
+    }
+    for (const int codec : told.local.listAudioCodecPriority) {
+        for (const Meaning audio : {kG722, kG7221, kG711U, kG729}) {
+            if (sdp::kAudioCodecs[audio].eCodec == codec && (told.local.eAudioCodec & codec) != 0) {
+                meanings.push_back(audio);
+            }
+        }
+    }
+    meanings.push_back(kEvents);
+    return meanings;
+}
+
+/// The number that this side offers for a meaning when nothing binds it.
+std::int16_t UsualNumber(Meaning meaning, const LocalSDP& local) {
+    if (meaning == kMode1 && local.iVideoPayloadMode1 != 0) {
+        return static_cast<std::int16_t>(local.iVideoPayloadMode1);
+    }
+    if (meaning == kMode0 && local.iVideoPayloadMode0 != 0) {
+        return static_cast<std::int16_t>(local.iVideoPayloadMode0);
+    }
+    return kOwnNumbers[meaning];
+}
+
+/// Gives every meaning a number: the one it has in the slot, else the usual one, else a free dynamic one.
+void ChooseNumbers(Slot& slot, const std::vector<Meaning>& meanings, const LocalSDP& local) {
+    constexpr std::int16_t firstDynamic = 96;
+    Bound taken;
+    taken.fill(kMeanings);
+    if (slot.bound != nullptr) {
+        taken = *slot.bound;
+    }
+    const auto isFree = [&taken](std::int16_t number, Meaning meaning) {
+        const Meaning bound = taken[static_cast<std::size_t>(number)];
+        return bound == kMeanings || bound == meaning;
+    };
+    Numbers numbers = kNoNumbers;
+    for (const Meaning meaning : meanings) {
+        std::int16_t number =
+            slot.numbers[meaning] >= 0 ? slot.numbers[meaning] : UsualNumber(meaning, local);
+        for (std::int16_t other = firstDynamic; !isFree(number, meaning) && other <= kMaxNumber; ++other) {
+            number = other;
+        }
+        numbers[meaning] = number;
+        taken[static_cast<std::size_t>(number)] = meaning;
+    }
+    slot.numbers = numbers;
+    slot.formats.clear();
+    for (const Meaning meaning : meanings) {
+        slot.formats += slot.formats.empty() ? "" : " ";
+        slot.formats += std::to_string(numbers[meaning]);
+    }
+}
+
+/// The crypto lines of an offer: the suite that runs first, else the one that is wished.
+void PlanCrypto(Plan& plan, Role role, sdp::CRYPTO_PROFILE running, const Wishes& told) {
+    static constexpr std::string_view kTags[kBothSuites.size()] = {"1", "2"};
+    const auto wished = told.local.cryptoAlgo[role];
+    const std::size_t known = SuiteIndex(running != sdp::CryptoParams::CRYPTO_NONE ? running : wished);
+    const std::size_t first = known < kBothSuites.size() ? known : 0;
+    plan.crypto[0] = {kTags[first], first, &told.keys[role][first]};
+    plan.crypto[1] = {kTags[1 - first], 1 - first, &told.keys[role][1 - first]};
+}
+
+Plans OfferPlans(const Session& session, const Session& next, const Wishes& told) {
+    Plans plans;
+    for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
+        const std::size_t place = next.Open(role);
+        if (place == next.slots.size()) {
+            continue;
+        }
+        plans[role].slot = &next.slots[place];
+        plans[role].port = told.Port(role);
+        if (IsSecure(next.slots[place].transport)) {
+            const bool isRunning = place < session.slots.size() && session.slots[place].isOpen;
+            PlanCrypto(plans[role], role,
+                       isRunning ? session.streams[place].suite : sdp::CryptoParams::CRYPTO_NONE, told);
+        }
+    }
+    return plans;
+}
+
+} // namespace
+
+Session SDPNegotiator::Call::OfferedSession(const Wishes& told) const {
+    static constexpr std::string_view kMedia[kRoles] = {"audio", "video", "video", "application"};
+    Session next;
+    next.slots = session.slots;
+    next.time = session.time.empty() ? "t=0 0\r\n" : session.time;
+    const bool isSecureWhenNew = AreNewStreamsSecure(session, told, isNextPlain);
+    for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
+        const std::size_t place = session.Last(role);
+        if (!IsOffered(role, session, told)) {
+            if (place < next.slots.size()) {
+                next.slots[place].isOpen = false;
+            }
+            continue;
+        }
+        if (place == session.slots.size()) {
+            next.slots.emplace_back();
+            next.slots.back().media = kMedia[role];
+        }
+        Slot& slot = place == session.slots.size() ? next.slots.back() : next.slots[place];
+        slot.role = role;
+        if (role == kFloor) {
+            slot.transport = "UDP/BFCP";
+            slot.formats = "*";
+        } else {
+            slot.transport = NextTransport(slot, told, isSecureWhenNew);
+            slot.ours = told.Wanted(role);
+            slot.isHeldByUs = told.isHeld;
+            ChooseNumbers(slot, OfferedMeanings(role, told), told.local);
+        }
+        slot.isOpen = true;
+    }
+    return next;
+}
+
+SDPNegotiator::Outcome SDPNegotiator::Call::Offer() {
+    if (wishes.local.strDefaultIPAddr.empty()) {
+        return Refusal("no local address is set");
+    }
+    const auto told = std::make_shared<Wishes>(wishes);
+    Session next = OfferedSession(*told);
+    if (next.slots.empty()) {
+        return Refusal("there is no stream to offer");
+    }
+    const bool isSecure = std::any_of(next.slots.begin(), next.slots.end(), [](const Slot& slot) {
+        return slot.isOpen && IsSecure(slot.transport);
+    });
+    if (isSecure && !MakeKeys(*told, false)) {
+        return Refusal("no key can be made");
+    }
+    const Plans plans = OfferPlans(session, next, *told);
+    unsigned roles = 0;
+    for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
+        roles |= plans[role].slot == nullptr ? 0U : unsigned{Wishes::Bit(role)};
+    }
+    SDPHandler handler;
+    Configure(handler, *told, roles);
+    std::string component = handler.GetLocalSDP();
+    const sdp::WipedAtEnd wiped(component);
+    sdp::Writer writer(kUsualLength);
+    WriteBody(writer, component, next, plans);
+    std::string body = writer.Take();
+    const sdp::WipedAtEnd bodyWiped(body);
+    Outcome outcome;
+    outcome.text = Seal(component, body);
+    if (outcome.text.empty()) {
+        return Refusal("no session id can be made");
+    }
+    wishes.keys = told->keys;
+    pending = std::move(next);
+    offered = told;
+    lastAnswer = SecretText();
+    phaseBefore = phase;
+    phase = Phase::OfferSent;
+    outcome.isTaken = true;
+    return outcome;
+}
+
+SDPNegotiator::Outcome SDPNegotiator::Call::Refused(int status) {
+    const bool isDeclined = status == 488 || status == 606; // RFC 3261, 21.4.26 and 21.6.4
+    const bool isFirst = phaseBefore == Phase::Idle;
+    phase = phaseBefore;
+    pending = Session();
+    if (isDeclined && isFirst && offered->srtp == Srtp::Wanted && !isNextPlain) {
+        isNextPlain = true;
+    } else if (isDeclined) {
+        Decline();
+    }
+    offered = nullptr;
+    Outcome outcome;
+    outcome.isTaken = true;
+    return outcome;
+}

@@ -1,0 +1,208 @@
+// Stage: prepare, the repaired copy that the component reads.
+// Input: the sections that are taken. Output: a description of just these.
+// Touches the text at whose end it writes; it carries the far end's keys, and the writer wipes it.
+// Payload numbers are the component's own: what the far end calls them is kept in Taken.
+// Test: tests/negotiation/SDPPrepareTest.cpp
+#include "SDPPrepare.h"
+
+#include <algorithm>
+
+namespace negotiation {
+namespace {
+
+static_assert(sdp::kSuites[0].fRead, "the component reads the first suite of its table");
+
+void WriteSessionBandwidth(sdp::Writer& text, const Description& description, Repairs& repairs) {
+    constexpr std::int32_t kilo = 1000;
+    for (const Line& line : description.Session()) {
+        if (line.kind != LineKind::Bandwidth) {
+            continue;
+        }
+        std::string_view value = line.value;
+        const std::string_view type = TakePiece(value, ':');
+        const std::int32_t number = NumberOrNone(Trim(value));
+        if (type == "AS" && number >= 0) {
+            text << "b=AS:" << number << "\r\n";
+        } else if (type == "TIAS" && number >= 0) {
+            text << "b=AS:" << (repairs.Use(RepairId::SessionTias) ? number / kilo : number) << "\r\n";
+        }
+    }
+}
+
+void WriteBandwidth(sdp::Writer& text, Lines lines) {
+    for (const Line& line : lines) {
+        std::string_view value = line.value;
+        if (line.kind == LineKind::Bandwidth && TakePiece(value, ':') == "TIAS") {
+            text << "b=TIAS:" << Trim(value) << "\r\n";
+        }
+    }
+}
+
+void WriteAddress(sdp::Writer& text, const Description& description, Lines lines) {
+    const std::string_view address = AddressOf(description, lines);
+    // Every section gets its address: one of the session would count for the next description as well [P18].
+    if (!address.empty()) {
+        text << "c=IN IP4 " << address << "\r\n";
+    }
+}
+
+void WriteAudioFormats(sdp::Writer& text, const Formats& formats) {
+    std::array<bool, kMeanings> isListed{};
+    for (const Format& format : formats) {
+        if (format.meaning <= kEvents && !isListed[format.meaning]) {
+            isListed[format.meaning] = true;
+            text << " " << std::int32_t{kOwnNumbers[format.meaning]};
+        }
+    }
+    text << "\r\n";
+    if (isListed[kG7221]) {
+        text << "a=rtpmap:" << sdp::kAudioCodecs[kG7221].strLines;
+    }
+    if (isListed[kEvents]) {
+        text << "a=rtpmap:101 telephone-event/8000\r\n";
+    }
+}
+
+/// The level as the component reads it: 1b is FF there, and 5.1 is its highest.
+std::string_view LevelDigits(std::string_view profileLevelId, Repairs& repairs) {
+    constexpr std::size_t length = 6;
+    constexpr std::uint64_t highest = 51;
+    constexpr std::uint64_t level1b = 9;
+    constexpr std::uint64_t level11 = 11;
+    constexpr std::uint64_t constraintSet3 = 0x10;
+    const std::string_view written = profileLevelId.substr(std::min<std::size_t>(4, profileLevelId.size()));
+    if (profileLevelId.size() != length) {
+        return written;
+    }
+    const std::uint64_t level = sdp::HexNumber(written);
+    const std::uint64_t profile = sdp::HexNumber(profileLevelId.substr(0, 2));
+    const std::uint64_t constraints = sdp::HexNumber(profileLevelId.substr(2, 2));
+    // RFC 6184, 8.1: in Baseline, Main and Extended level 11 with constraint_set3 is 1b, elsewhere 9 is.
+    const bool isBelowHigh = profile == 0x42 || profile == 0x4D || profile == 0x58;
+    if (level == level1b || (isBelowHigh && level == level11 && (constraints & constraintSet3) != 0)) {
+        return repairs.Use(RepairId::UnlistedLevel) ? "FF" : written;
+    }
+    const bool isUnlisted = level > highest && level != 0xFF;
+    return isUnlisted && repairs.Use(RepairId::UnlistedLevel) ? "33" : written;
+}
+
+/// Whether a parameter holds a keyword that takes the whole line away from its row [P01].
+bool IsMisread(std::string_view piece, Repairs& repairs) {
+    return sdp::RowOf(piece) < SDPRow::Fmtp && repairs.Use(RepairId::KeywordInside);
+}
+
+void WriteVideoFormat(sdp::Writer& text, const Format& format, Repairs& repairs) {
+    constexpr std::string_view levelKey = "profile-level-id";
+    const std::int32_t number = kOwnNumbers[format.meaning];
+    text << " " << number << "\r\na=rtpmap:" << number << " H264/90000\r\n";
+    if (format.parms.empty()) {
+        return;
+    }
+    text << "a=fmtp:" << number << " ";
+    EachParameter(format.parms, [&](std::string_view piece) {
+        if (IsMisread(piece, repairs)) {
+            return;
+        }
+        std::string_view value = piece;
+        if (Trim(TakePiece(value, '=')) == levelKey) {
+            value = Trim(value);
+            text << levelKey << "=" << value.substr(0, 4) << LevelDigits(value, repairs) << ";";
+        } else {
+            text << piece << ";";
+        }
+    });
+    text << "\r\n";
+}
+
+void WriteFloor(sdp::Writer& text, Lines lines) {
+    text << " *\r\na=floorctrl:" << lines.Value(LineKind::FloorControl) << "\r\n"
+         << "a=confid:" << lines.Value(LineKind::ConferenceId) << "\r\n"
+         << "a=userid:" << lines.Value(LineKind::UserId) << "\r\n";
+}
+
+void WriteSection(sdp::Writer& text, const Description& description, Role role, const Taken& taken,
+                  Repairs& repairs) {
+    static constexpr std::string_view kMedia[kRoles] = {"audio", "video", "video", "application"};
+    const Lines lines = description.Of(*taken.section);
+    text << "m=" << kMedia[role] << " " << PortOf(*taken.section)
+         << (role == kFloor ? " UDP/BFCP" : " RTP/AVP");
+    if (role == kFloor) {
+        WriteFloor(text, lines);
+    } else if (role == kAudio) {
+        WriteAudioFormats(text, *taken.formats);
+    } else {
+        WriteVideoFormat(text, *taken.video.first, repairs);
+    }
+    WriteAddress(text, description, lines);
+    if (role == kFloor) {
+        return;
+    }
+    WriteBandwidth(text, lines);
+    if (taken.isSecure) {
+        // [P10] The key is read as one of the suite that the component reads; both have keys of one length.
+        text << "a=crypto:" << taken.crypto.tag << " " << sdp::kSuites[0].strName
+             << " inline:" << taken.crypto.key << "\r\n";
+    }
+    text << KeywordOf(WayOf(description, *taken.section, repairs)) << "\r\n";
+    if (role != kAudio) {
+        text << (role == kSlides ? "a=content:slides\r\n" : "a=content:main\r\n");
+    }
+}
+
+/// The last direction of a block, as the component reads it; null for none.
+const sdp::Direction* LastDirection(Lines lines) {
+    const sdp::Direction* last = nullptr;
+    for (const Line& line : lines) {
+        for (const sdp::Direction& direction : sdp::kDirections) {
+            if (line.kind == LineKind::Direction && direction.keyword == Trim(line.text)) {
+                last = &direction;
+            }
+        }
+    }
+    return last;
+}
+
+} // namespace
+
+std::string_view AddressOf(const Description& description, Lines lines) {
+    const Line* const own = lines.Find(LineKind::Connection);
+    const Line* const line = own == nullptr ? description.Session().Find(LineKind::Connection) : own;
+    if (line == nullptr) {
+        return {};
+    }
+    sdp::Words words(line->value);
+    words.Next();
+    words.Next();
+    return words.Next();
+}
+
+std::string_view KeywordOf(Way way) {
+    std::string_view keyword;
+    for (const sdp::Direction& direction : sdp::kDirections) {
+        if (direction.fSends == way.send && direction.fReceives == way.receive) {
+            keyword = direction.keyword;
+        }
+    }
+    return keyword;
+}
+
+Way WayOf(const Description& description, const Section& section, Repairs& repairs) {
+    const sdp::Direction* direction = LastDirection(description.Of(section));
+    if (direction == nullptr) {
+        const sdp::Direction* const session = LastDirection(description.Session());
+        direction = session != nullptr && repairs.Use(RepairId::SessionDirection) ? session : nullptr;
+    }
+    return direction == nullptr ? Way{true, true} : Way{direction->fSends, direction->fReceives};
+}
+
+void WritePrepared(sdp::Writer& text, const Description& description, const std::array<Taken, kRoles>& taken,
+                   Repairs& repairs) {
+    WriteSessionBandwidth(text, description, repairs);
+    for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
+        if (taken[role].section != nullptr) {
+            WriteSection(text, description, role, taken[role], repairs);
+        }
+    }
+}
+
+} // namespace negotiation

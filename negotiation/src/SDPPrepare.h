@@ -1,0 +1,24 @@
+// The copy of a far end's text that the component reads.
+//
+// Test: tests/negotiation/SDPPrepareTest.cpp
+#pragma once
+
+#include "SDPChoice.h"
+#include "SDPWriter.h"
+
+namespace negotiation {
+
+/// The direction that a section is written with, its writer's view; sendrecv without a line (RFC 4566, 6).
+Way WayOf(const Description& description, const Section& section, Repairs& repairs);
+
+/// The address of a section's "c=" line or of the session's (RFC 4566, 5.7); empty for none.
+std::string_view AddressOf(const Description& description, Lines lines);
+
+/// The attribute that says a direction, "a=sendonly".
+std::string_view KeywordOf(Way way);
+
+/// Writes the sections that are taken, repaired, in the component's order and under its payload numbers.
+void WritePrepared(sdp::Writer& text, const Description& description, const std::array<Taken, kRoles>& taken,
+                   Repairs& repairs);
+
+} // namespace negotiation

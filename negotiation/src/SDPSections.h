@@ -1,0 +1,99 @@
+// A description cut once into lines: the session block and one range of lines per "m=" line.
+//
+// Nothing is copied: every view points into the text, which has to outlive the cut.
+// Test: tests/negotiation/SDPSectionsTest.cpp
+#pragma once
+
+#include "SDPLines.h"
+#include "SDPText.h"
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace negotiation {
+
+class Repairs;
+
+/// What a line begins with, as far as this layer reads it.
+enum class LineKind : std::uint8_t {
+    Connection,
+    Rtpmap,
+    Fmtp,
+    Crypto,
+    Candidate,
+    IceUfrag,
+    IcePwd,
+    Ice, ///< the other "a=ice-" lines
+    Content,
+    FloorControl,
+    ConferenceId,
+    UserId,
+    FloorId,
+    Label,
+    Rtcp,
+    Ptime,
+    Direction,
+    Bandwidth,
+    Time,
+    Media,
+    None ///< a line that nobody here reads
+};
+
+struct Line {
+    std::string_view text;
+    std::string_view value; ///< text after the keyword, without blanks around it
+    LineKind kind;
+};
+
+/// A range of lines.
+class Lines {
+public:
+    Lines(const Line* first, const Line* last) : m_first(first), m_last(last) {}
+    const Line* begin() const { return m_first; }
+    const Line* end() const { return m_last; }
+
+    /// The first line of a kind; null for none.
+    const Line* Find(LineKind kind) const;
+    /// Value of the first line of a kind; empty for none.
+    std::string_view Value(LineKind kind) const;
+
+private:
+    const Line* m_first;
+    const Line* m_last;
+};
+
+/// One "m=" line and where its lines stand.
+struct Section {
+    std::string_view media;     ///< "audio"
+    std::string_view port;      ///< "49170"
+    std::string_view transport; ///< "RTP/AVP"
+    std::string_view formats;   ///< "0 101"
+    std::uint32_t first;        ///< its first line after the "m=" line
+    std::uint32_t last;         ///< behind its last line
+};
+
+struct Description {
+    std::vector<Line> lines;
+    std::vector<Section> sections;
+
+    /// The lines before the first "m=" line.
+    Lines Session() const;
+    Lines Of(const Section& section) const {
+        return {lines.data() + section.first, lines.data() + section.last};
+    }
+};
+
+/// Cuts a text. Lines that nobody reads are left out.
+Description Cut(std::string_view text, Repairs& repairs);
+
+/// A text without the white space around it.
+std::string_view Trim(std::string_view text) noexcept;
+/// Whether two texts are equal but for the case of ASCII letters.
+bool EqualsNoCase(std::string_view a, std::string_view b) noexcept;
+/// The text up to a separator, which is cut off `text` together with the piece. The last piece ends the text.
+std::string_view TakePiece(std::string_view& text, char separator) noexcept;
+/// The number that a text is; -1 when it is not one of at most nine digits.
+std::int32_t NumberOrNone(std::string_view text) noexcept;
+
+} // namespace negotiation

@@ -1,0 +1,257 @@
+// Stage: shape, the component's text to the text that is sent.
+// Input: the component's offer or answer, the slots, a plan per role. Output: every line behind "o=".
+// Touches the text at whose end it writes; key text in between is wiped.
+// What is rewritten in a line stands in kRewrites; every other line is the component's own.
+// Test: tests/negotiation/SDPShapeTest.cpp
+#include "SDPShape.h"
+
+#include "SDPHandler.h"
+#include "SDPPrepare.h"
+
+#include <algorithm>
+
+namespace negotiation {
+namespace {
+
+/// The meaning of one of the component's own numbers; kMeanings for any other.
+std::size_t MeaningOfOwn(std::string_view number) {
+    const std::int32_t own = NumberOrNone(number);
+    return static_cast<std::size_t>(std::find(kOwnNumbers.begin(), kOwnNumbers.end(), own) -
+                                    kOwnNumbers.begin());
+}
+
+/// The slot's number for one of the component's; -1 when the text does not list it.
+std::int32_t Mapped(std::string_view number, const Plan& plan) {
+    const std::size_t meaning = MeaningOfOwn(number);
+    return meaning == kMeanings ? -1 : plan.slot->numbers[meaning];
+}
+
+// m=audio 5004 RTP/AVP 0 101
+void RewriteMedia(sdp::Writer& text, std::string_view value, const Plan& plan) {
+    sdp::Words words(value);
+    text << "m=" << plan.slot->media;
+    words.Next();
+    words.Next();
+    words.Next();
+    text << " " << plan.port << " " << plan.slot->transport;
+    for (std::string_view word = words.Next(); !word.empty(); word = words.Next()) {
+        const std::int32_t number = Mapped(word, plan);
+        if (number >= 0) {
+            text << " " << number;
+        } else if (plan.slot->role == kFloor) {
+            text << " " << word;
+        }
+    }
+    text << "\r\n";
+}
+
+// a=rtpmap:97 H264/90000
+void RewriteRtpmap(sdp::Writer& text, std::string_view value, const Plan& plan) {
+    const std::int32_t number = Mapped(TakePiece(value, ' '), plan);
+    if (number >= 0) {
+        text << "a=rtpmap:" << number << " " << value << "\r\n";
+    }
+}
+
+// a=fmtp:97 profile-level-id=42001F;packetization-mode=1
+void RewriteFmtp(sdp::Writer& text, std::string_view value, const Plan& plan) {
+    constexpr std::string_view level = "profile-level-id=";
+    const std::int32_t number = Mapped(TakePiece(value, ' '), plan);
+    if (number < 0) {
+        return;
+    }
+    text << "a=fmtp:" << number << " ";
+    const std::string_view profile = plan.slot->profile;
+    if (!profile.empty() && sdp::StartsWith(value, level)) {
+        text << level << profile;
+        value.remove_prefix(level.size() + profile.size());
+    }
+    text << value << "\r\n";
+}
+
+// a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:...
+void RewriteCrypto(sdp::Writer& text, std::string_view /*value*/, const Plan& plan) {
+    for (const Plan::Crypto& crypto : plan.crypto) {
+        if (crypto.key == nullptr) {
+            return;
+        }
+        std::string key;
+        const sdp::WipedAtEnd wiped(key);
+        GetSRTPKey(key, crypto.key->key.data(), crypto.key->salt.data());
+        for (const sdp::Suite& suite : sdp::kSuites) {
+            if (suite.eProfile == kBothSuites[crypto.suite]) {
+                text << "a=crypto:" << crypto.tag << " " << suite.strName << " inline:" << key << "\r\n";
+            }
+        }
+    }
+}
+
+// a=sendrecv
+void RewriteDirection(sdp::Writer& text, std::string_view /*value*/, const Plan& plan) {
+    text << KeywordOf(plan.slot->ours) << "\r\n";
+}
+
+/// "IN IP4 address" with the type that the address has.
+void WriteAddress(sdp::Writer& text, std::string_view value) {
+    sdp::Words words(value);
+    words.Next();
+    words.Next();
+    const std::string_view address = words.Next();
+    text << "IN " << AddressType(address) << " " << address << "\r\n";
+}
+
+// c=IN IP4 192.0.2.10
+void RewriteConnection(sdp::Writer& text, std::string_view value, const Plan& /*plan*/) {
+    text << "c=";
+    WriteAddress(text, value);
+}
+
+// a=rtcp:5005 IN IP4 192.0.2.10
+void RewriteRtcp(sdp::Writer& text, std::string_view value, const Plan& /*plan*/) {
+    text << "a=rtcp:" << TakePiece(value, ' ') << " ";
+    WriteAddress(text, value);
+}
+
+/// A line whose value the far end may have given.
+template <std::string Slot::*kField>
+void RewriteValue(sdp::Writer& text, std::string_view keyword, std::string_view value, const Plan& plan) {
+    const std::string& given = plan.slot->*kField;
+    text << keyword << (given.empty() ? value : std::string_view(given)) << "\r\n";
+}
+
+// a=label:9
+void RewriteLabel(sdp::Writer& text, std::string_view value, const Plan& plan) {
+    RewriteValue<&Slot::label>(text, "a=label:", value, plan);
+}
+
+// a=floorid:2 mstrm:9
+void RewriteFloorId(sdp::Writer& text, std::string_view value, const Plan& plan) {
+    RewriteValue<&Slot::floor>(text, "a=floorid:", value, plan);
+}
+
+// a=confid:15
+void RewriteConferenceId(sdp::Writer& text, std::string_view value, const Plan& plan) {
+    RewriteValue<&Slot::conferenceId>(text, "a=confid:", value, plan);
+}
+
+// a=userid:15
+void RewriteUserId(sdp::Writer& text, std::string_view value, const Plan& plan) {
+    RewriteValue<&Slot::userId>(text, "a=userid:", value, plan);
+}
+
+// a=floorctrl:c-s
+void RewriteFloorControl(sdp::Writer& text, std::string_view value, const Plan& plan) {
+    using Floor = SDPNegotiator::FloorRole;
+    const Floor role = plan.slot->floorRole;
+    text << "a=floorctrl:"
+         << (role == Floor::None     ? value
+             : role == Floor::Server ? std::string_view("s-only")
+                                     : "c-only")
+         << "\r\n";
+}
+
+struct Rewrite {
+    std::string_view keyword;
+    void (*write)(sdp::Writer& text, std::string_view value, const Plan& plan);
+};
+
+constexpr Rewrite kRewrites[] = {
+    {"m=", RewriteMedia},
+    {"c=", RewriteConnection},
+    {"a=rtpmap:", RewriteRtpmap},
+    {"a=fmtp:", RewriteFmtp},
+    {"a=crypto:", RewriteCrypto},
+    {sdp::kDirections[0].keyword, RewriteDirection},
+    {sdp::kDirections[1].keyword, RewriteDirection},
+    {sdp::kDirections[2].keyword, RewriteDirection},
+    {sdp::kDirections[3].keyword, RewriteDirection},
+    {"a=rtcp:", RewriteRtcp},
+    {"a=label:", RewriteLabel},
+    {"a=floorctrl:", RewriteFloorControl},
+    {"a=floorid:", RewriteFloorId},
+    {"a=confid:", RewriteConferenceId},
+    {"a=userid:", RewriteUserId},
+};
+
+void RewriteLine(sdp::Writer& text, std::string_view line, const Plan& plan) {
+    const std::size_t row =
+        sdp::RowAtStart<kRewrites>(line, std::make_index_sequence<std::size(kRewrites)>());
+    if (row < std::size(kRewrites)) {
+        kRewrites[row].write(text, sdp::Behind(line, kRewrites[row].keyword.size()), plan);
+    } else {
+        text << line << "\r\n";
+    }
+}
+
+/// The component's text in its parts.
+struct Parts {
+    std::string_view session;
+    std::array<std::string_view, kRoles> sections;
+};
+
+/// The roles that have a plan stand in the component's text in their order. Floor control may stand there
+/// without one; it is the last section and is left out then.
+Parts CutParts(std::string_view component, const Plans& plans) {
+    Parts parts;
+    std::size_t begin = 0;
+    std::string_view* part = &parts.session;
+    std::size_t role = 0;
+    sdp::ForEachLine(component, [&](std::size_t at, std::size_t length) {
+        if (!sdp::StartsWith(component.substr(at, length), "m=")) {
+            return;
+        }
+        *part = component.substr(begin, at - begin);
+        begin = at;
+        while (role < kFloor && plans[role].slot == nullptr) {
+            ++role;
+        }
+        part = &parts.sections[role];
+        role = std::min<std::size_t>(role + 1, kFloor);
+    });
+    *part = component.substr(begin);
+    return parts;
+}
+
+void WriteSession(sdp::Writer& body, std::string_view lines, const Session& session) {
+    sdp::ForEachLine(lines, [&](std::size_t at, std::size_t length) {
+        const std::string_view line = lines.substr(at, length);
+        if (sdp::StartsWith(line, "t=")) {
+            body << session.time;
+        } else if (!sdp::StartsWith(line, "v=") && !sdp::StartsWith(line, "o=")) {
+            RewriteLine(body, line, {});
+        }
+    });
+}
+
+void WriteClosed(sdp::Writer& body, const Slot& slot) {
+    body << "m=" << slot.media << " 0 " << slot.transport << " " << slot.formats << "\r\n";
+}
+
+} // namespace
+
+void WriteBody(sdp::Writer& body, std::string_view component, const Session& session, const Plans& plans) {
+    const Parts parts = CutParts(component, plans);
+    WriteSession(body, parts.session, session);
+    for (const Slot& slot : session.slots) {
+        const bool hasPlan = slot.role != kNoRole && plans[slot.role].slot == &slot;
+        if (!hasPlan) {
+            WriteClosed(body, slot);
+            continue;
+        }
+        const std::string_view lines = parts.sections[slot.role];
+        sdp::ForEachLine(lines, [&](std::size_t at, std::size_t length) {
+            RewriteLine(body, lines.substr(at, length), plans[slot.role]);
+        });
+    }
+}
+
+std::string_view OriginUser(std::string_view component) {
+    const std::size_t at = component.find("o=");
+    return component.substr(at + 2, component.find(' ', at) - at - 2);
+}
+
+std::string_view AddressType(std::string_view address) {
+    return address.find(':') == std::string_view::npos ? "IP4" : "IP6";
+}
+
+} // namespace negotiation

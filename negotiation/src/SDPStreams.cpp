@@ -1,0 +1,239 @@
+// Stage: streams, the agreed texts to what the engine starts.
+// Input: the component's record, the far end's sections, the slots, the wishes. Output: one entry per
+// section. Touches the streams of a session; keys are copied into entries that wipe them. Test:
+// tests/negotiation/SDPStreamsTest.cpp
+#include "SDPStreams.h"
+
+#include "SDPH264Rates.h"
+#include "SDPPrepare.h"
+
+#include <algorithm>
+#include <cstring>
+#include <tuple>
+
+namespace negotiation {
+namespace {
+
+SDPNegotiator::Media MediaOf(const Slot& slot) {
+    using Media = SDPNegotiator::Media;
+    static constexpr std::pair<std::string_view, Media> kMedia[] = {{"audio", Media::Audio},
+                                                                    {"video", Media::Video}};
+    for (const auto& [name, media] : kMedia) {
+        if (EqualsNoCase(slot.media, name)) {
+            return media;
+        }
+    }
+    return EqualsNoCase(slot.transport, "UDP/BFCP") ? Media::FloorControl : Media::Other;
+}
+
+void FillAudio(Stream& stream, const Taken& taken, const RemoteSDP& record, const Slot& slot) {
+    stream.address = record.strAudioIPAddr;
+    stream.codec = record.eAudioCodec;
+    for (const Meaning meaning : {kG722, kG7221, kG711U, kG729}) {
+        const Format* const format = taken.formats->Find(meaning);
+        if (sdp::kAudioCodecs[meaning].eCodec == record.eAudioCodec && format != nullptr) {
+            stream.sendPayload = format->number;
+            stream.receivePayload = slot.numbers[meaning];
+        }
+    }
+    if (const Format* const events = taken.formats->Find(kEvents)) {
+        stream.sendEvents = events->number;
+        stream.receiveEvents = slot.numbers[kEvents];
+    }
+}
+
+void FillVideo(Stream& stream, const Taken& taken, const VideoParms& record, const Slot& slot) {
+    const Format& format = *taken.video.first;
+    stream.address = record.strVideoIPAddr;
+    stream.codec = format.meaning == kMode1 ? PAYLOAD_H264 : PAYLOAD_H264_PACKETIZATION_0;
+    stream.sendPayload = format.number;
+    stream.receivePayload = slot.numbers[format.meaning];
+    stream.profile = Profile(format);
+    stream.level = record.strVideoLevel.empty() ? sdp::__H264Profile[0] : record.strVideoLevel;
+    stream.packetizationMode = record.iFmtpPacketizationMode;
+    stream.maxMbps = record.iFmtpMaxMbps;
+    stream.maxFs = record.iFmtpMaxFrameSize;
+    stream.maxBr = record.iFmtpMaxBitRate;
+    FillRates(stream);
+}
+
+void FillKeys(Stream& stream, Role role, const CryptoLine& crypto, const RemoteSDP& record,
+              const Key* ourKey) {
+    stream.suite = crypto.suite;
+    if (ourKey == nullptr) {
+        return;
+    }
+    stream.ourKey = *ourKey;
+    std::memcpy(stream.theirKey.key.data(), record.bufSRTPKey[role], stream.theirKey.key.size());
+    std::memcpy(stream.theirKey.salt.data(), record.bufSRTPSalt[role], stream.theirKey.salt.size());
+    stream.lifetime = crypto.lifetime;
+    stream.mki = crypto.mki;
+}
+
+void FillRtcp(Stream& stream, Lines lines) {
+    sdp::Words words(lines.Value(LineKind::Rtcp));
+    const std::int32_t port = NumberOrNone(words.Next());
+    words.Next();
+    words.Next();
+    const std::string_view address = words.Next();
+    stream.rtcpPort = port < 0 ? stream.port + 1 : port;
+    stream.rtcpAddress = address.empty() ? std::string_view(stream.address) : address;
+}
+
+void FillIce(Stream& stream, const Description& description, Lines lines, Repairs& repairs) {
+    for (const Line& line : lines) {
+        if (line.kind >= LineKind::Candidate && line.kind <= LineKind::Ice) {
+            stream.ice.emplace_back(line.text);
+        }
+    }
+    for (const LineKind kind : {LineKind::IceUfrag, LineKind::IcePwd}) {
+        const Line* const session = description.Session().Find(kind);
+        if (session != nullptr && lines.Find(kind) == nullptr && repairs.Use(RepairId::SessionIce)) {
+            stream.ice.emplace_back(session->text);
+        }
+    }
+}
+
+void FillFloor(Stream& stream, Lines lines, const RemoteSDP& record, const Slot& slot) {
+    stream.floorRole = slot.floorRole;
+    stream.conferenceId = record.iBfcpConfid;
+    stream.userId = record.iBfcpUserid;
+    stream.floor = lines.Value(LineKind::FloorId);
+}
+
+/// An address of a stream that is on hold (RFC 3264, 8.4), which is no place to send to.
+bool IsNowhere(std::string_view address) {
+    return address == "0.0.0.0" || address == "::";
+}
+
+bool IsRunning(const Stream& stream) {
+    return stream.state == State::Start || stream.state == State::Held;
+}
+
+auto Codec(const Stream& s) {
+    return std::tie(s.codec, s.sendPayload, s.receivePayload, s.sendEvents, s.receiveEvents,
+                    s.packetizationMode);
+}
+auto Place(const Stream& s) {
+    return std::tie(s.address, s.port, s.rtcpAddress, s.rtcpPort);
+}
+auto Keying(const Stream& s) {
+    return std::tie(s.suite, s.ourKey, s.theirKey, s.lifetime, s.mki);
+}
+auto Limits(const Stream& s) {
+    return std::tie(s.profile, s.level, s.maxMbps, s.maxFs, s.maxBr, s.ptime);
+}
+auto Control(const Stream& s) {
+    return std::tie(s.floorRole, s.conferenceId, s.userId, s.floor, s.ice);
+}
+auto Direction(const Stream& s) {
+    return std::tie(s.send, s.receive, s.state);
+}
+
+std::uint32_t Differences(const Stream& before, const Stream& now) {
+    if (!IsRunning(before) || !IsRunning(now)) {
+        return IsRunning(now)      ? SDPNegotiator::kStarted
+               : IsRunning(before) ? SDPNegotiator::kStopped
+                                   : SDPNegotiator::kNothing;
+    }
+    return (Direction(before) == Direction(now) ? 0U : SDPNegotiator::kDirection) |
+           (Place(before) == Place(now) ? 0U : SDPNegotiator::kAddress) |
+           (Codec(before) == Codec(now) ? 0U : SDPNegotiator::kCodec) |
+           (Keying(before) == Keying(now) ? 0U : SDPNegotiator::kKeys) |
+           (Limits(before) == Limits(now) ? 0U : SDPNegotiator::kLimits) |
+           (Control(before) == Control(now) ? 0U : SDPNegotiator::kControl);
+}
+
+Verdict StateOf(const Stream& stream, const Slot& slot, Role role, const Wishes& wishes) {
+    const bool isPlain = stream.suite == sdp::CryptoParams::CRYPTO_NONE;
+    if (role != kFloor && isPlain && wishes.srtp == Srtp::Required) {
+        return {State::NoUsableKey, "the stream is not secure, and SRTP is required here"};
+    }
+    if (stream.address.empty()) {
+        return {State::NoAddress, "the far end gives no address"};
+    }
+    if (role == kFloor) {
+        return {State::Start, {}};
+    }
+    const bool isHeldByUs = slot.isHeldByUs || wishes.isHeld;
+    if (isHeldByUs || slot.isHeldByThem) {
+        return {State::Held, isHeldByUs && slot.isHeldByThem ? "both sides hold the stream"
+                             : isHeldByUs                    ? "this side holds the stream"
+                                                             : "the far end holds the stream"};
+    }
+    return IsNowhere(stream.address) ? Verdict{State::Held, "the far end's address is none to send to"}
+                                     : Verdict{State::Start, {}};
+}
+
+void RefreshOne(Stream& stream, const Slot& slot, Role role, const Wishes& wishes) {
+    const Verdict verdict = StateOf(stream, slot, role, wishes);
+    const Way wanted = role == kFloor ? Way{true, true} : wishes.Wanted(role);
+    stream.state = verdict.state;
+    stream.reason = verdict.reason;
+    const bool isRunning = IsRunning(stream);
+    stream.send =
+        isRunning && wanted.send && slot.ours.send && slot.theirs.receive && !IsNowhere(stream.address);
+    stream.receive = isRunning && wanted.receive && slot.ours.receive && slot.theirs.send;
+}
+
+} // namespace
+
+Stream NotTaken(const Slot& slot, std::size_t place, const Verdict& verdict) {
+    Stream stream;
+    stream.media = MediaOf(slot);
+    stream.section = place;
+    stream.state = verdict.state;
+    stream.reason = verdict.reason;
+    return stream;
+}
+
+Stream TakenStream(const Reading& reading, Role role, const Slot& slot, const Key* ourKey, Repairs& repairs) {
+    const Taken& taken = reading.choice.taken[role];
+    const Lines lines = reading.description.Of(*taken.section);
+    Stream stream = NotTaken(slot, taken.place, {State::Start, {}});
+    stream.port = PortOf(*taken.section);
+    stream.ptime = std::max(0, NumberOrNone(lines.Value(LineKind::Ptime)));
+    switch (role) {
+    case kAudio:
+        FillAudio(stream, taken, reading.record, slot);
+        break;
+    case kMain:
+    case kSlides:
+        stream.role = role == kMain ? VIDEOTYPE_MAIN : VIDEOTYPE_PRESO;
+        FillVideo(stream, taken, role == kMain ? reading.record.m_VideoMain : reading.record.m_VideoPreso,
+                  slot);
+        break;
+    default:
+        FillFloor(stream, lines, reading.record, slot);
+        stream.address = AddressOf(reading.description, lines);
+        return stream;
+    }
+    FillKeys(stream, role, taken.crypto, reading.record, ourKey);
+    FillRtcp(stream, lines);
+    FillIce(stream, reading.description, lines, repairs);
+    return stream;
+}
+
+bool IsHeldByThem(Role role, bool isAnswer, Way ours, Way theirs) {
+    if (theirs.receive) {
+        return false;
+    }
+    // An answer without receiving is no hold when nothing was to be sent. A slides section that is offered
+    // sendonly is one that the far end presents in.
+    return isAnswer ? ours.send : role != kSlides || !theirs.send;
+}
+
+void Refresh(Session& session, const Wishes& wishes, const Before& before) {
+    for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
+        const std::size_t open = session.Open(role);
+        if (open < session.slots.size()) {
+            Stream& stream = session.streams[open];
+            RefreshOne(stream, session.slots[open], role, wishes);
+            stream.changes = Differences(before[role], stream);
+        } else if (IsRunning(before[role]) && before[role].section < session.streams.size()) {
+            session.streams[before[role].section].changes |= SDPNegotiator::kStopped;
+        }
+    }
+}
+
+} // namespace negotiation

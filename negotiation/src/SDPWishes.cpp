@@ -1,0 +1,160 @@
+// Stage: none; the wishes: which are errors, and what a refusal leaves of them.
+// Input: what the application says. Output: the wishes in force, or a reason.
+// Touches the wishes of the call.
+// Test: tests/negotiation/SDPWishesTest.cpp
+#include "SDPCall.h"
+
+#include <algorithm>
+#include <cstring>
+
+using namespace negotiation;
+
+namespace {
+
+/// A character that ends a word or a line, or that no address has.
+bool IsOutsideWord(char c) {
+    return static_cast<unsigned char>(c) <= ' ' || static_cast<unsigned char>(c) >= 0x7F;
+}
+
+bool IsWord(const std::string& text) {
+    return std::none_of(text.begin(), text.end(), IsOutsideWord);
+}
+
+bool ArePortsWrong(const LocalSDP& local) {
+    constexpr std::int32_t highest = 65534; // the next one is the RTCP port
+    const std::int32_t ports[] = {local.iAudioRTPPort, local.m_VideoMain.iVideoRTPPort,
+                                  local.m_VideoPreso.iVideoRTPPort, local.iVideoPresoControlPort};
+    return std::any_of(std::begin(ports), std::end(ports),
+                       [](std::int32_t port) { return port < 0 || port > highest; });
+}
+
+bool IsBudgetWrong(const LocalSDP& local) {
+    constexpr std::int32_t kilobit = 1000;
+    return local.iMaxBandwidth != 0 && local.iMaxBandwidth < kilobit;
+}
+
+bool AreSuitesWrong(const LocalSDP& local) {
+    return std::any_of(
+        std::begin(local.cryptoAlgo), std::end(local.cryptoAlgo), [](sdp::CRYPTO_PROFILE suite) {
+            return suite != sdp::CryptoParams::CRYPTO_NONE && SuiteIndex(suite) == kBothSuites.size();
+        });
+}
+
+bool AreWordsWrong(const LocalSDP& local) {
+    return !IsWord(local.strDefaultIPAddr) || !IsWord(local.strMyIPAddr) || !IsWord(local.strOExtension);
+}
+
+bool AreNumbersWrong(const LocalSDP& local) {
+    constexpr std::int32_t firstDynamic = 96;
+    const auto isWrong = [](std::int32_t number) {
+        return number != 0 && (number < firstDynamic || number > kMaxNumber);
+    };
+    const std::int32_t mode1 = local.iVideoPayloadMode1 != 0 ? local.iVideoPayloadMode1 : kOwnNumbers[kMode1];
+    const std::int32_t mode0 = local.iVideoPayloadMode0 != 0 ? local.iVideoPayloadMode0 : kOwnNumbers[kMode0];
+    return isWrong(mode1) || isWrong(mode0) || mode1 == mode0;
+}
+
+bool AreLimitsWrong(const LocalSDP& local) {
+    const auto isWrong = [](const VideoParms& video) {
+        return video.iFmtpMaxMbps < 0 || video.iFmtpMaxFrameSize < 0 || video.iFmtpMaxBitRate < 0;
+    };
+    return isWrong(local.m_VideoMain) || isWrong(local.m_VideoPreso);
+}
+
+struct WishError {
+    bool (*isWrong)(const LocalSDP& local);
+    std::string_view reason;
+};
+
+// What no strict reader takes.
+constexpr WishError kWishErrors[] = {
+    {ArePortsWrong, "a port is negative or beyond 65534"},
+    {IsBudgetWrong, "the bandwidth is negative or below 1000 bit/s"},           // [B04]
+    {AreSuitesWrong, "a suite is none of the two that are read, with 128 bit"}, // [B14]
+    {AreWordsWrong, "an address or the origin's suffix has a character that is not part of a word"},
+    {AreNumbersWrong, "the payload numbers of video are equal or not from 96 to 127"},
+    {AreLimitsWrong, "a limit of video is negative"},
+};
+
+/// The codecs that are both in the set and in the list.
+PayloadType_t ListedCodecs(const LocalSDP& local) {
+    std::int32_t codecs = 0;
+    for (const int codec : local.listAudioCodecPriority) {
+        codecs |= sdp::FindAudioCodec(codec) == nullptr ? 0 : codec & local.eAudioCodec;
+    }
+    return static_cast<PayloadType_t>(codecs);
+}
+
+/// Takes the keys that a record brings, and leaves none in it.
+void TakeKeys(LocalSDP& local, Keys& keys) {
+    for (const Role role : {kAudio, kMain, kSlides}) {
+        Key key;
+        std::memcpy(key.key.data(), local.bufSRTPKey[role], key.key.size());
+        std::memcpy(key.salt.data(), local.bufSRTPSalt[role], key.salt.size());
+        const std::size_t wished = SuiteIndex(local.cryptoAlgo[role]);
+        if (!(key == Key())) {
+            keys[role][wished < kBothSuites.size() ? wished : 0] = key;
+        }
+    }
+    sdp::Wipe(local.bufSRTPKey);
+    sdp::Wipe(local.bufSRTPSalt);
+}
+
+/// What a refusal leaves of a wish: the one that was settled, unless another one was said meanwhile.
+template <typename Value>
+const Value& Left(const Value& now, const Value& refused, const Value& settled) {
+    return now == refused ? settled : now;
+}
+
+} // namespace
+
+SDPNegotiator::Wish SDPNegotiator::Call::SetLocal(const LocalSDP& local) {
+    for (const WishError& error : kWishErrors) {
+        if (error.isWrong(local)) {
+            return {false, error.reason};
+        }
+    }
+    Wishes next = wishes;
+    next.local = local;
+    next.local.eAudioCodec = ListedCodecs(local);
+    next.local.m_VideoMain.eVideoType = VIDEOTYPE_MAIN;
+    next.local.m_VideoPreso.eVideoType = VIDEOTYPE_PRESO;
+    TakeKeys(next.local, next.keys);
+    for (const Role role : {kAudio, kMain}) {
+        if (next.CanServe(role) && session.Open(role) == session.slots.size()) {
+            next.asked = static_cast<std::uint8_t>(next.asked | Wishes::Bit(role));
+        }
+    }
+    wishes = next;
+    Refresh(session, wishes, before);
+    return {true, {}};
+}
+
+SDPNegotiator::Wish SDPNegotiator::Call::Rekey() {
+    Wishes next = wishes;
+    if (!MakeKeys(next, true)) {
+        return {false, "no key can be made"};
+    }
+    wishes.keys = next.keys;
+    return {true, {}};
+}
+
+void SDPNegotiator::Call::Decline() {
+    if (settled != nullptr) {
+        const Wishes& last = *settled;
+        const bool isMuted = wishes.local.fVideoTxMuted;
+        Wishes next = wishes;
+        next.keys = Left(wishes.keys, offered->keys, last.keys);
+        next.isPresenting = Left(wishes.isPresenting, offered->isPresenting, last.isPresenting);
+        next.asked = Left(wishes.asked, offered->asked, last.asked);
+        if (SameCapabilities(wishes.local, offered->local)) {
+            next.local = last.local;
+        }
+        // What only takes away stays.
+        next.local.fVideoTxMuted = isMuted || last.local.fVideoTxMuted;
+        next.isHeld = wishes.isHeld || last.isHeld;
+        next.srtp = wishes.srtp == Srtp::Required ? wishes.srtp : Left(wishes.srtp, offered->srtp, last.srtp);
+        wishes = next;
+    }
+    settled = std::make_shared<const Wishes>(wishes);
+}
