@@ -43,7 +43,7 @@ Numbers AnswerNumbers(Role role, const Taken& taken, const RemoteSDP& record) {
         for (const Meaning meaning : {kG722, kG7221, kG711U, kG729, kEvents}) {
             const Format* const format = taken.formats->Find(meaning);
             const bool isChosen =
-                meaning == kEvents || sdp::kAudioCodecs[meaning].eCodec == record.eAudioCodec;
+                meaning == kEvents || sdp::kAudioCodecs[meaning].codec == record.eAudioCodec;
             numbers[meaning] = isChosen && format != nullptr ? format->number : std::int16_t{-1};
         }
     }

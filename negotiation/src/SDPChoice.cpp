@@ -30,7 +30,7 @@ constexpr Verdict kNoSlides = {State::DeclinedByUs, "floor control without slide
 
 bool IsSpoken(const Format& format, Role role, const Wishes& wishes) {
     return role == kAudio && format.meaning < kEvents &&
-           (wishes.local.eAudioCodec & sdp::kAudioCodecs[format.meaning].eCodec) != 0;
+           (wishes.local.eAudioCodec & sdp::kAudioCodecs[format.meaning].codec) != 0;
 }
 
 /// Whether the formats hold a codec for the role; for video, which ones are used.

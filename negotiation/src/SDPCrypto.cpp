@@ -53,14 +53,14 @@ CryptoLine ReadCrypto(const Line& line, Repairs& repairs) {
     crypto.tag = words.Next();
     const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(words.Next());
     bool isUsable = NumberOrNone(crypto.tag) >= 0 && suite != nullptr &&
-                    SuiteIndex(suite->eProfile) < kBothSuites.size() && ReadKey(words.Next(), crypto);
+                    SuiteIndex(suite->profile) < kBothSuites.size() && ReadKey(words.Next(), crypto);
     for (std::string_view word = words.Next(); isUsable && !word.empty(); word = words.Next()) {
         isUsable = IsHarmless(word);
     }
-    if (!isUsable || (!suite->fRead && !repairs.Use(RepairId::EightyBitSuite))) {
+    if (!isUsable || (!suite->isRead && !repairs.Use(RepairId::EightyBitSuite))) {
         return {};
     }
-    crypto.suite = suite->eProfile;
+    crypto.suite = suite->profile;
     return crypto;
 }
 

@@ -10,23 +10,14 @@
 namespace negotiation {
 namespace {
 
-constexpr std::string_view kH264 = "H264/90000";
-constexpr std::string_view kTelephoneEvent = "telephone-event/8000";
 constexpr std::string_view kBaseline = "42";
 constexpr std::string_view kDefaultProfile = "4200";
 
 static_assert(std::size(sdp::kAudioCodecs) == kEvents);
-static_assert(sdp::kAudioCodecs[kG722].eCodec == PAYLOAD_G722 &&
-              sdp::kAudioCodecs[kG7221].eCodec == PAYLOAD_G7221);
-static_assert(sdp::kAudioCodecs[kG711U].eCodec == PAYLOAD_G711U &&
-              sdp::kAudioCodecs[kG729].eCodec == PAYLOAD_G729);
-
-/// The name that the component writes for a codec: "G722/8000" of "9 G722/8000\r\n".
-std::string_view NameOf(Meaning audio) {
-    std::string_view lines = sdp::kAudioCodecs[audio].strLines;
-    TakePiece(lines, ' ');
-    return TakePiece(lines, '\r');
-}
+static_assert(sdp::kAudioCodecs[kG722].codec == PAYLOAD_G722 &&
+              sdp::kAudioCodecs[kG7221].codec == PAYLOAD_G7221);
+static_assert(sdp::kAudioCodecs[kG711U].codec == PAYLOAD_G711U &&
+              sdp::kAudioCodecs[kG729].codec == PAYLOAD_G729);
 
 /// The codec whose number a static number is; kMeanings for every other number.
 Meaning StaticMeaning(std::int16_t number) {
@@ -54,7 +45,7 @@ bool IsG729A(const Format& format) {
 
 /// RFC 5577 makes the bit rate mandatory; this side speaks one.
 bool HasG7221Rate(std::string_view parms, Repairs& repairs) {
-    constexpr std::string_view rate = "bitrate=32000";
+    constexpr std::string_view rate = sdp::kAudioCodecs[kG7221].format.parameters;
     bool isThere = false;
     bool isAtFront = false;
     for (std::string_view rest = parms; !rest.empty();) {
@@ -66,15 +57,15 @@ bool HasG7221Rate(std::string_view parms, Repairs& repairs) {
 }
 
 Meaning NamedMeaning(const Format& format, Repairs& repairs) {
-    if (IsName(format.name, kH264, repairs)) {
-        const std::string_view mode = Parameter(format.parms, "packetization-mode");
+    if (IsName(format.name, sdp::kH264Name, repairs)) {
+        const std::string_view mode = Parameter(format.parms, sdp::kPacketizationMode);
         return mode == "1" ? kMode1 : mode.empty() || mode == "0" ? kMode0 : kMeanings;
     }
-    if (IsName(format.name, kTelephoneEvent, repairs)) {
+    if (IsName(format.name, sdp::kTelephoneEvent.name, repairs)) {
         return kEvents;
     }
     for (const Meaning audio : {kG722, kG7221, kG711U, kG729}) {
-        if (IsName(format.name, NameOf(audio), repairs)) {
+        if (IsName(format.name, sdp::kAudioCodecs[audio].format.name, repairs)) {
             return audio != kG7221 || HasG7221Rate(format.parms, repairs) ? audio : kMeanings;
         }
     }
@@ -93,7 +84,7 @@ Meaning MeaningOf(const Format& format, Repairs& repairs) {
     if (byNumber != kMeanings) {
         return repairs.Use(RepairId::RenamedStatic) ? byName : byNumber;
     }
-    const bool isStatic = byName < kEvents && sdp::kAudioCodecs[byName].fStatic;
+    const bool isStatic = byName < kEvents && sdp::kAudioCodecs[byName].isStatic;
     return !isStatic || repairs.Use(RepairId::DynamicNumber) ? byName : kMeanings;
 }
 
@@ -200,7 +191,7 @@ std::string_view Parameter(std::string_view parms, std::string_view key) {
 }
 
 std::string_view Profile(const Format& format) {
-    const std::string_view id = Parameter(format.parms, "profile-level-id");
+    const std::string_view id = Parameter(format.parms, sdp::kProfileLevelId);
     return id.size() < kDefaultProfile.size() ? kDefaultProfile : id.substr(0, kDefaultProfile.size());
 }
 

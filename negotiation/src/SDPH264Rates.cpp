@@ -4,7 +4,7 @@
 // Test: tests/negotiation/SDPH264RatesTest.cpp
 #include "SDPH264Rates.h"
 
-#include "SDPTables.h"
+#include "H264Level.h"
 
 #include <algorithm>
 

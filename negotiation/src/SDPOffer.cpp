@@ -53,7 +53,7 @@ std::vector<Meaning> OfferedMeanings(Role role, const Wishes& told) {
     }
     for (const int codec : told.local.listAudioCodecPriority) {
         for (const Meaning audio : {kG722, kG7221, kG711U, kG729}) {
-            if (sdp::kAudioCodecs[audio].eCodec == codec && (told.local.eAudioCodec & codec) != 0) {
+            if (sdp::kAudioCodecs[audio].codec == codec && (told.local.eAudioCodec & codec) != 0) {
                 meanings.push_back(audio);
             }
         }

@@ -10,7 +10,7 @@
 namespace negotiation {
 namespace {
 
-static_assert(sdp::kSuites[0].fRead, "the component reads the first suite of its table");
+static_assert(sdp::kSuites[0].isRead, "the component reads the first suite of its table");
 
 void WriteSessionBandwidth(sdp::Writer& text, const Description& description, Repairs& repairs) {
     constexpr std::int32_t kilo = 1000;
@@ -56,10 +56,13 @@ void WriteAudioFormats(sdp::Writer& text, const Formats& formats) {
     }
     text << "\r\n";
     if (isListed[kG7221]) {
-        text << "a=rtpmap:" << sdp::kAudioCodecs[kG7221].strLines;
+        const sdp::AudioFormat& format = sdp::kAudioCodecs[kG7221].format;
+        text << "a=rtpmap:" << format.payload << " " << format.name << "\r\na=fmtp:" << format.payload << " "
+             << format.parameters << "\r\n";
     }
     if (isListed[kEvents]) {
-        text << "a=rtpmap:101 telephone-event/8000\r\n";
+        const sdp::AudioFormat& format = sdp::kTelephoneEvent;
+        text << "a=rtpmap:" << format.payload << " " << format.name << "\r\n";
     }
 }
 
@@ -92,9 +95,8 @@ bool IsMisread(std::string_view piece, Repairs& repairs) {
 }
 
 void WriteVideoFormat(sdp::Writer& text, const Format& format, Repairs& repairs) {
-    constexpr std::string_view levelKey = "profile-level-id";
     const std::int32_t number = kOwnNumbers[format.meaning];
-    text << " " << number << "\r\na=rtpmap:" << number << " H264/90000\r\n";
+    text << " " << number << "\r\na=rtpmap:" << number << " " << sdp::kH264Name << "\r\n";
     if (format.parms.empty()) {
         return;
     }
@@ -104,9 +106,9 @@ void WriteVideoFormat(sdp::Writer& text, const Format& format, Repairs& repairs)
             return;
         }
         std::string_view value = piece;
-        if (Trim(TakePiece(value, '=')) == levelKey) {
+        if (Trim(TakePiece(value, '=')) == sdp::kProfileLevelId) {
             value = Trim(value);
-            text << levelKey << "=" << value.substr(0, 4) << LevelDigits(value, repairs) << ";";
+            text << sdp::kProfileLevelId << "=" << value.substr(0, 4) << LevelDigits(value, repairs) << ";";
         } else {
             text << piece << ";";
         }
@@ -179,7 +181,7 @@ std::string_view AddressOf(const Description& description, Lines lines) {
 std::string_view KeywordOf(Way way) {
     std::string_view keyword;
     for (const sdp::Direction& direction : sdp::kDirections) {
-        if (direction.fSends == way.send && direction.fReceives == way.receive) {
+        if (direction.sends == way.send && direction.receives == way.receive) {
             keyword = direction.keyword;
         }
     }
@@ -192,7 +194,7 @@ Way WayOf(const Description& description, const Section& section, Repairs& repai
         const sdp::Direction* const session = LastDirection(description.Session());
         direction = session != nullptr && repairs.Use(RepairId::SessionDirection) ? session : nullptr;
     }
-    return direction == nullptr ? Way{true, true} : Way{direction->fSends, direction->fReceives};
+    return direction == nullptr ? Way{true, true} : Way{direction->sends, direction->receives};
 }
 
 void WritePrepared(sdp::Writer& text, const Description& description, const std::array<Taken, kRoles>& taken,

@@ -79,7 +79,7 @@ void RewriteCrypto(sdp::Writer& text, std::string_view /*value*/, const Plan& pl
         const sdp::WipedAtEnd wiped(key);
         GetSRTPKey(key, crypto.key->key.data(), crypto.key->salt.data());
         for (const sdp::Suite& suite : sdp::kSuites) {
-            if (suite.eProfile == kBothSuites[crypto.suite]) {
+            if (suite.profile == kBothSuites[crypto.suite]) {
                 text << "a=crypto:" << crypto.tag << " " << suite.strName << " inline:" << key << "\r\n";
             }
         }

@@ -7,6 +7,8 @@
 #include "SDPH264Rates.h"
 #include "SDPPrepare.h"
 
+#include "H264Level.h"
+
 #include <algorithm>
 #include <cstring>
 #include <tuple>
@@ -31,7 +33,7 @@ void FillAudio(Stream& stream, const Taken& taken, const RemoteSDP& record, cons
     stream.codec = record.eAudioCodec;
     for (const Meaning meaning : {kG722, kG7221, kG711U, kG729}) {
         const Format* const format = taken.formats->Find(meaning);
-        if (sdp::kAudioCodecs[meaning].eCodec == record.eAudioCodec && format != nullptr) {
+        if (sdp::kAudioCodecs[meaning].codec == record.eAudioCodec && format != nullptr) {
             stream.sendPayload = format->number;
             stream.receivePayload = slot.numbers[meaning];
         }
