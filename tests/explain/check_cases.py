@@ -17,6 +17,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent / "corpus"))
 sys.dont_write_bytecode = True
 import model_read  # noqa: E402
+
 TOPICS = {
     "audio": ["audio.codec", "audio.send", "audio.receive", "dtmf"],
     "video": ["main.picture", "main.send", "main.receive"],
@@ -25,10 +26,7 @@ TOPICS = {
     "bandwidth-and-ice": ["bandwidth", "ice"],
     "call": ["call"],
 }
-FIELDS = [
-    "symptom", "topic", "arguments", "cause", "line", "field", "ledger",
-    "rule_words", "consequence_words", "cure", "expect", "cured_expect",
-]  # fmt: skip
+FIELDS = "symptom topic arguments cause line field ledger rule_words consequence_words cure expect cured_expect"
 FILES = {"case.json", "remote.sdp", "local.json", "before.sdp", "offer.sdp", "cured.sdp", "cured.json"}
 LEAST_PER_GROUP = 12
 STREAMS = {"audio": "audio", "main": "main_video", "slides": "presentation"}
@@ -60,10 +58,13 @@ def ice(text):
     reader = model_read.Reader()
     reader.read(text)
     return [
-        {"ufrag": section.striceufrag.decode("latin-1"), "pwd": section.stricepwd.decode("latin-1"),
-         "candidates": len(section.vecCandidate)}
+        {
+            "ufrag": section.striceufrag.decode("latin-1"),
+            "pwd": section.stricepwd.decode("latin-1"),
+            "candidates": len(section.vecCandidate),
+        }
         for section in reader.sections
-    ]  # fmt: skip
+    ]
 
 
 def outcome(command, folder, case, remote, local):
@@ -100,7 +101,7 @@ def holds(expected, record, answer):
 
 def form_problems(folder, case):
     """What is wrong with the folder itself."""
-    if list(case) != FIELDS:
+    if list(case) != FIELDS.split():
         yield f"case.json has the members {list(case)}"
         return
     names = {path.name for path in folder.iterdir()}
@@ -120,16 +121,26 @@ def form_problems(folder, case):
             yield f"{name} is empty"
 
 
+def cured_files(folder):
+    """The remote text and the local file with the cure applied; one of them is as it was."""
+    pairs = (("cured.sdp", "remote.sdp"), ("cured.json", "local.json"))
+    return [cured if (folder / cured).exists() else sent for cured, sent in pairs]
+
+
+def case_folders(chosen):
+    """The folders that were named, or all."""
+    folders = [pathlib.Path(name).resolve() for name in chosen]
+    return folders or sorted(path.parent for path in HERE.glob("cases/*/*/case.json"))
+
+
 def case_problems(command, folder):
     case = json.loads((folder / "case.json").read_text(encoding="ascii"))
     found = list(form_problems(folder, case))
     if found:
         yield from found
         return
-    cured = [name if (folder / name).exists() else other
-             for name, other in (("cured.sdp", "remote.sdp"), ("cured.json", "local.json"))]  # fmt: skip
     sent = outcome(command, folder, case, "remote.sdp", "local.json")
-    better = outcome(command, folder, case, *cured)
+    better = outcome(command, folder, case, *cured_files(folder))
     for title, result, wanted in (("as sent", sent, case["expect"]), ("cured", better, case["cured_expect"])):
         for expected in wanted:
             if not holds(expected, *result):
@@ -150,13 +161,19 @@ def tree_problems(folders):
             yield f"{folder.name}: has the text of {same.name}"
 
 
+def healthy_lines():
+    """Name, arguments and healthy streams or topics of each line of the list."""
+    for line in (HERE / "healthy.txt").read_text(encoding="ascii").splitlines():
+        if line and not line.startswith("#"):
+            (name, *arguments), words = (part.split() for part in line.split(" : "))
+            yield name, arguments, words
+
+
 def healthy_problems(command):
     """Each capture of the list exists, and each stream of its line comes up, with a suite where SRTP is on."""
-    text = (HERE / "healthy.txt").read_text(encoding="ascii")
-    lines = [line for line in text.splitlines() if line and not line.startswith("#")]
+    lines = list(healthy_lines())
     known = {*STREAMS, *(topic for topics in TOPICS.values() for topic in topics)}
-    for line in lines:
-        (name, *arguments), words = (part.split() for part in line.split(" : "))
+    for name, arguments, words in lines:
         for word in sorted(set(words) - known):
             yield f"{name}: {word} is no topic"
         text = (HERE.parent / "corpus" / "captures" / name).read_bytes()
@@ -173,8 +190,7 @@ def healthy_problems(command):
 
 def main(arguments):
     command, chosen = arguments[0], arguments[1:]
-    folders = [pathlib.Path(name).resolve() for name in chosen]
-    folders = folders or sorted(path.parent for path in HERE.glob("cases/*/*/case.json"))
+    folders = case_folders(chosen)
     problems = [] if chosen else [*tree_problems(folders), *healthy_problems(command)]
     for folder in folders:
         try:
