@@ -78,7 +78,9 @@ std::string SideText(const cmsdp::Capabilities& side) {
     cmsdp::Capabilities bare = side;
     std::memset(bare.local.bufSRTPKey, 0, sizeof bare.local.bufSRTPKey);
     std::memset(bare.local.bufSRTPSalt, 0, sizeof bare.local.bufSRTPSalt);
-    return RecordText(bare.local) + (bare.srtp ? "srtp " : "") + (bare.floorControl ? "floor control" : "");
+    return RecordText(bare.local) + (bare.srtp ? "srtp " : "") + "floor control " +
+           std::to_string(static_cast<int>(bare.floorControl)) + " served " +
+           std::to_string(bare.servedSections);
 }
 
 void CheckJson(const std::string& json, const Watch& watch) {
@@ -116,28 +118,15 @@ void CheckCleaning(const std::string& text) {
     }
 }
 
-cmsdp::Outcome RunVerb(const cmsdp::CommandLine& line, const cmsdp::Screen& screen) {
-    switch (line.verb) {
-    case cmsdp::Verb::kOffer:
-        return cmsdp::RunOffer(line, screen);
-    case cmsdp::Verb::kAnswer:
-        return cmsdp::RunAnswer(line, screen);
-    case cmsdp::Verb::kCall:
-        return cmsdp::RunCall(line, screen);
-    default:
-        return cmsdp::RunInspect(line, screen);
-    }
-}
-
 void CheckOutcome(const cmsdp::Outcome& outcome, const cmsdp::CommandLine& line, const cmsdp::Screen& screen,
                   const Watch& watch) {
     Require(outcome.status == cmsdp::kDone || outcome.status == cmsdp::kNothingNegotiated,
             "a verb that ends has done its work", std::to_string(outcome.status), outcome.text);
-    const bool readsText = line.verb == cmsdp::Verb::kInspect || line.verb == cmsdp::Verb::kCall;
+    const bool readsText = line.run == cmsdp::RunInspect || line.run == cmsdp::RunCall;
     if (readsText && !screen.colour) {
         Require(IsPrintable(outcome.text), "a report is printable", outcome.text, outcome.text);
     }
-    if (line.verb == cmsdp::Verb::kInspect && line.json) {
+    if (line.json && line.run != cmsdp::RunOffer) {
         Require(nlohmann::json::accept(outcome.text), "a JSON report is JSON", outcome.text, outcome.text);
     }
     if (!line.showSecrets) {
@@ -149,8 +138,8 @@ void CheckOutcome(const cmsdp::Outcome& outcome, const cmsdp::CommandLine& line,
 }
 
 void Run(Input input, std::uint64_t secret) {
-    static constexpr cmsdp::Verb verbs[] = {cmsdp::Verb::kInspect, cmsdp::Verb::kAnswer, cmsdp::Verb::kOffer,
-                                            cmsdp::Verb::kCall};
+    static constexpr cmsdp::Run verbs[] = {cmsdp::RunInspect, cmsdp::RunAnswer, cmsdp::RunOffer,
+                                           cmsdp::RunCall};
     const Key ours(secret ^ 0x0045U);
     const Key theirs(secret ^ 0xfa4e0dU);
     Watch watch;
@@ -158,7 +147,7 @@ void Run(Input input, std::uint64_t secret) {
     watch.Add(theirs);
 
     cmsdp::CommandLine line;
-    line.verb = input.Pick(verbs);
+    line.run = input.Pick(verbs);
     const std::uint8_t options = input.Byte();
     line.json = (options & 1U) != 0;
     line.remote.exact = (options & 2U) != 0;
@@ -179,7 +168,7 @@ void Run(Input input, std::uint64_t secret) {
     line.remote.name = far.Name();
     const Meter meter;
     try {
-        const cmsdp::Outcome outcome = RunVerb(line, screen);
+        const cmsdp::Outcome outcome = line.run(line, screen);
         CheckCost(kVerb, meter.Read(), json.size() + remote.size());
         CheckOutcome(outcome, line, screen, watch);
     } catch (const cmsdp::ToolError& error) {

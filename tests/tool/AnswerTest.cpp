@@ -2,6 +2,8 @@
 #include "Expect.h"
 #include "RunTool.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 
 namespace tool {
@@ -12,7 +14,7 @@ class Answer : public ToolTest {};
 
 constexpr const char* kNoPresentation = R"({"floor_control": {"enabled": false}})";
 constexpr const char* kAudioOnly =
-    R"({"video": {"main": {"codecs": []}}, "floor_control": {"enabled": false}})";
+    R"({"video": {"main": {"codecs": []}}, "floor_control": {"enabled": false}, "served_sections": 2})";
 
 TEST_F(Answer, AudioAndVideo) {
     Write("me.json", kNoPresentation);
@@ -99,11 +101,38 @@ TEST_F(Answer, OnHoldIsStatusZero) {
     EXPECT_EQ(CmsdpReads("v=0\r\nm=audio 5004 RTP/AVP 0\r\na=inactive\r\n", {"answer"}).status, 0);
 }
 
+constexpr const char* kPresentation =
+    "v=0\r\nm=video 5008 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\na=content:slides\r\n";
+
 TEST_F(Answer, PresentationAloneIsStatusZero) {
-    EXPECT_EQ(CmsdpReads("v=0\r\nm=video 5008 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\na=content:slides\r\n",
-                         {"answer"})
-                  .status,
-              0);
+    Write("on.json", R"({"floor_control": {"enabled": true}})");
+    EXPECT_EQ(CmsdpReads(kPresentation, {"answer", "--local", "on.json"}).status, 0);
+}
+
+// The built-in set answers with floor control only what has it: otherwise its line would have no port (B15).
+TEST_F(Answer, AutomaticFloorControlFollowsTheOffer) {
+    const Result without = CmsdpReads(kPresentation, {"answer"});
+    EXPECT_EQ(without.status, 1);
+    EXPECT_EQ(without.out.find("m=application"), std::string::npos);
+    const Result with =
+        CmsdpReads(kPresentation + std::string("m=application 5010 UDP/BFCP *\r\n"), {"answer"});
+    EXPECT_EQ(with.status, 0);
+    EXPECT_NE(with.out.find("m=application 16390 UDP/BFCP *\r\n"), std::string::npos);
+}
+
+TEST_F(Answer, AsJson) {
+    const Result run = CmsdpReads("v=0\nm=audio 5004 RTP/AVP 0\n", {"answer", "--json"});
+    EXPECT_EQ(run.status, 0);
+    const auto answer = nlohmann::json::parse(run.out);
+    EXPECT_EQ(answer["schema"], "cmsdp.answer/1");
+    EXPECT_EQ(answer["negotiated"], true);
+    EXPECT_EQ(answer["notes"].size(), 1U);
+    EXPECT_EQ(answer["audio"]["codec"], "G711U");
+    EXPECT_TEXT(MaskId(answer["answer"]),
+                MaskId(CmsdpReads("v=0\r\nm=audio 5004 RTP/AVP 0\r\n", {"answer"}).out));
+    const Result none = CmsdpReads("v=0\r\n", {"answer", "--json"});
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(nlohmann::json::parse(none.out)["answer"], nullptr);
 }
 
 TEST_F(Answer, WithoutAMediaLineThereIsNone) {

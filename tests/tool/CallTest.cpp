@@ -2,6 +2,8 @@
 #include "Expect.h"
 #include "RunTool.h"
 
+#include <nlohmann/json.hpp>
+
 namespace tool {
 
 namespace {
@@ -121,19 +123,41 @@ TEST_F(Call, KeysAreShownWhenAsked) {
     EXPECT_TEXT(run.err, "");
 }
 
+// Each side has its own address, ports and session id.
 TEST_F(Call, BuiltInSidesNegotiateEverything) {
-    const Result run = Cmsdp({"call"});
+    const Result run = Cmsdp({"call", "--json", "--require", "audio,main_video,presentation,floor_control"});
     EXPECT_EQ(run.status, 0);
-    EXPECT_NE(run.out.find("presentation\n"
-                           "  state          negotiated                      negotiated\n"),
-              std::string::npos);
-    // The answer serves two sections and rejects copies of the others, so its second BFCP section has port 0.
+    EXPECT_TEXT(run.err, "");
+    const auto call = nlohmann::json::parse(run.out);
+    EXPECT_EQ(call["schema"], "cmsdp.call/1");
+    EXPECT_EQ(call["negotiated"], true);
+    for (const char* const stream : {"audio", "main_video", "presentation", "floor_control"}) {
+        EXPECT_EQ(call["offerer"][stream]["negotiated"], true) << stream;
+        EXPECT_EQ(call["answerer"][stream]["negotiated"], true) << stream;
+    }
+    EXPECT_EQ(call["offerer"]["audio"]["address"], "192.0.2.2");
+    EXPECT_EQ(call["answerer"]["audio"]["address"], "192.0.2.1");
+    EXPECT_EQ(call["offerer"]["floor_control"]["port"], 17390);
+    EXPECT_EQ(call["answerer"]["floor_control"]["port"], 16390);
+    const auto origin = [&call](const char* description) {
+        const std::string text = call[description];
+        const std::size_t begin = text.find("o=");
+        return text.substr(begin, text.find(" IN", begin) - begin);
+    };
+    EXPECT_NE(origin("offer"), origin("answer"));
+}
+
+TEST_F(Call, TwoSectionsServedCostTheOffererTheFloor) {
+    Write("two.json", R"({"served_sections": 2})");
+    const Result run = Cmsdp({"call", "--answerer", "two.json", "--require", "floor_control"});
+    EXPECT_EQ(run.status, 1);
+    // The answer rejects copies of the sections beyond the second, so its second BFCP section has port 0.
     EXPECT_NE(run.out.find("floor control\n"
                            "  state          not negotiated                  negotiated\n"
                            "  why            the far end declines it with\n"
                            "                 port 0\n"),
               std::string::npos);
-    EXPECT_TEXT(run.err, "");
+    EXPECT_TEXT(run.err, "cmsdp: offerer: required and not negotiated: floor_control\n");
 }
 
 TEST_F(Call, NoCodecInCommonIsStatusOne) {

@@ -20,6 +20,7 @@ constexpr const char* kBuiltIn = R"({
   "origin_address": "",
   "origin_extension": "",
   "max_bandwidth_bit_per_s": 1064000,
+  "served_sections": 4,
   "srtp": false,
   "audio": {
     "port": 16384,
@@ -54,15 +55,7 @@ constexpr const char* kBuiltIn = R"({
       "max_frame_macroblocks": 0,
       "max_bit_rate_x1000_bit_per_s": 0,
       "suite": "AES_CM_128_HMAC_SHA1_32",
-      "key": null,
-      "far_end": {
-        "address": "",
-        "payload_type": 0,
-        "packetization_mode": 0,
-        "sends": false,
-        "receives": false,
-        "valid": false
-      }
+      "key": null
     },
     "presentation": {
       "port": 16388,
@@ -76,23 +69,14 @@ constexpr const char* kBuiltIn = R"({
       "max_frame_macroblocks": 0,
       "max_bit_rate_x1000_bit_per_s": 0,
       "suite": "AES_CM_128_HMAC_SHA1_32",
-      "key": null,
-      "far_end": {
-        "address": "",
-        "payload_type": 0,
-        "packetization_mode": 0,
-        "sends": false,
-        "receives": false,
-        "valid": false
-      }
+      "key": null
     }
   },
   "floor_control": {
-    "enabled": true,
+    "enabled": "auto",
     "port": 16390,
     "conference_id": 0,
-    "user_id": 0,
-    "far_end_is_server": false
+    "user_id": 0
   }
 }
 )";
@@ -104,6 +88,7 @@ constexpr const char* kOther = R"({
   "origin_address": "198.51.100.2",
   "origin_extension": "x\u00fc",
   "max_bandwidth_bit_per_s": -1500,
+  "served_sections": 3,
   "srtp": true,
   "audio": {
     "port": -2147483648,
@@ -180,7 +165,7 @@ constexpr const char* kKey = "WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz";
 
 class CapabilitiesVerb : public ToolTest {};
 
-TEST_F(CapabilitiesVerb, WritesEveryMember) {
+TEST_F(CapabilitiesVerb, WritesEveryMemberOfALocalDescription) {
     const Result run = Cmsdp({"capabilities"});
     EXPECT_EQ(run.status, 0);
     EXPECT_TEXT(run.out, kBuiltIn);
@@ -195,8 +180,7 @@ TEST_F(CapabilitiesVerb, ItsOutputGivenBackChangesNothing) {
                 MaskId(Cmsdp({"answer", "offer.sdp"}).out));
     EXPECT_TEXT(Cmsdp({"inspect", "--local", "me.json", "offer.sdp"}).out,
                 Cmsdp({"inspect", "offer.sdp"}).out);
-    EXPECT_TEXT(MaskId(Cmsdp({"call", "--offerer", "me.json", "--answerer", "me.json"}).out),
-                MaskId(Cmsdp({"call"}).out));
+    EXPECT_TEXT(MaskId(Cmsdp({"call", "--offerer", "me.json"}).out), MaskId(Cmsdp({"call"}).out));
 }
 
 TEST(Capabilities, EveryMemberThereAndBack) {
@@ -245,7 +229,8 @@ TEST(Capabilities, EveryMemberReachesItsField) {
     EXPECT_EQ(slides.iVideoPayload, 13);
     EXPECT_EQ(slides.iFmtpPacketizationMode, 14);
     EXPECT_TRUE(slides.fVideoRecv);
-    EXPECT_FALSE(c.floorControl);
+    EXPECT_EQ(c.floorControl, cmsdp::FloorControl::kOff);
+    EXPECT_EQ(c.servedSections, 3U);
     EXPECT_EQ(c.local.iVideoPresoControlPort, 15);
     EXPECT_EQ(c.local.iBfcpConfid, 16);
     EXPECT_EQ(c.local.iBfcpUserid, 17);
@@ -260,6 +245,16 @@ TEST(Capabilities, AMemberLeftOutKeepsItsBuiltInValue) {
     const Capabilities c = ParseCapabilities(R"({"audio": {"port": 5004}})", "f");
     EXPECT_EQ(c.local.iAudioRTPPort, 5004);
     EXPECT_EQ(c.local.listAudioCodecPriority, (std::list<int>{16, 64, 1, 8}));
+}
+
+TEST(Capabilities, FloorControlIsOffOnOrAutomatic) {
+    const auto read = [](const char* value) {
+        return ParseCapabilities(R"({"floor_control": {"enabled": )" + std::string(value) + "}}", "f")
+            .floorControl;
+    };
+    EXPECT_EQ(read("false"), cmsdp::FloorControl::kOff);
+    EXPECT_EQ(read("true"), cmsdp::FloorControl::kOn);
+    EXPECT_EQ(read("\"auto\""), cmsdp::FloorControl::kAuto);
 }
 
 TEST(Capabilities, AKeyIsRead) {
@@ -351,6 +346,13 @@ const std::vector<Wrong> kWrong = {
      "me.json: $: expected numbers of 32 bits, found one that no number type holds; look for a very long "
      "number "
      "or exponent"},
+    {"NegativeCount", R"({"served_sections": -1})",
+     "me.json: $.served_sections: expected a whole number from 0 to 2147483647, found the number -1; 0 "
+     "serves "
+     "none"},
+    {"OtherWordForFloorControl", R"({"floor_control": {"enabled": "on"}})",
+     "me.json: $.floor_control.enabled: expected true, false or \"auto\", found the text \"on\"; \"auto\" "
+     "answers with floor control only offers that have it"},
     {"NumberForATruthValue", R"({"video": {"muted": 0}})",
      "me.json: $.video.muted: expected true or false, found the number 0; write it without quotes"},
     {"NullForATruthValue", R"({"srtp": null})",
@@ -406,7 +408,8 @@ TEST_F(CapabilitiesVerb, MessagesAreHarmless) {
     EXPECT_TEXT(
         run.err,
         "cmsdp: bad.json: $[\"\\x1b[2J inline:*** expected one of schema, default_address, origin_address, "
-        "origin_extension, max_bandwidth_bit_per_s, srtp, audio, video, floor_control, found an unknown "
+        "origin_extension, max_bandwidth_bit_per_s, served_sections, srtp, audio, video, floor_control, "
+        "found an unknown "
         "member; remove it or correct its name\n");
 }
 

@@ -52,8 +52,8 @@ TEST_F(Help, OfAnswer) {
                                  "  cmsdp answer offer.sdp > answer.sdp\n"
                                  "  xclip -o | cmsdp answer --local me.json\n"
                                  "\n"
-                                 "Usage: cmsdp answer [--local FILE] [--exact | --nth N] [--show-secrets]\n"
-                                 "                    [REMOTE]\n");
+                                 "Usage: cmsdp answer [--local FILE] [--json] [--require LIST]\n"
+                                 "                    [--exact | --nth N] [--show-secrets] [REMOTE]\n");
 }
 
 TEST_F(Help, OfInspect) {
@@ -61,8 +61,8 @@ TEST_F(Help, OfInspect) {
                                       "  cmsdp inspect offer.sdp\n"
                                       "  cmsdp inspect --json offer.sdp | jq .main_video.why\n"
                                       "\n"
-                                      "Usage: cmsdp inspect [--local FILE] [--json] [--exact | --nth N]\n"
-                                      "                     [--show-secrets] [REMOTE]\n");
+                                      "Usage: cmsdp inspect [--local FILE] [--json] [--require LIST]\n"
+                                      "                     [--exact | --nth N] [--show-secrets] [REMOTE]\n");
 }
 
 TEST_F(Help, OfCall) {
@@ -70,7 +70,8 @@ TEST_F(Help, OfCall) {
                                    "  cmsdp call\n"
                                    "  cmsdp call --offerer alice.json --answerer bob.json\n"
                                    "\n"
-                                   "Usage: cmsdp call [--offerer FILE] [--answerer FILE] [--show-secrets]\n");
+                                   "Usage: cmsdp call [--offerer FILE] [--answerer FILE] [--json]\n"
+                                   "                  [--require LIST] [--show-secrets]\n");
 }
 
 TEST_F(Help, OfCheck) {
@@ -89,17 +90,30 @@ TEST_F(Help, OfCapabilities) {
                                            "Usage: cmsdp capabilities\n");
 }
 
-// The version is written in the command and in the project; this is what keeps the two the same.
+TEST_F(Help, WithoutAVerbOrWithTheVerbHelp) {
+    EXPECT_TEXT(Cmsdp({}).out, Cmsdp({"--help"}).out);
+    EXPECT_EQ(Cmsdp({}).status, 0);
+    EXPECT_TEXT(Cmsdp({"help"}).out, Cmsdp({"--help"}).out);
+    EXPECT_TEXT(Cmsdp({"help", "call"}).out, Cmsdp({"call", "--help"}).out);
+    EXPECT_TEXT(Cmsdp({"help"}).err, "");
+    ExpectHelp({"version", "--help"}, "Example:\n"
+                                      "  cmsdp version\n");
+    EXPECT_EQ(Cmsdp({"help", "cal"}).status, 2);
+    EXPECT_TEXT(Cmsdp({"help", "cal"}).err, "cmsdp: \"cal\" is no verb; see cmsdp --help\n");
+}
+
 TEST_F(Help, VersionIsThatOfTheProject) {
     std::ifstream file(std::string(COMMONMEDIA_SOURCE_DIR) + "/CMakeLists.txt");
     std::string word;
     while (file >> word && word != "VERSION") {
     }
     ASSERT_TRUE(file >> word);
-    const Result run = Cmsdp({"--version"});
-    EXPECT_EQ(run.status, 0);
-    EXPECT_TEXT(run.out, "cmsdp " + word + "\n");
-    EXPECT_TEXT(run.err, "");
+    for (const char* const argument : {"--version", "version"}) {
+        const Result run = Cmsdp({argument});
+        EXPECT_EQ(run.status, 0);
+        EXPECT_TEXT(run.out, "cmsdp " + word + "\n");
+        EXPECT_TEXT(run.err, "");
+    }
 }
 
 } // namespace

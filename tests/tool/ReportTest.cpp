@@ -150,7 +150,7 @@ TEST(ReportPresentation, ASecondVideoThatWasDeclinedIsNoMatter) {
 }
 
 TEST(ReportPresentation, SwitchedOffOnThisSide) {
-    const auto c = With([](Capabilities& side) { side.floorControl = false; });
+    const auto c = With([](Capabilities& side) { side.floorControl = cmsdp::FloorControl::kOff; });
     const Report report = Read(std::string(kSlides) + kFloor, c);
     EXPECT_EQ(report.presentation.why,
               "floor_control.enabled is false on this side, which then has no presentation");

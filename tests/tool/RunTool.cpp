@@ -12,6 +12,7 @@
 #include <iterator>
 #include <memory>
 #include <regex>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
@@ -28,12 +29,15 @@ std::string Slurp(const std::string& path) {
 // A terminal whose two ends are this process and the command; its line discipline changes nothing.
 class Terminal {
 public:
-    Terminal() : m_near(posix_openpt(O_RDWR | O_NOCTTY)) {
+    explicit Terminal(unsigned short columns) : m_near(posix_openpt(O_RDWR | O_NOCTTY)) {
         if (m_near < 0 || grantpt(m_near) != 0 || unlockpt(m_near) != 0) {
             return;
         }
         m_far = open(ptsname(m_near), O_RDWR | O_NOCTTY);
         termios raw{};
+        winsize size{};
+        size.ws_col = columns;
+        ioctl(m_far, TIOCSWINSZ, &size);
         if (tcgetattr(m_far, &raw) == 0) {
             cfmakeraw(&raw);
             tcsetattr(m_far, TCSANOW, &raw);
@@ -140,7 +144,7 @@ Result ToolTest::Cmsdp(const std::vector<std::string>& arguments, const How& how
     Write(".stdout", "");
     std::unique_ptr<Terminal> terminal;
     if (how.out == Out::kTerminal) {
-        terminal = std::make_unique<Terminal>();
+        terminal = std::make_unique<Terminal>(how.columns);
     }
     const pid_t child = fork();
     if (child == 0) {

@@ -25,6 +25,7 @@ enum class Out { kFile, kClosed, kFullDisk, kBrokenPipe, kTerminal };
 struct How {
     std::string input;
     Out out = Out::kFile;
+    unsigned short columns = 0; ///< of the terminal; 0: it does not know
     std::vector<std::pair<std::string, std::string>> environment;
 };
 

@@ -16,10 +16,6 @@ protected:
     }
 };
 
-TEST_F(Status, NoVerb) {
-    ExpectUsage({}, "cmsdp: a verb is missing; see cmsdp --help\n");
-}
-
 TEST_F(Status, UnknownVerb) {
     ExpectUsage({"offers"}, "cmsdp: \"offers\" is no verb; see cmsdp --help\n");
 }

@@ -3,10 +3,18 @@
 // Tests: tests/tool/AnswerTest.cpp
 #include "Redact.h"
 #include "RemoteText.h"
-#include "Report.h"
+#include "ReportJson.h"
 #include "Verbs.h"
 
 namespace cmsdp {
+
+namespace {
+
+constexpr const char* kNothingToAnswer =
+    "nothing was negotiated: the offer has no media line with a port, a transport and a format, so there is "
+    "nothing to answer";
+
+} // namespace
 
 Outcome RunAnswer(const CommandLine& line, const Screen& screen) {
     const Capabilities side = SideOf(line.local);
@@ -14,19 +22,20 @@ Outcome RunAnswer(const CommandLine& line, const Screen& screen) {
     const Draft offer = ReadRemoteText(line.remote, outcome.notes);
     SDPHandler handler;
     Prepare(handler, side);
-    const Report report = ReadInto(handler, side, offer.text);
-    if (handler.IsOffer()) {
-        // The handler would write an offer of its own now, which is not what was asked for.
-        outcome.status = kNothingNegotiated;
-        outcome.notes.emplace_back("nothing was negotiated: the offer has no media line with a port, a "
-                                   "transport and a format, so there is nothing to answer");
-        return outcome;
-    }
+    Report report = ReadInto(handler, side, offer.text);
+    report.inputNotes = outcome.notes;
+    // Without a section the handler would write an offer of its own, which is not what was asked for.
+    const bool answers = !handler.IsOffer();
+    const std::string answer = answers ? handler.GetLocalSDP() : "";
+
     Secrets secrets(line.showSecrets);
-    outcome.text = DescriptionFor(screen, secrets.Hide(handler.GetLocalSDP()));
-    if (!AnythingNegotiated(report)) {
+    outcome.text =
+        line.json ? AnswerJson(report, answer, secrets) : DescriptionFor(screen, secrets.Hide(answer));
+    if (answers) {
+        Judge(outcome, report, line, secrets);
+    } else {
         outcome.status = kNothingNegotiated;
-        outcome.notes.push_back(secrets.Hide(WhyNothing(report)));
+        outcome.notes.emplace_back(kNothingToAnswer);
     }
     if (secrets.hidden()) {
         outcome.notes.emplace_back(kHiddenNote);

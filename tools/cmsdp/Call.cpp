@@ -1,11 +1,15 @@
 // cmsdp call: what do two of us negotiate?
 //
 // Tests: tests/tool/CallTest.cpp
+#include "Platform.h"
+#include "ReportJson.h"
 #include "ReportTable.h"
 #include "Verbs.h"
 #include "Visible.h"
 
 #include <algorithm>
+#include <chrono>
+#include <thread>
 
 namespace cmsdp {
 
@@ -23,41 +27,63 @@ std::string Indented(const std::string& description) {
     return out;
 }
 
+// A new handler takes its session id from the tick count; two ends of a call have two ids (RFC 4566, 5.2).
+void WaitForNextTick() {
+    const std::uint32_t now = GetTickCount();
+    while (GetTickCount() == now) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+std::string AsText(const CallSide& offerer, const CallSide& answerer, Secrets& secrets,
+                   const Screen& screen) {
+    return "offer\n" + Indented(secrets.Hide(offerer.description)) + "\nanswer\n" +
+           Indented(secrets.Hide(answerer.description)) + "\n" +
+           RenderTable(
+               {"offerer", "answerer"},
+               SideBySide(ReportBlocks(offerer.report, secrets), ReportBlocks(answerer.report, secrets)),
+               CellWidth(screen.width, 2), screen.colour);
+}
+
+// Without a section the answerer would write an offer of its own.
+Outcome NothingToAnswer(const std::string& offer, const Report& atAnswerer, bool json, Secrets& secrets) {
+    Outcome outcome;
+    outcome.status = kNothingNegotiated;
+    outcome.text = json ? CallJson({offer, Report()}, {"", atAnswerer}, secrets) : "";
+    outcome.notes.emplace_back(offer.empty()
+                                   ? "nothing was negotiated: default_address of the offerer is empty"
+                                   : "nothing was negotiated: the offer has no media line");
+    return outcome;
+}
+
 } // namespace
 
 Outcome RunCall(const CommandLine& line, const Screen& screen) {
-    constexpr std::size_t width = 30;
     const Capabilities offererSide = SideOf(line.offerer);
-    const Capabilities answererSide = SideOf(line.answerer);
+    const Capabilities answererSide = SideOf(line.answerer, BuiltInAnswerer());
     SDPHandler offerer;
+    WaitForNextTick();
     SDPHandler answerer;
     Prepare(offerer, offererSide);
     Prepare(answerer, answererSide);
 
-    Outcome outcome;
+    Secrets secrets(line.showSecrets);
     const std::string offer = offerer.GetLocalSDP();
     const Report atAnswerer = ReadInto(answerer, answererSide, offer);
     if (answerer.IsOffer()) {
-        outcome.status = kNothingNegotiated;
-        outcome.notes.emplace_back(offer.empty()
-                                       ? "nothing was negotiated: default_address of the offerer is empty"
-                                       : "nothing was negotiated: the offer has no media line");
-        return outcome;
+        return NothingToAnswer(offer, atAnswerer, line.json, secrets);
     }
     const std::string answer = answerer.GetLocalSDP();
     const Report atOfferer = ReadInto(offerer, offererSide, answer);
 
-    Secrets secrets(line.showSecrets);
+    Outcome outcome;
+    const CallSide offering{offer, atOfferer};
+    const CallSide answering{answer, atAnswerer};
     outcome.text =
-        "offer\n" + Indented(secrets.Hide(offer)) + "\nanswer\n" + Indented(secrets.Hide(answer)) + "\n" +
-        RenderTable({"offerer", "answerer"},
-                    SideBySide(ReportBlocks(atOfferer, secrets), ReportBlocks(atAnswerer, secrets)), width,
-                    screen.colour);
-    if (!AnythingNegotiated(atOfferer) || !AnythingNegotiated(atAnswerer)) {
-        const bool here = !AnythingNegotiated(atAnswerer);
-        outcome.status = kNothingNegotiated;
-        outcome.notes.push_back((here ? "answerer: " : "offerer: ") +
-                                secrets.Hide(WhyNothing(here ? atAnswerer : atOfferer)));
+        line.json ? CallJson(offering, answering, secrets) : AsText(offering, answering, secrets, screen);
+    Judge(outcome, atAnswerer, line, secrets, "answerer: ");
+    if (outcome.status == kDone) {
+        Judge(outcome, atOfferer, line, secrets, "offerer: ");
     }
     if (secrets.hidden()) {
         outcome.notes.emplace_back(kHiddenNote);

@@ -6,6 +6,9 @@
 #include "Keys.h"
 #include "Outcome.h"
 #include "ReadFile.h"
+#include "SDPTables.h"
+
+#include <algorithm>
 
 namespace cmsdp {
 
@@ -25,7 +28,8 @@ void FillVideo(VideoParms& video, std::int32_t port, const char* level) {
 // one is for the user to give. The suite is the one that two of these handlers agree on once SRTP is on.
 Capabilities BuiltInCapabilities() {
     Capabilities c;
-    c.floorControl = true;
+    c.floorControl = FloorControl::kAuto;
+    c.servedSections = 4;
     LocalSDP& local = c.local;
     local.strDefaultIPAddr = "192.0.2.1";
     local.iMaxBandwidth = 1064000;
@@ -44,7 +48,18 @@ Capabilities BuiltInCapabilities() {
     return c;
 }
 
-Capabilities ReadCapabilities(const std::string& file) {
+Capabilities BuiltInAnswerer() {
+    constexpr std::int32_t apart = 1000;
+    Capabilities c = BuiltInCapabilities();
+    c.local.strDefaultIPAddr = "192.0.2.2";
+    for (std::int32_t* const port : {&c.local.iAudioRTPPort, &c.local.m_VideoMain.iVideoRTPPort,
+                                     &c.local.m_VideoPreso.iVideoRTPPort, &c.local.iVideoPresoControlPort}) {
+        *port += apart;
+    }
+    return c;
+}
+
+Capabilities ReadCapabilities(const std::string& file, const Capabilities& base) {
     std::string json;
     try {
         json = ReadFile(file);
@@ -52,15 +67,29 @@ Capabilities ReadCapabilities(const std::string& file) {
         throw ToolError(kLocalFile, file + ": $: expected a readable JSON file, found: " + error.what() +
                                         "; write one with: cmsdp capabilities > FILE");
     }
-    Capabilities c = ParseCapabilities(json, file);
+    Capabilities c = ParseCapabilities(json, file, base);
     MakeMissingKeys(c);
     return c;
 }
 
 void Prepare(SDPHandler& handler, const Capabilities& capabilities) {
     handler.InitializeLocalSDP(capabilities.local);
-    handler.SetBfcpSupport(capabilities.floorControl);
+    handler.SetBfcpSupport(capabilities.floorControl != FloorControl::kOff);
+    handler.SetMaxSupportedSessions(capabilities.servedSections);
     handler.m_bSRTP = capabilities.srtp;
+}
+
+// An answer with floor control to an offer without it has a line without a port (B15), which strict readers
+// refuse together with the whole answer.
+bool SettleFloorControl(SDPHandler& handler, const Capabilities& capabilities) {
+    const RemoteSections sections = handler.GetRemoteSections();
+    const bool offered = std::any_of(sections.begin(), sections.end(),
+                                     [](const MediaSession* section) { return sdp::IsBfcp(*section); });
+    const bool wanted = capabilities.floorControl == FloorControl::kAuto
+                            ? sections.empty() || offered
+                            : capabilities.floorControl == FloorControl::kOn;
+    handler.SetBfcpSupport(wanted);
+    return wanted;
 }
 
 } // namespace cmsdp

@@ -4,7 +4,9 @@
 //   Schema(text)              Object(name, visitor of its members)
 //   Text(name, string)        Number(name, int32)          Flag(name, bool)
 //   Named(name, enum, table)  CodecSet(name, set)          CodecList(name, list)
+//   Count(name, uint32)       Floor(name, FloorControl)
 //   Key(name, capabilities, stream)
+//   FarEnd(name, whether to write it, visitor of its members)    FarEndFlag(name, bool)
 //
 // Tests: tests/tool/CapabilitiesTest.cpp
 #pragma once
@@ -22,8 +24,6 @@ void VisitKey(Visitor& v, Capabilities& c, baseSDP::SRTP_M_LINE stream) {
     v.Key("key", c, stream);
 }
 
-// The last object holds what a description of the far end fills in. No local description says any of it;
-// it is listed because the record has it.
 template <typename Visitor>
 void VisitVideo(Visitor& v, Capabilities& c, VideoParms& video, baseSDP::SRTP_M_LINE stream) {
     v.Number("port", video.iVideoRTPPort);
@@ -34,7 +34,13 @@ void VisitVideo(Visitor& v, Capabilities& c, VideoParms& video, baseSDP::SRTP_M_
     v.Number("max_frame_macroblocks", video.iFmtpMaxFrameSize);
     v.Number("max_bit_rate_x1000_bit_per_s", video.iFmtpMaxBitRate);
     VisitKey(v, c, stream);
-    v.Object("far_end", [&] {
+    // What a description of the far end fills in. No local description says any of it, so it is written only
+    // when a file sets it.
+    const VideoParms none;
+    const bool set = !video.strVideoIPAddr.empty() || video.iVideoPayload != none.iVideoPayload ||
+                     video.iFmtpPacketizationMode != none.iFmtpPacketizationMode || video.fVideoSend ||
+                     video.fVideoRecv || video.fIsVideoValid;
+    v.FarEnd("far_end", set, [&] {
         v.Text("address", video.strVideoIPAddr);
         v.Number("payload_type", video.iVideoPayload);
         v.Number("packetization_mode", video.iFmtpPacketizationMode);
@@ -52,6 +58,7 @@ void VisitCapabilities(Visitor& v, Capabilities& c) {
     v.Text("origin_address", local.strMyIPAddr);
     v.Text("origin_extension", local.strOExtension);
     v.Number("max_bandwidth_bit_per_s", local.iMaxBandwidth);
+    v.Count("served_sections", c.servedSections);
     v.Flag("srtp", c.srtp);
     v.Object("audio", [&] {
         v.Number("port", local.iAudioRTPPort);
@@ -67,11 +74,11 @@ void VisitCapabilities(Visitor& v, Capabilities& c) {
         v.Object("presentation", [&] { VisitVideo(v, c, local.m_VideoPreso, baseSDP::SRTP_VIDEO_PRESO); });
     });
     v.Object("floor_control", [&] {
-        v.Flag("enabled", c.floorControl);
+        v.Floor("enabled", c.floorControl);
         v.Number("port", local.iVideoPresoControlPort);
         v.Number("conference_id", local.iBfcpConfid);
         v.Number("user_id", local.iBfcpUserid);
-        v.Flag("far_end_is_server", local.fBfcpIsServer);
+        v.FarEndFlag("far_end_is_server", local.fBfcpIsServer);
     });
 }
 

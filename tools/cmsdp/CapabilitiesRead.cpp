@@ -57,7 +57,10 @@ public:
     void Schema(const char* schema);
     void Text(const char* name, std::string& value);
     void Number(const char* name, std::int32_t& value);
+    void Count(const char* name, std::uint32_t& value);
     void Flag(const char* name, bool& value);
+    void FarEndFlag(const char* name, bool& value) { Flag(name, value); }
+    void Floor(const char* name, FloorControl& value);
     template <typename Enum>
     void Named(const char* name, Enum& value, const NameTable& table) {
         if (const json* found = Take(name)) {
@@ -79,6 +82,11 @@ public:
         members();
         RefuseTheRest();
         std::swap(*this, inner);
+    }
+
+    template <typename Members>
+    void FarEnd(const char* name, bool /*set*/, Members members) {
+        Object(name, members);
     }
 
     // Ends an object: a member that nobody asked for is an error.
@@ -178,6 +186,29 @@ void Reader::Number(const char* name, std::int32_t& value) {
     }
 }
 
+void Reader::Count(const char* name, std::uint32_t& value) {
+    if (const json* found = Take(name)) {
+        const std::string path = MemberPath(m_path, name);
+        const std::int32_t number = WholeNumber(*found, path);
+        if (number < 0) {
+            Fail(path, "a whole number from 0 to 2147483647", InWords(*found), "0 serves none");
+        }
+        value = static_cast<std::uint32_t>(number);
+    }
+}
+
+void Reader::Floor(const char* name, FloorControl& value) {
+    if (const json* found = Take(name)) {
+        if (!found->is_boolean() && *found != "auto") {
+            Fail(MemberPath(m_path, name), "true, false or \"auto\"", InWords(*found),
+                 "\"auto\" answers with floor control only offers that have it");
+        }
+        value = !found->is_boolean() ? FloorControl::kAuto
+                : found->get<bool>() ? FloorControl::kOn
+                                     : FloorControl::kOff;
+    }
+}
+
 void Reader::Flag(const char* name, bool& value) {
     if (const json* found = Take(name)) {
         if (!found->is_boolean()) {
@@ -239,9 +270,9 @@ void Reader::RefuseTheRest() const {
 
 } // namespace
 
-Capabilities ParseCapabilities(const std::string& json, const std::string& name) {
+Capabilities ParseCapabilities(const std::string& json, const std::string& name, const Capabilities& base) {
     const nlohmann::json root = ParseStrictJson(json, name);
-    Capabilities c = BuiltInCapabilities();
+    Capabilities c = base;
     Reader reader(root, name);
     VisitCapabilities(reader, c);
     reader.RefuseTheRest();

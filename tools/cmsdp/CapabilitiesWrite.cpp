@@ -22,7 +22,17 @@ public:
     void Schema(const char* schema) { (*m_object)["schema"] = schema; }
     void Text(const char* name, const std::string& value) { (*m_object)[name] = value; }
     void Number(const char* name, std::int32_t value) { (*m_object)[name] = value; }
+    void Count(const char* name, std::uint32_t value) { (*m_object)[name] = value; }
     void Flag(const char* name, bool value) { (*m_object)[name] = value; }
+    void FarEndFlag(const char* name, bool value) {
+        if (value) {
+            Flag(name, value);
+        }
+    }
+    void Floor(const char* name, FloorControl value) {
+        (*m_object)[name] =
+            value == FloorControl::kAuto ? ordered_json("auto") : ordered_json(value == FloorControl::kOn);
+    }
     void Named(const char* name, std::int32_t value, const NameTable& table) {
         (*m_object)[name] = Value(value, table);
     }
@@ -38,6 +48,13 @@ public:
         members();
         m_object = outer;
         (*m_object)[name] = object;
+    }
+
+    template <typename Members>
+    void FarEnd(const char* name, bool set, Members members) {
+        if (set) {
+            Object(name, members);
+        }
     }
 
 private:

@@ -74,7 +74,7 @@ std::string Lines(const std::vector<JudgeViolation>& violations) {
 
 } // namespace
 
-Outcome RunCheck(const CommandLine& line) {
+Outcome RunCheck(const CommandLine& line, const Screen& /*screen*/) {
     if (line.checkedOffer == "-" && line.checkedAnswer == "-") {
         throw ToolError(kUsage, "OFFER and ANSWER cannot both be standard input; see cmsdp check --help");
     }

@@ -1,10 +1,12 @@
-// Options are declared here; their texts stand in Help.cpp.
+// The table of verbs and their options; their texts stand in Help.cpp.
 //
 // Tests: tests/tool/StatusTest.cpp, HelpTest.cpp
 #include "CommandLine.h"
 
 #include "Help.h"
 #include "Outcome.h"
+#include "Require.h"
+#include "Verbs.h"
 #include "Words.h"
 
 #include <CLI/CLI.hpp>
@@ -26,54 +28,108 @@ private:
     const char* m_text;
 };
 
-CLI::App* AddVerb(CLI::App& app, CommandLine& line, Verb verb, const char* name, const char* help) {
-    CLI::App* const sub = app.add_subcommand(name);
-    sub->formatter(std::make_shared<WrittenHelp>(help));
-    sub->callback([&line, verb] { line.verb = verb; });
-    return sub;
+// Options that several verbs have.
+void AddLocal(CLI::App& verb, CommandLine& line) {
+    verb.add_option("--local", line.local)->type_name("FILE");
 }
 
-void AddSecrets(CLI::App* verb, CommandLine& line) {
-    verb->add_flag("--show-secrets", line.showSecrets);
+void AddSecrets(CLI::App& verb, CommandLine& line) {
+    verb.add_flag("--show-secrets", line.showSecrets);
 }
 
-void AddRemote(CLI::App* verb, CommandLine& line) {
-    verb->add_option("--local", line.local)->type_name("FILE");
-    CLI::Option* const exact = verb->add_flag("--exact", line.remote.exact);
-    verb->add_option("--nth", line.remote.nth)
-        ->type_name("N")
-        ->check(CLI::Range(1, 1000000))
-        ->excludes(exact);
-    verb->add_option("REMOTE", line.remote.name);
+void AddVerdict(CLI::App& verb, CommandLine& line) {
+    verb.add_flag("--json", line.json);
+    verb.add_option_function<std::string>(
+            "--require", [&line](const std::string& list) { line.require = ParseRequired(list); })
+        ->type_name("LIST");
+}
+
+void AddRemote(CLI::App& verb, CommandLine& line) {
+    CLI::Option* const exact = verb.add_flag("--exact", line.remote.exact);
+    verb.add_option("--nth", line.remote.nth)->type_name("N")->check(CLI::Range(1, 1000000))->excludes(exact);
+    verb.add_option("REMOTE", line.remote.name);
+}
+
+void DeclareOffer(CLI::App& verb, CommandLine& line) {
+    AddLocal(verb, line);
     AddSecrets(verb, line);
 }
+
+void DeclareReader(CLI::App& verb, CommandLine& line) {
+    AddLocal(verb, line);
+    AddSecrets(verb, line);
+    AddVerdict(verb, line);
+    AddRemote(verb, line);
+    verb.parse_complete_callback([&line] { line.readsRemote = true; });
+}
+
+void DeclareCall(CLI::App& verb, CommandLine& line) {
+    verb.add_option("--offerer", line.offerer)->type_name("FILE");
+    verb.add_option("--answerer", line.answerer)->type_name("FILE");
+    AddSecrets(verb, line);
+    AddVerdict(verb, line);
+}
+
+void DeclareCheck(CLI::App& verb, CommandLine& line) {
+    verb.add_flag("--json", line.json);
+    verb.add_option("OFFER", line.checkedOffer)->required();
+    verb.add_option("ANSWER", line.checkedAnswer)->required();
+}
+
+void DeclareNothing(CLI::App& /*verb*/, CommandLine& /*line*/) {}
+
+void DeclareHelp(CLI::App& verb, CommandLine& line) {
+    verb.add_option("VERB", line.topic);
+}
+
+struct VerbRow {
+    const char* name;
+    const char* const* help; // what VERB --help writes
+    void (*declare)(CLI::App&, CommandLine&);
+    Run run;
+};
+
+constexpr VerbRow kVerbs[] = {
+    {"offer", &kOfferHelp, DeclareOffer, RunOffer},
+    {"answer", &kAnswerHelp, DeclareReader, RunAnswer},
+    {"inspect", &kInspectHelp, DeclareReader, RunInspect},
+    {"call", &kCallHelp, DeclareCall, RunCall},
+    {"check", &kCheckHelp, DeclareCheck, RunCheck},
+    {"capabilities", &kCapabilitiesHelp, DeclareNothing, RunCapabilities},
+    {"help", &kHelp, DeclareHelp, RunHelp},
+    {"version", &kVersionHelp, DeclareNothing, RunVersion},
+};
 
 void Declare(CLI::App& app, CommandLine& line) {
     app.formatter(std::make_shared<WrittenHelp>(kHelp));
     app.set_version_flag("--version", kVersion);
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);
+    for (const VerbRow& row : kVerbs) {
+        CLI::App* const verb = app.add_subcommand(row.name);
+        verb->formatter(std::make_shared<WrittenHelp>(*row.help));
+        verb->callback([&line, &row] { line.run = row.run; });
+        row.declare(*verb, line);
+    }
+}
 
-    CLI::App* const offer = AddVerb(app, line, Verb::kOffer, "offer", kOfferHelp);
-    offer->add_option("--local", line.local)->type_name("FILE");
-    AddSecrets(offer, line);
+// The text of `cmsdp help`, or of `cmsdp help VERB`.
+std::string HelpAbout(const std::string& topic) {
+    if (topic.empty()) {
+        return kHelp;
+    }
+    for (const VerbRow& row : kVerbs) {
+        if (topic == row.name) {
+            return *row.help;
+        }
+    }
+    throw ToolError(kUsage, Quoted(topic) + " is no verb; see cmsdp --help");
+}
 
-    AddRemote(AddVerb(app, line, Verb::kAnswer, "answer", kAnswerHelp), line);
-
-    CLI::App* const inspect = AddVerb(app, line, Verb::kInspect, "inspect", kInspectHelp);
-    AddRemote(inspect, line);
-    inspect->add_flag("--json", line.json);
-
-    CLI::App* const call = AddVerb(app, line, Verb::kCall, "call", kCallHelp);
-    call->add_option("--offerer", line.offerer)->type_name("FILE");
-    call->add_option("--answerer", line.answerer)->type_name("FILE");
-    AddSecrets(call, line);
-
-    CLI::App* const check = AddVerb(app, line, Verb::kCheck, "check", kCheckHelp);
-    check->add_flag("--json", line.json);
-    check->add_option("OFFER", line.checkedOffer)->required();
-    check->add_option("ANSWER", line.checkedAnswer)->required();
-
-    AddVerb(app, line, Verb::kCapabilities, "capabilities", kCapabilitiesHelp);
+CommandLine ToWrite(std::string text) {
+    CommandLine line;
+    line.run = RunHelp;
+    line.help = std::move(text);
+    return line;
 }
 
 // The help that fits: that of the verb when one was typed.
@@ -85,8 +141,7 @@ std::string HelpFor(const CLI::App& app) {
 // The generated words for a missing verb do not repeat what stands in its place.
 std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
     if (!app.get_subcommands().empty() || app.remaining_size() == 0) {
-        const bool verbMissing = app.get_subcommands().empty() && error.get_name() == "RequiredError";
-        return verbMissing ? "a verb is missing" : error.what();
+        return error.what();
     }
     const std::string first = app.remaining().front();
     return Quoted(first) + (first.compare(0, 1, "-") == 0 ? " is no option" : " is no verb");
@@ -106,15 +161,13 @@ CommandLine ParseCommandLine(int argc, const char* const* argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp&) {
-        line.verb = Verb::kHelp;
-        line.help = HelpFor(app);
+        return ToWrite(HelpFor(app));
     } catch (const CLI::CallForVersion&) {
-        line.verb = Verb::kHelp;
-        line.help = std::string(kVersion) + "\n";
+        return ToWrite(std::string(kVersion) + "\n");
     } catch (const CLI::ParseError& error) {
         throw ToolError(kUsage, WhatIsWrong(app, error) + "; see " + HelpWords(app));
     }
-    return line;
+    return line.run == nullptr || line.run == RunHelp ? ToWrite(HelpAbout(line.topic)) : line;
 }
 
 } // namespace cmsdp

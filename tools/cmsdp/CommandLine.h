@@ -7,20 +7,29 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace cmsdp {
 
-enum class Verb { kHelp, kOffer, kAnswer, kInspect, kCall, kCheck, kCapabilities };
+struct CommandLine;
+struct Outcome;
+struct Screen;
+
+/// What does the work of a verb.
+using Run = Outcome (*)(const CommandLine& line, const Screen& screen);
 
 struct CommandLine {
-    Verb verb = Verb::kHelp;
-    std::string help; ///< kHelp: the text to print
+    Run run = nullptr;
+    std::string help;  ///< RunHelp: the text to write
+    std::string topic; ///< of `cmsdp help VERB`: the verb
     std::optional<std::string> local;
     std::optional<std::string> offerer;
     std::optional<std::string> answerer;
+    bool readsRemote = false; ///< the verb reads `remote`
     RemoteSource remote;
     std::string checkedOffer;
     std::string checkedAnswer;
+    std::vector<std::string> require; ///< streams that have to be negotiated, by their JSON names
     bool json = false;
     bool showSecrets = false;
 };

@@ -5,7 +5,7 @@
 
 namespace cmsdp {
 
-const char* const kVersion = "cmsdp 0.1.0";
+const char* const kVersion = "cmsdp " COMMONMEDIA_VERSION;
 
 const char* const kHelp = R"(Example:
   cmsdp inspect offer.sdp          what did they offer, and what comes of it?
@@ -24,6 +24,8 @@ Verbs; cmsdp VERB --help tells more:
   check            judge an answer against its offer as strict readers do
   capabilities     write what this side can do as JSON, to be edited and
                    given back with --local
+  help [VERB]      this text, or that of a verb
+  version          the version
 
 Options:
   -h, --help       this text
@@ -31,7 +33,7 @@ Options:
 
 Exit status:
   0  done
-  1  done, and nothing was negotiated
+  1  done, and nothing was negotiated, or not what --require names
   2  the command line is wrong
   3  the remote text cannot be read or holds no SDP line
   4  the local file is wrong
@@ -60,8 +62,8 @@ const char* const kAnswerHelp = R"(Example:
   cmsdp answer offer.sdp > answer.sdp
   xclip -o | cmsdp answer --local me.json
 
-Usage: cmsdp answer [--local FILE] [--exact | --nth N] [--show-secrets]
-                    [REMOTE]
+Usage: cmsdp answer [--local FILE] [--json] [--require LIST]
+                    [--exact | --nth N] [--show-secrets] [REMOTE]
 
 Reads a remote offer and writes the answer to standard output; lines end in
 CR LF.
@@ -71,6 +73,10 @@ CR LF.
 
 Options:
   --local FILE     what this side can do, as JSON; see cmsdp capabilities
+  --json           JSON that holds the answer, in place of the answer
+  --require LIST   exit status 1 when one of these is not negotiated, with a
+                   comma between: audio, main_video, presentation,
+                   floor_control
   --exact          take REMOTE byte for byte. Without it what logs, mails and
                    browsers do to a text is undone, each step with a note on
                    standard error
@@ -85,8 +91,8 @@ const char* const kInspectHelp = R"(Example:
   cmsdp inspect offer.sdp
   cmsdp inspect --json offer.sdp | jq .main_video.why
 
-Usage: cmsdp inspect [--local FILE] [--json] [--exact | --nth N]
-                     [--show-secrets] [REMOTE]
+Usage: cmsdp inspect [--local FILE] [--json] [--require LIST]
+                     [--exact | --nth N] [--show-secrets] [REMOTE]
 
 Reads a remote offer or answer and shows what the media engine would start
 with: each stream with codec, address and direction as seen from this side,
@@ -98,6 +104,9 @@ and for a stream that did not come up the reason why.
 Options:
   --local FILE     what this side can do, as JSON; see cmsdp capabilities
   --json           JSON in place of the table
+  --require LIST   exit status 1 when one of these is not negotiated, with a
+                   comma between: audio, main_video, presentation,
+                   floor_control
   --exact          take REMOTE byte for byte. Without it what logs, mails and
                    browsers do to a text is undone, each step with a note on
                    standard error
@@ -113,7 +122,8 @@ const char* const kCallHelp = R"(Example:
   cmsdp call
   cmsdp call --offerer alice.json --answerer bob.json
 
-Usage: cmsdp call [--offerer FILE] [--answerer FILE] [--show-secrets]
+Usage: cmsdp call [--offerer FILE] [--answerer FILE] [--json]
+                  [--require LIST] [--show-secrets]
 
 Lets two sides negotiate: writes the offer, the answer, and what each media
 engine would start with, side by side.
@@ -122,6 +132,10 @@ Options:
   --offerer FILE   what the offering side can do, as JSON; see
                    cmsdp capabilities
   --answerer FILE  what the answering side can do
+  --json           JSON in place of the texts and the table
+  --require LIST   exit status 1 when one of these is not negotiated on both
+                   sides, with a comma between: audio, main_video,
+                   presentation, floor_control
   --show-secrets   show SRTP keys; without it they stand as ***
   -h, --help       this text
 
@@ -155,9 +169,21 @@ const char* const kCapabilitiesHelp = R"(Example:
 
 Usage: cmsdp capabilities
 
-Writes what this side can do as JSON, every member present. The file goes back
-in with --local, --offerer and --answerer; a member that is left out keeps the
-value shown here. SRTP keys are null: a key is made where SRTP needs one.
+Writes what this side can do as JSON, every member that a description is
+written from. The file goes back in with --local, --offerer and --answerer; a
+member that is left out keeps the value shown here, at the answerer the
+answerer's own. SRTP keys are null: a key is made where SRTP needs one.
+
+Options:
+  -h, --help       this text
+)";
+
+const char* const kVersionHelp = R"(Example:
+  cmsdp version
+
+Usage: cmsdp version
+
+Writes the version.
 
 Options:
   -h, --help       this text

@@ -13,5 +13,6 @@ extern const char* const kInspectHelp;
 extern const char* const kCallHelp;
 extern const char* const kCheckHelp;
 extern const char* const kCapabilitiesHelp;
+extern const char* const kVersionHelp;
 
 } // namespace cmsdp

@@ -9,7 +9,6 @@
 namespace cmsdp {
 
 Outcome RunInspect(const CommandLine& line, const Screen& screen) {
-    constexpr std::size_t width = 61;
     const Capabilities side = SideOf(line.local);
     Outcome outcome;
     const Draft remote = ReadRemoteText(line.remote, outcome.notes);
@@ -19,12 +18,10 @@ Outcome RunInspect(const CommandLine& line, const Screen& screen) {
     report.inputNotes = outcome.notes;
 
     Secrets secrets(line.showSecrets);
-    outcome.text = line.json ? ReportJson(report, secrets)
-                             : RenderTable({}, ReportBlocks(report, secrets), width, screen.colour);
-    if (!AnythingNegotiated(report)) {
-        outcome.status = kNothingNegotiated;
-        outcome.notes.push_back(secrets.Hide(WhyNothing(report)));
-    }
+    outcome.text =
+        line.json ? InspectJson(report, secrets)
+                  : RenderTable({}, ReportBlocks(report, secrets), CellWidth(screen.width, 1), screen.colour);
+    Judge(outcome, report, line, secrets);
     if (secrets.hidden()) {
         outcome.notes.emplace_back(kHiddenNote);
     }

@@ -15,7 +15,7 @@ std::string WhyNothingOffered(const std::string& offer) {
     if (offer.empty()) {
         return "there is no offer without an address: default_address is empty";
     }
-    Capabilities farEnd = BuiltInCapabilities();
+    const Capabilities farEnd = BuiltInAnswerer();
     SDPHandler handler;
     Prepare(handler, farEnd);
     RemoteSDP seen;

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace cmsdp {
@@ -41,6 +42,10 @@ Screen LookAtScreen() {
     const char* const term = std::getenv("TERM");
     const bool dumb = term == nullptr || std::strcmp(term, "dumb") == 0;
     screen.colour = screen.terminal && !dumb && !IsSet("NO_COLOR");
+    winsize size{};
+    if (screen.terminal && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0) {
+        screen.width = size.ws_col;
+    }
     return screen;
 }
 

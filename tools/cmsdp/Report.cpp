@@ -83,7 +83,7 @@ std::string WhyNoFloorControl(const Report& report, const Capabilities& c, const
     if (report.record.iVideoPresoControlPort == 0) {
         return "the far end declines it with port 0";
     }
-    if (!c.floorControl) {
+    if (!report.answersFloorControl) {
         return "floor_control.enabled is false on this side";
     }
     return c.local.iVideoPresoControlPort == 0 ? "this side declines it with port 0" : "";
@@ -97,8 +97,12 @@ void Conclude(Finding& finding, std::string why) {
 void ConcludePresentation(Report& report, const Capabilities& c, const SeenSection* section) {
     std::string why = WhyNoVideo(report.record.m_VideoPreso, c.local.m_VideoPreso, section,
                                  "the far end has no video section marked a=content:slides");
-    if (why.empty() && !c.floorControl) {
-        why = "floor_control.enabled is false on this side, which then has no presentation";
+    if (why.empty() && !report.answersFloorControl) {
+        why = c.floorControl == FloorControl::kOff
+                  ? "floor_control.enabled is false on this side, which then has no presentation"
+                  : "the far end has no BFCP section, and floor_control.enabled of this side is \"auto\", "
+                    "which "
+                    "then has no presentation";
     }
     Conclude(report.presentation, std::move(why));
 }
@@ -133,6 +137,7 @@ bool HasVideoCodec(const VideoParms& video) {
 Report ReadInto(SDPHandler& handler, const Capabilities& capabilities, const std::string& text) {
     Report report;
     handler.ParseTheSDP(text, report.record);
+    report.answersFloorControl = SettleFloorControl(handler, capabilities);
     const RemoteLook look = LookAt(text);
     const SeenSection* const audio = FindAudio(look);
     const SeenSection* const mainVideo = FindVideo(look, false);

@@ -26,6 +26,7 @@ struct Finding {
 
 struct Report {
     RemoteSDP record;
+    bool answersFloorControl = false; ///< this side has floor control, as far as the far end goes
     Finding audio;
     Finding mainVideo;
     Finding presentation;

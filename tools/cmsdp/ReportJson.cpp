@@ -19,7 +19,7 @@ using Quor::media::rtp::CryptoParams;
 class Json {
 public:
     Json(const Report& report, Secrets& secrets) : m_report(report), m_secrets(secrets) {}
-    ordered_json Whole();
+    void Whole(ordered_json& root);
 
 private:
     ordered_json Notes(const std::vector<std::string>& notes);
@@ -105,27 +105,54 @@ ordered_json Json::FloorControl() {
     return object;
 }
 
-ordered_json Json::Whole() {
+void Json::Whole(ordered_json& root) {
     const RemoteSDP& record = m_report.record;
-    ordered_json root;
-    root["schema"] = "cmsdp.inspect/1";
     root["negotiated"] = AnythingNegotiated(m_report);
     root["max_bandwidth_bit_per_s"] = record.iMaxBandwidth;
     root["notes"] = Notes(m_report.inputNotes);
-    for (const std::string& note : m_report.notes) {
-        root["notes"].push_back(m_secrets.Hide(note));
+    for (const ordered_json& note : Notes(m_report.notes)) {
+        root["notes"].push_back(note);
     }
     root["audio"] = Audio();
     root["main_video"] = Video(m_report.mainVideo, record.m_VideoMain, baseSDP::SRTP_VIDEO);
     root["presentation"] = Video(m_report.presentation, record.m_VideoPreso, baseSDP::SRTP_VIDEO_PRESO);
     root["floor_control"] = FloorControl();
-    return root;
+}
+
+std::string Written(const ordered_json& root) {
+    return root.dump(2, ' ', true, ordered_json::error_handler_t::replace) + "\n";
+}
+
+ordered_json Description(const std::string& text, Secrets& secrets) {
+    return text.empty() ? ordered_json() : ordered_json(secrets.Hide(text));
 }
 
 } // namespace
 
-std::string ReportJson(const Report& report, Secrets& secrets) {
-    return Json(report, secrets).Whole().dump(2, ' ', true, ordered_json::error_handler_t::replace) + "\n";
+std::string InspectJson(const Report& report, Secrets& secrets) {
+    ordered_json root;
+    root["schema"] = "cmsdp.inspect/1";
+    Json(report, secrets).Whole(root);
+    return Written(root);
+}
+
+std::string AnswerJson(const Report& report, const std::string& answer, Secrets& secrets) {
+    ordered_json root;
+    root["schema"] = "cmsdp.answer/1";
+    root["answer"] = Description(answer, secrets);
+    Json(report, secrets).Whole(root);
+    return Written(root);
+}
+
+std::string CallJson(const CallSide& offerer, const CallSide& answerer, Secrets& secrets) {
+    ordered_json root;
+    root["schema"] = "cmsdp.call/1";
+    root["negotiated"] = AnythingNegotiated(offerer.report) && AnythingNegotiated(answerer.report);
+    root["offer"] = Description(offerer.description, secrets);
+    root["answer"] = Description(answerer.description, secrets);
+    Json(offerer.report, secrets).Whole(root["offerer"]);
+    Json(answerer.report, secrets).Whole(root["answerer"]);
+    return Written(root);
 }
 
 } // namespace cmsdp

@@ -10,7 +10,21 @@
 
 namespace cmsdp {
 
-/// The text, ASCII only and with a line end. Bytes that are no UTF-8 stand as U+FFFD.
-std::string ReportJson(const Report& report, Secrets& secrets);
+// Each text is ASCII only and ends in a line end; bytes that are no UTF-8 stand as U+FFFD.
+
+/// Of `cmsdp inspect`.
+std::string InspectJson(const Report& report, Secrets& secrets);
+
+/// Of `cmsdp answer`: the same and the answer; null in its place when there is none.
+std::string AnswerJson(const Report& report, const std::string& answer, Secrets& secrets);
+
+/// One side of a call for CallJson.
+struct CallSide {
+    std::string description; ///< what this side wrote; empty for nothing
+    const Report& report;    ///< what it read
+};
+
+/// Of `cmsdp call`: both descriptions and both reports.
+std::string CallJson(const CallSide& offerer, const CallSide& answerer, Secrets& secrets);
 
 } // namespace cmsdp

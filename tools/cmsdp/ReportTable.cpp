@@ -74,7 +74,8 @@ std::string Limits(const VideoParms& video) {
     add(video.iFmtpMaxMbps, " macroblocks/s");
     add(video.iFmtpMaxFrameSize, " macroblocks per frame");
     add(video.iFmtpMaxBitRate, " x1000 bit/s");
-    return limits.empty() ? "those of the level" : limits;
+    const char* const otherwise = video.strVideoLevel.empty() ? "not given" : "those of the level";
+    return limits.empty() ? otherwise : limits;
 }
 
 Block SessionBlock(const Report& report, Secrets& secrets) {

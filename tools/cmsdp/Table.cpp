@@ -92,6 +92,13 @@ void RenderRow(std::string& out, const Row& row, std::size_t cellWidth, bool col
 
 } // namespace
 
+std::size_t CellWidth(std::size_t width, std::size_t columns) {
+    constexpr std::size_t narrowest = 20;
+    constexpr std::size_t gap = 2;
+    const std::size_t taken = kLabelWidth + gap * (columns - 1);
+    return std::max(width < taken ? 0 : (width - taken) / columns, narrowest);
+}
+
 std::string RenderTable(const std::vector<std::string>& headers, const std::vector<Block>& blocks,
                         std::size_t cellWidth, bool colour) {
     std::string out;

@@ -27,6 +27,9 @@ struct Block {
     std::vector<Row> rows;
 };
 
+/// How wide the cells of a table with so many columns are when the table fills `width` columns of a screen.
+std::size_t CellWidth(std::size_t width, std::size_t columns);
+
 /// The table as text. `headers` names the columns and is empty for a single column without a name. Colour
 /// adds escape sequences and changes nothing else.
 std::string RenderTable(const std::vector<std::string>& headers, const std::vector<Block>& blocks,

@@ -7,7 +7,10 @@
 #include "Capabilities.h"
 #include "CommandLine.h"
 #include "Outcome.h"
+#include "Redact.h"
+#include "Report.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -17,19 +20,29 @@ namespace cmsdp {
 struct Screen {
     bool terminal = false;
     bool colour = false;
+    std::size_t width = 79; ///< columns that a table may fill
 };
 
 Outcome RunOffer(const CommandLine& line, const Screen& screen);
 Outcome RunAnswer(const CommandLine& line, const Screen& screen);
 Outcome RunInspect(const CommandLine& line, const Screen& screen);
 Outcome RunCall(const CommandLine& line, const Screen& screen);
-Outcome RunCheck(const CommandLine& line);
-Outcome RunCapabilities();
+Outcome RunCheck(const CommandLine& line, const Screen& screen);
+Outcome RunCapabilities(const CommandLine& line, const Screen& screen);
+Outcome RunVersion(const CommandLine& line, const Screen& screen);
+/// Writes CommandLine::help.
+Outcome RunHelp(const CommandLine& line, const Screen& screen);
 
 /// The side a local file describes, or the built-in one.
-Capabilities SideOf(const std::optional<std::string>& file);
+Capabilities SideOf(const std::optional<std::string>& file,
+                    const Capabilities& builtIn = BuiltInCapabilities());
 
 /// A description as it goes to standard output: its own bytes, or harmless ones on a terminal.
 std::string DescriptionFor(const Screen& screen, const std::string& description);
+
+/// Adds what a report means for the exit status: 1 with a note when no stream came up, or when one that
+/// --require names did not. `whose` stands in front of the notes: "", or "answerer: ".
+void Judge(Outcome& outcome, const Report& report, const CommandLine& line, Secrets& secrets,
+           const std::string& whose = "");
 
 } // namespace cmsdp

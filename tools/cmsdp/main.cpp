@@ -15,33 +15,17 @@ namespace {
 
 cmsdp::Outcome Run(const cmsdp::CommandLine& line) {
     const cmsdp::Screen screen = cmsdp::LookAtScreen();
-    if ((line.verb == cmsdp::Verb::kAnswer || line.verb == cmsdp::Verb::kInspect) &&
-        line.remote.name == "-" && isatty(STDIN_FILENO) != 0) {
+    if (line.readsRemote && line.remote.name == "-" && isatty(STDIN_FILENO) != 0) {
         cmsdp::Complain("reading the description from the terminal; Ctrl-D ends it");
     }
-    switch (line.verb) {
-    case cmsdp::Verb::kOffer:
-        return cmsdp::RunOffer(line, screen);
-    case cmsdp::Verb::kAnswer:
-        return cmsdp::RunAnswer(line, screen);
-    case cmsdp::Verb::kInspect:
-        return cmsdp::RunInspect(line, screen);
-    case cmsdp::Verb::kCall:
-        return cmsdp::RunCall(line, screen);
-    case cmsdp::Verb::kCheck:
-        return cmsdp::RunCheck(line);
-    case cmsdp::Verb::kCapabilities:
-        return cmsdp::RunCapabilities();
-    default:
-        return {line.help, {}, cmsdp::kDone};
-    }
+    return line.run(line, screen);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    // A reader that went away shall be an error of the write, which has a message and a status.
-    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    // A reader that went away, such as `head`, ends the command quietly, whatever its parent process ignores.
+    static_cast<void>(std::signal(SIGPIPE, SIG_DFL));
     try {
         const cmsdp::Outcome outcome = Run(cmsdp::ParseCommandLine(argc, argv));
         cmsdp::WriteOutput(outcome.text);
