@@ -55,6 +55,13 @@ void CheckTimes(const Text& offer, const Text& answer, Verdict& verdict) {
     }
 }
 
+void CheckGroups(const Text& offer, const Text& answer, Verdict& verdict) {
+    const Attribute* our = answer.session.First("group");
+    if (our != nullptr && offer.session.First("group") == nullptr) {
+        verdict.Add("J37", our->line, 0, answer.session, "Sections are grouped that were offered apart.");
+    }
+}
+
 void CheckOrigins(const Text& previous, const Text& next, bool changed, Verdict& verdict) {
     const Line* before = LineOf(previous, 'o');
     const Line* now = LineOf(next, 'o');
@@ -111,6 +118,7 @@ std::vector<JudgeViolation> CheckAnswer(std::string_view offer, std::string_view
                         std::to_string(theirs.sections.size()) + ".");
     }
     CheckTimes(theirs, ours, verdict);
+    CheckGroups(theirs, ours, verdict);
     for (std::size_t at = 0; at < std::min(theirs.sections.size(), ours.sections.size()); ++at) {
         CheckSection({theirs, ours, theirs.sections[at], ours.sections[at], verdict});
     }

@@ -6,6 +6,7 @@
 #include "SDPJudgeText.h"
 
 #include <algorithm>
+#include <set>
 
 namespace judge {
 
@@ -49,10 +50,12 @@ void CheckRequired(const Section& session, Verdict& verdict) {
     if (session.lines.empty() || session.lines.front().text != "v=0") {
         verdict.Add("J02", session.lines.empty() ? 0 : 1, 0, session, "The first line is not v=0.");
     }
-    for (const char type : {'v', 'o', 's', 't'}) {
+    constexpr std::string_view needed = "vost";
+    for (const char type : std::string_view("vostiuczk")) {
         const auto count = std::count_if(session.lines.begin(), session.lines.end(),
                                          [type](const Line& line) { return line.type == type; });
-        if (count == 0 || (count > 1 && type != 't')) {
+        const bool missing = count == 0 && needed.find(type) != std::string_view::npos;
+        if (missing || (count > 1 && type != 't')) {
             verdict.Add("J02", 0, 0, session,
                         "There are " + std::to_string(count) + " lines " + type + "= at session level.");
         }
@@ -92,7 +95,7 @@ void CheckTime(const Line& line, const Section& session, Verdict& verdict) {
 void CheckMedia(const Section& section, Verdict& verdict) {
     const auto words = Split(Raw(section.lines.front()), ' ');
     const bool blank = std::any_of(words.begin(), words.end(), [](auto word) { return word.empty(); });
-    const auto port = words.size() < 2 ? std::vector<std::string_view>{} : Split(words[1], '/');
+    const auto port = Split(words.size() < 4 ? std::string_view{} : words[1], '/');
     if (blank || !section.port || port.size() > 2 || !Number(port.back()) || !IsToken(words[0])) {
         verdict.Add("J06", section.line, 0, section,
                     "The line is not medium, port, transport and formats between single blanks.");
@@ -149,6 +152,34 @@ void CheckIce(const Text& text, const Section& section, Verdict& verdict) {
     }
 }
 
+void CheckFormatLines(const Section& section, Verdict& verdict) {
+    const std::set<std::string_view> listed(section.formats.begin(), section.formats.end());
+    for (const std::string_view name : {"rtpmap", "fmtp"}) {
+        const auto [first, last] = section.All(name);
+        for (const Attribute* line = first; line != last; ++line) {
+            const std::string_view format = line->value.substr(0, line->value.find(' '));
+            if (section.port && listed.count(format) == 0) {
+                verdict.Add("J12", line->line, 0, section,
+                            "The m= line does not list " + Quoted(format) + ".");
+            }
+        }
+    }
+}
+
+void CheckOneDirection(const Section& level, Verdict& verdict) {
+    std::set<std::size_t> lines;
+    for (const std::string_view name : {"sendrecv", "sendonly", "recvonly", "inactive"}) {
+        const auto [first, last] = level.All(name);
+        for (const Attribute* line = first; line != last; ++line) {
+            lines.insert(line->line);
+        }
+    }
+    if (lines.size() > 1) {
+        verdict.Add("J17", *lines.rbegin(), 0, level,
+                    "Line " + std::to_string(*lines.begin()) + " has one too.");
+    }
+}
+
 void CheckLabels(const Text& text, Verdict& verdict) {
     std::map<std::string_view, std::size_t> labels;
     for (const Section& section : text.sections) {
@@ -167,6 +198,7 @@ void CheckGrammar(const Text& text, Verdict& verdict) {
     CheckRequired(text.session, verdict);
     CheckOrder(text.session, "vosiuepcbtzka", verdict);
     CheckLines(text.session, verdict);
+    CheckOneDirection(text.session, verdict);
     const auto flows = [&text](const Section& section) {
         return section.IsOpen() && text.Direction(section).first != "inactive";
     };
@@ -177,6 +209,8 @@ void CheckGrammar(const Text& text, Verdict& verdict) {
         CheckLines(section, verdict);
         CheckValues(section, flows(section), verdict);
         CheckMedia(section, verdict);
+        CheckFormatLines(section, verdict);
+        CheckOneDirection(section, verdict);
         CheckIce(text, section, verdict);
         if (section.IsOpen() && !addressed && !HasAddress(section)) {
             verdict.Add("J04", section.line, 0, section,

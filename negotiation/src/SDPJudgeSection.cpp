@@ -57,26 +57,29 @@ std::string Profile(const std::map<std::string, std::string>& parameters) {
     return idc + (set3 && idc != "4d" && idc != "58" ? " intra" : "");
 }
 
-std::string Mode(const std::map<std::string, std::string>& parameters) {
-    const auto written = parameters.find("packetization-mode");
-    return written == parameters.end() ? "0" : written->second;
+using Values = std::map<std::string, std::string>;
+
+std::string Value(const Values& parameters, const char* name, const char* otherwise) {
+    const auto written = parameters.find(name);
+    return written == parameters.end() ? otherwise : written->second;
 }
 
-void CheckH264(const Pair& pair, std::string_view format, const Parameters& theirs, const Parameters& ours) {
-    static const std::map<std::string, std::string> none;
-    const auto their = theirs.find(format);
-    const auto our = ours.find(format);
-    const auto& offered = their == theirs.end() ? none : their->second;
-    const auto& answered = our == ours.end() ? none : our->second;
-    if (Profile(offered) != Profile(answered)) {
-        pair.Add("J28", 0, 0,
-                 "Format " + Quoted(format) + " has profile " + Quoted(Profile(answered)) + ", offered is " +
-                     Quoted(Profile(offered)) + ".");
-    }
-    if (Mode(offered) != Mode(answered)) {
-        pair.Add("J28", 0, 0,
-                 "Format " + Quoted(format) + " has packetization mode " + Quoted(Mode(answered)) +
-                     ", offered is " + Quoted(Mode(offered)) + ".");
+void CheckParameters(const Pair& pair, std::string_view format, const std::string& encoding,
+                     const Values& offered, const Values& answered) {
+    const auto compare = [&](const char* rule, const char* what, const std::string& their,
+                             const std::string& our) {
+        if (their != our) {
+            pair.Add(rule, 0, 0,
+                     "Format " + Quoted(format) + " has " + what + " " + Quoted(our) + ", offered is " +
+                         Quoted(their) + ".");
+        }
+    };
+    if (encoding == "h264/90000") {
+        compare("J28", "profile", Profile(offered), Profile(answered));
+        compare("J28", "packetization mode", Value(offered, "packetization-mode", "0"),
+                Value(answered, "packetization-mode", "0"));
+    } else if (encoding == "g7221/16000" && offered.count("bitrate") != 0) {
+        compare("J40", "bit rate", Value(offered, "bitrate", ""), Value(answered, "bitrate", ""));
     }
 }
 
@@ -91,10 +94,6 @@ void CheckMeaning(const Pair& pair, std::string_view format, const std::set<std:
     }
 }
 
-bool IsH264(const std::set<std::string>& encodings) {
-    return encodings.count("h264/90000") != 0;
-}
-
 bool IsTone(const std::string& encoding) {
     return encoding.rfind("telephone-event/", 0) == 0 || encoding.rfind("cn/", 0) == 0;
 }
@@ -102,8 +101,8 @@ bool IsTone(const std::string& encoding) {
 void CheckFormats(const Pair& pair) {
     const Encodings offered = EncodingsOf(pair.theirs);
     const Encodings answered = EncodingsOf(pair.ours);
-    const Parameters theirs = ParametersOf(pair.theirs);
-    const Parameters ours = ParametersOf(pair.ours);
+    Parameters theirs = ParametersOf(pair.theirs);
+    Parameters ours = ParametersOf(pair.ours);
     const std::set<std::string_view> listed(pair.theirs.formats.begin(), pair.theirs.formats.end());
     bool codec = pair.ours.media != "audio" || !pair.ours.IsRtp();
     for (const std::string_view format :
@@ -117,8 +116,8 @@ void CheckFormats(const Pair& pair) {
             pair.Add("J25", 0, 0, "Format " + Quoted(format) + " has no rtpmap line.");
         } else if (our != answered.end() && their != offered.end()) {
             CheckMeaning(pair, format, their->second, our->second);
-            if (IsH264(their->second) && IsH264(our->second)) {
-                CheckH264(pair, format, theirs, ours);
+            if (their->second.count(*our->second.begin()) != 0) {
+                CheckParameters(pair, format, *our->second.begin(), theirs[format], ours[format]);
             }
         }
     }
@@ -178,6 +177,10 @@ void CheckSecurity(const Pair& pair) {
     }
 }
 
+std::string_view FirstWord(std::string_view value) {
+    return value.substr(0, value.find(' '));
+}
+
 void CheckFloorControl(const Pair& pair) {
     if (pair.ours.transport.find("BFCP") == std::string_view::npos) {
         return;
@@ -185,7 +188,8 @@ void CheckFloorControl(const Pair& pair) {
     const Attribute* their = pair.theirs.First("floorctrl");
     const Attribute* our = pair.ours.First("floorctrl");
     const std::string_view answered = our == nullptr ? "s-only" : our->value;
-    const auto offered = Words(their == nullptr ? "c-only" : their->value);
+    const bool stated = their != nullptr && !their->value.empty();
+    const auto offered = Words(stated ? their->value : "c-only");
     if (std::none_of(offered.begin(), offered.end(), [&](auto role) { return MayAnswer(role, answered); })) {
         pair.Add("J34", our == nullptr ? 0 : our->line, their == nullptr ? 0 : their->line,
                  "The role " + Quoted(answered) + " answers none of those offered.");
@@ -196,7 +200,7 @@ void CheckFloorControl(const Pair& pair) {
         if (answered == "s-only" && ourId == nullptr) {
             pair.Add("J35", 0, 0, std::string("This server gives no a=") + name + ".");
         } else if (answered == "c-only" && theirId != nullptr && ourId != nullptr &&
-                   Words(theirId->value).front() != Words(ourId->value).front()) {
+                   FirstWord(theirId->value) != FirstWord(ourId->value)) {
             pair.Add("J35", ourId->line, theirId->line, std::string("This client changes a=") + name + ".");
         }
     }
@@ -218,8 +222,8 @@ void CheckContent(const Pair& pair) {
 }
 
 void CheckIntroduced(const Pair& pair) {
-    for (const std::string_view name : {"rtcp-mux", "ice-ufrag", "mid"}) {
-        const Attribute* our = pair.ours.First(name);
+    for (const std::string_view name : {"rtcp-mux", "ice-ufrag", "candidate", "mid"}) {
+        const Attribute* our = pair.answer.Of(pair.ours, name);
         if (our != nullptr && pair.offer.Of(pair.theirs, name) == nullptr) {
             pair.Add("J37", our->line, 0, "Attribute " + Quoted(name) + " was not offered.");
         }
