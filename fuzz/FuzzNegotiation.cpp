@@ -1,0 +1,165 @@
+// Any bytes as an offer or an answer, given to a negotiator in any phase.
+//
+// The first bytes choose the policies and what happened before; everything after them is the text. A text is
+// taken, and then fits as the judge sees it, or is refused with a reason, and then nothing has changed.
+#include "Input.h"
+#include "Laws.h"
+#include "Targets.h"
+
+#include <SDPJudge.h>
+#include <SDPNegotiator.h>
+
+#include <cstring>
+#include <random>
+#include <string>
+
+namespace {
+
+using Outcome = SDPNegotiator::Outcome;
+
+constexpr std::string_view kKeyText = "d2UgbWFrZSB0aGlzIGtleSBmb3IgdGhlIGZ1enpl";
+constexpr const char* kGoodOffer =
+    "v=0\r\no=- 1 1 IN IP4 198.51.100.7\r\ns=-\r\nc=IN IP4 198.51.100.7\r\nt=0 0\r\n"
+    "m=audio 5004 RTP/SAVP 0 101\r\n"
+    "a=crypto:1 AES_CM_128_HMAC_SHA1_80 "
+    "inline:d2UgbWFrZSB0aGlzIGtleSBmb3IgdGhlIGZ1enpl\r\n"
+    "a=rtpmap:101 telephone-event/8000\r\n"
+    "m=video 5006 RTP/SAVP 97\r\n"
+    "a=crypto:1 AES_CM_128_HMAC_SHA1_32 "
+    "inline:d2UgbWFrZSB0aGlzIGtleSBmb3IgdGhlIGZ1enpl\r\n"
+    "a=rtpmap:97 H264/90000\r\n"
+    "a=fmtp:97 profile-level-id=42e01f;packetization-mode=1\r\n";
+
+bool RandomBytes(unsigned char* bytes, std::size_t length) {
+    static std::minstd_rand random(7);
+    for (std::size_t n = 0; n < length; ++n) {
+        bytes[n] = static_cast<unsigned char>(random() >> 8U);
+    }
+    return true;
+}
+
+LocalSDP Capabilities(fuzz::Input& input) {
+    LocalSDP local;
+    local.strDefaultIPAddr = input.Below(4) == 0 ? "2001:db8::1" : "192.0.2.1";
+    local.eAudioCodec = PayloadType_t(PAYLOAD_G722 | PAYLOAD_G711U | PAYLOAD_G729 | PAYLOAD_G7221);
+    local.listAudioCodecPriority = {PAYLOAD_G722, PAYLOAD_G711U, PAYLOAD_G729, PAYLOAD_G7221};
+    local.iAudioRTPPort = input.Below(8) == 0 ? 0 : 16384;
+    for (VideoParms* const video : {&local.m_VideoMain, &local.m_VideoPreso}) {
+        constexpr int modes[] = {PAYLOAD_H264 | PAYLOAD_H264_PACKETIZATION_0, PAYLOAD_H264,
+                                 PAYLOAD_H264_PACKETIZATION_0, 0};
+        video->eVideoCodec = PayloadType_t(input.Pick(modes));
+        video->strVideoLevel = "3.1";
+    }
+    local.m_VideoMain.iVideoRTPPort = 16386;
+    local.m_VideoPreso.iVideoRTPPort = 16388;
+    local.iVideoPresoControlPort = 16390;
+    local.iVideoPayloadMode0 = 126;
+    local.iVideoPayloadMode1 = 97;
+    local.iMaxBandwidth = input.Below(2) == 0 ? 0 : 1000000;
+    return local;
+}
+
+/// Brings the call to the phase that the input chooses.
+void Prepare(fuzz::Input& input, SDPNegotiator& call) {
+    constexpr SDPNegotiator::Srtp policies[] = {SDPNegotiator::Srtp::Off, SDPNegotiator::Srtp::Wanted,
+                                                SDPNegotiator::Srtp::Required};
+    call.SetSrtp(input.Pick(policies));
+    call.SetLocal(Capabilities(input));
+    call.SetRepairs(input.Below(8) != 0);
+    const std::size_t past = input.Below(4);
+    if (past == 1 || past == 3) {
+        call.Answer(kGoodOffer);
+    }
+    call.Present(input.Below(2) != 0);
+    call.MuteCamera(input.Below(4) == 0);
+    call.Hold(input.Below(4) == 0);
+    if (past >= 2) {
+        call.Offer();
+    }
+}
+
+/// A refusal has a reason without a key, a status where the caller has to send one, and no effect.
+void CheckRefusal(const Outcome& refused, const SDPNegotiator& before, const SDPNegotiator& after,
+                  const std::string& text) {
+    fuzz::Require(!refused.reason.empty() && refused.text.empty(), "a refusal has a reason and no text",
+                  refused.text, text);
+    fuzz::Require(refused.reason.find(kKeyText.substr(0, 8)) == std::string_view::npos, "no key in a reason",
+                  refused.reason, text);
+    fuzz::Require(before == after, "a refusal changes nothing", refused.reason, text);
+}
+
+void RequireNone(const char* law, const std::vector<JudgeViolation>& violations, const std::string& other,
+                 const std::string& text) {
+    if (!violations.empty()) {
+        fuzz::Broken(law,
+                     (std::string(violations[0].rule->id) + " " + violations[0].particulars + ", in").c_str(),
+                     text, "beside", other);
+    }
+}
+
+void CheckOffered(SDPNegotiator& call, const std::string& text) {
+    const SDPNegotiator before = call;
+    const bool isPending = call.GetPhase() == SDPNegotiator::Phase::OfferSent;
+    const Outcome answer = call.Answer(text);
+    if (!answer.isTaken) {
+        fuzz::Require(answer.status == (isPending ? 491 : 488) || (text.empty() && answer.status == 0),
+                      "a refused offer has its status", std::to_string(answer.status), text);
+        CheckRefusal(answer, before, call, text);
+        return;
+    }
+    fuzz::Require(!isPending, "no answer while an offer is out", answer.text, text);
+    RequireNone("an answer fits its offer", CheckAnswer(text, answer.text), text, answer.text);
+    const Outcome next = call.Offer();
+    if (next.isTaken) {
+        RequireNone("an offer continues the session", CheckNext(answer.text, next.text), answer.text,
+                    next.text);
+    }
+}
+
+void CheckAnswered(SDPNegotiator& call, const std::string& text) {
+    const SDPNegotiator before = call;
+    const Outcome taken = call.Accept(text);
+    if (!taken.isTaken) {
+        CheckRefusal(taken, before, call, text);
+        return;
+    }
+    const SDPNegotiator once = call;
+    call.Accept(text);
+    fuzz::Require(once == call, "the same answer once more changes nothing", text, text);
+}
+
+void CheckStreams(const SDPNegotiator& call, bool requiresSrtp, const std::string& text) {
+    for (const SDPNegotiator::Stream& stream : call.Streams()) {
+        const bool runs = stream.send || stream.receive;
+        const bool isAgreed =
+            stream.state == SDPNegotiator::State::Start || stream.state == SDPNegotiator::State::Held;
+        fuzz::Require(!runs || isAgreed, "media flow in an agreed stream only", stream.reason, text);
+        fuzz::Require(isAgreed || !stream.reason.empty(), "a stream that does not run says why", "", text);
+        fuzz::Require(!stream.send || (stream.port > 0 && stream.port < 65536 && stream.address != "0.0.0.0"),
+                      "a stream that is sent has a place to go to", stream.address, text);
+        const bool isFloor = stream.media == SDPNegotiator::Media::FloorControl;
+        fuzz::Require(!requiresSrtp || isFloor || !runs ||
+                          stream.suite != Quor::media::rtp::CryptoParams::CRYPTO_NONE,
+                      "nothing plain runs where SRTP is required", stream.reason, text);
+    }
+}
+
+} // namespace
+
+void FuzzNegotiation(const std::uint8_t* data, std::size_t size) {
+    fuzz::Input input(data, size);
+    SDPNegotiator call(RandomBytes);
+    Prepare(input, call);
+    const bool requiresSrtp = input.Below(4) == 0;
+    if (requiresSrtp) {
+        call.SetSrtp(SDPNegotiator::Srtp::Required);
+    }
+    const bool isOffer = call.GetPhase() != SDPNegotiator::Phase::OfferSent || input.Below(8) == 0;
+    const std::string text = input.Rest();
+    if (isOffer) {
+        CheckOffered(call, text);
+    } else {
+        CheckAnswered(call, text);
+    }
+    CheckStreams(call, requiresSrtp, text);
+}
