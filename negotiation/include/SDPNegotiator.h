@@ -20,7 +20,7 @@
 //
 // Something changes during the call. A wish is said, and becomes an offer when it has to:
 //
-//     call.Hold(true);                                  // our media stop at once
+//     call.Hold(true);                                  // nothing is received from now on
 //     if (call.NeedsOffer()) { ... send call.Offer().text in a re-INVITE ... }
 //     call.Refused(488);                                // what was agreed before goes on
 //

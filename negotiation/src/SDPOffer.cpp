@@ -142,7 +142,7 @@ Session SDPNegotiator::Call::OfferedSession(const Wishes& told) const {
     for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
         const std::size_t place = session.Last(role);
         if (!IsOffered(role, session, told)) {
-            if (place < next.slots.size()) {
+            if (place < session.slots.size()) {
                 next.slots[place].isOpen = false;
             }
             continue;

@@ -173,7 +173,8 @@ bool Life::SendText(Side& side, const std::string& text) {
     const std::string previous = Previous(side.agreed, side.sent);
     // A text that goes back to what was agreed before a refusal has another version than the refused one.
     const bool isReturn = side.agreed != side.sent && !previous.empty() && IsSameSession(previous, text);
-    if (!previous.empty() && !isReturn) {
+    // The refused text once more was judged when it was sent first.
+    if (!previous.empty() && !isReturn && text != side.sent) {
         for (const JudgeViolation& violation : CheckNext(previous, text)) {
             Fail(std::string(side.name) + "'s next text continues its session: " + violation.rule->id + " " +
                  violation.particulars + "\n" + previous + "\n" + text);

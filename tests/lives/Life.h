@@ -46,7 +46,7 @@ private:
         std::string agreed; ///< the last one of them that was not refused
     };
 
-    unsigned Roll(unsigned sides) { return m_random() % sides; }
+    std::size_t Roll(std::size_t sides) { return m_random() % sides; }
     void Step();
     void WishOf(Side& side);
     LocalSDP RandomLocal(const Side& side);

@@ -68,6 +68,10 @@ TEST(Replay, Grammar) {
     ReplayAll("grammar", FuzzGrammar);
 }
 
+TEST(Replay, Negotiation) {
+    ReplayAll("negotiation", FuzzNegotiation);
+}
+
 #ifdef COMMONMEDIA_FUZZ_TOOL
 TEST(Replay, Tool) {
     ReplayAll("tool", FuzzTool);
