@@ -8,8 +8,8 @@
 namespace {
 
 // All lines but the origin, whose session id comes from the clock.
-void Print(const std::string& strSDP) {
-    std::istringstream lines(strSDP);
+void Print(const std::string& sdp) {
+    std::istringstream lines(sdp);
     for (std::string line; std::getline(lines, line, '\r'); lines.ignore(1)) {
         if (line.compare(0, 2, "o=") != 0) {
             std::cout << "    " << line << '\n';
@@ -33,16 +33,16 @@ int main() {
     handler.InitializeLocalSDP(Capabilities());
     handler.SetDefaultLocalIPAddr("192.0.2.1");
 
-    const std::string strOffer = "v=0\r\n"
-                                 "o=- 1 1 IN IP4 198.51.100.7\r\n"
-                                 "s=-\r\n"
-                                 "c=IN IP4 198.51.100.7\r\n"
-                                 "t=0 0\r\n"
-                                 "m=audio 5004 RTP/AVP 18 0 9 101\r\n"
-                                 "a=rtpmap:101 telephone-event/8000\r\n"
-                                 "a=sendonly\r\n";
+    const std::string offer = "v=0\r\n"
+                              "o=- 1 1 IN IP4 198.51.100.7\r\n"
+                              "s=-\r\n"
+                              "c=IN IP4 198.51.100.7\r\n"
+                              "t=0 0\r\n"
+                              "m=audio 5004 RTP/AVP 18 0 9 101\r\n"
+                              "a=rtpmap:101 telephone-event/8000\r\n"
+                              "a=sendonly\r\n";
     RemoteSDP remote;
-    std::cout << "reading the offer: " << handler.ParseTheSDP(strOffer, remote) << '\n';
+    std::cout << "reading the offer: " << handler.ParseTheSDP(offer, remote) << '\n';
     if (remote.fIsAudioValid && remote.eAudioCodec != PAYLOAD_UNKNOWN) {
         std::cout << "audio: payload type " << remote.iAudioPayload << " to " << remote.strAudioIPAddr
                   << " port " << remote.iAudioRTPPort << ", send " << remote.fAudioSend << ", receive "
@@ -56,11 +56,11 @@ int main() {
     std::cout << "offering again: " << handler.IsOffer() << '\n';
 
     // 40 characters that are not base64 decode to nothing.
-    const std::string strNoKey(40, '!');
+    const std::string noKey(40, '!');
     unsigned char key[baseSDP::kKeyLength] = {7};
     unsigned char salt[baseSDP::kSaltLength] = {7};
-    const bool fDecoded = ExtractSRTPKey(reinterpret_cast<const unsigned char*>(strNoKey.data()), key, salt);
-    std::cout << "a key that is no base64: " << fDecoded
+    const bool isDecoded = ExtractSRTPKey(reinterpret_cast<const unsigned char*>(noKey.data()), key, salt);
+    std::cout << "a key that is no base64: " << isDecoded
               << ", key and salt keep their bytes: " << (key[0] == 7 && salt[0] == 7) << '\n';
     return 0;
 }

@@ -8,8 +8,8 @@
 namespace {
 
 // All lines but the origin, whose session id comes from the clock.
-void Print(const std::string& strSDP) {
-    std::istringstream lines(strSDP);
+void Print(const std::string& sdp) {
+    std::istringstream lines(sdp);
     for (std::string line; std::getline(lines, line, '\r'); lines.ignore(1)) {
         if (line.compare(0, 2, "o=") != 0) {
             std::cout << "    " << line << '\n';
@@ -38,26 +38,26 @@ int main() {
     handler.InitializeLocalSDP(Capabilities());
 
     // Without a default local address there is nothing to offer.
-    const std::string strNothing = handler.GetLocalSDP();
-    std::cout << "without an address: " << strNothing.size() << " bytes\n";
+    const std::string nothing = handler.GetLocalSDP();
+    std::cout << "without an address: " << nothing.size() << " bytes\n";
 
     handler.SetDefaultLocalIPAddr("192.0.2.1");
     std::cout << "offer:\n";
     Print(handler.GetLocalSDP());
 
-    const std::string strAnswer = "v=0\r\n"
-                                  "o=- 1 1 IN IP4 198.51.100.7\r\n"
-                                  "s=-\r\n"
-                                  "c=IN IP4 198.51.100.7\r\n"
-                                  "t=0 0\r\n"
-                                  "m=audio 5004 RTP/AVP 0 101\r\n"
-                                  "a=rtpmap:101 telephone-event/8000\r\n"
-                                  "m=video 5006 RTP/AVP 97\r\n"
-                                  "a=rtpmap:97 H264/90000\r\n"
-                                  "a=fmtp:97 profile-level-id=42001F;packetization-mode=1\r\n"
-                                  "a=recvonly\r\n";
+    const std::string answer = "v=0\r\n"
+                               "o=- 1 1 IN IP4 198.51.100.7\r\n"
+                               "s=-\r\n"
+                               "c=IN IP4 198.51.100.7\r\n"
+                               "t=0 0\r\n"
+                               "m=audio 5004 RTP/AVP 0 101\r\n"
+                               "a=rtpmap:101 telephone-event/8000\r\n"
+                               "m=video 5006 RTP/AVP 97\r\n"
+                               "a=rtpmap:97 H264/90000\r\n"
+                               "a=fmtp:97 profile-level-id=42001F;packetization-mode=1\r\n"
+                               "a=recvonly\r\n";
     RemoteSDP remote;
-    std::cout << "reading the answer: " << handler.ParseTheSDP(strAnswer, remote) << '\n';
+    std::cout << "reading the answer: " << handler.ParseTheSDP(answer, remote) << '\n';
     std::cout << "audio: G.711 " << (remote.eAudioCodec == PAYLOAD_G711U) << ", port " << remote.iAudioRTPPort
               << ", events on " << remote.iDTMFPayload << '\n';
     std::cout << "video: H.264 level " << remote.m_VideoMain.strVideoLevel << ", port "

@@ -80,9 +80,9 @@ void CheckEncode(const std::string& material, const std::string& before) {
     RequireSame("a key is written as base64", "written", text, "wanted", Base64(material));
 
     Buffers to('#');
-    const bool fDecoded =
+    const bool isDecoded =
         ExtractSRTPKey(reinterpret_cast<const unsigned char*>(text.data()), to.key.get(), to.salt.get());
-    Require(fDecoded, "what is written is read", text, text);
+    Require(isDecoded, "what is written is read", text, text);
     RequireSame("a key comes back", "written", material, "read", to.Material());
 }
 
@@ -90,9 +90,9 @@ void CheckDecode(const std::string& text) {
     const std::unique_ptr<unsigned char[]> exact(new unsigned char[kTextLength]);
     std::copy_n(text.begin(), kTextLength, exact.get());
     Buffers to('#');
-    const bool fDecoded = ExtractSRTPKey(exact.get(), to.key.get(), to.salt.get());
+    const bool isDecoded = ExtractSRTPKey(exact.get(), to.key.get(), to.salt.get());
     const std::string wanted = Decode(text);
-    Require(fDecoded == !wanted.empty(), "base64 is read and nothing else", std::to_string(fDecoded), text);
+    Require(isDecoded == !wanted.empty(), "base64 is read and nothing else", std::to_string(isDecoded), text);
     RequireSame("a text that is no key changes no byte", "wanted",
                 wanted.empty() ? std::string(baseSDP::kKeyLength + baseSDP::kSaltLength, '#') : wanted,
                 "read", to.Material());

@@ -24,19 +24,19 @@ std::int32_t ReadLimit(std::int32_t written) {
 std::string ReadLevel(const std::string& name) {
     static const char* const names[] = {"1", "1.b", "1.1", "1.2", "1.3", "2",   "2.1", "2.2",
                                         "3", "3.1", "3.2", "4",   "4.1", "4.2", "5",   "5.1"};
-    const bool fKnown =
+    const bool isKnown =
         std::any_of(std::begin(names), std::end(names), [&](const char* n) { return name == n; });
-    return fKnown ? name : "2";
+    return isKnown ? name : "2";
 }
 
 void WantVideo(const VideoParms& ours, const LocalSDP& local, const VideoParms& theirs,
                const std::string& text) {
-    const bool fMode1 = (ours.eVideoCodec & PAYLOAD_H264) != 0;
+    const bool hasMode1 = (ours.eVideoCodec & PAYLOAD_H264) != 0;
     Want("fIsVideoValid", 1, theirs.fIsVideoValid, text);
     Want("iVideoRTPPort", ours.iVideoRTPPort, theirs.iVideoRTPPort, text);
-    Want("iVideoPayload", fMode1 ? local.iVideoPayloadMode1 : local.iVideoPayloadMode0, theirs.iVideoPayload,
-         text);
-    Want("iFmtpPacketizationMode", fMode1 ? 1 : 0, theirs.iFmtpPacketizationMode, text);
+    Want("iVideoPayload", hasMode1 ? local.iVideoPayloadMode1 : local.iVideoPayloadMode0,
+         theirs.iVideoPayload, text);
+    Want("iFmtpPacketizationMode", hasMode1 ? 1 : 0, theirs.iFmtpPacketizationMode, text);
     Want("iFmtpMaxMbps", ReadLimit(ours.iFmtpMaxMbps), theirs.iFmtpMaxMbps, text);
     Want("iFmtpMaxBitRate", ReadLimit(ours.iFmtpMaxBitRate), theirs.iFmtpMaxBitRate, text);
     Want("iFmtpMaxFrameSize", ours.iFmtpMaxFrameSize == 0 ? 0 : ReadLimit(ours.iFmtpMaxFrameSize | 1),
@@ -63,12 +63,12 @@ void WantKey(const Side& side, const RemoteSDP& far, baseSDP::SRTP_M_LINE n, boo
     const auto suite = Quor::media::rtp::CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32;
     static const unsigned char none[baseSDP::kKeyLength] = {};
     // The far end reads one suite only.
-    const bool fRead = hasLine && side.usesSrtp && side.local.cryptoAlgo[n] == suite;
-    Want("cryptoAlgo", fRead ? suite : 0, far.cryptoAlgo[n], text);
+    const bool isRead = hasLine && side.usesSrtp && side.local.cryptoAlgo[n] == suite;
+    Want("cryptoAlgo", isRead ? suite : 0, far.cryptoAlgo[n], text);
     Want("key", 0,
-         std::memcmp(fRead ? side.local.bufSRTPKey[n] : none, far.bufSRTPKey[n], baseSDP::kKeyLength), text);
+         std::memcmp(isRead ? side.local.bufSRTPKey[n] : none, far.bufSRTPKey[n], baseSDP::kKeyLength), text);
     Want("salt", 0,
-         std::memcmp(fRead ? side.local.bufSRTPSalt[n] : none, far.bufSRTPSalt[n], baseSDP::kSaltLength),
+         std::memcmp(isRead ? side.local.bufSRTPSalt[n] : none, far.bufSRTPSalt[n], baseSDP::kSaltLength),
          text);
 }
 

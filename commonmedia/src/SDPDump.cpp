@@ -113,8 +113,8 @@ std::string LocalSDP::ToDiag() const {
     AppendLine(diag, "iVideoPayloadMode1: ", Decimal(iVideoPayloadMode1), "\n");
     AppendLine(diag, "fVideoTxMuted: ", TrueOrFalse(fVideoTxMuted), "\n");
     diag += "listAudioCodecPriority:";
-    for (const int eCodec : listAudioCodecPriority) {
-        AppendLine(diag, " ", Decimal(eCodec));
+    for (const int codec : listAudioCodecPriority) {
+        AppendLine(diag, " ", Decimal(codec));
     }
     diag += "\n";
     return sdp::Masked(std::move(diag));

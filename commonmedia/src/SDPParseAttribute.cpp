@@ -13,10 +13,10 @@
 namespace {
 
 /// Reads "a=confid:15" and its like: the number behind the keyword, when it is one.
-void ReadNumber(std::string_view line, std::string_view keyword, std::int32_t& iTarget) {
+void ReadNumber(std::string_view line, std::string_view keyword, std::int32_t& target) {
     const auto text = sdp::TextAfter(line, keyword);
     if (text && VideoUtils::IsNumber(*text)) {
-        iTarget = sdp::Number(*text);
+        target = sdp::Number(*text);
     }
 }
 

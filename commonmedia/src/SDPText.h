@@ -89,8 +89,8 @@ inline std::string_view Digits(std::string_view text) noexcept {
 /// The number at the start of a text, read as atoi reads it: white space, a sign, digits; 0 without digits.
 inline std::int32_t Number(std::string_view text) {
     text = Behind(text, FindNoBlank(text));
-    const bool fNegative = StartsWith(text, "-");
-    if (fNegative || StartsWith(text, "+")) {
+    const bool isNegative = StartsWith(text, "-");
+    if (isNegative || StartsWith(text, "+")) {
         text.remove_prefix(1);
     }
     constexpr std::size_t safe = 18; // digits fit in 64 bits whatever they are
@@ -101,12 +101,13 @@ inline std::int32_t Number(std::string_view text) {
     }
     // [G04] Digits saturate at 64 bits and the result is narrowed to 32, as the C library does where a long
     // has 64 bits: "4294967295" reads -1, "9999999999" reads 1410065407, and twenty nines read -1 again.
-    const std::uint64_t limit = std::uint64_t{std::numeric_limits<std::int64_t>::max()} + (fNegative ? 1 : 0);
+    const std::uint64_t limit =
+        std::uint64_t{std::numeric_limits<std::int64_t>::max()} + (isNegative ? 1 : 0);
     for (; at < text.size() && IsDigit(text[at]); ++at) {
         const auto digit = static_cast<std::uint64_t>(text[at] - '0');
         magnitude = magnitude > limit / 10 ? limit : std::min(magnitude * 10 + digit, limit);
     }
-    return Narrow(fNegative ? 0 - magnitude : magnitude);
+    return Narrow(isNegative ? 0 - magnitude : magnitude);
 }
 
 /// The value of a hexadecimal digit; 16 for any other character.
@@ -123,8 +124,8 @@ constexpr std::uint64_t HexDigit(char c) noexcept {
 inline std::uint64_t HexNumber(std::string_view text) {
     const std::size_t start = FindNoBlank(text);
     text.remove_prefix(start);
-    const bool fNegative = StartsWith(text, "-");
-    if (fNegative || StartsWith(text, "+")) {
+    const bool isNegative = StartsWith(text, "-");
+    if (isNegative || StartsWith(text, "+")) {
         text.remove_prefix(1);
     }
     if (text.size() > 1 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) {
@@ -141,7 +142,7 @@ inline std::uint64_t HexNumber(std::string_view text) {
         }
         number = number << 4U | digit;
     }
-    return fNegative ? 0 - number : number;
+    return isNegative ? 0 - number : number;
 }
 
 } // namespace sdp

@@ -33,11 +33,11 @@ void GetSRTPKey(std::string& strBase64Key, const unsigned char* key, const unsig
 
 bool ExtractSRTPKey(const unsigned char* bufBase64Key, unsigned char* key, unsigned char* salt) {
     unsigned char material[kMaterialLength + 1];
-    const bool fDecoded = EVP_DecodeBlock(material, bufBase64Key, kTextLength) == kMaterialLength;
-    if (fDecoded) {
+    const bool isDecoded = EVP_DecodeBlock(material, bufBase64Key, kTextLength) == kMaterialLength;
+    if (isDecoded) {
         std::memcpy(key, material, baseSDP::kKeyLength);
         std::memcpy(salt, material + baseSDP::kKeyLength, baseSDP::kSaltLength);
     }
     sdp::Wipe(material);
-    return fDecoded;
+    return isDecoded;
 }

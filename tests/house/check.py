@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Checks the rules of this repository that no compiler knows.
 
-    check.py [--root DIR] NAME...     NAME: ledger shape heads readme corpus selfcheck, or all
+    check.py [--root DIR] NAME...     NAME: ledger shape names heads readme corpus selfcheck, or all
 
 Prints what it found, one problem per line, and ends with status 1 when there was any.
 """
@@ -204,6 +204,32 @@ def check_shape(root):
         print(f"    {comment_share(read(path)):3.0f} %  {path.name} ({read(path).count(chr(10))} lines)")
 
 
+# --- names ----------------------------------------------------------------------------------------------
+
+TYPE_LETTERS = re.compile(r"\b(?:m_|g_)?(?:f|str|i|e|b|vec|list|buf)[A-Z]\w*")
+OURS = ("commonmedia/src", "negotiation", "explain", "tools", "examples", "tests", "fuzz", "bench")
+SHARED_NAMES = {"strName"}  # the member that the tables of names share (SDPKeyword.h)
+
+
+def type_lettered(path):
+    """The identifiers of a file that begin with type letters, such as fUsable or strText."""
+    return set(TYPE_LETTERS.findall(blank_out(read(path))))
+
+
+def check_names(root):
+    """Only names that the public headers give have type letters; clang-tidy checks the case of all others."""
+    given = set(SHARED_NAMES)
+    for path in files(root / "commonmedia" / "include", ".h"):
+        given |= type_lettered(path)
+    count = 0
+    for directory in OURS:
+        for path in files(root / directory, ".h", ".cpp"):
+            count += 1
+            for name in sorted(type_lettered(path) - given):
+                yield f"{path.relative_to(root)}: {name} has type letters, and no public header gives the name"
+    print(f"names: {count} files, {len(given)} given names")
+
+
 # --- heads ----------------------------------------------------------------------------------------------
 
 
@@ -350,6 +376,10 @@ def shape_selfcheck(target):
     yield from expect(check_shape(target), "SDPParseLong.cpp:3: Long has 61 lines", "long function")
     yield from expect(check_shape(target), "calls the writer AddAudio(", "mixed stages")
     yield from expect(check_heads(target), "opens with 0 lines", "no head")
+    (source / "SDPNames.cpp").write_text("bool fUsable = iPort;\n", encoding="utf-8")
+    (target / "commonmedia" / "include").mkdir()
+    (target / "commonmedia" / "include" / "SDP.h").write_text("int iPort;\n", encoding="utf-8")
+    yield from expect(check_names(target), "fUsable has type letters", "type letters")
 
 
 def check_selfcheck(root):
@@ -362,6 +392,7 @@ def check_selfcheck(root):
 CHECKS = {
     "ledger": check_ledger,
     "shape": check_shape,
+    "names": check_names,
     "heads": check_heads,
     "readme": check_readme,
     "corpus": check_corpus,

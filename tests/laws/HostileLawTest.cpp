@@ -19,13 +19,13 @@ void StartFull(SDPHandler& h) {
 }
 
 // Compares a used handler with a new one.
-void ExpectLikeFresh(SDPHandler& used, const std::string& text, const std::string& strName) {
+void ExpectLikeFresh(SDPHandler& used, const std::string& text, const std::string& name) {
     SDPHandler fresh;
     StartFull(fresh);
     fresh.strSessionIPAddr = used.strSessionIPAddr;
     fresh.m_iSessionVersion = used.m_iSessionVersion;
-    EXPECT_TEXT(ParseInto(used, text), ParseInto(fresh, text)) << strName;
-    EXPECT_TEXT(used.GetLocalSDP(), fresh.GetLocalSDP()) << strName;
+    EXPECT_TEXT(ParseInto(used, text), ParseInto(fresh, text)) << name;
+    EXPECT_TEXT(used.GetLocalSDP(), fresh.GetLocalSDP()) << name;
 }
 
 TEST(LawHostile, AGoodTextAfterEachHostileOne) {
@@ -34,9 +34,9 @@ TEST(LawHostile, AGoodTextAfterEachHostileOne) {
         StartFull(used);
         ParseInto(used, hostile.text);
         used.GetLocalSDP();
-        ExpectLikeFresh(used, kRichText, hostile.strName);
+        ExpectLikeFresh(used, kRichText, hostile.name);
         ParseInto(used, hostile.text);
-        ExpectLikeFresh(used, kAddressless, hostile.strName);
+        ExpectLikeFresh(used, kAddressless, hostile.name);
     }
 }
 
@@ -58,7 +58,7 @@ TEST(LawHostile, AGoodTextWithAnAddressNeedsNoAllowance) {
         SDPHandler used;
         StartFull(used);
         ParseInto(used, hostile.text);
-        EXPECT_TEXT(ParseInto(used, kRichText), expected) << hostile.strName;
+        EXPECT_TEXT(ParseInto(used, kRichText), expected) << hostile.name;
     }
 }
 
@@ -71,7 +71,7 @@ TEST(LawHostile, AnOfferAfterAHostileTextIsTheOneOfAFreshHandler) {
         StartFull(used);
         ParseInto(used, hostile.text);
         used.ResetRemoteSDP();
-        EXPECT_TEXT(used.GetLocalSDP(), expected) << hostile.strName;
+        EXPECT_TEXT(used.GetLocalSDP(), expected) << hostile.name;
     }
 }
 

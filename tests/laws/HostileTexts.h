@@ -8,7 +8,7 @@
 namespace support {
 
 struct Hostile {
-    std::string strName;
+    std::string name;
     std::string text;
 };
 

@@ -14,7 +14,7 @@ namespace {
 
 struct Codec {
     PayloadType payload;
-    int iPayload;
+    int number;
 };
 const Codec kCodecs[] = {{PAYLOAD_G711U, 0}, {PAYLOAD_G729, 18}, {PAYLOAD_G7221, 104}, {PAYLOAD_G722, 9}};
 
@@ -41,7 +41,7 @@ void ExpectCodec(const RemoteSDP& remote, const std::array<Codec, 4>& priority, 
                                      [&](const Codec& codec) { return (codec.payload & common) != 0; });
     const bool isChosen = chosen != priority.end();
     EXPECT_EQ(remote.eAudioCodec, isChosen ? chosen->payload : PAYLOAD_UNKNOWN);
-    EXPECT_EQ(remote.iAudioPayload, isChosen ? chosen->iPayload : 0);
+    EXPECT_EQ(remote.iAudioPayload, isChosen ? chosen->number : 0);
     EXPECT_EQ(remote.iDTMFPayload, 101);
     EXPECT_EQ(remote.fAudioSend, isChosen);
     EXPECT_EQ(remote.fAudioRecv, isChosen);
@@ -78,13 +78,13 @@ const char* const kLevels[] = {"1", "1.b", "1.1", "1.2", "1.3", "2",   "2.1", "2
 
 // Main video and presentation at every level with every set of modes; each is read as it was offered.
 void ExpectStream(const VideoParms& read, const VideoParms& ours, const LocalSDP& local) {
-    const bool fMode1 = (ours.eVideoCodec & PAYLOAD_H264) != 0;
+    const bool hasMode1 = (ours.eVideoCodec & PAYLOAD_H264) != 0;
     EXPECT_EQ(read.strVideoLevel, ours.strVideoLevel);
     EXPECT_EQ(read.iFmtpMaxMbps, ours.iFmtpMaxMbps);
     EXPECT_EQ(read.iFmtpMaxBitRate, ours.iFmtpMaxBitRate);
     EXPECT_EQ(read.iFmtpMaxFrameSize, ours.iFmtpMaxFrameSize == 0 ? 0 : ours.iFmtpMaxFrameSize | 1);
-    EXPECT_EQ(read.iFmtpPacketizationMode, fMode1 ? 1 : 0);
-    EXPECT_EQ(read.iVideoPayload, fMode1 ? local.iVideoPayloadMode1 : local.iVideoPayloadMode0);
+    EXPECT_EQ(read.iFmtpPacketizationMode, hasMode1 ? 1 : 0);
+    EXPECT_EQ(read.iVideoPayload, hasMode1 ? local.iVideoPayloadMode1 : local.iVideoPayloadMode0);
     EXPECT_EQ(read.iVideoRTPPort, ours.iVideoRTPPort);
     EXPECT_EQ(read.strVideoIPAddr, local.strDefaultIPAddr);
     EXPECT_EQ(read.eVideoType, ours.eVideoType);

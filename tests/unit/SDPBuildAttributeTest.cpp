@@ -73,13 +73,13 @@ std::string BandwidthLines(std::int32_t bits) {
     local.iMaxBandwidth = bits;
     Start(h, local);
     h.SetBfcpSupport(true);
-    std::string strLines;
+    std::string lines;
     for (const std::string& line : CutLines(h.GetLocalSDP())) {
         if (line.compare(0, 2, "b=") == 0 || line.compare(0, 2, "m=") == 0) {
-            strLines += line;
+            lines += line;
         }
     }
-    return strLines;
+    return lines;
 }
 
 TEST(SDPBuildAttribute, BandwidthOfAWholeOffer) {

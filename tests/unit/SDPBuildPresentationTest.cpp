@@ -106,9 +106,9 @@ std::string Role(const std::vector<std::string>& roles) {
     for (const std::string& role : roles) {
         AddBfcpSection(h, 5070, role);
     }
-    const std::string strLines = h.AddFloorControl();
-    EXPECT_TEXT(strLines.substr(strLines.size() - kFixed.size()), kFixed);
-    return strLines.substr(0, strLines.size() - kFixed.size());
+    const std::string lines = h.AddFloorControl();
+    EXPECT_TEXT(lines.substr(lines.size() - kFixed.size()), kFixed);
+    return lines.substr(0, lines.size() - kFixed.size());
 }
 
 TEST(SDPBuildPresentation, TheAnswerIsClientOnlyToAServerAndServerOtherwise) {

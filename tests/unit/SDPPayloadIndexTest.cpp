@@ -224,9 +224,9 @@ TEST(SDPPayloadIndexInHandler, FormatsOfTheTextBeforeAreForgotten) {
     SDPHandler h;
     RemoteSDP remote;
     for (int round = 0; round < 3; ++round) {
-        const std::string strName = "ROUND" + std::to_string(round) + "/1";
-        h.ParseTheSDP(MediaLine(20) + "a=rtpmap:219 " + strName + "\r\na=rtpmap:220 NONE/1\r\n", remote);
-        EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[19]->strEncodingName, strName);
+        const std::string name = "ROUND" + std::to_string(round) + "/1";
+        h.ParseTheSDP(MediaLine(20) + "a=rtpmap:219 " + name + "\r\na=rtpmap:220 NONE/1\r\n", remote);
+        EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[19]->strEncodingName, name);
         EXPECT_EQ(h.vecRemoteMediaSession[0]->vecRtpMap[18]->strEncodingName, "");
     }
 }

@@ -69,10 +69,10 @@ TEST(SDPTables, ACodecIsFoundByItsWholeValueOnly) {
 // Suites: what is written, and whether a far end's line is read.
 
 struct SuiteRow {
-    CRYPTO_PROFILE eProfile;
+    CRYPTO_PROFILE profile;
     const char* offered;
     const char* name;
-    bool fRead;
+    bool isRead;
 };
 
 const SuiteRow kSuiteRows[] = {
@@ -92,15 +92,15 @@ TEST(SDPTables, EverySuiteIsWrittenAndTheOneIsRead) {
     for (const SuiteRow& row : kSuiteRows) {
         SDPHandler h;
         LocalSDP local = AudioLocal();
-        GiveKeys(local, "near", row.eProfile);
+        GiveKeys(local, "near", row.profile);
         Start(h, local);
         EXPECT_TEXT(h.AddCrypto(baseSDP::SRTP_AUDIO), row.offered);
         RemoteSDP remote;
         h.ParseTheSDP(std::string("m=audio 5000 RTP/SAVP 0\r\na=crypto:2 ") + row.name +
                           " inline:YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0\r\n",
                       remote);
-        EXPECT_EQ(remote.cryptoAlgo[baseSDP::SRTP_AUDIO], row.fRead ? kSuite32 : kSuiteNone) << row.name;
-        EXPECT_EQ(h.IsRemoteSecure(baseSDP::SRTP_AUDIO), row.fRead) << row.name;
+        EXPECT_EQ(remote.cryptoAlgo[baseSDP::SRTP_AUDIO], row.isRead ? kSuite32 : kSuiteNone) << row.name;
+        EXPECT_EQ(h.IsRemoteSecure(baseSDP::SRTP_AUDIO), row.isRead) << row.name;
     }
 }
 
