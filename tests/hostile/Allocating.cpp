@@ -1,2 +1,2 @@
-// This program's operators new and delete: they count what a parse asks for and let it fail on order.
+// This program's operators new and delete: they count the allocations of a parse and let chosen ones fail.
 #include "oom/ReplacedNew.h"

@@ -1,4 +1,4 @@
-// The passage that Hostile.h describes.
+// The operations that Hostile.h declares.
 #include "Hostile.h"
 
 #include "CommonMediaTrace.h"
@@ -12,12 +12,12 @@ namespace hostile {
 
 namespace {
 
-/// Memory grows with the text and no faster: what a parse may allocate in all for each byte that it reads,
-/// and what it may allocate whatever it reads.
+/// Memory grows no faster than the text: the bytes that a parse may allocate for each byte of the text, and
+/// the bytes that it may allocate for any text.
 constexpr std::size_t kBytesPerByte = 192;
 constexpr std::size_t kBytesAlways = 64 * 1024;
 
-/// Counts traces, and looks into those that are short enough to search.
+/// Counts traces, and searches those that are short enough.
 struct Tracer {
     std::size_t traces = 0;
     std::vector<std::string> leaks;
@@ -62,13 +62,13 @@ void DescribeSection(std::ostream& out, std::size_t n, const MediaSession& ms, s
     for (const std::string& candidate : ms.vecCandidate) {
         out << n << " candidate " << Cut(candidate, limit) << "\n";
     }
-    // No line of a description sets these.
+    // No line sets these fields.
     EXPECT_EQ(ms.iVideoLabel, 0);
     EXPECT_EQ(ms.iBfcpFloorid, 0);
     EXPECT_EQ(ms.strVideoLevel, "");
 }
 
-/// Each line of the answer on a line of its own, its line end visible.
+/// The answer with visible line ends, one line per line.
 std::string VisibleAnswer(const std::string& answer, std::size_t limit) {
     std::string shown;
     for (const std::string& line : Lines(answer)) {
@@ -77,7 +77,7 @@ std::string VisibleAnswer(const std::string& answer, std::size_t limit) {
     return shown;
 }
 
-/// Every answer of this endpoint ends each line in CR LF and nothing else.
+/// Requires that each line of the answer ends in CR LF and contains no other CR or LF.
 void ExpectWholeLines(const std::string& answer) {
     for (const std::string& line : Lines(answer)) {
         if (line.size() < 2 || line.find('\r') != line.size() - 2 || line.back() != '\n') {
@@ -138,7 +138,7 @@ std::string Meet(SDPHandler& handler, const std::string& text, std::size_t limit
 
 void ExpectAsFresh(SDPHandler& used) {
     static const std::string silent = With("c=IN IP4 192.0.2.2\r\n", "");
-    // The first text names no session address, so that the one which outlived the parse is seen at work.
+    // The first text has no session address, so its result shows the address that was kept.
     for (const std::string& good : {silent, kConference}) {
         SDPHandler fresh;
         Begin(fresh);
@@ -155,7 +155,7 @@ std::string Outcome(const std::string& text) {
     Begin(handler);
     const std::string outcome = Meet(handler, text);
 
-    // Whoever watches does not change what happens.
+    // A trace sink does not change the result.
     SDPHandler traced;
     Begin(traced);
     Tracer tracer;
@@ -176,7 +176,7 @@ std::string Difference(const std::string& before, const std::string& after) {
     if (a.size() > 2000 || b.size() > 2000) {
         return "(more lines than are compared)\n";
     }
-    // common[i][j]: the most lines that a from i on and b from j on have in common, in order.
+    // common[i][j]: length of the longest common subsequence of the lines of a from i on and of b from j on.
     std::vector<std::vector<std::size_t>> common(a.size() + 1, std::vector<std::size_t>(b.size() + 1, 0));
     for (std::size_t i = a.size(); i-- > 0;) {
         for (std::size_t j = b.size(); j-- > 0;) {

@@ -1,12 +1,12 @@
-// What every hostile text goes through, and what came of it as one text that a test can state.
+// The calls that every hostile text is tested with, and their result as one text that a test can state.
 //
 // Outcome(text) lets a handler of a conference endpoint read the text, extract it a second time, trace it and
-// answer it, and then read and answer a good offer, which must give what a fresh handler gives. What it
-// returns holds the whole record, every section with all its fields and the whole answer.
+// answer it. Then the handler must read and answer a good offer as a new handler does. Outcome returns the
+// whole record, every section with all its fields and the whole answer.
 //
-// Changes(text) is Outcome(text) beside the outcome of kConference that HostileExpected.h writes out, as the
-// lines that went ("-") and came ("+"): an ill in one line is shown by the lines that it changed, and by no
-// other line having changed. FromNothing(text) is the same beside the outcome of a text without a line.
+// Changes(text) compares Outcome(text) with the outcome of kConference, which HostileExpected.h states whole.
+// It returns the lines that were removed ("-") and added ("+"); all other lines are the same.
+// FromNothing(text) compares with the outcome of a text without a line.
 #pragma once
 
 #include "Capabilities.h"
@@ -66,7 +66,7 @@ inline const std::string kConference =
     "a=confid:15\r\n"
     "a=userid:16\r\n";
 
-/// The lines in front of the first section of kConference.
+/// The lines before the first section of kConference.
 inline const std::string kSessionBlock = kConference.substr(0, kConference.find("m=audio"));
 
 /// The near endpoint: every codec, camera, shared screen, keys in all streams.
@@ -75,7 +75,7 @@ LocalSDP ConferenceLocal();
 /// Gives a handler the near endpoint's capabilities, SRTP and floor control switched on.
 void Begin(SDPHandler& handler);
 
-/// Begin for a new handler, as a member to start with.
+/// A new handler for which Begin was called.
 struct Endpoint {
     SDPHandler handler;
     RemoteSDP remote;
@@ -83,40 +83,40 @@ struct Endpoint {
 };
 
 /// The state of a handler's remote side: session values and every field of every section. Values longer than
-/// `limit` bytes are cut, with their length behind.
+/// `limit` bytes are cut and followed by their length.
 std::string DescribeHeld(const SDPHandler& handler, std::size_t limit);
 
 /// Lets the handler read the text and answer it: status, record, state and answer.
 std::string Meet(SDPHandler& handler, const std::string& text, std::size_t limit = 200);
 
-/// Fails the test unless the handler reads and answers good texts exactly as a fresh one.
+/// Fails the test unless the handler reads and answers good texts exactly as a new one does.
 void ExpectAsFresh(SDPHandler& used);
 
-/// Everything that the head of this file lists.
+/// The outcome that the head of this file describes.
 std::string Outcome(const std::string& text);
 
-/// The lines in which two texts differ, "-" for those of the first and "+" for those of the second.
+/// The lines in which two texts differ: "-" for lines of the first only, "+" for lines of the second only.
 std::string Difference(const std::string& before, const std::string& after);
 
-/// What the text makes different from kConference.
+/// The difference from the outcome of kConference.
 std::string Changes(const std::string& text);
 
-/// What the text makes different from a text without a line.
+/// The difference from the outcome of a text without a line.
 std::string FromNothing(const std::string& text);
 
-/// `text` with its one occurrence of `what` replaced. A `what` that does not occur just once fails the test.
+/// `text` with its one occurrence of `what` replaced. The test fails unless `what` occurs exactly once.
 std::string Replaced(const std::string& text, const std::string& what, const std::string& with);
 
 /// kConference with its one occurrence of `what` replaced.
 std::string With(const std::string& what, const std::string& with);
 
-/// `piece`, `count` times.
+/// Returns `piece` repeated `count` times.
 std::string Repeated(std::string_view piece, std::size_t count);
 
-/// How often `piece` occurs in `text`, without overlap.
+/// Returns how often `piece` occurs in `text`, without overlap.
 std::size_t Count(std::string_view text, std::string_view piece);
 
-/// The one line of `text` that begins with `start`, without its line end; a text that says so if there is
+/// Returns the one line of `text` that begins with `start`, without its line end, or a message if there is
 /// none.
 std::string LineOf(const std::string& text, const std::string& start);
 

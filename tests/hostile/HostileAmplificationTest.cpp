@@ -1,5 +1,5 @@
-// Ills that ask for more than they cost: numbers that must not be expanded, bulk without meaning, and bytes
-// that mean something to whoever prints them.
+// Texts that try to cost more than their length: numbers that must not be expanded, large texts without
+// meaning, and bytes that a terminal or another reader would interpret.
 #include "Hostile.h"
 
 #include "CommonMediaTrace.h"
@@ -15,7 +15,7 @@ const std::string kAudioUsual =
     "-audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n";
 
 TEST(Hostile, C54_AddressWithTimeToLiveAndCount) {
-    // The suffix stays text: one address, whatever the count says. Outcome bounds what is allocated.
+    // The suffix stays text: one address, whatever the count. Outcome limits the allocated bytes.
     for (const std::string address : {"224.2.1.1/127/3", "224.2.1.1/255/4294967295", "ff15::101/4294967295",
                                       "224.2.1.1/127/99999999999999999999", "224.2.1.1//", "/"}) {
         EXPECT_TEXT(
@@ -56,7 +56,7 @@ TEST(Hostile, C55_DirectionRepeatedWithOtherValues) {
                     "+section 0 media=2 content=100 port=20384 send=0 recv=0 addr=\n"
                     "-a=sendrecv\\r\\n\n"
                     "+a=inactive\\r\\n\n");
-    // Two in one line: the first of the table, not of the line.
+    // Two keywords in one line: the earlier row of the table is used, not the earlier place in the line.
     EXPECT_TEXT(Changes(With("a=sendonly", "a=sendrecv a=recvonly a=sendonly")), "");
     EXPECT_TEXT(Changes(With("a=sendonly",
                              "a=inactive\r\n" + Repeated("a=sendrecv\r\na=sendonly\r\n", 50000) + "a=x")),
@@ -111,8 +111,7 @@ TEST(Hostile, C56_MillionColonsAndCarriageReturns) {
     EXPECT_TEXT(Changes(With("a=sendrecv\r\n", "a=sendrecv" + std::string(kMillion, '\n') + "\r\n")), "");
 }
 
-/// Bytes that mean something to printf, to a shell, to JSON, to a terminal and to a reader from right to
-/// left.
+/// Bytes that printf, a shell, JSON, a terminal or a bidirectional display would interpret.
 const std::string kIll = "%s%n%1000000d\"'{}\\\x1b[2J\x07\xe2\x80\xae\xe2\x81\xa6";
 
 TEST(Hostile, C57_DirectivesAndEscapesInATraceAreText) {

@@ -1,4 +1,4 @@
-// The two outcomes that every other is compared with, and the tools of comparison themselves.
+// The two outcomes that all others are compared with, and the comparison itself.
 #include "Hostile.h"
 
 namespace {

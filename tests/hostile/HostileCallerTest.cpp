@@ -1,4 +1,4 @@
-// Ills of the caller and the machine: no memory, calls in any order, threads, counters at their wrap.
+// Difficult callers and machines: no memory, calls in any order, threads, counters that wrap.
 #include "Hostile.h"
 
 #include "Platform.h"
@@ -12,12 +12,12 @@
 
 namespace {
 
-/// What the tick count reads.
+/// The value of the tick count.
 std::uint32_t g_tickCount = 12345;
 
 } // namespace
 
-// The program's own tick count takes the place of the platform's, so that its wrap can be seen.
+// This tick count replaces that of the platform, so that the test can let it wrap.
 std::uint32_t GetTickCount() noexcept {
     return g_tickCount;
 }
@@ -26,7 +26,7 @@ namespace {
 
 using namespace hostile;
 
-/// Reads and answers the conference while the n-th allocation fails; true when one did.
+/// Reads and answers kConference while the n-th allocation fails. Returns true if an allocation failed.
 bool FailsAt(Endpoint& near, void (*fail)(std::size_t), std::size_t n) {
     bool hasFailed = false;
     fail(n);
@@ -40,8 +40,8 @@ bool FailsAt(Endpoint& near, void (*fail)(std::size_t), std::size_t n) {
     return hasFailed;
 }
 
-/// Lets every allocation of an answer fail in turn; how many there were. Anything else than std::bad_alloc
-/// ends the test.
+/// Lets every allocation of an answer fail in turn and returns their number. Any other exception than
+/// std::bad_alloc ends the test.
 std::size_t ExhaustAnswer(void (*fail)(std::size_t)) {
     for (std::size_t n = 1;; ++n) {
         SCOPED_TRACE(n);
@@ -116,16 +116,16 @@ TEST(Hostile, C59_CallsOnAHandlerThatWasGivenNothing) {
     ExpectAsFresh(handler);
 }
 
-/// A handler's whole state as far as the application put it there.
+/// All state that the application gave to a handler.
 struct Told {
     LocalSDP local = ConferenceLocal();
     bool usesSrtp = true;
     bool usesBfcp = true;
-    std::optional<std::string> text; ///< the last description, unless it was dropped
-    std::string addressBefore;       ///< session address when it was read
+    std::optional<std::string> text; ///< the last description, unless it was reset
+    std::string addressBefore;       ///< session address before that description was read
 };
 
-/// A new handler that was told the same and nothing before.
+/// A new handler with the same state.
 void Tell(SDPHandler& handler, const Told& told, std::uint32_t version) {
     support::Start(handler, told.local);
     handler.m_bSRTP = told.usesSrtp;
@@ -224,7 +224,7 @@ TEST(Hostile, C60_TwoHandlersInTwoThreadsAtOnce) {
     ExpectAsFresh(last[1].handler);
 }
 
-/// The origin lines of so many offers in a row, from this version on.
+/// The origin lines of `count` consecutive offers, beginning with this version.
 std::string OriginLines(std::uint32_t version, int count) {
     Endpoint near;
     near.handler.m_iSessionVersion = version;

@@ -1,4 +1,4 @@
-// Two outcomes written out whole, against which every other is shown as what changed.
+// Two whole outcomes. All other outcomes are stated as differences from them.
 #pragma once
 
 #include <string>
@@ -91,7 +91,7 @@ c=IN IP4 192.0.2.4\r\n
 m=application 0 UDP/BFCP *\r\n
 )";
 
-/// Outcome of a text that holds no line: nothing was read, and what is written is an offer.
+/// The outcome of a text without a line: nothing was read, and an offer is written.
 inline const std::string kNothingOutcome = R"(status=0
 audio codec=256 payload=0 dtmf=0 addr= port=0 send=0 recv=0 valid=0
 main codec=256 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=0 send=0 recv=0 valid=0
@@ -151,7 +151,7 @@ a=confid:15\r\n
 a=userid:15\r\n
 )";
 
-/// What a conference loses when its audio section is of a medium that nobody knows.
+/// The lines that kConference loses if its audio section has an unknown medium.
 inline const std::string kAudioLostInRecord =
     "-audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n"
     "+audio codec=256 payload=0 dtmf=0 addr= port=0 send=0 recv=0 valid=0\n"

@@ -1,5 +1,5 @@
-// Ills of payload formats: names and parameters without a format, formats without a name, and far too many of
-// any of them.
+// Hostile payload formats: names and parameters without a format, formats without a name, and very many of
+// each.
 #include "Hostile.h"
 
 namespace {
@@ -19,7 +19,7 @@ const std::string kMode1Usual = "-1 format 109 H264/90000 [profile-level-id=4200
 const std::string kMainLine = "a=fmtp:109 profile-level-id=42001F;max-mbps=108000;max-fs=3601;"
                               "packetization-mode=1";
 
-/// The main stream of a conference in which the parameters of its first format are these.
+/// The main stream of kConference with these parameters for its first format.
 std::string MainWith(const std::string& parameters) {
     Endpoint near;
     const std::string text = With(kMainLine, "a=fmtp:109 " + parameters);
@@ -28,7 +28,7 @@ std::string MainWith(const std::string& parameters) {
     return LineOf(support::Describe(near.remote), "main ");
 }
 
-/// What MainWith yields for these fields, the rest being as usual.
+/// The expected result of MainWith for these fields; the others are unchanged.
 std::string Main(const std::string& fields) {
     return "main codec=2 type=0 " + fields + " addr=192.0.2.3 port=20386 send=0 recv=1 valid=1";
 }
@@ -45,7 +45,7 @@ TEST(Hostile, C29_PayloadListedTwiceInOneSection) {
 }
 
 TEST(Hostile, C29_PayloadOfTwoSections) {
-    // 109 is H.264 in one section and something else in the other.
+    // Payload 109 is H.264 in one section and another codec in the other.
     EXPECT_TEXT(
         Changes(With("a=rtpmap:109 H264/90000\r\na=fmtp:109 profile-level-id=420028",
                      "a=rtpmap:109 VP8/90000\r\na=fmtp:109 profile-level-id=420028")),
@@ -96,7 +96,7 @@ TEST(Hostile, C32_StaticPayloadRenamed) {
     EXPECT_TEXT(Changes(With("a=rtpmap:0 PCMU/8000", "a=rtpmap:0 telephone-event/8000")),
                 "-0 format 0 PCMU/8000\n"
                 "+0 format 0 telephone-event/8000\n");
-    // In a section of video the number of an audio codec is a number like any other.
+    // In a video section the static number of an audio codec has no special meaning.
     EXPECT_TEXT(Changes(Replaced(With("RTP/SAVP 109 110", "RTP/SAVP 0 110"),
                                  "a=rtpmap:109 H264/90000\r\n" + kMainLine,
                                  "a=rtpmap:0 H264/90000\r\na=fmtp:0 packetization-mode=1")),
@@ -107,7 +107,8 @@ TEST(Hostile, C32_StaticPayloadRenamed) {
                     kMode1Usual + "+1 format 0 H264/90000 [packetization-mode=1]\n");
 }
 
-/// A section that lists 1000, 1001, ... and names and describes each, in the same order or from the back.
+/// A section that lists 1000, 1001, ... with an rtpmap and fmtp line for each, in the same or the reverse
+/// order.
 void ExpectEveryFormatFound(std::size_t count, bool isBackwards) {
     std::string list = "m=video 5004 RTP/AVP";
     std::string lines;
@@ -161,7 +162,7 @@ TEST(Hostile, C34_NameOfTenThousandCharacters) {
     EXPECT_TEXT(Changes(With("G722/8000", name)),
                 "-0 format 9 G722/8000\n"
                 "+0 format 9 NNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNN...(10000 bytes)\n");
-    // A name is searched for what it contains.
+    // A name may contain more than the text that is searched for.
     EXPECT_TEXT(Changes(With("a=rtpmap:109 H264/90000\r\n" + kMainLine,
                              "a=rtpmap:109 " + name + "H264/90000\r\n" + kMainLine)),
                 kMode1Usual + "+1 format 109 NNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNNN...(10010 bytes) "
@@ -198,7 +199,7 @@ TEST(Hostile, C35_EqualSignsInOddPlaces) {
     }
     EXPECT_TEXT(MainWith("max-fs=7=8;packetization-mode=1=2"),
                 Main("payload=109 mode=1 level= mbps=0 fs=7 br=0"));
-    // The name is searched, not compared, and the first key in it takes the value.
+    // The keys are searched for in the parameter, and the first one found takes the value.
     EXPECT_TEXT(MainWith("x-max-br-y=7;packetization-mode=1"),
                 Main("payload=109 mode=1 level= mbps=0 fs=0 br=7"));
     EXPECT_TEXT(MainWith("max-fs max-mbps=7;packetization-mode=1"),
@@ -249,7 +250,7 @@ TEST(Hostile, C36_TelephoneEventsTwice) {
                     "+0 format 100 telephone-event/8000\n");
 }
 
-/// A conference that lists G.722.1 first, with these lines for it.
+/// kConference with G.722.1 as first format and these lines for it.
 std::string WithWideband(const std::string& lines) {
     return Replaced(With("9 0 101", "99 9 0 101"), "a=rtpmap:9 G722/8000", lines + "a=rtpmap:9 G722/8000");
 }
@@ -338,7 +339,7 @@ TEST(Hostile, C39_PacketizationModesThatNobodyKnows) {
     for (const std::string parameters :
          {"max-fs=7", "packetization-mode=;max-fs=7", "packetization-mode=x;max-fs=7",
           "packetization-mode=-1;max-fs=7", "max-fs=7;packetization-mode", "max-fs=7;packetization-mode=0"}) {
-        // Without a mode the next format is loaded over the first.
+        // Without a mode the next format is read over the values of the first (X04).
         EXPECT_TEXT(MainWith(parameters), Main("payload=110 mode=0 level=2 mbps=0 fs=7 br=0"));
     }
 }

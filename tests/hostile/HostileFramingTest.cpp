@@ -1,4 +1,4 @@
-// Ills of the framing: how the text is cut into lines before anyone looks at what a line says.
+// Hostile framing: how the text is split into lines, before any line is read.
 #include "Hostile.h"
 
 #include <fstream>

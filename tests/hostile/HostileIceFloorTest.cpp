@@ -1,5 +1,4 @@
-// Ills of ICE, floor control and content: nothing of it, far too much of it, or two that contradict each
-// other.
+// Hostile ICE, floor control and content: empty values, very many lines, and contradictory lines.
 #include "Hostile.h"
 
 namespace {
@@ -107,7 +106,8 @@ TEST(Hostile, C51_ConferenceAndUserBeyond32Bits) {
 }
 
 TEST(Hostile, C52_TwoFloorControlSections) {
-    // The record takes the last, the answer its port from the first and its role from the last.
+    // The record uses the last section; the answer takes its port from the first and its role from the last
+    // (B16).
     EXPECT_TEXT(Changes(kConference + "m=application 0 TCP/BFCP *\r\na=floorctrl:c-only\r\na=confid:7\r\n"),
                 kBfcpUsual +
                     "+bfcp port=0 conf=7 user=0 server=0\n"
@@ -131,7 +131,7 @@ TEST(Hostile, C52_FloorControlSectionWithPortZero) {
                              "+m=application 0 UDP/BFCP *\\r\\n\n");
 }
 
-/// What is lost when both video sections are main: the presentation, in record and answer.
+/// The lines that are lost if both video sections are main: the presentation, in record and answer.
 const std::string kTwoMains =
     kPresoUsual +
     "+preso codec=256 type=1 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=0 send=0 recv=0 valid=0\n"

@@ -1,4 +1,4 @@
-// Ills of key material: texts that are no key, lines without end, tags and suites that nobody can use.
+// Hostile key material: texts that are no key, very long lines, tags and suites that cannot be used.
 #include "Hostile.h"
 
 namespace {
@@ -17,13 +17,13 @@ const std::string kNoLongerSecure = "-m=audio 16384 RTP/SAVP 9 101\\r\\n\n"
                                     "+m=audio 16384 RTP/AVP 9 101\\r\\n\n" +
                                     kAnswerLineUsual;
 
-/// A key text that does not decode: the suite stands, so the stream counts as secure, without a key.
+/// A key text that cannot be decoded: the suite is set, so the stream counts as secure, but has no key.
 std::string Undecoded(const std::string& shownText) {
     return kRecordUsual + "+srtp audio suite=1 key=- salt=-\n" + kSectionUsual +
            "+0 crypto tag=1 suite=1 text=" + shownText + " key=- salt=-\n";
 }
 
-/// A key text that decodes to the usual key.
+/// A key text that decodes to the key of kConference.
 std::string Decoded(const std::string& shownText) {
     return kSectionUsual + "+0 crypto tag=1 suite=1 text=" + shownText +
            " key=away audio key 1 salt=away audiosalt\n";
@@ -52,13 +52,13 @@ TEST(Hostile, C42_KeyTextThatIsNotBase64) {
     }
     EXPECT_TEXT(Changes(With(kKey, "\xff\xfeYXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYW")),
                 Undecoded("\\xff\\xfeYXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYW"));
-    // Hyphens at the end are not taken for the end of the data.
+    // A hyphen at the end does not end the data.
     EXPECT_TEXT(Changes(With(kKey, "YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9z----")),
                 Undecoded("YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9z----"));
 }
 
 TEST(Hostile, C42_KeyTextWithPaddingInIt) {
-    // Padding counts as bits that are zero, wherever it stands.
+    // Padding is read as zero bits at any place.
     EXPECT_TEXT(
         Changes(With(kKey, "YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYQ==")),
         kRecordUsual + "+srtp audio suite=1 key=away audio key 1 salt=away audiosa\\x00\\x00\n" +
@@ -174,14 +174,14 @@ TEST(Hostile, C46_SkippedSuitesAndTheirNamesInTheOtherCase) {
                     kRecordUsual + "+srtp audio suite=0 key=- salt=-\n" + kSectionUsual +
                         "+0 crypto tag=0 suite=0 text= key=- salt=-\n" + kNoLongerSecure);
     }
-    // A name in small letters is a suite that nobody knows, whose key is stored and not used.
+    // A name in lower case is an unknown suite, whose key is stored and not used (P11).
     EXPECT_TEXT(
         Changes(With("1 AES_CM_128_HMAC_SHA1_32", "1 aes_cm_128_hmac_sha1_80")),
         kRecordUsual + "+srtp audio suite=0 key=away audio key 1 salt=away audiosalt\n" + kSectionUsual +
             "+0 crypto tag=1 suite=0 text=YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0 key=away audio key 1 "
             "salt=away audiosalt\n" +
             kNoLongerSecure);
-    // Once a line of the suite that is read was seen, an unknown one replaces its key and keeps the suite.
+    // After a line of the known suite, a line of an unknown one replaces the key and keeps the suite (P11).
     EXPECT_TEXT(
         Changes(With(kUsualLine,
                      kUsualLine + "\r\na=crypto:6 x inline:YXdheSBzbGlkZSBrZXkgMWF3YXkgc2xpZGVzYWx0")),

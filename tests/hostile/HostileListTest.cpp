@@ -1,5 +1,5 @@
-// classes.txt lists every class of hostile input with the tests that show it; the list and the tests of this
-// program are compared when it runs, so that neither can change alone.
+// classes.txt lists every class of hostile input with its tests. This test compares the list with the tests
+// of the program, so neither can change alone.
 #include "Hostile.h"
 
 #include <algorithm>
@@ -12,12 +12,12 @@ namespace {
 
 constexpr int kClasses = 63;
 
-/// "C07_" of class 7: what the names of its tests begin with.
+/// The prefix of a class's test names: "C07_" for class 7.
 std::string Prefix(int number) {
     return std::string("C") + (number < 10 ? "0" : "") + std::to_string(number) + "_";
 }
 
-/// The tests of the suite Hostile that this program has, whatever a filter lets run.
+/// All tests of the suite Hostile in this program, also those that a filter excludes.
 std::set<std::string> Tests() {
     std::set<std::string> names;
     const ::testing::UnitTest& unit = *::testing::UnitTest::GetInstance();
@@ -35,7 +35,7 @@ std::string Trimmed(const std::string& text) {
     return begin == std::string::npos ? "" : text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
 }
 
-/// What is wrong with one line of the list; takes its tests off those that nobody has listed yet.
+/// Returns the problem of one line of the list, and removes its tests from the set of unlisted ones.
 std::vector<std::string> LineProblems(const std::string& line, int number, const std::set<std::string>& tests,
                                       std::set<std::string>& unlisted) {
     std::istringstream cells(line);

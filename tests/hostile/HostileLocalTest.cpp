@@ -1,4 +1,4 @@
-// Ills of the local capabilities: what an application may put in that no endpoint has.
+// Unusual local capabilities: values that an application can set but no endpoint has.
 #include "Hostile.h"
 
 #include <limits>
@@ -10,8 +10,8 @@ using namespace hostile;
 constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
 
-/// The offer of these capabilities, SRTP and floor control on. The handler reads and answers as usual when it
-/// is given usual capabilities again.
+/// The offer of these capabilities with SRTP and floor control on. With normal capabilities the handler must
+/// then read and answer normally again.
 std::string Offer(const LocalSDP& local) {
     Endpoint near;
     near.handler.InitializeLocalSDP(local);
@@ -81,7 +81,7 @@ TEST(Hostile, C61_StringsOfAMegabyte) {
     EXPECT_TRUE(LineOf(offer, "o=") == "o=Quillmarshorizon-" + bulk + "2 1000 2 IN IP4 " + bulk + "1");
     EXPECT_TRUE(LineOf(offer, "c=") == "c=IN IP4 " + bulk + "3");
     EXPECT_TRUE(LineOf(offer, "a=rtcp:16385") == "a=rtcp:16385 IN IP4 " + bulk + "3");
-    // A level that nobody knows is written as level 2.
+    // An unknown level is written as level 2 (X06).
     EXPECT_TEXT(LineOf(offer, "a=fmtp:97 "),
                 "a=fmtp:97 profile-level-id=420014;max-mbps=108000;max-fs=3601;packetization-mode=1;"
                 "max-rcmd-nalu-size=32000;level-asymmetry-allowed=1");

@@ -1,4 +1,4 @@
-// Ills of the numbers: too large, signed, fractions, other notations, sums that do not fit.
+// Hostile numbers: too large, signed, fractions, other notations, sums that overflow.
 #include "Hostile.h"
 
 #include <functional>
@@ -7,11 +7,11 @@ namespace {
 
 using namespace hostile;
 
-/// A number as a far end may write it, and what the two ways of reading make of it.
+/// A number as a far end may write it, and the values that the two ways of reading return.
 struct Number {
     const char* written;
-    std::int32_t prefix; ///< what its longest beginning that is a number reads, cut to 32 bits
-    bool isDigits;       ///< it is digits and nothing else, which most fields insist on
+    std::int32_t prefix; ///< value of its longest numeric prefix, cut to 32 bits
+    bool isDigits;       ///< true if it consists of digits only, which most fields require
 };
 
 const Number kNumbers[] = {
@@ -43,12 +43,12 @@ const Number kNumbers[] = {
     {"x", 0, false},
 };
 
-/// The number in a field that takes digits alone: another text leaves what stood before.
+/// The value of a field that accepts only digits; any other text leaves its previous value.
 std::int32_t Strict(const Number& number, std::int32_t before) {
     return number.isDigits ? number.prefix : before;
 }
 
-/// Reads the text and expects the usual record but for what `change` does to it.
+/// Reads the text and expects the record of kConference with the changes of `change`.
 void ExpectRecord(const std::string& text, const std::function<void(RemoteSDP&)>& change) {
     Endpoint usual;
     usual.handler.ParseTheSDP(kConference, usual.remote);
@@ -114,7 +114,7 @@ TEST(Hostile, C25_NumbersOfBandwidth) {
     for (const Number& number : kNumbers) {
         SCOPED_TRACE(number.written);
         const std::string written = number.written;
-        // What overflows wraps, in the sum as in the product.
+        // Both the sum and the product wrap (G05).
         const auto strict = static_cast<std::uint32_t>(Strict(number, 0));
         ExpectRecord(With("b=TIAS:64000", "b=TIAS:" + written), [&](RemoteSDP& remote) {
             remote.iMaxBandwidth = static_cast<std::int32_t>(strict + 936000U);
@@ -148,7 +148,7 @@ TEST(Hostile, C26_PayloadNumbersBeyondSevenBits) {
     for (const Row& row : {Row{"127", 127}, Row{"128", 128}, Row{"255", 255}, Row{"256", 256},
                            Row{"65535", 65535}, Row{"4294967296", 0}, Row{"999999999999999999999", -1}}) {
         const std::string written = row.written;
-        // Outcome bounds what is allocated, too: the number sizes nothing.
+        // Outcome also limits the allocated bytes: no number is used as a size.
         ExpectRecord(
             Replaced(With("20386 RTP/SAVP 109", "20386 RTP/SAVP " + written),
                      "a=rtpmap:109 H264/90000\r\na=fmtp:109 profile-level-id=42001F",

@@ -1,4 +1,4 @@
-// Keys that must not be shown: traces, dumps of every record, whatever the command writes.
+// Keys that must not be shown in traces, in dumps of records or in the command's output.
 #include "Hostile.h"
 
 #include "CommonMediaTrace.h"
@@ -11,7 +11,7 @@ namespace {
 
 using namespace hostile;
 
-/// Everything that was traced while it stands.
+/// Collects all traces while it exists.
 class TraceText {
 public:
     TraceText() { SetCommonMediaTraceSink(&m_sink); }
@@ -29,7 +29,7 @@ private:
     CommonMediaTraceSink m_sink{Write, this};
 };
 
-/// What is traced about the sections of a text.
+/// The traces of the sections of a text.
 std::string Traced(const std::string& text) {
     Endpoint near;
     std::string traced;
@@ -122,7 +122,7 @@ TEST(Hostile, C48_NoKeyInADumpOfAnyRecord) {
     EXPECT_EQ(KeyWindows(near.remote.baseSDP::ToDiag()), std::vector<std::string>());
     EXPECT_EQ(KeyWindows(near.handler.MyLocalSDP.ToDiag()), std::vector<std::string>());
     EXPECT_EQ(KeyWindows(near.handler.MyLocalSDP.baseSDP::ToDiag()), std::vector<std::string>());
-    // The records do hold what the dumps leave out.
+    // The records contain the keys that the dumps leave out.
     EXPECT_EQ(KeyWindows(support::Describe(near.remote)).size(), 39U);
     ExpectAsFresh(near.handler);
 }
@@ -256,7 +256,7 @@ TEST(Hostile, C48_NoKeyInTheOutputOfTheCommand) {
             EXPECT_EQ(KeyWindows(result.err), std::vector<std::string>()) << arguments[0];
         }
     }
-    // Whoever asks for them gets them.
+    // With --show-secrets the keys are shown.
     const tool::Result shown =
         command.CmsdpReads(kConference, {"answer", "--local", "me.json", "--show-secrets"});
     EXPECT_NE(shown.out.find("inline:bmVhciBhdWRpbyBrZXkgMW5lYXIgYXVkaW9zYWx0\r\n"), std::string::npos);

@@ -1,4 +1,4 @@
-// Ills of order and structure: lines in the wrong place, too many of them, or of a kind nobody knows.
+// Hostile order and structure: lines in the wrong place, very many lines, or unknown lines.
 #include "Hostile.h"
 
 #include <algorithm>
@@ -184,7 +184,7 @@ TEST(Hostile, C18_NoSection) {
                                                              "+session addr=192.0.2.2 bandwidth=384\n");
 }
 
-/// A description of so many audio sections, read and answered; what it leaves is checked in every section.
+/// Reads and answers a description of `count` audio sections and checks the result in every section.
 std::string AnswerToSections(std::size_t count) {
     Endpoint near;
     const std::string text = kSessionBlock + Repeated("m=audio 5004 RTP/AVP 0\r\n", count);
@@ -471,7 +471,7 @@ TEST(Hostile, C23_SectionsAddedDroppedAndReorderedInLaterRounds) {
     ExpectAsFresh(near.handler);
 }
 
-/// What a conference loses when its audio crypto line is taken for something else.
+/// The lines that kConference loses if its audio crypto line is read as another line.
 const std::string kCryptoLostInRecord = "-srtp audio suite=1 key=away audio key 1 salt=away audiosalt\n"
                                         "+srtp audio suite=0 key=- salt=-\n";
 const std::string kCryptoLostInSection =
@@ -521,7 +521,7 @@ TEST(Hostile, C24_OtherBase64TextThatEndsInAKeyword) {
 }
 
 TEST(Hostile, C24_KeywordInTheMiddleOfALine) {
-    // Four words of an attribute open a section behind the last one.
+    // An attribute of four words with "m=" in it opens a section after the last one.
     EXPECT_TEXT(Changes(kConference + "a=note: room=5 and more\r\n"),
                 "+section 4 media=256 content=100 port=0 send=1 recv=1 addr=\n"
                 "+4 line a=note: room=5 and more\n"
