@@ -1,8 +1,10 @@
-// Writes the descriptions of Texts.h with SDPHandler. Session ids are fixed and the random numbers have a
-// fixed seed, so that every run gives the same bytes on every machine.
+// Writes the descriptions of Texts.h with SDPHandler and SDPNegotiator. Session ids are fixed and the random
+// numbers have a fixed seed, so that every run gives the same bytes on every machine.
 #include "Texts.h"
 
 #include "Capabilities.h"
+
+#include <SDPNegotiator.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -152,20 +154,72 @@ void AddCall(std::vector<Text>& texts, const Side& near, const Side& far) {
     }
 }
 
+/// The captured descriptions, in order of their names.
+std::vector<Text> Captures() {
+    std::vector<std::filesystem::path> paths;
+    for (const auto& entry : std::filesystem::directory_iterator(COMMONMEDIA_CORPUS_DIR "/captures")) {
+        paths.push_back(entry.path());
+    }
+    std::sort(paths.begin(), paths.end());
+    std::vector<Text> captures;
+    for (const auto& path : paths) {
+        std::ifstream file(path, std::ios::binary);
+        const std::string body{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+        captures.push_back({path.stem().string(), body});
+    }
+    return captures;
+}
+
+SDPNegotiator Negotiator(const Side& side, const LocalSDP& local) {
+    SDPNegotiator negotiator;
+    negotiator.SetLocal(local);
+    negotiator.SetSrtp(side.isSecure ? SDPNegotiator::Srtp::Wanted : SDPNegotiator::Srtp::Off);
+    negotiator.Present(side.hasFloor);
+    return negotiator;
+}
+
+/// One round of an offer and its answer; each side's text goes to the other.
+void AddRound(std::vector<Text>& texts, const std::string& name, SDPNegotiator& near, SDPNegotiator& far) {
+    const SDPNegotiator::Outcome offer = near.Offer();
+    if (!offer.isTaken) {
+        return;
+    }
+    texts.push_back({name + " offer", offer.text});
+    const SDPNegotiator::Outcome answer = far.Answer(offer.text);
+    if (answer.isTaken) {
+        texts.push_back({name + " answer", answer.text});
+        near.Accept(answer.text);
+    } else {
+        near.Refused(answer.status);
+    }
+}
+
+/// A call of two negotiators: set up, held by either side, shown slides, new keys.
+void AddNegotiation(std::vector<Text>& texts, const Side& near, const Side& far) {
+    const std::string name = "negotiated: " + near.name + " calls " + far.name + ", ";
+    SDPNegotiator caller = Negotiator(near, near.local);
+    SDPNegotiator callee = Negotiator(far, Away(far.local));
+    AddRound(texts, name + "first", caller, callee);
+    caller.Hold(true);
+    AddRound(texts, name + "held", caller, callee);
+    callee.Hold(true);
+    AddRound(texts, name + "held by both", callee, caller);
+    caller.Hold(false);
+    callee.Hold(false);
+    caller.MuteCamera(true);
+    caller.Present(true);
+    AddRound(texts, name + "slides instead of the camera", caller, callee);
+    callee.Rekey();
+    AddRound(texts, name + "new keys", callee, caller);
+}
+
 } // namespace
 
 std::vector<Text> CorpusAnswers() {
-    std::vector<std::filesystem::path> captures;
-    for (const auto& entry : std::filesystem::directory_iterator(COMMONMEDIA_CORPUS_DIR "/captures")) {
-        captures.push_back(entry.path());
-    }
-    std::sort(captures.begin(), captures.end());
     std::vector<Text> texts;
-    for (const auto& path : captures) {
-        std::ifstream file(path, std::ios::binary);
-        const std::string offer{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    for (const Text& capture : Captures()) {
         for (const Side& side : Sides()) {
-            texts.push_back({side.name + " answers " + path.stem().string(), AnswerOf(side, offer)});
+            texts.push_back({side.name + " answers " + capture.name, AnswerOf(side, capture.body)});
         }
     }
     return texts;
@@ -195,6 +249,33 @@ std::vector<Text> RandomTexts() {
         side.Begin(handler);
         offer = handler.GetLocalSDP();
         texts.push_back({name + " offers", offer});
+    }
+    return texts;
+}
+
+std::vector<Text> NegotiatedTexts() {
+    std::vector<Text> texts;
+    for (const Text& capture : Captures()) {
+        for (const Side& side : Sides()) {
+            const SDPNegotiator::Outcome answer = Negotiator(side, side.local).Answer(capture.body);
+            if (answer.isTaken) {
+                texts.push_back({"negotiated: " + side.name + " answers " + capture.name, answer.text});
+            }
+        }
+    }
+    for (const Side& near : Sides()) {
+        for (const Side& far : Sides()) {
+            AddNegotiation(texts, near, far);
+        }
+    }
+    Dice dice(20240301);
+    Side before = RandomSide(dice);
+    for (int n = 0; n < 400; ++n) {
+        const Side side = RandomSide(dice);
+        SDPNegotiator caller = Negotiator(side, side.local);
+        SDPNegotiator callee = Negotiator(before, Away(before.local));
+        AddRound(texts, "negotiated: random set " + std::to_string(n), caller, callee);
+        before = side;
     }
     return texts;
 }

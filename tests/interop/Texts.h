@@ -17,5 +17,7 @@ std::vector<Text> CorpusAnswers();
 std::vector<Text> Conversations();
 /// An offer and an answer of each of 400 random sets of capabilities, the same in every run.
 std::vector<Text> RandomTexts();
+/// The same three kinds written by SDPNegotiator. Capabilities that it refuses give no text.
+std::vector<Text> NegotiatedTexts();
 
 } // namespace interop
