@@ -125,10 +125,25 @@ void Agent::OnTick() {
     if (!m_isEstablished) {
         return SecondsSince(m_started) > m_options.patience ? End() : void();
     }
+    if (!m_isSettled && (m_engine.HasAllMedia() || SecondsSince(m_established) >= m_options.settle)) {
+        m_isSettled = true;
+        m_settled = Clock::now();
+        m_journal.Note("settled");
+    }
+    RequestPictures();
+    if (m_isSettled) {
+        DoDueSteps();
+    }
+}
+
+void Agent::DoDueSteps() {
     while (!m_isOver && m_nextStep < m_options.steps.size() &&
-           SecondsSince(m_established) >= m_options.steps[m_nextStep].after) {
+           SecondsSince(m_settled) >= m_options.steps[m_nextStep].after) {
         Do(m_options.steps[m_nextStep++].action);
     }
+}
+
+void Agent::RequestPictures() {
     const bool isWatching = m_engine.IsRunning("main-receive") || m_engine.IsRunning("slides-receive");
     if (isWatching && m_options.requestsPictures && SecondsSince(m_lastRequest) >= 1) {
         m_lastRequest = Clock::now();

@@ -32,6 +32,8 @@ private:
     void OnTick() override;
 
     void Call();
+    void DoDueSteps();
+    void RequestPictures();
     void Do(Action action);
     void Change(Action action);
     void SetPorts(int audio, int main, int slides);
@@ -48,10 +50,12 @@ private:
     Signalling m_signalling;
     std::size_t m_nextStep = 0;
     bool m_isEstablished = false;
+    bool m_isSettled = false; ///< the times of the steps count
     bool m_isOver = false;
     bool m_mustOffer = false; ///< an offer that changes nothing was asked for
     Clock::time_point m_started = Clock::now();
     Clock::time_point m_established;
+    Clock::time_point m_settled;
     Clock::time_point m_lastRequest;
     Clock::time_point m_ended;
 };

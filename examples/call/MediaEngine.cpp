@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <csignal>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <thread>
@@ -94,6 +95,14 @@ bool MediaEngine::IsRunning(const std::string& name) const {
     });
 }
 
+bool MediaEngine::HasAllMedia() const {
+    return std::all_of(m_processes.begin(), m_processes.end(), [](const Process& process) {
+        std::error_code error;
+        const auto size = std::filesystem::file_size(process.output, error);
+        return process.output.empty() || (!error && size > 0);
+    });
+}
+
 bool MediaEngine::IsAlive(const std::string& name) const {
     return std::any_of(m_processes.begin(), m_processes.end(),
                        [&](const Process& process) { return process.command.name == name; });
@@ -103,8 +112,11 @@ void MediaEngine::Start(const Command& command) {
     const std::string base = m_journal.Directory() + "/" + command.name + "-" + std::to_string(++m_started);
     std::vector<std::string> words = {"ffmpeg"};
     words.insert(words.end(), command.arguments.begin(), command.arguments.end());
+    Process process;
+    process.command = command;
     if (!command.extension.empty()) {
-        words.push_back(base + "." + command.extension);
+        process.output = base + "." + command.extension;
+        words.push_back(process.output);
     }
     std::vector<char*> arguments;
     for (std::string& word : words) {
@@ -113,8 +125,6 @@ void MediaEngine::Start(const Command& command) {
     arguments.push_back(nullptr);
     const int input = InputWith(command.input);
     const int log = open((base + ".log").c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    Process process;
-    process.command = command;
     process.pid = fork();
     if (process.pid == 0) {
         BecomeFfmpeg(arguments, input, log);

@@ -29,12 +29,15 @@ public:
     void Poll();
     /// Whether a process of this name runs.
     bool IsRunning(const std::string& name) const;
+    /// Whether every receiver has written something: all media that are to come have come.
+    bool HasAllMedia() const;
 
 private:
     using Clock = std::chrono::steady_clock;
 
     struct Process {
         Command command;
+        std::string output; ///< path of the file that a receiver writes
         pid_t pid = -1;
         int signals = 0; ///< sent so far; 0: it is wanted
         Clock::time_point nextSignal;

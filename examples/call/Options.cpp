@@ -142,6 +142,7 @@ bool ParseOptions(int argc, const char* const* argv, Options& options, int& stat
         ->check(CLI::IsMember({"32", "80"}));
     app.add_option("--tone", options.tone, "frequency of the sound sent, Hz")->check(CLI::Range(100, 3500));
     app.add_option("--patience", options.patience, "seconds to wait for a call");
+    app.add_option("--settle", options.settle, "seconds to wait for media before the times below count");
     app.add_flag("!--no-picture-requests", options.requestsPictures, "do not ask the far end for pictures");
     AddActions(app, times);
     try {

@@ -30,7 +30,7 @@ enum class Action {
 
 /// One action and when it is due.
 struct Step {
-    double after = 0; ///< seconds after the call was established
+    double after = 0; ///< seconds after the call was established and settled
     Action action = Action::HangUp;
 };
 
@@ -51,6 +51,7 @@ struct Options {
     std::string suite = "80"; ///< 32 or 80: the suite that is offered first
     int tone = 1000;          ///< Hz, the sound that this side sends
     double patience = 30;     ///< seconds to wait for a call
+    double settle = 0;        ///< seconds to wait for the far end's media before time is counted
     std::vector<Step> steps;  ///< in order of time
 };
 
