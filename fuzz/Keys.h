@@ -14,7 +14,7 @@
 
 namespace fuzz {
 
-/// A number that depends on every byte.
+/// A hash of the bytes.
 std::uint64_t Hash(const std::uint8_t* data, std::size_t size);
 
 /// The next pseudo-random number.

@@ -7,7 +7,7 @@ using namespace support;
 
 namespace {
 
-// Audio and main video without limits, one audio codec.
+// Audio with one codec, and main video, without a bandwidth limit.
 LocalSDP Plain() {
     LocalSDP local = AudioLocal();
     local.listAudioCodecPriority = {PAYLOAD_G711U};

@@ -29,7 +29,8 @@ TEST(Deliberate, B05_BothVideoSectionsGetTheFullShare) {
         bandwidth += line.compare(0, 2, "b=") == 0 ? line : "";
     }
     EXPECT_TEXT(bandwidth, "b=AS:1000\r\nb=TIAS:64000\r\nb=TIAS:936000\r\n");
-    // The presentation is promised the same 936 kbit/s again: 1936 of 1000 in all.
+    // The presentation announces 936 kbit/s as well, so the sections announce 1936 kbit/s, and the session
+    // 1000.
     h.MyLocalSDP.m_VideoPreso.eVideoCodec = kBothModes;
     bandwidth.clear();
     for (const std::string& line : CutLines(h.GetLocalSDP())) {

@@ -37,7 +37,7 @@ TEST(Deliberate, X01_BitrateOnlyAtTheFront) {
                      "a=fmtp:104 bitrate=32000\r\n"),
                 "audio codec=16 payload=104 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" +
                     kNothingBehindAudio);
-    // A blank behind the semicolon keeps the parameter from standing at position 0.
+    // With a blank after the semicolon the parameter does not begin with the key.
     EXPECT_TEXT(Read("m=audio 5000 RTP/AVP 104\r\n"
                      "a=rtpmap:104 G7221/16000\r\n"
                      "a=fmtp:104 x=1; bitrate=32000\r\n"),
@@ -48,7 +48,7 @@ TEST(Deliberate, X01_BitrateOnlyAtTheFront) {
                      "a=fmtp:104 x=1;bitrate=32000\r\n"),
                 "audio codec=16 payload=104 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" +
                     kNothingBehindAudio);
-    // Only the front is compared: any longer number passes, too.
+    // Only the prefix is compared, so a longer number is accepted as well.
     EXPECT_TEXT(Read("m=audio 5000 RTP/AVP 104\r\n"
                      "a=rtpmap:104 G7221/16000\r\n"
                      "a=fmtp:104 bitrate=320001\r\n"),
@@ -236,7 +236,7 @@ TEST(Deliberate, X12_StaticPayloadsByNumberAlone) {
                      "a=rtpmap:9 G722/8000\r\n"),
                 "audio codec=64 payload=9 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" +
                     kNothingBehindAudio);
-    // What the far end calls the number does not matter, and a codec under another number is not found.
+    // The far end's rtpmap line has no effect, and the codec is not found under another number.
     EXPECT_TEXT(Read("m=audio 5000 RTP/AVP 9\r\n"
                      "a=rtpmap:9 opus/48000/2\r\n"),
                 "audio codec=64 payload=9 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" +

@@ -73,7 +73,8 @@ TEST(Deliberate, G02_CryptoWithoutAColonInItsFirstWordIsDropped) {
 }
 
 TEST(Deliberate, G03_FmtpBlankBeforePositionSevenIsDropped) {
-    // Cut to the end of the line instead, the first two would name the payloads "p:" and "a=fmtp:".
+    // The text from there to the end of the line would be a listed payload, "p:" or "a=fmtp:", in the first
+    // two.
     const std::string prefix = "m=video 5002 RTP/AVP 97 p: a=fmtp:\r\n";
     for (const char* line : {"x a=fmtp:\r\n", "123456 a=fmtp:\r\n", " a=fmtp:97 max-fs=1\r\n"}) {
         const Reading dropped(prefix + line);
@@ -267,7 +268,7 @@ TEST(Deliberate, G12_StreamIndexOutOfRangeIsIgnored) {
                                       "srtp audio suite=0 key=- salt=-\n"
                                       "srtp video suite=0 key=- salt=-\n"
                                       "srtp slide suite=0 key=0123456789abcdef salt=0123456789abcd\n");
-    // The builders ask with an index, too.
+    // Builders take an index as well.
     SDPHandler h;
     LocalSDP local = AudioLocal();
     GiveKeys(local, "near", kSuite32);

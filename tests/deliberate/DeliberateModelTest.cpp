@@ -32,7 +32,7 @@ TEST(Deliberate, M01_AssignmentDoesNotCarryTheBfcpIdentity) {
     EXPECT_TEXT(Describe(target.m_VideoPreso),
                 "codec=34 type=1 payload=0 mode=0 level=4 mbps=0 fs=0 br=1500 addr= "
                 "port=16388 send=0 recv=0 valid=0\n");
-    // A copy that is made rather than assigned has no identity to keep and takes its source's.
+    // The copy constructor has no earlier identity to keep and copies its source's.
     const LocalSDP copy(source);
     EXPECT_EQ(copy.iBfcpConfid, 6);
     EXPECT_EQ(copy.iBfcpUserid, 7);

@@ -72,14 +72,14 @@ TEST(Deliberate, P01_FirstKeywordAnywhereInTableOrder) {
                                     "\tRtpMap[0]: Payload-0 EncodingName-\n"
                                     "\tRtpMap[1]: Payload-111 EncodingName-\n" +
                                         kDumpEnd);
-    // Without the blank the line has two words, no address, and is dropped.
+    // Without the blank the line has two words, so it has no address and is dropped.
     const Reading dropped("m=audio 5000 RTP/AVP 0 111\r\n"
                           "c=IN IP4 192.0.2.2\r\n"
                           "a=fmtp:111 minptime=10;useinbandfec=1\r\n");
     EXPECT_TEXT(dropped.Record(),
                 "audio codec=1 payload=0 dtmf=0 addr=192.0.2.2 port=5000 send=1 recv=1 valid=1\n" +
                     kOnlyAudio);
-    // A line with one keyword goes where one expects.
+    // A line with one keyword is read as expected.
     const Reading ordinary("m=audio 5000 RTP/AVP 0 111\r\n"
                            "c=IN IP4 192.0.2.2\r\n"
                            "a=fmtp:111 minptime=10\r\n");
@@ -127,7 +127,7 @@ TEST(Deliberate, P03_BareLineFeedJoinsLines) {
 }
 
 TEST(Deliberate, P04_EveryIceAttributeGoesToOneHandler) {
-    // The direction behind an ICE option is never looked at.
+    // The direction after an ICE option is not read.
     const Reading ice("m=audio 5000 RTP/AVP 0\r\na=ice-options:trickle a=inactive\r\na=ice-lite\r\n");
     EXPECT_TEXT(ice.Record(),
                 "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" + kOnlyAudio);
@@ -331,7 +331,7 @@ TEST(Deliberate, P13_IceValuesAreWholeLines) {
     EXPECT_TEXT(ice.Section(0).stricepwd, "a=ice-pwd:x9cml/YzichV2+XlhiMu8g");
     EXPECT_EQ(ice.Section(0).vecCandidate,
               (std::vector<std::string>{"a=candidate:1 1 UDP 2130706431 10.0.0.1 5000 typ host"}));
-    // Every other value is the text behind its keyword.
+    // Every other value is the text after its keyword.
     const Reading floor("m=application 5070 UDP/BFCP *\r\na=floorctrl:c-s\r\n");
     EXPECT_TEXT(floor.Section(0).strFloorctrl, "c-s");
 }
@@ -369,7 +369,7 @@ TEST(Deliberate, P16_MediaAsIsIgnored) {
 TEST(Deliberate, P17_FloorControlValuesLandInAnyLastSection) {
     const std::string audio = "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n";
     const std::string values = "a=floorctrl:s-only\r\na=confid:15\r\na=userid:16\r\n";
-    // Behind the audio line they fill the audio section, and the floor control section stays without.
+    // After the audio line they are stored in the audio section, and the floor control section has none.
     const Reading misplaced("m=application 5070 UDP/BFCP *\r\nm=audio 5000 RTP/AVP 0\r\n" + values);
     EXPECT_TEXT(misplaced.Section(1).strFloorctrl, "s-only");
     EXPECT_EQ(misplaced.Section(1).iBfcpConfid, 15);
@@ -424,7 +424,7 @@ TEST(Deliberate, P19_TagThatIsNoNumberReadsOne) {
 }
 
 TEST(Deliberate, P20_FmtpPayloadIsCutAtAFixedPlace) {
-    // Something in front of the keyword shifts the cut into it: ":97" is looked for, "97" gets nothing.
+    // A character before the keyword shifts the payload: ":97" gets the parameters, "97" none.
     const Reading shifted("m=video 5002 RTP/AVP 97 :97\r\nxa=fmtp:97 max-fs=3600\r\n");
     EXPECT_TEXT(shifted.Dump(0), "eContent: 0\n"
                                  "iPort: 5002\n"

@@ -1,4 +1,4 @@
-// Answers, whole, and which of them count as nothing negotiated.
+// Whole answers, and which of them count as nothing negotiated.
 #include "Expect.h"
 #include "RunTool.h"
 

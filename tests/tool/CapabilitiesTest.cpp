@@ -1,4 +1,4 @@
-// The capability file: every member there and back, and every way to get one wrong.
+// The capability file: every member written and read, and every error in one.
 #include "Expect.h"
 #include "Keys.h"
 #include "Outcome.h"
@@ -400,7 +400,7 @@ const std::vector<Wrong> kWrong = {
 INSTANTIATE_TEST_SUITE_P(Each, WrongCapabilities, ::testing::ValuesIn(kWrong),
                          [](const auto& row) { return row.param.name; });
 
-// A message shows no control byte and no key, whatever the file holds.
+// A message shows no control byte and no key, whatever the file contains.
 TEST_F(CapabilitiesVerb, MessagesAreHarmless) {
     Write("bad.json", "{\"\\u001b[2J inline:abc\": 1}");
     const Result run = Cmsdp({"offer", "--local", "bad.json"});

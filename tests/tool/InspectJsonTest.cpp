@@ -1,4 +1,4 @@
-// The JSON, whole: names, order, units, and what stands for nothing.
+// The whole JSON: names, order, units, and the values that mean nothing.
 #include "Expect.h"
 #include "RunTool.h"
 

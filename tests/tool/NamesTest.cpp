@@ -1,4 +1,4 @@
-// What the records' numbers are called.
+// The names of the records' numbers.
 #include "Names.h"
 
 #include <gtest/gtest.h>

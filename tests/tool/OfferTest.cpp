@@ -62,7 +62,7 @@ TEST_F(Offer, BuiltIn) {
     EXPECT_TEXT(run.err, "");
 }
 
-// A client as odd as a record allows, so that support can reproduce it.
+// The most unusual values that a record allows, so that support can reproduce any client.
 TEST_F(Offer, AnOddClient) {
     Write("odd.json", R"({
         "default_address": "198.51.100.1", "origin_address": "198.51.100.2", "origin_extension": "odd",

@@ -21,7 +21,7 @@ void Keep(void* context, const char* file, const char* function, int line, const
     static_cast<Records*>(context)->push_back({file, function, line, text});
 }
 
-// No test leaves its sink behind, also not when it fails.
+// Every test removes its sink, also when it fails.
 class CommonMediaTraceSeam : public ::testing::Test {
 protected:
     ~CommonMediaTraceSeam() override { SetCommonMediaTraceSink(nullptr); }

@@ -39,7 +39,7 @@ private:
     Record* m_record;
 };
 
-/// Where a field begins, counted from the beginning of its record.
+/// The offset of a field in its record.
 template <typename Record, typename Field>
 std::ptrdiff_t At(const Record& record, const Field& field) {
     return reinterpret_cast<const char*>(&field) - reinterpret_cast<const char*>(&record);

@@ -82,7 +82,7 @@ TEST(SDPBase, AssignmentToItselfChangesNothing) {
     samples::ExpectSameBfcp(record, before);
 }
 
-// A copy made at birth has no identity of its own yet, so it takes its source's.
+// The copy constructor has no earlier identity to keep, so it copies its source's.
 TEST(SDPBase, CopyConstructorCopiesTheBfcpIdentityToo) {
     baseSDP source;
     samples::FillBase(source);
@@ -142,7 +142,7 @@ TEST(SDPBase, RowsOutsideTheArrayAreIgnored) {
     }
 }
 
-// Suites are shown; keys and salts are not, in whatever form.
+// Suites are shown; keys and salts are not shown in any form.
 TEST(SDPBase, DumpShowsEveryFieldButTheKeys) {
     baseSDP record;
     samples::FillBase(record);

@@ -1,5 +1,5 @@
-// The handler's life: its state at birth, what the application sets, the release of remote sections, and the
-// choice between offer and answer.
+// The handler: its first state, the setters, the release of remote sections, and the choice between offer and
+// answer.
 #include "SDPHandler.h"
 
 #include "Expect.h"
@@ -173,7 +173,7 @@ TEST(SDPHandlerLife, HeldSectionsMakeItAnswer) {
     RemoteSDP remote;
     handler.ParseTheSDP(kTwoSections, remote);
     EXPECT_FALSE(handler.IsOffer());
-    // Only an answer goes out without a default address.
+    // Only an answer is written without a default address.
     handler.InitializeLocalSDP(NoMedia());
     handler.m_iSessionID = 1;
     EXPECT_TEXT(handler.GetLocalSDP(), "v=0\r\n"

@@ -29,7 +29,7 @@ constexpr Row kLong[] = {{"a=rtpmap"}, {"a=rtcp:"}, {"b=TIAS:"}};
 constexpr Row kOne[] = {{"a=i"}};
 constexpr Row kOverlapping[] = {{"i=c=i"}, {"c=ii"}, {"a=ii=c"}, {"a=i="}, {"c=a"}, {"i="}};
 
-/// The text in an allocation of exactly its size: the address sanitizer sees a read before or behind it.
+/// The text in an allocation of exactly its size: the address sanitizer sees a read before or after it.
 class Exact {
 public:
     explicit Exact(std::string_view text) : m_bytes(text.begin(), text.end()) {}
@@ -189,7 +189,7 @@ TEST(SDPKeyword, KeywordStandsInTheLastBytesOfAText) {
 }
 
 TEST(SDPKeyword, KeywordIsNotReadBehindTheText) {
-    // The bytes behind the view would complete the keyword.
+    // The bytes after the view would complete the keyword.
     EXPECT_EQ(RowAt<kThree>(std::string_view("a=ice", 4)), 2U);
     EXPECT_EQ(RowAt<kThree>(std::string_view("a=ice", 1)), 3U);
     EXPECT_EQ(RowAt<kLong>(std::string_view("a=rtpmap", 7)), 3U);

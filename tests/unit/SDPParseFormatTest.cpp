@@ -242,7 +242,7 @@ TEST(SDPParseFormat, FmtpLineMustHoldItsKeyword) {
     f.handler.ProcessFMTP("a=fmtx:96 a=1");
     f.handler.ProcessFMTP("A=FMTP:96 a=1");
     EXPECT_TRUE(f.Parms(0).empty());
-    // Anywhere in the line is enough; the payload is still cut behind seven characters.
+    // The keyword may be anywhere in the line; the payload is still taken from offset 7.
     f.handler.ProcessFMTP("1234567"
                           "97 a=fmtp:");
     EXPECT_EQ(f.Parms(1), (Pieces{"a=fmtp:"}));
@@ -260,7 +260,7 @@ TEST(SDPParseFormat, FmtpPayloadIsCutAtAFixedPlace) {
 }
 
 TEST(SDPParseFormat, FmtpWithABlankBeforeThePayloadsPlaceIsDropped) {
-    // Were the cut to run from position 7 to the line's end, it would hit a payload of that name.
+    // The text from offset 7 to the end of the line would be a listed payload.
     Formats f("p: 96 a=fmtp:");
     f.handler.ProcessFMTP("x a=fmtp:");
     f.handler.ProcessFMTP(" a=fmtp:96 a=1");
@@ -348,7 +348,7 @@ TEST(SDPParseFormat, EachOfTwoLargeSectionsIsFilledByItsOwnLines) {
     EXPECT_EQ(handler.vecRemoteMediaSession[0]->vecRtpMap[150]->strEncodingName, "THIRD");
 }
 
-// Attaching works on the section it is handed and on nothing that the handler holds.
+// The parameters are stored in the given section, not in one of the handler.
 TEST(SDPParseFormat, AttachingReachesTheSectionItIsGivenHoweverManyFormatsTheHandlerHolds) {
     SDPHandler handler;
     handler.ProcessMedia("m=video 5000 RTP/AVP " + Numbered(200));

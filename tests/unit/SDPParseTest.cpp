@@ -15,7 +15,7 @@ using Pieces = std::vector<std::string>;
 
 const char kKey[] = "WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz";
 
-// A handler that has read `sdpText`, and what came out of it.
+// A handler that has read `sdpText`, and the results.
 struct Parsed {
     SDPHandler handler;
     RemoteSDP remote;
@@ -26,7 +26,7 @@ struct Parsed {
     MediaSession& Last() { return *handler.vecRemoteMediaSession.back(); }
 };
 
-// One line behind an audio and a video section, and the state it leaves.
+// The state after one line that follows an audio and a video section.
 struct InVideo : Parsed {
     explicit InVideo(const std::string& lineText)
         : Parsed("m=audio 5000 RTP/AVP 0\r\nm=video 5002 RTP/AVP 96 97\r\n" + lineText + "\r\n") {}

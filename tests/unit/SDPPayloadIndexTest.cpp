@@ -170,7 +170,7 @@ TEST(SDPPayloadIndexInHandler, SectionsAroundTheSizeFromWhichItIsUsed) {
     }
 }
 
-// So many that a sort which is not stable would bring another one to the front.
+// So many that an unstable sort would move another one to the first place.
 TEST(SDPPayloadIndexInHandler, TheFirstOfManyEqualPayloadsIsNamed) {
     SDPHandler h;
     RemoteSDP remote;

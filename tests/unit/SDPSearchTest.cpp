@@ -1,4 +1,4 @@
-// Searches at every place of texts of every length, from every place on; nothing outside of a text counts.
+// Searches at every offset of texts of every length; bytes outside of a text have no effect.
 // This file is built twice: as every test is, and alone without SSE2.
 #include "SDPSearch.h"
 
@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t kLongest = 70;
 constexpr std::string_view kBlanks = " \t\n\v\f\r";
 
-/// Bytes in an allocation of exactly their size: the address sanitizer sees a read before or behind them.
+/// Bytes in an allocation of exactly their size: the address sanitizer sees a read before or after them.
 using Exact = std::vector<char>;
 
 std::string_view View(const Exact& bytes) {
@@ -37,7 +37,7 @@ const auto findEqualsOrReturn = [](std::string_view text, std::size_t at) {
 const auto findBlank = [](std::string_view text, std::size_t at) { return sdp::FindBlank(text, at); };
 const auto findNoBlank = [](std::string_view text, std::size_t at) { return sdp::FindNoBlank(text, at); };
 
-/// One byte that is looked for, at every place of every length, searched for from every place on.
+/// One matching byte at every offset of texts of every length, searched from every offset.
 template <typename Search>
 void ExpectFoundAtEveryPlace(Search search, char wanted, char other) {
     for (std::size_t length = 0; length <= kLongest; ++length) {
@@ -56,7 +56,7 @@ void ExpectFoundAtEveryPlace(Search search, char wanted, char other) {
     }
 }
 
-/// A text of nothing but `other` between bytes that are looked for.
+/// A text of `other` only, between two matching bytes.
 template <typename Search>
 void ExpectNothingFoundOutside(Search search, char wanted, char other) {
     constexpr std::size_t margin = 40;
@@ -70,7 +70,7 @@ void ExpectNothingFoundOutside(Search search, char wanted, char other) {
     }
 }
 
-/// Texts of nothing but one byte that is not looked for, of every length.
+/// Texts of every length of one byte that does not match.
 template <typename Search>
 void ExpectNeverFound(Search search, char other) {
     for (std::size_t length = 0; length <= kLongest; ++length) {
@@ -88,7 +88,7 @@ std::size_t Naive(std::string_view text, std::size_t at, Is is) {
     return at;
 }
 
-/// Texts with many of the bytes that are looked for, from every place on, against one byte after the other.
+/// Texts with many matching bytes, from every offset, compared with a search byte by byte.
 template <typename Search, typename Is>
 void ExpectAsNaive(Search search, Is is, std::string_view alphabet) {
     std::minstd_rand random(7);

@@ -1,5 +1,5 @@
 // SDPTables: every row of the shared tables, read and written through the handler, and the order of rows
-// where the order is what a far end notices.
+// where it has an effect on the wire.
 #include "Capabilities.h"
 #include "Describe.h"
 #include "Expect.h"

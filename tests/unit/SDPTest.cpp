@@ -1,5 +1,5 @@
 // The types of the session description model: values of the enumerations, fields, their types, order and
-// extents, and which of the records dispatch virtually. What the records do is tested per record, in
+// extents, and which of the records dispatch virtually. The operations are tested per record, in
 // SDPVideoTest.cpp, SDPBaseTest.cpp, SDPLocalTest.cpp, SDPRemoteTest.cpp and SDPSectionTest.cpp.
 #include "SDP.h"
 

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// The text in an allocation of exactly its size: the address sanitizer sees a read before or behind it.
+/// The text in an allocation of exactly its size: the address sanitizer sees a read before or after it.
 class Exact {
 public:
     explicit Exact(std::string_view text) : m_bytes(text.begin(), text.end()) {}
@@ -106,7 +106,7 @@ TEST(SDPText, WordIsAPieceOfTheLine) {
 }
 
 TEST(SDPText, WordEndsWithTheLine) {
-    // The letters behind the view belong to no word.
+    // The letters after the view belong to no word.
     sdp::Words words(std::string_view("one twothree", 7));
     EXPECT_EQ(words.Next(), "one");
     EXPECT_EQ(words.Next(), "two");
@@ -245,7 +245,7 @@ TEST(SDPText, NumberSkipsWhiteSpaceInFront) {
 }
 
 TEST(SDPText, NumberEndsWithTheText) {
-    // The digits behind the view belong to no number.
+    // The digits after the view belong to no number.
     EXPECT_EQ(sdp::Number(std::string_view("12345", 0)), 0);
     EXPECT_EQ(sdp::Number(std::string_view("12345", 3)), 123);
     EXPECT_EQ(sdp::Number(std::string_view("-12345", 1)), 0);
@@ -412,7 +412,7 @@ TEST(SDPText, HexNumberReadsAsTheCLibraryDoes) {
 }
 
 TEST(SDPText, HexNumberEndsWithTheText) {
-    // The digits behind the view belong to no number.
+    // The digits after the view belong to no number.
     EXPECT_EQ(sdp::HexNumber(std::string_view()), 0U);
     EXPECT_EQ(sdp::HexNumber(std::string_view("1f", 0)), 0U);
     EXPECT_EQ(sdp::HexNumber(std::string_view("1f", 1)), 1U);

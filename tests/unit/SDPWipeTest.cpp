@@ -1,4 +1,4 @@
-// SDPWipe: nothing of a wiped text or array is left, whatever its length.
+// SDPWipe: no byte of a wiped text or array is left, whatever its length.
 #include "SDPWipe.h"
 
 #include "Expect.h"
