@@ -2,6 +2,8 @@
 
 #include "Inputs.h"
 
+#include <SDPNegotiator.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -72,6 +74,22 @@ std::function<void()> PrepareLife(char letter) {
     };
 }
 
+/// A whole negotiation through the layer: a fresh call takes the offer, writes the answer and says what to
+/// start.
+std::function<void()> PrepareNegotiate(char letter) {
+    auto fresh = std::make_shared<SDPNegotiator>();
+    fresh->SetLocal(Capabilities());
+    fresh->SetSrtp(SDPNegotiator::Srtp::Wanted);
+    const std::string text = ReadInput(letter);
+    const auto negotiate = [fresh, text] {
+        SDPNegotiator call(*fresh);
+        const SDPNegotiator::Outcome answer = call.Answer(text);
+        return answer.isTaken && call.Streams()[0].state == SDPNegotiator::State::Start;
+    };
+    Demand(negotiate(), "a negotiated call");
+    return [negotiate] { negotiate(); };
+}
+
 } // namespace
 
 std::vector<Operation> Operations() {
@@ -85,6 +103,10 @@ std::vector<Operation> Operations() {
         all.push_back({std::string("answer ") + letter, kOurs, [letter] { return PrepareDescribe(letter); }});
     }
     all.push_back({"life c", kOurs, [] { return PrepareLife('c'); }});
+    for (const char letter : {'b', 'c', 'd'}) {
+        all.push_back(
+            {std::string("negotiate ") + letter, kOurs, [letter] { return PrepareNegotiate(letter); }});
+    }
     return all;
 }
 

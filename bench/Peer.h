@@ -39,6 +39,11 @@ public:
     virtual void Hold(const std::string& text) = 0;
     /// Writes the description held as text, and frees that text. Returns its length.
     virtual std::size_t Write() = 0;
+    /// Whether the library negotiates: takes an offer and writes the answer to it.
+    virtual bool CanNegotiate() const { return false; }
+    /// Takes the offer into a session of its own and writes the answer, with the capabilities of Hold.
+    /// Returns the answer's length.
+    virtual std::size_t Negotiate(const std::string& /*offer*/) { return 0; }
 };
 
 struct PeerRow {

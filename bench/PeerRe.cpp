@@ -75,6 +75,24 @@ public:
         return length;
     }
 
+    bool CanNegotiate() const override { return true; }
+
+    std::size_t Negotiate(const std::string& offer) override {
+        if (m_text == nullptr || m_text->end != offer.size()) {
+            mem_deref(m_text);
+            m_text = mbuf_alloc(offer.size());
+            mbuf_write_mem(m_text, reinterpret_cast<const std::uint8_t*>(offer.data()), offer.size());
+        }
+        mbuf_set_pos(m_text, 0);
+        mbuf* answer = nullptr;
+        if (sdp_decode(m_session, m_text, true) != 0 || sdp_encode(&answer, m_session, false) != 0) {
+            PeerFailed("libre", "negotiate");
+        }
+        const std::size_t length = answer->end;
+        mem_deref(answer);
+        return length;
+    }
+
 private:
     sdp_media* Add(const char* name, std::uint16_t port, const char* proto) {
         sdp_media* media = nullptr;

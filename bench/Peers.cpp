@@ -102,6 +102,18 @@ std::function<void()> PrepareWrite(const PeerRow& row, char letter) {
     return [peer] { peer->Write(); };
 }
 
+/// The session and its capabilities are made once, so only taking the offer and writing the answer is
+/// measured.
+std::function<void()> PrepareNegotiate(const PeerRow& row, char letter) {
+    const std::shared_ptr<Peer> peer = row.make();
+    const std::string text = ReadInput(letter);
+    peer->Hold(text);
+    if (peer->Negotiate(text) < text.size() / 4) {
+        PeerFailed(row.name, "to answer all of the offer");
+    }
+    return [peer, text] { peer->Negotiate(text); };
+}
+
 } // namespace
 
 std::vector<Operation> PeerOperations() {
@@ -113,6 +125,12 @@ std::vector<Operation> PeerOperations() {
                            [&row, letter] { return PrepareRead(row, letter); }});
         }
         all.push_back({"answer c", row.name, [&row] { return PrepareWrite(row, 'c'); }});
+        if (row.make()->CanNegotiate()) {
+            for (const char letter : {'b', 'c', 'd'}) {
+                all.push_back({std::string("negotiate ") + letter, row.name,
+                               [&row, letter] { return PrepareNegotiate(row, letter); }});
+            }
+        }
     }
     for (const Baseline& baseline : kBaselines) {
         for (const Input& input : kInputs) {

@@ -19,6 +19,7 @@ import callgrind
 
 BUDGETS = pathlib.Path(__file__).with_name("budgets.txt")
 TOLERANCE = 1.03
+LAYER = 2.5  # a negotiation costs at most so many times the component's own parse and answer
 OURS = "commonmedia"
 HEAD = """# What each operation may cost. Written by `scripts/count --write`; the targets are set by hand.
 #
@@ -80,6 +81,18 @@ def compare(figures, budgets):
     for name in budgets:
         if name not in figures:
             yield f"{name}: has a budget and is not measured"
+    yield from compare_layers(figures)
+
+
+def compare_layers(figures):
+    """What the negotiation layer costs beside the component's own parse and answer of the same text."""
+    print("\n| negotiation | of parse and answer | at most |\n|---|--:|--:|")
+    for letter in "bcd":
+        own = figures[f"parse {letter}"][0] + figures[f"answer {letter}"][0]
+        ratio = figures[f"negotiate {letter}"][0] / own
+        print(f"| {letter} | {ratio:.2f} × | {LAYER} × |")
+        if ratio > LAYER:
+            yield f"negotiate {letter}: {ratio:.2f} times the component's parse and answer"
 
 
 def multiple(ratio):
