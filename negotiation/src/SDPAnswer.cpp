@@ -20,8 +20,10 @@ Slot ClosedSlot(const Description& offer, const Section& section, const Slot* be
     slot.media = section.media;
     slot.transport = section.transport.empty() ? std::string_view("RTP/AVP") : section.transport;
     slot.formats = section.formats.empty() ? std::string_view("0") : section.formats;
-    if (before != nullptr && before->role != kNoRole && before->role == RoleOf(offer, section)) {
-        slot.role = before->role;
+    // A stream of ours that is not in this text comes back to a slot of its kind.
+    const Role role = RoleOf(offer, section);
+    slot.role = role == kFloor || FindTransport(section.transport) != nullptr ? role : kNoRole;
+    if (before != nullptr && before->role == slot.role) {
         slot.bound = before->bound;
         slot.numbers = before->numbers;
         slot.profile = before->profile;
