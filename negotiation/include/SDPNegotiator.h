@@ -107,6 +107,7 @@ public:
         Key& operator=(const Key&) = default;
         ~Key();
         bool operator==(const Key& other) const { return key == other.key && salt == other.salt; }
+        bool operator!=(const Key& other) const { return !(*this == other); }
     };
 
     /// A picture size and the highest whole rate, pictures per second, that the far end's level and limits

@@ -30,7 +30,7 @@ bool FitsOffer(const Description& answer, const Session& offered) {
 /// Looks at the section that answers an open slot.
 Verdict ReadSection(const Description& answer, std::size_t place, const Slot& slot, const Wishes& told,
                     Repairs& repairs, Taken& taken) {
-    if (PortOf(answer.sections[place]) == 0) {
+    if (answer.sections[place].number == 0) {
         return kDeclined;
     }
     const Verdict verdict = Examine(answer, place, slot.role, told, nullptr, repairs, taken);
@@ -62,7 +62,7 @@ void FillSession(const Reading& reading, const Wishes& told, Session& next, Repa
         }
         const Role role = slot.role;
         slot.isOpen = slot.isOpen && reading.choice.verdicts[place].state == State::Start;
-        next.streams.push_back(NotTaken(slot, place, reading.choice.verdicts[place]));
+        AddStream(next, reading.choice.verdicts[place]);
         if (!slot.isOpen) {
             continue;
         }
@@ -74,7 +74,7 @@ void FillSession(const Reading& reading, const Wishes& told, Session& next, Repa
             slot.isHeldByThem = IsHeldByThem(role, true, slot.ours, slot.theirs);
         }
         const Key* const key = taken.isSecure ? &told.keys[role][SuiteIndex(taken.crypto.suite)] : nullptr;
-        next.streams.back() = TakenStream(reading, role, slot, key, repairs);
+        FillStream(next.streams.back(), reading, slot, key, repairs);
     }
 }
 

@@ -14,15 +14,14 @@ namespace {
 constexpr std::size_t kUsualLength = 2048;
 
 /// The slot that a section of the offer makes, closed.
-Slot ClosedSlot(const Description& offer, const Section& section, const Slot* before) {
+Slot ClosedSlot(const Section& section, const Slot* before) {
     Slot slot;
     // What a short line does not say is said by a word that changes nothing at port 0.
     slot.media = section.media;
     slot.transport = section.transport.empty() ? std::string_view("RTP/AVP") : section.transport;
     slot.formats = section.formats.empty() ? std::string_view("0") : section.formats;
     // A stream of ours that is not in this text comes back to a slot of its kind.
-    const Role role = RoleOf(offer, section);
-    slot.role = role == kFloor || FindTransport(section.transport) != nullptr ? role : kNoRole;
+    slot.role = section.role;
     if (before != nullptr && before->role == slot.role) {
         slot.bound = before->bound;
         slot.numbers = before->numbers;
@@ -71,7 +70,7 @@ void OpenSlot(Slot& slot, Role role, const Taken& taken, const Reading& reading,
         return;
     }
     slot.numbers = AnswerNumbers(role, taken, reading.record);
-    slot.profile = taken.video.first == nullptr ? std::string_view() : Profile(*taken.video.first);
+    slot.profile = taken.video.first == nullptr ? std::string_view() : taken.video.first->profile;
     Bind(slot);
     const Way wanted = told.Wanted(role);
     slot.theirs = WayOf(reading.description, *taken.section, repairs);
@@ -88,8 +87,8 @@ Session AnswerSession(const Reading& reading, const Session& before, const Wishe
     next.streams.reserve(offer.sections.size());
     for (std::size_t place = 0; place < offer.sections.size(); ++place) {
         const Slot* const old = place < before.slots.size() ? &before.slots[place] : nullptr;
-        next.slots.push_back(ClosedSlot(offer, offer.sections[place], old));
-        next.streams.push_back(NotTaken(next.slots.back(), place, reading.choice.verdicts[place]));
+        next.slots.push_back(ClosedSlot(offer.sections[place], old));
+        AddStream(next, reading.choice.verdicts[place]);
     }
     for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
         const Taken& taken = reading.choice.taken[role];
@@ -99,7 +98,7 @@ Session AnswerSession(const Reading& reading, const Session& before, const Wishe
         Slot& slot = next.slots[taken.place];
         OpenSlot(slot, role, taken, reading, told, repairs);
         const Key* const key = taken.isSecure ? &told.keys[role][SuiteIndex(taken.crypto.suite)] : nullptr;
-        next.streams[taken.place] = TakenStream(reading, role, slot, key, repairs);
+        FillStream(next.streams[taken.place], reading, slot, key, repairs);
     }
     for (const Line& line : offer.Session()) {
         if (line.kind == LineKind::Time) {

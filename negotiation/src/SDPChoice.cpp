@@ -10,16 +10,11 @@
 namespace negotiation {
 namespace {
 
-constexpr Transport kTransports[] = {
-    {"RTP/AVP", "RTP/SAVP"},
-    {"RTP/AVPF", "RTP/SAVPF"},
-};
-
 // Why a section is not taken.
 constexpr Verdict kTaken = {State::Start, {}};
 constexpr Verdict kNoPort = {State::DeclinedByThem, "the far end's section has port 0"};
-constexpr Verdict kNotServed = {State::DeclinedByUs, "nothing here serves a section of this kind"};
-constexpr Verdict kNotSpoken = {State::DeclinedByUs, "the transport of the section is not spoken here"};
+constexpr Verdict kNotServed = {State::DeclinedByUs,
+                                "this side serves no section of this medium and transport"};
 constexpr Verdict kNotWanted = {State::DeclinedByUs, "this side has no codec or no port for the stream"};
 constexpr Verdict kSecondOne = {State::DeclinedByUs, "another section of this kind is taken"};
 constexpr Verdict kNoSrtp = {State::DeclinedByUs, "the section is secure, and SRTP is off here"};
@@ -57,47 +52,10 @@ bool Choice::HasAny() const {
     return std::any_of(taken.begin(), taken.end(), [](const Taken& one) { return one.section != nullptr; });
 }
 
-const Transport* FindTransport(std::string_view name) {
-    for (const Transport& transport : kTransports) {
-        if (EqualsNoCase(name, transport.plain) || EqualsNoCase(name, transport.secure)) {
-            return &transport;
-        }
-    }
-    return nullptr;
-}
-
-bool IsSecure(std::string_view transport) {
-    const Transport* const pair = FindTransport(transport);
-    return pair != nullptr && EqualsNoCase(transport, pair->secure);
-}
-
-Role RoleOf(const Description& description, const Section& section) {
-    if (EqualsNoCase(section.media, "audio")) {
-        return kAudio;
-    }
-    if (EqualsNoCase(section.media, "video")) {
-        const std::string_view content = description.Of(section).Value(LineKind::Content);
-        return sdp::StartsWith(content, "slides") ? kSlides : kMain;
-    }
-    const bool isFloor =
-        EqualsNoCase(section.media, "application") && EqualsNoCase(section.transport, "UDP/BFCP");
-    return isFloor ? kFloor : kNoRole;
-}
-
-std::int32_t PortOf(const Section& section) {
-    constexpr std::int32_t highest = 65535;
-    // The number of ports after a "/" asks for a layered stream; the first port is enough.
-    const std::int32_t port = NumberOrNone(section.port.substr(0, section.port.find('/')));
-    return port < 0 || port > highest ? 0 : port;
-}
-
 Verdict Examine(const Description& description, std::size_t place, Role role, const Wishes& wishes,
                 const Slot* slot, Repairs& repairs, Taken& taken) {
     const Section& section = description.sections[place];
     const Lines lines = description.Of(section);
-    if (role != kFloor && FindTransport(section.transport) == nullptr) {
-        return kNotSpoken;
-    }
     if (!wishes.CanServe(role)) {
         return kNotWanted;
     }
@@ -105,7 +63,7 @@ Verdict Examine(const Description& description, std::size_t place, Role role, co
     found.place = place;
     found.section = &section;
     if (role != kFloor) {
-        found.isSecure = IsSecure(section.transport);
+        found.isSecure = section.isSecure;
         const Verdict policy = AskPolicy(found.isSecure, wishes.srtp);
         if (policy.state != State::Start) {
             return policy;
@@ -132,15 +90,15 @@ Choice Choose(const Description& offer, const Wishes& wishes, const Session& ses
     choice.verdicts.reserve(offer.sections.size());
     for (std::size_t place = 0; place < offer.sections.size(); ++place) {
         const Section& section = offer.sections[place];
-        const Role role = RoleOf(offer, section);
-        if (PortOf(section) == 0 || role == kNoRole) {
-            choice.verdicts.push_back(PortOf(section) == 0 ? kNoPort : kNotServed);
+        const Role role = section.role;
+        if (section.number == 0 || role == kNoRole) {
+            choice.verdicts.push_back(section.number == 0 ? kNoPort : kNotServed);
             continue;
         }
         Taken& current = choice.taken[role];
         const bool isTaken = current.section != nullptr;
         // With SRTP wanted a secure section comes before a plain one.
-        if (isTaken && (current.isSecure || !IsSecure(section.transport))) {
+        if (isTaken && (current.isSecure || !section.isSecure)) {
             choice.verdicts.push_back(kSecondOne);
             continue;
         }

@@ -32,23 +32,6 @@ struct Choice {
     bool HasAny() const;
 };
 
-/// A profile of RTP that this side speaks, without and with SRTP.
-struct Transport {
-    std::string_view plain;
-    std::string_view secure;
-};
-
-/// Finds the pair that a transport belongs to; null for every other transport.
-const Transport* FindTransport(std::string_view name);
-/// True for the secure one of a pair.
-bool IsSecure(std::string_view transport);
-
-/// The role that a section would have by its medium, content and transport; kNoRole for none.
-Role RoleOf(const Description& description, const Section& section);
-
-/// The port of a section; 0 for one that is rejected or is no port.
-std::int32_t PortOf(const Section& section);
-
 /// Looks whether a section can be taken for a role. Fills `taken` when it can.
 /// @param slot  the slot that it continues; null for a new one
 Verdict Examine(const Description& description, std::size_t place, Role role, const Wishes& wishes,

@@ -88,6 +88,12 @@ Meaning MeaningOf(const Format& format, Repairs& repairs) {
     return !isStatic || repairs.Use(RepairId::DynamicNumber) ? byName : kMeanings;
 }
 
+/// Constrained by nothing, which is what a format without profile-level-id says, too.
+std::string_view ProfileOf(std::string_view parms) {
+    const std::string_view id = Parameter(parms, sdp::kProfileLevelId);
+    return id.size() < kDefaultProfile.size() ? kDefaultProfile : id.substr(0, kDefaultProfile.size());
+}
+
 /// The number that a format token is; -1 for none.
 std::int32_t PayloadNumber(std::string_view token) {
     const std::int32_t number = NumberOrNone(token);
@@ -104,6 +110,8 @@ bool IsClose(const Line& line, std::size_t keyword, Repairs& repairs) {
 
 Formats::Formats(const Section& section, Lines lines, const Bound* bound, Repairs& repairs) {
     m_index.fill(-1);
+    constexpr std::size_t usualFormats = 16;
+    m_formats.reserve(usualFormats);
     sdp::Words words(section.formats);
     for (std::string_view token = words.Next(); !token.empty(); token = words.Next()) {
         const std::int32_t number = PayloadNumber(token);
@@ -118,7 +126,7 @@ Formats::Formats(const Section& section, Lines lines, const Bound* bound, Repair
         if (index < 0) {
             index = static_cast<std::int32_t>(m_formats.size());
         }
-        m_formats.push_back({static_cast<std::int16_t>(number), kMeanings, {}, {}});
+        m_formats.push_back({static_cast<std::int16_t>(number), kMeanings, {}, {}, {}});
     }
     for (const Line& line : lines) {
         if (line.kind == LineKind::Rtpmap) {
@@ -132,6 +140,9 @@ Formats::Formats(const Section& section, Lines lines, const Bound* bound, Repair
         const Meaning before =
             bound == nullptr ? kMeanings : (*bound)[static_cast<std::size_t>(format.number)];
         format.meaning = before == kMeanings || before == meaning ? meaning : kMeanings;
+        if (format.meaning == kMode1 || format.meaning == kMode0) {
+            format.profile = ProfileOf(format.parms);
+        }
     }
 }
 
@@ -180,19 +191,13 @@ void Formats::ReadFmtp(const Line& line, Repairs& repairs) {
 }
 
 std::string_view Parameter(std::string_view parms, std::string_view key) {
-    std::string_view value;
-    EachParameter(parms, [&](std::string_view piece) {
-        std::string_view rest = piece;
-        if (value.empty() && Trim(TakePiece(rest, '=')) == key) {
-            value = Trim(rest);
+    while (!parms.empty()) {
+        std::string_view value = TakePiece(parms, ';');
+        if (Trim(TakePiece(value, '=')) == key) {
+            return Trim(value);
         }
-    });
-    return value;
-}
-
-std::string_view Profile(const Format& format) {
-    const std::string_view id = Parameter(format.parms, sdp::kProfileLevelId);
-    return id.size() < kDefaultProfile.size() ? kDefaultProfile : id.substr(0, kDefaultProfile.size());
+    }
+    return {};
 }
 
 VideoFormats ChooseH264(const Formats& formats, bool takesMode1) {
@@ -202,7 +207,7 @@ VideoFormats ChooseH264(const Formats& formats, bool takesMode1) {
         if (format.meaning != kMode0 && (format.meaning != kMode1 || !takesMode1)) {
             continue;
         }
-        const bool isBaseline = Profile(format).substr(0, kBaseline.size()) == kBaseline;
+        const bool isBaseline = format.profile.substr(0, kBaseline.size()) == kBaseline;
         const int rank = (isBaseline ? 2 : 0) + (format.meaning == kMode1 ? 1 : 0);
         if (rank > best) {
             best = rank;
@@ -213,7 +218,7 @@ VideoFormats ChooseH264(const Formats& formats, bool takesMode1) {
         const bool isOtherMode = chosen.first != nullptr && chosen.second == nullptr &&
                                  format.meaning != chosen.first->meaning &&
                                  (format.meaning == kMode0 || (format.meaning == kMode1 && takesMode1));
-        if (isOtherMode && EqualsNoCase(Profile(format), Profile(*chosen.first))) {
+        if (isOtherMode && EqualsNoCase(format.profile, chosen.first->profile)) {
             chosen.second = &format;
         }
     }

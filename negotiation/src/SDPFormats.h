@@ -35,6 +35,8 @@ struct Format {
     Meaning meaning;        ///< kMeanings: none that this side knows
     std::string_view name;  ///< "H264/90000"; empty without an rtpmap line
     std::string_view parms; ///< "packetization-mode=1;max-fs=3600"
+    /// H.264: first four digits of profile-level-id, profile and constraints (RFC 6184, 8.1).
+    std::string_view profile;
 };
 
 /// What each payload number of a section meant so far in the call; kMeanings: nothing.
@@ -80,9 +82,6 @@ void EachParameter(std::string_view parms, Visit visit) {
 
 /// Value of a parameter of an fmtp text; empty when it is not there.
 std::string_view Parameter(std::string_view parms, std::string_view key);
-
-/// First four digits of profile-level-id: profile and constraints (RFC 6184, 8.1). "4200" without one.
-std::string_view Profile(const Format& format);
 
 /// The two H.264 formats of a stream.
 struct VideoFormats {

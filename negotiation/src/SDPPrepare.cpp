@@ -126,7 +126,7 @@ void WriteSection(sdp::Writer& text, const Description& description, Role role, 
                   Repairs& repairs) {
     static constexpr std::string_view kMedia[kRoles] = {"audio", "video", "video", "application"};
     const Lines lines = description.Of(*taken.section);
-    text << "m=" << kMedia[role] << " " << PortOf(*taken.section)
+    text << "m=" << kMedia[role] << " " << taken.section->number
          << (role == kFloor ? " UDP/BFCP" : " RTP/AVP");
     if (role == kFloor) {
         WriteFloor(text, lines);
@@ -155,10 +155,11 @@ void WriteSection(sdp::Writer& text, const Description& description, Role role, 
 const sdp::Direction* LastDirection(Lines lines) {
     const sdp::Direction* last = nullptr;
     for (const Line& line : lines) {
+        if (line.kind != LineKind::Direction) {
+            continue;
+        }
         for (const sdp::Direction& direction : sdp::kDirections) {
-            if (line.kind == LineKind::Direction && direction.keyword == Trim(line.text)) {
-                last = &direction;
-            }
+            last = sdp::StartsWith(line.text, direction.keyword) ? &direction : last;
         }
     }
     return last;

@@ -4,6 +4,7 @@
 // Test: tests/negotiation/SDPSectionsTest.cpp
 #include "SDPSections.h"
 
+#include "SDPPrefix.h"
 #include "SDPRepairs.h"
 #include "SDPTables.h"
 
@@ -40,37 +41,76 @@ constexpr Kind kKinds[] = {
     {"a=confid:15", "a=confid:", LineKind::ConferenceId, SDPRow::ConferenceId},
     {"a=userid:15", "a=userid:", LineKind::UserId, SDPRow::UserId},
     {"a=floorid:2 mstrm:9", "a=floorid:", LineKind::FloorId, SDPRow::Direction},
-    // The four directions are told apart by sdp::kDirections.
-    {"a=sendrecv", "a=", LineKind::Direction, SDPRow::Direction},
+    {"a=sendrecv", sdp::kDirections[3].keyword, LineKind::Direction, SDPRow::Direction},
+    {"a=sendonly", sdp::kDirections[1].keyword, LineKind::Direction, SDPRow::Direction},
+    {"a=recvonly", sdp::kDirections[2].keyword, LineKind::Direction, SDPRow::Direction},
+    {"a=inactive", sdp::kDirections[0].keyword, LineKind::Direction, SDPRow::Direction},
 };
 constexpr std::size_t kKindCount = std::size(kKinds);
 
-bool IsDirection(std::string_view line) {
-    return std::any_of(std::begin(sdp::kDirections), std::end(sdp::kDirections),
-                       [line](const sdp::Direction& direction) { return direction.keyword == line; });
+constexpr Transport kTransports[] = {
+    {"RTP/AVP", "RTP/SAVP"},
+    {"RTP/AVPF", "RTP/SAVPF"},
+};
+
+/// Whether the component would take a line for another row than the one it begins with.
+bool IsMisread(std::string_view text, SDPRow row) {
+    // Only a second "=" can do that, and most lines have none.
+    const std::size_t after = text.size() > 1 && text[1] == '=' ? 2 : 0;
+    return sdp::FindByte(text, '=', after) < text.size() && sdp::RowOf(text) != row;
 }
 
 Line ReadLine(std::string_view text, Repairs& repairs) {
-    const std::size_t index = sdp::RowAtStart<kKinds>(text, std::make_index_sequence<kKindCount>());
-    if (sdp::RowOf(text) != (index == kKindCount ? SDPRow::None : kKinds[index].row)) {
+    const std::size_t index = RowAt<kKinds>(text);
+    const SDPRow other = sdp::StartsWith(text, "a=") ? SDPRow::Direction : SDPRow::None;
+    if (IsMisread(text, index == kKindCount ? other : kKinds[index].row)) {
         repairs.Note(RepairId::KeywordInside);
     }
     if (index == kKindCount) {
         return {text, {}, LineKind::None};
     }
-    const Kind& kind = kKinds[index];
-    if (kind.kind == LineKind::Direction && !IsDirection(Trim(text))) {
-        return {text, {}, LineKind::None};
+    const std::string_view value = Trim(sdp::Behind(text, kKinds[index].keyword.size()));
+    const bool isLonger = kKinds[index].kind == LineKind::Direction && !value.empty();
+    return {text, value, isLonger ? LineKind::None : kKinds[index].kind};
+}
+
+/// A port as a number. The number of ports after a "/" asks for a layered stream; the first port is enough.
+std::int32_t PortNumber(std::string_view port) {
+    constexpr std::int32_t highest = 65535;
+    const std::int32_t number = NumberOrNone(port.substr(0, port.find('/')));
+    return number < 0 || number > highest ? 0 : number;
+}
+
+/// The role of a section without content lines.
+Role MediaRole(const Section& section) {
+    if (section.pair != nullptr) {
+        return EqualsNoCase(section.media, "audio")   ? kAudio
+               : EqualsNoCase(section.media, "video") ? kMain
+                                                      : kNoRole;
     }
-    return {text, Trim(sdp::Behind(text, kind.keyword.size())), kind.kind};
+    const bool isFloor =
+        EqualsNoCase(section.media, "application") && EqualsNoCase(section.transport, "UDP/BFCP");
+    return isFloor ? kFloor : kNoRole;
 }
 
 Section ReadMedia(std::string_view value, std::size_t lines) {
     sdp::Words words(value);
     const auto first = static_cast<std::uint32_t>(lines);
-    Section section{words.Next(), words.Next(), words.Next(), {}, first, first};
+    Section section{words.Next(), words.Next(), words.Next(), {}, first, first, nullptr, false, kNoRole, 0};
     section.formats = Trim(value.substr(value.size() - words.Left()));
+    section.number = PortNumber(section.port);
+    section.pair = FindTransport(section.transport);
+    section.isSecure = section.pair != nullptr && EqualsNoCase(section.transport, section.pair->secure);
+    section.role = MediaRole(section);
     return section;
+}
+
+void AddLine(Section& section, const Line& line) {
+    ++section.last;
+    // A later content line that is none of the two says nothing.
+    if (section.role == kMain && line.kind == LineKind::Content && sdp::StartsWith(line.value, "slides")) {
+        section.role = kSlides;
+    }
 }
 
 /// Calls `visit(line)` for each line that is not empty. CR LF ends a line, and so do LF and CR alone when
@@ -95,6 +135,20 @@ void EachLine(std::string_view text, Repairs& repairs, Visit visit) {
 }
 
 } // namespace
+
+const Transport* FindTransport(std::string_view name) {
+    for (const Transport& transport : kTransports) {
+        if (EqualsNoCase(name, transport.plain) || EqualsNoCase(name, transport.secure)) {
+            return &transport;
+        }
+    }
+    return nullptr;
+}
+
+bool IsSecure(std::string_view transport) {
+    const Transport* const pair = FindTransport(transport);
+    return pair != nullptr && EqualsNoCase(transport, pair->secure);
+}
 
 const Line* Lines::Find(LineKind kind) const {
     const Line* const found =
@@ -123,7 +177,7 @@ Description Cut(std::string_view text, Repairs& repairs) {
         } else if (line.kind != LineKind::None) {
             description.lines.push_back(line);
             if (!description.sections.empty()) {
-                ++description.sections.back().last;
+                AddLine(description.sections.back(), line);
             }
         }
     });
@@ -139,10 +193,12 @@ std::string_view Trim(std::string_view text) noexcept {
 }
 
 bool EqualsNoCase(std::string_view a, std::string_view b) noexcept {
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
-               const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-               return lower(x) == lower(y);
-           });
+    if (a.size() != b.size()) {
+        return false;
+    }
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+    return a == b || std::equal(a.begin(), a.end(), b.begin(),
+                                [lower](char x, char y) { return lower(x) == lower(y); });
 }
 
 std::string_view TakePiece(std::string_view& text, char separator) noexcept {
@@ -154,8 +210,17 @@ std::string_view TakePiece(std::string_view& text, char separator) noexcept {
 
 std::int32_t NumberOrNone(std::string_view text) noexcept {
     constexpr std::size_t safe = 9;
-    return text.empty() || text.size() > safe || sdp::Digits(text).size() != text.size() ? -1
-                                                                                         : sdp::Number(text);
+    if (text.empty() || text.size() > safe) {
+        return -1;
+    }
+    std::int32_t number = 0;
+    for (const char c : text) {
+        if (!sdp::IsDigit(c)) {
+            return -1;
+        }
+        number = number * 10 + (c - '0');
+    }
+    return number;
 }
 
 } // namespace negotiation

@@ -63,6 +63,20 @@ private:
     const Line* m_last;
 };
 
+/// What this side serves, one section each. The first three are indices of the component's key rows.
+enum Role : std::uint8_t { kAudio, kMain, kSlides, kFloor, kRoles, kNoRole = kRoles };
+
+/// A profile of RTP that this side speaks, without and with SRTP.
+struct Transport {
+    std::string_view plain;
+    std::string_view secure;
+};
+
+/// Finds the pair that a transport belongs to; null for every other transport.
+const Transport* FindTransport(std::string_view name);
+/// True for the secure one of a pair.
+bool IsSecure(std::string_view transport);
+
 /// One "m=" line and where its lines stand.
 struct Section {
     std::string_view media;     ///< "audio"
@@ -71,6 +85,10 @@ struct Section {
     std::string_view formats;   ///< "0 101"
     std::uint32_t first;        ///< its first line after the "m=" line
     std::uint32_t last;         ///< behind its last line
+    const Transport* pair;      ///< null: a transport that this side does not speak
+    bool isSecure;              ///< the secure one of the pair
+    Role role;                  ///< by medium, transport and content; kNoRole for none
+    std::int32_t number;        ///< the port as a number; 0 for one that is rejected or is no port
 };
 
 struct Description {

@@ -8,8 +8,8 @@
 #include <tuple>
 
 SDPNegotiator::Key::~Key() {
-    OPENSSL_cleanse(key.data(), key.size());
-    OPENSSL_cleanse(salt.data(), salt.size());
+    static_assert(sizeof(Key) == baseSDP::kKeyLength + baseSDP::kSaltLength);
+    OPENSSL_cleanse(this, sizeof *this);
 }
 
 namespace negotiation {

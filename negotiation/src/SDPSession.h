@@ -23,9 +23,6 @@ using State = SDPNegotiator::State;
 using Key = SDPNegotiator::Key;
 using Srtp = SDPNegotiator::Srtp;
 
-/// What this side serves, one section each. The first three are indices of the component's key rows.
-enum Role : std::uint8_t { kAudio, kMain, kSlides, kFloor, kRoles, kNoRole = kRoles };
-
 /// Directions as one side writes them.
 struct Way {
     bool send = false;

@@ -6,6 +6,7 @@
 #include "SDPShape.h"
 
 #include "SDPHandler.h"
+#include "SDPPrefix.h"
 #include "SDPPrepare.h"
 
 #include <algorithm>
@@ -174,8 +175,7 @@ constexpr Rewrite kRewrites[] = {
 };
 
 void RewriteLine(sdp::Writer& text, std::string_view line, const Plan& plan) {
-    const std::size_t row =
-        sdp::RowAtStart<kRewrites>(line, std::make_index_sequence<std::size(kRewrites)>());
+    const std::size_t row = RowAt<kRewrites>(line);
     if (row < std::size(kRewrites)) {
         kRewrites[row].write(text, sdp::Behind(line, kRewrites[row].keyword.size()), plan);
     } else {

@@ -18,14 +18,13 @@ namespace {
 
 SDPNegotiator::Media MediaOf(const Slot& slot) {
     using Media = SDPNegotiator::Media;
-    static constexpr std::pair<std::string_view, Media> kMedia[] = {{"audio", Media::Audio},
-                                                                    {"video", Media::Video}};
-    for (const auto& [name, media] : kMedia) {
-        if (EqualsNoCase(slot.media, name)) {
-            return media;
-        }
+    if (EqualsNoCase(slot.media, "audio")) {
+        return Media::Audio;
     }
-    return EqualsNoCase(slot.transport, "UDP/BFCP") ? Media::FloorControl : Media::Other;
+    if (EqualsNoCase(slot.media, "video")) {
+        return Media::Video;
+    }
+    return slot.role == kFloor ? Media::FloorControl : Media::Other;
 }
 
 void FillAudio(Stream& stream, const Taken& taken, const RemoteSDP& record, const Slot& slot) {
@@ -50,7 +49,7 @@ void FillVideo(Stream& stream, const Taken& taken, const VideoParms& record, con
     stream.codec = format.meaning == kMode1 ? PAYLOAD_H264 : PAYLOAD_H264_PACKETIZATION_0;
     stream.sendPayload = format.number;
     stream.receivePayload = slot.numbers[format.meaning];
-    stream.profile = Profile(format);
+    stream.profile = format.profile;
     stream.level = record.strVideoLevel.empty() ? sdp::__H264Profile[0] : record.strVideoLevel;
     stream.packetizationMode = record.iFmtpPacketizationMode;
     stream.maxMbps = record.iFmtpMaxMbps;
@@ -180,40 +179,38 @@ void RefreshOne(Stream& stream, const Slot& slot, Role role, const Wishes& wishe
 
 } // namespace
 
-Stream NotTaken(const Slot& slot, std::size_t place, const Verdict& verdict) {
-    Stream stream;
-    stream.media = MediaOf(slot);
+void AddStream(Session& session, const Verdict& verdict) {
+    const std::size_t place = session.streams.size();
+    Stream& stream = session.streams.emplace_back();
+    stream.media = MediaOf(session.slots[place]);
     stream.section = place;
     stream.state = verdict.state;
     stream.reason = verdict.reason;
-    return stream;
 }
 
-Stream TakenStream(const Reading& reading, Role role, const Slot& slot, const Key* ourKey, Repairs& repairs) {
-    const Taken& taken = reading.choice.taken[role];
+void FillStream(Stream& stream, const Reading& reading, const Slot& slot, const Key* ourKey,
+                Repairs& repairs) {
+    const Taken& taken = reading.choice.taken[slot.role];
     const Lines lines = reading.description.Of(*taken.section);
-    Stream stream = NotTaken(slot, taken.place, {State::Start, {}});
-    stream.port = PortOf(*taken.section);
-    stream.ptime = std::max(0, NumberOrNone(lines.Value(LineKind::Ptime)));
-    switch (role) {
-    case kAudio:
-        FillAudio(stream, taken, reading.record, slot);
-        break;
-    case kMain:
-    case kSlides:
-        stream.role = role == kMain ? VIDEOTYPE_MAIN : VIDEOTYPE_PRESO;
-        FillVideo(stream, taken, role == kMain ? reading.record.m_VideoMain : reading.record.m_VideoPreso,
-                  slot);
-        break;
-    default:
-        FillFloor(stream, lines, reading.record, slot);
+    stream.port = taken.section->number;
+    if (slot.role == kFloor) {
         stream.address = AddressOf(reading.description, lines);
-        return stream;
+        FillFloor(stream, lines, reading.record, slot);
+        return;
     }
-    FillKeys(stream, role, taken.crypto, reading.record, ourKey);
+    if (slot.role == kAudio) {
+        FillAudio(stream, taken, reading.record, slot);
+    } else if (slot.role == kMain) {
+        stream.role = VIDEOTYPE_MAIN;
+        FillVideo(stream, taken, reading.record.m_VideoMain, slot);
+    } else {
+        stream.role = VIDEOTYPE_PRESO;
+        FillVideo(stream, taken, reading.record.m_VideoPreso, slot);
+    }
+    stream.ptime = std::max(0, NumberOrNone(lines.Value(LineKind::Ptime)));
+    FillKeys(stream, slot.role, taken.crypto, reading.record, ourKey);
     FillRtcp(stream, lines);
     FillIce(stream, reading.description, lines, repairs);
-    return stream;
 }
 
 bool IsHeldByThem(Role role, bool isAnswer, Way ours, Way theirs) {

@@ -15,12 +15,13 @@ struct Reading {
     bool isAnswer; ///< it answers an offer of this side
 };
 
-/// The entry of a section that was not taken.
-Stream NotTaken(const Slot& slot, std::size_t place, const Verdict& verdict);
+/// Adds the entry of a section, with the verdict on it.
+void AddStream(Session& session, const Verdict& verdict);
 
-/// The entry of a section that was taken. The directions are left to Refresh().
+/// Fills the entry of a section that was taken. The directions are left to Refresh().
 /// @param ourKey  this side's key for the suite; null: plain
-Stream TakenStream(const Reading& reading, Role role, const Slot& slot, const Key* ourKey, Repairs& repairs);
+void FillStream(Stream& stream, const Reading& reading, const Slot& slot, const Key* ourKey,
+                Repairs& repairs);
 
 /// Whether the far end holds a stream.
 bool IsHeldByThem(Role role, bool isAnswer, Way ours, Way theirs);
