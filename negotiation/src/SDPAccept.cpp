@@ -118,10 +118,10 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Accept(std::string_view answer) {
     Session next = pending;
     FillSession({description, choice, record, true}, *offered, next, repairs);
     SecretText text(answer);
-    auto told = std::make_shared<Wishes>(*offered);
-    told->asked = 0;
+    std::shared_ptr<const Wishes> told = Asking(offered, 0);
+    // Wishes said while the offer was out are still to be told.
+    wishes = wishes == offered ? told : Asking(wishes, wishes->asked & ~unsigned{offered->asked});
     lastAnswer = std::move(text);
-    wishes.asked = static_cast<std::uint8_t>(wishes.asked & ~offered->asked);
     maxBandwidth = record.iMaxBandwidth;
     Agree(next, std::move(told));
     return outcome;

@@ -151,7 +151,7 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
     if (offer.empty()) {
         return Refusal("a request without a body asks for an offer");
     }
-    if (wishes.local.strDefaultIPAddr.empty()) {
+    if (wishes->local.strDefaultIPAddr.empty()) {
         return Refusal("no local address is set", kNotAcceptable);
     }
     repairs.Begin();
@@ -161,18 +161,16 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
                                                     : "the offer has fewer sections than the session",
                        kNotAcceptable);
     }
-    const Choice choice = Choose(description, wishes, session, repairs);
+    const Choice choice = Choose(description, *wishes, session, repairs);
     if (const std::string_view reason = WhyNothing(choice); !reason.empty()) {
         return Refusal(reason, kNotAcceptable);
     }
-    const auto told = std::make_shared<Wishes>(wishes);
-    told->asked = 0;
     const bool isSecure = std::any_of(choice.taken.begin(), choice.taken.end(),
                                       [](const Taken& taken) { return taken.isSecure; });
-    if (isSecure && !MakeKeys(*told, false)) {
+    std::shared_ptr<const Wishes> told = WithKeys(isSecure);
+    if (told == nullptr) {
         return Refusal("no key can be made", kNotAcceptable);
     }
-
     const unsigned roles = TakenRoles(choice);
     SDPHandler handler;
     RemoteSDP record;
@@ -188,18 +186,19 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
     WriteBody(writer, component, next, AnswerPlans(choice, next, *told));
     std::string body = writer.Take();
     const sdp::WipedAtEnd bodyWiped(body);
+    // Slides that are to be presented need an offer of their own when this one has none to take them.
+    const unsigned left = phase == Phase::Idle ? unsigned{Wishes::Bit(kSlides)} : ~0U;
+    std::shared_ptr<const Wishes> asking = Asking(told, told->asked & left & ~roles);
+    told = Asking(asking, 0);
     Outcome outcome;
     outcome.text = Seal(component, body);
     if (outcome.text.empty()) {
         return Refusal("no session id can be made", kNotAcceptable);
     }
-    // Slides that are to be presented need an offer of their own when this one has none to take them.
-    const unsigned left = phase == Phase::Idle ? unsigned{Wishes::Bit(kSlides)} : ~0U;
-    wishes.asked = static_cast<std::uint8_t>(wishes.asked & left & ~roles);
-    wishes.keys = told->keys;
+    wishes = std::move(asking);
     maxBandwidth = record.iMaxBandwidth;
     lastAnswer = SecretText();
-    Agree(next, told);
+    Agree(next, std::move(told));
     outcome.isTaken = true;
     return outcome;
 }

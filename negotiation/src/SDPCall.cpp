@@ -29,12 +29,28 @@ bool IsZero(const Key& key) {
 } // namespace
 
 bool SDPNegotiator::Call::operator==(const Call& other) const {
-    return IsSame(offered, other.offered) && IsSame(settled, other.settled) &&
-           std::tie(phase, phaseBefore, wishes, isNextPlain, sessionId, version, originUser, originAddress,
-                    lastBody, lastAnswer, session, pending, maxBandwidth) ==
-               std::tie(other.phase, other.phaseBefore, other.wishes, other.isNextPlain, other.sessionId,
-                        other.version, other.originUser, other.originAddress, other.lastBody,
-                        other.lastAnswer, other.session, other.pending, other.maxBandwidth);
+    return IsSame(wishes, other.wishes) && IsSame(offered, other.offered) && IsSame(settled, other.settled) &&
+           std::tie(phase, phaseBefore, isNextPlain, sessionId, version, originUser, originAddress, lastBody,
+                    lastAnswer, session, pending, maxBandwidth) ==
+               std::tie(other.phase, other.phaseBefore, other.isNextPlain, other.sessionId, other.version,
+                        other.originUser, other.originAddress, other.lastBody, other.lastAnswer,
+                        other.session, other.pending, other.maxBandwidth);
+}
+
+void SDPNegotiator::Call::Take(std::shared_ptr<const Wishes> next) noexcept {
+    wishes = std::move(next);
+    Refresh(session, *wishes, before);
+}
+
+std::shared_ptr<const Wishes> SDPNegotiator::Call::WithKeys(bool isSecure) const {
+    const bool hasAll = std::all_of(wishes->keys.begin(), wishes->keys.end(), [](const auto& suites) {
+        return std::none_of(suites.begin(), suites.end(), IsZero);
+    });
+    if (!isSecure || hasAll) {
+        return wishes;
+    }
+    const auto next = std::make_shared<Wishes>(*wishes);
+    return MakeKeys(*next, false) ? next : nullptr;
 }
 
 bool SDPNegotiator::Call::MakeKeys(Wishes& told, bool replaces) const {
@@ -68,7 +84,8 @@ std::string SDPNegotiator::Call::Seal(std::string_view component, std::string_vi
         std::memcpy(&id, bytes, sizeof id);
         id = std::max<std::uint64_t>(id & bits62, 1);
         user = OriginUser(component);
-        address = wishes.local.strMyIPAddr.empty() ? wishes.local.strDefaultIPAddr : wishes.local.strMyIPAddr;
+        address =
+            wishes->local.strMyIPAddr.empty() ? wishes->local.strDefaultIPAddr : wishes->local.strMyIPAddr;
     }
     const std::uint64_t next = version + (body == lastBody.View() ? 0 : 1);
     std::string text;
@@ -97,14 +114,18 @@ std::string SDPNegotiator::Call::Seal(std::string_view component, std::string_vi
 void SDPNegotiator::Call::Agree(Session& next, std::shared_ptr<const Wishes> told) noexcept {
     for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
         const std::size_t open = session.Open(role);
-        before[role] = open < session.slots.size() ? std::move(session.streams[open]) : Stream();
+        if (open < session.slots.size()) {
+            before[role] = std::move(session.streams[open]);
+        } else if (before[role].codec != PAYLOAD_UNKNOWN || !before[role].address.empty()) {
+            before[role] = Stream();
+        }
     }
     session = std::move(next);
     pending = Session();
     settled = std::move(told);
     offered = nullptr;
     phase = Phase::Agreed;
-    Refresh(session, wishes, before);
+    Refresh(session, *wishes, before);
 }
 
 namespace negotiation {

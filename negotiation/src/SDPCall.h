@@ -25,8 +25,12 @@ struct SDPNegotiator::Call {
 
     /// Drops the wishes that our offer told and that were declined.
     void Decline();
-    /// Makes the keys that are missing. False when the generator fails.
+    /// Takes new wishes, and lets those that only take away count at once.
+    void Take(std::shared_ptr<const negotiation::Wishes> next) noexcept;
+    /// Makes the keys that are missing, or all. False when the generator fails.
     bool MakeKeys(negotiation::Wishes& told, bool replaces) const;
+    /// The wishes with keys when `isSecure`; null when none can be made.
+    std::shared_ptr<const negotiation::Wishes> WithKeys(bool isSecure) const;
     /// Puts "v=" and "o=" in front of a body, as the text that is sent next. The version grows when the body
     /// is another one than the last. Empty when no session id can be made.
     std::string Seal(std::string_view component, std::string_view body);
@@ -42,7 +46,8 @@ struct SDPNegotiator::Call {
     Phase phase = Phase::Idle;
     Phase phaseBefore = Phase::Idle; ///< while an offer is out: where its refusal leads
 
-    negotiation::Wishes wishes;
+    /// Wishes are replaced and never changed, so that what a text told can be kept without a copy.
+    std::shared_ptr<const negotiation::Wishes> wishes = std::make_shared<const negotiation::Wishes>();
     std::shared_ptr<const negotiation::Wishes> offered; ///< told by the offer that is out; else null
     std::shared_ptr<const negotiation::Wishes> settled; ///< agreed or declined last; null before
     bool isNextPlain = false;                           ///< the first secure offer was refused

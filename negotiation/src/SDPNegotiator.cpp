@@ -37,33 +37,36 @@ SDPNegotiator::Wish SDPNegotiator::SetLocal(const LocalSDP& local) {
 }
 
 const LocalSDP& SDPNegotiator::Local() const {
-    return m_call->wishes.local;
+    return m_call->wishes->local;
 }
 
 void SDPNegotiator::Hold(bool isHeld) {
-    m_call->wishes.isHeld = isHeld;
-    Refresh(m_call->session, m_call->wishes, m_call->before);
+    const auto next = std::make_shared<negotiation::Wishes>(*m_call->wishes);
+    next->isHeld = isHeld;
+    m_call->Take(next);
 }
 
 void SDPNegotiator::MuteCamera(bool isMuted) {
-    m_call->wishes.local.fVideoTxMuted = isMuted;
-    Refresh(m_call->session, m_call->wishes, m_call->before);
+    const auto next = std::make_shared<negotiation::Wishes>(*m_call->wishes);
+    next->local.fVideoTxMuted = isMuted;
+    m_call->Take(next);
 }
 
 void SDPNegotiator::Present(bool isPresenting) {
     using negotiation::kSlides;
-    negotiation::Wishes& wishes = m_call->wishes;
-    const std::uint8_t slides = negotiation::Wishes::Bit(kSlides);
+    const auto next = std::make_shared<negotiation::Wishes>(*m_call->wishes);
+    const unsigned slides = negotiation::Wishes::Bit(kSlides);
     const bool isOpen = m_call->session.Open(kSlides) < m_call->session.slots.size();
-    wishes.isPresenting = isPresenting;
-    wishes.asked = static_cast<std::uint8_t>(isPresenting && !isOpen ? wishes.asked | slides
-                                                                     : wishes.asked & ~unsigned{slides});
-    Refresh(m_call->session, wishes, m_call->before);
+    next->isPresenting = isPresenting;
+    next->asked =
+        static_cast<std::uint8_t>(isPresenting && !isOpen ? next->asked | slides : next->asked & ~slides);
+    m_call->Take(next);
 }
 
 void SDPNegotiator::SetSrtp(Srtp policy) {
-    m_call->wishes.srtp = policy;
-    Refresh(m_call->session, m_call->wishes, m_call->before);
+    const auto next = std::make_shared<negotiation::Wishes>(*m_call->wishes);
+    next->srtp = policy;
+    m_call->Take(next);
 }
 
 SDPNegotiator::Wish SDPNegotiator::Rekey() {
@@ -71,7 +74,7 @@ SDPNegotiator::Wish SDPNegotiator::Rekey() {
 }
 
 bool SDPNegotiator::NeedsOffer() const {
-    return m_call->settled == nullptr || !(m_call->wishes == *m_call->settled);
+    return m_call->settled == nullptr || !(*m_call->wishes == *m_call->settled);
 }
 
 SDPNegotiator::Outcome SDPNegotiator::Offer() {

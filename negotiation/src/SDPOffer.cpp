@@ -168,18 +168,18 @@ Session SDPNegotiator::Call::OfferedSession(const Wishes& told) const {
 }
 
 SDPNegotiator::Outcome SDPNegotiator::Call::Offer() {
-    if (wishes.local.strDefaultIPAddr.empty()) {
+    if (wishes->local.strDefaultIPAddr.empty()) {
         return Refusal("no local address is set");
     }
-    const auto told = std::make_shared<Wishes>(wishes);
-    Session next = OfferedSession(*told);
+    Session next = OfferedSession(*wishes);
     if (next.slots.empty()) {
         return Refusal("there is no stream to offer");
     }
     const bool isSecure = std::any_of(next.slots.begin(), next.slots.end(), [](const Slot& slot) {
         return slot.isOpen && IsSecure(slot.transport);
     });
-    if (isSecure && !MakeKeys(*told, false)) {
+    const std::shared_ptr<const Wishes> told = WithKeys(isSecure);
+    if (told == nullptr) {
         return Refusal("no key can be made");
     }
     const Plans plans = OfferPlans(session, next, *told);
@@ -200,7 +200,7 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Offer() {
     if (outcome.text.empty()) {
         return Refusal("no session id can be made");
     }
-    wishes.keys = told->keys;
+    wishes = told;
     pending = std::move(next);
     offered = told;
     lastAnswer = SecretText();
@@ -213,13 +213,13 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Offer() {
 SDPNegotiator::Outcome SDPNegotiator::Call::Refused(int status) {
     const bool isDeclined = status == 488 || status == 606; // RFC 3261, 21.4.26 and 21.6.4
     const bool isFirst = phaseBefore == Phase::Idle;
-    phase = phaseBefore;
-    pending = Session();
     if (isDeclined && isFirst && offered->srtp == Srtp::Wanted && !isNextPlain) {
         isNextPlain = true;
     } else if (isDeclined) {
         Decline();
     }
+    phase = phaseBefore;
+    pending = Session();
     offered = nullptr;
     Outcome outcome;
     outcome.isTaken = true;

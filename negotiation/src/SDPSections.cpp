@@ -107,7 +107,6 @@ Section ReadMedia(std::string_view value, std::size_t lines) {
 
 void AddLine(Section& section, const Line& line) {
     ++section.last;
-    // A later content line that is none of the two says nothing.
     if (section.role == kMain && line.kind == LineKind::Content && sdp::StartsWith(line.value, "slides")) {
         section.role = kSlides;
     }

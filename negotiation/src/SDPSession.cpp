@@ -79,6 +79,15 @@ std::int32_t Wishes::Port(Role role) const {
     return ports[role];
 }
 
+std::shared_ptr<const Wishes> Asking(const std::shared_ptr<const Wishes>& wishes, unsigned asked) {
+    if (wishes->asked == asked) {
+        return wishes;
+    }
+    const auto next = std::make_shared<Wishes>(*wishes);
+    next->asked = static_cast<std::uint8_t>(asked);
+    return next;
+}
+
 bool Slot::operator==(const Slot& other) const {
     const bool areBoundEqual =
         bound == other.bound || (bound != nullptr && other.bound != nullptr && *bound == *other.bound);

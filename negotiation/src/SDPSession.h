@@ -79,6 +79,9 @@ struct Wishes {
     }
 };
 
+/// The same wishes with another set of roles to open.
+std::shared_ptr<const Wishes> Asking(const std::shared_ptr<const Wishes>& wishes, unsigned asked);
+
 struct Slot {
     std::string media;            ///< "audio"
     std::string transport;        ///< "RTP/SAVPF", as it is written

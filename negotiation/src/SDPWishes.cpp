@@ -114,47 +114,46 @@ SDPNegotiator::Wish SDPNegotiator::Call::SetLocal(const LocalSDP& local) {
             return {false, error.reason};
         }
     }
-    Wishes next = wishes;
-    next.local = local;
-    next.local.eAudioCodec = ListedCodecs(local);
-    next.local.m_VideoMain.eVideoType = VIDEOTYPE_MAIN;
-    next.local.m_VideoPreso.eVideoType = VIDEOTYPE_PRESO;
-    TakeKeys(next.local, next.keys);
+    const auto next = std::make_shared<Wishes>(*wishes);
+    next->local = local;
+    next->local.eAudioCodec = ListedCodecs(local);
+    next->local.m_VideoMain.eVideoType = VIDEOTYPE_MAIN;
+    next->local.m_VideoPreso.eVideoType = VIDEOTYPE_PRESO;
+    TakeKeys(next->local, next->keys);
     for (const Role role : {kAudio, kMain}) {
-        if (next.CanServe(role) && session.Open(role) == session.slots.size()) {
-            next.asked = static_cast<std::uint8_t>(next.asked | Wishes::Bit(role));
+        if (next->CanServe(role) && session.Open(role) == session.slots.size()) {
+            next->asked = static_cast<std::uint8_t>(next->asked | Wishes::Bit(role));
         }
     }
-    wishes = next;
-    Refresh(session, wishes, before);
+    Take(next);
     return {true, {}};
 }
 
 SDPNegotiator::Wish SDPNegotiator::Call::Rekey() {
-    Wishes next = wishes;
-    if (!MakeKeys(next, true)) {
+    const auto next = std::make_shared<Wishes>(*wishes);
+    if (!MakeKeys(*next, true)) {
         return {false, "no key can be made"};
     }
-    wishes.keys = next.keys;
+    Take(next);
     return {true, {}};
 }
 
 void SDPNegotiator::Call::Decline() {
+    const auto next = std::make_shared<Wishes>(*wishes);
     if (settled != nullptr) {
         const Wishes& last = *settled;
-        const bool isMuted = wishes.local.fVideoTxMuted;
-        Wishes next = wishes;
-        next.keys = Left(wishes.keys, offered->keys, last.keys);
-        next.isPresenting = Left(wishes.isPresenting, offered->isPresenting, last.isPresenting);
-        next.asked = Left(wishes.asked, offered->asked, last.asked);
-        if (SameCapabilities(wishes.local, offered->local)) {
-            next.local = last.local;
+        next->keys = Left(wishes->keys, offered->keys, last.keys);
+        next->isPresenting = Left(wishes->isPresenting, offered->isPresenting, last.isPresenting);
+        next->asked = Left(wishes->asked, offered->asked, last.asked);
+        if (SameCapabilities(wishes->local, offered->local)) {
+            next->local = last.local;
         }
         // What only takes away stays.
-        next.local.fVideoTxMuted = isMuted || last.local.fVideoTxMuted;
-        next.isHeld = wishes.isHeld || last.isHeld;
-        next.srtp = wishes.srtp == Srtp::Required ? wishes.srtp : Left(wishes.srtp, offered->srtp, last.srtp);
-        wishes = next;
+        next->local.fVideoTxMuted = wishes->local.fVideoTxMuted || last.local.fVideoTxMuted;
+        next->isHeld = wishes->isHeld || last.isHeld;
+        next->srtp =
+            wishes->srtp == Srtp::Required ? wishes->srtp : Left(wishes->srtp, offered->srtp, last.srtp);
     }
-    settled = std::make_shared<const Wishes>(wishes);
+    settled = next;
+    Take(next);
 }
