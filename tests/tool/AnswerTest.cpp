@@ -140,6 +140,8 @@ TEST_F(Answer, WithoutAMediaLineThereIsNone) {
     EXPECT_EQ(run.status, 1);
     EXPECT_TEXT(run.out, "");
     EXPECT_TEXT(run.err,
+                "cmsdp: line 3, P05: an m= line of fewer than four words opens no section; the lines after "
+                "it change the session\n"
                 "cmsdp: nothing was negotiated: the offer has no media line with a port, a transport and "
                 "a format, so there is nothing to answer\n");
 }
@@ -154,6 +156,7 @@ constexpr const char* kSecure = R"({
 })";
 
 constexpr const char* kSecureOffer = "v=0\r\n"
+                                     "c=IN IP4 198.51.100.7\r\n"
                                      "m=audio 5004 RTP/SAVP 0\r\n"
                                      "a=crypto:4 AES_CM_128_HMAC_SHA1_32 "
                                      "inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n";
@@ -191,6 +194,7 @@ TEST_F(Answer, KeysAreShownWhenAsked) {
 TEST_F(Answer, AKeyInARejectedSectionIsHidden) {
     Write("me.json", kAudioOnly);
     const Result run = CmsdpReads("v=0\r\n"
+                                  "c=IN IP4 198.51.100.7\r\n"
                                   "m=audio 5004 RTP/AVP 0\r\n"
                                   "m=video 0 RTP/AVP 97\r\n"
                                   "m=video 5008 RTP/SAVP 97\na=crypto:1 AES_CM_128_HMAC_SHA1_32 "
@@ -211,13 +215,17 @@ TEST_F(Answer, AKeyInARejectedSectionIsHidden) {
                                  "a=sendrecv\r\n"
                                  "a=rtcp:16385 IN IP4 192.0.2.1\r\n"
                                  "m=video 0 RTP/SAVP 97 a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:***\r\n");
-    EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
+    EXPECT_TEXT(run.err,
+                "cmsdp: line 5, P03: joined to the line after it by a LF alone; both are read as one, "
+                "and what the keyword in front does not read is lost\n"
+                "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
 }
 
 // The same without the word "inline:", and with an address in which a key stands.
 TEST_F(Answer, AKeyAmongTheWordsOfARejectedSectionIsHidden) {
     Write("me.json", kAudioOnly);
     const Result run = CmsdpReads("v=0\r\n"
+                                  "c=IN IP4 198.51.100.7\r\n"
                                   "m=audio 5004 RTP/AVP 0\r\n"
                                   "m=video 0 RTP/AVP 97\r\n"
                                   "m=video 5008 WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz 97\r\n"

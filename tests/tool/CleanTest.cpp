@@ -297,8 +297,9 @@ TEST_F(Clean, ExactCutsNothing) {
     std::vector<std::string> notes;
     std::string err;
     const json report = Report("realm= 1 2 3\r\nv=0\r\nm=audio 5004 RTP/AVP 0\r\n", notes, err, {"--exact"});
-    EXPECT_EQ(notes, std::vector<std::string>{"line 1 is taken for a media line, because it holds \"m=\"; it "
-                                              "may hold key text, so it is not shown"});
+    EXPECT_EQ(notes,
+              std::vector<std::string>{"line 1, P01: read as a \"m=\" line, because it holds \"m=\"; it "
+                                       "opens a section; it may hold key text, so it is not shown"});
 }
 
 // --- inputs that are no text

@@ -40,7 +40,7 @@ TEST_F(InspectJson, ACall) {
     "negotiated": true,
     "why": null,
     "notes": [
-      "the far end gives a key, but SRTP is off on this side"
+      "line 3: the far end gives a key, but SRTP is off on this side; our answer says RTP/AVP, which a far end that insists on it refuses"
     ],
     "section_found": true,
     "codec": "G711U",
@@ -94,7 +94,9 @@ TEST_F(InspectJson, ACall) {
   "floor_control": {
     "negotiated": true,
     "why": null,
-    "notes": [],
+    "notes": [
+      "line 12, B03: section 3 of the offer is section 4 of our answer, which has the presentation section in its place; the far end matches sections by their place"
+    ],
     "port": 5010,
     "conference_id": 7,
     "user_id": 9,
@@ -128,13 +130,13 @@ TEST_F(InspectJson, AKeyInThePlaceOfAnAddressOrATransportIsHidden) {
   "negotiated": true,
   "max_bandwidth_bit_per_s": 0,
   "notes": [
-    "line 3 is taken for a connection line, because it holds \"c=\"; it may hold key text, so it is not shown"
+    "line 3, P01: read as a \"c=\" line, because it holds \"c=\"; its third word is now the address of the audio section; it may hold key text, so it is not shown"
   ],
   "audio": {
     "negotiated": true,
     "why": null,
     "notes": [
-      "not encrypted: the far end wants RTP/SAVP:*** and gives no key"
+      "line 2, P10: not encrypted: the far end wants RTP/SAVP:*** and gives no key; our answer says RTP/AVP, which a far end that insists on it refuses"
     ],
     "section_found": true,
     "codec": "G711U",

@@ -98,9 +98,14 @@ TEST_F(RemoteText, ExactHandsOverBareLf) {
         CmsdpReads("v=0\nc=IN IP4 198.51.100.7\nm=audio 5004 RTP/AVP 18 0\r\n", {"answer", "--exact"});
     EXPECT_EQ(run.status, 1);
     EXPECT_TEXT(run.out, "");
-    EXPECT_TEXT(run.err,
-                "cmsdp: nothing was negotiated: the offer has no media line with a port, a transport and "
-                "a format, so there is nothing to answer\n");
+    EXPECT_TEXT(
+        run.err,
+        "cmsdp: line 1, P01: read as a \"c=\" line, because it holds \"c=\"; its third word is now the "
+        "address of the session: \"v=0...\"\n"
+        "cmsdp: line 1, P03: joined to the line after it by a LF alone; both are read as one, and what "
+        "the keyword in front does not read is lost\n"
+        "cmsdp: nothing was negotiated: the offer has no media line with a port, a transport and "
+        "a format, so there is nothing to answer\n");
 }
 
 TEST_F(RemoteText, ExactTextWithoutACrLfHoldsNoLine) {

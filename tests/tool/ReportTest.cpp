@@ -19,7 +19,7 @@ using Notes = std::vector<std::string>;
 Report Read(const std::string& text, const Capabilities& c = BuiltInCapabilities()) {
     SDPHandler handler;
     cmsdp::Prepare(handler, c);
-    return ReadInto(handler, c, text);
+    return ReadInto(handler, c, cmsdp::Draft::Of("c=IN IP4 198.51.100.7\r\n" + text));
 }
 
 Capabilities With(void (*change)(Capabilities&)) {
@@ -141,7 +141,7 @@ TEST(ReportPresentation, ASecondVideoWithoutTheMark) {
     const Report report = Read(std::string(kVideo) + kVideo);
     EXPECT_FALSE(report.presentation.negotiated);
     EXPECT_EQ(report.presentation.notes,
-              Notes{"2 video sections are not marked a=content:slides; the first is "
+              Notes{"line 4: 2 video sections are not marked a=content:slides; the first is "
                     "main video, the others are not taken"});
 }
 
@@ -180,7 +180,8 @@ TEST(ReportFloorControl, PortZeroOnThisSide) {
 TEST(ReportFloorControl, TheLastOfTwoStands) {
     const Report report = Read(std::string(kFloor) + "m=application 0 UDP/BFCP *\r\n");
     EXPECT_EQ(report.floorControl.why, "the far end declines it with port 0");
-    EXPECT_EQ(report.floorControl.notes, Notes{"the far end has 2 BFCP sections; the last one stands"});
+    EXPECT_EQ(report.floorControl.notes,
+              Notes{"line 3, X11: the far end has 2 BFCP sections; the last one stands"});
 }
 
 // --- keys -------------------------------------------------------------------------------------------------
@@ -196,7 +197,9 @@ TEST(ReportSecurity, BothSidesAgree) {
 }
 
 TEST(ReportSecurity, OffOnThisSide) {
-    EXPECT_EQ(Read(kKeyed).audio.notes, Notes{"the far end gives a key, but SRTP is off on this side"});
+    EXPECT_EQ(Read(kKeyed).audio.notes,
+              Notes{"line 2: the far end gives a key, but SRTP is off on this side; our answer says RTP/AVP, "
+                    "which a far end that insists on it refuses"});
 }
 
 TEST(ReportSecurity, AnotherSuiteOnThisSide) {
@@ -204,24 +207,30 @@ TEST(ReportSecurity, AnotherSuiteOnThisSide) {
         side.srtp = true;
         side.local.cryptoAlgo[baseSDP::SRTP_AUDIO] = CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_80;
     });
-    EXPECT_EQ(Read(kKeyed, c).audio.notes, Notes{"the suite of this side is AES_CM_128_HMAC_SHA1_80"});
+    EXPECT_EQ(Read(kKeyed, c).audio.notes,
+              Notes{"line 2, B21: the suite of this side is AES_CM_128_HMAC_SHA1_80; our answer writes it "
+                    "under the far end's tag, and both ends set up different ciphers"});
 }
 
 TEST(ReportSecurity, AKeyThatCannotBeRead) {
     EXPECT_EQ(
         Read("m=audio 5004 RTP/SAVP 0\r\na=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:tooshort\r\n").audio.notes,
-        Notes{
-            "the record holds a key of zeros: that of the crypto attribute is missing, unreadable or zero"});
+        (Notes{
+            "line 3, P12: the key is missing, unreadable or zero, and the record holds a key of zeros; the "
+            "far end's media cannot be decrypted",
+            "line 2: the far end gives a key, but SRTP is off on this side; our answer says RTP/AVP, which "
+            "a far end that insists on it refuses"}));
 }
 
 TEST(ReportSecurity, OnlySuitesThatAreNotRead) {
-    EXPECT_EQ(
-        Read("m=audio 5004 RTP/SAVP 0\r\n"
-             "a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n"
-             "a=crypto:2 AES_256_CM_HMAC_SHA1_80 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n")
-            .audio.notes,
-        Notes{"not encrypted: the far end offers AES_CM_128_HMAC_SHA1_80, AES_256_CM_HMAC_SHA1_80; only "
-              "AES_CM_128_HMAC_SHA1_32 is read"});
+    EXPECT_EQ(Read("m=audio 5004 RTP/SAVP 0\r\n"
+                   "a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n"
+                   "a=crypto:2 AES_256_CM_HMAC_SHA1_80 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n")
+                  .audio.notes,
+              Notes{"line 3, P10: not encrypted: the far end offers AES_CM_128_HMAC_SHA1_80, "
+                    "AES_256_CM_HMAC_SHA1_80; only "
+                    "AES_CM_128_HMAC_SHA1_32 is read; our answer says RTP/AVP, which a far end that insists "
+                    "on it refuses"});
 }
 
 TEST(ReportSecurity, AKeyInThePlaceOfTheSuiteIsNotShown) {
@@ -229,30 +238,36 @@ TEST(ReportSecurity, AKeyInThePlaceOfTheSuiteIsNotShown) {
         Read("m=audio 5004 RTP/SAVP 0\r\n"
              "a=crypto:1 1234567WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz AES_CM_128_HMAC_SHA1_32\r\n")
             .audio.notes,
-        Notes{"not encrypted: the far end offers an unknown suite; only AES_CM_128_HMAC_SHA1_32 is read"});
-    EXPECT_EQ(Read("m=audio 5004 RTP/SAVP 0\r\n"
-                   "a=crypto:1 NULL_HMAC_SHA1_80 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n"
-                   "a=crypto:2 AES_CM_128_HMAC_SHA1_80 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n"
-                   "a=crypto:3 NULL_HMAC_SHA1_32 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n")
-                  .audio.notes,
-              Notes{"not encrypted: the far end offers AES_CM_128_HMAC_SHA1_80, 2 unknown suites; only "
-                    "AES_CM_128_HMAC_SHA1_32 is read"});
+        Notes{"line 3, P10: not encrypted: the far end offers an unknown suite; only AES_CM_128_HMAC_SHA1_32 "
+              "is read; our answer says RTP/AVP, which a far end that insists on it refuses"});
+    EXPECT_EQ(
+        Read("m=audio 5004 RTP/SAVP 0\r\n"
+             "a=crypto:1 NULL_HMAC_SHA1_80 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n"
+             "a=crypto:2 AES_CM_128_HMAC_SHA1_80 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n"
+             "a=crypto:3 NULL_HMAC_SHA1_32 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n")
+            .audio.notes,
+        Notes{
+            "line 3, P10: not encrypted: the far end offers AES_CM_128_HMAC_SHA1_80, 2 unknown suites; only "
+            "AES_CM_128_HMAC_SHA1_32 is read; our answer says RTP/AVP, which a far end that insists on it "
+            "refuses"});
 }
 
 TEST(ReportSecurity, Dtls) {
     EXPECT_EQ(Read("m=audio 5004 UDP/TLS/RTP/SAVPF 0\r\n").audio.notes,
-              Notes{"not encrypted: the far end wants DTLS (UDP/TLS/RTP/SAVPF), which is not understood"});
+              Notes{"line 2, P10: not encrypted: the far end wants DTLS (UDP/TLS/RTP/SAVPF), which is not "
+                    "understood; our answer says RTP/AVP, which a far end that insists on it refuses"});
 }
 
 TEST(ReportSecurity, SavpWithoutAKey) {
     EXPECT_EQ(Read("m=audio 5004 RTP/SAVP 0\r\n").audio.notes,
-              Notes{"not encrypted: the far end wants RTP/SAVP and gives no key"});
+              Notes{"line 2, P10: not encrypted: the far end wants RTP/SAVP and gives no key; our answer "
+                    "says RTP/AVP, which a far end that insists on it refuses"});
 }
 
 TEST(ReportSecurity, OnOnThisSideOnly) {
     const auto c = With([](Capabilities& side) { side.srtp = true; });
-    EXPECT_EQ(Read(kAudio, c).audio.notes,
-              Notes{"not encrypted: SRTP is switched on here, but the far end gives no key"});
+    EXPECT_EQ(Read(kAudio, c).audio.notes, Notes{"line 2, P10: not encrypted: SRTP is switched on here, but "
+                                                 "the far end gives no key; our answer says RTP/AVP"});
 }
 
 TEST(ReportSecurity, AStreamThatDidNotComeUpHasNoSuchNote) {
@@ -262,7 +277,11 @@ TEST(ReportSecurity, AStreamThatDidNotComeUpHasNoSuchNote) {
 TEST(ReportSecurity, EachStreamHasItsOwn) {
     const Report report = Read("m=video 5006 RTP/SAVP 97\r\na=rtpmap:97 H264/90000\r\n"
                                "m=video 5008 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\na=content:slides\r\n");
-    EXPECT_EQ(report.mainVideo.notes, Notes{"not encrypted: the far end wants RTP/SAVP and gives no key"});
+    EXPECT_EQ(report.mainVideo.notes,
+              (Notes{"line 2, P10: not encrypted: the far end wants RTP/SAVP and gives no key; our answer "
+                     "says RTP/AVP, which a far end that insists on it refuses",
+                     "line 2, B03: section 1 of the offer is section 2 of our answer, which has the audio "
+                     "section in its place; the far end matches sections by their place"}));
     EXPECT_EQ(report.presentation.notes, Notes{});
 }
 
@@ -275,7 +294,8 @@ TEST(Report, SaysWhyNothingCameUp) {
 
 TEST(Report, CarriesTheNotesOfTheText) {
     EXPECT_EQ(Read("a=x c=1 2 3\r\n").notes,
-              Notes{"line 1 is taken for a connection line, because it holds \"c=\": \"a=x c=1 2 3\""});
+              Notes{"line 2, P01: read as a \"c=\" line, because it holds \"c=\"; its third word is now the "
+                    "address of the session: \"a=x c=1 2 3\""});
 }
 
 } // namespace

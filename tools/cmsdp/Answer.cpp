@@ -22,16 +22,16 @@ Outcome RunAnswer(const CommandLine& line, const Screen& screen) {
     const Draft offer = ReadRemoteText(line.remote, outcome.notes);
     SDPHandler handler;
     Prepare(handler, side);
-    Report report = ReadInto(handler, side, offer.text);
+    Report report = ReadInto(handler, side, offer);
     report.inputNotes = outcome.notes;
-    // Without a section the handler would write an offer of its own, which is not what was asked for.
-    const bool answers = !handler.IsOffer();
-    const std::string answer = answers ? handler.GetLocalSDP() : "";
 
     Secrets secrets(line.showSecrets);
     outcome.text =
-        line.json ? AnswerJson(report, answer, secrets) : DescriptionFor(screen, secrets.Hide(answer));
-    if (answers) {
+        line.json ? AnswerJson(report, secrets) : DescriptionFor(screen, secrets.Hide(report.answer));
+    for (const std::string& note : line.json ? std::vector<std::string>() : AllNotes(report)) {
+        outcome.notes.push_back(secrets.Hide(note));
+    }
+    if (!handler.IsOffer()) {
         Judge(outcome, report, line, secrets);
     } else {
         outcome.status = kNothingNegotiated;

@@ -69,12 +69,12 @@ Outcome RunCall(const CommandLine& line, const Screen& screen) {
 
     Secrets secrets(line.showSecrets);
     const std::string offer = offerer.GetLocalSDP();
-    const Report atAnswerer = ReadInto(answerer, answererSide, offer);
+    const Report atAnswerer = ReadInto(answerer, answererSide, Draft::Of(offer));
     if (answerer.IsOffer()) {
         return NothingToAnswer(offer, atAnswerer, line.json, secrets);
     }
-    const std::string answer = answerer.GetLocalSDP();
-    const Report atOfferer = ReadInto(offerer, offererSide, answer);
+    const std::string& answer = atAnswerer.answer;
+    const Report atOfferer = ReadInto(offerer, offererSide, Draft::Of(answer), true);
 
     Outcome outcome;
     const CallSide offering{offer, atOfferer};

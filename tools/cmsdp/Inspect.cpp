@@ -14,7 +14,7 @@ Outcome RunInspect(const CommandLine& line, const Screen& screen) {
     const Draft remote = ReadRemoteText(line.remote, outcome.notes);
     SDPHandler handler;
     Prepare(handler, side);
-    Report report = ReadInto(handler, side, remote.text);
+    Report report = ReadInto(handler, side, remote);
     report.inputNotes = outcome.notes;
 
     Secrets secrets(line.showSecrets);

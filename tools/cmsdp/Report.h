@@ -4,7 +4,7 @@
 #pragma once
 
 #include "Capabilities.h"
-#include "RemoteLook.h"
+#include "Draft.h"
 #include "SDP.h"
 
 #include <string>
@@ -20,13 +20,14 @@ namespace cmsdp {
 /// not. The channel is negotiated when both sides have it with a port other than 0.
 struct Finding {
     bool negotiated = false;
+    bool hasCodec = false;          ///< the far end lists a codec that this component takes
     std::string why;                ///< when not negotiated
     std::vector<std::string> notes; ///< what else is worth knowing
 };
 
 struct Report {
     RemoteSDP record;
-    bool answersFloorControl = false; ///< this side has floor control, as far as the far end goes
+    std::string answer; ///< what we answer; empty for a text without a section
     Finding audio;
     Finding mainVideo;
     Finding presentation;
@@ -35,16 +36,18 @@ struct Report {
     std::vector<std::string> notes;      ///< about the text as a whole
 };
 
-/// Reads `text` with `handler`, which was prepared from `capabilities`.
-Report ReadInto(SDPHandler& handler, const Capabilities& capabilities, const std::string& text);
+/// Reads the draft with `handler`, which was prepared from `capabilities`, and lets it answer.
+/// `isAnswer`: the text answers an offer of ours, so there is nothing to answer.
+Report ReadInto(SDPHandler& handler, const Capabilities& capabilities, const Draft& draft,
+                bool isAnswer = false);
 
 /// Whether at least one stream came up. The floor control channel alone does not count.
 bool AnythingNegotiated(const Report& report);
 
+/// All notes of a report, those of a stream with its name in front: "audio: line 4, P18: ...".
+std::vector<std::string> AllNotes(const Report& report);
+
 /// "nothing was negotiated: audio: ...; main video: ...; presentation: ..."
 std::string WhyNothing(const Report& report);
-
-/// Whether the record's video stream has a codec: its payload number tells, the codec field never does.
-bool HasVideoCodec(const VideoParms& video);
 
 } // namespace cmsdp

@@ -80,7 +80,7 @@ ordered_json Json::Video(const Finding& finding, const VideoParms& video, baseSD
     ordered_json object;
     Verdict(object, finding);
     object["section_found"] = video.fIsVideoValid;
-    object["codec"] = HasVideoCodec(video) ? ordered_json("H264") : ordered_json();
+    object["codec"] = finding.hasCodec ? ordered_json("H264") : ordered_json();
     object["packetization_mode"] = video.iFmtpPacketizationMode;
     object["payload_type"] = video.iVideoPayload;
     object["address"] = m_secrets.Hide(video.strVideoIPAddr);
@@ -136,10 +136,10 @@ std::string InspectJson(const Report& report, Secrets& secrets) {
     return Written(root);
 }
 
-std::string AnswerJson(const Report& report, const std::string& answer, Secrets& secrets) {
+std::string AnswerJson(const Report& report, Secrets& secrets) {
     ordered_json root;
     root["schema"] = "cmsdp.answer/1";
-    root["answer"] = Description(answer, secrets);
+    root["answer"] = Description(report.answer, secrets);
     Json(report, secrets).Whole(root);
     return Written(root);
 }

@@ -16,7 +16,7 @@ namespace cmsdp {
 std::string InspectJson(const Report& report, Secrets& secrets);
 
 /// Of `cmsdp answer`: the same and the answer; null in its place when there is none.
-std::string AnswerJson(const Report& report, const std::string& answer, Secrets& secrets);
+std::string AnswerJson(const Report& report, Secrets& secrets);
 
 /// One side of a call for CallJson.
 struct CallSide {

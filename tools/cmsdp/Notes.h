@@ -1,0 +1,53 @@
+// Notes: what surprises in a description and what comes of it. Each names the line of the input, the ID of
+// the behaviour in commonmedia/DELIBERATE.md, and the consequence. The rules stand in tables, one row each,
+// in NotesOnLines.cpp, NotesOnStreams.cpp and NotesOnKeys.cpp; NotesOnAnswer.cpp compares our answer with the
+// offer.
+//
+// Tests: tests/tool/NotesTest.cpp
+#pragma once
+
+#include "Capabilities.h"
+#include "Reading.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace cmsdp {
+
+struct Note {
+    std::uint32_t line = 0; ///< of the input; 0: no line
+    const char* id = "";    ///< of the ledger; empty: no deliberate behaviour, but a setting or a rule
+    std::string text;       ///< empty: nothing to say
+};
+
+/// "line 9, P11: the key of ...".
+std::string InWords(const Note& note);
+
+/// A stream that has a section, as its rules see it.
+struct StreamView {
+    const Reading& reading;
+    const Capabilities& side;
+    const Section& section;
+    baseSDP::SRTP_M_LINE stream;
+    const VideoParms* video = nullptr; ///< null for audio
+};
+
+/// Notes on single lines; the last one counts those that are not shown.
+std::vector<std::string> NotesOnLines(const Reading& reading);
+
+/// Notes on a stream that is negotiated: format, address, direction.
+std::vector<std::string> NotesOnStream(const StreamView& view);
+
+/// Notes on a stream that is negotiated: SRTP.
+std::vector<std::string> NotesOnKeys(const StreamView& view);
+
+/// What our answer does to the sections of the offer.
+struct AnswerNotes {
+    std::vector<std::string> whole;                 ///< on the answer as a whole
+    std::vector<std::vector<std::string>> byStream; ///< on each of the streams asked for
+};
+/// `streams`: sections of the offer, null for a stream without one.
+AnswerNotes NotesOnAnswer(const std::string& answer, const std::vector<const Section*>& streams);
+
+} // namespace cmsdp

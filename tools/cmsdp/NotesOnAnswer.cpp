@@ -1,0 +1,113 @@
+// What our own answer does to the sections of an offer. RFC 3264, 6 matches the two by their place: one "m="
+// line for each of the offer's, in its order.
+//
+// Tests: tests/tool/NotesTest.cpp
+#include "Notes.h"
+
+#include "SDPTables.h"
+#include "Words.h"
+
+#include <algorithm>
+
+namespace cmsdp {
+
+namespace {
+
+// An "m=" line of our answer.
+struct AnswerLine {
+    const MediaSession* session = nullptr; // null: a line that opens nothing when it is read
+    std::string_view text;
+};
+
+std::vector<AnswerLine> MediaLines(const Reading& answer) {
+    std::vector<AnswerLine> lines;
+    for (const ReadLine& line : answer.lines) {
+        if (line.row == SDPRow::Media) {
+            lines.push_back({line.opens ? answer.sections[line.section - 1].session : nullptr, line.text});
+        }
+    }
+    return lines;
+}
+
+bool IsSameKind(const MediaSession& a, const MediaSession& b) {
+    return a.eMedia == b.eMedia && a.eContent == b.eContent && sdp::IsBfcp(a) == sdp::IsBfcp(b);
+}
+
+// The line of the answer that accepts a section like this one; the number of lines when there is none.
+std::size_t AcceptedAt(const std::vector<AnswerLine>& lines, const MediaSession& offered) {
+    const auto found = std::find_if(lines.begin(), lines.end(), [&offered](const AnswerLine& line) {
+        return line.session != nullptr && line.session->iPort != 0 && IsSameKind(*line.session, offered);
+    });
+    return static_cast<std::size_t>(found - lines.begin());
+}
+
+std::string KindAt(const std::vector<AnswerLine>& lines, std::size_t place) {
+    if (place >= lines.size()) {
+        return "nothing";
+    }
+    return lines[place].session == nullptr ? "a line that opens no section" : NameOf(lines[place].session);
+}
+
+Note AnotherPlace(const std::vector<AnswerLine>& lines, const Section& offered) {
+    const std::size_t place = AcceptedAt(lines, *offered.session);
+    return place == lines.size() || place == offered.place
+               ? Note{}
+               : Note{offered.line, "B03",
+                      "section " + std::to_string(offered.place + 1) + " of the offer is section " +
+                          std::to_string(place + 1) + " of our answer, which has " +
+                          KindAt(lines, offered.place) +
+                          " in its place; the far end matches sections by their place"};
+}
+
+// Copies at port 0 stand after our own sections.
+Note RejectedAsWell(const std::vector<AnswerLine>& lines, const Section& offered) {
+    const std::size_t accepted = AcceptedAt(lines, *offered.session);
+    const bool rejected =
+        std::any_of(lines.begin() + static_cast<std::ptrdiff_t>(std::min(accepted, lines.size())),
+                    lines.end(), [&offered](const AnswerLine& line) {
+                        return line.session != nullptr && line.session->iPort == 0 &&
+                               line.session->eMedia == offered.session->eMedia;
+                    });
+    return rejected && accepted != lines.size()
+               ? Note{offered.line, "B18",
+                      "our answer accepts this section and rejects a copy of it at port 0, because it comes "
+                      "after the sections that are served"}
+               : Note{};
+}
+
+Note LineWithoutPort(const std::vector<AnswerLine>& lines) {
+    const bool found = std::any_of(lines.begin(), lines.end(), [](const AnswerLine& line) {
+        return line.session == nullptr && sdp::StartsWith(line.text, "m=application");
+    });
+    return found ? Note{0, "B15",
+                        "our answer has an m=application line without a port, because the text has no floor "
+                        "control; strict far ends refuse the whole answer"}
+                 : Note{};
+}
+
+void Add(std::vector<std::string>& notes, const Note& note) {
+    if (!note.text.empty()) {
+        notes.push_back(InWords(note));
+    }
+}
+
+} // namespace
+
+AnswerNotes NotesOnAnswer(const std::string& answer, const std::vector<const Section*>& streams) {
+    SDPHandler reader;
+    const Draft draft = Draft::Of(answer);
+    const Reading read = ReadWith(reader, draft);
+    const std::vector<AnswerLine> lines = MediaLines(read);
+    AnswerNotes notes;
+    Add(notes.whole, LineWithoutPort(lines));
+    for (const Section* section : streams) {
+        notes.byStream.emplace_back();
+        if (section != nullptr) {
+            Add(notes.byStream.back(), AnotherPlace(lines, *section));
+            Add(notes.byStream.back(), RejectedAsWell(lines, *section));
+        }
+    }
+    return notes;
+}
+
+} // namespace cmsdp

@@ -1,0 +1,65 @@
+// A remote description as the component read it: the record, the sections, and each line with the row that
+// took it. The component reports all of it; nothing here reads the text a second time.
+//
+// Tests: tests/tool/ReadingTest.cpp
+#pragma once
+
+#include "Draft.h"
+#include "SDPHandler.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cmsdp {
+
+/// A line that some row took. The text is a part of the draft that was read.
+struct ReadLine {
+    SDPRow row = SDPRow::None;
+    std::string_view text;
+    std::uint32_t number = 0; ///< of the line in the input
+    std::size_t section = 0;  ///< how many sections were open after it; 0: it belongs to the session
+    bool opens = false;       ///< it opened the section
+};
+
+/// An "m=" section and its lines.
+struct Section {
+    const MediaSession* session = nullptr; ///< owned by the handler; valid until it parses again
+    std::uint32_t line = 0;                ///< number of its "m=" line in the input
+    std::size_t place = 0;                 ///< its index in the description
+    std::vector<ReadLine> lines;           ///< without the "m=" line
+};
+
+struct Reading {
+    RemoteSDP record;
+    std::vector<ReadLine> lines; ///< in the order of the text
+    std::vector<Section> sections;
+};
+
+/// Parses the text of the draft with the handler. The draft has to outlive the reading.
+Reading ReadWith(SDPHandler& handler, const Draft& draft);
+
+/// The section a stream is taken from: the first of its kind. Null when there is none.
+const Section* FindAudio(const Reading& reading);
+const Section* FindVideo(const Reading& reading, VideoType_t role);
+const Section* FindFloorControl(const Reading& reading);
+
+/// "the audio section", "the presentation section", "the session" for null.
+std::string NameOf(const MediaSession* session);
+
+/// The transport of a section: "RTP/SAVP".
+std::string TransportOf(const Section& section);
+
+/// "opus/48000/2 (111), PCMA (8)": the codecs a section lists, telephone events left out.
+std::string CodecsInWords(const Section& section);
+
+/// "AES_CM_128_HMAC_SHA1_80, an unknown suite": the suites a section offers; empty without a crypto line that
+/// the component reads.
+std::string SuitesInWords(const Section& section);
+
+/// The second word of a crypto line that names a suite, a tag and a key; empty for any other line (G02).
+std::string_view SuiteOf(const ReadLine& line);
+
+} // namespace cmsdp
