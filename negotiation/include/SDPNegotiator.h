@@ -84,7 +84,7 @@ public:
         NoAddress       ///< nowhere to send to
     };
 
-    /// What differs from the last agreement, one bit each.
+    /// What the last agreement or the last wish changed, one bit each.
     enum Change : std::uint32_t {
         kNothing = 0,
         kStarted = 1,   ///< did not run before: open it
@@ -165,7 +165,7 @@ public:
         int userId = 0;                        ///< floor control: "a=userid:"
         std::string floor;                     ///< floor control: text of "a=floorid:", "2 mstrm:9"
 
-        std::uint32_t changes = kNothing; ///< set of Change against the agreement before
+        std::uint32_t changes = kNothing; ///< set of Change
     };
 
     /// What became of a call that concerns a text.

@@ -132,8 +132,9 @@ Plans AnswerPlans(const Choice& choice, const Session& next, const Wishes& told)
 /// sections are taken, and when all of them are on hold at port 0.
 std::string_view WhyNothing(const Choice& choice) {
     const auto first =
-        std::find_if(choice.verdicts.begin(), choice.verdicts.end(),
-                     [](const Verdict& verdict) { return verdict.state != State::DeclinedByThem; });
+        std::find_if(choice.verdicts.begin(), choice.verdicts.end(), [](const Verdict& verdict) {
+            return verdict.state != State::DeclinedByThem && verdict.state != State::Held;
+        });
     return choice.HasAny() || first == choice.verdicts.end() ? std::string_view() : first->reason;
 }
 

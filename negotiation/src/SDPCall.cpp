@@ -39,7 +39,7 @@ bool SDPNegotiator::Call::operator==(const Call& other) const {
 
 void SDPNegotiator::Call::Take(std::shared_ptr<const Wishes> next) noexcept {
     wishes = std::move(next);
-    Refresh(session, *wishes, before);
+    ApplyWishes(session, *wishes);
 }
 
 std::shared_ptr<const Wishes> SDPNegotiator::Call::WithKeys(bool isSecure) const {
@@ -112,20 +112,12 @@ std::string SDPNegotiator::Call::Seal(std::string_view component, std::string_vi
 }
 
 void SDPNegotiator::Call::Agree(Session& next, std::shared_ptr<const Wishes> told) noexcept {
-    for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
-        const std::size_t open = session.Open(role);
-        if (open < session.slots.size()) {
-            before[role] = std::move(session.streams[open]);
-        } else if (before[role].codec != PAYLOAD_UNKNOWN || !before[role].address.empty()) {
-            before[role] = Stream();
-        }
-    }
-    session = std::move(next);
+    const Session old = std::exchange(session, std::move(next));
     pending = Session();
     settled = std::move(told);
     offered = nullptr;
     phase = Phase::Agreed;
-    Refresh(session, *wishes, before);
+    ApplyAgreement(session, old, *wishes);
 }
 
 namespace negotiation {

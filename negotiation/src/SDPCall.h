@@ -61,7 +61,6 @@ struct SDPNegotiator::Call {
 
     negotiation::Session session; ///< agreed
     negotiation::Session pending; ///< of the offer that is out
-    negotiation::Before before;   ///< the streams before the last agreement
     std::int32_t maxBandwidth = 0;
     negotiation::Repairs repairs;
 };

@@ -46,6 +46,9 @@ Verdict AskPolicy(bool isSecure, Srtp policy) {
     return !isSecure && policy == Srtp::Required ? kNotSecure : kTaken;
 }
 
+/// An offer that rejects every section is a hold.
+constexpr Verdict kAllHeld = {State::Held, "the far end holds all streams at port 0"};
+
 } // namespace
 
 bool Choice::HasAny() const {
@@ -117,6 +120,11 @@ Choice Choose(const Description& offer, const Wishes& wishes, const Session& ses
     if (floor.section != nullptr && choice.taken[kSlides].section == nullptr) {
         choice.verdicts[floor.place] = kNoSlides;
         floor = {};
+    }
+    const bool isHold = std::all_of(offer.sections.begin(), offer.sections.end(),
+                                    [](const Section& section) { return section.number == 0; });
+    if (isHold) {
+        std::fill(choice.verdicts.begin(), choice.verdicts.end(), kAllHeld);
     }
     return choice;
 }

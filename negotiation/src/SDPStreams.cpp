@@ -107,8 +107,13 @@ bool IsNowhere(std::string_view address) {
     return address == "0.0.0.0" || address == "::";
 }
 
-bool IsRunning(const Stream& stream) {
-    return stream.state == State::Start || stream.state == State::Held;
+bool IsRunning(State state) {
+    return state == State::Start || state == State::Held;
+}
+
+/// What a stream that runs or not means beside what it did before.
+std::uint32_t Running(bool before, bool now) {
+    return before == now ? SDPNegotiator::kNothing : now ? SDPNegotiator::kStarted : SDPNegotiator::kStopped;
 }
 
 auto Codec(const Stream& s) {
@@ -132,10 +137,8 @@ auto Direction(const Stream& s) {
 }
 
 std::uint32_t Differences(const Stream& before, const Stream& now) {
-    if (!IsRunning(before) || !IsRunning(now)) {
-        return IsRunning(now)      ? SDPNegotiator::kStarted
-               : IsRunning(before) ? SDPNegotiator::kStopped
-                                   : SDPNegotiator::kNothing;
+    if (!IsRunning(before.state) || !IsRunning(now.state)) {
+        return Running(IsRunning(before.state), IsRunning(now.state));
     }
     return (Direction(before) == Direction(now) ? 0U : SDPNegotiator::kDirection) |
            (Place(before) == Place(now) ? 0U : SDPNegotiator::kAddress) |
@@ -171,7 +174,7 @@ void RefreshOne(Stream& stream, const Slot& slot, Role role, const Wishes& wishe
     const Way wanted = role == kFloor ? Way{true, true} : wishes.Wanted(role);
     stream.state = verdict.state;
     stream.reason = verdict.reason;
-    const bool isRunning = IsRunning(stream);
+    const bool isRunning = IsRunning(stream.state);
     stream.send =
         isRunning && wanted.send && slot.ours.send && slot.theirs.receive && !IsNowhere(stream.address);
     stream.receive = isRunning && wanted.receive && slot.ours.receive && slot.theirs.send;
@@ -222,15 +225,33 @@ bool IsHeldByThem(Role role, bool isAnswer, Way ours, Way theirs) {
     return isAnswer ? ours.send : role != kSlides || !theirs.send;
 }
 
-void Refresh(Session& session, const Wishes& wishes, const Before& before) {
+void ApplyWishes(Session& session, const Wishes& wishes) noexcept {
+    for (std::size_t place = 0; place < session.streams.size(); ++place) {
+        const Slot& slot = session.slots[place];
+        Stream& stream = session.streams[place];
+        const State state = stream.state;
+        const Way way = {stream.send, stream.receive};
+        if (slot.isOpen) {
+            RefreshOne(stream, slot, slot.role, wishes);
+        }
+        const bool isSame = stream.state == state && way == Way{stream.send, stream.receive};
+        stream.changes = Running(IsRunning(state), IsRunning(stream.state)) |
+                         (isSame || !IsRunning(state) ? 0U : SDPNegotiator::kDirection);
+    }
+}
+
+void ApplyAgreement(Session& session, const Session& before, const Wishes& wishes) noexcept {
     for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
         const std::size_t open = session.Open(role);
+        const std::size_t last = before.Open(role);
+        const Stream* const old = last < before.slots.size() ? &before.streams[last] : nullptr;
         if (open < session.slots.size()) {
             Stream& stream = session.streams[open];
             RefreshOne(stream, session.slots[open], role, wishes);
-            stream.changes = Differences(before[role], stream);
-        } else if (IsRunning(before[role]) && before[role].section < session.streams.size()) {
-            session.streams[before[role].section].changes |= SDPNegotiator::kStopped;
+            stream.changes =
+                old == nullptr ? Running(false, IsRunning(stream.state)) : Differences(*old, stream);
+        } else if (old != nullptr && IsRunning(old->state)) {
+            session.streams[last].changes = SDPNegotiator::kStopped;
         }
     }
 }

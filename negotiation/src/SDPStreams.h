@@ -26,11 +26,11 @@ void FillStream(Stream& stream, const Reading& reading, const Slot& slot, const 
 /// Whether the far end holds a stream.
 bool IsHeldByThem(Role role, bool isAnswer, Way ours, Way theirs);
 
-/// The streams before an agreement, by role.
-using Before = std::array<Stream, kRoles>;
+/// Works out state and directions of the streams that run, from both texts and the wishes of the moment, and
+/// what a new wish changed of them.
+void ApplyWishes(Session& session, const Wishes& wishes) noexcept;
 
-/// Works out state, directions and changes of the streams that were taken, from both texts and the wishes of
-/// the moment.
-void Refresh(Session& session, const Wishes& wishes, const Before& before);
+/// The same after an agreement, with what differs from the session before.
+void ApplyAgreement(Session& session, const Session& before, const Wishes& wishes) noexcept;
 
 } // namespace negotiation

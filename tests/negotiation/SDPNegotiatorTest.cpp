@@ -1,0 +1,511 @@
+#include "Call.h"
+
+using namespace call;
+
+namespace {
+
+/// Two sides that have agreed; the first has offered.
+struct Pair {
+    SDPNegotiator near;
+    SDPNegotiator far;
+
+    explicit Pair(const LocalSDP& local, Srtp srtp = Srtp::Off)
+        : near(Side(local, srtp)), far(Other(local, srtp)) {
+        Exchange(near, far);
+    }
+
+    static SDPNegotiator Other(LocalSDP local, Srtp srtp) {
+        local.strDefaultIPAddr = "192.0.2.2";
+        SDPNegotiator other = Side(local, srtp);
+        NextByte() = 0x80;
+        return other;
+    }
+
+    /// An offer of one side and the answer of the other.
+    static std::pair<std::string, std::string> Exchange(SDPNegotiator& from, SDPNegotiator& to) {
+        const auto offer = from.Offer();
+        EXPECT_TRUE(offer.isTaken) << offer.reason;
+        const auto answer = to.Answer(offer.text);
+        EXPECT_TRUE(answer.isTaken) << answer.reason;
+        const auto accepted = from.Accept(answer.text);
+        EXPECT_TRUE(accepted.isTaken) << accepted.reason;
+        return {offer.text, answer.text};
+    }
+};
+
+TEST(Negotiator, AnAudioCallComesUp) {
+    SDPNegotiator near = Side(AudioOnly());
+    SDPNegotiator far = Pair::Other(AudioOnly(), Srtp::Off);
+    EXPECT_TRUE(near.NeedsOffer());
+    EXPECT_EQ(near.GetPhase(), Phase::Idle);
+    const auto offer = near.Offer();
+    EXPECT_TEXT(offer.text, Text(R"(v=0
+o=Quillmarshorizon 542267609333268864 1 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=audio 5004 RTP/AVP 0 101
+a=rtpmap:0 PCMU/8000
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=sendrecv
+a=rtcp:5005 IN IP4 192.0.2.1
+)"));
+    EXPECT_EQ(near.GetPhase(), Phase::OfferSent);
+    EXPECT_TRUE(near.Streams().empty());
+    const auto answer = far.Answer(offer.text);
+    EXPECT_TEXT(answer.text, Text(R"(v=0
+o=Quillmarshorizon 1120988992037882248 1 IN IP4 192.0.2.2
+s=-
+c=IN IP4 192.0.2.2
+t=0 0
+m=audio 5004 RTP/AVP 0 101
+a=rtpmap:0 PCMU/8000
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=sendrecv
+a=rtcp:5005 IN IP4 192.0.2.2
+)"));
+    EXPECT_TRUE(near.Accept(answer.text).isTaken);
+    EXPECT_EQ(near.GetPhase(), Phase::Agreed);
+    EXPECT_FALSE(near.NeedsOffer());
+    EXPECT_TEXT(Lines(near), R"(Start send receive 0/0 192.0.2.2:5004
+)");
+    EXPECT_TEXT(Lines(far), R"(Start send receive 0/0 192.0.2.1:5004
+)");
+    EXPECT_EQ(near.Streams()[0].changes, std::uint32_t{SDPNegotiator::kStarted});
+}
+
+TEST(Negotiator, HoldAndResume) {
+    Pair pair(AudioOnly());
+    pair.near.Hold(true);
+    EXPECT_TEXT(Lines(pair.near), R"(Held send 0/0 192.0.2.2:5004, this side holds the stream
+)");
+    EXPECT_TRUE(pair.near.NeedsOffer());
+    const auto held = Pair::Exchange(pair.near, pair.far);
+    EXPECT_TEXT(held.first, Text(R"(v=0
+o=Quillmarshorizon 542267609333268864 2 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=audio 5004 RTP/AVP 0 101
+a=rtpmap:0 PCMU/8000
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=sendonly
+a=rtcp:5005 IN IP4 192.0.2.1
+)"));
+    EXPECT_TEXT(held.second, Text(R"(v=0
+o=Quillmarshorizon 1120988992037882248 2 IN IP4 192.0.2.2
+s=-
+c=IN IP4 192.0.2.2
+t=0 0
+m=audio 5004 RTP/AVP 0 101
+a=rtpmap:0 PCMU/8000
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=recvonly
+a=rtcp:5005 IN IP4 192.0.2.2
+)"));
+    EXPECT_TEXT(Lines(pair.near), R"(Held send 0/0 192.0.2.2:5004, this side holds the stream
+)");
+    EXPECT_TEXT(Lines(pair.far), R"(Held receive 0/0 192.0.2.1:5004, the far end holds the stream
+)");
+    EXPECT_FALSE(pair.near.NeedsOffer());
+    pair.near.Hold(false);
+    EXPECT_TEXT(Lines(pair.near), R"(Held send 0/0 192.0.2.2:5004, this side holds the stream
+)");
+    Pair::Exchange(pair.near, pair.far);
+    EXPECT_TEXT(Lines(pair.near), R"(Start send receive 0/0 192.0.2.2:5004
+)");
+    EXPECT_TEXT(Lines(pair.far), R"(Start send receive 0/0 192.0.2.1:5004
+)");
+}
+
+TEST(Negotiator, TheSameTextKeepsItsVersion) {
+    Pair pair(AudioOnly());
+    const auto first = Pair::Exchange(pair.near, pair.far);
+    const auto second = Pair::Exchange(pair.near, pair.far);
+    EXPECT_TEXT(second.first, first.first);
+    EXPECT_TEXT(second.second, first.second);
+    EXPECT_EQ(pair.near.Streams()[0].changes, std::uint32_t{SDPNegotiator::kNothing});
+}
+
+TEST(Negotiator, TheCameraIsMutedAtOnceAndUnmutedByAgreement) {
+    Pair pair(Local());
+    pair.near.MuteCamera(true);
+    EXPECT_TEXT(Lines(pair.near), R"(Start send receive 9/9 192.0.2.2:5004
+Start receive 97/97 192.0.2.2:5006
+)");
+    EXPECT_EQ(pair.near.Streams()[1].changes & SDPNegotiator::kDirection, SDPNegotiator::kDirection);
+    Pair::Exchange(pair.near, pair.far);
+    EXPECT_TEXT(Lines(pair.far), R"(Start send receive 9/9 192.0.2.1:5004
+Start send 97/97 192.0.2.1:5006
+)");
+    pair.near.MuteCamera(false);
+    EXPECT_TEXT(Lines(pair.near), R"(Start send receive 9/9 192.0.2.2:5004
+Start receive 97/97 192.0.2.2:5006
+)");
+    Pair::Exchange(pair.near, pair.far);
+    EXPECT_TEXT(Lines(pair.near), R"(Start send receive 9/9 192.0.2.2:5004
+Start send receive 97/97 192.0.2.2:5006
+)");
+}
+
+TEST(Negotiator, SlidesComeAndGoWithTheirFloorControl) {
+    Pair pair(Local());
+    pair.near.Present(true);
+    EXPECT_TRUE(pair.near.NeedsOffer());
+    const auto started = Pair::Exchange(pair.near, pair.far);
+    EXPECT_TEXT(started.first, Text(R"(v=0
+o=Quillmarshorizon 542267609333268864 2 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=audio 5004 RTP/AVP 9 104 0 18 101
+a=rtpmap:9 G722/8000
+a=rtpmap:104 G7221/16000
+a=fmtp:104 bitrate=32000
+a=rtpmap:0 PCMU/8000
+a=rtpmap:18 G729/8000
+a=fmtp:18 annexb=no
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=sendrecv
+a=rtcp:5005 IN IP4 192.0.2.1
+m=video 5006 RTP/AVP 97 96
+a=rtpmap:97 H264/90000
+a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
+a=rtpmap:96 H264/90000
+a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
+a=sendrecv
+a=rtcp:5007 IN IP4 192.0.2.1
+a=label:8
+a=content:main
+m=video 5008 RTP/AVP 97 96
+a=rtpmap:97 H264/90000
+a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
+a=rtpmap:96 H264/90000
+a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
+a=sendrecv
+a=rtcp:5009 IN IP4 192.0.2.1
+a=label:9
+a=content:slides
+m=application 5010 UDP/BFCP *
+a=floorctrl:c-s
+a=floorid:2 mstrm:9
+a=confid:15
+a=userid:15
+)"));
+    EXPECT_TEXT(started.second, Text(R"(v=0
+o=Quillmarshorizon 1120988992037882248 2 IN IP4 192.0.2.2
+s=-
+c=IN IP4 192.0.2.2
+t=0 0
+m=audio 5004 RTP/AVP 9 101
+a=rtpmap:9 G722/8000
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=sendrecv
+a=rtcp:5005 IN IP4 192.0.2.2
+m=video 5006 RTP/AVP 97 96
+a=rtpmap:97 H264/90000
+a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
+a=rtpmap:96 H264/90000
+a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
+a=sendrecv
+a=rtcp:5007 IN IP4 192.0.2.2
+a=label:8
+a=content:main
+m=video 5008 RTP/AVP 97 96
+a=rtpmap:97 H264/90000
+a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
+a=rtpmap:96 H264/90000
+a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
+a=recvonly
+a=rtcp:5009 IN IP4 192.0.2.2
+a=label:9
+a=content:slides
+m=application 5010 UDP/BFCP *
+a=floorctrl:s-only
+a=floorid:2 mstrm:9
+a=confid:15
+a=userid:15
+)"));
+    EXPECT_TEXT(Lines(pair.near), R"(Start send receive 9/9 192.0.2.2:5004
+Start send receive 97/97 192.0.2.2:5006
+Start send 97/97 192.0.2.2:5008
+Start 192.0.2.2:5010
+)");
+    EXPECT_TEXT(Lines(pair.far), R"(Start send receive 9/9 192.0.2.1:5004
+Start send receive 97/97 192.0.2.1:5006
+Start receive 97/97 192.0.2.1:5008
+Start 192.0.2.1:5010
+)");
+    pair.near.Present(false);
+    const auto stopped = Pair::Exchange(pair.near, pair.far);
+    EXPECT_TEXT(stopped.first, Text(R"(v=0
+o=Quillmarshorizon 542267609333268864 3 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=audio 5004 RTP/AVP 9 104 0 18 101
+a=rtpmap:9 G722/8000
+a=rtpmap:104 G7221/16000
+a=fmtp:104 bitrate=32000
+a=rtpmap:0 PCMU/8000
+a=rtpmap:18 G729/8000
+a=fmtp:18 annexb=no
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=sendrecv
+a=rtcp:5005 IN IP4 192.0.2.1
+m=video 5006 RTP/AVP 97 96
+a=rtpmap:97 H264/90000
+a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
+a=rtpmap:96 H264/90000
+a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
+a=sendrecv
+a=rtcp:5007 IN IP4 192.0.2.1
+a=label:8
+a=content:main
+m=video 5008 RTP/AVP 97 96
+a=rtpmap:97 H264/90000
+a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
+a=rtpmap:96 H264/90000
+a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
+a=recvonly
+a=rtcp:5009 IN IP4 192.0.2.1
+a=label:9
+a=content:slides
+m=application 5010 UDP/BFCP *
+a=floorctrl:c-only
+a=floorid:2 mstrm:9
+a=confid:15
+a=userid:15
+)"));
+    EXPECT_TEXT(Lines(pair.near), R"(Start send receive 9/9 192.0.2.2:5004
+Start send receive 97/97 192.0.2.2:5006
+Start 97/97 192.0.2.2:5008
+Start 192.0.2.2:5010
+)");
+}
+
+TEST(Negotiator, ASecureCallIsGivenNewKeys) {
+    Pair pair(AudioOnly(), Srtp::Required);
+    EXPECT_TEXT(Lines(pair.near), R"(Start send receive 0/0 192.0.2.2:5004 _80
+)");
+    EXPECT_EQ(pair.near.Streams()[0].ourKey, pair.far.Streams()[0].theirKey);
+    EXPECT_EQ(pair.near.Streams()[0].theirKey, pair.far.Streams()[0].ourKey);
+    ASSERT_TRUE(pair.near.Rekey().isTaken);
+    EXPECT_TRUE(pair.near.NeedsOffer());
+    const auto texts = Pair::Exchange(pair.near, pair.far);
+    EXPECT_TEXT(texts.first, Text(R"(v=0
+o=Quillmarshorizon 4267786510494217524 2 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=audio 5004 RTP/SAVP 0 101
+a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:+Pn6+/z9/v8AAQIDBAUGBwgJCgsMDQ4PEBESExQV
+a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:FhcYGRobHB0eHyAhIiMkJSYnKCkqKywtLi8wMTIz
+a=rtpmap:0 PCMU/8000
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=sendrecv
+a=rtcp:5005 IN IP4 192.0.2.1
+)"));
+    EXPECT_EQ(pair.near.Streams()[0].ourKey, pair.far.Streams()[0].theirKey);
+    EXPECT_EQ(pair.near.Streams()[0].changes, std::uint32_t{SDPNegotiator::kKeys});
+}
+
+TEST(Negotiator, ARefusedSecureOfferIsFollowedByAPlainOne) {
+    SDPNegotiator near = Side(AudioOnly(), Srtp::Wanted);
+    ASSERT_TRUE(near.Offer().isTaken);
+    EXPECT_TRUE(near.Refused(488).isTaken);
+    EXPECT_TRUE(near.NeedsOffer());
+    EXPECT_TEXT(near.Offer().text, Text(R"(v=0
+o=Quillmarshorizon 4376296769751332533 2 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=audio 5004 RTP/AVP 0 101
+a=rtpmap:0 PCMU/8000
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=sendrecv
+a=rtcp:5005 IN IP4 192.0.2.1
+)"));
+    EXPECT_TRUE(near.Refused(488).isTaken);
+    EXPECT_FALSE(near.NeedsOffer());
+}
+
+TEST(Negotiator, NoOtherRefusalMakesACallPlain) {
+    for (const int status : {408, 491, 500}) {
+        SDPNegotiator near = Side(AudioOnly(), Srtp::Wanted);
+        const std::string offer = near.Offer().text;
+        EXPECT_TRUE(near.Refused(status).isTaken);
+        EXPECT_TRUE(near.NeedsOffer());
+        EXPECT_TEXT(near.Offer().text, offer);
+    }
+}
+
+TEST(Negotiator, ARefusalDropsWishesAndKeepsWhatTakesAway) {
+    Pair pair(Local());
+    pair.near.Present(true);
+    pair.near.MuteCamera(true);
+    ASSERT_TRUE(pair.near.Offer().isTaken);
+    EXPECT_TRUE(pair.near.Refused(488).isTaken);
+    EXPECT_EQ(pair.near.GetPhase(), Phase::Agreed);
+    EXPECT_FALSE(pair.near.NeedsOffer());
+    EXPECT_TRUE(pair.near.Local().fVideoTxMuted);
+    EXPECT_TEXT(Lines(pair.near), R"(Start send receive 9/9 192.0.2.2:5004
+Start receive 97/97 192.0.2.2:5006
+)");
+}
+
+TEST(Negotiator, BothOfferAtOnce) {
+    Pair pair(AudioOnly());
+    const auto near = pair.near.Offer();
+    const auto far = pair.far.Offer();
+    const SDPNegotiator before = pair.near;
+    const auto glare = pair.near.Answer(far.text);
+    EXPECT_FALSE(glare.isTaken);
+    EXPECT_EQ(glare.status, 491);
+    EXPECT_EQ(glare.reason, "an offer of this side is pending");
+    EXPECT_TRUE(pair.near == before);
+    EXPECT_TRUE(pair.near.Refused(491).isTaken);
+    EXPECT_TRUE(pair.far.Refused(491).isTaken);
+    Pair::Exchange(pair.far, pair.near);
+    EXPECT_TEXT(Lines(pair.near), R"(Start send receive 0/0 192.0.2.2:5004
+)");
+}
+
+TEST(Negotiator, CallsOutOfTurnAreRefused) {
+    SDPNegotiator near = Side(AudioOnly());
+    EXPECT_EQ(near.Accept("v=0\r\n").reason, "no offer is out");
+    EXPECT_EQ(near.Refused(488).reason, "no offer is out");
+    ASSERT_TRUE(near.Offer().isTaken);
+    EXPECT_EQ(near.Offer().reason, "an offer is out already");
+    Pair pair(AudioOnly());
+    EXPECT_EQ(pair.near.Refused(488).reason, "no offer is out");
+    EXPECT_EQ(pair.far.Accept("v=0\r\n").reason, "no offer is out");
+}
+
+TEST(Negotiator, ASecondAnswerChangesNothing) {
+    Pair pair(AudioOnly());
+    pair.near.Hold(true);
+    const auto offer = pair.near.Offer();
+    const auto answer = pair.far.Answer(offer.text);
+    ASSERT_TRUE(pair.near.Accept(answer.text).isTaken);
+    const SDPNegotiator before = pair.near;
+    EXPECT_TRUE(pair.near.Accept(answer.text).isTaken);
+    EXPECT_TRUE(pair.near == before);
+    EXPECT_EQ(pair.near.Accept(answer.text + "a=other\r\n").reason,
+              "the offer was answered before, and otherwise");
+    EXPECT_TRUE(pair.near == before);
+}
+
+TEST(Negotiator, ANewAddressMovesTheMediaAndNotTheOrigin) {
+    Pair pair(AudioOnly());
+    LocalSDP local = pair.near.Local();
+    local.strDefaultIPAddr = "2001:db8::9";
+    ASSERT_TRUE(pair.near.SetLocal(local).isTaken);
+    const auto texts = Pair::Exchange(pair.near, pair.far);
+    EXPECT_TEXT(texts.first, Text(R"(v=0
+o=Quillmarshorizon 542267609333268864 2 IN IP4 192.0.2.1
+s=-
+c=IN IP6 2001:db8::9
+t=0 0
+m=audio 5004 RTP/AVP 0 101
+a=rtpmap:0 PCMU/8000
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=sendrecv
+a=rtcp:5005 IN IP6 2001:db8::9
+)"));
+    EXPECT_EQ(pair.far.Streams()[0].changes, std::uint32_t{SDPNegotiator::kAddress});
+    EXPECT_TEXT(Lines(pair.far), R"(Start send receive 0/0 2001:db8::9:5004
+)");
+}
+
+TEST(Negotiator, SrtpRequiredStopsPlainMediaAtOnce) {
+    Pair pair(AudioOnly());
+    pair.near.SetSrtp(Srtp::Required);
+    EXPECT_TEXT(Lines(pair.near),
+                R"(NoUsableKey 0/0 192.0.2.2:5004, the stream is not secure, and SRTP is required here
+)");
+    pair.far.SetSrtp(Srtp::Wanted);
+    const auto texts = Pair::Exchange(pair.near, pair.far);
+    EXPECT_TEXT(Lines(pair.near), R"(Start send receive 0/0 192.0.2.2:5004 _80
+)");
+    EXPECT_TEXT(Lines(pair.far), R"(Start send receive 0/0 192.0.2.1:5004 _80
+)");
+}
+
+TEST(Negotiator, ADroppedStreamStaysAtPortZeroAndComesBackToItsSlot) {
+    Pair pair(Local());
+    LocalSDP local = pair.near.Local();
+    local.m_VideoMain.iVideoRTPPort = 0;
+    ASSERT_TRUE(pair.near.SetLocal(local).isTaken);
+    EXPECT_TEXT(Pair::Exchange(pair.near, pair.far).first, Text(R"(v=0
+o=Quillmarshorizon 542267609333268864 2 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=audio 5004 RTP/AVP 9 104 0 18 101
+a=rtpmap:9 G722/8000
+a=rtpmap:104 G7221/16000
+a=fmtp:104 bitrate=32000
+a=rtpmap:0 PCMU/8000
+a=rtpmap:18 G729/8000
+a=fmtp:18 annexb=no
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=sendrecv
+a=rtcp:5005 IN IP4 192.0.2.1
+m=video 0 RTP/AVP 97 96
+)"));
+    EXPECT_TEXT(Lines(pair.far), R"(Start send receive 9/9 192.0.2.1:5004
+DeclinedByThem, the far end's section has port 0
+)");
+    local.m_VideoMain.iVideoRTPPort = 5016;
+    ASSERT_TRUE(pair.near.SetLocal(local).isTaken);
+    Pair::Exchange(pair.near, pair.far);
+    EXPECT_TEXT(Lines(pair.far), R"(Start send receive 9/9 192.0.2.1:5004
+Start send receive 97/97 192.0.2.1:5016
+)");
+}
+
+TEST(Negotiator, WithoutAGeneratorNothingSecureGoesOut) {
+    SDPNegotiator none([](unsigned char*, std::size_t) { return false; });
+    ASSERT_TRUE(none.SetLocal(AudioOnly()).isTaken);
+    EXPECT_EQ(none.Offer().reason, "no session id can be made");
+    none.SetSrtp(Srtp::Wanted);
+    EXPECT_EQ(none.Offer().reason, "no key can be made");
+    EXPECT_EQ(none.Rekey().reason, "no key can be made");
+    SDPNegotiator zeros([](unsigned char*, std::size_t) { return true; });
+    ASSERT_TRUE(zeros.SetLocal(AudioOnly()).isTaken);
+    zeros.SetSrtp(Srtp::Wanted);
+    EXPECT_EQ(zeros.Offer().reason, "no key can be made");
+}
+
+TEST(Negotiator, TheGeneratorOfLibcryptoIsTheUsualOne) {
+    SDPNegotiator one;
+    SDPNegotiator other;
+    for (SDPNegotiator* const side : {&one, &other}) {
+        ASSERT_TRUE(side->SetLocal(AudioOnly()).isTaken);
+        side->SetSrtp(Srtp::Required);
+    }
+    EXPECT_NE(one.Offer().text, other.Offer().text);
+}
+
+TEST(Negotiator, WithoutAStreamThereIsNoOffer) {
+    SDPNegotiator side = Side(LocalSDP());
+    EXPECT_EQ(side.Offer().reason, "no local address is set");
+    LocalSDP local;
+    local.strDefaultIPAddr = "192.0.2.1";
+    ASSERT_TRUE(side.SetLocal(local).isTaken);
+    EXPECT_EQ(side.Offer().reason, "there is no stream to offer");
+}
+
+} // namespace
