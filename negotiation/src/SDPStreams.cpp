@@ -48,7 +48,10 @@ void FillVideo(Stream& stream, const Taken& taken, const VideoParms& record, con
     stream.address = record.strVideoIPAddr;
     stream.codec = format.meaning == kMode1 ? PAYLOAD_H264 : PAYLOAD_H264_PACKETIZATION_0;
     stream.sendPayload = format.number;
-    stream.receivePayload = slot.numbers[format.meaning];
+    // Far ends leave packetization-mode out of an answer: the number that they repeat is the format they
+    // mean.
+    const bool isRepeated = slot.numbers[kMode1] == format.number || slot.numbers[kMode0] == format.number;
+    stream.receivePayload = isRepeated ? format.number : slot.numbers[format.meaning];
     stream.profile = format.profile;
     stream.level = record.strVideoLevel.empty() ? sdp::__H264Profile[0] : record.strVideoLevel;
     stream.packetizationMode = record.iFmtpPacketizationMode;

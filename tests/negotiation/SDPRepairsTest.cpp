@@ -1,0 +1,203 @@
+#include "Call.h"
+
+#include <vector>
+
+using namespace call;
+
+namespace {
+
+constexpr std::string_view kKey = "inline:AAECAwQFBgcICQoLDA0ODxAREhMUFRYXGBkaGxwd";
+
+/// A repair, a text that needs it, and the streams with the repair and without it.
+struct Case {
+    std::string_view id;
+    std::string offer;
+    std::string_view with;
+    std::string_view without;
+};
+
+std::string Secure(std::string_view cryptoLines) {
+    return Far("m=audio 30000 RTP/SAVP 0\n" + std::string(cryptoLines));
+}
+
+/// Every line end is a lone LF.
+std::string LineFeeds(const std::string& text) {
+    std::string cut;
+    for (const char c : text) {
+        cut += c == '\r' ? std::string() : std::string(1, c);
+    }
+    return cut;
+}
+
+std::vector<Case> Cases() {
+    const std::string key(kKey);
+    return {
+        {"R01", LineFeeds(Far("m=audio 30000 RTP/AVP 0\n")), R"(Start send receive 0/0 198.51.100.7:30000
+)",
+         R"(refused: the offer has no section
+)"},
+        {"R03", Far("m=audio 30000 RTP/AVP 98\na=rtpmap:98 G7221/16000\na=fmtp:98 x=1; bitrate=32000\n"),
+         R"(Start send receive 98/98 198.51.100.7:30000
+)",
+         R"(refused: no format of the section is spoken here
+)"},
+        {"R04", Far("m=audio 30000 RTP/AVP 0\nm=video 30002 RTP/AVP 97\na=rtpmap:97 h264/90000\n"),
+         R"(Start send receive 0/0 198.51.100.7:30000
+Start send receive 97/97 198.51.100.7:30002
+)",
+         R"(Start send receive 0/0 198.51.100.7:30000
+NoCommonCodec, no format of the section is spoken here
+)"},
+        {"R05", Far("m=audio 30000 RTP/AVP 97\na=rtpmap:97 PCMU/8000\n"),
+         R"(Start send receive 97/97 198.51.100.7:30000
+)",
+         R"(refused: no format of the section is spoken here
+)"},
+        {"R06", Far("m=audio 30000 RTP/AVP 0 18\na=rtpmap:0 opus/48000\na=rtpmap:18 G729a/8000\n"),
+         R"(Start send receive 18/18 198.51.100.7:30000
+)",
+         R"(Start send receive 0/0 198.51.100.7:30000
+)"},
+        {"R07", Far("m=audio 30000 RTP/AVP 0 98 98\na=rtpmap:98 G7221/16000\na=fmtp:98 bitrate=32000\n"),
+         R"(Start send receive 0/0 198.51.100.7:30000
+)",
+         R"(Start send receive 0/0 198.51.100.7:30000
+)"},
+        {"R08",
+         Far("m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\na=fmtp:97 packetization-mode=1\n"
+             "a=fmtp:97 profile-level-id=42e01f\n"),
+         R"(Start send receive 97/97 198.51.100.7:30002
+)",
+         R"(Start send receive 97/97 198.51.100.7:30002
+)"},
+        {"R10",
+         Secure("a=crypto:1 AES_CM_128_HMAC_SHA1_32 " + key + "\na=crypto:2 F8_128_HMAC_SHA1_80 " + key +
+                "\n"),
+         R"(Start send receive 0/0 198.51.100.7:30000 _32
+)",
+         R"(refused: no crypto line of the section can be used
+)"},
+        {"R11", Secure("a=crypto:1 AES_CM_128_HMAC_SHA1_80 " + key + "\n"),
+         R"(Start send receive 0/0 198.51.100.7:30000 _80
+)",
+         R"(refused: no crypto line of the section can be used
+)"},
+        {"R13", Far("m=audio 30000 RTP/AVP 0\n", "a=sendonly\n"),
+         R"(Held receive 0/0 198.51.100.7:30000, the far end holds the stream
+)",
+         R"(Start send receive 0/0 198.51.100.7:30000
+)"},
+    };
+}
+
+std::string Streams(std::string_view id, bool isOn, const std::string& offer) {
+    SDPNegotiator side = Side(Local(), Srtp::Wanted);
+    EXPECT_TRUE(side.SetRepair(id, isOn));
+    const auto answer = side.Answer(offer);
+    return answer.isTaken ? Lines(side) : "refused: " + std::string(answer.reason) + "\n";
+}
+
+TEST(Repairs, EachMakesATextReadableAndCanBeSwitchedOff) {
+    for (const Case& one : Cases()) {
+        SCOPED_TRACE(one.id);
+        EXPECT_TEXT(Streams(one.id, true, one.offer), std::string(one.with));
+        EXPECT_TEXT(Streams(one.id, false, one.offer), std::string(one.without));
+        SDPNegotiator side = Side(Local(), Srtp::Wanted);
+        static_cast<void>(side.Answer(one.offer));
+        EXPECT_TEXT(Repaired(side), std::string(one.id));
+        side.SetRepairs(false);
+        static_cast<void>(side.Answer(one.offer));
+        EXPECT_TEXT(Repaired(side), "");
+    }
+}
+
+TEST(Repairs, ParametersInTwoLinesAreJoined) {
+    const std::string offer = Far("m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n"
+                                  "a=fmtp:97 packetization-mode=1\na=fmtp:97 profile-level-id=42e01f\n"
+                                  "a=fmtp:97 max-fs=3600\n");
+    SDPNegotiator side = Side(Local());
+    ASSERT_TRUE(side.Answer(offer).isTaken);
+    EXPECT_EQ(side.Streams()[0].packetizationMode, 1);
+    EXPECT_EQ(side.Streams()[0].level, "3.1");
+    EXPECT_EQ(side.Streams()[0].maxFs, 3600);
+    SDPNegotiator other = Side(Local());
+    other.SetRepairs(false);
+    ASSERT_TRUE(other.Answer(offer).isTaken);
+    EXPECT_EQ(other.Streams()[0].packetizationMode, 0);
+    EXPECT_EQ(other.Streams()[0].level, "1");
+    EXPECT_EQ(other.Streams()[0].maxFs, 3600);
+}
+
+TEST(Repairs, AParameterWithAKeywordInItIsKeptAway) {
+    const std::string offer = Far("m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n"
+                                  "a=fmtp:97 packetization-mode=1;profile-level-id=42e01f;x-sync=1\n");
+    SDPNegotiator side = Side(Local());
+    ASSERT_TRUE(side.Answer(offer).isTaken);
+    EXPECT_EQ(side.Streams()[0].level, "3.1");
+    EXPECT_TEXT(Repaired(side), "R02");
+    // Without the repair the component takes the whole line for an address.
+    ASSERT_TRUE(side.SetRepair("R02", false));
+    ASSERT_TRUE(side.Answer(offer).isTaken);
+    EXPECT_EQ(side.Streams()[0].level, "1");
+}
+
+TEST(Repairs, LevelsOfTheStandardAreRead) {
+    struct {
+        std::string_view profileLevelId;
+        std::string_view level;
+        std::string_view without;
+    } const cases[] = {
+        {"42f00b", "1.b", "1.1"}, {"640009", "1.b", "1.3"}, {"42e034", "5.1", "1.3"},
+        {"42e01f", "3.1", "3.1"}, {"4200FF", "1.b", "1.b"},
+    };
+    for (const auto& one : cases) {
+        const std::string offer =
+            Far("m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\na=fmtp:97 profile-level-id=" +
+                std::string(one.profileLevelId) + "\n");
+        SDPNegotiator side = Side(Local());
+        ASSERT_TRUE(side.Answer(offer).isTaken);
+        EXPECT_EQ(side.Streams()[0].level, one.level) << one.profileLevelId;
+        ASSERT_TRUE(side.SetRepair("R09", false));
+        ASSERT_TRUE(side.Answer(offer).isTaken);
+        EXPECT_EQ(side.Streams()[0].level, one.without) << one.profileLevelId;
+    }
+}
+
+TEST(Repairs, TheSessionsIceValuesCountWhereASectionHasNone) {
+    const std::string offer =
+        Far("m=audio 30000 RTP/AVP 0\na=candidate:1 1 UDP 1 198.51.100.7 30000 typ host\n"
+            "m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\na=ice-ufrag:own\na=ice-pwd:ownpwd\n",
+            "a=ice-ufrag:all\na=ice-pwd:allpwd\n");
+    SDPNegotiator side = Side(Local());
+    ASSERT_TRUE(side.Answer(offer).isTaken);
+    EXPECT_EQ(side.Streams()[0].ice,
+              (std::vector<std::string>{"a=candidate:1 1 UDP 1 198.51.100.7 30000 typ host",
+                                        "a=ice-ufrag:all", "a=ice-pwd:allpwd"}));
+    EXPECT_EQ(side.Streams()[1].ice, (std::vector<std::string>{"a=ice-ufrag:own", "a=ice-pwd:ownpwd"}));
+    EXPECT_TEXT(Repaired(side), "R14");
+}
+
+TEST(Repairs, TheSessionsTiasIsInBits) {
+    SDPNegotiator side = Side(Local());
+    const std::string offer = Far("m=audio 30000 RTP/AVP 0\n", "b=TIAS:768000\n");
+    ASSERT_TRUE(side.Answer(offer).isTaken);
+    EXPECT_EQ(side.MaxBandwidth(), 768000);
+    EXPECT_TEXT(Repaired(side), "R15");
+    ASSERT_TRUE(side.SetRepair("R15", false));
+    ASSERT_TRUE(side.Answer(offer).isTaken);
+    EXPECT_EQ(side.MaxBandwidth(), 768000000);
+}
+
+TEST(Repairs, TheTableIsWhole) {
+    const std::vector<SDPNegotiator::Repair> all = SDPNegotiator::AllRepairs();
+    ASSERT_EQ(all.size(), 15U);
+    for (std::size_t row = 0; row < all.size(); ++row) {
+        EXPECT_EQ(all[row].id, (row < 9 ? "R0" : "R") + std::to_string(row + 1));
+        EXPECT_FALSE(all[row].ledger.empty());
+        EXPECT_FALSE(all[row].sentence.empty());
+    }
+    SDPNegotiator side = Side(Local());
+    EXPECT_FALSE(side.SetRepair("R99", true));
+}
+
+} // namespace

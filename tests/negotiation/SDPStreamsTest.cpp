@@ -1,0 +1,102 @@
+#include "Call.h"
+
+using namespace call;
+
+namespace {
+
+/// An offer of audio alone with the given lines, answered; its stream.
+Stream Audio(std::string_view lines, bool holds = false) {
+    SDPNegotiator side = Side(AudioOnly(), Srtp::Wanted);
+    side.Hold(holds);
+    EXPECT_TRUE(side.Answer(Far("m=audio 30000 RTP/AVP 0\n" + std::string(lines))).isTaken);
+    return side.Streams()[0];
+}
+
+TEST(Streams, DirectionsAreThisSides) {
+    EXPECT_EQ(Line(Audio("")), "Start send receive 0/0 198.51.100.7:30000");
+    EXPECT_EQ(Line(Audio("a=sendonly\n")),
+              "Held receive 0/0 198.51.100.7:30000, the far end holds the stream");
+    EXPECT_EQ(Line(Audio("a=recvonly\n")), "Start send 0/0 198.51.100.7:30000");
+    EXPECT_EQ(Line(Audio("a=inactive\n")), "Held 0/0 198.51.100.7:30000, the far end holds the stream");
+    EXPECT_EQ(Line(Audio("", true)), "Held send 0/0 198.51.100.7:30000, this side holds the stream");
+    EXPECT_EQ(Line(Audio("a=sendonly\n", true)), "Held 0/0 198.51.100.7:30000, both sides hold the stream");
+}
+
+TEST(Streams, NothingIsSentToNowhere) {
+    EXPECT_EQ(Line(Audio("c=IN IP4 0.0.0.0\n")),
+              "Held receive 0/0 0.0.0.0:30000, the far end's address is none to send to");
+}
+
+TEST(Streams, RtcpAndPtimeAreRead) {
+    const Stream usual = Audio("");
+    EXPECT_EQ(usual.rtcpAddress, "198.51.100.7");
+    EXPECT_EQ(usual.rtcpPort, 30001);
+    EXPECT_EQ(usual.ptime, 0);
+    const Stream port = Audio("a=rtcp:40001\na=ptime:30\n");
+    EXPECT_EQ(port.rtcpAddress, "198.51.100.7");
+    EXPECT_EQ(port.rtcpPort, 40001);
+    EXPECT_EQ(port.ptime, 30);
+    const Stream place = Audio("a=rtcp:40001 IN IP4 203.0.113.5\n");
+    EXPECT_EQ(place.rtcpAddress, "203.0.113.5");
+}
+
+TEST(Streams, LifetimeAndMkiOfTheirKeyAreKept) {
+    SDPNegotiator side = Side(AudioOnly(), Srtp::Wanted);
+    ASSERT_TRUE(side.Answer(Far("m=audio 30000 RTP/SAVP 0\na=crypto:1 AES_CM_128_HMAC_SHA1_32 "
+                                "inline:AAECAwQFBgcICQoLDA0ODxAREhMUFRYXGBkaGxwd|2^20|1:4\n"))
+                    .isTaken);
+    EXPECT_EQ(side.Streams()[0].lifetime, "2^20");
+    EXPECT_EQ(side.Streams()[0].mki, "1:4");
+}
+
+TEST(Streams, LevelsSayWhatTheyCarry) {
+    struct {
+        std::string_view parms;
+        std::array<int, 4> rates;
+    } const cases[] = {
+        {"", {0, 0, 0, 0}},
+        {"profile-level-id=42e00d", {0, 0, 0, 30}},
+        {"profile-level-id=42e01f", {0, 30, 90, 172}},
+        {"profile-level-id=42e01f;max-fs=8160;max-mbps=245760", {30, 68, 172, 172}},
+        {"profile-level-id=42e028", {30, 68, 172, 172}},
+        {"profile-level-id=42e00d;max-mbps=100", {0, 0, 0, 30}},
+    };
+    for (const auto& one : cases) {
+        SDPNegotiator side = Side(Local());
+        ASSERT_TRUE(side.Answer(Far("m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\na=fmtp:97 " +
+                                    std::string(one.parms) + "\n"))
+                        .isTaken);
+        for (std::size_t size = 0; size < one.rates.size(); ++size) {
+            EXPECT_EQ(side.Streams()[0].pictures[size].rate, one.rates[size]) << one.parms << " " << size;
+        }
+    }
+}
+
+TEST(Streams, WhatChangedIsTold) {
+    SDPNegotiator side = Side(AudioOnly());
+    const auto changes = [&side](std::string_view lines) {
+        EXPECT_TRUE(side.Answer(Far(lines)).isTaken);
+        return side.Streams()[0].changes;
+    };
+    EXPECT_EQ(changes("m=audio 30000 RTP/AVP 0\n"), SDPNegotiator::kStarted);
+    EXPECT_EQ(changes("m=audio 30000 RTP/AVP 0\n"), SDPNegotiator::kNothing);
+    EXPECT_EQ(changes("m=audio 30002 RTP/AVP 0\n"), SDPNegotiator::kAddress);
+    EXPECT_EQ(changes("m=audio 30002 RTP/AVP 98\na=rtpmap:98 PCMU/8000\n"), SDPNegotiator::kCodec);
+    EXPECT_EQ(changes("m=audio 30002 RTP/AVP 98\na=rtpmap:98 PCMU/8000\na=ptime:20\na=sendonly\n"),
+              SDPNegotiator::kLimits | SDPNegotiator::kDirection);
+    EXPECT_EQ(
+        changes("m=audio 30002 RTP/AVP 98\na=rtpmap:98 PCMU/8000\na=ptime:20\na=sendonly\na=ice-ufrag:x\n"),
+        SDPNegotiator::kControl);
+    EXPECT_EQ(changes("m=audio 0 RTP/AVP 0\n"), SDPNegotiator::kStopped);
+}
+
+TEST(Streams, ANumberKeepsItsMeaning) {
+    SDPNegotiator side = Side(Local());
+    ASSERT_TRUE(side.Answer(Far("m=audio 30000 RTP/AVP 97\na=rtpmap:97 PCMU/8000\n")).isTaken);
+    const auto other = side.Answer(Far("m=audio 30000 RTP/AVP 97\na=rtpmap:97 G722/8000\n"));
+    EXPECT_FALSE(other.isTaken);
+    EXPECT_EQ(other.reason, "no format of the section is spoken here");
+    EXPECT_TRUE(side.Answer(Far("m=audio 30000 RTP/AVP 98\na=rtpmap:98 G722/8000\n")).isTaken);
+}
+
+} // namespace

@@ -1,0 +1,121 @@
+#include "Call.h"
+
+using namespace call;
+
+namespace {
+
+using CryptoParams = Quor::media::rtp::CryptoParams;
+
+TEST(Wishes, WhatNoStrictReaderTakesIsAnError) {
+    struct {
+        void (*change)(LocalSDP& local);
+        std::string_view reason;
+    } const cases[] = {
+        {[](LocalSDP& local) { local.iAudioRTPPort = 65535; }, "a port is negative or beyond 65534"},
+        {[](LocalSDP& local) { local.m_VideoPreso.iVideoRTPPort = -1; },
+         "a port is negative or beyond 65534"},
+        {[](LocalSDP& local) { local.iMaxBandwidth = 999; }, "the bandwidth is negative or below 1000 bit/s"},
+        {[](LocalSDP& local) { local.iMaxBandwidth = -64000; },
+         "the bandwidth is negative or below 1000 bit/s"},
+        {[](LocalSDP& local) { local.cryptoAlgo[0] = CryptoParams::CRYPTO_AEAD_AES_GCM_128; },
+         "a suite is none of the two that are read, with 128 bit"},
+        {[](LocalSDP& local) { local.cryptoAlgo[2] = CryptoParams::CRYPTO_AES_CM_256_HMAC_SHA1_80; },
+         "a suite is none of the two that are read, with 128 bit"},
+        {[](LocalSDP& local) { local.strDefaultIPAddr = "192.0.2.1\r\na=x"; },
+         "an address or the origin's suffix has a character that is not part of a word"},
+        {[](LocalSDP& local) { local.strOExtension = "two words"; },
+         "an address or the origin's suffix has a character that is not part of a word"},
+        {[](LocalSDP& local) { local.iVideoPayloadMode1 = 95; },
+         "the payload numbers of video are equal or not from 96 to 127"},
+        {[](LocalSDP& local) { local.iVideoPayloadMode0 = 97; },
+         "the payload numbers of video are equal or not from 96 to 127"},
+        {[](LocalSDP& local) { local.m_VideoMain.iFmtpMaxFrameSize = -1; }, "a limit of video is negative"},
+    };
+    for (const auto& one : cases) {
+        SDPNegotiator side = Side(Local());
+        const SDPNegotiator before = side;
+        LocalSDP local = Local();
+        one.change(local);
+        const auto wish = side.SetLocal(local);
+        EXPECT_FALSE(wish.isTaken);
+        EXPECT_EQ(wish.reason, one.reason);
+        EXPECT_TRUE(side == before);
+    }
+}
+
+TEST(Wishes, TheBordersAreTaken) {
+    LocalSDP local = Local();
+    local.iAudioRTPPort = 65534;
+    local.iMaxBandwidth = 1000;
+    local.iVideoPayloadMode1 = 127;
+    local.iVideoPayloadMode0 = 96;
+    EXPECT_TRUE(SDPNegotiator().SetLocal(local).isTaken);
+}
+
+TEST(Wishes, AKeyOfTheRecordIsTheKeyOfTheWishedSuite) {
+    LocalSDP local = AudioOnly();
+    local.cryptoAlgo[baseSDP::SRTP_AUDIO] = CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32;
+    for (unsigned char n = 0; n < baseSDP::kKeyLength; ++n) {
+        local.bufSRTPKey[baseSDP::SRTP_AUDIO][n] = n;
+    }
+    for (unsigned char n = 0; n < baseSDP::kSaltLength; ++n) {
+        local.bufSRTPSalt[baseSDP::SRTP_AUDIO][n] = static_cast<unsigned char>(16 + n);
+    }
+    SDPNegotiator side = Side(local, Srtp::Wanted);
+    EXPECT_EQ(side.Local().bufSRTPKey[baseSDP::SRTP_AUDIO][1], 0);
+    EXPECT_TEXT(side.Offer().text, Text(R"(v=0
+o=Quillmarshorizon 2206091584609032343 1 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=audio 5004 RTP/SAVP 0 101
+a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:AAECAwQFBgcICQoLDA0ODxAREhMUFRYXGBkaGxwd
+a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:AQIDBAUGBwgJCgsMDQ4PEBESExQVFhcYGRobHB0e
+a=rtpmap:0 PCMU/8000
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=sendrecv
+a=rtcp:5005 IN IP4 192.0.2.1
+)"));
+}
+
+TEST(Wishes, CodecsAreThoseOfSetAndList) {
+    LocalSDP local = Local();
+    local.eAudioCodec = static_cast<PayloadType_t>(PAYLOAD_G711U | PAYLOAD_G729);
+    local.listAudioCodecPriority = {PAYLOAD_G729, PAYLOAD_G722, 77, PAYLOAD_G711U};
+    local.m_VideoMain.eVideoCodec = PAYLOAD_H264_PACKETIZATION_0;
+    local.iVideoPayloadMode0 = 120;
+    local.iMaxBandwidth = 512000;
+    local.m_VideoMain.iFmtpMaxMbps = 40500;
+    SDPNegotiator side = Side(local, Srtp::Required);
+    EXPECT_TEXT(side.Offer().text, Text(R"(v=0
+o=Quillmarshorizon 4376296769751332533 1 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+b=AS:512
+t=0 0
+m=audio 5004 RTP/SAVP 18 0 101
+b=TIAS:64000
+a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:AQIDBAUGBwgJCgsMDQ4PEBESExQVFhcYGRobHB0e
+a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:HyAhIiMkJSYnKCkqKywtLi8wMTIzNDU2Nzg5Ojs8
+a=rtpmap:18 G729/8000
+a=fmtp:18 annexb=no
+a=rtpmap:0 PCMU/8000
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=sendrecv
+a=rtcp:5005 IN IP4 192.0.2.1
+m=video 5006 RTP/SAVP 120
+b=TIAS:448000
+a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:PT4/QEFCQ0RFRkdISUpLTE1OT1BRUlNUVVZXWFla
+a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:W1xdXl9gYWJjZGVmZ2hpamtsbW5vcHFyc3R1dnd4
+a=rtpmap:120 H264/90000
+a=fmtp:120 profile-level-id=42001F;max-mbps=40500;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
+a=sendrecv
+a=rtcp:5007 IN IP4 192.0.2.1
+a=label:8
+a=content:main
+)"));
+}
+
+} // namespace
