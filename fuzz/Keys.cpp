@@ -1,6 +1,7 @@
 #include "Keys.h"
 
 #include "Laws.h"
+#include "SDPLines.h"
 
 #include <algorithm>
 #include <cstring>
@@ -42,14 +43,6 @@ bool IsWhite(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\v' || c == '\f' || c == '\r';
 }
 
-/// Whether the line is read as a crypto line: it contains no keyword of an earlier row of the dispatch.
-bool IsCryptoLine(std::string_view line) {
-    const auto has = [line](std::string_view keyword) {
-        return line.find(keyword) != std::string_view::npos;
-    };
-    return has("a=crypto:") && !has("c=") && !has("m=") && !has("a=rtpmap") && !has("a=fmtp:");
-}
-
 /// Returns the word of that number, counted from 1, or an empty word if there are fewer.
 std::string_view Word(std::string_view line, int number) {
     std::string_view word;
@@ -69,11 +62,11 @@ std::string_view Word(std::string_view line, int number) {
 
 /// The number of the word that is read as a key, counted from 1, or 0 for none.
 int WordThatIsRead(std::string_view line) {
-    return IsCryptoLine(line) ? 3 : 0;
+    return sdp::RowOf(line) == SDPRow::Crypto ? 3 : 0;
 }
 
 int WordThatIsShown(std::string_view line) {
-    return line.find("a=rtpmap") == std::string_view::npos ? 3 : 2;
+    return sdp::RowOf(line) == SDPRow::Rtpmap ? 2 : 3;
 }
 
 /// Accepts any letter case, as the masking does.
