@@ -80,7 +80,6 @@ void Signalling::Sip::OnInvite(const sip_msg* message, void* self) {
     if (reply.status != 200) {
         sip_treply(nullptr, sip->stack, message, static_cast<std::uint16_t>(reply.status),
                    "Not Acceptable Here");
-        sip->listener->OnClosed(reply.status);
         return;
     }
     mbuf* body = BufferWith(reply.body);

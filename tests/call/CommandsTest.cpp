@@ -6,6 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -252,6 +256,40 @@ TEST(CallCommands, TheLogShowsNoKey) {
         "sine=frequency=440:sample_rate=8000:samples_per_frame=160 -c:a pcm_mulaw -ac 1 -payload_type 0 "
         "-srtp_out_suite AES_CM_128_HMAC_SHA1_32 -srtp_out_params ... -f rtp "
         "srtp://192.0.2.2:20000?rtcpport=20001&pkt_size=186");
+}
+
+/// All words of a text with one blank between two.
+std::string Words(const std::string& text) {
+    std::istringstream words(text);
+    std::string joined;
+    for (std::string word; words >> word;) {
+        joined += (joined.empty() ? "" : " ") + word;
+    }
+    return joined;
+}
+
+/// The command line, with the key that the manual writes as KEY.
+std::string LineOf(const call::Command& command) {
+    std::string line = "ffmpeg";
+    for (const std::string& argument : command.arguments) {
+        line += " " + argument;
+    }
+    return std::regex_replace(line, std::regex("[A-Za-z0-9+/]{40}"), "KEY");
+}
+
+TEST(CallCommands, TheManualShowsTheseCommandLines) {
+    std::ifstream file(COMMONMEDIA_SOURCE_DIR "/docs/engine.md");
+    const std::string page = Words({std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()});
+    Stream secure = AudioStream();
+    secure.codec = PAYLOAD_G722;
+    secure.sendPayload = 9;
+    Encrypt(secure);
+    const std::vector<call::Command> commands = call::CommandsFor(
+        {AudioStream(), secure, VideoStream(VIDEOTYPE_MAIN)}, support::PresentationLocal(), 1000);
+    ASSERT_EQ(commands.size(), 6U);
+    for (const std::size_t shown : {0, 2, 3, 4}) {
+        EXPECT_NE(page.find(LineOf(commands[shown])), std::string::npos) << LineOf(commands[shown]);
+    }
 }
 
 } // namespace
