@@ -44,15 +44,15 @@ TEST_F(Help, OfOffer) {
                                     "  cmsdp capabilities > me.json     edit me.json, then:\n"
                                     "  cmsdp offer --local me.json\n"
                                     "\n"
-                                    "Usage: cmsdp offer [--local FILE] [--show-secrets]\n");
+                                    "Usage: cmsdp offer [--local FILE] [--fit [--json]] [--show-secrets]\n");
 }
 
 TEST_F(Help, OfAnswer) {
     ExpectHelp({"answer", "-h"}, "Example:\n"
-                                 "  cmsdp answer offer.sdp > answer.sdp\n"
+                                 "  cmsdp answer --fit offer.sdp > answer.sdp\n"
                                  "  xclip -o | cmsdp answer --local me.json\n"
                                  "\n"
-                                 "Usage: cmsdp answer [--local FILE] [--json] [--require LIST]\n"
+                                 "Usage: cmsdp answer [--fit] [--local FILE] [--json] [--require LIST]\n"
                                  "                    [--exact | --nth N] [--show-secrets] [REMOTE]\n");
 }
 

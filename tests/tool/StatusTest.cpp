@@ -29,8 +29,8 @@ TEST_F(Status, UnknownOptionInFrontOfAVerb) {
 }
 
 TEST_F(Status, UnknownOptionBehindAVerb) {
-    ExpectUsage({"offer", "--json"},
-                "cmsdp: The following argument was not expected: --json; see cmsdp offer --help\n");
+    ExpectUsage({"offer", "--exact"},
+                "cmsdp: The following argument was not expected: --exact; see cmsdp offer --help\n");
 }
 
 TEST_F(Status, OptionWithoutItsFile) {
@@ -137,7 +137,8 @@ TEST_F(Status, EachVerbNamesItsWrongLocalFile) {
     Write("bad.json", "{\"srtp\": 1}");
     Write("offer.sdp", "v=0\r\nm=audio 5004 RTP/AVP 0\r\n");
     const std::string line =
-        "cmsdp: bad.json: $.srtp: expected true or false, found the number 1; write it without quotes\n";
+        "cmsdp: bad.json: $.srtp: expected true, false or \"required\", found the number 1; \"required\" "
+        "takes no plain stream\n";
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{"offer", "--local", "bad.json"},
           {"answer", "--local", "bad.json", "offer.sdp"},

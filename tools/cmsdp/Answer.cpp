@@ -17,6 +17,9 @@ constexpr const char* kNothingToAnswer =
 } // namespace
 
 Outcome RunAnswer(const CommandLine& line, const Screen& screen) {
+    if (line.fit) {
+        return RunFittedAnswer(line, screen);
+    }
     const Capabilities side = SideOf(line.local);
     Outcome outcome;
     const Draft offer = ReadRemoteText(line.remote, outcome.notes);

@@ -26,6 +26,7 @@ enum class FloorControl {
 struct Capabilities {
     LocalSDP local;
     bool srtp = false;                              ///< SDPHandler::m_bSRTP
+    bool srtpRequired = false;                      ///< with `srtp`: no plain stream is taken (--fit)
     FloorControl floorControl = FloorControl::kOff; ///< SDPHandler::SetBfcpSupport
     std::uint32_t servedSections = 0;               ///< SDPHandler::SetMaxSupportedSessions
     bool keyGiven[baseSDP::SRTP_MAX] = {};          ///< the local file gives this stream's key

@@ -5,7 +5,7 @@
 //   Text(name, string)        Number(name, int32)          Flag(name, bool)
 //   Named(name, enum, table)  CodecSet(name, set)          CodecList(name, list)
 //   Count(name, uint32)       Floor(name, FloorControl)
-//   Key(name, capabilities, stream)
+//   Key(name, capabilities, stream)    Srtp(name, capabilities)
 //   FarEnd(name, whether to write it, visitor of its members)    FarEndFlag(name, bool)
 //
 // Tests: tests/tool/CapabilitiesTest.cpp
@@ -59,7 +59,7 @@ void VisitCapabilities(Visitor& v, Capabilities& c) {
     v.Text("origin_extension", local.strOExtension);
     v.Number("max_bandwidth_bit_per_s", local.iMaxBandwidth);
     v.Count("served_sections", c.servedSections);
-    v.Flag("srtp", c.srtp);
+    v.Srtp("srtp", c);
     v.Object("audio", [&] {
         v.Number("port", local.iAudioRTPPort);
         v.CodecSet("codecs", local.eAudioCodec);

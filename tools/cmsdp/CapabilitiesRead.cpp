@@ -60,6 +60,7 @@ public:
     void Count(const char* name, std::uint32_t& value);
     void Flag(const char* name, bool& value);
     void FarEndFlag(const char* name, bool& value) { Flag(name, value); }
+    void Srtp(const char* name, Capabilities& c);
     void Floor(const char* name, FloorControl& value);
     template <typename Enum>
     void Named(const char* name, Enum& value, const NameTable& table) {
@@ -194,6 +195,17 @@ void Reader::Count(const char* name, std::uint32_t& value) {
             Fail(path, "a whole number from 0 to 2147483647", InWords(*found), "0 serves none");
         }
         value = static_cast<std::uint32_t>(number);
+    }
+}
+
+void Reader::Srtp(const char* name, Capabilities& c) {
+    if (const json* found = Take(name)) {
+        if (!found->is_boolean() && *found != "required") {
+            Fail(MemberPath(m_path, name), "true, false or \"required\"", InWords(*found),
+                 "\"required\" takes no plain stream");
+        }
+        c.srtpRequired = !found->is_boolean();
+        c.srtp = c.srtpRequired || found->get<bool>();
     }
 }
 

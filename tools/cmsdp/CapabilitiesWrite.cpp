@@ -24,6 +24,9 @@ public:
     void Number(const char* name, std::int32_t value) { (*m_object)[name] = value; }
     void Count(const char* name, std::uint32_t value) { (*m_object)[name] = value; }
     void Flag(const char* name, bool value) { (*m_object)[name] = value; }
+    void Srtp(const char* name, const Capabilities& c) {
+        (*m_object)[name] = c.srtpRequired ? ordered_json("required") : ordered_json(c.srtp);
+    }
     void FarEndFlag(const char* name, bool value) {
         if (value) {
             Flag(name, value);

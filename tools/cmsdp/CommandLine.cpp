@@ -53,6 +53,8 @@ void AddRemote(CLI::App& verb, CommandLine& line) {
 void DeclareOffer(CLI::App& verb, CommandLine& line) {
     AddLocal(verb, line);
     AddSecrets(verb, line);
+    CLI::Option* const fit = verb.add_flag("--fit", line.fit);
+    verb.add_flag("--json", line.json)->needs(fit);
 }
 
 void DeclareReader(CLI::App& verb, CommandLine& line) {
@@ -61,6 +63,11 @@ void DeclareReader(CLI::App& verb, CommandLine& line) {
     AddVerdict(verb, line);
     AddRemote(verb, line);
     verb.parse_complete_callback([&line] { line.readsRemote = true; });
+}
+
+void DeclareAnswer(CLI::App& verb, CommandLine& line) {
+    DeclareReader(verb, line);
+    verb.add_flag("--fit", line.fit);
 }
 
 void DeclareCall(CLI::App& verb, CommandLine& line) {
@@ -91,7 +98,7 @@ struct VerbRow {
 
 constexpr VerbRow kVerbs[] = {
     {"offer", &kOfferHelp, DeclareOffer, RunOffer},
-    {"answer", &kAnswerHelp, DeclareReader, RunAnswer},
+    {"answer", &kAnswerHelp, DeclareAnswer, RunAnswer},
     {"inspect", &kInspectHelp, DeclareReader, RunInspect},
     {"call", &kCallHelp, DeclareCall, RunCall},
     {"check", &kCheckHelp, DeclareCheck, RunCheck},

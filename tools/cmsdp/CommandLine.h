@@ -31,6 +31,7 @@ struct CommandLine {
     std::string checkedAnswer;
     std::vector<std::string> require; ///< streams that have to be negotiated, by their JSON names
     bool json = false;
+    bool fit = false; ///< write what the negotiation layer sends, not what the component writes
     bool showSecrets = false;
 };
 

@@ -45,13 +45,16 @@ const char* const kOfferHelp = R"(Example:
   cmsdp capabilities > me.json     edit me.json, then:
   cmsdp offer --local me.json
 
-Usage: cmsdp offer [--local FILE] [--show-secrets]
+Usage: cmsdp offer [--local FILE] [--fit [--json]] [--show-secrets]
 
 Writes the local offer to standard output; lines end in CR LF.
 
 Options:
   --local FILE     what this side can do, as JSON; see cmsdp capabilities.
                    Without it: all audio codecs, H.264, presentation, no SRTP
+  --fit            write the offer of the negotiation layer, which strict far
+                   ends take
+  --json           with --fit: JSON that holds the offer
   --show-secrets   write SRTP keys; without it they stand as inline:***
   -h, --help       this text
 
@@ -59,10 +62,10 @@ Exit status 1: no stream is offered, or there is no address to offer.
 )";
 
 const char* const kAnswerHelp = R"(Example:
-  cmsdp answer offer.sdp > answer.sdp
+  cmsdp answer --fit offer.sdp > answer.sdp
   xclip -o | cmsdp answer --local me.json
 
-Usage: cmsdp answer [--local FILE] [--json] [--require LIST]
+Usage: cmsdp answer [--fit] [--local FILE] [--json] [--require LIST]
                     [--exact | --nth N] [--show-secrets] [REMOTE]
 
 Reads a remote offer and writes the answer to standard output; lines end in
@@ -72,6 +75,8 @@ CR LF.
                    most 16 MiB
 
 Options:
+  --fit            write the answer of the negotiation layer: each section in
+                   its place, rejected or taken as strict far ends want it
   --local FILE     what this side can do, as JSON; see cmsdp capabilities
   --json           JSON that holds the answer, in place of the answer
   --require LIST   exit status 1 when one of these is not negotiated, with a
@@ -84,7 +89,8 @@ Options:
   --show-secrets   write SRTP keys; without it they stand as inline:***
   -h, --help       this text
 
-Exit status 1: an answer was written where one is due, and no stream came up.
+Exit status 1: an answer was written where one is due, and no stream came up;
+with --fit: the offer is refused, and nothing is written but the reason.
 )";
 
 const char* const kInspectHelp = R"(Example:

@@ -32,6 +32,9 @@ std::string WhyNothingOffered(const std::string& offer) {
 } // namespace
 
 Outcome RunOffer(const CommandLine& line, const Screen& screen) {
+    if (line.fit) {
+        return RunFittedOffer(line, screen);
+    }
     const Capabilities side = SideOf(line.local);
     SDPHandler handler;
     Prepare(handler, side);

@@ -25,6 +25,8 @@ struct Screen {
 
 Outcome RunOffer(const CommandLine& line, const Screen& screen);
 Outcome RunAnswer(const CommandLine& line, const Screen& screen);
+Outcome RunFittedOffer(const CommandLine& line, const Screen& screen);  ///< cmsdp offer --fit
+Outcome RunFittedAnswer(const CommandLine& line, const Screen& screen); ///< cmsdp answer --fit
 Outcome RunInspect(const CommandLine& line, const Screen& screen);
 Outcome RunCall(const CommandLine& line, const Screen& screen);
 Outcome RunCheck(const CommandLine& line, const Screen& screen);
