@@ -10,6 +10,8 @@
 //     SetCommonMediaTraceSink(nullptr);   // now nobody does
 #pragma once
 
+#include "RequireCxx17.h"
+
 /// A receiver of trace texts.
 struct CommonMediaTraceSink {
     /// Called once per trace, on the thread that traces. `text` is zero-terminated and valid until the call
@@ -21,8 +23,9 @@ struct CommonMediaTraceSink {
 };
 
 /// Installs the sink of the whole process, or removes it (null). The caller owns the record, which must stay
-/// alive and unchanged until another sink is installed and every call of CommonMediaTrace that was running has
-/// returned. The change is one atomic store: a trace of another thread goes to the old sink or to the new one.
+/// alive and unchanged until another sink is installed and every call of CommonMediaTrace that was running
+/// has returned. The change is one atomic store: a trace of another thread goes to the old sink or to the new
+/// one.
 void SetCommonMediaTraceSink(const CommonMediaTraceSink* sink) noexcept;
 
 /// True while a sink is installed. Callers check it before they prepare a costly text.

@@ -1,6 +1,8 @@
 // What the component asks of the platform: a tick count, and nothing else.
 #pragma once
 
+#include "RequireCxx17.h"
+
 #include <cstdint>
 
 /// Milliseconds of a monotonic clock, truncated to 32 bits: the count wraps after 49.7 days, which is

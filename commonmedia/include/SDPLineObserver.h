@@ -13,6 +13,8 @@
 // reading the text a second time.
 #pragma once
 
+#include "RequireCxx17.h"
+
 #include <cstddef>
 
 struct MediaSession;

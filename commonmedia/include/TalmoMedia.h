@@ -4,6 +4,8 @@
 // description passes to the engine unchanged. This component uses only the nested enumeration.
 #pragma once
 
+#include "RequireCxx17.h"
+
 #include <cstdint>
 
 namespace Quor::media::rtp {

@@ -1,6 +1,8 @@
 // String and number helpers of the code base, as far as session descriptions need them.
 #pragma once
 
+#include "RequireCxx17.h"
+
 #include <string>
 #include <string_view>
 #include <vector>

@@ -6,9 +6,32 @@
 #include "H264Level.h"
 
 #include "SDPHandler.h"
+#include "SDPKeyword.h"
 #include "SDPText.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
+
+namespace {
+
+struct Level {
+    std::string_view strName;
+    std::string_view digits;
+};
+using Levels = std::array<Level, sdp::kH264Levels>;
+
+constexpr Levels LevelsByName() {
+    Levels levels{};
+    for (std::size_t row = 0; row < levels.size(); ++row) {
+        levels[row] = {sdp::__H264Profile[row], sdp::__strH264Profile2[row]};
+    }
+    return levels;
+}
+constexpr Levels kLevels = LevelsByName();
+
+} // namespace
 
 std::string SDPHandler::ConvertVideoLevel(std::string_view strLevel) const {
     // [G13] The number is compared in 64 bits: narrowed, digits that do not fit an int would name a level.
@@ -24,10 +47,6 @@ std::string SDPHandler::ConvertVideoLevel(std::string_view strLevel) const {
 }
 
 std::string SDPHandler::ReverseConvertVideoLevel(const std::string& strLevel) const {
-    for (int row = 0; row < sdp::kH264Levels; ++row) {
-        if (strLevel == sdp::__H264Profile[row]) {
-            return sdp::__strH264Profile2[row];
-        }
-    }
-    return "14";
+    const Level* const level = sdp::FindNamed<kLevels>(strLevel);
+    return std::string(level == nullptr ? "14" : level->digits);
 }

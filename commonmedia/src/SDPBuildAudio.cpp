@@ -10,9 +10,8 @@
 
 namespace {
 
-/// What follows "a=rtpmap:" in the lines of a format.
 void WriteFormat(sdp::Writer& out, const sdp::AudioFormat& format) {
-    out << format.payload << " " << format.name << "\r\n";
+    out << "a=rtpmap:" << format.payload << " " << format.name << "\r\n";
     if (!format.parameters.empty()) {
         out << "a=fmtp:" << format.payload << " " << format.parameters << "\r\n";
     }
@@ -43,10 +42,9 @@ void SDPHandler::Build::Audio() {
     for (const int preferred : m_local.listAudioCodecPriority) {
         const sdp::AudioCodec* const codec = sdp::FindAudioCodec(preferred);
         if (codec != nullptr && (codecs & preferred) != 0) {
-            RTPMap(codec->codec);
+            WriteFormat(m_out, codec->format);
         }
     }
-    m_out << "a=rtpmap:";
     WriteFormat(m_out, sdp::kTelephoneEvent);
     Directional(MEDIA_AUDIO, VIDEOTYPE_UNKNOWN);
     if (m_local.iAudioRTPPort != 0) {
@@ -84,15 +82,16 @@ PayloadType_t SDPHandler::GetAudioPayload() const {
 }
 
 void SDPHandler::Build::RTPMap(PayloadType_t payload) {
-    m_out << "a=rtpmap:";
-    if (payload == PAYLOAD_H264) {
-        m_out << m_local.iVideoPayloadMode1 << " " << sdp::kH264Name << "\r\n";
-    } else if (payload == PAYLOAD_H264_PACKETIZATION_0) {
-        m_out << m_local.iVideoPayloadMode0 << " " << sdp::kH264Name << "\r\n";
-    } else if (const sdp::AudioCodec* const codec = sdp::FindAudioCodec(payload)) {
+    if (const sdp::AudioCodec* const codec = sdp::FindAudioCodec(payload)) {
         WriteFormat(m_out, codec->format);
+    } else if (payload == PAYLOAD_H264) {
+        m_out << "a=rtpmap:" << m_local.iVideoPayloadMode1 << " " << sdp::kH264Name << "\r\n";
+    } else if (payload == PAYLOAD_H264_PACKETIZATION_0) {
+        m_out << "a=rtpmap:" << m_local.iVideoPayloadMode0 << " " << sdp::kH264Name << "\r\n";
+    } else {
+        // [B08] A codec without a row leaves the bare prefix; no section asks for one.
+        m_out << "a=rtpmap:";
     }
-    // [B08] A codec without a row leaves the bare prefix; no section asks for one.
 }
 
 std::string SDPHandler::AddRTPMap(PayloadType_t payload) const {

@@ -15,11 +15,10 @@ void WriteFormatParameters(sdp::Writer& out, std::int32_t payload, const VideoPa
                            std::string_view levelDigits, std::string_view packetization) {
     // Baseline profile, no constraint
     out << "a=fmtp:" << payload << " " << sdp::kProfileLevelId << "=4200" << levelDigits;
-    for (int place = 1; place <= sdp::kWrittenLimits; ++place) {
-        for (const sdp::H264Parameter& limit : sdp::kH264Parameters) {
-            if (limit.place == place && parms.*limit.field != 0) {
-                out << ";" << limit.strName << "=" << (parms.*limit.field | (limit.isMadeOdd ? 1 : 0));
-            }
+    for (const sdp::H264Parameter* const limit : sdp::kWrittenLimits) {
+        const std::int32_t value = parms.*limit->field;
+        if (value != 0) {
+            out << ";" << limit->strName << "=" << (limit->isMadeOdd ? value | 1 : value);
         }
     }
     out << ";" << sdp::kPacketizationMode << packetization << ";level-asymmetry-allowed=1\r\n";

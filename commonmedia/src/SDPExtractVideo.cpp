@@ -10,6 +10,8 @@
 #include "SDPText.h"
 #include "VideoUtils.h"
 
+#include <iterator>
+
 namespace {
 
 /// The first parameter in table order whose name occurs in `name`; null for none. The name is searched
@@ -48,7 +50,7 @@ void SDPHandler::GetVideoRTPData(RemoteSDP& ParsedSDP, VideoParms& cVideoParms,
     rs.strVideoIPAddr = ms->strIPAddr.empty() ? strSessionIPAddr : ms->strIPAddr;
     // [X03] The last digit of the clock rate is not compared, so "H264/9000" passes as well: refusing it
     // would cost the stream for a typing error of the far end.
-    constexpr std::string_view name = sdp::kH264Name.substr(0, sdp::kH264Name.size() - 1);
+    constexpr std::string_view name(sdp::kH264Name, std::size(sdp::kH264Name) - 2);
     for (const RtpMap* const rm : ms->vecRtpMap) {
         if (sdp::Find(rm->strEncodingName, name) == std::string_view::npos) {
             continue;

@@ -59,6 +59,16 @@ constexpr std::uint32_t FirstLetters(const Row (&table)[N]) {
     return letters;
 }
 
+/// Length of the shortest keyword.
+template <typename Row, std::size_t N>
+constexpr std::size_t ShortestKeyword(const Row (&table)[N]) {
+    std::size_t shortest = table[0].keyword.size();
+    for (const Row& row : table) {
+        shortest = std::min(shortest, row.keyword.size());
+    }
+    return shortest;
+}
+
 /// Index of the first row whose keyword `text` begins with, one comparison for each row; the number of rows
 /// for none.
 template <const auto& kTable, std::size_t... kRow>
@@ -68,27 +78,37 @@ std::size_t RowAtStart(std::string_view text, std::index_sequence<kRow...> /*row
     return row;
 }
 
-/// The first row of the table, in table order, whose keyword occurs anywhere in the line; null for none.
-/// Every keyword has its "=" in second place, so the line's "=" signs are the only places to look, and one
-/// pass over them replaces a substring search per row.
+/// Index of the first row of the table, in table order, whose keyword occurs anywhere in the line; the number
+/// of rows for none. Every keyword has its "=" in second place, so the line's "=" signs are the only places
+/// to look, and one pass over them replaces a substring search per row.
 template <const auto& kTable>
-auto FirstKeyword(std::string_view line) -> decltype(&kTable[0]) {
+[[gnu::always_inline]] inline std::size_t FirstRow(std::string_view line) {
     static_assert(AreKeywords(kTable));
     constexpr std::size_t rows = std::size(kTable);
+    constexpr std::size_t shortest = ShortestKeyword(kTable);
     constexpr std::uint32_t letters = FirstLetters(kTable);
     std::size_t best = rows;
-    if (line.size() < 2) {
-        return nullptr;
+    if (line.size() < shortest) {
+        return best;
     }
+    // After this part of the line an "=" leaves no room for the rest of a keyword.
+    const std::string_view signs(line.data(), line.size() - shortest + 2);
     // Nearly every line has its first "=" in second place.
-    std::size_t at = line[1] == '=' ? 1 : FindByte(line, '=', 1);
-    for (; at < line.size(); at = FindByte(line, '=', at + 1)) {
+    std::size_t at = line[1] == '=' ? 1 : FindByte(signs, '=', 1);
+    for (; at < signs.size(); at = FindByte(signs, '=', at + 1)) {
         // Most other "=" signs of a line, those of format parameters, follow a letter that begins no keyword.
         if ((letters & LetterBit(line[at - 1])) != 0) {
             best = std::min(best, RowAtStart<kTable>(Behind(line, at - 1), std::make_index_sequence<rows>()));
         }
     }
-    return best == rows ? nullptr : &kTable[best];
+    return best;
+}
+
+/// The first row of the table, in table order, whose keyword occurs anywhere in the line; null for none.
+template <const auto& kTable>
+auto FirstKeyword(std::string_view line) -> decltype(&kTable[0]) {
+    const std::size_t row = FirstRow<kTable>(line);
+    return row == std::size(kTable) ? nullptr : &kTable[row];
 }
 
 } // namespace sdp

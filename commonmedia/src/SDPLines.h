@@ -54,9 +54,8 @@ constexpr bool AreLineRowsInOrder() {
 static_assert(std::size(kLineRows) == 13 && AreLineRowsInOrder());
 
 /// The row that a line, given without its CR LF, belongs to.
-inline SDPRow RowOf(std::string_view line) {
-    const LineRow* const found = FirstKeyword<kLineRows>(line);
-    return found == nullptr ? SDPRow::None : found->row;
+[[gnu::always_inline]] inline SDPRow RowOf(std::string_view line) {
+    return static_cast<SDPRow>(FirstRow<kLineRows>(line));
 }
 
 /// Calls `visit(offset, length)` for each line of a text, in order and without its CR LF.

@@ -55,18 +55,22 @@ void SDPHandler::ProcessLines(std::string_view text) {
     };
     static_assert(std::size(kProcess) == std::size(sdp::kLineRows));
 
-    sdp::ForEachLine(text, [&](std::size_t offset, std::size_t length) {
-        const std::string_view line(text.data() + offset, length);
-        const SDPRow row = sdp::RowOf(line);
-        if (lineObserver != nullptr) {
-            Observe(&SDPLineObserver::before, {row, offset, length, nullptr});
-        }
+    const auto process = [this](SDPRow row, std::string_view line) {
         if (row != SDPRow::None) {
             (this->*kProcess[static_cast<std::size_t>(row)])(line);
         }
-        if (lineObserver != nullptr) {
-            Observe(&SDPLineObserver::after, {row, offset, length, nullptr});
+    };
+    const bool isObserved = lineObserver != nullptr;
+    sdp::ForEachLine(text, [&](std::size_t offset, std::size_t length) {
+        const std::string_view line(text.data() + offset, length);
+        const SDPRow row = sdp::RowOf(line);
+        if (!isObserved) {
+            process(row, line);
+            return;
         }
+        Observe(&SDPLineObserver::before, {row, offset, length, nullptr});
+        process(row, line);
+        Observe(&SDPLineObserver::after, {row, offset, length, nullptr});
     });
 }
 

@@ -9,23 +9,18 @@
 #include <algorithm>
 
 std::size_t SDPHandler::PayloadIndex::PlainNumber(std::string_view payload) {
-    constexpr std::size_t longest = 3;
     const bool hasLeadingZero = payload.size() > 1 && payload.front() == '0';
-    if (payload.empty() || payload.size() > longest || hasLeadingZero) {
+    if (payload.empty() || hasLeadingZero) {
         return kNumbers;
     }
     std::size_t number = 0;
     for (const char c : payload) {
-        if (c < '0' || c > '9') {
+        number = number * 10 + static_cast<std::size_t>(c - '0');
+        if (c < '0' || c > '9' || number >= kNumbers) {
             return kNumbers;
         }
-        number = number * 10 + static_cast<std::size_t>(c - '0');
     }
-    return std::min(number, kNumbers);
-}
-
-bool SDPHandler::PayloadIndex::IsFor(const MediaSession& ms) const {
-    return m_section == &ms && m_formats == ms.vecRtpMap.size();
+    return number;
 }
 
 void SDPHandler::PayloadIndex::Build(const MediaSession& ms) {

@@ -16,7 +16,7 @@
 class SDPHandler::PayloadIndex {
 public:
     /// True when the index was built for this section and its present number of formats.
-    bool IsFor(const MediaSession& ms) const;
+    bool IsFor(const MediaSession& ms) const { return m_section == &ms && m_formats == ms.vecRtpMap.size(); }
 
     /// Indexes the formats of a section and forgets those of the previous one.
     void Build(const MediaSession& ms);

@@ -6,6 +6,7 @@
 // Test: tests/unit/SDPSearchTest.cpp
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -86,6 +87,9 @@ template <typename Bits, typename Is>
 /// Where the first `c` from `at` on stands.
 [[gnu::always_inline]] inline std::size_t FindByte(std::string_view text, char c,
                                                    std::size_t at = 0) noexcept {
+    if (text.size() < SixteenBytes::kSize) {
+        return std::min(text.find(c, at), text.size());
+    }
     return FindFirst(
         text, at, [c](SixteenBytes bytes) { return bytes.Equal(c); }, [c](char b) { return b == c; });
 }

@@ -50,13 +50,13 @@ constexpr const AudioCodec* FindAudioCodec(std::int32_t codec) {
 }
 
 /// Encoding name of both H.264 formats (RFC 6184, 8.2.1).
-inline constexpr std::string_view kH264Name = "H264/90000";
+inline constexpr char kH264Name[] = "H264/90000";
 
 /// The two H.264 bits of a stream's codec set.
 inline constexpr std::int32_t kAnyH264 = PAYLOAD_H264 | PAYLOAD_H264_PACKETIZATION_0;
 
-inline constexpr std::string_view kProfileLevelId = "profile-level-id";
-inline constexpr std::string_view kPacketizationMode = "packetization-mode";
+inline constexpr char kProfileLevelId[] = "profile-level-id";
+inline constexpr char kPacketizationMode[] = "packetization-mode";
 
 /// H.264 format parameters (RFC 6184, 8.1) in the order in which a remote parameter is compared with them.
 struct H264Parameter {
@@ -74,7 +74,18 @@ inline constexpr H264Parameter kH264Parameters[] = {
     {"max-br", &VideoParms::iFmtpMaxBitRate, 1, false},                 // max-br=2000
     {kPacketizationMode, &VideoParms::iFmtpPacketizationMode, 0, false} // packetization-mode=1
 };
-inline constexpr int kWrittenLimits = 3;
+
+/// The parameter that is written at this place, counted from 1.
+constexpr const H264Parameter* FindWrittenAt(int place) {
+    for (const H264Parameter& row : kH264Parameters) {
+        if (row.place == place) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+inline constexpr const H264Parameter* kWrittenLimits[] = {FindWrittenAt(1), FindWrittenAt(2),
+                                                          FindWrittenAt(3)};
 
 /// Roles of video streams (RFC 4796, 5) and the labels that they are written with (RFC 4574, 4).
 struct VideoRole {

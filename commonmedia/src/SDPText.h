@@ -5,13 +5,14 @@
 
 #include "SDPSearch.h"
 
-#include <algorithm>
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
 #include <optional>
 #include <string_view>
+#include <system_error>
 
 namespace sdp {
 
@@ -89,25 +90,18 @@ inline std::string_view Digits(std::string_view text) noexcept {
 /// The number at the start of a text, read as atoi reads it: white space, a sign, digits; 0 without digits.
 inline std::int32_t Number(std::string_view text) {
     text = Behind(text, FindNoBlank(text));
-    const bool isNegative = StartsWith(text, "-");
-    if (isNegative || StartsWith(text, "+")) {
+    if (StartsWith(text, "+") && !StartsWith(text, "+-")) {
         text.remove_prefix(1);
-    }
-    constexpr std::size_t safe = 18; // digits fit in 64 bits whatever they are
-    std::uint64_t magnitude = 0;
-    std::size_t at = 0;
-    for (; at < std::min(text.size(), safe) && IsDigit(text[at]); ++at) {
-        magnitude = magnitude * 10 + static_cast<std::uint64_t>(text[at] - '0');
     }
     // [G04] Digits saturate at 64 bits and the result is narrowed to 32, as the C library does where a long
     // has 64 bits: "4294967295" reads -1, "9999999999" reads 1410065407, and twenty nines read -1 again.
-    const std::uint64_t limit =
-        std::uint64_t{std::numeric_limits<std::int64_t>::max()} + (isNegative ? 1 : 0);
-    for (; at < text.size() && IsDigit(text[at]); ++at) {
-        const auto digit = static_cast<std::uint64_t>(text[at] - '0');
-        magnitude = magnitude > limit / 10 ? limit : std::min(magnitude * 10 + digit, limit);
+    using Limits = std::numeric_limits<std::int64_t>;
+    std::int64_t number = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (read.ec == std::errc::result_out_of_range) {
+        number = text.front() == '-' ? Limits::min() : Limits::max();
     }
-    return Narrow(isNegative ? 0 - magnitude : magnitude);
+    return Narrow(static_cast<std::uint64_t>(number));
 }
 
 /// The value of a hexadecimal digit; 16 for any other character.
