@@ -86,6 +86,8 @@ void Agent::OnAnswer(std::string_view body) {
     const SDPNegotiator::Outcome outcome = m_call.Accept(body);
     if (!outcome.isTaken) {
         m_journal.Note("answer not taken: " + std::string(outcome.reason));
+        // A second answer that is not taken changes nothing; without a first one there is no agreement.
+        m_mustEnd = m_call.GetPhase() == SDPNegotiator::Phase::OfferSent;
     }
     UpdateMedia();
 }
@@ -118,6 +120,9 @@ void Agent::OnClosed(int status) {
 
 void Agent::OnTick() {
     m_engine.Poll();
+    if (m_mustEnd) {
+        End(); // not from within OnAnswer, while the signalling still uses the session
+    }
     if (m_isOver) {
         // BYE and its response, and the last signals to the engine, take a moment.
         return SecondsSince(m_ended) > 0.5 ? m_signalling.Stop() : void();

@@ -52,6 +52,7 @@ private:
     bool m_isEstablished = false;
     bool m_isSettled = false; ///< the times of the steps count
     bool m_isOver = false;
+    bool m_mustEnd = false;   ///< the far end's answer cannot be used
     bool m_mustOffer = false; ///< an offer that changes nothing was asked for
     Clock::time_point m_started = Clock::now();
     Clock::time_point m_established;

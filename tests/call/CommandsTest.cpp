@@ -287,7 +287,7 @@ TEST(CallCommands, TheManualShowsTheseCommandLines) {
     const std::vector<call::Command> commands = call::CommandsFor(
         {AudioStream(), secure, VideoStream(VIDEOTYPE_MAIN)}, support::PresentationLocal(), 1000);
     ASSERT_EQ(commands.size(), 6U);
-    for (const std::size_t shown : {0, 2, 3, 4}) {
+    for (const std::size_t shown : {0U, 2U, 3U, 4U}) {
         EXPECT_NE(page.find(LineOf(commands[shown])), std::string::npos) << LineOf(commands[shown]);
     }
 }
