@@ -81,8 +81,19 @@ def they_hear(wanted):
     return "there", lambda call: sounds_like(call.far.heard(), wanted)
 
 
-def they_see():
-    return "there", lambda call: demand(call.far.saw(), "no picture") and call.far.saw()
+def they_see(*sizes):
+    """Pictures, by the far end's own account; each of the sizes, if any are given."""
+    def check(call):
+        seen = call.far.saw()
+        return demand(seen and all(size in seen for size in sizes), seen or "no picture")
+    return "there", check
+
+
+def they_log(pattern):
+    """The second agent's log has such a line."""
+    def check(call):
+        return demand(any(re.search(pattern, event) for _, event in call.far.agent.events()), f"no event '{pattern}'") and ""
+    return "there", check
 
 
 # --- wire -------------------------------------------------------------------------------------------------
