@@ -117,7 +117,7 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Accept(std::string_view answer) {
 
     Session next = pending;
     FillSession({description, choice, record, true}, *offered, next, repairs);
-    SecretText text(answer);
+    SecretText text{std::string(answer)};
     std::shared_ptr<const Wishes> told = Asking(offered, 0);
     // Wishes said while the offer was out are still to be told.
     wishes = wishes == offered ? told : Asking(wishes, wishes->asked & ~unsigned{offered->asked});

@@ -31,7 +31,7 @@ Slot ClosedSlot(const Section& section, const Slot* before) {
 }
 
 /// The numbers of the answer: those of the offer, for the formats that are taken.
-Numbers AnswerNumbers(Role role, const Taken& taken, const RemoteSDP& record) {
+Numbers AnswerNumbers(Role role, const Taken& taken) {
     Numbers numbers = kNoNumbers;
     if (role == kMain || role == kSlides) {
         for (const Format* const format : {taken.video.first, taken.video.second}) {
@@ -41,12 +41,9 @@ Numbers AnswerNumbers(Role role, const Taken& taken, const RemoteSDP& record) {
         }
     }
     if (role == kAudio) {
-        for (const Meaning meaning : {kG722, kG7221, kG711U, kG729, kEvents}) {
-            const Format* const format = taken.formats->Find(meaning);
-            const bool isChosen =
-                meaning == kEvents || sdp::kAudioCodecs[meaning].codec == record.eAudioCodec;
-            numbers[meaning] = isChosen && format != nullptr ? format->number : std::int16_t{-1};
-        }
+        const Format* const events = taken.formats->Find(kEvents);
+        numbers[taken.audio->meaning] = taken.audio->number;
+        numbers[kEvents] = events == nullptr ? std::int16_t{-1} : events->number;
     }
     return numbers;
 }
@@ -69,7 +66,7 @@ void OpenSlot(Slot& slot, Role role, const Taken& taken, const Reading& reading,
                                                       : SDPNegotiator::FloorRole::Server;
         return;
     }
-    slot.numbers = AnswerNumbers(role, taken, reading.record);
+    slot.numbers = AnswerNumbers(role, taken);
     slot.profile = taken.video.first == nullptr ? std::string_view() : taken.video.first->profile;
     Bind(slot);
     const Way wanted = told.Wanted(role);
@@ -185,8 +182,7 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
     const sdp::WipedAtEnd wiped(component);
     sdp::Writer writer(kUsualLength);
     WriteBody(writer, component, next, AnswerPlans(choice, next, *told));
-    std::string body = writer.Take();
-    const sdp::WipedAtEnd bodyWiped(body);
+    SecretText body(writer.Take());
     // Slides that are to be presented need an offer of their own when this one has none to take them.
     const unsigned left = phase == Phase::Idle ? unsigned{Wishes::Bit(kSlides)} : ~0U;
     std::shared_ptr<const Wishes> asking = Asking(told, told->asked & left & ~roles);

@@ -70,7 +70,7 @@ bool SDPNegotiator::Call::MakeKeys(Wishes& told, bool replaces) const {
     return true;
 }
 
-std::string SDPNegotiator::Call::Seal(std::string_view component, std::string_view body) {
+std::string SDPNegotiator::Call::Seal(std::string_view component, SecretText& body) {
     constexpr std::uint64_t bits62 = (std::uint64_t{1} << 62U) - 1;
     std::uint64_t id = sessionId;
     std::string user = originUser;
@@ -87,10 +87,10 @@ std::string SDPNegotiator::Call::Seal(std::string_view component, std::string_vi
         address =
             wishes->local.strMyIPAddr.empty() ? wishes->local.strDefaultIPAddr : wishes->local.strMyIPAddr;
     }
-    const std::uint64_t next = version + (body == lastBody.View() ? 0 : 1);
+    const std::uint64_t next = version + (body == lastBody ? 0 : 1);
     std::string text;
     constexpr std::size_t head = 96; // words and numbers of the two lines
-    text.reserve(body.size() + user.size() + address.size() + head);
+    text.reserve(body.View().size() + user.size() + address.size() + head);
     text += "v=0\r\no=";
     text += user;
     text += ' ';
@@ -102,8 +102,8 @@ std::string SDPNegotiator::Call::Seal(std::string_view component, std::string_vi
     text += ' ';
     text += address;
     text += "\r\n";
-    text += body;
-    lastBody = SecretText(body);
+    text += body.View();
+    lastBody = std::move(body);
     sessionId = id;
     version = next;
     originUser.swap(user);

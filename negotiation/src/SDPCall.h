@@ -33,7 +33,7 @@ struct SDPNegotiator::Call {
     std::shared_ptr<const negotiation::Wishes> WithKeys(bool isSecure) const;
     /// Puts "v=" and "o=" in front of a body, as the text that is sent next. The version grows when the body
     /// is another one than the last. Empty when no session id can be made.
-    std::string Seal(std::string_view component, std::string_view body);
+    std::string Seal(std::string_view component, negotiation::SecretText& body);
     /// A new agreement on what `told` says.
     void Agree(negotiation::Session& next, std::shared_ptr<const negotiation::Wishes> told) noexcept;
 

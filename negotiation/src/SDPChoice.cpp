@@ -23,19 +23,21 @@ constexpr Verdict kNoCodec = {State::NoCommonCodec, "no format of the section is
 constexpr Verdict kNoKey = {State::NoUsableKey, "no crypto line of the section can be used"};
 constexpr Verdict kNoSlides = {State::DeclinedByUs, "floor control without slides is not taken"};
 
-bool IsSpoken(const Format& format, Role role, const Wishes& wishes) {
-    return role == kAudio && format.meaning < kEvents &&
-           (wishes.local.eAudioCodec & sdp::kAudioCodecs[format.meaning].codec) != 0;
-}
-
-/// Whether the formats hold a codec for the role; for video, which ones are used.
+/// Whether the formats hold a codec for the role; which ones are used. The far end's order decides on audio
+/// (RFC 3264, 6.1).
 bool ChooseFormats(Role role, const Wishes& wishes, Taken& taken) {
-    if (role == kAudio) {
-        return std::any_of(taken.formats->begin(), taken.formats->end(),
-                           [&](const Format& format) { return IsSpoken(format, role, wishes); });
+    if (role != kAudio) {
+        taken.video = ChooseH264(*taken.formats, (wishes.Video(role).eVideoCodec & PAYLOAD_H264) != 0);
+        return taken.video.first != nullptr;
     }
-    taken.video = ChooseH264(*taken.formats, (wishes.Video(role).eVideoCodec & PAYLOAD_H264) != 0);
-    return taken.video.first != nullptr;
+    for (const Format& format : *taken.formats) {
+        if (format.meaning < kEvents &&
+            (wishes.local.eAudioCodec & sdp::kAudioCodecs[format.meaning].codec) != 0) {
+            taken.audio = &format;
+            return true;
+        }
+    }
+    return false;
 }
 
 /// The policy's word on a section, before its formats are looked at.

@@ -20,7 +20,8 @@ struct Taken {
     std::size_t place = 0;
     const Section* section = nullptr; ///< null: nothing was taken for this role
     std::optional<Formats> formats;   ///< not for floor control
-    VideoFormats video;               ///< for video
+    const Format* audio = nullptr;    ///< for audio: the format that is used
+    VideoFormats video;               ///< for video: those that are used
     bool isSecure = false;
     CryptoLine crypto;
 };

@@ -193,8 +193,7 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Offer() {
     const sdp::WipedAtEnd wiped(component);
     sdp::Writer writer(kUsualLength);
     WriteBody(writer, component, next, plans);
-    std::string body = writer.Take();
-    const sdp::WipedAtEnd bodyWiped(body);
+    SecretText body(writer.Take());
     Outcome outcome;
     outcome.text = Seal(component, body);
     if (outcome.text.empty()) {

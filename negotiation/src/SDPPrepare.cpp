@@ -46,23 +46,20 @@ void WriteAddress(sdp::Writer& text, const Description& description, Lines lines
     }
 }
 
-void WriteAudioFormats(sdp::Writer& text, const Formats& formats) {
-    std::array<bool, kMeanings> isListed{};
-    for (const Format& format : formats) {
-        if (format.meaning <= kEvents && !isListed[format.meaning]) {
-            isListed[format.meaning] = true;
-            text << " " << std::int32_t{kOwnNumbers[format.meaning]};
-        }
+void WriteRtpmap(sdp::Writer& text, const sdp::AudioFormat& format) {
+    text << "a=rtpmap:" << format.payload << " " << format.name << "\r\n";
+}
+
+void WriteAudioFormats(sdp::Writer& text, const Taken& taken) {
+    const sdp::AudioFormat& codec = sdp::kAudioCodecs[taken.audio->meaning].format;
+    const bool hasEvents = taken.formats->Find(kEvents) != nullptr;
+    text << " " << codec.payload << (hasEvents ? " 101\r\n" : "\r\n");
+    if (taken.audio->meaning == kG7221) {
+        WriteRtpmap(text, codec);
+        text << "a=fmtp:" << codec.payload << " " << codec.parameters << "\r\n";
     }
-    text << "\r\n";
-    if (isListed[kG7221]) {
-        const sdp::AudioFormat& format = sdp::kAudioCodecs[kG7221].format;
-        text << "a=rtpmap:" << format.payload << " " << format.name << "\r\na=fmtp:" << format.payload << " "
-             << format.parameters << "\r\n";
-    }
-    if (isListed[kEvents]) {
-        const sdp::AudioFormat& format = sdp::kTelephoneEvent;
-        text << "a=rtpmap:" << format.payload << " " << format.name << "\r\n";
+    if (hasEvents) {
+        WriteRtpmap(text, sdp::kTelephoneEvent);
     }
 }
 
@@ -131,7 +128,7 @@ void WriteSection(sdp::Writer& text, const Description& description, Role role, 
     if (role == kFloor) {
         WriteFloor(text, lines);
     } else if (role == kAudio) {
-        WriteAudioFormats(text, *taken.formats);
+        WriteAudioFormats(text, taken);
     } else {
         WriteVideoFormat(text, *taken.video.first, repairs);
     }
@@ -145,9 +142,8 @@ void WriteSection(sdp::Writer& text, const Description& description, Role role, 
         text << "a=crypto:" << taken.crypto.tag << " " << sdp::kSuites[0].strName
              << " inline:" << taken.crypto.key << "\r\n";
     }
-    text << KeywordOf(WayOf(description, *taken.section, repairs)) << "\r\n";
-    if (role != kAudio) {
-        text << (role == kSlides ? "a=content:slides\r\n" : "a=content:main\r\n");
+    if (role == kSlides) {
+        text << "a=content:slides\r\n";
     }
 }
 

@@ -27,6 +27,10 @@ constexpr Kind kKinds[] = {
      SDPRow::Candidate},
     {"c=IN IP4 192.0.2.10", "c=", LineKind::Connection, SDPRow::Connection},
     {"m=audio 49170 RTP/AVP 0 101", "m=", LineKind::Media, SDPRow::Media},
+    {"a=sendrecv", sdp::kDirections[3].keyword, LineKind::Direction, SDPRow::Direction},
+    {"a=sendonly", sdp::kDirections[1].keyword, LineKind::Direction, SDPRow::Direction},
+    {"a=recvonly", sdp::kDirections[2].keyword, LineKind::Direction, SDPRow::Direction},
+    {"a=inactive", sdp::kDirections[0].keyword, LineKind::Direction, SDPRow::Direction},
     {"b=TIAS:1920000", "b=", LineKind::Bandwidth, SDPRow::Bandwidth},
     {"t=0 0", "t=", LineKind::Time, SDPRow::None},
     {"a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:", "a=crypto:", LineKind::Crypto, SDPRow::Crypto},
@@ -41,10 +45,6 @@ constexpr Kind kKinds[] = {
     {"a=confid:15", "a=confid:", LineKind::ConferenceId, SDPRow::ConferenceId},
     {"a=userid:15", "a=userid:", LineKind::UserId, SDPRow::UserId},
     {"a=floorid:2 mstrm:9", "a=floorid:", LineKind::FloorId, SDPRow::Direction},
-    {"a=sendrecv", sdp::kDirections[3].keyword, LineKind::Direction, SDPRow::Direction},
-    {"a=sendonly", sdp::kDirections[1].keyword, LineKind::Direction, SDPRow::Direction},
-    {"a=recvonly", sdp::kDirections[2].keyword, LineKind::Direction, SDPRow::Direction},
-    {"a=inactive", sdp::kDirections[0].keyword, LineKind::Direction, SDPRow::Direction},
 };
 constexpr std::size_t kKindCount = std::size(kKinds);
 
@@ -183,14 +183,6 @@ Description Cut(std::string_view text, Repairs& repairs) {
     return description;
 }
 
-std::string_view Trim(std::string_view text) noexcept {
-    text.remove_prefix(sdp::FindNoBlank(text));
-    while (!text.empty() && sdp::IsBlank(text.back())) {
-        text.remove_suffix(1);
-    }
-    return text;
-}
-
 bool EqualsNoCase(std::string_view a, std::string_view b) noexcept {
     if (a.size() != b.size()) {
         return false;
@@ -198,13 +190,6 @@ bool EqualsNoCase(std::string_view a, std::string_view b) noexcept {
     const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
     return a == b || std::equal(a.begin(), a.end(), b.begin(),
                                 [lower](char x, char y) { return lower(x) == lower(y); });
-}
-
-std::string_view TakePiece(std::string_view& text, char separator) noexcept {
-    const std::size_t length = sdp::FindByte(text, separator);
-    const std::string_view piece = text.substr(0, length);
-    text.remove_prefix(std::min(text.size(), length + 1));
-    return piece;
 }
 
 std::int32_t NumberOrNone(std::string_view text) noexcept {

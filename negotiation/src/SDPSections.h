@@ -7,6 +7,7 @@
 #include "SDPLines.h"
 #include "SDPText.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -106,11 +107,22 @@ struct Description {
 Description Cut(std::string_view text, Repairs& repairs);
 
 /// A text without the white space around it.
-std::string_view Trim(std::string_view text) noexcept;
+inline std::string_view Trim(std::string_view text) noexcept {
+    text.remove_prefix(sdp::FindNoBlank(text));
+    while (!text.empty() && sdp::IsBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
 /// Whether two texts are equal but for the case of ASCII letters.
 bool EqualsNoCase(std::string_view a, std::string_view b) noexcept;
 /// The text up to a separator, which is cut off `text` together with the piece. The last piece ends the text.
-std::string_view TakePiece(std::string_view& text, char separator) noexcept;
+inline std::string_view TakePiece(std::string_view& text, char separator) noexcept {
+    const std::size_t length = sdp::FindByte(text, separator);
+    const std::string_view piece = text.substr(0, length);
+    text.remove_prefix(std::min(text.size(), length + 1));
+    return piece;
+}
 /// The number that a text is; -1 when it is not one of at most nine digits.
 std::int32_t NumberOrNone(std::string_view text) noexcept;
 

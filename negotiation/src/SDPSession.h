@@ -35,7 +35,7 @@ struct Way {
 class SecretText {
 public:
     SecretText() = default;
-    explicit SecretText(std::string_view text) : m_text(text) {}
+    explicit SecretText(std::string&& text) noexcept { m_text.swap(text); }
     SecretText(const SecretText&) = default;
     SecretText(SecretText&& other) noexcept { m_text.swap(other.m_text); }
     SecretText& operator=(SecretText other) noexcept {

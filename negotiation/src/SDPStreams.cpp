@@ -30,13 +30,8 @@ SDPNegotiator::Media MediaOf(const Slot& slot) {
 void FillAudio(Stream& stream, const Taken& taken, const RemoteSDP& record, const Slot& slot) {
     stream.address = record.strAudioIPAddr;
     stream.codec = record.eAudioCodec;
-    for (const Meaning meaning : {kG722, kG7221, kG711U, kG729}) {
-        const Format* const format = taken.formats->Find(meaning);
-        if (sdp::kAudioCodecs[meaning].codec == record.eAudioCodec && format != nullptr) {
-            stream.sendPayload = format->number;
-            stream.receivePayload = slot.numbers[meaning];
-        }
-    }
+    stream.sendPayload = taken.audio->number;
+    stream.receivePayload = slot.numbers[taken.audio->meaning];
     if (const Format* const events = taken.formats->Find(kEvents)) {
         stream.sendEvents = events->number;
         stream.receiveEvents = slot.numbers[kEvents];
