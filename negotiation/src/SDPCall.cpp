@@ -1,7 +1,7 @@
 // Stage: shape, what offers and answers share: the component's set-up, keys, the origin line, the agreement.
 // Input: wishes, a finished body. Output: a text, a new agreed state.
 // Touches the state of the call, at the end of an operation that succeeds.
-// Test: tests/negotiation/SDPCallTest.cpp
+// Test: tests/negotiation/SDPNegotiatorTest.cpp
 #include "SDPCall.h"
 
 #include <openssl/rand.h>

@@ -1,6 +1,6 @@
 // Which sections of a far end's text are taken, and why the others are not.
 //
-// Test: tests/negotiation/SDPChoiceTest.cpp
+// Test: tests/negotiation/SDPAnswerTest.cpp
 #pragma once
 
 #include "SDPSession.h"

@@ -1,6 +1,6 @@
 // Crypto lines of a far end: which one can be used (RFC 4568).
 //
-// Test: tests/negotiation/SDPCryptoTest.cpp
+// Test: tests/negotiation/SDPAnswerTest.cpp
 #pragma once
 
 #include "SDPRepairs.h"

@@ -2,7 +2,7 @@
 // Input: the lines of one section. Output: payload numbers with their meaning.
 // Touches nothing but the list of repairs.
 // The names of codecs are those that the component writes.
-// Test: tests/negotiation/SDPFormatsTest.cpp
+// Test: tests/negotiation/SDPRepairsTest.cpp
 #include "SDPFormats.h"
 
 #include <algorithm>

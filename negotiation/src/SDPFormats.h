@@ -1,6 +1,6 @@
 // What the payload formats of a section mean.
 //
-// Test: tests/negotiation/SDPFormatsTest.cpp
+// Test: tests/negotiation/SDPRepairsTest.cpp
 #pragma once
 
 #include "SDPRepairs.h"

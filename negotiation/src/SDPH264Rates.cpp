@@ -1,7 +1,7 @@
 // Stage: streams, level and limits to picture rates.
 // Input: a level name and the limits that extend it. Output: the highest whole rate per picture size.
 // Touches the pictures of a stream.
-// Test: tests/negotiation/SDPH264RatesTest.cpp
+// Test: tests/negotiation/SDPStreamsTest.cpp
 #include "SDPH264Rates.h"
 
 #include "H264Level.h"

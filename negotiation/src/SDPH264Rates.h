@@ -1,6 +1,6 @@
 // What an H.264 level and its extensions mean for picture sizes (ITU-T H.264, annex A).
 //
-// Test: tests/negotiation/SDPH264RatesTest.cpp
+// Test: tests/negotiation/SDPStreamsTest.cpp
 #pragma once
 
 #include "SDPNegotiator.h"

@@ -1,7 +1,7 @@
 // Stage: component, shape: the wishes to an offer.
 // Input: the wishes, the agreed session. Output: the offer, or a reason why there is none.
 // Touches the state of the call when there is an offer.
-// Test: tests/negotiation/SDPOfferTest.cpp
+// Test: tests/negotiation/SDPNegotiatorTest.cpp
 #include "SDPCall.h"
 #include "SDPPrepare.h"
 

@@ -1,6 +1,6 @@
 // The state machine of offer and answer (RFC 3264, 4): what each call does in each phase.
 //
-// Test: tests/negotiation/SDPPhasesTest.cpp
+// Test: tests/negotiation/SDPNegotiatorTest.cpp
 #pragma once
 
 #include "SDPNegotiator.h"

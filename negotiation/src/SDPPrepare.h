@@ -1,6 +1,6 @@
 // The copy of a far end's text that the component reads.
 //
-// Test: tests/negotiation/SDPPrepareTest.cpp
+// Test: tests/negotiation/SDPRepairsTest.cpp
 #pragma once
 
 #include "SDPChoice.h"
