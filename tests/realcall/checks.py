@@ -167,7 +167,7 @@ def secure(bits, *kinds, begin=None):
             for packet in sent:
                 demand(tags.made(packet) == bits, f"a {kind} packet of {len(packet.payload)} bytes without a tag of ours")
             count += len(sent)
-        return f"{count} packets, each with a {bits}-bit tag"
+        return f"{count} packets, each with a tag of {bits} bits"
     return "wire", check
 
 

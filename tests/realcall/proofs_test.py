@@ -112,7 +112,7 @@ class Checks(unittest.TestCase):
 
     def test_one_packet_without_a_tag_is_enough(self):
         _, check = checks.secure(80, "audio")
-        self.assertEqual(check(self.call_with(tagged(RTP, 10))), "1 packets, each with a 80-bit tag")
+        self.assertEqual(check(self.call_with(tagged(RTP, 10))), "1 packets, each with a tag of 80 bits")
         with self.assertRaisesRegex(checks.Unproven, "without a tag of ours"):
             check(self.call_with(tagged(RTP, 10), RTP))
         with self.assertRaisesRegex(checks.Unproven, "no audio packet"):

@@ -67,7 +67,7 @@ SEVEN = (
 SEVEN_ANSWER = (r"^m=text 0 .*^m=video 30002 .*^m=application 0 .*^m=audio 30000 .*^m=audio 0 .*^m=image 0 "
                 r".*^m=video 0 ")
 
-HOLD = "--hold-after 2.5 --resume-after 5 --hang-up-after 8"
+HOLD = "--hold-after 2 --resume-after 4.5 --hang-up-after 7"
 HELD = (("action hold", 0.7), ("action resume", 0.0))
 RESUMED = (("action resume", 0.7), None)
 
@@ -96,13 +96,13 @@ PLAIN = [
              incoming=True),
     Scenario("H.264 in mode 0 alone", baresip(), "--audio PCMU --video mode0 --hang-up-after 3.5",
              BOTH_TONES + BOTH_PICTURES + [sizes("out", "video", 1200)]),
-    Scenario("H.264, we call", linphone(video=True), "--audio PCMU --hang-up-after 6",
+    Scenario("H.264, we call", linphone(video=True), "--audio PCMU --hang-up-after 3.5",
              BOTH_TONES + [sees(STILL), they_see()]),
-    Scenario("H.264, they call", linphone(video=True), "--audio PCMU --hang-up-after 6",
+    Scenario("H.264, they call", linphone(video=True), "--audio PCMU --hang-up-after 3.5",
              BOTH_TONES + [sees(STILL), they_see()], incoming=True),
 ]
 
-SECURE_VIDEO = "--srtp required --audio PCMU --hang-up-after 5 --suite "
+SECURE_VIDEO = "--srtp required --audio PCMU --hang-up-after 3.5 --suite "
 SECURE = [
     Scenario("SRTP, 32-bit tag, we call", baresip(";mediaenc=srtp"), SECURE_VIDEO + "32",
              BOTH_TONES + BOTH_PICTURES + [sizes("out", "audio", 176), secure(32, "audio", "video")]),
@@ -111,14 +111,14 @@ SECURE = [
     Scenario("SRTP, its default (80 alone), they call", baresip(";mediaenc=srtp-mand"), SECURE_VIDEO + "32",
              BOTH_TONES + BOTH_PICTURES + [sizes("out", "audio", 182), secure(80, "audio", "video")], incoming=True),
     Scenario("SRTP, 32-bit tag, we call", linphone(video=True, encryption="srtp", sip=LINPHONE_TWO),
-             "--srtp required --audio PCMU --hang-up-after 6 --suite 32",
+             "--srtp required --audio PCMU --hang-up-after 3.5 --suite 32",
              BOTH_TONES + [sees(STILL), they_see(), sizes("out", "audio", 176), secure(32, "audio", "video")]),
     Scenario("SRTP, 32-bit tag, they call", linphone(video=True, encryption="srtp", sip=LINPHONE_32),
-             "--srtp required --audio PCMU --hang-up-after 6",
+             "--srtp required --audio PCMU --hang-up-after 3.5",
              BOTH_TONES + [sees(STILL), they_see(), sizes("out", "audio", 176), secure(32, "audio", "video")],
              incoming=True),
     Scenario("SRTP, its own four suites, they call", linphone(video=True, encryption="srtp"),
-             "--srtp required --audio PCMU --hang-up-after 6",
+             "--srtp required --audio PCMU --hang-up-after 3.5",
              BOTH_TONES + [sees(STILL), they_see(), sizes("out", "audio", 182), secure(80, "audio", "video")],
              incoming=True),
     Scenario("SRTP, only a suite that we do not read", linphone(encryption="srtp", sip=LINPHONE_256),
@@ -148,20 +148,20 @@ CHANGES = [
                            flows("out", "audio", ("action resume-ports", 0.7), None),
                            flows("in", "audio", ("action resume-ports", 0.7), None), hold_shown()]),
     Scenario("re-offer refused: the call goes on", linphone(),
-             "--video none --audio PCMU --hold-by-port-after 2.5 --hang-up-after 6",
+             "--video none --audio PCMU --hold-by-port-after 2 --hang-up-after 5",
              BOTH_TONES + [logs("offer refused with (488)"), flows("out", "audio", ("offer refused", 0.7), None),
                            flows("in", "audio", ("offer refused", 0.7), None)]),
-    Scenario("they hold, resume", baresip(), "--audio PCMU --hang-up-after 8",
+    Scenario("they hold, resume", baresip(), "--audio PCMU --hang-up-after 7",
              BOTH_TONES + [silent("out", "audio", ("kept 03", 0.7), ("kept 05", 0)),
                            silent("out", "video", ("kept 03", 0.7), ("kept 05", 0)),
                            flows("out", "audio", ("kept 05", 0.7), None), hold_shown()],
-             far_says=((2.5, "hold"), (5, "resume"))),
-    Scenario("they hold, resume", linphone(), "--video none --audio PCMU --hang-up-after 8",
+             far_says=((2, "hold"), (4.5, "resume"))),
+    Scenario("they hold, resume", linphone(), "--video none --audio PCMU --hang-up-after 7",
              BOTH_TONES + [silent("out", "audio", ("kept 03", 0.7), ("kept 05", 0)),
                            flows("out", "audio", ("kept 05", 0.7), None), hold_shown()],
-             far_says=((2.5, "hold"), (5, "resume"))),
+             far_says=((2, "hold"), (4.5, "resume"))),
     Scenario("camera muted, shown again", baresip(),
-             "--audio PCMU --mute-after 2.5 --unmute-after 5 --hang-up-after 8",
+             "--audio PCMU --mute-after 2 --unmute-after 4.5 --hang-up-after 7",
              BOTH_TONES + BOTH_PICTURES
              + [silent("out", "video", ("action mute", 0.7), ("action unmute", 0)),
                 flows("in", "video", ("action mute", 0.7), ("action unmute", 0)),
@@ -224,7 +224,8 @@ CONTROLS = [
 ]
 
 SANITIZED = [
-    Scenario("address sanitizer, we call", baresip(";mediaenc=srtp"), SECURE_VIDEO + "80 --hold-after 2 --resume-after 3",
+    Scenario("address sanitizer, we call", baresip(";mediaenc=srtp"),
+             "--srtp required --audio PCMU --hold-after 1.5 --resume-after 3 --hang-up-after 5",
              [hears(440), secure(80, "audio", "video")], is_sanitized=True),
     Scenario("address sanitizer, they call", linphone(encryption="srtp"), "--srtp wanted " + AUDIO + "PCMU",
              BOTH_TONES + [secure(80, "audio")], incoming=True, is_sanitized=True),
