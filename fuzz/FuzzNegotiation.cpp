@@ -12,6 +12,7 @@
 #include <cstring>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -30,10 +31,12 @@ constexpr const char* kGoodOffer =
     "a=rtpmap:97 H264/90000\r\n"
     "a=fmtp:97 profile-level-id=42e01f;packetization-mode=1\r\n";
 
+/// Source of keys and session ids. It begins anew with each input, so an input has one meaning.
+std::minstd_rand g_random;
+
 bool RandomBytes(unsigned char* bytes, std::size_t length) {
-    static std::minstd_rand random(7);
     for (std::size_t n = 0; n < length; ++n) {
-        bytes[n] = static_cast<unsigned char>(random() >> 8U);
+        bytes[n] = static_cast<unsigned char>(g_random() >> 8U);
     }
     return true;
 }
@@ -59,23 +62,32 @@ LocalSDP Capabilities(fuzz::Input& input) {
     return local;
 }
 
+/// What the input chooses before its text begins.
+struct Past {
+    bool isRepaired = true;
+    std::string offer; ///< ours that is out; empty for none
+};
+
 /// Brings the call to the phase that the input chooses.
-void Prepare(fuzz::Input& input, SDPNegotiator& call) {
+Past Prepare(fuzz::Input& input, SDPNegotiator& call) {
     constexpr SDPNegotiator::Srtp policies[] = {SDPNegotiator::Srtp::Off, SDPNegotiator::Srtp::Wanted,
                                                 SDPNegotiator::Srtp::Required};
     call.SetSrtp(input.Pick(policies));
     call.SetLocal(Capabilities(input));
-    call.SetRepairs(input.Below(8) != 0);
-    const std::size_t past = input.Below(4);
-    if (past == 1 || past == 3) {
+    Past past;
+    past.isRepaired = input.Below(8) != 0;
+    call.SetRepairs(past.isRepaired);
+    const std::size_t texts = input.Below(4);
+    if (texts == 1 || texts == 3) {
         call.Answer(kGoodOffer);
     }
     call.Present(input.Below(2) != 0);
     call.MuteCamera(input.Below(4) == 0);
     call.Hold(input.Below(4) == 0);
-    if (past >= 2) {
-        call.Offer();
+    if (texts >= 2) {
+        past.offer = call.Offer().text;
     }
+    return past;
 }
 
 /// A refusal has a reason without a key, a status where the caller has to send one, and no effect.
@@ -97,7 +109,9 @@ void RequireNone(const char* law, const std::vector<JudgeViolation>& violations,
     }
 }
 
-void CheckOffered(SDPNegotiator& call, const std::string& text) {
+/// Every answer is well-formed. It also fits its offer, except without repairs: a number that the component
+/// takes for another codec than the offer means stands for that codec in the answer.
+void CheckOffered(SDPNegotiator& call, bool isRepaired, const std::string& text) {
     const SDPNegotiator before = call;
     const bool isPending = call.GetPhase() == SDPNegotiator::Phase::OfferSent;
     const Outcome answer = call.Answer(text);
@@ -108,7 +122,10 @@ void CheckOffered(SDPNegotiator& call, const std::string& text) {
         return;
     }
     fuzz::Require(!isPending, "no answer while an offer is out", answer.text, text);
-    RequireNone("an answer fits its offer", CheckAnswer(text, answer.text), text, answer.text);
+    RequireNone("an answer is well-formed", CheckNext("", answer.text), text, answer.text);
+    if (isRepaired) {
+        RequireNone("an answer fits its offer", CheckAnswer(text, answer.text), text, answer.text);
+    }
     const Outcome next = call.Offer();
     if (next.isTaken) {
         RequireNone("an offer continues the session", CheckNext(answer.text, next.text), answer.text,
@@ -116,13 +133,39 @@ void CheckOffered(SDPNegotiator& call, const std::string& text) {
     }
 }
 
-void CheckAnswered(SDPNegotiator& call, const std::string& text) {
+/// The "m=" lines of our own text.
+std::vector<std::string> MediaLines(const std::string& text) {
+    std::vector<std::string> lines;
+    for (std::size_t at = text.find("\nm="); at != std::string::npos; at = text.find("\nm=", at + 1)) {
+        lines.push_back(text.substr(at + 1, text.find('\r', at) - at - 1));
+    }
+    return lines;
+}
+
+/// What runs was offered, and is secure where it was offered so.
+void CheckStarted(const SDPNegotiator& call, const std::string& offer, const std::string& text) {
+    const std::vector<std::string> offered = MediaLines(offer);
+    fuzz::Require(call.Streams().size() == offered.size(), "one stream for each offered section", offer,
+                  text);
+    for (const SDPNegotiator::Stream& stream : call.Streams()) {
+        const std::string& line = offered[stream.section];
+        const bool runs = stream.send || stream.receive || stream.state == SDPNegotiator::State::Start;
+        fuzz::Require(!runs || line.find(" 0 ") == std::string::npos || line.find(" 0 ") > line.find(" RTP/"),
+                      "what runs was offered", line, text);
+        fuzz::Require(!runs || line.find("/SAVP") == std::string::npos ||
+                          stream.suite != Quor::media::rtp::CryptoParams::CRYPTO_NONE,
+                      "what was offered secure is never plain", line, text);
+    }
+}
+
+void CheckAnswered(SDPNegotiator& call, const std::string& offer, const std::string& text) {
     const SDPNegotiator before = call;
     const Outcome taken = call.Accept(text);
     if (!taken.isTaken) {
         CheckRefusal(taken, before, call, text);
         return;
     }
+    CheckStarted(call, offer, text);
     const SDPNegotiator once = call;
     call.Accept(text);
     fuzz::Require(once == call, "the same answer once more changes nothing", text, text);
@@ -148,8 +191,9 @@ void CheckStreams(const SDPNegotiator& call, bool requiresSrtp, const std::strin
 
 void FuzzNegotiation(const std::uint8_t* data, std::size_t size) {
     fuzz::Input input(data, size);
+    g_random.seed(7);
     SDPNegotiator call(RandomBytes);
-    Prepare(input, call);
+    const Past past = Prepare(input, call);
     const bool requiresSrtp = input.Below(4) == 0;
     if (requiresSrtp) {
         call.SetSrtp(SDPNegotiator::Srtp::Required);
@@ -157,9 +201,9 @@ void FuzzNegotiation(const std::uint8_t* data, std::size_t size) {
     const bool isOffer = call.GetPhase() != SDPNegotiator::Phase::OfferSent || input.Below(8) == 0;
     const std::string text = input.Rest();
     if (isOffer) {
-        CheckOffered(call, text);
+        CheckOffered(call, past.isRepaired, text);
     } else {
-        CheckAnswered(call, text);
+        CheckAnswered(call, past.offer, text);
     }
     CheckStreams(call, requiresSrtp, text);
 }

@@ -4,6 +4,7 @@
 // Test: tests/negotiation/SDPAnswerTest.cpp
 #include "SDPCall.h"
 #include "SDPPrepare.h"
+#include "SDPRepeat.h"
 
 #include <algorithm>
 
@@ -19,7 +20,7 @@ Slot ClosedSlot(const Section& section, const Slot* before) {
     // What a short line does not say is said by a word that changes nothing at port 0.
     slot.media = section.media;
     slot.transport = section.transport.empty() ? std::string_view("RTP/AVP") : section.transport;
-    slot.formats = section.formats.empty() ? std::string_view("0") : section.formats;
+    slot.formats = RepeatedFormats(section);
     // A stream of ours that is not in this text comes back to a slot of its kind.
     slot.role = section.role;
     if (before != nullptr && before->role == slot.role) {
@@ -57,11 +58,12 @@ void OpenSlot(Slot& slot, Role role, const Taken& taken, const Reading& reading,
     }
     slot.role = role;
     slot.isOpen = true;
-    slot.label = lines.Value(LineKind::Label);
+    slot.label = RepeatedValue(lines, LineKind::Label);
+    slot.content = role == kMain ? RepeatedContent(lines) : std::string_view();
     if (role == kFloor) {
-        slot.floor = lines.Value(LineKind::FloorId);
-        slot.conferenceId = lines.Value(LineKind::ConferenceId);
-        slot.userId = lines.Value(LineKind::UserId);
+        slot.floor = RepeatedValue(lines, LineKind::FloorId);
+        slot.conferenceId = RepeatedValue(lines, LineKind::ConferenceId);
+        slot.userId = RepeatedValue(lines, LineKind::UserId);
         slot.floorRole = reading.record.fBfcpIsServer ? SDPNegotiator::FloorRole::Client
                                                       : SDPNegotiator::FloorRole::Server;
         return;
@@ -97,14 +99,8 @@ Session AnswerSession(const Reading& reading, const Session& before, const Wishe
         const Key* const key = taken.isSecure ? &told.keys[role][SuiteIndex(taken.crypto.suite)] : nullptr;
         FillStream(next.streams[taken.place], reading, slot, key, repairs);
     }
-    for (const Line& line : offer.Session()) {
-        if (line.kind == LineKind::Time) {
-            next.time.append(line.text).append("\r\n");
-        }
-    }
-    if (next.time.empty()) {
-        next.time = "t=0 0\r\n";
-    }
+    KeepLabelsApart(next);
+    next.time = RepeatedTimes(offer.Session());
     return next;
 }
 
@@ -158,6 +154,9 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
         return Refusal(description.sections.empty() ? "the offer has no section"
                                                     : "the offer has fewer sections than the session",
                        kNotAcceptable);
+    }
+    if (!std::all_of(description.sections.begin(), description.sections.end(), CanBeRepeated)) {
+        return Refusal("a medium or transport of the offer is no word", kNotAcceptable);
     }
     const Choice choice = Choose(description, *wishes, session, repairs);
     if (const std::string_view reason = WhyNothing(choice); !reason.empty()) {

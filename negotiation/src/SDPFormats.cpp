@@ -46,14 +46,15 @@ bool IsG729A(const Format& format) {
 /// RFC 5577 makes the bit rate mandatory; this side speaks one.
 bool HasG7221Rate(std::string_view parms, Repairs& repairs) {
     constexpr std::string_view rate = sdp::kAudioCodecs[kG7221].format.parameters;
-    bool isThere = false;
-    bool isAtFront = false;
-    for (std::string_view rest = parms; !rest.empty();) {
-        const std::string_view piece = TakePiece(rest, ';');
-        isThere = isThere || Trim(piece) == rate;
-        isAtFront = isAtFront || piece == rate;
+    constexpr std::size_t equals = rate.find('=');
+    while (!parms.empty()) {
+        const std::string_view piece = TakePiece(parms, ';');
+        std::string_view value = piece;
+        if (EqualsNoCase(Trim(TakePiece(value, '=')), rate.substr(0, equals))) {
+            return piece == rate || (Trim(value) == rate.substr(equals + 1) && repairs.Use(RepairId::Blanks));
+        }
     }
-    return isAtFront || (isThere && repairs.Use(RepairId::Blanks));
+    return false;
 }
 
 Meaning NamedMeaning(const Format& format, Repairs& repairs) {
@@ -91,14 +92,10 @@ Meaning MeaningOf(const Format& format, Repairs& repairs) {
 /// Constrained by nothing, which is what a format without profile-level-id says, too.
 std::string_view ProfileOf(std::string_view parms) {
     const std::string_view id = Parameter(parms, sdp::kProfileLevelId);
-    return id.size() < kDefaultProfile.size() ? kDefaultProfile : id.substr(0, kDefaultProfile.size());
-}
-
-/// The number that a format token is; -1 for none.
-std::int32_t PayloadNumber(std::string_view token) {
-    const std::int32_t number = NumberOrNone(token);
-    const bool isPlain = token.size() == 1 || token.substr(0, 1) != "0";
-    return isPlain && number <= kMaxNumber ? number : -1;
+    constexpr std::size_t length = 6;
+    const bool isWhole = id.size() == length &&
+                         std::all_of(id.begin(), id.end(), [](char c) { return sdp::HexDigit(c) < 16; });
+    return isWhole ? id.substr(0, kDefaultProfile.size()) : kDefaultProfile;
 }
 
 /// Whether the value of a line follows its keyword without a blank, or may all the same.
@@ -163,7 +160,8 @@ void Formats::ReadRtpmap(const Line& line, Repairs& repairs) {
     sdp::Words words(line.value);
     Format* const format = Of(words.Next());
     if (format != nullptr && IsClose(line, keyword, repairs)) {
-        format->name = words.Next();
+        const std::string_view name = words.Next();
+        format->name = name.empty() ? format->name : name;
     }
 }
 
@@ -190,10 +188,16 @@ void Formats::ReadFmtp(const Line& line, Repairs& repairs) {
     format->parms = joined->text;
 }
 
+std::int32_t PayloadNumber(std::string_view token) {
+    const std::int32_t number = NumberOrNone(token);
+    const bool isPlain = token.size() == 1 || token.substr(0, 1) != "0";
+    return isPlain && number <= kMaxNumber ? number : -1;
+}
+
 std::string_view Parameter(std::string_view parms, std::string_view key) {
     while (!parms.empty()) {
         std::string_view value = TakePiece(parms, ';');
-        if (Trim(TakePiece(value, '=')) == key) {
+        if (EqualsNoCase(Trim(TakePiece(value, '=')), key)) {
             return Trim(value);
         }
     }

@@ -80,7 +80,11 @@ void EachParameter(std::string_view parms, Visit visit) {
     }
 }
 
-/// Value of a parameter of an fmtp text; empty when it is not there.
+/// The payload number that a format token is, written without leading zeros; -1 for none.
+std::int32_t PayloadNumber(std::string_view token);
+
+/// Value of a parameter of an fmtp text, whose name counts in any case of letters (RFC 6838, 4.3); empty when
+/// it is not there.
 std::string_view Parameter(std::string_view parms, std::string_view key);
 
 /// The two H.264 formats of a stream.

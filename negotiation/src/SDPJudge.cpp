@@ -49,7 +49,12 @@ const Line* LineOf(const Text& text, char type) {
 void CheckTimes(const Text& offer, const Text& answer, Verdict& verdict) {
     const Line* their = LineOf(offer, 't');
     const Line* our = LineOf(answer, 't');
-    if (their != nullptr && our != nullptr && Words(their->value) != Words(our->value)) {
+    if (their == nullptr || our == nullptr) {
+        return;
+    }
+    const auto offered = Words(their->value);
+    const bool isWhole = offered.size() == 2 && IsDigits(offered[0]) && IsDigits(offered[1]);
+    if (isWhole && offered != Words(our->value)) {
         verdict.Add("J39", our->number, their->number, answer.session,
                     "The times differ from those offered.");
     }

@@ -64,7 +64,7 @@ bool IsRoles(std::string_view value) {
 
 bool IsFloor(std::string_view value) {
     const auto words = Split(value, ' ');
-    return IsNumber(words[0]) && (words.size() == 1 || Split(words[1], ':').size() == 2);
+    return IsId(words[0]) && (words.size() == 1 || Split(words[1], ':').size() == 2);
 }
 
 bool IsIceName(std::string_view value) {
@@ -97,8 +97,8 @@ constexpr AttributeForm kForms[] = {
     {"a=maxptime:60", "maxptime", IsNumber, "J08"},
     {"a=rtcp:5005 IN IP4 192.0.2.1", "rtcp", IsRtcp, "J08"},
     {"a=floorctrl:c-only", "floorctrl", IsRoles, "J08"},
-    {"a=confid:15", "confid", IsNumber, "J08"},
-    {"a=userid:15", "userid", IsNumber, "J08"},
+    {"a=confid:15", "confid", IsId, "J08"},
+    {"a=userid:15", "userid", IsId, "J08"},
     {"a=floorid:2 mstrm:9", "floorid", IsFloor, "J08"},
     {"a=ice-ufrag:8hhY", "ice-ufrag", IsIceName, "J08"},
     {"a=ice-pwd:asd88fgpdd777uzjYhagZg", "ice-pwd", IsIcePassword, "J08"},

@@ -19,9 +19,7 @@ std::string_view Raw(const Line& line) {
 
 void CheckLines(const Section& level, Verdict& verdict) {
     for (const Line& line : level.lines) {
-        const bool broken =
-            line.text.find('\r') != std::string_view::npos || line.text.find('\0') != std::string_view::npos;
-        if (!line.ended || broken) {
+        if (!line.ended || line.text.find('\0') != std::string_view::npos) {
             verdict.Add("J01", line.number, 0, level, "This line does not end in CR LF alone.");
         } else if (line.type < 'a' || line.type > 'z' || line.text.size() < 3) {
             verdict.Add("J01", line.number, 0, level, "This line is not a small letter, '=' and a value.");
@@ -87,7 +85,7 @@ void CheckBandwidth(const Line& line, const Section& level, bool flows, Verdict&
 
 void CheckTime(const Line& line, const Section& session, Verdict& verdict) {
     const auto words = Split(Raw(line), ' ');
-    if (words.size() != 2 || !Number(words[0]) || !Number(words[1])) {
+    if (words.size() != 2 || !IsDigits(words[0]) || !IsDigits(words[1])) {
         verdict.Add("J11", line.number, 0, session, "The line is not two numbers.");
     }
 }

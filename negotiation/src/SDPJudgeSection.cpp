@@ -7,6 +7,7 @@
 #include "SDPJudgeText.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 
 namespace judge {
@@ -45,7 +46,8 @@ bool MayAnswer(std::string_view offered, std::string_view answered) {
 // constraint excludes; constraint_set3 alone makes the intra profiles of RFC 6184, 8.1, table 5.
 std::string Profile(const std::map<std::string, std::string>& parameters) {
     const auto written = parameters.find("profile-level-id");
-    if (written == parameters.end() || written->second.size() != 6) {
+    if (written == parameters.end() || written->second.size() != 6 ||
+        written->second.find_first_not_of("0123456789abcdef") != std::string::npos) {
         return "42";
     }
     const std::string idc = written->second.substr(0, 2);
@@ -61,7 +63,7 @@ using Values = std::map<std::string, std::string>;
 
 std::string Value(const Values& parameters, const char* name, const char* otherwise) {
     const auto written = parameters.find(name);
-    return written == parameters.end() ? otherwise : written->second;
+    return written == parameters.end() || written->second.empty() ? otherwise : written->second;
 }
 
 void CheckParameters(const Pair& pair, std::string_view format, const std::string& encoding,
@@ -160,7 +162,8 @@ void CheckCryptoLine(const Pair& pair, const Attribute& line) {
 
 void CheckSecurity(const Pair& pair) {
     const auto [first, last] = pair.ours.All("crypto");
-    const bool secure = pair.ours.transport == "RTP/SAVP" || pair.ours.transport == "RTP/SAVPF";
+    const std::string transport = Lower(pair.ours.transport);
+    const bool secure = transport == "rtp/savp" || transport == "rtp/savpf";
     if (!secure) {
         if (first != last) {
             pair.Add("J32", first->line, 0, "The transport is " + Quoted(pair.ours.transport) + ".");
@@ -200,24 +203,27 @@ void CheckFloorControl(const Pair& pair) {
         if (answered == "s-only" && ourId == nullptr) {
             pair.Add("J35", 0, 0, std::string("This server gives no a=") + name + ".");
         } else if (answered == "c-only" && theirId != nullptr && ourId != nullptr &&
-                   FirstWord(theirId->value) != FirstWord(ourId->value)) {
+                   IsId(FirstWord(theirId->value)) && FirstWord(theirId->value) != FirstWord(ourId->value)) {
             pair.Add("J35", ourId->line, theirId->line, std::string("This client changes a=") + name + ".");
         }
     }
 }
 
 void CheckContent(const Pair& pair) {
-    const Attribute* their = pair.theirs.First("content");
     const Attribute* our = pair.ours.First("content");
-    if (their == nullptr || our == nullptr) {
+    const auto [first, last] = pair.theirs.All("content");
+    std::set<std::string_view> offered;
+    for (const Attribute* line = first; line != last; ++line) {
+        const auto pieces = Split(line->value, ',');
+        std::copy_if(pieces.begin(), pieces.end(), std::inserter(offered, offered.end()), IsToken);
+    }
+    if (our == nullptr || offered.empty()) {
         return;
     }
-    const auto pieces = Split(their->value, ',');
-    const std::set<std::string_view> offered(pieces.begin(), pieces.end());
     const auto answered = Split(our->value, ',');
     if (std::none_of(answered.begin(), answered.end(), [&](auto each) { return offered.count(each) != 0; })) {
-        pair.Add("J36", our->line, their->line,
-                 "The content is " + Quoted(our->value) + ", offered is " + Quoted(their->value) + ".");
+        pair.Add("J36", our->line, first->line,
+                 "The content is " + Quoted(our->value) + ", offered is " + Quoted(first->value) + ".");
     }
 }
 

@@ -59,6 +59,10 @@ std::pair<std::string_view, std::string_view> Cut(std::string_view text, std::st
                                         : std::pair{text.substr(0, at), Trimmed(text.substr(at + 1))};
 }
 
+std::string_view TrimmedEnd(std::string_view text) {
+    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+}
+
 Section Opened(const Line& line, int index) {
     Section section;
     section.index = index;
@@ -78,8 +82,9 @@ Section Opened(const Line& line, int index) {
 void SortAttributes(Section& section) {
     for (const Line& line : section.lines) {
         if (line.type == 'a') {
-            const auto [name, value] = Cut(line.value, ":");
-            section.attributes.push_back({name, value, line.number});
+            const std::string_view text = TrimmedEnd(line.text.substr(2));
+            const auto [name, value] = Cut(text, ":");
+            section.attributes.push_back({name, value, line.number, name.size() < text.size()});
         }
     }
     std::stable_sort(section.attributes.begin(), section.attributes.end(),
@@ -89,9 +94,8 @@ void SortAttributes(Section& section) {
 } // namespace
 
 std::string_view Trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(kBlanks);
-    return first == std::string_view::npos ? std::string_view{}
-                                           : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+    text = TrimmedEnd(text);
+    return text.substr(std::min(text.find_first_not_of(kBlanks), text.size()));
 }
 
 std::vector<std::string_view> Words(std::string_view text) {
@@ -130,6 +134,15 @@ bool IsToken(std::string_view text) {
     return !text.empty() && std::all_of(text.begin(), text.end(), [](unsigned char c) {
         return c > ' ' && c < 0x7F && std::strchr("\"(),/:;<=>?@[\\]", c) == nullptr;
     });
+}
+
+bool IsDigits(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+bool IsId(std::string_view text) {
+    constexpr std::size_t longest = 10;
+    return IsDigits(text) && text.size() <= longest;
 }
 
 std::string Lower(std::string_view text) {
@@ -172,8 +185,10 @@ std::pair<std::string_view, std::size_t> Text::Direction(const Section& section)
         std::pair<std::string_view, std::size_t> found;
         for (const std::string_view name : {"sendrecv", "sendonly", "recvonly", "inactive"}) {
             const auto [first, last] = level->All(name);
-            if (first != last && (last - 1)->line > found.second) {
-                found = {name, (last - 1)->line};
+            for (const Attribute* line = first; line != last; ++line) {
+                if (!line->hasValue && line->line > found.second) {
+                    found = {name, line->line};
+                }
             }
         }
         if (found.second != 0) {
@@ -187,15 +202,11 @@ Text Read(std::string_view text) {
     Text read;
     Section* level = &read.session;
     for (std::size_t number = 1; !text.empty(); ++number) {
-        const auto end = text.find('\n');
         Line line;
         line.number = number;
-        line.text = text.substr(0, end);
-        text.remove_prefix(std::min(line.text.size() + 1, text.size()));
-        if (!line.text.empty() && line.text.back() == '\r') {
-            line.ended = end != std::string_view::npos;
-            line.text.remove_suffix(1);
-        }
+        line.text = text.substr(0, text.find_first_of("\r\n"));
+        line.ended = text.substr(line.text.size(), 2) == "\r\n";
+        text.remove_prefix(std::min(line.text.size() + (line.ended ? 2 : 1), text.size()));
         if (line.text.size() >= 2 && line.text[1] == '=') {
             line.type = line.text[0];
             line.value = Trimmed(line.text.substr(2));
@@ -217,8 +228,10 @@ Encodings EncodingsOf(const Section& section) {
     Encodings encodings;
     const auto [first, last] = section.All("rtpmap");
     for (const Attribute* line = first; line != last; ++line) {
-        const auto [number, encoding] = Cut(line->value, kBlanks);
-        encodings[number].insert(Normal(encoding));
+        const auto words = Words(line->value);
+        if (words.size() >= 2) {
+            encodings[words[0]].insert(Normal(words[1]));
+        }
     }
     for (const std::string_view number : section.formats) {
         const auto known = StaticEncodings().find(number);

@@ -28,6 +28,7 @@ struct Attribute {
     std::string_view name;
     std::string_view value; ///< without blanks at its ends
     std::size_t line = 0;
+    bool hasValue = false; ///< a colon stands behind the name
 };
 
 /// The session level, or one m= line with everything up to the next.
@@ -67,6 +68,10 @@ std::vector<std::string_view> Split(std::string_view text, char separator);
 std::string_view Trimmed(std::string_view text);
 std::optional<std::uint64_t> Number(std::string_view digits);
 bool IsToken(std::string_view text);
+/// Digits and nothing else, as many as there are.
+bool IsDigits(std::string_view text);
+/// A number that the ids of floor control can be: 32 bits, ten digits (RFC 4582, 5.1).
+bool IsId(std::string_view text);
 std::string Lower(std::string_view text);
 /// A short word in quotes, a long one by its length: key text is never short.
 std::string Quoted(std::string_view word);

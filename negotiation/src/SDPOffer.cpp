@@ -4,6 +4,7 @@
 // Test: tests/negotiation/SDPNegotiatorTest.cpp
 #include "SDPCall.h"
 #include "SDPPrepare.h"
+#include "SDPRepeat.h"
 
 #include <algorithm>
 
@@ -164,6 +165,7 @@ Session SDPNegotiator::Call::OfferedSession(const Wishes& told) const {
         }
         slot.isOpen = true;
     }
+    KeepLabelsApart(next);
     return next;
 }
 

@@ -91,6 +91,16 @@ bool IsMisread(std::string_view piece, Repairs& repairs) {
     return sdp::RowOf(piece) < SDPRow::Fmtp && repairs.Use(RepairId::KeywordInside);
 }
 
+/// The name of a parameter as the component reads it, which is case by case.
+std::string_view KnownName(std::string_view name, Repairs& repairs) {
+    for (const auto& parameter : sdp::kH264Parameters) {
+        if (EqualsNoCase(name, parameter.strName)) {
+            return name == parameter.strName || repairs.Use(RepairId::LetterCase) ? parameter.strName : name;
+        }
+    }
+    return name;
+}
+
 void WriteVideoFormat(sdp::Writer& text, const Format& format, Repairs& repairs) {
     const std::int32_t number = kOwnNumbers[format.meaning];
     text << " " << number << "\r\na=rtpmap:" << number << " " << sdp::kH264Name << "\r\n";
@@ -103,9 +113,13 @@ void WriteVideoFormat(sdp::Writer& text, const Format& format, Repairs& repairs)
             return;
         }
         std::string_view value = piece;
-        if (Trim(TakePiece(value, '=')) == sdp::kProfileLevelId) {
+        const std::string_view name = Trim(TakePiece(value, '='));
+        const std::string_view known = KnownName(name, repairs);
+        if (known == sdp::kProfileLevelId) {
             value = Trim(value);
-            text << sdp::kProfileLevelId << "=" << value.substr(0, 4) << LevelDigits(value, repairs) << ";";
+            text << known << "=" << value.substr(0, 4) << LevelDigits(value, repairs) << ";";
+        } else if (known != name) {
+            text << known << "=" << Trim(value) << ";";
         } else {
             text << piece << ";";
         }

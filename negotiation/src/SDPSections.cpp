@@ -6,6 +6,7 @@
 
 #include "SDPPrefix.h"
 #include "SDPRepairs.h"
+#include "SDPRepeat.h"
 #include "SDPTables.h"
 
 #include <algorithm>
@@ -107,7 +108,7 @@ Section ReadMedia(std::string_view value, std::size_t lines) {
 
 void AddLine(Section& section, const Line& line) {
     ++section.last;
-    if (section.role == kMain && line.kind == LineKind::Content && sdp::StartsWith(line.value, "slides")) {
+    if (section.role == kMain && line.kind == LineKind::Content && HasContent(line.value, "slides")) {
         section.role = kSlides;
     }
 }

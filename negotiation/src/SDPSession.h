@@ -97,6 +97,7 @@ struct Slot {
     Way theirs;              ///< as the last text says
     bool isHeldByUs = false; ///< the agreed text holds
     bool isHeldByThem = false;
+    std::string content;      ///< of main video, value of "a=content:"; empty: this side's own
     std::string label;        ///< value of "a=label:"; empty: this side's own
     std::string floor;        ///< value of "a=floorid:"; empty: this side's own
     std::string conferenceId; ///< value of "a=confid:"; empty: this side's own

@@ -125,6 +125,11 @@ void RewriteLabel(sdp::Writer& text, std::string_view value, const Plan& plan) {
     RewriteValue<&Slot::label>(text, "a=label:", value, plan);
 }
 
+// a=content:main
+void RewriteContent(sdp::Writer& text, std::string_view value, const Plan& plan) {
+    RewriteValue<&Slot::content>(text, "a=content:", value, plan);
+}
+
 // a=floorid:2 mstrm:9
 void RewriteFloorId(sdp::Writer& text, std::string_view value, const Plan& plan) {
     RewriteValue<&Slot::floor>(text, "a=floorid:", value, plan);
@@ -168,6 +173,7 @@ constexpr Rewrite kRewrites[] = {
     {sdp::kDirections[3].keyword, RewriteDirection},
     {"a=rtcp:", RewriteRtcp},
     {"a=label:", RewriteLabel},
+    {"a=content:", RewriteContent},
     {"a=floorctrl:", RewriteFloorControl},
     {"a=floorid:", RewriteFloorId},
     {"a=confid:", RewriteConferenceId},

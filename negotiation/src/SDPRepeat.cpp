@@ -1,0 +1,147 @@
+// Stage: shape, the far end's words in our texts.
+// Input: sections and lines of the far end, any bytes. Output: the words that a strict reader takes.
+// Touches the labels of a session.
+// Test: tests/negotiation/SDPRepeatTest.cpp
+#include "SDPRepeat.h"
+
+#include <algorithm>
+#include <bitset>
+#include <set>
+
+namespace negotiation {
+namespace {
+
+constexpr std::size_t kMain8 = 0; ///< row of main video in sdp::kVideoRoles
+constexpr std::size_t kSlides9 = 1;
+
+/// A token of RFC 4566, 9.
+bool IsToken(std::string_view word) {
+    constexpr std::string_view separators = "\"(),/:;<=>?@[\\]";
+    return !word.empty() && std::all_of(word.begin(), word.end(), [separators](char c) {
+        return c > ' ' && c < 0x7F && separators.find(c) == std::string_view::npos;
+    });
+}
+
+/// Calls `isFound(piece)` for the pieces of a list until it is true.
+template <typename IsFound>
+bool AnyPiece(std::string_view list, char separator, IsFound isFound) {
+    while (!list.empty()) {
+        if (isFound(TakePiece(list, separator))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool AreDigits(std::string_view word) {
+    return !word.empty() && std::all_of(word.begin(), word.end(), sdp::IsDigit);
+}
+
+/// An id of floor control: 32 bits, ten digits (RFC 4582, 5.1).
+bool IsId(std::string_view word) {
+    constexpr std::size_t longest = 10;
+    return AreDigits(word) && word.size() <= longest;
+}
+
+/// "2" or "2 mstrm:9 10", the words between single blanks (RFC 4583, 6).
+bool IsFloor(std::string_view value) {
+    if (!IsId(TakePiece(value, ' '))) {
+        return false;
+    }
+    std::string_view first = TakePiece(value, ' ');
+    const bool hasName = first.empty() || IsToken(TakePiece(first, ':'));
+    return hasName && (first.empty() || IsToken(first)) &&
+           !AnyPiece(value, ' ', [](std::string_view word) { return !IsToken(word); });
+}
+
+bool HasForm(LineKind kind, std::string_view value) {
+    return kind == LineKind::FloorId ? IsFloor(value)
+           : kind == LineKind::Label ? IsToken(value)
+                                     : IsId(value);
+}
+
+} // namespace
+
+bool CanBeRepeated(const Section& section) {
+    return IsToken(section.media) &&
+           !AnyPiece(section.transport, '/', [](std::string_view word) { return !IsToken(word); });
+}
+
+std::string RepeatedFormats(const Section& section) {
+    const bool isRtp = section.transport.find("RTP/") != std::string_view::npos;
+    std::set<std::string_view> others;
+    std::bitset<kMaxNumber + 1> numbers;
+    std::string formats;
+    sdp::Words words(section.formats);
+    for (std::string_view word = words.Next(); !word.empty(); word = words.Next()) {
+        const std::int32_t number = PayloadNumber(word);
+        const auto bit = static_cast<std::size_t>(std::max(number, 0));
+        const bool isNew =
+            number >= 0 ? !numbers[bit] : !isRtp && IsToken(word) && others.insert(word).second;
+        if (isNew) {
+            numbers[bit] = numbers[bit] || number >= 0;
+            formats.append(formats.empty() ? "" : " ").append(word);
+        }
+    }
+    return formats.empty() ? "0" : formats;
+}
+
+std::string RepeatedTimes(Lines session) {
+    std::string times;
+    for (const Line& line : session) {
+        if (line.kind != LineKind::Time) {
+            continue;
+        }
+        sdp::Words words(line.value);
+        const std::string_view start = words.Next();
+        const std::string_view stop = words.Next();
+        if (AreDigits(start) && AreDigits(stop) && words.Next().empty()) {
+            times.append("t=").append(start).append(" ").append(stop).append("\r\n");
+        }
+    }
+    return times.empty() ? "t=0 0\r\n" : times;
+}
+
+std::string_view RepeatedValue(Lines lines, LineKind kind) {
+    const std::string_view value = lines.Value(kind);
+    return HasForm(kind, value) ? value : std::string_view();
+}
+
+std::string_view RepeatedContent(Lines lines) {
+    std::string_view content;
+    for (const Line& line : lines) {
+        const bool isMain = line.kind == LineKind::Content && AnyPiece(line.value, ',', [&](auto word) {
+                                if (content.empty() && IsToken(word)) {
+                                    content = word;
+                                }
+                                return word == "main";
+                            });
+        if (isMain) {
+            return {};
+        }
+    }
+    return content;
+}
+
+bool HasContent(std::string_view list, std::string_view word) {
+    return AnyPiece(list, ',', [word](std::string_view piece) { return piece == word; });
+}
+
+void KeepLabelsApart(Session& session) {
+    const std::size_t main = session.Open(kMain);
+    const std::size_t slides = session.Open(kSlides);
+    if (main == session.slots.size() || slides == session.slots.size()) {
+        return;
+    }
+    const auto labelOf = [&session](std::size_t place, std::size_t row) {
+        const std::string& given = session.slots[place].label;
+        return given.empty() ? sdp::kVideoRoles[row].label : std::string_view(given);
+    };
+    const std::string_view label = labelOf(main, kMain8);
+    if (label == labelOf(slides, kSlides9)) {
+        session.slots[slides].label =
+            sdp::kVideoRoles[label == sdp::kVideoRoles[kSlides9].label ? kMain8 : kSlides9].label;
+    }
+}
+
+} // namespace negotiation

@@ -1,0 +1,33 @@
+// Words of the far end that stand in our texts again: only what every strict reader takes.
+//
+// Test: tests/negotiation/SDPRepeatTest.cpp
+#pragma once
+
+#include "SDPSession.h"
+
+namespace negotiation {
+
+/// Whether our text can name the medium and the transport of a section as they are written (RFC 4566, 9).
+bool CanBeRepeated(const Section& section);
+
+/// The formats of a section that is rejected, each once; "0" when it has none that can be written.
+std::string RepeatedFormats(const Section& section);
+
+/// The "t=" lines of a session, whole lines; those that are not two numbers are left out, and "t=0 0" stands
+/// for none.
+std::string RepeatedTimes(Lines session);
+
+/// The value of a line as we may write it; empty when it has not the form of its kind: a label is a word, the
+/// ids of floor control are numbers, a floor may name its streams.
+std::string_view RepeatedValue(Lines lines, LineKind kind);
+
+/// What the far end calls a stream that it does not call main; empty otherwise.
+std::string_view RepeatedContent(Lines lines);
+
+/// Whether a list of contents holds a word, "slides" in "speaker,slides" (RFC 4796, 4).
+bool HasContent(std::string_view list, std::string_view word);
+
+/// Lets no two sections that are open have one label (RFC 4574, 4).
+void KeepLabelsApart(Session& session);
+
+} // namespace negotiation
