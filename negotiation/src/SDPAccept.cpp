@@ -14,6 +14,7 @@ namespace {
 constexpr std::size_t kUsualLength = 2048;
 
 constexpr Verdict kNotOffered = {State::DeclinedByUs, "the section was offered at port 0"};
+constexpr Verdict kAllHeld = {State::Held, "this side holds all streams at port 0"};
 constexpr Verdict kDeclined = {State::DeclinedByThem, "the far end's section has port 0"};
 constexpr Verdict kOtherSuite = {State::NoUsableKey, "the crypto line is none of those that were offered"};
 
@@ -96,12 +97,14 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Accept(std::string_view answer) {
     if (!FitsOffer(description, pending)) {
         return Refusal("the answer has other sections than the offer");
     }
+    const bool isHold = std::none_of(pending.slots.begin(), pending.slots.end(),
+                                     [](const Slot& slot) { return slot.isOpen; });
     Choice choice;
     unsigned roles = 0;
     choice.verdicts.reserve(pending.slots.size());
     for (std::size_t place = 0; place < pending.slots.size(); ++place) {
         const Slot& slot = pending.slots[place];
-        choice.verdicts.push_back(kNotOffered);
+        choice.verdicts.push_back(isHold ? kAllHeld : kNotOffered);
         if (slot.isOpen) {
             choice.verdicts.back() =
                 ReadSection(description, place, slot, *offered, repairs, choice.taken[slot.role]);
