@@ -1,0 +1,276 @@
+// Stage: a line to the spelling that its writer meant (RFC 4566, 9).
+// Input: a line and the row that it begins with. Output: the same line, spelled as RFCs do.
+// Touches nothing. The result is only a proposal: a run of the component decides whether it matters.
+// Test: tests/explain/CanonicalTest.cpp
+#include "Suspect.h"
+
+#include <algorithm>
+
+namespace explain {
+
+namespace {
+
+/// Names of encodings that the component knows, in the spelling that it compares.
+struct Encoding {
+    std::string_view lower; ///< name without clock rate
+    std::string_view exact; ///< the whole second word of the rtpmap line
+};
+constexpr Encoding kEncodings[] = {
+    {"h264", "H264/90000"},
+    {"h.264", "H264/90000"},
+    {"g7221", "G7221/16000"},
+    {"g722.1", "G7221/16000"},
+    {"telephone-event", "telephone-event/8000"},
+    {"telephone-events", "telephone-event/8000"},
+};
+
+/// Format parameters whose value is a number or hexadecimal digits.
+constexpr std::string_view kParameters[] = {
+    "profile-level-id", "packetization-mode", "max-mbps", "max-fs", "max-br", "bitrate"};
+
+/// Attributes with a value, for a line that has a blank in place of the colon.
+constexpr std::string_view kAttributes[] = {"a=candidate", "a=content", "a=floorctrl", "a=confid",
+                                            "a=userid"};
+
+constexpr std::string_view kDirectionNames[] = {"sendrecv", "sendonly", "recvonly", "inactive"};
+
+std::string WithoutZeros(std::string_view number) {
+    while (number.size() > 1 && number[0] == '0' && IsDigits(number)) {
+        number.remove_prefix(1);
+    }
+    return std::string(number);
+}
+
+std::string Connection(std::string_view line) {
+    const std::vector<std::string_view> words = WordsOf(line.substr(2), 8);
+    std::size_t at = 0;
+    while (at < words.size() &&
+           (Lower(words[at]) == "in" || Lower(words[at]) == "ip4" || Lower(words[at]) == "ip6")) {
+        ++at;
+    }
+    if (at == words.size()) {
+        return std::string(line);
+    }
+    std::string_view address = words[at];
+    const std::size_t end = address.find_first_of("<>,;\"'()\\");
+    address = address.substr(address[0] == '"' || address[0] == '<' ? 1 : 0,
+                             end == 0 ? std::string_view::npos : end);
+    return std::string("c=IN ") + (address.find(':') == std::string_view::npos ? "IP4 " : "IP6 ") +
+           std::string(address);
+}
+
+std::string MediaLine(std::string_view line) {
+    std::vector<std::string_view> words = WordsOf(line.substr(2));
+    if (words.size() < 4) {
+        return std::string(line);
+    }
+    std::string text = "m=" + Lower(words[0]) + " " + std::string(words[1]) + " " + Upper(words[2]);
+    for (std::size_t i = 3; i < words.size(); ++i) {
+        std::size_t begin = 0;
+        while (begin < words[i].size()) {
+            const std::size_t end = std::min(words[i].find_first_of(",;", begin), words[i].size());
+            if (end > begin) {
+                text += " " + WithoutZeros(words[i].substr(begin, end - begin));
+            }
+            begin = end + 1;
+        }
+    }
+    return text;
+}
+
+std::string Rtpmap(std::string_view line) {
+    const std::string_view payload = PayloadOf(line);
+    if (payload.empty()) {
+        return std::string(line);
+    }
+    const auto after = static_cast<std::size_t>(payload.data() + payload.size() - line.data());
+    std::string name;
+    for (const std::string_view word : WordsOf(line.substr(after), 4)) {
+        name += word;
+    }
+    while (!name.empty() && name.front() == ':') {
+        name.erase(0, 1);
+    }
+    const std::string lower = Lower(name.substr(0, name.find('/')));
+    const std::string clock = name.size() > lower.size() ? name.substr(lower.size() + 1) : std::string();
+    for (const Encoding& encoding : kEncodings) {
+        const std::string_view rate = encoding.exact.substr(encoding.exact.find('/') + 1);
+        if (lower == encoding.lower && (clock.empty() || encoding.exact == "H264/90000" || clock == rate ||
+                                        clock == std::string(rate) + "/1")) {
+            name = encoding.exact;
+        }
+    }
+    return "a=rtpmap:" + WithoutZeros(payload) + " " + name;
+}
+
+/// The known parameter that begins here, in any letter case and with blanks before its '='.
+std::string_view ParameterAt(const std::string& lower, std::size_t at) {
+    for (const std::string_view name : kParameters) {
+        if (lower.compare(at, name.size(), name) == 0) {
+            const std::size_t next = lower.find_first_not_of(" \t", at + name.size());
+            if (next != std::string::npos && lower[next] == '=') {
+                return name;
+            }
+        }
+    }
+    return {};
+}
+
+std::string Parameter(std::string_view piece) {
+    const std::string_view text = Trimmed(piece);
+    const std::string_view name = ParameterAt(Lower(text.substr(0, 64)), 0);
+    if (name.empty()) {
+        return std::string(text);
+    }
+    std::string_view value = Trimmed(text.substr(text.find('=') + 1));
+    if (value.size() > 1 && (value.front() == '"' || value.front() == '\'')) {
+        value = value.substr(1, value.size() - 2);
+    }
+    const bool isHex = name == "profile-level-id";
+    if (isHex && BeginsWith(Lower(value.substr(0, 2)), "0x")) {
+        value.remove_prefix(2);
+    }
+    if (BeginsWith(value, "+")) {
+        value.remove_prefix(1);
+    }
+    const std::size_t end = value.find_first_not_of(isHex ? "0123456789abcdefABCDEF" : "0123456789");
+    return std::string(name) + "=" + std::string(end == 0 ? value : value.substr(0, end));
+}
+
+std::string Fmtp(std::string_view line) {
+    const std::string_view payload = PayloadOf(line);
+    if (payload.empty()) {
+        return std::string(line);
+    }
+    const auto after = static_cast<std::size_t>(payload.data() + payload.size() - line.data());
+    const std::string_view rest = Trimmed(line.substr(after));
+    const std::string lower = Lower(rest);
+    std::string text = "a=fmtp:" + WithoutZeros(payload) + " ";
+    std::size_t begin = 0;
+    for (std::size_t at = 0; at <= rest.size(); ++at) {
+        const bool isEnd = at == rest.size() || rest[at] == ';';
+        const bool isNext = !isEnd && at > begin &&
+                            (rest[at - 1] == ' ' || rest[at - 1] == ',' || rest[at - 1] == '\t') &&
+                            !ParameterAt(lower, at).empty();
+        if (!isEnd && !isNext) {
+            continue;
+        }
+        std::string_view piece = Trimmed(rest.substr(begin, at - begin));
+        while (isNext && !piece.empty() && piece.back() == ',') {
+            piece.remove_suffix(1);
+        }
+        if (!piece.empty()) {
+            text += (text.back() == ' ' ? "" : ";") + Parameter(piece);
+        }
+        begin = isEnd ? at + 1 : at;
+    }
+    return text;
+}
+
+std::string CryptoLine(std::string_view line) {
+    const std::vector<std::string_view> words = WordsOf(line.substr(8));
+    const std::string_view first = line.substr(0, line.find_first_of(" \t", 10));
+    const std::size_t digit = first.find_first_of("0123456789");
+    const std::string_view digits =
+        digit == std::string_view::npos
+            ? std::string_view()
+            : first.substr(digit, first.find_first_not_of("0123456789", digit) - digit);
+    std::size_t at = 0;
+    while (at < words.size() && Upper(words[at]).find("AES_") == std::string::npos &&
+           Upper(words[at]).find("F8_") == std::string::npos &&
+           Upper(words[at]).find("AEAD") == std::string::npos) {
+        ++at;
+    }
+    if (at + 1 >= words.size()) {
+        return std::string(line);
+    }
+    std::string text = "a=crypto:" + std::string(digits.empty() ? "1" : digits) + " " + Upper(words[at]);
+    std::string_view key = words[++at];
+    if (Lower(key) == "inline:" && at + 1 < words.size()) {
+        key = words[++at];
+    } else if (BeginsWith(Lower(key.substr(0, 7)), "inline:")) {
+        key.remove_prefix(7);
+    } else if (const std::size_t colon = key.find(':'); colon < 12) {
+        key.remove_prefix(colon + 1);
+    }
+    text += " inline:" + std::string(key);
+    while (++at < words.size()) {
+        text += " " + std::string(words[at]);
+    }
+    return text;
+}
+
+std::string BandwidthLine(std::string_view line) {
+    const std::string upper = Upper(line.substr(2));
+    const std::string_view type = upper.find("TIAS") != std::string::npos ? "TIAS"
+                                  : upper.find("AS") != std::string::npos ? "AS"
+                                                                          : "";
+    const std::size_t digit = line.find_first_of("0123456789");
+    if (type.empty() || digit == std::string_view::npos || upper.find("X-") == 0) {
+        return std::string(line);
+    }
+    const std::size_t end = std::min(line.find_first_not_of("0123456789", digit), line.size());
+    return "b=" + std::string(type) + ":" + std::string(line.substr(digit, end - digit));
+}
+
+std::string Attribute(std::string_view line, SDPRow row) {
+    const std::size_t colon = std::min(line.find(':'), line.size());
+    std::string keyword = Lower(line.substr(0, colon));
+    keyword.erase(std::remove(keyword.begin(), keyword.end(), ' '), keyword.end());
+    std::string value(colon < line.size() ? Trimmed(line.substr(colon + 1)) : std::string_view());
+    if (row == SDPRow::Direction) {
+        const std::string name(Trimmed(std::string_view(keyword).substr(2)));
+        const bool isKnown = std::find(std::begin(kDirectionNames), std::end(kDirectionNames), name) !=
+                             std::end(kDirectionNames);
+        return isKnown && value.empty() ? "a=" + name : std::string(line);
+    }
+    if (row == SDPRow::ConferenceId || row == SDPRow::UserId) {
+        const std::size_t digit = value.find_first_of("0123456789");
+        value = digit == std::string::npos
+                    ? value
+                    : value.substr(digit, value.find_first_not_of("0123456789", digit) - digit);
+    } else if (row == SDPRow::Content || row == SDPRow::FloorControl) {
+        value = Lower(value);
+    }
+    return keyword + ":" + value;
+}
+
+} // namespace
+
+std::string Canonical(const TextLine& line, const Reading& /*reading*/) {
+    const std::string_view text = Trimmed(line.text);
+    switch (line.meant) {
+    case SDPRow::Connection:
+        return Connection(text);
+    case SDPRow::Media:
+        return MediaLine(text);
+    case SDPRow::Rtpmap:
+        return Rtpmap(text);
+    case SDPRow::Fmtp:
+        return Fmtp(text);
+    case SDPRow::Crypto:
+        return CryptoLine(text);
+    case SDPRow::Bandwidth:
+        return BandwidthLine(text);
+    case SDPRow::None:
+        return BeginsWith(text, "candidate:") ? "a=" + std::string(text) : std::string(line.text);
+    case SDPRow::Ice:
+        return text.find(':') == std::string_view::npos ? std::string(line.text)
+                                                        : Attribute(text, line.meant);
+    case SDPRow::Direction:
+        if (BeginsWith(Lower(text.substr(0, 9)), "a=crypto ")) {
+            return CryptoLine(text);
+        }
+        for (const std::string_view name : kAttributes) {
+            const bool isBlank = text.size() > name.size() && text[name.size()] == ' ';
+            if (isBlank && Lower(text.substr(0, name.size())) == name) {
+                return std::string(name) + ":" + std::string(Trimmed(text.substr(name.size())));
+            }
+        }
+        return Attribute(text, line.meant);
+    default:
+        return Attribute(text, line.meant);
+    }
+}
+
+} // namespace explain

@@ -1,0 +1,254 @@
+// Stage: the remote text to the lines and sections that its writer meant.
+// Input: bytes. Output: Reading.
+// Touches nothing. Which row a line begins with is asked of the component's own table; what the component
+// makes of the line is not decided here.
+// Test: tests/explain/ReadingTest.cpp
+#include "Reading.h"
+
+#include "SDPLines.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace explain {
+
+namespace {
+
+bool IsBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+/// The row whose keyword the line begins with, in any letter case.
+SDPRow MeantRow(std::string_view line) {
+    const std::string start = Lower(Trimmed(line).substr(0, 16));
+    for (const sdp::LineRow& row : sdp::kLineRows) {
+        if (BeginsWith(start, row.keyword)) {
+            return row.row;
+        }
+    }
+    return SDPRow::None;
+}
+
+void OpenSection(Reading& reading, std::size_t index) {
+    const std::vector<std::string_view> words = WordsOf(reading.lines[index].text);
+    MeantSection section;
+    section.line = index;
+    section.media = Lower(words[0].substr(std::min<std::size_t>(2, words[0].size())));
+    section.port = words.size() > 1 ? words[1] : std::string_view();
+    section.transport = words.size() > 2 ? Upper(words[2]) : std::string();
+    for (std::size_t i = 3; i < words.size(); ++i) {
+        section.formats.push_back(words[i]);
+        section.listed.insert(words[i]);
+    }
+    reading.sections.push_back(std::move(section));
+}
+
+void Assign(Reading& reading, std::size_t index) {
+    TextLine& line = reading.lines[index];
+    line.meant = MeantRow(line.text);
+    if (line.meant == SDPRow::Media) {
+        OpenSection(reading, index);
+    }
+    if (reading.sections.empty()) {
+        return;
+    }
+    MeantSection& section = reading.sections.back();
+    line.section = reading.sections.size() - 1;
+    section.last = index;
+    if (line.meant == SDPRow::Rtpmap) {
+        section.rtpmap[PayloadOf(line.text)] = index;
+    } else if (line.meant == SDPRow::Fmtp) {
+        section.fmtp[PayloadOf(line.text)] = index;
+    }
+}
+
+} // namespace
+
+Reading Read(std::string_view text) {
+    Reading reading;
+    reading.text = text;
+    std::size_t begin = 0;
+    while (begin < text.size()) {
+        const std::size_t lf = std::min(text.find('\n', begin), text.size());
+        const bool isCut = lf == text.size();
+        const bool hasCr = !isCut && lf > begin && text[lf - 1] == '\r';
+        TextLine line;
+        line.number = reading.lines.size() + 1;
+        line.offset = begin;
+        line.text = text.substr(begin, lf - begin - (hasCr ? 1 : 0));
+        line.end = text.substr(begin + line.text.size(), isCut ? 0 : (hasCr ? 2 : 1));
+        reading.lines.push_back(line);
+        Assign(reading, reading.lines.size() - 1);
+        begin = lf + 1;
+    }
+    std::size_t next = 0;
+    sdp::ForEachLine(text, [&](std::size_t offset, std::size_t length) {
+        Host host;
+        host.text = text.substr(offset, length);
+        host.row = sdp::RowOf(host.text);
+        host.first = next;
+        while (next < reading.lines.size() && reading.lines[next].offset <= offset + length) {
+            reading.lines[next++].host = reading.hosts.size();
+        }
+        host.count = next - host.first;
+        reading.hosts.push_back(host);
+    });
+    return reading;
+}
+
+std::string_view Trimmed(std::string_view text) {
+    while (!text.empty() && IsBlank(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && IsBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+std::vector<std::string_view> WordsOf(std::string_view text, std::size_t most) {
+    std::vector<std::string_view> words;
+    std::size_t at = 0;
+    while (words.size() < most) {
+        while (at < text.size() && IsBlank(text[at])) {
+            ++at;
+        }
+        if (at == text.size()) {
+            break;
+        }
+        const std::size_t begin = at;
+        while (at < text.size() && !IsBlank(text[at])) {
+            ++at;
+        }
+        words.push_back(text.substr(begin, at - begin));
+    }
+    return words;
+}
+
+std::string Lower(std::string_view text) {
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(), [](unsigned char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : static_cast<char>(c);
+    });
+    return lower;
+}
+
+std::string Upper(std::string_view text) {
+    std::string upper(text);
+    std::transform(upper.begin(), upper.end(), upper.begin(), [](unsigned char c) {
+        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : static_cast<char>(c);
+    });
+    return upper;
+}
+
+bool BeginsWith(std::string_view text, std::string_view start) {
+    return text.substr(0, start.size()) == start;
+}
+
+bool IsDigits(std::string_view text) {
+    return !text.empty() &&
+           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+std::string_view PayloadOf(std::string_view line) {
+    std::size_t at = line.find(':');
+    if (at == std::string_view::npos || at > 16) {
+        at = std::min(line.find_first_of("0123456789"), line.size());
+    }
+    while (at < line.size() && (line[at] == ':' || IsBlank(line[at]))) {
+        ++at;
+    }
+    std::size_t end = at;
+    while (end < line.size() && line[end] >= '0' && line[end] <= '9') {
+        ++end;
+    }
+    return line.substr(at, end - at);
+}
+
+std::string_view ValueOf(std::string_view line) {
+    const std::size_t colon = line.find(':');
+    return colon == std::string_view::npos ? std::string_view() : Trimmed(line.substr(colon + 1));
+}
+
+namespace {
+
+constexpr std::size_t kShownLength = 64;
+/// Base64 text of this length is not shown: half a key is as good as a hint.
+constexpr std::size_t kSecretRun = 16;
+
+bool IsBase64(char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '+' || c == '/' || c == '=';
+}
+
+std::string Printable(std::string_view text) {
+    std::string shown;
+    for (const char c : text.substr(0, kShownLength)) {
+        shown += c >= ' ' && c <= '~' && c != '"' ? c : '?';
+    }
+    return text.size() > kShownLength ? shown + "..." : shown;
+}
+
+/// Short words between slashes, such as a transport: "UDP/TLS/RTP/SAVPF".
+bool IsPath(std::string_view run) {
+    constexpr std::size_t longest = 24;
+    std::size_t word = 0;
+    for (const char c : run) {
+        word = c == '/' ? 0 : word + 1;
+        if (word >= kSecretRun / 2 || c == '+' || c == '=') {
+            return false;
+        }
+    }
+    return run.size() < longest;
+}
+
+std::string Masked(std::string_view text) {
+    std::string masked;
+    for (std::size_t at = 0; at < text.size() && masked.size() <= kShownLength;) {
+        std::size_t end = at;
+        while (end < text.size() && IsBase64(text[end])) {
+            ++end;
+        }
+        if (end - at >= kSecretRun && !IsPath(text.substr(at, end - at))) {
+            masked += "***";
+        } else {
+            masked += text.substr(at, end - at);
+        }
+        if (end < text.size()) {
+            masked += text[end++];
+        }
+        at = end;
+    }
+    return masked;
+}
+
+} // namespace
+
+std::string Quoted(std::string_view line) {
+    const std::string_view text = Trimmed(line);
+    const std::string lower = Lower(text.substr(0, 4096));
+    const bool isLine =
+        text.size() > 1 && text[1] == '=' && std::isalpha(static_cast<unsigned char>(text[0])) != 0;
+    if (!isLine) {
+        return "(not shown)";
+    }
+    const std::size_t secret = std::min(lower.find("inline"), lower.find("crypto"));
+    if (secret != std::string::npos) {
+        // The tag and a suite are shown, the rest of the line may be a key.
+        const std::vector<std::string_view> words = WordsOf(text, 2);
+        const bool isSuite =
+            words.size() == 2 && (BeginsWith(Upper(words[1]), "AES_") ||
+                                  BeginsWith(Upper(words[1]), "AEAD_") || BeginsWith(Upper(words[1]), "F8_"));
+        return '"' + Printable(Masked(words[0])) +
+               (isSuite ? ' ' + Printable(Masked(words[1])) + " ..." : " ...") + '"';
+    }
+    return '"' + Printable(Masked(text)) + '"';
+}
+
+std::string Shown(std::string_view value) {
+    if (Lower(value.substr(0, 4096)).find("inline") != std::string::npos) {
+        return "***";
+    }
+    return Printable(Masked(value));
+}
+
+} // namespace explain

@@ -1,0 +1,145 @@
+// Stage: one run of the component.
+// Input: everything that decides how the call comes up. Output: record, our text and the facts about them.
+// Touches nothing outside; every run has handlers of its own.
+// Our own text is read by a second handler, as a far end of the same kind would.
+// Test: tests/explain/StateTest.cpp
+#include "State.h"
+
+#include "Reading.h"
+#include "SDPTables.h"
+
+#include <algorithm>
+
+namespace explain {
+
+const char* const kStreamNames[baseSDP::SRTP_MAX] = {"audio", "main video", "slides"};
+
+namespace {
+
+void ScanOurs(State& state) {
+    for (const TextLine& line : Read(state.ours).lines) {
+        const std::vector<std::string_view> words = WordsOf(line.text);
+        if (words.empty()) {
+            continue;
+        }
+        if (BeginsWith(line.text, "m=")) {
+            OurSection section;
+            section.media = words[0].substr(2);
+            section.hasPort = words.size() > 1 && (IsDigits(words[1]) || words[1][0] == '-');
+            const std::size_t first = section.hasPort ? 1 : 0;
+            section.port = section.hasPort ? std::string(words[1]) : std::string();
+            section.transport = words.size() > first + 1 ? std::string(words[first + 1]) : std::string();
+            for (std::size_t i = first + 2; i < words.size(); ++i) {
+                section.formats.emplace_back(words[i]);
+            }
+            state.ourSections.push_back(std::move(section));
+        } else if (!state.ourSections.empty() && BeginsWith(line.text, "a=crypto:")) {
+            OurSection& section = state.ourSections.back();
+            section.hasKey = true;
+            section.tag = words[0].substr(9);
+            section.suite = words.size() > 2 ? std::string(words[1]) : std::string();
+        } else if (!state.ourSections.empty() && line.text == "a=content:slides") {
+            state.ourSections.back().isSlides = true;
+        }
+    }
+}
+
+} // namespace
+
+void PrepareHandler(SDPHandler& handler, const ExplainInput& input, std::string& offer) {
+    handler.InitializeLocalSDP(input.local);
+    handler.m_bSRTP = input.srtp;
+    handler.SetBfcpSupport(input.floorControl);
+    handler.SetMaxSupportedSessions(input.servedSections);
+    RemoteSDP unused;
+    if (!input.before.empty()) {
+        handler.ParseTheSDP(input.before, unused);
+        handler.ResetRemoteSDP();
+    }
+    if (input.remoteAnswers) {
+        offer = input.ourOffer.empty() ? handler.GetLocalSDP() : input.ourOffer;
+    }
+}
+
+State RunState(const ExplainInput& input) {
+    State state;
+    SDPHandler handler;
+    PrepareHandler(handler, input, state.ours);
+    handler.ParseTheSDP(input.remote, state.record);
+    const RemoteSections sections = handler.GetRemoteSections();
+    state.remoteSections = sections.size();
+    if (!input.remoteAnswers) {
+        const bool isOffered = std::any_of(sections.begin(), sections.end(),
+                                           [](const MediaSession* section) { return sdp::IsBfcp(*section); });
+        handler.SetBfcpSupport(input.floorControl && (isOffered || !input.floorControlIfOffered));
+        state.ours = !input.ourAnswer.empty() ? input.ourAnswer
+                     : sections.empty()       ? ""
+                                              : handler.GetLocalSDP();
+    }
+    ScanOurs(state);
+    AddStreamFacts(state, input, sections);
+    AddSecurityFacts(state, input, sections);
+    AddCallFacts(state, input, sections);
+    return state;
+}
+
+const MediaSession* SectionOfStream(const RemoteSections& sections, baseSDP::SRTP_M_LINE stream) {
+    const sdp::StreamMatch& match = sdp::kStreams[stream];
+    const auto found = std::find_if(sections.begin(), sections.end(), [&](const MediaSession* section) {
+        return section->eMedia == match.media && section->eContent == match.content;
+    });
+    return found == sections.end() ? nullptr : *found;
+}
+
+std::size_t PlaceOf(const RemoteSections& sections, const MediaSession* section) {
+    const auto found = std::find(sections.begin(), sections.end(), section);
+    return found == sections.end() ? kNowhere : static_cast<std::size_t>(found - sections.begin());
+}
+
+const OurSection* OurStream(const State& state, baseSDP::SRTP_M_LINE stream) {
+    const std::string_view media = stream == baseSDP::SRTP_AUDIO ? "audio" : "video";
+    for (const OurSection& section : state.ourSections) {
+        if (section.media == media && section.isSlides == (stream == baseSDP::SRTP_VIDEO_PRESO)) {
+            return &section;
+        }
+    }
+    return nullptr;
+}
+
+std::string TransportOf(const MediaSession& section) {
+    const std::vector<std::string_view> words = WordsOf(section.strFullMLine, 3);
+    return words.size() < 3 ? std::string() : std::string(words[2]);
+}
+
+std::string CodecName(std::int32_t codec) {
+    switch (codec) {
+    case PAYLOAD_G711U:
+        return "G.711 mu-law";
+    case PAYLOAD_G722:
+        return "G.722";
+    case PAYLOAD_G7221:
+        return "G.722.1";
+    case PAYLOAD_G729:
+        return "G.729";
+    case PAYLOAD_H264:
+        return "H.264";
+    case PAYLOAD_H264_PACKETIZATION_0:
+        return "H.264 in packetization mode 0";
+    default:
+        return "codec " + std::to_string(codec);
+    }
+}
+
+std::string SuiteName(Quor::media::rtp::CryptoParams::CRYPTO_PROFILE suite) {
+    if (suite == Quor::media::rtp::CryptoParams::CRYPTO_NONE) {
+        return "no suite";
+    }
+    for (const sdp::Suite& row : sdp::kSuites) {
+        if (row.profile == suite) {
+            return row.strName.empty() ? "an AEAD suite" : std::string(row.strName);
+        }
+    }
+    return "an unknown suite";
+}
+
+} // namespace explain

@@ -1,0 +1,98 @@
+// Stage: what the finders of suspects share: edits of text and the words for places.
+// Input: lines, fields. Output: edits, suspects.
+// Touches the list of suspects.
+// Test: tests/explain/CureTest.cpp
+#include "Suspect.h"
+
+#include <algorithm>
+
+namespace explain {
+
+ExplainTextChange ReplaceLine(const TextLine& line, std::string text) {
+    return {line.offset, line.text.size(), std::move(text)};
+}
+
+ExplainTextChange DeleteLine(const TextLine& line) {
+    return {line.offset, line.text.size() + line.end.size(), {}};
+}
+
+ExplainTextChange InsertAfter(const TextLine& line, const std::string& text) {
+    const std::size_t end = line.offset + line.text.size() + line.end.size();
+    return {end, 0, (line.end == "\r\n" ? "" : "\r\n") + text + "\r\n"};
+}
+
+Suspect& Blame(Scene& scene, const Rule& rule, const TextLine& line, std::string what, std::string cureWords,
+               std::vector<ExplainTextChange> changes) {
+    Suspect suspect;
+    suspect.rule = &rule;
+    suspect.lines = {line.number};
+    suspect.what = std::move(what);
+    suspect.cure.words = std::move(cureWords);
+    std::stable_sort(
+        changes.begin(), changes.end(),
+        [](const ExplainTextChange& a, const ExplainTextChange& b) { return a.offset < b.offset; });
+    suspect.cure.text = std::move(changes);
+    scene.suspects.push_back(std::move(suspect));
+    return scene.suspects.back();
+}
+
+Suspect& BlameField(Scene& scene, const Rule& rule, std::string_view file, std::string what,
+                    std::string cureWords, std::int32_t number, std::string text) {
+    Suspect suspect;
+    suspect.rule = &rule;
+    suspect.field = LocalField(file);
+    suspect.what = std::move(what);
+    suspect.cure.words = std::move(cureWords);
+    suspect.cure.local.push_back({suspect.field, number, std::move(text)});
+    scene.suspects.push_back(std::move(suspect));
+    return scene.suspects.back();
+}
+
+std::string LineWords(const TextLine& line) {
+    return "Line " + std::to_string(line.number) + ", " + Quoted(line.text) + ",";
+}
+
+const char* RowWords(SDPRow row) {
+    static constexpr const char* kWords[] = {
+        "a connection line (c=)", "a media line (m=)",
+        "an rtpmap line",         "a format parameter line (fmtp)",
+        "a crypto line",          "an ICE line",
+        "a candidate line",       "a content line",
+        "a bandwidth line (b=)",  "a floor control role line",
+        "a conference id line",   "a user id line",
+        "a direction line (a=)",  "a line that nothing reads",
+    };
+    return kWords[static_cast<std::size_t>(row)];
+}
+
+std::string AfterWords(const Reading& reading, std::size_t index) {
+    constexpr std::size_t most = 16;
+    const TextLine* next = nullptr;
+    for (std::size_t i = index + 1; i < reading.lines.size() && i <= index + most; ++i) {
+        const TextLine& line = reading.lines[i];
+        if (line.meant == SDPRow::Media) {
+            break;
+        }
+        const bool isTelling = line.meant == SDPRow::Content || line.meant == SDPRow::Connection ||
+                               line.meant == SDPRow::Crypto || Lower(line.text) == "a=inactive" ||
+                               BeginsWith(line.text, "a=sendonly") || BeginsWith(line.text, "a=recvonly");
+        if (isTelling) {
+            return "line " + std::to_string(line.number) + ", " + Quoted(line.text);
+        }
+        next = next == nullptr ? &line : next;
+    }
+    return next == nullptr ? "no other line"
+                           : "line " + std::to_string(next->number) + ", " + Quoted(next->text);
+}
+
+std::string FreePayload(const MeantSection& section) {
+    for (int payload = 97; payload < 128; ++payload) {
+        const std::string text = std::to_string(payload);
+        if (section.listed.count(text) == 0) {
+            return text;
+        }
+    }
+    return "96";
+}
+
+} // namespace explain

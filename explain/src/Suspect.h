@@ -1,0 +1,98 @@
+// A suspect: a place that may spoil a stream, with the edit that would mend it.
+//
+// Finders look for suspects; they judge the spelling of the text against what its writer meant and never
+// what the component makes of it. Whether a suspect does harm is decided by a run with its edit.
+#pragma once
+
+#include "Reading.h"
+#include "SDPExplain.h"
+#include "State.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace explain {
+
+/// One row of a rule table.
+struct Rule {
+    const char* id;       ///< "E08"
+    const char* ledger;   ///< "P08"; empty for none
+    ExplainSeverity most; ///< the most that the rule is reported with
+    int rank;             ///< of two findings of equal severity the lower rank comes first
+    const char* acted;    ///< sentence: what the component does with such a place
+};
+
+struct Suspect {
+    const Rule* rule = nullptr;
+    std::vector<std::size_t> lines;
+    const ExplainLocalField* field = nullptr;
+    std::string what;
+    std::string acted;       ///< in place of the rule's sentence when not empty
+    const char* ledger = ""; ///< in place of the rule's row when not empty
+    ExplainCure cure;
+    /// Topics on which the suspect is reported although no fact tells it, each with the consequence.
+    std::vector<std::pair<ExplainTopic, std::string>> known;
+    /// The edit takes something away that only seemed to work, so what dies by it counts as harm too.
+    bool isTakenAway = false;
+};
+
+/// Everything a finder looks at.
+struct Scene {
+    const ExplainInput& input;
+    const Reading& reading;
+    const State& state;
+    std::vector<Suspect>& suspects;
+    bool hasIce = false; ///< some section has a user fragment of ICE
+};
+
+// The finders, in the order in which they run.
+void FindLocalAudio(Scene& scene);
+void FindLocalVideo(Scene& scene);
+void FindLocalCall(Scene& scene);
+void FindLineEnds(Scene& scene);
+void FindMisread(Scene& scene);
+void FindMisspelled(Scene& scene);
+void FindMisplaced(Scene& scene);
+void FindOverridden(Scene& scene);
+void FindMedia(Scene& scene);
+void FindAddresses(Scene& scene);
+void FindAudioFormats(Scene& scene);
+void FindVideoFormats(Scene& scene);
+void FindSecurity(Scene& scene);
+void FindStreams(Scene& scene);
+void FindBandwidth(Scene& scene);
+void FindFloorAndIce(Scene& scene);
+void FindPair(Scene& scene);
+
+/// What strict readers say of the answer, when offer and answer are both given (CheckAnswer).
+std::vector<ExplainFinding> JudgedFindings(const ExplainInput& input);
+/// The repairs of the negotiation layer that this text needs, as pairs of ledger rows and an ID.
+std::vector<std::pair<std::string_view, std::string_view>> NeededRepairs(const ExplainInput& input);
+
+/// The line as its writer would have had to spell it; the line itself when nothing is wrong with it.
+std::string Canonical(const TextLine& line, const Reading& reading);
+
+// Edits of the remote text.
+ExplainTextChange ReplaceLine(const TextLine& line, std::string text);
+ExplainTextChange DeleteLine(const TextLine& line);
+ExplainTextChange InsertAfter(const TextLine& line, const std::string& text);
+
+/// Adds a suspect that blames one remote line.
+Suspect& Blame(Scene& scene, const Rule& rule, const TextLine& line, std::string what, std::string cureWords,
+               std::vector<ExplainTextChange> changes);
+/// Adds a suspect that blames a local field.
+Suspect& BlameField(Scene& scene, const Rule& rule, std::string_view file, std::string what,
+                    std::string cureWords, std::int32_t number, std::string text = {});
+/// The field by its name in the local file; every name used is in the table.
+const ExplainLocalField* LocalField(std::string_view file);
+/// "Line 7, "a=sendonly","
+std::string LineWords(const TextLine& line);
+/// "a connection line" and its like.
+const char* RowWords(SDPRow row);
+/// The line after this one that changes a section most visibly, quoted; "no other line" for none.
+std::string AfterWords(const Reading& reading, std::size_t index);
+/// A payload number that the section does not use.
+std::string FreePayload(const MeantSection& section);
+
+} // namespace explain

@@ -1,0 +1,374 @@
+// Stage: suspects in directions, contents, bandwidths, floor control and ICE lines.
+// Input: the sections that the writer meant. Output: suspects.
+// Touches the list of suspects.
+// Test: tests/explain/AttributeSuspectTest.cpp
+#include "Suspect.h"
+
+#include "SDPKeyword.h"
+#include "SDPTables.h"
+
+#include <algorithm>
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+
+constexpr Rule kDirection = {"E70", "P14", ExplainSeverity::Note, 60,
+                             "Directions are the far end's and are mirrored: what it does not receive is not "
+                             "sent, what it does not send is not received (P14)."};
+constexpr Rule kContent = {
+    "E71", "", ExplainSeverity::Error, 18,
+    "Only a=content:main and a=content:slides are recognised; a video section with another content or none "
+    "is main video, and of two main sections the second is skipped (RFC 4796, 5)."};
+constexpr Rule kNoSection = {"E72", "", ExplainSeverity::Note, 66,
+                             "A stream exists only when the text has a section of its kind."};
+constexpr Rule kSessionTias = {
+    "E73", "P15", ExplainSeverity::Error, 12,
+    "Before the first m= line b=TIAS is read as b=AS, so its bit/s are taken for kbit/s (P15)."};
+constexpr Rule kMediaAs = {"E74", "P16", ExplainSeverity::Warning, 13,
+                           "Inside a section only b=TIAS is read, and b=AS is ignored (P16)."};
+constexpr Rule kZero = {"E75", "X09", ExplainSeverity::Warning, 15,
+                        "A session bandwidth replaces the sum of the sections, and 0 means no limit (X09)."};
+constexpr Rule kUnit = {
+    "E76", "G05", ExplainSeverity::Warning, 16,
+    "b=AS counts kbit/s and b=TIAS counts bit/s; kbit/s times 1000 wrap in 32 bits (G05)."};
+constexpr Rule kReplaces = {"E77", "X09", ExplainSeverity::Note, 40,
+                            "A session bandwidth replaces the sum of the sections (X09)."};
+constexpr Rule kSlidesLimit = {
+    "E78", "X10", ExplainSeverity::Note, 39,
+    "b=TIAS of the presentation is not added to the total, which is that of audio and main video (X10)."};
+constexpr Rule kRole = {"E80", "", ExplainSeverity::Warning, 30,
+                        "The far end is the server only when the value is exactly s-only; for any other text "
+                        "our answer is s-only."};
+constexpr Rule kPlainRole = {"E85", "B16", ExplainSeverity::Note, 70,
+                             "The role of the last floor control section decides: s-only is answered c-only, "
+                             "anything else s-only (B16)."};
+constexpr Rule kIds = {"E81", "B17", ExplainSeverity::Warning, 45,
+                       "Our text always writes floor 2, stream 9, conference 15 and user 15, whatever the "
+                       "far end assigned (B17)."};
+constexpr Rule kIdWord = {
+    "E87", "G18", ExplainSeverity::Warning, 20,
+    "A number is decimal digits and nothing else; any other text leaves the id at 0 (G18)."};
+constexpr Rule kNoId = {"E88", "G15", ExplainSeverity::Note, 40,
+                        "An id that no line gives is 0 in the record (G15)."};
+constexpr Rule kNoFloor = {"E89", "", ExplainSeverity::Note, 45,
+                           "An application section is floor control only when its m= line contains BFCP."};
+constexpr Rule kOtherType = {
+    "E79", "", ExplainSeverity::Note, 37,
+    "Of bandwidth lines only b=AS at session level and b=TIAS in a section are read."};
+constexpr Rule kIce = {
+    "E82", "G16", ExplainSeverity::Note, 50,
+    "ICE lines are kept whole for an agent (P13), and our text has none of its own (G16)."};
+constexpr Rule kHalfIce = {"E83", "P04", ExplainSeverity::Error, 12,
+                           "User fragment and password are kept each from its own line of the section, and "
+                           "every other a=ice line is dropped (P04)."};
+constexpr Rule kNoIce = {"E86", "", ExplainSeverity::Note, 48,
+                         "User fragment and password are those of the section itself; bundling is not read, "
+                         "and no section takes those of another."};
+constexpr Rule kMux = {"E84", "", ExplainSeverity::Note, 65,
+                       "This attribute is not read: RTCP goes to the port after the RTP port, each section "
+                       "has its own ports, and the packet time is the engine's."};
+
+const sdp::Direction* DirectionOf(const TextLine& line) {
+    return line.meant == SDPRow::Direction ? sdp::FirstKeyword<sdp::kDirections>(line.text) : nullptr;
+}
+
+void AddDirection(Scene& scene, const TextLine& line, const sdp::Direction& direction) {
+    if (direction.sends && direction.receives) {
+        return;
+    }
+    Blame(scene, kDirection, line,
+          LineWords(line) + (direction.sends ? " says that the far end only sends."
+                             : direction.receives
+                                 ? " says that the far end only receives."
+                                 : " says that the far end neither sends nor receives (hold)."),
+          "write a=sendrecv in line " + std::to_string(line.number), {ReplaceLine(line, "a=sendrecv")});
+}
+
+void AddContent(Scene& scene, const TextLine& line) {
+    const std::string_view value = ValueOf(line.text);
+    const std::string lower = Lower(value);
+    if (!BeginsWith(lower, "main") && !BeginsWith(lower, "slides")) {
+        Suspect& suspect = Blame(scene, kContent, line, LineWords(line) + " has a content that is not known.",
+                                 "write a=content:slides in line " + std::to_string(line.number),
+                                 {ReplaceLine(line, "a=content:slides")});
+        suspect.acted =
+            "Only a=content:main and a=content:slides are recognised, from the start; a section with another "
+            "content is main video, and of two main sections the second is skipped (RFC 4796, 5).";
+    }
+}
+
+void FindSecondVideo(Scene& scene) {
+    const MeantSection* main = nullptr;
+    for (const MeantSection& section : scene.reading.sections) {
+        bool isSlides = false;
+        const TextLine* content = nullptr;
+        for (std::size_t i = section.line; i <= section.last; ++i) {
+            isSlides =
+                isSlides || scene.reading.lines[i].text.find("a=content:slides") != std::string_view::npos;
+            content = scene.reading.lines[i].meant == SDPRow::Content ? &scene.reading.lines[i] : content;
+        }
+        if (section.media != "video" || isSlides) {
+            continue;
+        }
+        const TextLine& line = scene.reading.lines[section.line];
+        if (main != nullptr) {
+            const ExplainTextChange change = content == nullptr ? InsertAfter(line, "a=content:slides")
+                                                                : ReplaceLine(*content, "a=content:slides");
+            Suspect& suspect =
+                Blame(scene, kContent, content == nullptr ? line : *content,
+                      LineWords(line) + " is a second video section that is not marked a=content:slides.",
+                      "insert a=content:slides after line " + std::to_string(line.number), {change});
+            suspect.lines.push_back(line.number);
+            suspect.isTakenAway = true;
+        }
+        main = main == nullptr ? &section : main;
+    }
+    for (const TextLine& line : scene.reading.lines) {
+        if (main == nullptr && line.meant == SDPRow::Content &&
+            line.text.find("a=content:slides") != std::string_view::npos) {
+            Blame(scene, kContent, line,
+                  LineWords(line) + " marks the only video section, so there is no main video section.",
+                  "delete line " + std::to_string(line.number), {DeleteLine(line)});
+            break;
+        }
+    }
+}
+
+void AddMissing(Scene& scene, const char* words, std::initializer_list<Topic> topics) {
+    Suspect suspect;
+    suspect.rule = &kNoSection;
+    suspect.lines = {scene.reading.lines.empty() ? 0 : scene.reading.lines.back().number};
+    suspect.what = std::string("No line up to line ") + std::to_string(suspect.lines[0]) +
+                   " opens a section for " + words + ".";
+    for (const Topic topic : topics) {
+        suspect.known.emplace_back(topic, std::string("There is no section for ") + words +
+                                              ", so it does not come up.");
+    }
+    scene.suspects.push_back(std::move(suspect));
+}
+
+long long NumberOf(std::string_view value) {
+    return IsDigits(value) && value.size() < 17 ? std::stoll(std::string(value)) : -1;
+}
+
+void AddBandwidth(Scene& scene, const TextLine& line, bool isInSlides, bool isSession) {
+    const std::string canonical = Canonical(line, scene.reading);
+    const std::string number = std::to_string(line.number);
+    const bool isTias = BeginsWith(canonical, "b=TIAS:");
+    const long long value = NumberOf(ValueOf(canonical));
+    if ((!isTias && !BeginsWith(canonical, "b=AS:")) || value < 0) {
+        if (value > 0 && BeginsWith(canonical, "b=CT:")) {
+            const std::string text = "b=AS:" + std::string(ValueOf(canonical));
+            Blame(scene, kOtherType, line, LineWords(line) + " has a type of bandwidth that is not read.",
+                  "write line " + number + " as " + text, {ReplaceLine(line, text)});
+        }
+        return;
+    }
+    const auto rewrite = [&](const Rule& rule, const std::string& why, const char* type, long long to) {
+        const std::string text = std::string("b=") + type + ":" + std::to_string(to);
+        Blame(scene, rule, line, LineWords(line) + why, "write line " + number + " as \"" + text + "\"",
+              {ReplaceLine(line, text)});
+    };
+    if (isSession && isTias) {
+        rewrite(kSessionTias, " gives bit/s at session level.", "AS", std::max(value / 1000, 1LL));
+    } else if (!isSession && !isTias) {
+        rewrite(kMediaAs, " gives the bandwidth of a section as AS.", "TIAS", value * 1000);
+    } else if (value == 0) {
+        rewrite(kZero, " gives a bandwidth of 0.", isTias ? "TIAS" : "AS", isTias ? 64000 : 64);
+    } else if (!isTias && value > 2147483) {
+        rewrite(kUnit, " gives more kbit/s than 32 bits hold in bit/s.", "AS", 2147483);
+    } else if (!isTias && value >= 64000) {
+        rewrite(kUnit, " gives kbit/s that look like bit/s.", "AS", value / 1000);
+    } else if (isTias && value < 6000) {
+        rewrite(kUnit, " gives bit/s that look like kbit/s.", "TIAS", value * 1000);
+    } else if (isTias && value > 2147483647) {
+        rewrite(kUnit, " gives more bit/s than 32 bits hold.", "TIAS", 2147483647);
+    }
+    if (isInSlides && isTias) {
+        const long long total = scene.state.record.iMaxBandwidth + value;
+        const std::string text = "b=AS:" + std::to_string(total / 1000);
+        std::vector<ExplainTextChange> changes;
+        if (total > 0 && total < 2147483647 && scene.reading.sections.front().line > 0) {
+            changes.push_back(
+                InsertAfter(scene.reading.lines[scene.reading.sections.front().line - 1], text));
+        }
+        Blame(scene, kSlidesLimit, line,
+              LineWords(line) + " stands in the section of the slides (presentation).",
+              "give the total as " + text + " before the first m= line", std::move(changes))
+            .known.emplace_back(Topic::Bandwidth,
+                                "The total bandwidth does not contain what slides are allowed.");
+    }
+}
+
+void FindFloorSection(Scene& scene, const MeantSection& section) {
+    for (std::size_t i = section.line + 1; i <= section.last; ++i) {
+        const TextLine& line = scene.reading.lines[i];
+        const std::string value(ValueOf(line.text));
+        const std::string number = std::to_string(line.number);
+        if (line.meant == SDPRow::FloorControl && value != "s-only" && value != "c-only" && value != "c-s") {
+            Blame(scene, kRole, line, LineWords(line) + " has a role that is none of c-only, s-only and c-s.",
+                  "write a=floorctrl:s-only in line " + number, {ReplaceLine(line, "a=floorctrl:s-only")});
+        } else if (line.meant == SDPRow::FloorControl) {
+            Blame(scene, kPlainRole, line, LineWords(line) + " gives the far end's role.", "", {})
+                .known.emplace_back(Topic::Floor, value == "s-only"
+                                                      ? "Our answer says c-only: this side is the client."
+                                                      : "Our answer says s-only: this side is the server.");
+        }
+        if ((line.meant == SDPRow::ConferenceId || line.meant == SDPRow::UserId) && !IsDigits(value)) {
+            Blame(scene, kIdWord, line, LineWords(line) + " has a value that is not a number.",
+                  "write a number in line " + number,
+                  {ReplaceLine(line, (line.meant == SDPRow::UserId ? "a=userid:15" : "a=confid:15"))});
+        }
+        if ((line.meant == SDPRow::ConferenceId || line.meant == SDPRow::UserId) && IsDigits(value) &&
+            value != "15") {
+            Blame(scene, kIds, line, LineWords(line) + " assigns another id than 15.", "", {})
+                .known.emplace_back(
+                    Topic::Floor,
+                    "Our text says 15 where the far end says " + Shown(value) +
+                        ", so the floor control server refuses us or takes us for another user.");
+        }
+    }
+}
+
+void FindFloorIds(Scene& scene, const MeantSection& section) {
+    const TextLine& media = scene.reading.lines[section.line];
+    const auto first = scene.reading.lines.begin() + static_cast<std::ptrdiff_t>(section.line);
+    const auto last = scene.reading.lines.begin() + static_cast<std::ptrdiff_t>(section.last) + 1;
+    for (const SDPRow row : {SDPRow::ConferenceId, SDPRow::UserId}) {
+        const char* const name = row == SDPRow::UserId ? "a=userid" : "a=confid";
+        if (std::none_of(first, last, [&](const TextLine& line) { return line.meant == row; })) {
+            Blame(scene, kNoId, media, LineWords(media) + " has no " + name + " line after it.",
+                  std::string("insert ") + name + ":15 after line " + std::to_string(media.number),
+                  {InsertAfter(media, std::string(name) + ":15")});
+        }
+    }
+}
+
+void FindIceSection(Scene& scene, const MeantSection& section) {
+    const TextLine* user = nullptr;
+    const TextLine* password = nullptr;
+    const TextLine* any = nullptr;
+    for (std::size_t i = section.line + 1; i <= section.last; ++i) {
+        const TextLine& line = scene.reading.lines[i];
+        user = BeginsWith(line.text, "a=ice-ufrag") ? &line : user;
+        password = BeginsWith(line.text, "a=ice-pwd") ? &line : password;
+        any = any == nullptr && (line.meant == SDPRow::Ice || line.meant == SDPRow::Candidate) ? &line : any;
+        static constexpr std::string_view kUnread[] = {"a=rtcp-mux",
+                                                       "a=rtcp:", "a=ptime:", "a=maxptime:", "a=bundle-only"};
+        for (const std::string_view name : kUnread) {
+            if (BeginsWith(line.text, name)) {
+                Blame(scene, kMux, line, LineWords(line) + " is not read.", "", {})
+                    .known.emplace_back(section.media == "audio" ? Topic::AudioSend : Topic::MainSend,
+                                        "RTCP, packet time or port sharing is not what this line asks for; "
+                                        "RTP itself is not affected.");
+            }
+        }
+    }
+    const TextLine& media = scene.reading.lines[section.line];
+    if (user == nullptr && password == nullptr && scene.hasIce &&
+        (section.media == "audio" || section.media == "video")) {
+        Blame(scene, kNoIce, media,
+              LineWords(media) + " has no a=ice-ufrag and a=ice-pwd lines after it, and another section has.",
+              "", {})
+            .known.emplace_back(
+                Topic::Ice,
+                "The section for " + section.media +
+                    " has no ufrag and no password, so an ICE agent cannot check its candidates.");
+    }
+    if ((user == nullptr) != (password == nullptr)) {
+        const TextLine& there = user == nullptr ? *password : *user;
+        const char* const text = user == nullptr ? "a=ice-ufrag:none" : "a=ice-pwd:none";
+        Blame(scene, kHalfIce, there,
+              LineWords(there) + (user == nullptr ? " has no a=ice-ufrag line beside it."
+                                                  : " has no a=ice-pwd line beside it."),
+              std::string("insert ") + (user == nullptr ? "the a=ice-ufrag" : "the a=ice-pwd") +
+                  " line after line " + std::to_string(there.number),
+              {InsertAfter(there, text)});
+    }
+    if (any != nullptr) {
+        Blame(scene, kIce, *any, LineWords(*any) + " offers ICE.", "", {})
+            .known.emplace_back(
+                Topic::Ice,
+                "The far end sees an end without ICE; a far end that does ICE alone gets no media.");
+    }
+}
+
+} // namespace
+
+void FindStreams(Scene& scene) {
+    for (const TextLine& line : scene.reading.lines) {
+        if (const sdp::Direction* const direction = DirectionOf(line)) {
+            AddDirection(scene, line, *direction);
+        } else if (line.meant == SDPRow::Content) {
+            AddContent(scene, line);
+        }
+    }
+    FindSecondVideo(scene);
+    const RemoteSDP& record = scene.state.record;
+    if (!record.fIsAudioValid) {
+        AddMissing(
+            scene, "audio",
+            {Topic::AudioCodec, Topic::AudioSend, Topic::AudioReceive, Topic::EncryptionAudio, Topic::Dtmf});
+    }
+    if (!record.m_VideoMain.fIsVideoValid) {
+        AddMissing(scene, "main video",
+                   {Topic::MainPicture, Topic::MainSend, Topic::MainReceive, Topic::EncryptionMain});
+    }
+    if (!record.m_VideoPreso.fIsVideoValid) {
+        AddMissing(scene, "slides", {Topic::Slides, Topic::EncryptionSlides});
+    }
+}
+
+void FindBandwidth(Scene& scene) {
+    const TextLine* session = nullptr;
+    bool hasMedia = false;
+    for (const TextLine& line : scene.reading.lines) {
+        if (line.meant != SDPRow::Bandwidth) {
+            continue;
+        }
+        const MeantSection* const section = scene.reading.SectionOf(line);
+        bool isSlides = false;
+        for (std::size_t i = section == nullptr ? 1 : section->line,
+                         end = section == nullptr ? 0 : std::min(section->last, section->line + 64);
+             i <= end; ++i) {
+            isSlides =
+                isSlides || scene.reading.lines[i].text.find("a=content:slides") != std::string_view::npos;
+        }
+        AddBandwidth(scene, line, isSlides, section == nullptr);
+        session = section == nullptr ? &line : session;
+        hasMedia = hasMedia || section != nullptr;
+    }
+    if (session != nullptr && hasMedia) {
+        Blame(scene, kReplaces, *session, LineWords(*session) + " stands beside bandwidths of sections.",
+              "delete line " + std::to_string(session->number), {DeleteLine(*session)})
+            .isTakenAway = true;
+    }
+}
+
+void FindFloorAndIce(Scene& scene) {
+    for (const TextLine& line : scene.reading.lines) {
+        scene.hasIce = scene.hasIce || (line.section != kNowhere && BeginsWith(line.text, "a=ice-ufrag"));
+    }
+    constexpr std::size_t most = 32;
+    std::size_t count = 0;
+    for (const MeantSection& section : scene.reading.sections) {
+        if (++count > most) {
+            break;
+        }
+        if (section.media == "application" && section.transport.find("BFCP") != std::string::npos) {
+            FindFloorSection(scene, section);
+            FindFloorIds(scene, section);
+        } else if (section.media == "application") {
+            const TextLine& media = scene.reading.lines[section.line];
+            Blame(scene, kNoFloor, media, LineWords(media) + " has no BFCP transport.", "", {})
+                .known.emplace_back(ExplainTopic::Floor,
+                                    "The section is no floor control, so there is none from it.");
+        }
+        FindIceSection(scene, section);
+    }
+}
+
+} // namespace explain

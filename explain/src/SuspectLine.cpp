@@ -1,0 +1,292 @@
+// Stage: suspects that concern the line as such: its end, the row that takes it, its spelling.
+// Input: the lines of the text. Output: suspects.
+// Touches the list of suspects.
+// Test: tests/explain/LineSuspectTest.cpp
+#include "Suspect.h"
+
+#include "SDPLines.h"
+#include "SDPTables.h"
+
+#include <algorithm>
+
+namespace explain {
+
+namespace {
+
+constexpr Rule kBareLf = {
+    "E01", "P03", ExplainSeverity::Error, 1,
+    "Only CR LF ends a line, so the lines are read as one, and only the first of them counts (P03)."};
+constexpr Rule kCut = {"E02", "P02", ExplainSeverity::Error, 2,
+                       "Text after the last CR LF is no line and is dropped (P02)."};
+constexpr Rule kMisread = {"E03", "P01", ExplainSeverity::Error, 3, ""};
+constexpr Rule kDirectionInside = {"E04", "P01", ExplainSeverity::Error, 4,
+                                   "A direction is searched anywhere in an attribute line, so it becomes the "
+                                   "direction of the section (P01)."};
+constexpr Rule kSpelling = {"E05", "", ExplainSeverity::Error, 20, ""};
+constexpr Rule kTwoBodies = {"E06", "", ExplainSeverity::Warning, 5,
+                             "The text is read as one description, so the lines of the second one change or "
+                             "add to the sections of the first."};
+
+/// Edits that end each editor line of a range with CR LF, lone CRs included.
+std::vector<ExplainTextChange> EndWithCrLf(const Reading& reading, std::size_t first, std::size_t last) {
+    std::vector<ExplainTextChange> changes;
+    for (std::size_t i = first; i < last; ++i) {
+        const TextLine& line = reading.lines[i];
+        for (std::size_t at = line.text.find('\r'); at != std::string_view::npos;
+             at = line.text.find('\r', at + 1)) {
+            changes.push_back({line.offset + at, 1, "\r\n"});
+        }
+        if (line.end != "\r\n") {
+            changes.push_back({line.offset + line.text.size(), line.end.size(), "\r\n"});
+        }
+    }
+    return changes;
+}
+
+std::string Through(const Reading& reading, std::size_t first, std::size_t last) {
+    return std::to_string(reading.lines[first].number) +
+           (last - first > 1 ? " to " + std::to_string(reading.lines[last - 1].number) : "");
+}
+
+void AddJoined(Scene& scene, const Rule& rule, std::size_t first, std::size_t last, const std::string& what) {
+    Suspect& suspect = Blame(scene, rule, scene.reading.lines[first], what,
+                             "end lines " + Through(scene.reading, first, last) + " with CR LF",
+                             EndWithCrLf(scene.reading, first, last));
+    suspect.isTakenAway = true;
+    constexpr std::size_t named = 8;
+    for (std::size_t i = first + 1; i < last && i < first + named; ++i) {
+        suspect.lines.push_back(scene.reading.lines[i].number);
+    }
+}
+
+bool HasLoneCr(const Host& host) {
+    return host.text.find('\r') != std::string_view::npos;
+}
+
+void FindTail(Scene& scene, std::size_t tail) {
+    const Reading& reading = scene.reading;
+    if (tail == reading.lines.size()) {
+        return;
+    }
+    const TextLine& line = reading.lines[tail];
+    if (tail + 1 == reading.lines.size() && line.end.empty() &&
+        line.text.find('\r') == std::string_view::npos) {
+        Blame(scene, kCut, line,
+              "The last line, line " + std::to_string(line.number) + ", " + Quoted(line.text) +
+                  ", has no CR LF at its end.",
+              "end line " + std::to_string(line.number) + " with CR LF", EndWithCrLf(reading, tail, tail + 1))
+            .isTakenAway = true;
+        return;
+    }
+    AddJoined(scene, kCut, tail, reading.lines.size(),
+              "Lines " + Through(reading, tail, reading.lines.size()) +
+                  " do not end in CR LF but in LF or CR alone, up to the end of the text.");
+}
+
+std::size_t KeywordIn(const Host& host) {
+    return host.text.find(sdp::kLineRows[static_cast<std::size_t>(host.row)].keyword);
+}
+
+/// The line without what made another row take it.
+std::string WithoutKeyword(const TextLine& line, std::string_view keyword) {
+    const std::string_view text = line.text;
+    const std::size_t at = text.find(keyword);
+    if (line.meant == SDPRow::Fmtp) {
+        const std::size_t blank = std::min(text.find(' '), text.size());
+        const std::size_t before = text.rfind(';', at);
+        const std::size_t begin = before == std::string_view::npos || before < blank ? blank + 1 : before;
+        const std::size_t end = std::min(text.find(';', at), text.size());
+        const bool isFirst = begin == blank + 1;
+        return std::string(text.substr(0, begin)) +
+               std::string(Trimmed(text.substr(std::min(end + (isFirst ? 1 : 0), text.size()))));
+    }
+    const std::size_t equals = at + keyword.size() - 1;
+    return std::string(text.substr(0, equals)) + std::string(text.substr(equals + 1));
+}
+
+bool IsWanted(const TextLine& line) {
+    return line.meant != SDPRow::None && line.meant != SDPRow::Direction;
+}
+
+void AddMisread(Scene& scene, const TextLine& line, const Host& host) {
+    const std::string_view keyword = sdp::kLineRows[static_cast<std::size_t>(host.row)].keyword;
+    const std::string column = std::to_string(KeywordIn(host) + 1);
+    const bool canDelete =
+        !IsWanted(line) && line.text.substr(0, 2) != "s=" && line.text.substr(0, 2) != "o=";
+    Suspect& suspect =
+        Blame(scene, kMisread, line,
+              LineWords(line) + " contains \"" + std::string(keyword) + "\" at column " + column + ".",
+              canDelete ? "delete line " + std::to_string(line.number)
+                        : "take \"" + std::string(keyword) + "\" out of line " + std::to_string(line.number),
+              {canDelete ? DeleteLine(line) : ReplaceLine(line, WithoutKeyword(line, keyword))});
+    const std::size_t words = WordsOf(line.text, 4).size();
+    const std::string then =
+        host.row == SDPRow::Connection ? (words > 2 ? ": its third word becomes the address"
+                                                    : " of fewer than three words, and is dropped")
+        : host.row == SDPRow::Media
+            ? (words > 3
+                   ? " that opens a section, to which belongs " + AfterWords(scene.reading, line.number - 1)
+                   : " of fewer than four words, and is dropped")
+            : "";
+    suspect.acted =
+        std::string("The first keyword found anywhere in a line takes it (P01), so it is read as ") +
+        RowWords(host.row) + " and not as " + RowWords(line.meant) + then + ".";
+    suspect.isTakenAway = true;
+}
+
+void AddInside(Scene& scene, const TextLine& line) {
+    const sdp::Direction* const direction = sdp::FirstKeyword<sdp::kDirections>(line.text);
+    if (direction == nullptr || BeginsWith(Trimmed(line.text), direction->keyword)) {
+        return;
+    }
+    Blame(scene, kDirectionInside, line,
+          LineWords(line) + " contains \"" + std::string(direction->keyword) + "\".",
+          "delete line " + std::to_string(line.number), {DeleteLine(line)})
+        .isTakenAway = true;
+}
+
+/// How two spellings differ, for a sentence.
+const char* DifferenceWords(std::string_view text, std::string_view canonical) {
+    const auto bare = [](std::string_view with) {
+        std::string without(with);
+        without.erase(
+            std::remove_if(without.begin(), without.end(), [](char c) { return c == ' ' || c == '\t'; }),
+            without.end());
+        return without;
+    };
+    if (Lower(text) == Lower(canonical)) {
+        return "differs in letter case from what the component compares";
+    }
+    if (Trimmed(text) == canonical) {
+        return text[0] == canonical[0] ? "has a blank at its end" : "begins with a blank";
+    }
+    if (text.find("; ") != std::string_view::npos && canonical.find("; ") == std::string_view::npos) {
+        return "has a blank after ';'";
+    }
+    if (text.find("a=rtpmap ") == 0 || text.find("a=fmtp ") == 0) {
+        return "has a blank in place of its colon";
+    }
+    return bare(text) == bare(canonical) ? "has a blank that does not belong there"
+                                         : "is not spelled as the RFC has it";
+}
+
+struct RowSentence {
+    SDPRow row;
+    const char* ledger;
+    const char* acted;
+};
+constexpr RowSentence kRowSentences[] = {
+    {SDPRow::Connection, "",
+     "The address is the third word of a connection line as it stands; a line of fewer words is dropped."},
+    {SDPRow::Media, "P06",
+     "Media, transport and formats are compared letter for letter as words between blanks (P06)."},
+    {SDPRow::Rtpmap, "X03",
+     "Payload and encoding name are compared letter for letter (\"H264/9000\", \"G7221/16000\", "
+     "\"telephone-event/8000\", X03); a line whose first word is shorter than a=rtpmap: is dropped (G01, "
+     "P22)."},
+    {SDPRow::Fmtp, "P09",
+     "The payload stands from offset 7 to the first blank, parameters are cut at ';' and not trimmed, names "
+     "are compared letter for letter, and a number is digits alone (P09, P20, X01, G18)."},
+    {SDPRow::Crypto, "P11",
+     "Words are cut at blanks and compared letter for letter, so the suite is unknown or its key is missed "
+     "(P11, P19)."},
+    {SDPRow::Ice, "P13",
+     "The line is kept whole, spelled as it is, and its name is compared letter for letter (P13, P04)."},
+    {SDPRow::Candidate, "P13", "The line is kept whole, as it is, when it begins with a=candidate: (P13)."},
+    {SDPRow::Content, "G18",
+     "Only \"a=content:main\" and \"a=content:slides\" are recognised, letter for letter."},
+    {SDPRow::Bandwidth, "G18",
+     "The value is all text after \"AS:\" or \"TIAS:\", and it counts only when it is a number, digits alone "
+     "(G18); at session level it replaces the sum of the sections all the same (X09)."},
+    {SDPRow::FloorControl, "G18", "The role is compared whole with \"s-only\", letter for letter."},
+    {SDPRow::ConferenceId, "G18",
+     "A number is decimal digits and nothing else; any other text leaves the value at 0 (G18)."},
+    {SDPRow::UserId, "G18",
+     "A number is decimal digits and nothing else; any other text leaves the value at 0 (G18)."},
+    {SDPRow::Direction, "P14",
+     "Only a=sendrecv, a=sendonly, a=recvonly and a=inactive are recognised, letter for letter; others are "
+     "ignored."},
+    {SDPRow::None, "", "No row takes a line without its letter and \"=\"."},
+};
+
+} // namespace
+
+void FindLineEnds(Scene& scene) {
+    const Reading& reading = scene.reading;
+    std::size_t joined = 0;
+    std::size_t next = 0;
+    constexpr std::size_t most = 12;
+    for (const Host& host : reading.hosts) {
+        next = host.first + host.count;
+        if ((host.count > 1 || HasLoneCr(host)) && host.count != 0 && ++joined <= most) {
+            AddJoined(scene, kBareLf, host.first, next,
+                      "Line " + std::to_string(reading.lines[host.first].number) + ", " +
+                          Quoted(reading.lines[host.first].text) +
+                          ", ends in LF or CR alone and not in CR LF" +
+                          (host.count > 1
+                               ? ", so it is one line with " +
+                                     std::to_string(host.count == 2 ? reading.lines[host.first + 1].number
+                                                                    : reading.lines[next - 1].number) +
+                                     ", " + Quoted(reading.lines[host.first + 1].text) + "."
+                               : "."));
+        }
+    }
+    FindTail(scene, next);
+    if (joined > 1) {
+        AddJoined(scene, kBareLf, 0, reading.lines.size(),
+                  std::to_string(joined) + " lines end in LF or CR alone.");
+    }
+}
+
+void FindMisread(Scene& scene) {
+    const Reading& reading = scene.reading;
+    std::size_t bodies = 0;
+    for (const TextLine& line : reading.lines) {
+        bodies += BeginsWith(line.text, "v=") ? 1 : 0;
+        if (bodies == 2 && BeginsWith(line.text, "v=")) {
+            Blame(scene, kTwoBodies, line, LineWords(line) + " begins a second description.",
+                  "delete the text from line " + std::to_string(line.number) + " on",
+                  {{line.offset, reading.text.size() - line.offset, {}}})
+                .isTakenAway = true;
+        }
+        if (line.host == kNowhere) {
+            continue;
+        }
+        const Host& host = reading.hosts[line.host];
+        if (host.count != 1) {
+            continue;
+        }
+        if (host.row != line.meant && host.row != SDPRow::None &&
+            !(line.meant == SDPRow::None && host.row == SDPRow::Direction)) {
+            AddMisread(scene, line, host);
+        } else if (host.row == SDPRow::Direction) {
+            AddInside(scene, line);
+        }
+    }
+}
+
+void FindMisspelled(Scene& scene) {
+    for (const TextLine& line : scene.reading.lines) {
+        const std::string canonical = Canonical(line, scene.reading);
+        const SDPRow row = line.host == kNowhere ? line.meant : scene.reading.hosts[line.host].row;
+        const bool isTaken =
+            row == line.meant || row == SDPRow::None || row == SDPRow::Direction || line.text.find('=') != 1;
+        if (canonical == line.text || line.meant == SDPRow::Crypto || !isTaken) {
+            continue;
+        }
+        for (const RowSentence& sentence : kRowSentences) {
+            if (sentence.row == line.meant) {
+                Suspect& suspect =
+                    Blame(scene, kSpelling, line,
+                          LineWords(line) + " " + DifferenceWords(line.text, canonical) + ".",
+                          "write line " + std::to_string(line.number) + " as " + Quoted(canonical),
+                          {ReplaceLine(line, canonical)});
+                suspect.acted = sentence.acted;
+                suspect.ledger = sentence.ledger;
+                suspect.isTakenAway = true;
+            }
+        }
+    }
+}
+
+} // namespace explain

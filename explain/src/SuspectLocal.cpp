@@ -1,0 +1,256 @@
+// Stage: suspects in the local audio and video fields.
+// Input: the local record. Output: suspects that blame a field.
+// Touches the list of suspects.
+// Test: tests/explain/LocalSuspectTest.cpp
+#include "Suspect.h"
+
+#include "H264Level.h"
+#include "SDPTables.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+
+constexpr Rule kEmptyPriority = {
+    "E100", "B06", ExplainSeverity::Error, 4,
+    "Without a preference list there is no audio section in our text, whatever codecs are set (B06)."};
+constexpr Rule kMaskLacks = {
+    "E101", "", ExplainSeverity::Error, 18,
+    "A codec counts only when eAudioCodec has its bit, wherever it stands in the preference list."};
+constexpr Rule kPriorityLacks = {"E102", "", ExplainSeverity::Error, 18,
+                                 "Our text lists the codecs of the preference list alone, so a codec of "
+                                 "eAudioCodec that is not in it is read but never written."};
+constexpr Rule kPort = {"E103", "", ExplainSeverity::Error, 5,
+                        "A port is written as it is, and port 0 declines the section (RFC 3264, 6)."};
+constexpr Rule kNoVideo = {"E104", "", ExplainSeverity::Error, 6,
+                           "With an empty codec set (0) no video section of this kind is written."};
+constexpr Rule kNotH264 = {"E105", "B23", ExplainSeverity::Error, 6,
+                           "A codec set without an H.264 bit writes an m=video line without a format (B23; "
+                           "RFC 4566, 5.14 wants one)."};
+constexpr Rule kMode0 = {"E106", "B11", ExplainSeverity::Error, 12,
+                         "A section of packetization mode 0 alone has neither b=TIAS nor a crypto line, also "
+                         "where it says RTP/SAVP (B11), and two blanks before its format (B10)."};
+constexpr Rule kLevel = {
+    "E107", "X06", ExplainSeverity::Warning, 10,
+    "A level name that is not in the table is written as level 2, profile-level-id=420014 (X06)."};
+constexpr Rule kRole = {
+    "E108", "B09", ExplainSeverity::Error, 8,
+    "Label and content of a section follow eVideoType alone: main is a=content:main, presentation "
+    "a=content:slides, anything else a bare a=label: and a=content: without line ends (B09)."};
+constexpr Rule kMuted = {"E109", "B19", ExplainSeverity::Warning, 6,
+                         "Muted main video is never sent: our text says a=recvonly, or a=inactive where the "
+                         "far end would not send either (B19)."};
+constexpr Rule kSamePayload = {"E110", "", ExplainSeverity::Error, 9,
+                               "Both packetization modes are written with the payload numbers of the record, "
+                               "so one number is described twice and differently."};
+constexpr Rule kPayloadRange = {
+    "E111", "", ExplainSeverity::Error, 10,
+    "Payload numbers are written as they are; dynamic ones are 96 to 127 (RFC 3551, 6)."};
+constexpr Rule kLowLevel = {
+    "E112", "", ExplainSeverity::Note, 50,
+    "The level and its limits in our text are what the far end may send us at most (RFC 6184, 8.1)."};
+
+bool IsPort(std::int32_t port) {
+    return port > 0 && port < 65535;
+}
+
+void FindPort(Scene& scene, std::string_view file, std::string_view record, std::int32_t port,
+              const char* stream, Topic topic) {
+    if (IsPort(port)) {
+        return;
+    }
+    BlameField(scene, kPort, file,
+               std::string(record) + " (" + std::string(file) + ") is " + std::to_string(port) + ".",
+               "set " + std::string(file) + " to the RTP port", 16384 + static_cast<int>(file.size()) * 2)
+        .known.emplace_back(topic, std::string("Our text declines ") + stream + " with port " +
+                                       std::to_string(port) + ", so none is received.");
+}
+
+struct VideoField {
+    const char* file;
+    const char* record;
+    const char* name;
+    VideoParms baseSDP::*stream;
+    Topic carries;
+    Topic receives;
+    VideoType_t role;
+};
+
+bool IsLevelName(const std::string& level) {
+    return std::any_of(std::begin(sdp::__H264Profile), std::end(sdp::__H264Profile),
+                       [&](const char* name) { return level == name; });
+}
+
+void FindVideoCodecs(Scene& scene, const VideoField& field, const VideoParms& video) {
+    const std::string file = std::string(field.file) + ".codecs";
+    const std::string record = std::string(field.record) + ".eVideoCodec";
+    const std::string name = record + " (" + file + ")";
+    const bool isSecure = scene.input.srtp;
+    if (video.eVideoCodec == 0) {
+        BlameField(scene, kNoVideo, file, name + " is empty.", "put H264_MODE_1 and H264_MODE_0 into " + file,
+                   sdp::kAnyH264);
+    } else if ((video.eVideoCodec & sdp::kAnyH264) == 0) {
+        BlameField(scene, kNotH264, file,
+                   name + " holds " + (video.eVideoCodec == PAYLOAD_VP8 ? "VP8 alone" : "no H.264 mode") +
+                       ".",
+                   "put H264_MODE_1 and H264_MODE_0 into " + file, sdp::kAnyH264)
+            .known.emplace_back(field.carries,
+                                std::string("Our section for ") + field.name +
+                                    " lists no format, so the far end declines it or refuses the text.");
+    } else if ((video.eVideoCodec & PAYLOAD_H264) == 0) {
+        Suspect& suspect = BlameField(scene, kMode0, file, name + " holds H264_MODE_0 alone.",
+                                      "add H264_MODE_1 to " + file, sdp::kAnyH264);
+        if (isSecure) {
+            suspect.known.emplace_back(
+                field.role == VIDEOTYPE_MAIN ? Topic::EncryptionMain : Topic::EncryptionSlides,
+                std::string("Our section for ") + field.name +
+                    " says RTP/SAVP and has no key, so the far end declines it or sends in the clear.");
+        }
+    }
+}
+
+void FindVideo(Scene& scene, const VideoField& field) {
+    const VideoParms& video = scene.input.local.*field.stream;
+    const std::string file(field.file);
+    const std::string record(field.record);
+    FindVideoCodecs(scene, field, video);
+    if (video.eVideoCodec == 0) {
+        return;
+    }
+    FindPort(scene, file + ".port", record + ".iVideoRTPPort", video.iVideoRTPPort, field.name,
+             field.receives);
+    if (!IsLevelName(video.strVideoLevel)) {
+        BlameField(scene, kLevel, file + ".level",
+                   record + ".strVideoLevel (" + file + ".level) is \"" + Shown(video.strVideoLevel) +
+                       "\", which is the name of no level.",
+                   "set " + file + ".level to the name of a level, such as \"3.1\"", 0, "3.1")
+            .known.emplace_back(
+                field.receives,
+                "Our text promises level 2, so the far end sends a picture of 352 x 288 or so.");
+    } else if (video.strVideoLevel < "3") {
+        BlameField(scene, kLowLevel, file + ".level",
+                   record + ".strVideoLevel (" + file + ".level) is \"" + video.strVideoLevel +
+                       "\", a low level.",
+                   "set " + file + ".level to \"3.1\"", 0, "3.1")
+            .known.emplace_back(
+                field.receives,
+                "Our text asks for a picture of this low level, so the far end sends a small one.");
+    }
+    if (video.eVideoType != field.role) {
+        const bool isSwapped = video.eVideoType == VIDEOTYPE_MAIN || video.eVideoType == VIDEOTYPE_PRESO;
+        Suspect& suspect =
+            BlameField(scene, kRole, file + ".role",
+                       record + ".eVideoType (" + file + ".role) is " +
+                           (video.eVideoType == VIDEOTYPE_MAIN ? "main"
+                            : isSwapped                        ? "presentation"
+                                                               : "no role") +
+                           ".",
+                       "set " + file + ".role to " + (field.role == VIDEOTYPE_MAIN ? "main" : "presentation"),
+                       field.role);
+        const std::string comes =
+            isSwapped
+                ? std::string("Our text marks ") + field.name +
+                      (video.eVideoType == VIDEOTYPE_MAIN ? " as a=content:main" : " as a=content:slides") +
+                      ", so the far end takes it for the other stream."
+                : "Our text has bare a=label: and a=content: prefixes, which run into the next line.";
+        suspect.known.emplace_back(field.carries, comes);
+        suspect.known.emplace_back(Topic::Call, comes);
+    }
+}
+
+constexpr VideoField kVideo[] = {
+    {"video.main", "m_VideoMain", "main video", &baseSDP::m_VideoMain, Topic::MainPicture, Topic::MainReceive,
+     VIDEOTYPE_MAIN},
+    {"video.presentation", "m_VideoPreso", "slides", &baseSDP::m_VideoPreso, Topic::Slides, Topic::Slides,
+     VIDEOTYPE_PRESO},
+};
+
+void FindPayloads(Scene& scene) {
+    const LocalSDP& local = scene.input.local;
+    const std::string text = scene.input.remoteAnswers ? "offer" : "answer";
+    if (local.iVideoPayloadMode0 == local.iVideoPayloadMode1) {
+        const std::string number = std::to_string(local.iVideoPayloadMode0);
+        Suspect& suspect = BlameField(
+            scene, kSamePayload, "video.payload_type_mode_0",
+            "iVideoPayloadMode0 (video.payload_type_mode_0) and iVideoPayloadMode1 are both " + number + ".",
+            "set video.payload_type_mode_0 to another number", number == "126" ? 125 : 126);
+        for (const Topic topic : {Topic::MainReceive, Topic::MainPicture, Topic::Slides, Topic::Call}) {
+            suspect.known.emplace_back(
+                topic,
+                "Our " + text + " lists payload " + number +
+                    " twice, once for each packetization mode, so the far end cannot tell them apart.");
+        }
+    }
+    for (const bool isMode1 : {true, false}) {
+        const std::int32_t payload = isMode1 ? local.iVideoPayloadMode1 : local.iVideoPayloadMode0;
+        if (payload >= 96 && payload <= 127) {
+            continue;
+        }
+        const std::string file = isMode1 ? "video.payload_type_mode_1" : "video.payload_type_mode_0";
+        Suspect& suspect = BlameField(scene, kPayloadRange, file,
+                                      std::string(isMode1 ? "iVideoPayloadMode1 (" : "iVideoPayloadMode0 (") +
+                                          file + ") is " + std::to_string(payload) + ".",
+                                      "set " + file + " to a number from 96 to 127", isMode1 ? 97 : 126);
+        for (const Topic topic : {Topic::MainReceive, Topic::MainPicture, Topic::Slides}) {
+            suspect.known.emplace_back(
+                topic,
+                "Our " + text + " uses a number that the far end takes for another format or refuses.");
+        }
+    }
+}
+
+} // namespace
+
+void FindLocalAudio(Scene& scene) {
+    const LocalSDP& local = scene.input.local;
+    const auto& priority = local.listAudioCodecPriority;
+    FindPort(scene, "audio.port", "iAudioRTPPort", local.iAudioRTPPort, "audio", Topic::AudioReceive);
+    if (priority.empty()) {
+        BlameField(scene, kEmptyPriority, "audio.priority",
+                   "listAudioCodecPriority (audio.priority) is empty.", "list codecs in audio.priority",
+                   local.eAudioCodec & 0x59)
+            .known.emplace_back(Topic::AudioCodec, "Our text has no audio section.");
+    }
+    for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
+        const bool isPreferred = std::find(priority.begin(), priority.end(), codec.codec) != priority.end();
+        const bool isSet = (local.eAudioCodec & codec.codec) != 0;
+        static constexpr std::pair<std::int32_t, const char*> kNames[] = {{PAYLOAD_G722, "G722"},
+                                                                          {PAYLOAD_G7221, "G7221"},
+                                                                          {PAYLOAD_G711U, "G711U"},
+                                                                          {PAYLOAD_G729, "G729"}};
+        const auto* const name = std::find_if(std::begin(kNames), std::end(kNames),
+                                              [&](const auto& row) { return row.first == codec.codec; });
+        if (!isSet) {
+            BlameField(scene, kMaskLacks, "audio.codecs",
+                       std::string("eAudioCodec (audio.codecs) does not hold ") + name->second +
+                           (isPreferred ? ", which listAudioCodecPriority (audio.priority) prefers." : "."),
+                       std::string("add ") + name->second + " to audio.codecs",
+                       local.eAudioCodec == PAYLOAD_UNKNOWN ? codec.codec : local.eAudioCodec | codec.codec);
+        } else if (!isPreferred && !priority.empty()) {
+            BlameField(scene, kPriorityLacks, "audio.priority",
+                       std::string("listAudioCodecPriority (audio.priority) does not hold ") + name->second +
+                           ", which eAudioCodec (audio.codecs) has.",
+                       std::string("add ") + name->second + " to audio.priority", codec.codec);
+        }
+    }
+}
+
+void FindLocalVideo(Scene& scene) {
+    for (const VideoField& field : kVideo) {
+        if (field.role == VIDEOTYPE_MAIN || scene.input.floorControl) {
+            FindVideo(scene, field);
+        }
+    }
+    if (scene.input.local.fVideoTxMuted) {
+        BlameField(scene, kMuted, "video.muted", "fVideoTxMuted (video.muted) is set.",
+                   "set video.muted to false", 0);
+    }
+    FindPayloads(scene);
+}
+
+} // namespace explain

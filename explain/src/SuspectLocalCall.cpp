@@ -1,0 +1,323 @@
+// Stage: suspects in the local fields that concern the whole call: address, bandwidth, SRTP, floor control,
+// the number of sections served.
+// Input: the local record and the switches. Output: suspects that blame a field.
+// Touches the list of suspects.
+// Test: tests/explain/LocalSuspectTest.cpp
+#include "Suspect.h"
+
+#include "SDPTables.h"
+
+#include <algorithm>
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+using CryptoParams = Quor::media::rtp::CryptoParams;
+
+constexpr Rule kNoAddress = {"E120", "B01", ExplainSeverity::Error, 3,
+                             "The c= and a=rtcp lines always have the default address; an offer is not "
+                             "written without one, and an answer has a c= line without an address (B01)."};
+constexpr Rule kAddressKind = {"E121", "B25", ExplainSeverity::Error, 4,
+                               "Each address of ours is written after IP4, so the line reads c=IN IP4 and an "
+                               "address of another kind (B25)."};
+constexpr Rule kTwoAddresses = {"E122", "B01", ExplainSeverity::Note, 50,
+                                "The c= line has the default address and the o= line the own one (B01)."};
+constexpr Rule kBandwidth = {
+    "E123", "B04", ExplainSeverity::Warning, 11,
+    "The budget is in bit/s: b=AS is a thousandth of it, cut (B04), and a section has b=TIAS only from 64000 "
+    "bit/s on, audio's share; video gets the rest (B05)."};
+constexpr Rule kNoBudget = {"E136", "B04", ExplainSeverity::Note, 30,
+                            "A budget of 0 means no limit and writes no b= line (B04)."};
+constexpr Rule kSrtpOff = {
+    "E124", "", ExplainSeverity::Error, 2,
+    "With SRTP off every section of ours is RTP/AVP without a crypto line, whatever the far end wants."};
+constexpr Rule kNoSuite = {
+    "E125", "B22", ExplainSeverity::Error, 3,
+    "With SRTP on and no suite set a section says RTP/SAVP and has no crypto line (B22)."};
+constexpr Rule kNoName = {"E126", "B14", ExplainSeverity::Error, 3,
+                          "The AEAD suites are written without a name, so the a=crypto line has two blanks "
+                          "before inline: and no reader can use it (B14)."};
+constexpr Rule kOtherSuite = {"E127", "B21", ExplainSeverity::Error, 4,
+                              "Our crypto line has the far end's tag and the suite of this side, whatever "
+                              "the far end offered under that tag (B21)."};
+constexpr Rule kOffered80 = {"E128", "P10", ExplainSeverity::Error, 5,
+                             "What we offer is answered with the same suite, and crypto lines of the 80-bit "
+                             "suites are skipped when they are read (P10)."};
+constexpr Rule kFloorUnasked = {
+    "E129", "B15", ExplainSeverity::Error, 48,
+    "With floor control on our answer has slides and an m=application line, offered or not; without a floor "
+    "control section in the offer that line has no port (B15)."};
+constexpr Rule kFloorOff = {"E130", "", ExplainSeverity::Error, 5,
+                            "Slides and their floor control are written only with floor control on."};
+constexpr Rule kFloorPort = {
+    "E131", "", ExplainSeverity::Error, 6,
+    "The port of the m=application line is this one, and port 0 declines floor control."};
+constexpr Rule kServed = {"E132", "B18", ExplainSeverity::Error, 25,
+                          "Each remote section beyond the number served is repeated at port 0 at the end of "
+                          "the answer, also when one of ours answers it (B18)."};
+constexpr Rule kUnasked = {"E133", "B20", ExplainSeverity::Error, 47,
+                           "Each section that the local record has is written, offered or not (B20); an "
+                           "answer may have only the sections of its offer (RFC 3264, 6)."};
+constexpr Rule kSamePorts = {"E134", "", ExplainSeverity::Error, 9,
+                             "Ports are written as they are, and RTCP takes the port after each."};
+constexpr Rule kOrigin = {"E135", "", ExplainSeverity::Error, 9,
+                          "The extension is written into the first word of the o= line as it is."};
+
+void FindAddress(Scene& scene) {
+    const std::string& address = scene.input.local.strDefaultIPAddr;
+    const std::string name = "strDefaultIPAddr (default_address) ";
+    const auto known = [&](Suspect& suspect, const std::string& comes) {
+        for (const Topic topic : {Topic::Call, Topic::AudioReceive, Topic::MainReceive, Topic::Slides}) {
+            suspect.known.emplace_back(topic, comes);
+        }
+    };
+    if (address.empty()) {
+        known(BlameField(scene, kNoAddress, "default_address", name + "is empty.", "set default_address", 0,
+                         "192.0.2.1"),
+              scene.input.remoteAnswers ? "No offer is written at all."
+                                        : "Our answer's c= line has no address, so nothing can be sent to us "
+                                          "and a strict reader refuses the text.");
+    } else if (address.find_first_not_of("0123456789.") != std::string::npos || address == "0.0.0.0") {
+        known(BlameField(scene, kAddressKind, "default_address",
+                         name + "is " + Shown(address) + ", no usable IPv4 address.",
+                         "set default_address to an IPv4 address", 0, "192.0.2.1"),
+              "Our text says c=IN IP4 " + Shown(address) + ", where the far end cannot send to.");
+    }
+    if (!scene.input.local.strMyIPAddr.empty() && scene.input.local.strMyIPAddr != address) {
+        known(BlameField(scene, kTwoAddresses, "origin_address",
+                         "strMyIPAddr (origin_address) is " + Shown(scene.input.local.strMyIPAddr) + " and " +
+                             name + "is " + Shown(address) + ".",
+                         "set origin_address to the default address", 0, address),
+              "Media are asked for at the default address, " + Shown(address) + ", alone.");
+    }
+    const std::string& extension = scene.input.local.strOExtension;
+    if (extension.find_first_of(" \t\r\n") != std::string::npos) {
+        BlameField(scene, kOrigin, "origin_extension",
+                   "strOExtension (origin_extension) contains white space.",
+                   "take the white space out of origin_extension", 0, "x")
+            .known.emplace_back(Topic::Call,
+                                "Our o= line has a word too many, so a strict reader refuses the text.");
+    }
+}
+
+void FindBudget(Scene& scene) {
+    const std::int32_t budget = scene.input.local.iMaxBandwidth;
+    if (budget == 0) {
+        BlameField(scene, kNoBudget, "max_bandwidth_bit_per_s",
+                   "iMaxBandwidth (max_bandwidth_bit_per_s) is 0.",
+                   "set max_bandwidth_bit_per_s to the budget in bit/s", 1064000)
+            .known.emplace_back(Topic::Bandwidth,
+                                "Our text has no b= line, so the far end takes us as not limited.");
+    }
+    if (budget == 0 || budget > 64000) {
+        return;
+    }
+    const std::string text = "b=AS:" + std::to_string(budget / 1000);
+    BlameField(scene, kBandwidth, "max_bandwidth_bit_per_s",
+               "iMaxBandwidth (max_bandwidth_bit_per_s) is " + std::to_string(budget) + " bit/s" +
+                   (budget < 64000 ? ", which looks like kbit/s." : ", the share of audio alone."),
+               "set max_bandwidth_bit_per_s to " +
+                   std::to_string(budget < 0 || budget == 64000 ? 1064000 : std::min(budget, 2147483) * 1000),
+               budget < 0 || budget == 64000 ? 1064000 : budget * 1000)
+        .known.emplace_back(Topic::Bandwidth,
+                            "Our text says " + text +
+                                (budget < 64000 ? " and has no b=TIAS lines."
+                                                : " and has no limit for video, which gets nothing."));
+}
+
+struct SuiteField {
+    const char* file;
+    const char* record;
+    Topic topic;
+};
+constexpr SuiteField kSuites[baseSDP::SRTP_MAX] = {
+    {"audio.suite", "cryptoAlgo[SRTP_AUDIO]", Topic::EncryptionAudio},
+    {"video.main.suite", "cryptoAlgo[SRTP_VIDEO]", Topic::EncryptionMain},
+    {"video.presentation.suite", "cryptoAlgo[SRTP_VIDEO_PRESO]", Topic::EncryptionSlides},
+};
+
+void FindSuite(Scene& scene, baseSDP::SRTP_M_LINE stream) {
+    const auto suite = scene.input.local.cryptoAlgo[stream];
+    const SuiteField& field = kSuites[stream];
+    const std::string name = std::string(field.record) + " (" + field.file + ") is ";
+    const bool isNone = suite == CryptoParams::CRYPTO_NONE;
+    const bool isNamed = !isNone && SuiteName(suite).find("AEAD") == std::string::npos;
+    const auto remote = scene.state.record.cryptoAlgo[stream];
+    const bool isOffer = scene.input.remoteAnswers;
+    const bool isOther = isNamed && suite != CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32 &&
+                         (isOffer || remote != CryptoParams::CRYPTO_NONE);
+    if (!isNone && isNamed && !isOther) {
+        return;
+    }
+    const Rule& rule = isNone ? kNoSuite : !isNamed ? kNoName : isOffer ? kOffered80 : kOtherSuite;
+    const OurSection* const ours = OurStream(scene.state, stream);
+    Suspect& suspect = BlameField(scene, rule, field.file, name + (isNone ? "none." : SuiteName(suite) + "."),
+                                  "set " + std::string(field.file) + " to AES_CM_128_HMAC_SHA1_32",
+                                  CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32);
+    if (ours != nullptr && ours->transport == "RTP/SAVP") {
+        suspect.known.emplace_back(
+            field.topic,
+            std::string("Our section for ") + kStreamNames[stream] +
+                (ours->hasKey
+                     ? " has a key under another suite or none, so the two ends do not decrypt each other."
+                     : " says RTP/SAVP without a key, so the far end declines it."));
+    }
+}
+
+void FindSrtp(Scene& scene) {
+    const Reading& reading = scene.reading;
+    if (scene.input.srtp) {
+        for (const auto stream : {baseSDP::SRTP_AUDIO, baseSDP::SRTP_VIDEO, baseSDP::SRTP_VIDEO_PRESO}) {
+            FindSuite(scene, stream);
+        }
+        return;
+    }
+    std::size_t video = 0;
+    for (const MeantSection& section : reading.sections) {
+        video += section.media == "video" ? 1 : 0;
+        const bool isWanted = section.transport.find("SAVP") != std::string::npos &&
+                              section.transport.find("TLS") == std::string::npos;
+        const Topic topic = section.media == "audio" ? Topic::EncryptionAudio
+                            : video < 2              ? Topic::EncryptionMain
+                                                     : Topic::EncryptionSlides;
+        if (isWanted && (section.media == "audio" || section.media == "video")) {
+            Suspect& suspect = BlameField(scene, kSrtpOff, "srtp",
+                                          "m_bSRTP (srtp) is off, and line " +
+                                              std::to_string(reading.lines[section.line].number) + " wants " +
+                                              section.transport + ".",
+                                          "set srtp to true", 1);
+            suspect.known.emplace_back(topic, "Our text says RTP/AVP and has no crypto line and no key, so "
+                                              "the section is not encrypted or the far end refuses it.");
+        }
+    }
+    constexpr std::size_t most = 4;
+    if (scene.suspects.size() > most) {
+        // One field is blamed once; each of its topics keeps the first consequence.
+        const auto isSame = [](const Suspect& suspect) { return suspect.rule == &kSrtpOff; };
+        const auto first = std::find_if(scene.suspects.begin(), scene.suspects.end(), isSame);
+        for (auto next = first; next != scene.suspects.end(); ++next) {
+            if (next != first && isSame(*next)) {
+                first->known.push_back(next->known.front());
+            }
+        }
+        if (first != scene.suspects.end()) {
+            scene.suspects.erase(std::remove_if(first + 1, scene.suspects.end(), isSame),
+                                 scene.suspects.end());
+        }
+    }
+}
+
+void FindFloor(Scene& scene) {
+    bool hasFloor = false;
+    bool hasSlides = false;
+    for (const TextLine& line : scene.reading.lines) {
+        hasFloor =
+            hasFloor || (line.meant == SDPRow::Media && Upper(line.text).find("BFCP") != std::string::npos);
+        hasSlides = hasSlides || line.text.find("a=content:slides") != std::string_view::npos;
+    }
+    const bool isOn = scene.input.floorControl;
+    if (isOn && !hasFloor && !scene.input.remoteAnswers && !scene.input.floorControlIfOffered) {
+        BlameField(
+            scene, kFloorUnasked, "floor_control.enabled",
+            "SetBfcpSupport (floor_control.enabled) is on, and the far end has no floor control section.",
+            "set floor_control.enabled to false", 0);
+    } else if (!isOn && (hasFloor || hasSlides)) {
+        Suspect& suspect = BlameField(scene, kFloorOff, "floor_control.enabled",
+                                      "SetBfcpSupport (floor_control.enabled) is off.",
+                                      "set floor_control.enabled to true", 1);
+        suspect.known.emplace_back(Topic::Slides, "Our text has no slides section (presentation) and no "
+                                                  "floor control, so slides are not received.");
+        suspect.known.emplace_back(Topic::Floor,
+                                   "Our text has no floor control section, so no floor can be asked for.");
+    }
+    if (isOn && scene.input.local.iVideoPresoControlPort <= 0) {
+        BlameField(scene, kFloorPort, "floor_control.port",
+                   "iVideoPresoControlPort (floor_control.port) is " +
+                       std::to_string(scene.input.local.iVideoPresoControlPort) + ".",
+                   "set floor_control.port", 16390)
+            .known.emplace_back(Topic::Floor, "Our text declines floor control with port 0.");
+    }
+}
+
+void FindServed(Scene& scene) {
+    const std::size_t sections = scene.state.remoteSections;
+    if (scene.input.remoteAnswers || sections <= scene.input.servedSections) {
+        return;
+    }
+    const std::string count = std::to_string(scene.input.servedSections);
+    Suspect& suspect = BlameField(scene, kServed, "served_sections",
+                                  "SetMaxSupportedSessions (served_sections) is " + count +
+                                      ", and the far end has " + std::to_string(sections) + " sections.",
+                                  "set served_sections to " + std::to_string(sections),
+                                  static_cast<std::int32_t>(std::min<std::size_t>(sections, 1000000)));
+    suspect.acted = "Of the far end's sections " + count +
+                    " are served; each one after them is repeated at port 0 at the end of the answer, also "
+                    "when one of ours answers it (B18).";
+}
+
+void FindUnasked(Scene& scene) {
+    const RemoteSDP& record = scene.state.record;
+    if (scene.input.remoteAnswers || scene.state.remoteSections == 0) {
+        return;
+    }
+    if (!record.m_VideoMain.fIsVideoValid && OurStream(scene.state, baseSDP::SRTP_VIDEO) != nullptr) {
+        BlameField(
+            scene, kUnasked, "video.main.codecs",
+            "m_VideoMain.eVideoCodec (video.main.codecs) is set, and the far end offers no main video.",
+            "empty video.main.codecs for this call", 0)
+            .known.emplace_back(Topic::Call, "Our answer has an m=video section that nobody offered.");
+    }
+    if (!record.fIsAudioValid && OurStream(scene.state, baseSDP::SRTP_AUDIO) != nullptr) {
+        BlameField(scene, kUnasked, "audio.priority",
+                   "listAudioCodecPriority (audio.priority) is set, and the far end offers no audio.",
+                   "empty audio.priority for this call", 0)
+            .known.emplace_back(Topic::Call, "Our answer has an m=audio section that nobody offered.");
+    }
+}
+
+void FindPorts(Scene& scene) {
+    const LocalSDP& local = scene.input.local;
+    const std::pair<const char*, std::int32_t> ports[] = {
+        {"audio.port", local.iAudioRTPPort},
+        {"video.main.port", local.m_VideoMain.iVideoRTPPort},
+        {"video.presentation.port", local.m_VideoPreso.iVideoRTPPort}};
+    constexpr Topic topics[] = {Topic::AudioReceive, Topic::MainReceive, Topic::Slides};
+    for (std::size_t i = 0; i < 3; ++i) {
+        for (std::size_t j = 0; j < i; ++j) {
+            const long distance = static_cast<long>(ports[i].second) - ports[j].second;
+            if (ports[i].second == 0 || ports[j].second == 0 || distance > 1 || distance < -1 ||
+                (i == 2 && !scene.input.floorControl)) {
+                continue;
+            }
+            Suspect& suspect = BlameField(
+                scene, kSamePorts, ports[i].first,
+                LocalField(ports[i].first) == nullptr
+                    ? ""
+                    : std::string(LocalField(ports[i].first)->record) + " (" + ports[i].first + ") is " +
+                          std::to_string(ports[i].second) + ", beside " + ports[j].first + " " +
+                          std::to_string(ports[j].second) + ".",
+                std::string("set ") + ports[i].first + " to a port of its own", ports[j].second + 4);
+            for (const std::size_t k : {i, j}) {
+                suspect.known.emplace_back(
+                    topics[k],
+                    "Our text asks for two streams at ports that overlap, so they cannot be told apart.");
+            }
+        }
+    }
+}
+
+} // namespace
+
+void FindLocalCall(Scene& scene) {
+    FindSrtp(scene);
+    FindAddress(scene);
+    FindBudget(scene);
+    FindFloor(scene);
+    FindServed(scene);
+    FindUnasked(scene);
+    FindPorts(scene);
+}
+
+} // namespace explain

@@ -1,0 +1,364 @@
+// Stage: suspects in m= and c= lines: ports, transports, the order and the number of sections, addresses.
+// Input: the sections that the writer meant. Output: suspects.
+// Touches the list of suspects.
+// Test: tests/explain/MediaSuspectTest.cpp
+#include "Suspect.h"
+
+#include <algorithm>
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+
+constexpr Rule kShortLine = {"E20", "P05", ExplainSeverity::Error, 5,
+                             "An m= line of fewer than four words opens no section, and the lines after it "
+                             "change the section before it or the session (P05)."};
+constexpr Rule kUnknownMedia = {
+    "E21", "P06", ExplainSeverity::Error, 24,
+    "A medium other than audio, video and application opens a section that keeps its place: it counts toward "
+    "the sections served, and no section of ours answers it (P06, B18)."};
+constexpr Rule kPort = {
+    "E22", "G04", ExplainSeverity::Error, 15,
+    "Ports are read as decimal digits and cut to 32 bits, and their range is not checked (G04)."};
+constexpr Rule kDeclined = {
+    "E23", "", ExplainSeverity::Note, 60,
+    "Port 0 declines a section or rejects it, so it neither sends nor receives (RFC 3264, 5.1 and 6)."};
+constexpr Rule kOrder = {"E24", "B03", ExplainSeverity::Error, 30,
+                         "An answer has audio, main video, slides, floor control in this order, whatever the "
+                         "order of the offer (B03; RFC 3264, 6 wants the offer's)."};
+constexpr Rule kSecond = {"E25", "X08", ExplainSeverity::Error, 22, ""};
+constexpr Rule kBfcpTransport = {"E28", "", ExplainSeverity::Error, 30,
+                                 "A section is floor control when its line contains BFCP in capital letters, "
+                                 "over whatever transport, and our answer always says UDP/BFCP."};
+constexpr Rule kTransport = {"E26", "", ExplainSeverity::Warning, 55,
+                             "The transport is not examined: an answer says RTP/AVP, or RTP/SAVP where SRTP "
+                             "is on and a key was read, and UDP/BFCP."};
+constexpr Rule kDtls = {"E27", "", ExplainSeverity::Error, 50,
+                        "DTLS (fingerprint and setup lines) is not read, and the transport is not examined: "
+                        "the answer says RTP/AVP and has no a=crypto line and no key."};
+constexpr Rule kZeroAddress = {"E30", "", ExplainSeverity::Error, 16,
+                               "An address is taken as it stands: 0.0.0.0 is no hold here, the direction "
+                               "stays open (RFC 3264, 8.4 holds by direction)."};
+constexpr Rule kMulticast = {"E31", "", ExplainSeverity::Error, 17,
+                             "The address is the whole third word of a c= line; a suffix for time to live "
+                             "and count stays part of it."};
+constexpr Rule kNoAddress = {"E32", "P18", ExplainSeverity::Error, 8,
+                             "Without a c= line in the section or the session the address of the description "
+                             "read before is kept, or there is none (P18)."};
+constexpr Rule kAddressKind = {
+    "E33", "B25", ExplainSeverity::Note, 70,
+    "An address is taken as it stands and not checked, and our own is always written as IP4 (B25)."};
+
+int RankOf(const MeantSection& section, bool isSlides) {
+    return section.media == "audio"         ? 0
+           : section.media == "video"       ? (isSlides ? 2 : 1)
+           : section.media == "application" ? 3
+                                            : 4;
+}
+
+bool IsSlides(const Scene& scene, const MeantSection& section) {
+    for (std::size_t i = section.line; i <= section.last; ++i) {
+        if (scene.reading.lines[i].text.find("a=content:slides") != std::string_view::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::vector<Topic> TopicsOf(const MeantSection& section, bool isSlides) {
+    if (section.media == "audio") {
+        return {Topic::AudioSend, Topic::AudioReceive, Topic::AudioCodec};
+    }
+    if (section.media == "video") {
+        return isSlides ? std::vector<Topic>{Topic::Slides}
+                        : std::vector<Topic>{Topic::MainSend, Topic::MainReceive, Topic::MainPicture};
+    }
+    return {Topic::Floor};
+}
+
+bool IsBundleOnly(const Scene& scene, const MeantSection& section) {
+    for (std::size_t i = section.line; i <= section.last; ++i) {
+        if (BeginsWith(scene.reading.lines[i].text, "a=bundle-only")) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::string_view SectionText(const Scene& scene, const MeantSection& section) {
+    const TextLine& first = scene.reading.lines[section.line];
+    const TextLine& last = scene.reading.lines[section.last];
+    return scene.reading.text.substr(first.offset,
+                                     last.offset + last.text.size() + last.end.size() - first.offset);
+}
+
+void AddShort(Scene& scene, const MeantSection& section, const TextLine& line) {
+    std::string formats;
+    for (std::size_t i = section.line + 1; i <= section.last; ++i) {
+        if (scene.reading.lines[i].meant == SDPRow::Rtpmap) {
+            formats += " " + std::string(PayloadOf(scene.reading.lines[i].text));
+        }
+    }
+    if (formats.empty()) {
+        formats = section.media == "application" ? " *" : section.media == "video" ? " 97" : " 0";
+    }
+    std::string text = "m=" + section.media + " " + (section.port.empty() ? "5004" : section.port) + " " +
+                       (section.transport.empty() ? "RTP/AVP" : section.transport) + formats;
+    const std::string words = "write line " + std::to_string(line.number) + " as " + Quoted(text);
+    Blame(scene, kShortLine, line,
+          LineWords(line) + " has only " +
+              (WordsOf(line.text).size() == 3 ? "three" : std::to_string(WordsOf(line.text).size())) +
+              " words, a format is missing; after it comes " + AfterWords(scene.reading, section.line) + ".",
+          words, {ReplaceLine(line, std::move(text))})
+        .isTakenAway = true;
+}
+
+/// The line with another second or third word.
+std::string WithWord(const TextLine& line, std::size_t index, const std::string& word) {
+    const std::vector<std::string_view> words = WordsOf(line.text, index + 1);
+    const auto at = static_cast<std::size_t>(words[index].data() - line.text.data());
+    return std::string(line.text.substr(0, at)) + word +
+           std::string(line.text.substr(at + words[index].size()));
+}
+
+void AddPort(Scene& scene, const MeantSection& section, const TextLine& line, bool isSlides) {
+    const std::string_view digits = std::string_view(section.port).substr(0, section.port.find('/'));
+    const bool isUsable = IsDigits(digits) && digits.size() < 6 && std::stoi(std::string(digits)) < 65536;
+    const std::string number = std::to_string(line.number);
+    if (!isUsable) {
+        Blame(scene, kPort, line, LineWords(line) + " has " + Shown(section.port) + " as its port.",
+              "write a port from 1 to 65535 in line " + number,
+              {ReplaceLine(line, WithWord(line, 1, "49170"))});
+    } else if (std::stoi(std::string(digits)) == 0) {
+        Suspect& suspect = Blame(
+            scene, kDeclined, line,
+            LineWords(line) + " has port 0" +
+                (IsBundleOnly(scene, section) ? " and a=bundle-only, but bundling is not read." : "."),
+            "write a port other than 0 in line " + number, {ReplaceLine(line, WithWord(line, 1, "49170"))});
+        for (const Topic topic : TopicsOf(section, isSlides)) {
+            suspect.known.emplace_back(topic,
+                                       "The far end has declined " + section.media +
+                                           ": the stream does not start, and no media flow either way.");
+        }
+    }
+}
+
+void AddTransport(Scene& scene, const MeantSection& section, const TextLine& line) {
+    const bool isDtls = section.transport.find("TLS") != std::string::npos && section.media != "application";
+    const bool isRtp = section.media == "audio" || section.media == "video";
+    const std::string exact =
+        isRtp ? (section.transport.find("SAVP") != std::string::npos && !isDtls ? "RTP/SAVP" : "RTP/AVP")
+              : "UDP/BFCP";
+    const bool isBfcp = section.transport.find("BFCP") != std::string::npos;
+    if ((!isRtp && !isBfcp) || section.transport == exact || WordsOf(line.text, 4).size() < 4) {
+        return;
+    }
+    Suspect& suspect = Blame(scene,
+                             isDtls  ? kDtls
+                             : isRtp ? kTransport
+                                     : kBfcpTransport,
+                             line,
+                             LineWords(line) + " has the transport " + Shown(WordsOf(line.text, 3)[2]) +
+                                 " and not " + exact + ".",
+                             "write " + exact + " in line " + std::to_string(line.number),
+                             {ReplaceLine(line, WithWord(line, 2, exact))});
+    if (!isRtp) {
+        suspect.known.emplace_back(
+            Topic::Floor,
+            "Our answer says UDP/BFCP for what was offered otherwise, so the two ends do not meet.");
+    }
+}
+
+void AddUnknown(Scene& scene, const MeantSection& section, const TextLine& line) {
+    if (section.media != "audio" && section.media != "video" && section.media != "application") {
+        Suspect& suspect =
+            Blame(scene, kUnknownMedia, line, LineWords(line) + " is of a medium that is not known.",
+                  "delete the section that begins with line " + std::to_string(line.number),
+                  {{line.offset, SectionText(scene, section).size(), {}}});
+        suspect.isTakenAway = true;
+    }
+}
+
+void FindOrder(Scene& scene) {
+    const std::vector<MeantSection>& sections = scene.reading.sections;
+    constexpr std::size_t most = 64;
+    if (sections.size() < 2 || sections.size() > most) {
+        return;
+    }
+    std::vector<std::pair<int, std::size_t>> ranks;
+    int highest = 0;
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+        // A medium that is not known has no place of its own; it stays behind the section before it.
+        const int rank = RankOf(sections[i], IsSlides(scene, sections[i]));
+        highest = rank == 4 ? highest : std::max(highest, rank);
+        ranks.emplace_back(rank == 4 ? highest : rank, i);
+    }
+    const auto wrong = std::is_sorted_until(ranks.begin(), ranks.end());
+    if (wrong == ranks.end()) {
+        return;
+    }
+    const TextLine& later = scene.reading.lines[sections[wrong->second].line];
+    const auto before =
+        std::find_if(ranks.begin(), wrong, [&](const auto& rank) { return rank.first > wrong->first; });
+    const TextLine& line = scene.reading.lines[sections[before->second].line];
+    std::stable_sort(ranks.begin(), ranks.end());
+    std::string text;
+    for (const auto& rank : ranks) {
+        text += SectionText(scene, sections[rank.second]);
+        text += text.substr(text.size() - 2) == "\r\n" ? "" : "\r\n";
+    }
+    const std::size_t first = scene.reading.lines[sections.front().line].offset;
+    Suspect& suspect = Blame(scene, kOrder, line,
+                             LineWords(line) + " stands before line " + std::to_string(later.number) + ", " +
+                                 Quoted(later.text) + ".",
+                             "offer audio, main video, slides and floor control in this order",
+                             {{first, scene.reading.text.size() - first, text}});
+    suspect.lines.push_back(later.number);
+}
+
+void AddSecond(Scene& scene, const MeantSection& section, const TextLine& line, const TextLine& first) {
+    const bool isAudio = section.media == "audio";
+    const bool isFloor = section.media == "application";
+    Suspect& suspect = Blame(scene, kSecond, line,
+                             LineWords(line) + " is the second " +
+                                 (isAudio   ? "audio"
+                                  : isFloor ? "floor control"
+                                            : "video") +
+                                 " section of its kind, after line " + std::to_string(first.number) + ".",
+                             "delete the section that begins with line " + std::to_string(line.number),
+                             {{line.offset, SectionText(scene, section).size(), {}}});
+    suspect.lines.push_back(first.number);
+    suspect.acted = isAudio ? "The record is filled from the first audio section, the answer takes its codec "
+                              "from the last one that has a common codec (X08)."
+                    : isFloor ? "Each floor control section overwrites the one before it in the record, so "
+                                "the last one stands; the first one gives the port of the answer (X11, B16)."
+                              : "The first video section of a kind is taken; a further one is not read, and "
+                                "it takes a place in the answer.";
+    suspect.isTakenAway = true;
+}
+
+/// The last address for each section, and the session's.
+void FindAddress(Scene& scene, const TextLine& line) {
+    const std::vector<std::string_view> words = WordsOf(line.text, 4);
+    if (words.size() < 3) {
+        return;
+    }
+    const std::string address(words[2]);
+    const std::string number = std::to_string(line.number);
+    const std::size_t slash = address.find('/');
+    if (address == "0.0.0.0") {
+        std::string other = "192.0.2.2";
+        for (const TextLine& origin : scene.reading.lines) {
+            if (BeginsWith(origin.text, "o=")) {
+                const std::vector<std::string_view> parts = WordsOf(origin.text, 6);
+                other = parts.size() == 6 && parts[5] != "0.0.0.0" ? std::string(parts[5]) : other;
+                break;
+            }
+        }
+        Blame(scene, kZeroAddress, line,
+              LineWords(line) + " has the address 0.0.0.0, an old form of hold or a text for ICE alone" +
+                  (line.section == kNowhere
+                       ? "."
+                       : " (section of line " +
+                             std::to_string(scene.reading.lines[scene.reading.SectionOf(line)->line].number) +
+                             ")."),
+              "write the far end's address in line " + number, {ReplaceLine(line, WithWord(line, 2, other))});
+        const auto has = [&](SDPRow row) {
+            return std::any_of(scene.reading.lines.begin(), scene.reading.lines.end(),
+                               [&](const TextLine& each) { return each.meant == row; });
+        };
+        if (has(SDPRow::Ice) && !has(SDPRow::Candidate)) {
+            scene.suspects.back().known.emplace_back(
+                Topic::Ice, "There is neither a candidate nor a usable address, so no media flow.");
+        }
+    } else if (slash != std::string::npos) {
+        Blame(scene, kMulticast, line, LineWords(line) + " has a suffix after its address.",
+              "write the address alone in line " + number,
+              {ReplaceLine(line, WithWord(line, 2, address.substr(0, slash)))});
+    } else if (address.find_first_not_of("0123456789.") != std::string::npos) {
+        Suspect& suspect = Blame(scene, kAddressKind, line,
+                                 LineWords(line) + " has an address that is no IPv4 address.", "", {});
+        for (const Topic topic : {Topic::AudioSend, Topic::MainSend, Topic::Call}) {
+            suspect.known.emplace_back(topic, "Media go to " + Shown(address) +
+                                                  ", which an end with IPv4 alone does not reach.");
+        }
+    } else if (BeginsWith(address, "127.") || BeginsWith(address, "10.") || BeginsWith(address, "192.168.") ||
+               BeginsWith(address, "169.254.")) {
+        Suspect& suspect =
+            Blame(scene, kAddressKind, line, LineWords(line) + " has a loopback or private address.", "", {});
+        for (const Topic topic : {Topic::AudioSend, Topic::MainSend}) {
+            suspect.known.emplace_back(topic, "Media go to " + Shown(address) +
+                                                  ", which is reached from within its own network only.");
+        }
+    }
+}
+
+void FindMissingAddress(Scene& scene) {
+    const Reading& reading = scene.reading;
+    bool hasSession = false;
+    std::string origin = "192.0.2.2";
+    for (const TextLine& line : reading.lines) {
+        hasSession = hasSession || (line.section == kNowhere && line.meant == SDPRow::Connection);
+        const std::vector<std::string_view> words =
+            BeginsWith(line.text, "o=") ? WordsOf(line.text, 6) : std::vector<std::string_view>();
+        origin = words.size() == 6 ? std::string(words[5]) : origin;
+    }
+    if (hasSession || reading.sections.empty()) {
+        return;
+    }
+    std::vector<const TextLine*> bare;
+    for (const MeantSection& section : reading.sections) {
+        const auto first = reading.lines.begin() + static_cast<std::ptrdiff_t>(section.line);
+        const auto last = reading.lines.begin() + static_cast<std::ptrdiff_t>(section.last) + 1;
+        if (std::none_of(first, last,
+                         [](const TextLine& line) { return line.meant == SDPRow::Connection; })) {
+            bare.push_back(&*first);
+        }
+    }
+    constexpr std::size_t most = 8;
+    for (std::size_t i = 0; i < bare.size() && i < most; ++i) {
+        Blame(scene, kNoAddress, *bare[i],
+              LineWords(*bare[i]) + " has no c= line after it, and the session has none.",
+              "insert " + Quoted("c=IN IP4 " + origin) + " after line " + std::to_string(bare[i]->number),
+              {InsertAfter(*bare[i], "c=IN IP4 " + origin)})
+            .isTakenAway = true;
+    }
+}
+
+} // namespace
+
+void FindMedia(Scene& scene) {
+    const TextLine* first[4] = {};
+    for (const MeantSection& section : scene.reading.sections) {
+        const TextLine& line = scene.reading.lines[section.line];
+        const bool isSlides = IsSlides(scene, section);
+        if (section.formats.empty()) {
+            AddShort(scene, section, line);
+            continue;
+        }
+        AddPort(scene, section, line, isSlides);
+        AddTransport(scene, section, line);
+        AddUnknown(scene, section, line);
+        const int rank = RankOf(section, isSlides);
+        const bool isKind = rank < 3 || (rank == 3 && section.transport.find("BFCP") != std::string::npos);
+        if (isKind && first[rank] != nullptr) {
+            AddSecond(scene, section, line, *first[rank]);
+        } else if (isKind) {
+            first[rank] = &line;
+        }
+    }
+    FindOrder(scene);
+}
+
+void FindAddresses(Scene& scene) {
+    for (const TextLine& line : scene.reading.lines) {
+        if (line.meant == SDPRow::Connection) {
+            FindAddress(scene, line);
+        }
+    }
+    FindMissingAddress(scene);
+}
+
+} // namespace explain

@@ -1,0 +1,235 @@
+// Stage: suspects that only offer and answer together show (RFC 3264, 6; RFC 4568, 5.1.3).
+// Input: our offer and the far end's answer to it. Output: suspects.
+// Touches the list of suspects.
+// Test: tests/explain/PairSuspectTest.cpp
+#include "Suspect.h"
+
+#include <algorithm>
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+
+constexpr Rule kMissing = {"E140", "", ExplainSeverity::Error, 6,
+                           "An answer has one section for each section of the offer, in its order, and "
+                           "refuses one with port 0 (RFC 3264, 6)."};
+constexpr Rule kSurplus = {"E148", "", ExplainSeverity::Error, 26,
+                           "An answer has one section for each section of the offer (RFC 3264, 6)."};
+constexpr Rule kOrder = {"E141", "", ExplainSeverity::Error, 5,
+                         "The sections of an answer stand in the order of the offer (RFC 3264, 6); this side "
+                         "finds them by their kind, another end by their place."};
+constexpr Rule kFormat = {"E142", "", ExplainSeverity::Error, 8,
+                          "An answer lists formats of the offer (RFC 3264, 6.1); a payload that was not "
+                          "offered is taken as it stands."};
+constexpr Rule kSwapped = {"E143", "", ExplainSeverity::Error, 7,
+                           "A payload number keeps the meaning that the offer gave it (RFC 3264, 6.1); the "
+                           "answer's own parameters are taken as they stand."};
+constexpr Rule kPlain = {
+    "E144", "", ExplainSeverity::Error, 6,
+    "The transport is not examined: an answer without a usable crypto line leaves the stream without suite "
+    "and key, and a secure offer must never be started in the clear."};
+constexpr Rule kTag = {"E145", "", ExplainSeverity::Error, 7,
+                       "The answer repeats tag and suite of the crypto line that it accepts (RFC 4568, "
+                       "5.1.3); this side takes what it reads."};
+constexpr Rule kDirection = {"E146", "", ExplainSeverity::Warning, 20,
+                             "The answer's direction has to fit the offer's (RFC 3264, 6.1)."};
+constexpr Rule kOwnKey = {
+    "E147", "", ExplainSeverity::Error, 4,
+    "The key of their line is the one that they send with; it has to differ from ours (RFC 4568, 6.1)."};
+
+std::string Payloads(const MeantSection& section) {
+    std::string text;
+    for (std::size_t i = 0; i < section.formats.size() && i < 8; ++i) {
+        text += (i == 0 ? "" : " ") + Shown(section.formats[i]);
+    }
+    return text;
+}
+
+std::vector<Topic> TopicsOf(const MeantSection& section, bool isSlides) {
+    if (section.media == "audio") {
+        return {Topic::AudioCodec, Topic::AudioSend, Topic::AudioReceive, Topic::Call};
+    }
+    if (section.media == "video") {
+        return isSlides
+                   ? std::vector<Topic>{Topic::Slides, Topic::Call}
+                   : std::vector<Topic>{Topic::MainPicture, Topic::MainSend, Topic::MainReceive, Topic::Call};
+    }
+    return {Topic::Floor, Topic::Call};
+}
+
+bool IsSlides(const Reading& reading, const MeantSection& section) {
+    const auto first = reading.lines.begin() + static_cast<std::ptrdiff_t>(section.line);
+    return std::any_of(
+        first, first + static_cast<std::ptrdiff_t>(section.last - section.line) + 1,
+        [](const TextLine& line) { return line.text.find("a=content:slides") != std::string_view::npos; });
+}
+
+Topic EncryptionOf(const MeantSection& section, bool isSlides) {
+    return section.media == "audio" ? Topic::EncryptionAudio
+           : isSlides               ? Topic::EncryptionSlides
+                                    : Topic::EncryptionMain;
+}
+
+const TextLine* CryptoOf(const Reading& reading, const MeantSection& section) {
+    for (std::size_t i = section.line; i <= section.last; ++i) {
+        if (reading.lines[i].meant == SDPRow::Crypto) {
+            return &reading.lines[i];
+        }
+    }
+    return nullptr;
+}
+
+void AddFormats(Scene& scene, const Reading& offer, const MeantSection& ours, const MeantSection& theirs,
+                const std::vector<Topic>& topics) {
+    const TextLine& media = scene.reading.lines[theirs.line];
+    for (std::size_t i = 0; i < theirs.formats.size() && i < 16; ++i) {
+        const std::string_view format = theirs.formats[i];
+        if (theirs.port != "0" && ours.listed.count(format) == 0 && !ours.formats.empty()) {
+            std::string text(media.text);
+            text.replace(text.rfind(format), format.size(), ours.formats.front());
+            Suspect& suspect = Blame(scene, kFormat, media,
+                                     LineWords(media) + " lists payload " + Shown(format) +
+                                         ", which our offer (" + Payloads(ours) + ") does not.",
+                                     "list a payload of the offer in line " + std::to_string(media.number),
+                                     {ReplaceLine(media, text)});
+            for (const Topic topic : topics) {
+                suspect.known.emplace_back(topic, "The far end uses a payload number that our offer gave no "
+                                                  "codec, so what it sends is not decoded.");
+            }
+            continue;
+        }
+        const auto ourLine = ours.fmtp.find(format);
+        const auto theirLine = theirs.fmtp.find(format);
+        if (ourLine == ours.fmtp.end() || theirLine == theirs.fmtp.end()) {
+            continue;
+        }
+        const auto isMode1 = [](std::string_view line) {
+            return line.find("packetization-mode=1") != std::string_view::npos;
+        };
+        const TextLine& line = scene.reading.lines[theirLine->second];
+        if (theirs.media == "video" && isMode1(offer.lines[ourLine->second].text) != isMode1(line.text)) {
+            std::string text(line.text);
+            const std::size_t at = text.find("packetization-mode=");
+            const char* const mode = isMode1(line.text) ? "0" : "1";
+            text = at == std::string::npos ? text + ";packetization-mode=" + mode
+                                           : text.replace(at + 19, 1, mode);
+            Suspect& suspect = Blame(
+                scene, kSwapped, line,
+                LineWords(line) + " gives payload " + Shown(format) +
+                    " another packetization mode than our offer, which lists " + Payloads(ours) + " (" +
+                    Quoted(offer.lines[ourLine->second].text) + ").",
+                "write packetization-mode=" + std::string(mode) + " in line " + std::to_string(line.number),
+                {ReplaceLine(line, text)});
+            for (const Topic topic : topics) {
+                suspect.known.emplace_back(topic,
+                                           "We would send payload " + Shown(format) +
+                                               " in a packetization mode that our offer gave to another "
+                                               "payload, so the two ends mean different formats.");
+            }
+        }
+    }
+}
+
+void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, const MeantSection& theirs,
+                 Topic topic) {
+    const TextLine& media = scene.reading.lines[theirs.line];
+    const TextLine* const ourLine = CryptoOf(offer, ours);
+    const TextLine* const theirLine = CryptoOf(scene.reading, theirs);
+    if (ours.transport.find("SAVP") != std::string::npos &&
+        theirs.transport.find("SAVP") == std::string::npos && theirs.port != "0") {
+        Blame(scene, kPlain, media,
+              LineWords(media) + " answers our " + ours.transport + " with " + Shown(theirs.transport) + ".",
+              "refuse the call or offer RTP/AVP", {})
+            .known.emplace_back(
+                topic,
+                "The far end does not encrypt: no suite and no key, and media would flow in the clear.");
+    }
+    if (ourLine == nullptr || theirLine == nullptr) {
+        return;
+    }
+    const auto our = WordsOf(ourLine->text, 3);
+    const auto their = WordsOf(theirLine->text, 3);
+    if (our.size() < 3 || their.size() < 3) {
+        return;
+    }
+    if (our[0] != their[0] || our[1] != their[1]) {
+        Suspect& suspect =
+            Blame(scene, kTag, *theirLine,
+                  LineWords(*theirLine) + " differs in tag or suite from our offer's " +
+                      Quoted(ourLine->text) + ".",
+                  "answer with tag and suite of the offer in line " + std::to_string(theirLine->number),
+                  {ReplaceLine(*theirLine, std::string(our[0]) + " " + std::string(our[1]) + " " +
+                                               std::string(their[2]))});
+        suspect.known.emplace_back(topic, "The two ends use different suites, so packets fail to decrypt.");
+    }
+    if (our[2].substr(0, 47) == their[2].substr(0, 47)) {
+        Blame(scene, kOwnKey, *theirLine, LineWords(*theirLine) + " repeats the key of our own offer.",
+              "answer with a key of the far end's own", {})
+            .known.emplace_back(topic, "Both directions would use one key, which breaks the encryption.");
+    }
+}
+
+} // namespace
+
+void FindPair(Scene& scene) {
+    if (!scene.input.remoteAnswers || scene.state.ours.empty()) {
+        return;
+    }
+    const Reading offer = Read(scene.state.ours);
+    const std::vector<MeantSection>& theirs = scene.reading.sections;
+    const std::size_t common = std::min<std::size_t>(std::min(offer.sections.size(), theirs.size()), 32);
+    for (std::size_t i = 0; i < common; ++i) {
+        const TextLine& media = scene.reading.lines[theirs[i].line];
+        if (theirs[i].media != offer.sections[i].media) {
+            if (scene.input.ourOffer.empty()) {
+                break;
+            }
+            Suspect& suspect = Blame(scene, kOrder, media,
+                                     LineWords(media) + " stands where our offer has " +
+                                         Quoted(offer.lines[offer.sections[i].line].text) + ".",
+                                     "answer in the order of the offer", {});
+            suspect.known.emplace_back(Topic::Call, "Section " + std::to_string(i + 1) + " of our offer, " +
+                                                        offer.sections[i].media + ", is answered as " +
+                                                        Shown(theirs[i].media) +
+                                                        ": each end may send one to the port of the other.");
+            break;
+        }
+        const bool isSlides = IsSlides(offer, offer.sections[i]);
+        if (!scene.input.ourOffer.empty()) {
+            AddFormats(scene, offer, offer.sections[i], theirs[i], TopicsOf(theirs[i], isSlides));
+        }
+        AddSecurity(scene, offer, offer.sections[i], theirs[i], EncryptionOf(theirs[i], isSlides));
+    }
+    if (scene.input.ourOffer.empty()) {
+        return;
+    }
+    if (theirs.size() < offer.sections.size() && !theirs.empty()) {
+        const TextLine& last = scene.reading.lines[theirs.back().line];
+        const MeantSection& missing = offer.sections[theirs.size()];
+        const std::string text = "m=" + missing.media + " 0 " + missing.transport + " " + Payloads(missing);
+        Suspect& suspect =
+            Blame(scene, kMissing, last,
+                  LineWords(last) + " is the last of " + std::to_string(theirs.size()) +
+                      " sections; our offer has " + std::to_string(offer.sections.size()) + ", next " +
+                      Quoted(offer.lines[missing.line].text) + ".",
+                  "add " + Quoted(text) + " at the end", {{scene.reading.text.size(), 0, text + "\r\n"}});
+        for (const Topic topic : TopicsOf(missing, IsSlides(offer, missing))) {
+            suspect.known.emplace_back(topic, "Section " + std::to_string(theirs.size() + 1) +
+                                                  " of our offer, " + missing.media +
+                                                  ", has no answer, so it does not start.");
+        }
+    } else if (theirs.size() > offer.sections.size()) {
+        const TextLine& extra = scene.reading.lines[theirs[offer.sections.size()].line];
+        Blame(scene, kSurplus, extra,
+              LineWords(extra) + " is a section more than the " + std::to_string(offer.sections.size()) +
+                  " of our offer.",
+              "delete the sections from line " + std::to_string(extra.number) + " on",
+              {{extra.offset, scene.reading.text.size() - extra.offset, {}}})
+            .known.emplace_back(Topic::Call,
+                                "The answer does not fit its offer, so what it adds is bound to nothing.");
+    }
+}
+
+} // namespace explain

@@ -1,0 +1,265 @@
+// Stage: suspects about where a line stands: outside of its section, or overridden by a later one.
+// Input: the lines of the text and the sections they were meant for. Output: suspects.
+// Touches the list of suspects.
+// Test: tests/explain/PlaceSuspectTest.cpp
+#include "Suspect.h"
+
+#include "SDPTables.h"
+
+#include <algorithm>
+#include <map>
+
+namespace explain {
+
+namespace {
+
+constexpr Rule kBeforeSections = {"E10", "", ExplainSeverity::Error, 10,
+                                  "At session level, before any section, only c= and b=AS: are read, so this "
+                                  "line is dropped and counts for no section."};
+constexpr Rule kOtherSection = {"E11", "", ExplainSeverity::Error, 11,
+                                "A line changes only the section that was opened last; a payload that its m= "
+                                "line does not list is dropped."};
+constexpr Rule kFloorElsewhere = {"E12", "P17", ExplainSeverity::Error, 11,
+                                  "Floor control values go to the section opened last, whatever its kind, "
+                                  "and are read from a BFCP section only (P17)."};
+constexpr Rule kContentElsewhere = {"E15", "", ExplainSeverity::Error, 9,
+                                    "A content line counts for the section opened last and for a video "
+                                    "section alone; without one a video section is main video."};
+constexpr Rule kOverridden = {
+    "E13", "", ExplainSeverity::Error, 14,
+    "Of several such lines in one section the last one stands, so it replaces the earlier one."};
+constexpr Rule kTwoFormats = {
+    "E14", "P08", ExplainSeverity::Error, 12,
+    "The last fmtp line of a payload replaces the earlier ones, whose parameters are lost (P08)."};
+
+bool IsSectionRow(SDPRow row) {
+    return row != SDPRow::Connection && row != SDPRow::Media && row != SDPRow::Bandwidth &&
+           row != SDPRow::None;
+}
+
+bool IsDirection(const TextLine& line) {
+    const std::string text = Lower(Trimmed(line.text));
+    return std::any_of(std::begin(sdp::kDirections), std::end(sdp::kDirections),
+                       [&](const sdp::Direction& direction) { return text == direction.keyword; });
+}
+
+bool Lists(const MeantSection& section, std::string_view payload) {
+    return section.listed.count(payload) != 0;
+}
+
+bool IsFloor(const MeantSection& section) {
+    return section.media == "application" && section.transport.find("BFCP") != std::string::npos;
+}
+
+/// Whether a session-level line is one for this section.
+bool IsFor(const TextLine& line, const MeantSection& section) {
+    switch (line.meant) {
+    case SDPRow::Rtpmap:
+    case SDPRow::Fmtp:
+        return Lists(section, PayloadOf(line.text));
+    case SDPRow::Content:
+        return section.media == "video";
+    case SDPRow::FloorControl:
+    case SDPRow::ConferenceId:
+    case SDPRow::UserId:
+        return IsFloor(section);
+    case SDPRow::Crypto:
+        return section.media != "application";
+    default:
+        return true;
+    }
+}
+
+/// Whether the section has a line of the same kind of its own.
+bool HasOwn(const Scene& scene, const TextLine& line, const MeantSection& section) {
+    for (std::size_t i = section.line + 1; i <= section.last; ++i) {
+        const TextLine& own = scene.reading.lines[i];
+        const bool isSame = own.meant == line.meant &&
+                            (line.meant != SDPRow::Direction || IsDirection(own)) &&
+                            (line.meant != SDPRow::Ice || own.text.substr(0, 8) == line.text.substr(0, 8));
+        if (isSame && line.meant != SDPRow::Candidate) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void FindSessionLevel(Scene& scene, const TextLine& line, std::size_t& budget) {
+    if (!IsSectionRow(line.meant) || (line.meant == SDPRow::Direction && !IsDirection(line)) || budget == 0) {
+        return;
+    }
+    --budget;
+    // User fragment and password are of use together only, so they move together.
+    std::vector<const TextLine*> moved;
+    for (std::size_t i = 0; i < scene.reading.lines.size() && scene.reading.lines[i].section == kNowhere;
+         ++i) {
+        const TextLine& other = scene.reading.lines[i];
+        const bool isSame =
+            other.number == line.number || (line.meant == SDPRow::Ice && other.meant == SDPRow::Ice);
+        if (isSame) {
+            moved.push_back(&other);
+        }
+    }
+    std::vector<ExplainTextChange> changes;
+    for (const TextLine* const each : moved) {
+        changes.push_back(DeleteLine(*each));
+    }
+    for (const MeantSection& section : scene.reading.sections) {
+        const TextLine& media = scene.reading.lines[section.line];
+        for (const TextLine* const each : moved) {
+            if (IsFor(*each, section) && !HasOwn(scene, *each, section)) {
+                changes.push_back(InsertAfter(media, std::string(Trimmed(each->text))));
+            }
+        }
+    }
+    if (changes.size() > moved.size()) {
+        Blame(scene, kBeforeSections, line, LineWords(line) + " stands before the first m= line.",
+              "move line " + std::to_string(line.number) + " behind the m= lines that it is for",
+              std::move(changes))
+            .isTakenAway = true;
+    }
+}
+
+void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_view, std::size_t>& listedIn,
+                 std::size_t floor) {
+    const Reading& reading = scene.reading;
+    const MeantSection& own = reading.sections[line.section];
+    if (line.meant == SDPRow::Rtpmap || line.meant == SDPRow::Fmtp) {
+        const std::string_view payload = PayloadOf(line.text);
+        const auto other = listedIn.find(payload);
+        if (!payload.empty() && !Lists(own, payload) && other != listedIn.end()) {
+            const TextLine& media = reading.lines[reading.sections[other->second].line];
+            Blame(scene, kOtherSection, line,
+                  LineWords(line) + " stands in the " + own.media +
+                      " section, whose m= line does not list payload " + Shown(payload) + ".",
+                  "move line " + std::to_string(line.number) + " behind line " + std::to_string(media.number),
+                  {DeleteLine(line), InsertAfter(media, std::string(line.text))});
+        }
+    } else if (line.meant == SDPRow::Content && own.media != "video") {
+        const auto next = std::find_if(reading.sections.begin() + static_cast<std::ptrdiff_t>(line.section),
+                                       reading.sections.end(),
+                                       [](const MeantSection& section) { return section.media == "video"; });
+        if (next != reading.sections.end()) {
+            const TextLine& media = reading.lines[next->line];
+            Blame(scene, kContentElsewhere, line,
+                  LineWords(line) + " stands in the " + own.media + " section, before line " +
+                      std::to_string(media.number) + ", " + Quoted(media.text) + ".",
+                  "move line " + std::to_string(line.number) + " behind line " + std::to_string(media.number),
+                  {DeleteLine(line), InsertAfter(media, std::string(Trimmed(line.text)))})
+                .isTakenAway = true;
+        }
+    } else if ((line.meant == SDPRow::FloorControl || line.meant == SDPRow::ConferenceId ||
+                line.meant == SDPRow::UserId) &&
+               floor != kNowhere && !IsFloor(own)) {
+        const TextLine& media = reading.lines[reading.sections[floor].line];
+        Blame(scene, kFloorElsewhere, line, LineWords(line) + " stands in the " + own.media + " section.",
+              "move line " + std::to_string(line.number) + " behind line " + std::to_string(media.number),
+              {DeleteLine(line), InsertAfter(media, std::string(line.text))});
+    }
+}
+
+/// What a line sets, so that two lines of one key compete.
+std::string KeyOf(const TextLine& line) {
+    switch (line.meant) {
+    case SDPRow::Rtpmap:
+    case SDPRow::Fmtp:
+        return std::to_string(static_cast<int>(line.meant)) + std::string(PayloadOf(line.text));
+    case SDPRow::Direction:
+        return IsDirection(line) ? "direction" : "";
+    case SDPRow::Bandwidth: {
+        const bool isTias = line.text.find("TIAS:") != std::string_view::npos;
+        return line.section == kNowhere ? (line.text.find("AS:") == std::string_view::npos ? "" : "b")
+                                        : (isTias ? "t" : "");
+    }
+    case SDPRow::Connection:
+    case SDPRow::Content:
+    case SDPRow::FloorControl:
+    case SDPRow::ConferenceId:
+    case SDPRow::UserId:
+        return std::to_string(static_cast<int>(line.meant));
+    case SDPRow::Ice: {
+        const std::string_view name = line.text.substr(0, line.text.find(':'));
+        return name == "a=ice-ufrag" || name == "a=ice-pwd" ? std::string(name) : "";
+    }
+    default:
+        return {};
+    }
+}
+
+void AddOverridden(Scene& scene, const TextLine& earlier, const TextLine& later) {
+    if (later.meant == SDPRow::Fmtp) {
+        const auto payload = PayloadOf(later.text);
+        const std::size_t after =
+            static_cast<std::size_t>(payload.data() - later.text.data()) + payload.size();
+        Suspect& suspect = Blame(
+            scene, kTwoFormats, later,
+            "Lines " + std::to_string(earlier.number) + " and " + std::to_string(later.number) +
+                " are fmtp lines of payload " + Shown(payload) + ", " + Quoted(later.text) + " the last.",
+            "join line " + std::to_string(later.number) + " to line " + std::to_string(earlier.number),
+            {ReplaceLine(earlier,
+                         std::string(earlier.text) + ";" + std::string(Trimmed(later.text.substr(after)))),
+             DeleteLine(later)});
+        suspect.lines = {earlier.number, later.number};
+        return;
+    }
+    Suspect& suspect = Blame(scene, kOverridden, later,
+                             LineWords(later) + " comes after line " + std::to_string(earlier.number) + ", " +
+                                 Quoted(earlier.text) + ".",
+                             "delete line " + std::to_string(later.number), {DeleteLine(later)});
+    suspect.lines = {later.number, earlier.number};
+    suspect.isTakenAway = true;
+    const MeantSection* const section = scene.reading.SectionOf(later);
+    if (later.meant == SDPRow::Rtpmap && section != nullptr &&
+        section->listed.size() < section->formats.size()) {
+        suspect.acted = "When an m= line (line " + std::to_string(scene.reading.lines[section->line].number) +
+                        ") lists a payload twice, rtpmap and fmtp lines reach its first entry only, and the "
+                        "last of them stands (P07).";
+    }
+}
+
+} // namespace
+
+void FindMisplaced(Scene& scene) {
+    const Reading& reading = scene.reading;
+    std::map<std::string_view, std::size_t> listedIn;
+    std::size_t floor = kNowhere;
+    for (std::size_t i = 0; i < reading.sections.size(); ++i) {
+        for (const std::string_view format : reading.sections[i].formats) {
+            listedIn.emplace(format, i);
+        }
+        floor = floor == kNowhere && IsFloor(reading.sections[i]) ? i : floor;
+    }
+    std::size_t budget = 16;
+    std::size_t foreign = 0;
+    for (const TextLine& line : reading.lines) {
+        if (line.section == kNowhere) {
+            FindSessionLevel(scene, line, budget);
+        } else if (foreign < kExplainTrials) {
+            const std::size_t before = scene.suspects.size();
+            FindForeign(scene, line, listedIn, floor);
+            foreign += scene.suspects.size() - before;
+        }
+    }
+}
+
+void FindOverridden(Scene& scene) {
+    std::map<std::string, const TextLine*> last;
+    std::size_t section = kNowhere;
+    for (const TextLine& line : scene.reading.lines) {
+        if (line.section != section) {
+            last.clear();
+            section = line.section;
+        }
+        const std::string key = KeyOf(line);
+        if (key.empty()) {
+            continue;
+        }
+        const TextLine*& earlier = last[key];
+        if (earlier != nullptr && Trimmed(earlier->text) != Trimmed(line.text)) {
+            AddOverridden(scene, *earlier, line);
+        }
+        earlier = &line;
+    }
+}
+
+} // namespace explain

@@ -1,0 +1,238 @@
+// Stage: suspects in crypto lines and in what they need on this side (RFC 4568).
+// Input: the crypto lines of each section, the local suites. Output: suspects.
+// Touches the list of suspects. Key text stays in the edits, which replace it by a sample where they must.
+// Test: tests/explain/SecuritySuspectTest.cpp
+#include "Suspect.h"
+
+#include "SDPKeyword.h"
+#include "SDPTables.h"
+
+#include <algorithm>
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+using CryptoParams = Quor::media::rtp::CryptoParams;
+
+constexpr Rule kSkipped = {"E60", "P10", ExplainSeverity::Error, 10,
+                           "Crypto lines of the two 80-bit suites are skipped, tag and key included, so they "
+                           "give no suite and no key (P10)."};
+constexpr Rule kUnknownSuite = {"E61", "P11", ExplainSeverity::Error, 9,
+                                "A line of an unknown suite sets no suite, but its tag and key replace those "
+                                "of the line before it (P11)."};
+constexpr Rule kBadKey = {"E62", "P12", ExplainSeverity::Error, 8,
+                          "A key is 40 characters of base64 after seven that are skipped; with anything else "
+                          "the suite stands without its key (P12, P21)."};
+constexpr Rule kTag = {"E63", "P19", ExplainSeverity::Error, 12,
+                       "A tag that is not a number reads as 1, and the answer repeats it (P19)."};
+constexpr Rule kSpelledSuite = {"E64", "P11", ExplainSeverity::Error, 7,
+                                "The suite is the second word and is compared letter for letter; of another "
+                                "spelling it is unknown, so its key is stored without a suite (P11)."};
+constexpr Rule kLater = {"E65", "P11", ExplainSeverity::Note, 45,
+                         "Of several crypto lines of one suite the last one stands, with its tag and key."};
+constexpr Rule kParameters = {
+    "E66", "", ExplainSeverity::Warning, 46,
+    "Lifetime, MKI and session parameters are not read: the record has suite, key and salt alone."};
+constexpr Rule kNoLine = {"E67", "", ExplainSeverity::Error, 20,
+                          "Without a crypto line that is read a section is not secure, whatever its "
+                          "transport says, and it is answered as RTP/AVP."};
+constexpr Rule kOneSecure = {"E68", "B13", ExplainSeverity::Error, 9,
+                             "Main video is answered as RTP/SAVP when any video section is secure, and gets "
+                             "a crypto line only when the main one is (B13)."};
+constexpr Rule kPlainTransport = {"E59", "B21", ExplainSeverity::Note, 21,
+                                  "The transport is not examined: a crypto line that is read makes a section "
+                                  "secure, and with SRTP on it is answered as RTP/SAVP."};
+
+/// Stands where a key has to be written; it is never shown and no key of anybody.
+constexpr const char* kSampleKey = "MDEyMzQ1Njc4OWFiY2RlZjAxMjM0NTY3ODlhYmNk";
+constexpr const char* kReadSuite = "AES_CM_128_HMAC_SHA1_32";
+
+/// The words of a crypto line as meant: tag, suite, key text.
+struct CryptoWords {
+    std::string_view tag;
+    std::string_view suite;
+    std::string_view key;
+    std::size_t count = 0;
+};
+
+CryptoWords Cut(std::string_view line) {
+    const std::vector<std::string_view> words = WordsOf(line, 5);
+    CryptoWords cut;
+    cut.count = words.size();
+    cut.tag = words.empty() ? std::string_view()
+                            : words[0].substr(std::min(words[0].find(':'), words[0].size() - 1) + 1);
+    cut.suite = words.size() > 1 ? words[1] : std::string_view();
+    cut.key = words.size() > 2 ? words[2] : std::string_view();
+    return cut;
+}
+
+std::string Rewritten(const CryptoWords& words, std::string_view suite, const std::string& key) {
+    return "a=crypto:" + std::string(IsDigits(words.tag) ? words.tag : "1") + " " + std::string(suite) +
+           " inline:" + key;
+}
+
+std::string KeyOrSample(const CryptoWords& words) {
+    const std::string_view key = words.key.size() > 7 ? words.key.substr(7) : std::string_view();
+    const bool isKey =
+        key.size() >= 40 &&
+        key.substr(0, 40).find_first_not_of(
+            "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/") == std::string_view::npos;
+    return isKey ? std::string(key.substr(0, 40)) : kSampleKey;
+}
+
+void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool hasRead) {
+    const CryptoWords words = Cut(line.text);
+    const std::string number = std::to_string(line.number);
+    const std::string canonical = Canonical(line, scene.reading);
+    if (canonical != line.text) {
+        Blame(scene, kSpelledSuite, line,
+              LineWords(line) + (IsDigits(words.tag) ? (Lower(line.text) == Lower(canonical)
+                                                            ? " differs in letter case from what is compared."
+                                                            : " has a blank or a word where none belongs.")
+                                 : words.tag.empty() ? " has a blank where its tag belongs."
+                                                     : " has a tag that is not a number, so it reads as 1."),
+              "write line " + number + " as " + Quoted(canonical), {ReplaceLine(line, canonical)});
+    }
+    const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(words.suite);
+    if (suite != nullptr && !suite->isRead) {
+        if (hasRead) {
+            return;
+        }
+        Blame(scene, kSkipped, line, LineWords(line) + " offers a suite with an 80-bit tag.",
+              "offer " + std::string(kReadSuite) + " in line " + number,
+              {ReplaceLine(line, Rewritten(words, kReadSuite, KeyOrSample(words)))});
+    } else if (suite == nullptr) {
+        if (earlier != nullptr) {
+            Suspect& suspect = Blame(scene, kUnknownSuite, line,
+                                     LineWords(line) + " of an unknown suite comes after line " +
+                                         std::to_string(earlier->number) + ".",
+                                     "delete line " + number, {DeleteLine(line)});
+            suspect.lines.push_back(earlier->number);
+            suspect.isTakenAway = true;
+        }
+        Blame(scene, kUnknownSuite, line, LineWords(line) + " offers a suite that is not known.",
+              "offer " + std::string(kReadSuite) + " in line " + number,
+              {ReplaceLine(line, Rewritten(words, kReadSuite, KeyOrSample(words)))});
+    } else if (KeyOrSample(words) == kSampleKey) {
+        Blame(scene, kBadKey, line,
+              LineWords(line) + " has a key of " +
+                  std::to_string(words.key.size() > 7 ? words.key.size() - 7 : 0) +
+                  " characters, not of 40 of base64.",
+              "write 40 base64 characters after inline: in line " + number,
+              {ReplaceLine(line, Rewritten(words, words.suite, kSampleKey))});
+    } else if (earlier != nullptr) {
+        Suspect& suspect =
+            Blame(scene, kLater, line,
+                  LineWords(line) + " comes after line " + std::to_string(earlier->number) + ".",
+                  "delete line " + number, {DeleteLine(line)});
+        suspect.lines.push_back(earlier->number);
+        suspect.isTakenAway = true;
+    }
+    if (!IsDigits(words.tag) && canonical == line.text) {
+        Blame(scene, kTag, line, LineWords(line) + " has a tag that is not a number.",
+              "write a number as the tag of line " + number,
+              {ReplaceLine(line, Rewritten(words, words.suite, KeyOrSample(words)))});
+    }
+}
+
+Topic TopicOf(const MeantSection& section, bool isSlides) {
+    return section.media == "audio" ? Topic::EncryptionAudio
+           : isSlides               ? Topic::EncryptionSlides
+                                    : Topic::EncryptionMain;
+}
+
+void FindParameters(Scene& scene, const TextLine& line, Topic topic) {
+    const std::vector<std::string_view> words = WordsOf(line.text, 4);
+    const std::size_t bar = words.size() > 2 ? words[2].find('|') : std::string_view::npos;
+    const bool hasMki = bar != std::string_view::npos && words[2].find(':', bar) != std::string_view::npos;
+    if (!hasMki && words.size() < 4) {
+        return;
+    }
+    const std::string what =
+        hasMki ? " has an MKI after its key." : " has the session parameter " + Shown(words[3]) + ".";
+    const std::string text =
+        std::string(words[0]) + " " + std::string(words[1]) + " " + std::string(words[2].substr(0, bar));
+    Blame(scene, kParameters, line, LineWords(line) + what,
+          "leave it out in line " + std::to_string(line.number), {ReplaceLine(line, text)})
+        .known.emplace_back(
+            topic,
+            hasMki ? "Their packets carry an MKI that the engine does not expect, so they fail to decrypt."
+                   : "The engine does not follow the parameter, so the two ends may protect packets "
+                     "differently.");
+}
+
+void FindSection(Scene& scene, const MeantSection& section, bool isSlides, bool isOtherSecure) {
+    const TextLine& media = scene.reading.lines[section.line];
+    const TextLine* earlier = nullptr;
+    bool hasLine = false;
+    constexpr std::size_t most = 16;
+    std::size_t count = 0;
+    bool hasRead = false;
+    for (std::size_t i = section.line + 1; i <= section.last; ++i) {
+        const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(Cut(scene.reading.lines[i].text).suite);
+        hasRead =
+            hasRead || (scene.reading.lines[i].meant == SDPRow::Crypto && suite != nullptr && suite->isRead);
+    }
+    for (std::size_t i = section.line + 1; i <= section.last; ++i) {
+        const TextLine& line = scene.reading.lines[i];
+        const bool isCrypto =
+            line.meant == SDPRow::Crypto || BeginsWith(Lower(line.text.substr(0, 9)), "a=crypto ");
+        if (!isCrypto || ++count > most) {
+            continue;
+        }
+        hasLine = true;
+        FindLine(scene, line, earlier, hasRead);
+        FindParameters(scene, line, TopicOf(section, isSlides));
+        const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(Cut(line.text).suite);
+        earlier = suite != nullptr && suite->isRead ? &line : earlier;
+    }
+    const bool isSecure = section.transport.find("SAVP") != std::string::npos &&
+                          section.transport.find("TLS") == std::string::npos;
+    if (hasLine && section.transport.find("SAVP") == std::string::npos &&
+        section.transport.find("TLS") == std::string::npos && section.transport.find("RTP/AVP") == 0) {
+        std::string text(media.text);
+        const std::size_t at = Upper(text).find("RTP/AVP");
+        text.insert(at + 4, "S");
+        Blame(scene, kPlainTransport, media, LineWords(media) + " says RTP/AVP, and crypto lines follow it.",
+              "write RTP/SAVP in line " + std::to_string(media.number), {ReplaceLine(media, text)});
+    }
+    if (hasLine || (!isSecure && !(isOtherSecure && scene.input.srtp))) {
+        return;
+    }
+    const bool isMain = section.media == "video" && !isSlides;
+    const std::string text = std::string("a=crypto:1 ") + kReadSuite + " inline:" + kSampleKey;
+    Blame(scene, isMain && isOtherSecure ? kOneSecure : kNoLine, media,
+          LineWords(media) + " has no crypto line after it" +
+              (isMain && isOtherSecure ? ", and the section with a=content:slides has one." : "."),
+          "insert a crypto line of " + std::string(kReadSuite) + " after line " +
+              std::to_string(media.number),
+          {InsertAfter(media, text)});
+}
+
+} // namespace
+
+void FindSecurity(Scene& scene) {
+    const Reading& reading = scene.reading;
+    constexpr std::size_t most = 16;
+    bool isVideoSecure = false;
+    std::vector<bool> slides;
+    for (const MeantSection& section : reading.sections) {
+        bool isSlides = false;
+        for (std::size_t i = section.line; i <= section.last; ++i) {
+            isSlides = isSlides || reading.lines[i].text.find("a=content:slides") != std::string_view::npos;
+            isVideoSecure =
+                isVideoSecure || (section.media == "video" && reading.lines[i].meant == SDPRow::Crypto);
+        }
+        slides.push_back(isSlides);
+    }
+    for (std::size_t i = 0; i < reading.sections.size() && i < most; ++i) {
+        const MeantSection& section = reading.sections[i];
+        if (section.media == "audio" || section.media == "video") {
+            FindSection(scene, section, slides[i], section.media == "video" && isVideoSecure);
+        }
+    }
+}
+
+} // namespace explain
