@@ -83,6 +83,35 @@ void DeclareCheck(CLI::App& verb, CommandLine& line) {
     verb.add_option("ANSWER", line.checkedAnswer)->required();
 }
 
+void DeclareExplain(CLI::App& verb, CommandLine& line) {
+    AddLocal(verb, line);
+    verb.add_flag("--offered", line.offered);
+    verb.add_option("--offer", line.ourOffer)->type_name("FILE");
+    verb.add_option("--before", line.before)->type_name("FILE");
+    verb.add_option("--about", line.about)->type_name("TOPIC");
+    verb.add_flag("--top", line.top);
+    verb.add_flag("--lines", line.lines);
+    verb.add_flag("--exact", line.remote.exact);
+    verb.add_flag("--json", line.json);
+    verb.add_option("REMOTE", line.remote.name);
+    verb.parse_complete_callback([&line] { line.readsRemote = true; });
+}
+
+void DeclareWhyNot(CLI::App& verb, CommandLine& line) {
+    AddLocal(verb, line);
+    verb.add_flag("--exact", line.remote.exact);
+    verb.add_option("CODEC", line.codec)->required();
+    verb.add_option("REMOTE", line.remote.name);
+    verb.parse_complete_callback([&line] { line.readsRemote = true; });
+}
+
+void DeclareDiff(CLI::App& verb, CommandLine& line) {
+    AddLocal(verb, line);
+    verb.add_flag("--exact", line.remote.exact);
+    verb.add_option("OLD", line.remote.name)->required();
+    verb.add_option("NEW", line.newer)->required();
+}
+
 void DeclareNothing(CLI::App& /*verb*/, CommandLine& /*line*/) {}
 
 void DeclareHelp(CLI::App& verb, CommandLine& line) {
@@ -102,6 +131,9 @@ constexpr VerbRow kVerbs[] = {
     {"inspect", &kInspectHelp, DeclareReader, RunInspect},
     {"call", &kCallHelp, DeclareCall, RunCall},
     {"check", &kCheckHelp, DeclareCheck, RunCheck},
+    {"explain", &kExplainHelp, DeclareExplain, RunExplain},
+    {"whynot", &kWhyNotHelp, DeclareWhyNot, RunWhyNot},
+    {"diff", &kDiffHelp, DeclareDiff, RunDiff},
     {"capabilities", &kCapabilitiesHelp, DeclareNothing, RunCapabilities},
     {"help", &kHelp, DeclareHelp, RunHelp},
     {"version", &kVersionHelp, DeclareNothing, RunVersion},

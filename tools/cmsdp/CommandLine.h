@@ -29,7 +29,15 @@ struct CommandLine {
     RemoteSource remote;
     std::string checkedOffer;
     std::string checkedAnswer;
-    std::vector<std::string> require; ///< streams that have to be negotiated, by their JSON names
+    bool offered = false;                ///< explain: the remote text answers our offer
+    std::optional<std::string> ourOffer; ///< explain: the offer that the remote text answers
+    std::optional<std::string> before;   ///< explain: the far end's description read before
+    std::optional<std::string> about;    ///< explain: the findings of this topic alone
+    bool top = false;                    ///< explain: the first finding alone
+    bool lines = false;                  ///< explain: what became of each line as well
+    std::string codec;                   ///< whynot: a codec of the local file
+    std::string newer;                   ///< diff: the later description; `remote` is the earlier
+    std::vector<std::string> require;    ///< streams that have to be negotiated, by their JSON names
     bool json = false;
     bool fit = false; ///< write what the negotiation layer sends, not what the component writes
     bool showSecrets = false;

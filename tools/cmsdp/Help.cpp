@@ -22,6 +22,10 @@ Verbs; cmsdp VERB --help tells more:
                    would start with and why it would start without the rest
   call             let two sides negotiate with each other
   check            judge an answer against its offer as strict readers do
+  explain          say why a call came up as it did: which line or local
+                   field did what, and which edit mends it
+  whynot           say why a codec was not chosen
+  diff             say what a new description changes for the media engine
   capabilities     write what this side can do as JSON, to be edited and
                    given back with --local
   help [VERB]      this text, or that of a verb

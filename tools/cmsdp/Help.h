@@ -12,6 +12,9 @@ extern const char* const kAnswerHelp;
 extern const char* const kInspectHelp;
 extern const char* const kCallHelp;
 extern const char* const kCheckHelp;
+extern const char* const kExplainHelp;
+extern const char* const kWhyNotHelp;
+extern const char* const kDiffHelp;
 extern const char* const kCapabilitiesHelp;
 extern const char* const kVersionHelp;
 

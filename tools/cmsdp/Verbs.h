@@ -1,7 +1,7 @@
 // The verbs: one question each. A verb reads files and returns text; it prints nothing.
 //
 // Tests: tests/tool/OfferTest.cpp, AnswerTest.cpp, InspectTest.cpp, CallTest.cpp, CheckTest.cpp,
-// CapabilitiesTest.cpp
+// ExplainTest.cpp, CapabilitiesTest.cpp
 #pragma once
 
 #include "Capabilities.h"
@@ -30,6 +30,9 @@ Outcome RunFittedAnswer(const CommandLine& line, const Screen& screen); ///< cms
 Outcome RunInspect(const CommandLine& line, const Screen& screen);
 Outcome RunCall(const CommandLine& line, const Screen& screen);
 Outcome RunCheck(const CommandLine& line, const Screen& screen);
+Outcome RunExplain(const CommandLine& line, const Screen& screen);
+Outcome RunWhyNot(const CommandLine& line, const Screen& screen);
+Outcome RunDiff(const CommandLine& line, const Screen& screen);
 Outcome RunCapabilities(const CommandLine& line, const Screen& screen);
 Outcome RunVersion(const CommandLine& line, const Screen& screen);
 /// Writes CommandLine::help.

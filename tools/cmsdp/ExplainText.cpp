@@ -1,0 +1,131 @@
+// Formats only: every word about the call comes from the library.
+//
+// Tests: tests/tool/ExplainTest.cpp
+#include "ExplainText.h"
+
+#include "Names.h"
+#include "Redact.h"
+#include "Visible.h"
+
+#include <nlohmann/json.hpp>
+
+namespace cmsdp {
+
+namespace {
+
+constexpr std::size_t kWidth = 240;
+
+std::string Line(const std::string& text) {
+    const std::string shown = Visible(text);
+    return (shown.size() > kWidth ? shown.substr(0, kWidth - 3) + "..." : shown) + "\n";
+}
+
+std::string Head(const ExplainFinding& finding) {
+    std::string head = std::string(finding.id) + " " + ExplainTopicName(finding.topic) + " " +
+                       ExplainSeverityName(finding.severity) + ": ";
+    if (finding.field != nullptr) {
+        head += std::string(finding.field->file) + ": ";
+    } else if (!finding.lines.empty()) {
+        head += "line " + std::to_string(finding.lines[0]) + ": ";
+    }
+    return head;
+}
+
+} // namespace
+
+std::string FindingsText(const std::vector<ExplainFinding>& findings) {
+    std::string text;
+    for (const ExplainFinding& finding : findings) {
+        const std::string cure =
+            (finding.cure.words.empty() ? "" : " Cure: " + finding.cure.words + ".") +
+            (finding.repair.empty()
+                 ? ""
+                 : " The negotiation layer repairs it: " + std::string(finding.repair) + ".");
+        std::string comes = finding.comes;
+        if (comes.size() + cure.size() > kWidth && cure.size() < kWidth) {
+            comes = comes.substr(0, kWidth - cure.size() - 3) + "...";
+        }
+        text += text.empty() ? "" : "\n";
+        text += Line(Head(finding) + finding.what);
+        text += Line(finding.acted);
+        text += Line(comes + cure);
+    }
+    return text;
+}
+
+std::string LinesText(const ExplainInput& input, const std::vector<ExplainedLine>& lines) {
+    std::string text;
+    for (const ExplainedLine& line : lines) {
+        const std::string number = std::to_string(line.number);
+        std::string row = std::string(number.size() < 4 ? 4 - number.size() : 0, ' ') + number + "  ";
+        const std::string verdict =
+            std::string(ExplainVerdictName(line.verdict)) +
+            (line.verdict == ExplainVerdict::Overridden || line.verdict == ExplainVerdict::Joined
+                 ? " by " + std::to_string(line.byLine)
+                 : "");
+        row += verdict + std::string(verdict.size() < 16 ? 16 - verdict.size() : 1, ' ');
+        Secrets secrets(false);
+        row += secrets.Hide(std::string_view(input.remote).substr(line.offset, line.length));
+        text += Line(row);
+        std::string detail;
+        if (!line.field.empty()) {
+            detail = std::string(line.field) + ": \"" + line.before + "\" to \"" + line.after + "\"";
+        }
+        detail += (detail.empty() || line.why.empty() ? "" : "; ") + line.why;
+        detail += line.ledger.empty() ? "" : " (" + std::string(line.ledger) + ")";
+        text += detail.empty() ? "" : Line(std::string(22, ' ') + detail);
+    }
+    return text;
+}
+
+std::string ExplanationJson(const Explanation& explanation, const std::vector<ExplainFinding>& findings) {
+    using Json = nlohmann::ordered_json;
+    Json root;
+    root["schema"] = "cmsdp.explain/1";
+    root["findings"] = Json::array();
+    for (const ExplainFinding& finding : findings) {
+        Json entry;
+        entry["id"] = finding.id;
+        entry["topic"] = ExplainTopicName(finding.topic);
+        entry["severity"] = ExplainSeverityName(finding.severity);
+        entry["lines"] = finding.lines;
+        entry["record_field"] = finding.field == nullptr ? Json() : Json(finding.field->record);
+        entry["local_field"] = finding.field == nullptr ? Json() : Json(finding.field->file);
+        entry["what"] = finding.what;
+        entry["rule"] = finding.acted;
+        entry["consequence"] = finding.comes;
+        entry["ledger"] = finding.ledger.empty() ? Json() : Json(finding.ledger);
+        entry["repair"] = finding.repair.empty() ? Json() : Json(finding.repair);
+        entry["cure"] = finding.cure.words.empty() ? Json() : Json(finding.cure.words);
+        root["findings"].push_back(std::move(entry));
+    }
+    root["not_examined"] = explanation.untried;
+    root["lines"] = Json::array();
+    for (const ExplainedLine& line : explanation.lines) {
+        Json entry;
+        entry["number"] = line.number;
+        entry["verdict"] = ExplainVerdictName(line.verdict);
+        entry["field"] = line.field.empty() ? Json() : Json(line.field);
+        entry["column"] = line.column;
+        entry["before"] = line.before;
+        entry["after"] = line.after;
+        entry["why"] = line.why;
+        entry["by_line"] = line.byLine;
+        entry["ledger"] = line.ledger.empty() ? Json() : Json(line.ledger);
+        entry["clause"] = line.clause;
+        root["lines"].push_back(std::move(entry));
+    }
+    return root.dump(2, ' ', true, Json::error_handler_t::replace) + "\n";
+}
+
+std::string PairsText(const std::vector<ExplainPair>& pairs) {
+    std::string text;
+    for (const ExplainPair& pair : pairs) {
+        text += Line("line " + std::to_string(pair.line) + ", payload " + pair.format +
+                     (pair.encoding.empty() ? "" : " " + pair.encoding) + ": " +
+                     (pair.isMatch ? "is " + NameOf(CodecNames(), pair.codec) + "." : pair.firstFault));
+    }
+    return text;
+}
+
+} // namespace cmsdp

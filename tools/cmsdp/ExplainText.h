@@ -1,0 +1,26 @@
+// Findings, line verdicts, pairs and differences as text and as JSON.
+//
+// Tests: tests/tool/ExplainTest.cpp
+#pragma once
+
+#include "SDPExplain.h"
+
+#include <string>
+#include <vector>
+
+namespace cmsdp {
+
+/// A finding is three lines of at most 240 characters: what stands there, the rule that acted, what comes of
+/// it. Findings are parted by an empty line.
+std::string FindingsText(const std::vector<ExplainFinding>& findings);
+
+/// Each line with its number and verdict, and below it what it set or why it set nothing.
+std::string LinesText(const ExplainInput& input, const std::vector<ExplainedLine>& lines);
+
+/// The same as JSON.
+std::string ExplanationJson(const Explanation& explanation, const std::vector<ExplainFinding>& findings);
+
+/// The pairs of remote formats and one local codec.
+std::string PairsText(const std::vector<ExplainPair>& pairs);
+
+} // namespace cmsdp
