@@ -1,4 +1,4 @@
-// What the component asks of the platform: a tick count, and nothing else.
+// The only platform function that the component needs: a tick count.
 #pragma once
 
 #include "RequireCxx17.h"

@@ -62,7 +62,9 @@ struct VideoParms {
     std::int32_t iFmtpMaxFrameSize; ///< H.264 max-fs, macroblocks; 0 means not given
     std::int32_t iFmtpMaxBitRate;   ///< H.264 max-br, units of 1000 bit/s; 0 means not given
     /// Local: set of PAYLOAD_H264 and PAYLOAD_H264_PACKETIZATION_0; 0 means no section at all.
-    /// Remote: PAYLOAD_H264 once a section was taken.
+    /// Remote: PAYLOAD_H264 when a section was found.
+    /// A new record has PAYLOAD_UNKNOWN, which writes an "m=video" line without a format: set 0 for no
+    /// section.
     PayloadType_t eVideoCodec;
     VideoType_t eVideoType;              ///< main or presentation stream
     std::int32_t iVideoRTPPort;          ///< RTP port; 0 means declined or on hold
@@ -72,7 +74,7 @@ struct VideoParms {
     std::int32_t iFmtpPacketizationMode; ///< remote: packetization mode of the chosen format
     bool fVideoSend;                     ///< remote: this side may send
     bool fVideoRecv;                     ///< remote: this side shall receive
-    bool fIsVideoValid; ///< remote: a section for this stream was found and the fields above stand
+    bool fIsVideoValid; ///< remote: a section for this stream was found and the fields above are set
 
     VideoParms();
     VideoParms(const VideoParms&) = default;
@@ -133,15 +135,15 @@ struct baseSDP {
     void setSRTPKey(SRTP_M_LINE n, const unsigned char* key);
 };
 
-/// The local side's capabilities and addresses. The application fills it and hands it to
+/// The local side's capabilities and addresses. The application fills it and passes it to
 /// SDPHandler::InitializeLocalSDP.
 struct LocalSDP : public baseSDP {
-    std::string strMyIPAddr;         ///< address of the origin line; empty: strDefaultIPAddr stands there
-    std::string strOExtension;       ///< suffix of the origin's user name; empty: none
-    std::string strDefaultIPAddr;    ///< address of the "c=" and "a=rtcp:" lines; an offer needs it
-    std::int32_t iVideoPayloadMode0; ///< payload type offered for H.264 packetization mode 0
-    std::int32_t iVideoPayloadMode1; ///< payload type offered for H.264 packetization mode 1
-    bool fVideoTxMuted;              ///< the user has muted the camera: main video is not sent
+    std::string strMyIPAddr;               ///< address of the origin line; empty: strDefaultIPAddr is used
+    std::string strOExtension;             ///< suffix of the origin's user name; empty: none
+    std::string strDefaultIPAddr;          ///< address of the "c=" and "a=rtcp:" lines; an offer needs it
+    std::int32_t iVideoPayloadMode0;       ///< payload type offered for H.264 packetization mode 0
+    std::int32_t iVideoPayloadMode1;       ///< payload type offered for H.264 packetization mode 1
+    bool fVideoTxMuted;                    ///< the user has muted the camera: main video is not sent
     std::list<int> listAudioCodecPriority; ///< PayloadType values, best first; empty: no audio section
 
     LocalSDP();
@@ -176,9 +178,9 @@ struct RemoteSDP : public baseSDP {
 
 /// One payload format of a remote media section.
 struct RtpMap {
-    std::string strPayload;                ///< the format token as it stands on the "m=" line
+    std::string strPayload;                ///< the format token of the "m=" line, unchanged
     std::string strEncodingName;           ///< second word of its "a=rtpmap:" line, "H264/90000"
-    std::vector<std::string> vecFmtpParms; ///< pieces of its last "a=fmtp:" line, blanks kept
+    std::vector<std::string> vecFmtpParms; ///< parameters of its last "a=fmtp:" line, blanks kept
 };
 
 /// The fields of a MediaSession, copied member by member.
@@ -186,7 +188,7 @@ struct MediaSessionFields {
     MediaType_t eMedia = MEDIA_UNKNOWN;       ///< kind, from the "m=" line
     VideoType_t eContent = VIDEOTYPE_UNKNOWN; ///< role of a video section; VIDEOTYPE_UNKNOWN in every other
     std::int32_t iPort = 0;                   ///< port of the "m=" line
-    std::string strIPAddr;          ///< address of the section's own "c=" line; empty: the session's counts
+    std::string strIPAddr;          ///< address of the section's own "c=" line; empty: the session's is used
     std::vector<RtpMap*> vecRtpMap; ///< formats in "m=" line order; not freed by the destructor
     bool fSend = true;              ///< this side may send
     bool fRecv = true;              ///< this side shall receive

@@ -15,23 +15,25 @@
 //     std::string answer = handler.GetLocalSDP();
 //     if (remote.fIsAudioValid && remote.eAudioCodec != PAYLOAD_UNKNOWN) { ... start audio ... }
 //
-// Calls that come back empty-handed, and why:
+// Calls without a result, and why:
 //
 //     handler.GetLocalSDP()            ""   offering, and no default local address is set
-//     handler.ParseTheSDP("", remote)  1    empty text: the held sections go, remote is not touched
+//     handler.ParseTheSDP("", remote)  1    empty text: the sections are dropped, remote is unchanged
 //     handler.ParseTheSDP("v=0", remote)    0, and remote is reset: a line counts only when it ends in CR LF
 //     ExtractSRTPKey(text, key, salt)  false: not 40 characters of base64; key and salt keep their bytes
 //
 // The far end's text is untrusted: nothing in it makes a call throw, fail or read out of bounds. A line that
-// cannot be used is passed over; the few kinds of line that do more are P01, P03, P05, P11, P12 and X09 of
-// commonmedia/DELIBERATE.md. The cost grows with the length of the text, so the application bounds that
-// length.
+// cannot be used is ignored, with few exceptions: a keyword in the middle of a line decides who reads it, a
+// line that ends in LF alone is joined to the next, an "m=" line without a format leaves the lines after it
+// to the previous section, a crypto line of an unknown suite or with a broken key replaces tag and key text,
+// and a session bandwidth that is no number replaces the bandwidths of the sections. The cost grows with the
+// length of the text, so the application has to limit that length.
 //
-// Only std::bad_alloc may leave a call. After ParseTheSDP the handler then keeps the sections read so far,
-// and GetLocalSDP would answer those; the record may hold what it held before, or half of the new values.
-// Parse again, or call ResetRemoteSDP.
+// The only exception is std::bad_alloc. After ParseTheSDP the handler then has the sections read so far, and
+// GetLocalSDP would answer those; the record may have its previous values or some of the new ones. Parse
+// again, or call ResetRemoteSDP.
 //
-// What surprises on purpose is listed, with the test that shows it, in commonmedia/DELIBERATE.md.
+// Behaviour that is surprising and intended is listed in commonmedia/DELIBERATE.md.
 //
 // Threads: a handler belongs to one thread at a time. Handlers share nothing but the trace sink.
 #pragma once
@@ -46,11 +48,11 @@
 #include <vector>
 
 /// Writes the inline key text of an "a=crypto:" line: 16 key bytes and 14 salt bytes in base64, exactly 40
-/// characters (RFC 4568, 6.1). Reads 16 bytes at `key` and 14 at `salt`; replaces what strBase64Key held.
+/// characters (RFC 4568, 6.1). Reads 16 bytes at `key` and 14 at `salt`; replaces the text of strBase64Key.
 void GetSRTPKey(std::string& strBase64Key, const unsigned char* key, const unsigned char* salt);
 
-/// The reverse. Reads exactly 40 characters at `bufBase64Key`, whatever follows them. True: 16 bytes were
-/// written to `key` and 14 to `salt`. False: the text is not base64, and nothing was written.
+/// The reverse of GetSRTPKey. Reads exactly 40 characters at `bufBase64Key`, whatever follows them. True: 16
+/// bytes were written to `key` and 14 to `salt`. False: the text is not base64, and nothing was written.
 bool ExtractSRTPKey(const unsigned char* bufBase64Key, unsigned char* key, unsigned char* salt);
 
 /// The sections of the last remote description, in "m=" line order, to be read only. Valid until the handler
@@ -91,7 +93,7 @@ public:
     SDPHandler& operator=(const SDPHandler&) = delete;
 
     /// Takes a copy of the local capabilities. The BFCP identity (iBfcpConfid, iBfcpUserid, fBfcpIsServer)
-    /// keeps the values that MyLocalSDP had.
+    /// keeps its values in MyLocalSDP.
     void InitializeLocalSDP(const LocalSDP& s);
     /// Address of the "c=" and "a=rtcp:" lines, and of the origin line when strMyIPAddr is empty.
     void SetDefaultLocalIPAddr(std::string s);
@@ -115,8 +117,8 @@ public:
     /// record.
     void GetRTPData(RemoteSDP& ParsedSDP);
 
-    /// The local description: an offer while no remote section is held, otherwise the answer to the
-    /// sections held. Each description carries a version one higher than the one before.
+    /// The local description: an offer while there are no remote sections, otherwise the answer to them. The
+    /// version of each description is one higher than that of the previous one.
     /// @return lines ending in CR LF; empty for an offer without a default local address
     std::string GetLocalSDP();
     /// True while no remote section is held: the next description is an offer.

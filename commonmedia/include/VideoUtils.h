@@ -12,18 +12,18 @@ class VideoUtils {
 public:
     VideoUtils() = delete;
 
-    /// Appends the pieces of `text` between occurrences of `separator` to `out`, in order. What `out` held
-    /// stays in front.
+    /// Appends the parts of `text` between occurrences of `separator` to `out`, in order. What `out` contains
+    /// already comes first.
     ///
     ///     split(out, "a;;b;", ";")   appends "a", "", "b", ""
     ///     split(out, "", ";")        appends nothing
-    ///     split(out, "a;b", "")      appends "a;b": an empty separator separates nothing
+    ///     split(out, "a;b", "")      appends "a;b": an empty separator does not separate
     static void split(std::vector<std::string>& out, std::string_view text, std::string_view separator);
 
     /// True for one or more decimal digits and nothing else: no sign, no blank, no empty text.
     static bool IsNumber(std::string_view text) noexcept;
 
-    /// Decimal text of a signed number, "-" in front of a negative one.
+    /// Decimal text of a signed number; a negative one begins with "-".
     static std::string ConvertInt(int number);
 
     /// Decimal text of an unsigned number.

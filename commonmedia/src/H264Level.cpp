@@ -17,7 +17,7 @@
 namespace {
 
 struct Level {
-    std::string_view strName;
+    std::string_view name;
     std::string_view digits;
 };
 using Levels = std::array<Level, sdp::kH264Levels>;

@@ -1,7 +1,8 @@
-// Stage: none; a seam to the platform.
+// Stage: none; the platform's clock.
 // Input: the monotonic clock. Output: a 32-bit tick count.
-// Touches nothing. The steady clock never goes back, so two handlers made one after the other never get
-// their session ids in the wrong order within one wrap of the count.
+// Touches nothing.
+// The steady clock never goes back, so a handler never gets a lower session id than an earlier one, until the
+// count wraps.
 // Test: tests/unit/PlatformTest.cpp
 #include "Platform.h"
 

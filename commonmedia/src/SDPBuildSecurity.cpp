@@ -57,7 +57,7 @@ void SDPHandler::Build::Crypto(SRTP_M_LINE n) {
     m_out << "a=crypto:" << tag << " ";
     for (const sdp::Suite& suite : sdp::kSuites) {
         if (suite.profile == m_local.cryptoAlgo[n]) {
-            m_out << suite.strName;
+            m_out << suite.name;
         }
     }
     std::string keyText;

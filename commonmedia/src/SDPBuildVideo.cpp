@@ -18,7 +18,7 @@ void WriteFormatParameters(sdp::Writer& out, std::int32_t payload, const VideoPa
     for (const sdp::H264Parameter* const limit : sdp::kWrittenLimits) {
         const std::int32_t value = parms.*limit->field;
         if (value != 0) {
-            out << ";" << limit->strName << "=" << (limit->isMadeOdd ? value | 1 : value);
+            out << ";" << limit->name << "=" << (limit->isMadeOdd ? value | 1 : value);
         }
     }
     out << ";" << sdp::kPacketizationMode << packetization << ";level-asymmetry-allowed=1\r\n";

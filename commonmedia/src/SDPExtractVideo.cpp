@@ -19,11 +19,11 @@ namespace {
 /// contains no other one and needs no search.
 const sdp::H264Parameter* FindParameter(std::string_view name) {
     if (const auto* const row =
-            sdp::FindNamed<sdp::kH264Parameters>(sdp::Behind(name, sdp::FindNoBlank(name)))) {
+            sdp::FindNamed<sdp::kH264Parameters>(sdp::After(name, sdp::FindNoBlank(name)))) {
         return row;
     }
     for (const sdp::H264Parameter& row : sdp::kH264Parameters) {
-        if (sdp::Contains(name, row.strName)) {
+        if (sdp::Contains(name, row.name)) {
             return &row;
         }
     }
@@ -80,15 +80,15 @@ void SDPHandler::LoadH264Parms(VideoParms& rs, const RtpMap* rm) const {
             continue;
         }
         // A second "=" ends the value.
-        const std::string_view valueAndMore = sdp::Behind(text, equals + 1);
+        const std::string_view valueAndMore = sdp::After(text, equals + 1);
         if (row->field != nullptr) {
             const std::string_view digits = sdp::Digits(valueAndMore);
-            const std::string_view more = sdp::Behind(valueAndMore, digits.size());
+            const std::string_view more = sdp::After(valueAndMore, digits.size());
             if (!digits.empty() && (more.empty() || more.front() == '=')) {
                 rs.*row->field = sdp::Number(digits);
             }
         } else if (sdp::FindByte(valueAndMore, '=') >= kProfileLength) {
-            rs.strVideoLevel = ConvertVideoLevel(sdp::Behind(valueAndMore, kProfileLength));
+            rs.strVideoLevel = ConvertVideoLevel(sdp::After(valueAndMore, kProfileLength));
         }
     }
 }

@@ -1,4 +1,4 @@
-// Stage: the handler's life: construction, what the application sets, the end of the remote sections.
+// Stage: none; construction of the handler, its setters, deletion of the remote sections.
 // Input: the application's calls. Output: none.
 // Touches the whole state of the handler.
 // Sections and their formats are deleted here and nowhere else.
@@ -7,8 +7,8 @@
 
 #include "Platform.h"
 
-// The tick count is stored as it is: its upper half makes a negative id, which the origin line writes
-// unsigned again.
+// The tick count is stored unchanged: counts from 2147483648 become negative ids, which the origin line
+// writes as unsigned numbers.
 SDPHandler::SDPHandler() : m_iSessionID(static_cast<std::int32_t>(GetTickCount())) {}
 
 SDPHandler::~SDPHandler() {
@@ -39,8 +39,8 @@ RemoteSections SDPHandler::GetRemoteSections() const {
     return RemoteSections(vecRemoteMediaSession);
 }
 
-// [G16] Local candidates are accepted and not kept: no builder writes one, and a call that failed would make
-// applications branch on something that changes nothing on the wire.
+// [G16] Local candidates are accepted and not kept: no description contains one. A call that failed would
+// only make applications handle an error that has no effect on the wire.
 void SDPHandler::SetVideoICECandidate(std::string /*strCandidate*/) {}
 
 void SDPHandler::SetAudioICECandidate(std::string /*strCandidate*/) {}
@@ -64,6 +64,6 @@ void SDPHandler::ClearRemoteMediaSession() {
         vecRemoteMediaSession.pop_back();
     }
     strMaxSessionBandwidth.clear();
-    // [P18] The session address stays: a description without a session-level "c=" line takes the address of
-    // the one before it.
+    // [P18] The session address is kept: a description without a session-level "c=" line uses the address of
+    // the previous description.
 }

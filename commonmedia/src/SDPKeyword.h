@@ -1,7 +1,8 @@
-// Tables of keywords and of names: which row of a table does a line or a word belong to?
+// Tables of keywords and of names: finds the row of a line or of a word.
 //
-// A row of a keyword table has a member `keyword`, a row of a name table a member `strName`. The tables are
-// known when the program is compiled, so a search is spelled out row by row with constants to compare with.
+// A row of a keyword table has a member `keyword`, a row of a name table a member `name`. The tables are
+// known at compile time, so a search is unrolled into comparisons with constants: without that, reading a
+// description takes half as many instructions again.
 // Test: tests/unit/SDPKeywordTest.cpp
 #pragma once
 
@@ -17,15 +18,15 @@
 
 namespace sdp {
 
-/// The row that has this name, one comparison for each row.
+/// Index of the row with this name, one comparison for each row; the number of rows for none.
 template <const auto& kTable, std::size_t... kRow>
 std::size_t RowNamed(std::string_view name, std::index_sequence<kRow...> /*rows*/) {
     std::size_t row = 0;
-    static_cast<void>(((name == kTable[kRow].strName || (++row, false)) || ...));
+    static_cast<void>(((name == kTable[kRow].name || (++row, false)) || ...));
     return row;
 }
 
-/// The row of a table that has this name; null for none.
+/// The row of a table with this name; null for none.
 template <const auto& kTable>
 auto FindNamed(std::string_view name) -> decltype(&kTable[0]) {
     constexpr std::size_t rows = std::size(kTable);
@@ -33,7 +34,7 @@ auto FindNamed(std::string_view name) -> decltype(&kTable[0]) {
     return row == rows ? nullptr : &kTable[row];
 }
 
-/// True when FirstKeyword can search for every row of the table: each keyword has its "=" in second place.
+/// True when FirstRow can search for every row of the table: each keyword has its "=" in second place.
 template <typename Row, std::size_t N>
 constexpr bool AreKeywords(const Row (&table)[N]) {
     for (const Row& row : table) {
@@ -98,7 +99,7 @@ template <const auto& kTable>
     for (; at < signs.size(); at = FindByte(signs, '=', at + 1)) {
         // Most other "=" signs of a line, those of format parameters, follow a letter that begins no keyword.
         if ((letters & LetterBit(line[at - 1])) != 0) {
-            best = std::min(best, RowAtStart<kTable>(Behind(line, at - 1), std::make_index_sequence<rows>()));
+            best = std::min(best, RowAtStart<kTable>(After(line, at - 1), std::make_index_sequence<rows>()));
         }
     }
     return best;

@@ -1,7 +1,7 @@
 // The lines of a description and the rows they belong to: the one scanner and the one dispatch table.
 //
-// The component reads descriptions with them; the libraries and programs above it ask the same functions, so
-// that none of them can disagree with the component about what a line is taken for.
+// The component reads descriptions with them; the libraries and programs above it call the same functions, so
+// that they always agree with the component about the row of a line.
 // Test: tests/unit/SDPLinesTest.cpp
 #pragma once
 
@@ -21,7 +21,7 @@ struct LineRow {
     SDPRow row;
 };
 
-// [P01] The first keyword in table order that occurs anywhere in the line takes it, so the order of the rows
+// [P01] The first keyword in table order that occurs anywhere in the line decides, so the order of the rows
 // is part of the behaviour: base64 text that ends in "c=" makes a connection line.
 inline constexpr LineRow kLineRows[] = {
     {"c=IN IP4 192.0.2.10", "c=", SDPRow::Connection},

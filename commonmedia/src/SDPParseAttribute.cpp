@@ -1,7 +1,7 @@
 // Stage: parse, content, direction, bandwidth and floor control lines (RFC 4796, 4566, 3890, 4583).
 // Input: one line without its CR LF. Output: one value.
-// Touches the last section; only the bandwidth has a place for the session as well.
-// A value is the rest of the line behind its keyword, trailing blanks included.
+// Touches the last section; a bandwidth before the first section is the session's.
+// A value is the rest of the line after its keyword, trailing blanks included.
 // Test: tests/unit/SDPParseAttributeTest.cpp
 #include "SDPHandler.h"
 
@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Reads "a=confid:15" and its like: the number behind the keyword, when it is one.
+/// Reads a line such as "a=confid:15": sets the target when a number follows the keyword.
 void ReadNumber(std::string_view line, std::string_view keyword, std::int32_t& target) {
     const auto text = sdp::TextAfter(line, keyword);
     if (text && VideoUtils::IsNumber(*text)) {
@@ -35,7 +35,8 @@ void SDPHandler::ParseDirectionalAttribute(std::string_view SDPLine) {
     if (vecRemoteMediaSession.empty()) {
         return;
     }
-    // [P14] The flags are this side's: what the far end sends this side receives, and the other way round.
+    // [P14] The flags are this side's: it receives what the far end sends, and sends what the far end
+    // receives.
     if (const sdp::Direction* const direction = sdp::FirstKeyword<sdp::kDirections>(SDPLine)) {
         vecRemoteMediaSession.back()->fSend = direction->receives;
         vecRemoteMediaSession.back()->fRecv = direction->sends;
@@ -44,7 +45,7 @@ void SDPHandler::ParseDirectionalAttribute(std::string_view SDPLine) {
 
 void SDPHandler::ProcessBandwidth(std::string_view SDPLine) {
     if (vecRemoteMediaSession.empty()) {
-        // [P15] "AS:" occurs inside "TIAS:", so a session-level TIAS line is taken as kilobits.
+        // [P15] "TIAS:" contains "AS:", so a session-level TIAS line is read as kilobits.
         if (const auto text = sdp::TextAfter(SDPLine, "AS:")) {
             strMaxSessionBandwidth = *text;
         }
@@ -60,7 +61,8 @@ void SDPHandler::ProcessBfcpFloorCtrl(std::string_view SDPLine) {
     if (vecRemoteMediaSession.empty()) {
         return;
     }
-    // [P17] The floor control values land in whatever section is last; only a BFCP section's are ever used.
+    // [P17] The floor control values are stored in the last section of any kind; only those of a BFCP section
+    // are used.
     if (const auto text = sdp::TextAfter(SDPLine, "a=floorctrl:")) {
         vecRemoteMediaSession.back()->strFloorctrl = *text;
     }

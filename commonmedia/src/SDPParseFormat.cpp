@@ -1,6 +1,6 @@
 // Stage: parse, "a=rtpmap:" and "a=fmtp:" lines to payload formats (RFC 4566, 6).
 // Input: one line without its CR LF. Output: encoding name or parameters of one format.
-// Touches the formats of the last section; the formats themselves were made by its "m=" line.
+// Touches the formats of the last section, which its "m=" line has created.
 // A line for a format that the "m=" line does not list changes nothing.
 // Test: tests/unit/SDPParseFormatTest.cpp
 #include "SDPHandler.h"
@@ -14,7 +14,7 @@ namespace {
 constexpr std::string_view kRtpmap = "a=rtpmap:";
 constexpr std::string_view ATTR_FMTP = "a=fmtp:";
 
-/// Up to this many formats are searched one by one, which is cheaper than an index for them.
+/// Up to this many formats are compared one by one, which costs less than an index.
 constexpr std::size_t kFewFormats = 8;
 
 } // namespace
@@ -26,10 +26,9 @@ void SDPHandler::ProcessRTPMap(std::string_view SDPLine) {
     sdp::Words words(SDPLine);
     const std::string_view first = words.Next();
     const std::string_view name = words.Next();
-    // [P22] The keyword needs no colon, the payload is cut behind nine characters all the same: "a=rtpmapX97"
-    // names payload 97.
-    // [G01] The payload is cut at a fixed position and the name is the second word: a line that has neither
-    // is dropped whole.
+    // [P22] The keyword needs no colon, and the payload type begins after nine characters in any case:
+    // "a=rtpmapX97" names payload type 97.
+    // [G01] A line without a payload type at that offset or without a second word is dropped.
     if (first.size() < kRtpmap.size() || name.empty()) {
         return;
     }
@@ -44,34 +43,35 @@ void SDPHandler::ProcessFMTP(std::string_view SDPLine) {
         return;
     }
     const std::size_t loc = sdp::FindByte(SDPLine, ' ');
-    // [G03] A blank in front of the payload's place leaves no payload to cut; the line is dropped whole.
-    // [P20] The keyword may stand anywhere, the payload is cut at its fixed place all the same, so a line
-    // with something in front of the keyword names a payload that nobody listed.
+    // [G03] A line whose first blank precedes the offset of the payload type is dropped.
+    // [P20] The keyword may occur anywhere, and the payload type begins at its fixed offset in any case, so a
+    // line with text before the keyword names a payload type that is not listed.
     if (loc == SDPLine.size() || loc < ATTR_FMTP.size()) {
         return;
     }
-    // [P09] The pieces keep their blanks, as "; " in the line leaves them; who reads them knows.
+    // [P09] The parameters keep the blanks that "; " leaves before them.
     std::vector<std::string> fmtp;
-    VideoUtils::split(fmtp, sdp::Behind(SDPLine, loc + 1), ";");
+    VideoUtils::split(fmtp, sdp::After(SDPLine, loc + 1), ";");
     if (fmtp.empty()) {
         return;
     }
-    // [G09] Once is enough: attaching the same list again for each of its pieces would change nothing and
-    // let the far end ask for the square of its text.
+    // [G09] The list is attached once: attaching it again for each parameter would change nothing and cost
+    // the square of the length, which the far end chooses.
     SaveFmtpParmsToRtpMap(vecRemoteMediaSession.back(), std::move(fmtp),
                           SDPLine.substr(ATTR_FMTP.size(), loc - ATTR_FMTP.size()));
 }
 
 void SDPHandler::SaveFmtpParmsToRtpMap(MediaSession* ms, std::vector<std::string> fmtp,
                                        std::string_view strPayload) {
-    // [P08] The last line of a payload stands alone; parameters of earlier lines are not merged into it.
+    // [P08] The last line of a payload type replaces earlier ones; their parameters are not merged.
     if (RtpMap* const rm = FindRtpMap(*ms, strPayload)) {
         rm->vecFmtpParms = std::move(fmtp);
     }
 }
 
 RtpMap* SDPHandler::FindRtpMap(MediaSession& ms, std::string_view strPayload) {
-    // [P07] A payload that the "m=" line lists twice is the first of the two; the second stays bare.
+    // [P07] For a payload type that the "m=" line lists twice the first entry is found; the second stays
+    // empty.
     if (ms.vecRtpMap.size() > kFewFormats && payloadIndex != nullptr) {
         if (!payloadIndex->IsFor(ms)) {
             payloadIndex->Build(ms);

@@ -1,7 +1,7 @@
 // Stage: parse, "m=" and "c=" lines to sections and addresses (RFC 4566, 5.14 and 5.7).
 // Input: one line without its CR LF. Output: a new section with its formats, or an address.
 // Touches the list of sections, the last section's address, the session address.
-// Words are cut at white space; nothing else of the syntax is checked.
+// White space separates words; the syntax is not checked further.
 // Test: tests/unit/SDPParseMediaTest.cpp
 #include "SDPHandler.h"
 
@@ -14,7 +14,7 @@
 namespace {
 
 struct Media {
-    std::string_view strName;
+    std::string_view name;
     MediaType_t eMedia;
     VideoType_t eContent;
 };
@@ -34,27 +34,27 @@ void SDPHandler::ProcessMedia(std::string_view SDPLine) {
     sdp::Words words(SDPLine);
     const std::string_view media = words.Next();
     const std::string_view port = words.Next();
-    words.Next(); // The transport is not examined; it lives on in strFullMLine.
+    words.Next(); // The transport is not examined; strFullMLine contains it.
     std::string_view format = words.Next();
-    // [P05] Without a format the line opens nothing, and the lines behind it still belong to the section
-    // before it.
+    // [P05] Without a format the line opens no section, and the following lines belong to the previous one.
     if (format.empty()) {
         return;
     }
-    // The handler owns the section before it is filled: whatever fails from here on, nothing leaks.
+    // The handler owns the section before it is filled, so that nothing leaks when an allocation fails.
     auto section = std::make_unique<MediaSession>();
     vecRemoteMediaSession.push_back(section.get());
     MediaSession* const ms = section.release();
 
     ms->strFullMLine = std::string(SDPLine);
-    // [P06] A medium that is none of the three keeps its section: its place decides what the answer rejects.
+    // [P06] A medium that is none of the three gets a section too: its position decides what the answer
+    // rejects.
     if (const Media* const row = sdp::FindNamed<kMedia>(media)) {
         ms->eMedia = row->eMedia;
         ms->eContent = row->eContent;
     }
     ms->iPort = sdp::Number(port);
-    // A format and its blank are two characters at least, so no push_back below grows the list and nothing is
-    // lost between new and push_back.
+    // A format and its blank are at least two characters, so no push_back below allocates, and no format
+    // leaks between new and push_back.
     ms->vecRtpMap.reserve(std::max(kUsualFormats, 1 + words.Left() / 2));
     for (; !format.empty(); format = words.Next()) {
         ms->vecRtpMap.push_back(new RtpMap{std::string(format), {}, {}});
@@ -69,7 +69,7 @@ void SDPHandler::ProcessConnect(std::string_view SDPLine) {
     if (address.empty()) {
         return;
     }
-    // A multicast suffix such as "/127/3" stays part of the text: expanding it would let thirty bytes ask
-    // for any number of addresses.
+    // A multicast suffix such as "/127/3" stays part of the text: expanding it would let thirty bytes request
+    // any number of addresses.
     (vecRemoteMediaSession.empty() ? strSessionIPAddr : vecRemoteMediaSession.back()->strIPAddr) = address;
 }

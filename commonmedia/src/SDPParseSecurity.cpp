@@ -1,7 +1,7 @@
 // Stage: parse, "a=crypto:" and ICE lines (RFC 4568, 9.1; RFC 8839, 5).
-// Input: one line without its CR LF. Output: key material, ICE lines as they stand.
-// Touches the last section. Key text goes into that section and nowhere else.
-// Of several crypto lines in a section the last one that is read stands.
+// Input: one line without its CR LF. Output: key material, ICE lines unchanged.
+// Touches the last section. Key text is stored in that section only.
+// Of several crypto lines in a section the last one that is read counts.
 // Test: tests/unit/SDPParseSecurityTest.cpp
 #include "SDPHandler.h"
 
@@ -33,16 +33,16 @@ void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
     }
     const std::string_view key = words.Next();
     const std::size_t colon = sdp::FindByte(first, ':');
-    // [G02] The tag stands behind a ":" of the first word; a line without one has none and is dropped whole.
+    // [G02] The tag follows the ":" of the first word; a line without a ":" there is dropped.
     if (key.empty() || colon == first.size()) {
         return;
     }
     MediaSession* const ms = vecRemoteMediaSession.back();
-    // [P11] A suite that nobody knows leaves cryptoAlgo alone, but its tag and key are stored like any other.
+    // [P11] An unknown suite leaves cryptoAlgo unchanged, but its tag and key are stored.
     if (suite != nullptr) {
         ms->cryptoAlgo = suite->profile;
     }
-    // [P19] A tag that is not a number reads 1, the tag that a lone line carries.
+    // [P19] A tag that is not a number reads 1, the usual tag of a single line.
     const std::string_view tagAndMore = first.substr(colon + 1);
     const std::string_view tag = tagAndMore.substr(0, sdp::FindByte(tagAndMore, ':'));
     ms->iCryptoTag = VideoUtils::IsNumber(tag) ? sdp::Number(tag) : 1;
@@ -50,11 +50,11 @@ void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
     if (key.size() < kKeyMethod.size() + kKeyTextLength) {
         return;
     }
-    // [P21] The seven characters in front of the key are skipped unseen, whatever they say.
+    // [P21] The seven characters before the key are skipped without a comparison.
     const std::string_view keyText = key.substr(kKeyMethod.size());
     sdp::Wipe(ms->strBase64Key);
     ms->strBase64Key = std::string(keyText.substr(0, keyText.find('\0')));
-    // [P12] Text that does not decode has replaced the text all the same; key and salt keep their bytes.
+    // [P12] Text that cannot be decoded replaces the text as well; key and salt keep their bytes.
     ExtractSRTPKey(reinterpret_cast<const unsigned char*>(keyText.data()), ms->bufSRTPKey, ms->bufSRTPSalt);
 }
 
@@ -70,7 +70,7 @@ void SDPHandler::ProcessICEFragPwd(std::string_view SDPLine) {
     if (vecRemoteMediaSession.empty()) {
         return;
     }
-    // [P13] The value is the whole line, as the ICE agent takes it.
+    // [P13] The value is the whole line, because the ICE agent reads whole lines.
     if (const Row* const row = sdp::FirstKeyword<kRows>(SDPLine)) {
         vecRemoteMediaSession.back()->*row->field = std::string(SDPLine);
     }

@@ -1,9 +1,8 @@
-// Searches in text: white space, a byte, one of two bytes. Each answers with the length of the text when
-// there is nothing to find.
+// Searches in text: a byte, one of two bytes, white space. Each returns the length of the text when nothing
+// matches.
 //
-// Words and line ends stand so close together that a call of memchr for each costs more than it saves. Here
-// sixteen bytes become sixteen bits, one for each byte that is looked for.
-// Test: tests/unit/SDPSearchTest.cpp
+// Words and lines are so short that a call of memchr for each costs more than it saves. Here sixteen bytes
+// are compared at once, which gives sixteen bits, one for each byte. Test: tests/unit/SDPSearchTest.cpp
 #pragma once
 
 #include <algorithm>
@@ -23,7 +22,7 @@ constexpr bool IsBlank(char c) noexcept {
     return static_cast<unsigned char>(c) <= ' ' && (c == ' ' || (c >= '\t' && c <= '\r'));
 }
 
-/// Sixteen bytes of a text at once. In each result bit n stands for byte n.
+/// Sixteen bytes of a text at once. In each result bit n is set when byte n matches.
 class SixteenBytes {
 public:
     static constexpr std::size_t kSize = 16;
@@ -39,7 +38,7 @@ public:
 private:
     using Bytes = unsigned char __attribute__((vector_size(kSize)));
 
-    /// One bit for each byte of a comparison, which is all ones or zero.
+    /// One bit for each byte of a comparison's result, whose bytes are all ones or zero.
     template <typename Marks>
     static unsigned Bits(Marks marks) noexcept {
 #if defined(__SSE2__)
@@ -49,7 +48,7 @@ private:
         const Bytes weighed = reinterpret_cast<Bytes>(marks) & weights;
         std::uint64_t halves[2];
         std::memcpy(halves, &weighed, sizeof halves);
-        // The product adds up eight bytes in its highest one, in whatever order they stand.
+        // The highest byte of the product is the sum of the eight bytes.
         constexpr std::uint64_t ones = 0x0101010101010101U;
         return static_cast<unsigned>((halves[0] * ones) >> 56U | ((halves[1] * ones) >> 56U) << 8U);
 #endif
@@ -58,11 +57,10 @@ private:
     Bytes m_bytes;
 };
 
-/// Where the first byte from `at` on stands that is looked for. Always inlined: a call costs as much as most
-/// searches.
+/// Offset of the first match at or after `at`. Always inlined: a call costs as much as most searches.
 /// @param at    at most the length of the text
-/// @param bits  tells which of sixteen bytes are
-/// @param is    tells whether one is
+/// @param bits  marks the matches among sixteen bytes
+/// @param is    true for a byte that matches
 template <typename Bits, typename Is>
 [[gnu::always_inline]] inline std::size_t FindFirst(std::string_view text, std::size_t at, Bits bits,
                                                     Is is) noexcept {
@@ -74,7 +72,8 @@ template <typename Bits, typename Is>
                 return at + static_cast<std::size_t>(__builtin_ctz(found));
             }
         }
-        // Fewer are left; they are looked at once more with those in front of them.
+        // Fewer than sixteen remain; they are compared together with bytes before them, which are shifted
+        // out.
         const unsigned found = bits(SixteenBytes(text.data() + last)) >> (at - last);
         return found == 0 ? text.size() : at + static_cast<std::size_t>(__builtin_ctz(found));
     }
@@ -84,7 +83,7 @@ template <typename Bits, typename Is>
     return at;
 }
 
-/// Where the first `c` from `at` on stands.
+/// Offset of the first `c` at or after `at`.
 [[gnu::always_inline]] inline std::size_t FindByte(std::string_view text, char c,
                                                    std::size_t at = 0) noexcept {
     if (text.size() < SixteenBytes::kSize) {
@@ -94,20 +93,20 @@ template <typename Bits, typename Is>
         text, at, [c](SixteenBytes bytes) { return bytes.Equal(c); }, [c](char b) { return b == c; });
 }
 
-/// Where the first `a` or `b` from `at` on stands.
+/// Offset of the first `a` or `b` at or after `at`.
 inline std::size_t FindEither(std::string_view text, char a, char b, std::size_t at = 0) noexcept {
     return FindFirst(
         text, at, [a, b](SixteenBytes bytes) { return bytes.EqualEither(a, b); },
         [a, b](char c) { return c == a || c == b; });
 }
 
-/// Where the first white space from `at` on stands.
+/// Offset of the first white space at or after `at`.
 inline std::size_t FindBlank(std::string_view text, std::size_t at = 0) noexcept {
     return FindFirst(
         text, at, [](SixteenBytes bytes) { return bytes.Blank(); }, IsBlank);
 }
 
-/// Where the first byte from `at` on stands that is no white space. Mostly the very first is.
+/// Offset of the first byte at or after `at` that is no white space. Usually the byte at `at` matches.
 inline std::size_t FindNoBlank(std::string_view text, std::size_t at = 0) noexcept {
     while (at < text.size() && IsBlank(text[at])) {
         ++at;

@@ -60,7 +60,7 @@ inline constexpr char kPacketizationMode[] = "packetization-mode";
 
 /// H.264 format parameters (RFC 6184, 8.1) in the order in which a remote parameter is compared with them.
 struct H264Parameter {
-    std::string_view strName;
+    std::string_view name;
     std::int32_t VideoParms::*field; ///< null for the level, which is no number
     int place; ///< limits are written in this order, unless they are 0; a place of 0 is written apart
     /// [B12] Written odd, one higher when the value is even: the far end may send one macroblock more than
@@ -110,7 +110,7 @@ constexpr const VideoRole* FindVideoRole(VideoType_t role) {
 
 /// SRTP suites (RFC 4568, 6.2).
 struct Suite {
-    std::string_view strName;
+    std::string_view name;
     CRYPTO_PROFILE profile;
     bool isRead; ///< a remote line of this suite is read; otherwise the whole line is skipped
 };

@@ -1,4 +1,4 @@
-// Text helpers of the component: words and numbers, cut without copying and without exceptions.
+// Text helpers of the component: words and numbers. They return views, not copies, and throw nothing.
 //
 // Test: tests/unit/SDPTextTest.cpp
 #pragma once
@@ -16,13 +16,13 @@
 
 namespace sdp {
 
-/// The text without its first `length` bytes; it has that many.
-constexpr std::string_view Behind(std::string_view text, std::size_t length) noexcept {
+/// The text after its first `length` bytes. Precondition: text.size() >= length.
+constexpr std::string_view After(std::string_view text, std::size_t length) noexcept {
     text.remove_prefix(length);
     return text;
 }
 
-/// The words of a line, free of white space, one after the other. An empty word says that none is left.
+/// The words of a line, which white space separates, in order. An empty word means that no word is left.
 class Words {
 public:
     explicit Words(std::string_view line) noexcept : m_line(line) {}
@@ -33,7 +33,7 @@ public:
         return {m_line.data() + begin, m_at - begin};
     }
 
-    /// Bytes behind the last word.
+    /// Number of bytes after the last word that Next returned.
     std::size_t Left() const noexcept { return m_line.size() - m_at; }
 
 private:
@@ -49,24 +49,24 @@ constexpr bool Contains(std::string_view text, std::string_view needle) {
     return text.find(needle) != std::string_view::npos;
 }
 
-/// Where `what` first stands; npos when it does not. Mostly the text begins with it, which spares the search.
+/// Offset of the first `what`; npos for none. Usually the text begins with it, and nothing is searched.
 inline std::size_t Find(std::string_view text, std::string_view what) {
     return StartsWith(text, what) ? 0 : text.find(what);
 }
 
-/// The text behind the first `keyword` in `line`; nothing when the keyword does not occur.
+/// The text after the first `keyword` in `line`; nothing when the keyword does not occur.
 inline std::optional<std::string_view> TextAfter(std::string_view line, std::string_view keyword) {
     const std::size_t at = Find(line, keyword);
-    return at == std::string_view::npos ? std::nullopt : std::optional(Behind(line, at + keyword.size()));
+    return at == std::string_view::npos ? std::nullopt : std::optional(After(line, at + keyword.size()));
 }
 
-/// Narrows to 32 bits by dropping the upper ones.
+/// The lower 32 bits.
 constexpr std::int32_t Narrow(std::uint64_t number) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(number));
 }
 
-/// [G06] Sums and products wrap in 32 bits instead of being undefined: the RTCP port behind the largest port
-/// is the smallest number, which no far end takes for a port.
+/// [G06] Sums and products wrap in 32 bits instead of being undefined: the RTCP port after the largest number
+/// is the smallest number, which no far end accepts as a port.
 constexpr std::int32_t WrappingAdd(std::int32_t a, std::int32_t b) {
     return Narrow(static_cast<std::uint64_t>(static_cast<std::uint32_t>(a)) + static_cast<std::uint32_t>(b));
 }
@@ -89,7 +89,7 @@ inline std::string_view Digits(std::string_view text) noexcept {
 
 /// The number at the start of a text, read as atoi reads it: white space, a sign, digits; 0 without digits.
 inline std::int32_t Number(std::string_view text) {
-    text = Behind(text, FindNoBlank(text));
+    text = After(text, FindNoBlank(text));
     if (StartsWith(text, "+") && !StartsWith(text, "+-")) {
         text.remove_prefix(1);
     }
@@ -114,7 +114,7 @@ constexpr std::uint64_t HexDigit(char c) noexcept {
 }
 
 /// The number at the start of a text, read as strtoul reads base 16: white space, a sign, "0x", digits; 0
-/// without digits, and the largest number for digits that 64 bits do not hold.
+/// without digits, the largest number for digits that do not fit 64 bits.
 inline std::uint64_t HexNumber(std::string_view text) {
     const std::size_t start = FindNoBlank(text);
     text.remove_prefix(start);

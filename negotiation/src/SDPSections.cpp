@@ -70,7 +70,7 @@ Line ReadLine(std::string_view text, Repairs& repairs) {
     if (index == kKindCount) {
         return {text, {}, LineKind::None};
     }
-    const std::string_view value = Trim(sdp::Behind(text, kKinds[index].keyword.size()));
+    const std::string_view value = Trim(sdp::After(text, kKinds[index].keyword.size()));
     const bool isLonger = kKinds[index].kind == LineKind::Direction && !value.empty();
     return {text, value, isLonger ? LineKind::None : kKinds[index].kind};
 }

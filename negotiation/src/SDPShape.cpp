@@ -81,7 +81,7 @@ void RewriteCrypto(sdp::Writer& text, std::string_view /*value*/, const Plan& pl
         GetSRTPKey(key, crypto.key->key.data(), crypto.key->salt.data());
         for (const sdp::Suite& suite : sdp::kSuites) {
             if (suite.profile == kBothSuites[crypto.suite]) {
-                text << "a=crypto:" << crypto.tag << " " << suite.strName << " inline:" << key << "\r\n";
+                text << "a=crypto:" << crypto.tag << " " << suite.name << " inline:" << key << "\r\n";
             }
         }
     }
@@ -183,7 +183,7 @@ constexpr Rewrite kRewrites[] = {
 void RewriteLine(sdp::Writer& text, std::string_view line, const Plan& plan) {
     const std::size_t row = RowAt<kRewrites>(line);
     if (row < std::size(kRewrites)) {
-        kRewrites[row].write(text, sdp::Behind(line, kRewrites[row].keyword.size()), plan);
+        kRewrites[row].write(text, sdp::After(line, kRewrites[row].keyword.size()), plan);
     } else {
         text << line << "\r\n";
     }

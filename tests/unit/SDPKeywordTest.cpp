@@ -15,7 +15,7 @@
 namespace {
 
 struct Named {
-    std::string_view strName;
+    std::string_view name;
 };
 
 struct Row {

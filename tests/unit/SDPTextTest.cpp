@@ -44,13 +44,13 @@ std::vector<std::string> WordsOf(std::string_view text) {
 }
 
 TEST(SDPText, BehindDropsBytesAtTheFront) {
-    static_assert(sdp::Behind("a=rtpmap", 2) == "rtpmap");
-    EXPECT_EQ(sdp::Behind("a=rtpmap", 0), "a=rtpmap");
-    EXPECT_EQ(sdp::Behind("a=rtpmap", 7), "p");
-    EXPECT_EQ(sdp::Behind("a=rtpmap", 8), "");
-    EXPECT_EQ(sdp::Behind("", 0), "");
+    static_assert(sdp::After("a=rtpmap", 2) == "rtpmap");
+    EXPECT_EQ(sdp::After("a=rtpmap", 0), "a=rtpmap");
+    EXPECT_EQ(sdp::After("a=rtpmap", 7), "p");
+    EXPECT_EQ(sdp::After("a=rtpmap", 8), "");
+    EXPECT_EQ(sdp::After("", 0), "");
     const std::string_view text = "abc";
-    EXPECT_EQ(sdp::Behind(text, 3).data(), text.data() + 3);
+    EXPECT_EQ(sdp::After(text, 3).data(), text.data() + 3);
 }
 
 TEST(SDPText, WordsStandBetweenRunsOfWhiteSpace) {

@@ -23,14 +23,14 @@ constexpr const char* kRefused = "; our answer says RTP/AVP, which a far end tha
 
 const sdp::Suite* FindSuite(std::string_view name) {
     const auto* const row = std::find_if(std::begin(sdp::kSuites), std::end(sdp::kSuites),
-                                         [name](const sdp::Suite& suite) { return suite.strName == name; });
+                                         [name](const sdp::Suite& suite) { return suite.name == name; });
     return name.empty() || row == std::end(sdp::kSuites) ? nullptr : row;
 }
 
 std::string ReadSuite() {
     const auto* const row = std::find_if(std::begin(sdp::kSuites), std::end(sdp::kSuites),
                                          [](const sdp::Suite& suite) { return suite.isRead; });
-    return std::string(row->strName);
+    return std::string(row->name);
 }
 
 // The crypto lines of the section that the component stores something from, in order (P10, P11).
