@@ -57,7 +57,8 @@ void SDPHandler::ProcessLines(std::string_view text) {
 
     const auto process = [this](SDPRow row, std::string_view line) {
         if (row != SDPRow::None) {
-            (this->*kProcess[static_cast<std::size_t>(row)])(line);
+            const auto handle = kProcess[static_cast<std::size_t>(row)];
+            (this->*handle)(line);
         }
     };
     const bool isObserved = lineObserver != nullptr;
