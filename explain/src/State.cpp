@@ -136,7 +136,7 @@ std::string SuiteName(Quor::media::rtp::CryptoParams::CRYPTO_PROFILE suite) {
     }
     for (const sdp::Suite& row : sdp::kSuites) {
         if (row.profile == suite) {
-            return row.strName.empty() ? "an AEAD suite" : std::string(row.strName);
+            return row.name.empty() ? "an AEAD suite" : std::string(row.name);
         }
     }
     return "an unknown suite";
