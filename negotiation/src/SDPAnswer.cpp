@@ -21,6 +21,9 @@ Slot ClosedSlot(const Section& section, const Slot* before) {
     slot.media = section.media;
     slot.transport = section.transport.empty() ? std::string_view("RTP/AVP") : section.transport;
     slot.formats = RepeatedFormats(section);
+    if (slot.formats.empty()) {
+        slot.formats = "0";
+    }
     // A stream of ours that is not in this text comes back to a slot of its kind.
     slot.role = section.role;
     if (before != nullptr && before->role == slot.role) {

@@ -5,6 +5,8 @@
 // Test: tests/negotiation/SDPAnswerTest.cpp
 #include "SDPChoice.h"
 
+#include "SDPRepeat.h"
+
 #include <algorithm>
 
 namespace negotiation {
@@ -67,6 +69,9 @@ Verdict Examine(const Description& description, std::size_t place, Role role, co
     Taken found;
     found.place = place;
     found.section = &section;
+    if (role == kFloor && RepeatedFormats(section).empty()) {
+        return kNoCodec;
+    }
     if (role != kFloor) {
         found.isSecure = section.isSecure;
         const Verdict policy = AskPolicy(found.isSecure, wishes.srtp);

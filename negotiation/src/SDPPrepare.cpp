@@ -5,6 +5,8 @@
 // Test: tests/negotiation/SDPRepairsTest.cpp
 #include "SDPPrepare.h"
 
+#include "SDPRepeat.h"
+
 #include <algorithm>
 
 namespace negotiation {
@@ -129,8 +131,8 @@ void WriteVideoFormat(sdp::Writer& text, const Format& format, Repairs& repairs)
 
 void WriteFloor(sdp::Writer& text, Lines lines) {
     text << " *\r\na=floorctrl:" << lines.Value(LineKind::FloorControl) << "\r\n"
-         << "a=confid:" << lines.Value(LineKind::ConferenceId) << "\r\n"
-         << "a=userid:" << lines.Value(LineKind::UserId) << "\r\n";
+         << "a=confid:" << RepeatedValue(lines, LineKind::ConferenceId) << "\r\n"
+         << "a=userid:" << RepeatedValue(lines, LineKind::UserId) << "\r\n";
 }
 
 void WriteSection(sdp::Writer& text, const Description& description, Role role, const Taken& taken,

@@ -11,9 +11,6 @@
 namespace negotiation {
 namespace {
 
-constexpr std::size_t kMain8 = 0; ///< row of main video in sdp::kVideoRoles
-constexpr std::size_t kSlides9 = 1;
-
 /// A token of RFC 4566, 9.
 bool IsToken(std::string_view word) {
     constexpr std::string_view separators = "\"(),/:;<=>?@[\\]";
@@ -48,16 +45,19 @@ bool IsFloor(std::string_view value) {
     if (!IsId(TakePiece(value, ' '))) {
         return false;
     }
-    std::string_view first = TakePiece(value, ' ');
-    const bool hasName = first.empty() || IsToken(TakePiece(first, ':'));
-    return hasName && (first.empty() || IsToken(first)) &&
+    if (value.empty()) {
+        return true;
+    }
+    std::string_view stream = TakePiece(value, ' ');
+    return IsToken(TakePiece(stream, ':')) && IsToken(stream) &&
            !AnyPiece(value, ' ', [](std::string_view word) { return !IsToken(word); });
 }
 
-bool HasForm(LineKind kind, std::string_view value) {
-    return kind == LineKind::FloorId ? IsFloor(value)
-           : kind == LineKind::Label ? IsToken(value)
-                                     : IsId(value);
+/// A floor whose streams cannot be named keeps its id.
+std::string_view FloorOf(std::string_view value) {
+    std::string_view rest = value;
+    const std::string_view id = TakePiece(rest, ' ');
+    return IsFloor(value) ? value : IsId(id) ? id : std::string_view();
 }
 
 } // namespace
@@ -83,7 +83,7 @@ std::string RepeatedFormats(const Section& section) {
             formats.append(formats.empty() ? "" : " ").append(word);
         }
     }
-    return formats.empty() ? "0" : formats;
+    return formats;
 }
 
 std::string RepeatedTimes(Lines session) {
@@ -104,7 +104,11 @@ std::string RepeatedTimes(Lines session) {
 
 std::string_view RepeatedValue(Lines lines, LineKind kind) {
     const std::string_view value = lines.Value(kind);
-    return HasForm(kind, value) ? value : std::string_view();
+    if (kind == LineKind::FloorId) {
+        return FloorOf(value);
+    }
+    const bool hasForm = kind == LineKind::Label ? IsToken(value) : IsId(value);
+    return hasForm ? value : std::string_view();
 }
 
 std::string_view RepeatedContent(Lines lines) {
@@ -133,14 +137,15 @@ void KeepLabelsApart(Session& session) {
     if (main == session.slots.size() || slides == session.slots.size()) {
         return;
     }
-    const auto labelOf = [&session](std::size_t place, std::size_t row) {
+    constexpr std::string_view ownMain = sdp::kVideoRoles[0].label;
+    constexpr std::string_view ownSlides = sdp::kVideoRoles[1].label;
+    const auto labelOf = [&session](std::size_t place, std::string_view own) {
         const std::string& given = session.slots[place].label;
-        return given.empty() ? sdp::kVideoRoles[row].label : std::string_view(given);
+        return given.empty() ? own : std::string_view(given);
     };
-    const std::string_view label = labelOf(main, kMain8);
-    if (label == labelOf(slides, kSlides9)) {
-        session.slots[slides].label =
-            sdp::kVideoRoles[label == sdp::kVideoRoles[kSlides9].label ? kMain8 : kSlides9].label;
+    const std::string_view label = labelOf(main, ownMain);
+    if (label == labelOf(slides, ownSlides)) {
+        session.slots[slides].label = label == ownSlides ? ownMain : ownSlides;
     }
 }
 

@@ -10,7 +10,7 @@ namespace negotiation {
 /// Whether our text can name the medium and the transport of a section as they are written (RFC 4566, 9).
 bool CanBeRepeated(const Section& section);
 
-/// The formats of a section that is rejected, each once; "0" when it has none that can be written.
+/// The formats of a section, each once; empty when it has none that can be written.
 std::string RepeatedFormats(const Section& section);
 
 /// The "t=" lines of a session, whole lines; those that are not two numbers are left out, and "t=0 0" stands

@@ -35,12 +35,13 @@ void RewriteMedia(sdp::Writer& text, std::string_view value, const Plan& plan) {
     words.Next();
     words.Next();
     text << " " << plan.port << " " << plan.slot->transport;
+    if (plan.slot->role == kFloor) {
+        text << " " << plan.slot->formats;
+    }
     for (std::string_view word = words.Next(); !word.empty(); word = words.Next()) {
         const std::int32_t number = Mapped(word, plan);
         if (number >= 0) {
             text << " " << number;
-        } else if (plan.slot->role == kFloor) {
-            text << " " << word;
         }
     }
     text << "\r\n";
