@@ -253,13 +253,14 @@ void FindIceSection(Scene& scene, const MeantSection& section) {
     const TextLine* any = nullptr;
     for (std::size_t i = section.line + 1; i <= section.last; ++i) {
         const TextLine& line = scene.reading.lines[i];
-        user = BeginsWith(line.text, "a=ice-ufrag") ? &line : user;
-        password = BeginsWith(line.text, "a=ice-pwd") ? &line : password;
+        const std::string name = Lower(Trimmed(line.text).substr(0, 11));
+        user = name == "a=ice-ufrag" ? &line : user;
+        password = BeginsWith(name, "a=ice-pwd") ? &line : password;
         any = any == nullptr && (line.meant == SDPRow::Ice || line.meant == SDPRow::Candidate) ? &line : any;
         static constexpr std::string_view kUnread[] = {"a=rtcp-mux",
                                                        "a=rtcp:", "a=ptime:", "a=maxptime:", "a=bundle-only"};
-        for (const std::string_view name : kUnread) {
-            if (BeginsWith(line.text, name)) {
+        for (const std::string_view unread : kUnread) {
+            if (BeginsWith(line.text, unread)) {
                 Blame(scene, kMux, line, LineWords(line) + " is not read.", "", {})
                     .known.emplace_back(section.media == "audio" ? Topic::AudioSend : Topic::MainSend,
                                         "RTCP, packet time or port sharing is not what this line asks for; "

@@ -32,6 +32,9 @@ constexpr Rule kTwoFormats = {
     "E14", "P08", ExplainSeverity::Error, 12,
     "The last fmtp line of a payload replaces the earlier ones, whose parameters are lost (P08)."};
 
+constexpr std::size_t kMoved = 4;    ///< lines of the session that move together at most
+constexpr std::size_t kTargets = 32; ///< sections that one edit moves lines to at most
+
 bool IsSectionRow(SDPRow row) {
     return row != SDPRow::Connection && row != SDPRow::Media && row != SDPRow::Bandwidth &&
            row != SDPRow::None;
@@ -96,7 +99,8 @@ void FindSessionLevel(Scene& scene, const TextLine& line, std::size_t& budget) {
         const TextLine& other = scene.reading.lines[i];
         const bool isSame =
             other.number == line.number || (line.meant == SDPRow::Ice && other.meant == SDPRow::Ice);
-        if (isSame) {
+        // The far end chooses how many there are; the edit stays small.
+        if (isSame && (moved.size() < kMoved || other.number == line.number)) {
             moved.push_back(&other);
         }
     }
@@ -104,7 +108,11 @@ void FindSessionLevel(Scene& scene, const TextLine& line, std::size_t& budget) {
     for (const TextLine* const each : moved) {
         changes.push_back(DeleteLine(*each));
     }
+    std::size_t count = 0;
     for (const MeantSection& section : scene.reading.sections) {
+        if (++count > kTargets) {
+            break;
+        }
         const TextLine& media = scene.reading.lines[section.line];
         for (const TextLine* const each : moved) {
             if (IsFor(*each, section) && !HasOwn(scene, *each, section)) {
