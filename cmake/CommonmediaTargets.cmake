@@ -5,7 +5,9 @@ function(commonmedia_target_defaults target)
     set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
     target_compile_options(
         ${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
-                          $<$<BOOL:${COMMONMEDIA_WERROR}>:-Werror>)
+                          $<$<BOOL:${COMMONMEDIA_WERROR}>:-Werror>
+                          # The same bytes whatever directory the sources stand in.
+                          $<$<NOT:$<CONFIG:Debug>>:-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=>)
     if(COMMONMEDIA_SANITIZE)
         # Without recovery, so that the first report ends the test it stands in.
         target_compile_options(

@@ -10,6 +10,7 @@
 //     SetCommonMediaTraceSink(nullptr);   // now nobody does
 #pragma once
 
+#include "CommonMediaExport.h"
 #include "RequireCxx17.h"
 
 /// A receiver of trace texts.
@@ -26,16 +27,17 @@ struct CommonMediaTraceSink {
 /// alive and unchanged until another sink is installed and every call of CommonMediaTrace that was running
 /// has returned. The change is one atomic store: a trace of another thread goes to the old sink or to the new
 /// one.
-void SetCommonMediaTraceSink(const CommonMediaTraceSink* sink) noexcept;
+COMMONMEDIA_EXPORT void SetCommonMediaTraceSink(const CommonMediaTraceSink* sink) noexcept;
 
 /// True while a sink is installed. Callers check it before they prepare a costly text.
-bool CommonMediaTraceEnabled() noexcept;
+COMMONMEDIA_EXPORT bool CommonMediaTraceEnabled() noexcept;
 
 #if defined(__GNUC__)
 __attribute__((format(printf, 4, 5)))
 #endif
 /// Formats like printf, masks SRTP keys and passes the text to the sink; without a sink it returns at once.
 /// Whatever follows "inline:", in any letter case and up to the next blank, is replaced by "***" (RFC 4568, 8
-/// relies on keys being secret, and traces are passed on). `file`, `function` and `line` name the place in the
-/// source. A text that cannot be formatted is dropped. Throws nothing but std::bad_alloc.
-void CommonMediaTrace(const char* file, const char* function, int line, const char* format, ...);
+/// relies on keys being secret, and traces are passed on). `file`, `function` and `line` name the place in
+/// the source. A text that cannot be formatted is dropped. Throws nothing but std::bad_alloc.
+COMMONMEDIA_EXPORT void
+CommonMediaTrace(const char* file, const char* function, int line, const char* format, ...);

@@ -17,6 +17,7 @@
 //     a=inactive       no                no
 #pragma once
 
+#include "CommonMediaExport.h"
 #include "TalmoMedia.h"
 
 #include <cstdint>
@@ -57,7 +58,7 @@ enum PayloadType : std::int32_t {
 typedef PayloadType PayloadType_t;
 
 /// One video stream.
-struct VideoParms {
+struct COMMONMEDIA_EXPORT VideoParms {
     std::int32_t iFmtpMaxMbps;      ///< H.264 max-mbps, macroblocks/s; 0 means not given (RFC 6184, 8.1)
     std::int32_t iFmtpMaxFrameSize; ///< H.264 max-fs, macroblocks; 0 means not given
     std::int32_t iFmtpMaxBitRate;   ///< H.264 max-br, units of 1000 bit/s; 0 means not given
@@ -89,7 +90,7 @@ struct VideoParms {
 };
 
 /// What a local and a remote description have in common.
-struct baseSDP {
+struct COMMONMEDIA_EXPORT baseSDP {
     /// Index of a stream's key material.
     enum SRTP_M_LINE : std::int32_t {
         SRTP_AUDIO = 0,
@@ -137,7 +138,7 @@ struct baseSDP {
 
 /// The local side's capabilities and addresses. The application fills it and passes it to
 /// SDPHandler::InitializeLocalSDP.
-struct LocalSDP : public baseSDP {
+struct COMMONMEDIA_EXPORT LocalSDP : public baseSDP {
     std::string strMyIPAddr;               ///< address of the origin line; empty: strDefaultIPAddr is used
     std::string strOExtension;             ///< suffix of the origin's user name; empty: none
     std::string strDefaultIPAddr;          ///< address of the "c=" and "a=rtcp:" lines; an offer needs it
@@ -160,7 +161,7 @@ struct LocalSDP : public baseSDP {
 
 /// What the far end offered or accepted, as the media engine needs it. The application owns the record;
 /// SDPHandler::ParseTheSDP writes it.
-struct RemoteSDP : public baseSDP {
+struct COMMONMEDIA_EXPORT RemoteSDP : public baseSDP {
     std::string strAudioIPAddr; ///< where to send audio, as the far end wrote it
     std::int32_t iAudioPayload; ///< payload type of the chosen codec
     std::int32_t iDTMFPayload;  ///< payload type of telephone events (RFC 4733); 0 means none
@@ -213,7 +214,7 @@ struct MediaSessionFields {
 
 /// One media section of the remote description, as it was read. Sections and their payload formats are
 /// created with `new` by SDPHandler and deleted by it.
-struct MediaSession : public MediaSessionFields {
+struct COMMONMEDIA_EXPORT MediaSession : public MediaSessionFields {
     MediaSession();
     MediaSession(const MediaSession&) = default;
     /// Copies every field; the formats are shared, not copied. The key text that is replaced is wiped.

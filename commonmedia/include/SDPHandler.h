@@ -38,6 +38,7 @@
 // Threads: a handler belongs to one thread at a time. Handlers share nothing but the trace sink.
 #pragma once
 
+#include "CommonMediaExport.h"
 #include "SDP.h"
 #include "SDPLineObserver.h"
 
@@ -49,11 +50,13 @@
 
 /// Writes the inline key text of an "a=crypto:" line: 16 key bytes and 14 salt bytes in base64, exactly 40
 /// characters (RFC 4568, 6.1). Reads 16 bytes at `key` and 14 at `salt`; replaces the text of strBase64Key.
-void GetSRTPKey(std::string& strBase64Key, const unsigned char* key, const unsigned char* salt);
+COMMONMEDIA_EXPORT void GetSRTPKey(std::string& strBase64Key, const unsigned char* key,
+                                   const unsigned char* salt);
 
 /// The reverse of GetSRTPKey. Reads exactly 40 characters at `bufBase64Key`, whatever follows them. True: 16
 /// bytes were written to `key` and 14 to `salt`. False: the text is not base64, and nothing was written.
-bool ExtractSRTPKey(const unsigned char* bufBase64Key, unsigned char* key, unsigned char* salt);
+COMMONMEDIA_EXPORT bool ExtractSRTPKey(const unsigned char* bufBase64Key, unsigned char* key,
+                                       unsigned char* salt);
 
 /// The sections of the last remote description, in "m=" line order, to be read only. Valid until the handler
 /// parses again, is reset or ends; empty while the handler offers.
@@ -83,9 +86,9 @@ public:
     LocalSDP MyLocalSDP;  ///< the local capabilities descriptions are written from
 
     /// A handler that offers: session id from GetTickCount(), version 1, BFCP off, two sections answered.
-    SDPHandler();
+    COMMONMEDIA_EXPORT SDPHandler();
     /// Frees the sections of the last remote description.
-    ~SDPHandler();
+    COMMONMEDIA_EXPORT ~SDPHandler();
 
     /// Not copyable: the sections are owned by pointer, and two handlers with one session id and version
     /// counter would write origin lines that contradict each other (RFC 3264, 8).
@@ -94,43 +97,43 @@ public:
 
     /// Takes a copy of the local capabilities. The BFCP identity (iBfcpConfid, iBfcpUserid, fBfcpIsServer)
     /// keeps its values in MyLocalSDP.
-    void InitializeLocalSDP(const LocalSDP& s);
+    COMMONMEDIA_EXPORT void InitializeLocalSDP(const LocalSDP& s);
     /// Address of the "c=" and "a=rtcp:" lines, and of the origin line when strMyIPAddr is empty.
-    void SetDefaultLocalIPAddr(std::string s);
+    COMMONMEDIA_EXPORT void SetDefaultLocalIPAddr(std::string s);
     /// Whether descriptions carry the presentation video and its floor control channel.
-    void SetBfcpSupport(bool fSupported);
+    COMMONMEDIA_EXPORT void SetBfcpSupport(bool fSupported);
     /// How many remote sections, counted from the front, an answer serves; it repeats the others at port 0.
     /// 2 in a new handler. Floor control between two ends needs 4: audio, main video, presentation and the
     /// floor control channel itself.
-    void SetMaxSupportedSessions(std::uint32_t sections);
+    COMMONMEDIA_EXPORT void SetMaxSupportedSessions(std::uint32_t sections);
     /// Accepted and not used: no line that this side writes carries a local candidate.
-    void SetVideoICECandidate(std::string strCandidate);
+    COMMONMEDIA_EXPORT void SetVideoICECandidate(std::string strCandidate);
     /// Accepted and not used, as SetVideoICECandidate.
-    void SetAudioICECandidate(std::string strCandidate);
+    COMMONMEDIA_EXPORT void SetAudioICECandidate(std::string strCandidate);
 
     /// Reads a remote description, whose lines end in CR LF, in place of the one held before.
     /// @param sdp_string  the far end's text, any bytes
     /// @param ParsedSDP   reset, then filled with what was negotiated; untouched when the text is empty
     /// @return 1 for an empty text, 0 for every other
-    int ParseTheSDP(std::string sdp_string, RemoteSDP& ParsedSDP);
+    COMMONMEDIA_EXPORT int ParseTheSDP(std::string sdp_string, RemoteSDP& ParsedSDP);
     /// Fills `ParsedSDP` from the sections held; ParseTheSDP ends with this call. Repeating it gives the same
     /// record.
-    void GetRTPData(RemoteSDP& ParsedSDP);
+    COMMONMEDIA_EXPORT void GetRTPData(RemoteSDP& ParsedSDP);
 
     /// The local description: an offer while there are no remote sections, otherwise the answer to them. The
     /// version of each description is one higher than that of the previous one.
     /// @return lines ending in CR LF; empty for an offer without a default local address
-    std::string GetLocalSDP();
+    COMMONMEDIA_EXPORT std::string GetLocalSDP();
     /// True while no remote section is held: the next description is an offer.
-    bool IsOffer() const;
+    COMMONMEDIA_EXPORT bool IsOffer() const;
     /// Drops the remote sections, so that the next description is an offer.
-    void ResetRemoteSDP();
+    COMMONMEDIA_EXPORT void ResetRemoteSDP();
     /// The remote sections held: what an application needs beyond the record, such as the lines for its ICE
     /// agent.
-    RemoteSections GetRemoteSections() const;
+    COMMONMEDIA_EXPORT RemoteSections GetRemoteSections() const;
     /// Reports every line that ParseTheSDP reads to `observer`; null, as in a new handler, reports to nobody
     /// and costs nothing. The caller keeps the record alive until it is replaced or the handler ends.
-    void SetLineObserver(const SDPLineObserver* observer);
+    COMMONMEDIA_EXPORT void SetLineObserver(const SDPLineObserver* observer);
 
 private:
     using CRYPTO_PROFILE = Quor::media::rtp::CryptoParams::CRYPTO_PROFILE;

@@ -1,6 +1,7 @@
 // String and number helpers of the code base, as far as session descriptions need them.
 #pragma once
 
+#include "CommonMediaExport.h"
 #include "RequireCxx17.h"
 
 #include <string>
@@ -8,7 +9,7 @@
 #include <vector>
 
 /// Static helpers; the class is never instantiated.
-class VideoUtils {
+class COMMONMEDIA_EXPORT VideoUtils {
 public:
     VideoUtils() = delete;
 

@@ -6,6 +6,8 @@
 // Test: tests/unit/PlatformTest.cpp
 #include "Platform.h"
 
+#if !defined(_WIN32) // there the system has a function of this name
+
 #include <chrono>
 
 std::uint32_t GetTickCount() noexcept {
@@ -13,3 +15,5 @@ std::uint32_t GetTickCount() noexcept {
     const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
     return static_cast<std::uint32_t>(ms);
 }
+
+#endif

@@ -11,6 +11,8 @@
 // Nothing but std::bad_alloc is thrown. No sentence holds key text.
 #pragma once
 
+#include "CommonMediaExport.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -35,14 +37,14 @@ struct JudgeViolation {
 };
 
 /// Every rule, in the order of the IDs.
-const std::vector<JudgeRule>& JudgeRules();
+COMMONMEDIA_EXPORT const std::vector<JudgeRule>& JudgeRules();
 
 /// Judges an answer as text and against its offer (RFC 3264, 6). The offer itself is not judged: it is read
 /// with patience (any line end, any number of blanks), and a rule that needs a line it lacks is passed over.
 /// @return the violations in the order of their lines; empty when the answer is correct
-std::vector<JudgeViolation> CheckAnswer(std::string_view offer, std::string_view answer);
+COMMONMEDIA_EXPORT std::vector<JudgeViolation> CheckAnswer(std::string_view offer, std::string_view answer);
 
 /// Judges the next description of a side as text and against the one it sent before in the same session
 /// (RFC 3264, 8), offers and answers alike.
 /// @return the violations in the order of their lines; empty when the description is correct
-std::vector<JudgeViolation> CheckNext(std::string_view previous, std::string_view next);
+COMMONMEDIA_EXPORT std::vector<JudgeViolation> CheckNext(std::string_view previous, std::string_view next);

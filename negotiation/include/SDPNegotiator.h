@@ -44,6 +44,7 @@
 // Threads: a negotiator belongs to one thread at a time.
 #pragma once
 
+#include "CommonMediaExport.h"
 #include "SDP.h"
 
 #include <array>
@@ -55,7 +56,7 @@
 #include <vector>
 
 /// The offer/answer state of one call.
-class SDPNegotiator {
+class COMMONMEDIA_EXPORT SDPNegotiator {
 public:
     /// Where the call stands (RFC 3264, 4).
     enum class Phase {
@@ -284,6 +285,6 @@ public:
     void SetRepairs(bool isOn);
 
 private:
-    struct Call;
+    struct COMMONMEDIA_LOCAL Call;
     std::unique_ptr<Call> m_call;
 };

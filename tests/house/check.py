@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Checks the rules of this repository that no compiler knows.
 
-    check.py [--root DIR] NAME...     NAME: ledger shape names heads readme corpus selfcheck, or all
+    check.py [--root DIR] NAME...     NAME: ledger shape names includes heads readme corpus selfcheck, or all
 
 Prints what it found, one problem per line, and ends with status 1 when there was any.
 """
@@ -40,7 +40,9 @@ def files(root, *suffixes):
 
 
 def component(root):
-    yield from files(root / "commonmedia" / "include", ".h")
+    for path in files(root / "commonmedia" / "include", ".h"):
+        if path.parent.name == "include":
+            yield path
     yield from files(root / "commonmedia" / "src", ".h", ".cpp")
 
 
@@ -230,6 +232,22 @@ def check_names(root):
     print(f"names: {count} files, {len(given)} given names")
 
 
+# --- includes -------------------------------------------------------------------------------------------
+
+
+def check_includes(root):
+    """Every public header can be included as <commonmedia/NAME> too, by a header of one line."""
+    count = 0
+    for include in sorted(root.glob("*/include")):
+        names = {path.name for path in include.glob("*.h")}
+        lines = {path.name: read(path) for path in (include / "commonmedia").glob("*.h")}
+        count += len(names)
+        for name in sorted(names | set(lines)):
+            if lines.get(name) != f'#include "../{name}"\n' or name not in names:
+                yield f"{include.parent.name}/include/commonmedia/{name}: wanted is the one line that includes ../{name}"
+    print(f"includes: {count} public headers")
+
+
 # --- heads ----------------------------------------------------------------------------------------------
 
 
@@ -393,6 +411,7 @@ CHECKS = {
     "ledger": check_ledger,
     "shape": check_shape,
     "names": check_names,
+    "includes": check_includes,
     "heads": check_heads,
     "readme": check_readme,
     "corpus": check_corpus,

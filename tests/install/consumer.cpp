@@ -1,12 +1,13 @@
 // A program of another project: one handler offers and another answers; the status is 0 if the answer has the
 // codec. It is built with the installed package, with the subproject, and with the sources alone.
 #include "CommonMediaTrace.h"
-#include "Platform.h"
 #include "SDP.h"
 #include "SDPHandler.h"
 #include "TalmoMedia.h"
-#include "VideoUtils.h"
 
+#include <commonmedia/Platform.h>
+#include <commonmedia/SDPHandler.h>
+#include <commonmedia/VideoUtils.h>
 #include <iostream>
 #include <string>
 

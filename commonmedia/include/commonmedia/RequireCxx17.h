@@ -1,0 +1,1 @@
+#include "../RequireCxx17.h"

@@ -1,0 +1,1 @@
+#include "../SDPLineObserver.h"
