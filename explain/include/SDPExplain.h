@@ -24,6 +24,7 @@
 // Threads: the functions share nothing.
 #pragma once
 
+#include "CommonMediaExport.h"
 #include "SDP.h"
 #include "SDPLineObserver.h"
 
@@ -156,14 +157,14 @@ struct Explanation {
 inline constexpr std::size_t kExplainTrials = 64;
 
 /// Explains how the remote text was read and what came of it.
-Explanation Explain(const ExplainInput& input);
+COMMONMEDIA_EXPORT Explanation Explain(const ExplainInput& input);
 
 /// The verdicts of the lines alone.
-std::vector<ExplainedLine> ExplainLines(const ExplainInput& input);
+COMMONMEDIA_EXPORT std::vector<ExplainedLine> ExplainLines(const ExplainInput& input);
 
 /// The input with a cure applied. A cure of another input changes what its offsets name; offsets beyond the
 /// text are left out.
-ExplainInput ExplainCured(const ExplainInput& input, const ExplainCure& cure);
+COMMONMEDIA_EXPORT ExplainInput ExplainCured(const ExplainInput& input, const ExplainCure& cure);
 
 /// Why one remote format is or is not one local codec.
 struct ExplainPair {
@@ -176,18 +177,18 @@ struct ExplainPair {
 };
 
 /// Every pair of a remote format and a local codec, sections in order.
-std::vector<ExplainPair> ExplainWhyNot(const ExplainInput& input);
+COMMONMEDIA_EXPORT std::vector<ExplainPair> ExplainWhyNot(const ExplainInput& input);
 
 /// What the engine sees change between two descriptions of one far end, one phrase each; the input's own
 /// remote text is not read. Key text is never part of a phrase.
-std::vector<std::string> ExplainDifference(const ExplainInput& input, std::string_view older,
-                                           std::string_view newer);
+COMMONMEDIA_EXPORT std::vector<std::string> ExplainDifference(const ExplainInput& input,
+                                                              std::string_view older, std::string_view newer);
 
 /// "audio.codec" and its like; null for a number that is no topic.
-const char* ExplainTopicName(ExplainTopic topic);
+COMMONMEDIA_EXPORT const char* ExplainTopicName(ExplainTopic topic);
 /// "used" and its like.
-const char* ExplainVerdictName(ExplainVerdict verdict);
+COMMONMEDIA_EXPORT const char* ExplainVerdictName(ExplainVerdict verdict);
 /// "note", "warning", "error".
-const char* ExplainSeverityName(ExplainSeverity severity);
+COMMONMEDIA_EXPORT const char* ExplainSeverityName(ExplainSeverity severity);
 /// The local fields that findings name.
-const std::vector<ExplainLocalField>& ExplainLocalFields();
+COMMONMEDIA_EXPORT const std::vector<ExplainLocalField>& ExplainLocalFields();

@@ -1,0 +1,1 @@
+#include "../SDPExplain.h"
