@@ -18,7 +18,8 @@ constexpr std::size_t kKeyTextLength = 40;
 bool IsKey(std::string_view text) {
     unsigned char key[baseSDP::kKeyLength];
     unsigned char salt[baseSDP::kSaltLength];
-    const bool isKey = text.size() == kKeyTextLength &&
+    // Thirty bytes need no padding, and a keyword in the key would take the line away from its row [P01].
+    const bool isKey = text.size() == kKeyTextLength && text.find('=') == std::string_view::npos &&
                        ExtractSRTPKey(reinterpret_cast<const unsigned char*>(text.data()), key, salt);
     sdp::Wipe(key);
     sdp::Wipe(salt);

@@ -14,6 +14,11 @@ namespace {
 
 static_assert(sdp::kSuites[0].isRead, "the component reads the first suite of its table");
 
+/// A value that cannot hold another line's keyword, which would take the line away from its row [P01].
+std::string_view WithoutKeyword(std::string_view value) {
+    return value.find('=') == std::string_view::npos ? value : std::string_view();
+}
+
 void WriteSessionBandwidth(sdp::Writer& text, const Description& description, Repairs& repairs) {
     constexpr std::int32_t kilo = 1000;
     for (const Line& line : description.Session()) {
@@ -35,7 +40,7 @@ void WriteBandwidth(sdp::Writer& text, Lines lines) {
     for (const Line& line : lines) {
         std::string_view value = line.value;
         if (line.kind == LineKind::Bandwidth && TakePiece(value, ':') == "TIAS") {
-            text << "b=TIAS:" << Trim(value) << "\r\n";
+            text << "b=TIAS:" << WithoutKeyword(Trim(value)) << "\r\n";
         }
     }
 }
@@ -130,7 +135,7 @@ void WriteVideoFormat(sdp::Writer& text, const Format& format, Repairs& repairs)
 }
 
 void WriteFloor(sdp::Writer& text, Lines lines) {
-    text << " *\r\na=floorctrl:" << lines.Value(LineKind::FloorControl) << "\r\n"
+    text << " *\r\na=floorctrl:" << WithoutKeyword(lines.Value(LineKind::FloorControl)) << "\r\n"
          << "a=confid:" << RepeatedValue(lines, LineKind::ConferenceId) << "\r\n"
          << "a=userid:" << RepeatedValue(lines, LineKind::UserId) << "\r\n";
 }
@@ -188,7 +193,7 @@ std::string_view AddressOf(const Description& description, Lines lines) {
     sdp::Words words(line->value);
     words.Next();
     words.Next();
-    return words.Next();
+    return WithoutKeyword(words.Next());
 }
 
 std::string_view KeywordOf(Way way) {

@@ -294,4 +294,13 @@ a=rtcp:5005 IN IP6 2001:db8::1
 )"));
 }
 
+TEST(Answer, AKeyThatHoldsAKeywordIsNoKey) {
+    SDPNegotiator side = Side(Local(), Srtp::Wanted);
+    const auto answer = side.Answer(Far("m=audio 30000 RTP/SAVP 0\n"
+                                        "a=crypto:1 AES_CM_128_HMAC_SHA1_80 "
+                                        "inline:sw521U4m=applicationyqgSIqRfk30UW7Eg0w0O\n"));
+    EXPECT_EQ(answer.reason, "no crypto line of the section can be used");
+    EXPECT_EQ(answer.status, 488);
+}
+
 } // namespace
