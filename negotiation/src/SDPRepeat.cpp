@@ -53,11 +53,10 @@ bool IsFloor(std::string_view value) {
            !AnyPiece(value, ' ', [](std::string_view word) { return !IsToken(word); });
 }
 
-/// A floor whose streams cannot be named keeps its id.
-std::string_view FloorOf(std::string_view value) {
-    std::string_view rest = value;
-    const std::string_view id = TakePiece(rest, ' ');
-    return IsFloor(value) ? value : IsId(id) ? id : std::string_view();
+/// The id that a value begins with; empty for none.
+std::string_view IdOf(std::string_view value) {
+    const std::string_view id = TakePiece(value, ' ');
+    return IsId(id) ? id : std::string_view();
 }
 
 } // namespace
@@ -104,11 +103,11 @@ std::string RepeatedTimes(Lines session) {
 
 std::string_view RepeatedValue(Lines lines, LineKind kind) {
     const std::string_view value = lines.Value(kind);
-    if (kind == LineKind::FloorId) {
-        return FloorOf(value);
+    if (kind == LineKind::Label) {
+        return IsToken(value) ? value : std::string_view();
     }
-    const bool hasForm = kind == LineKind::Label ? IsToken(value) : IsId(value);
-    return hasForm ? value : std::string_view();
+    // A floor whose streams cannot be named keeps its id.
+    return kind == LineKind::FloorId && IsFloor(value) ? value : IdOf(value);
 }
 
 std::string_view RepeatedContent(Lines lines) {

@@ -105,7 +105,7 @@ TEST(Repeat, IdsOfFloorControlAreNumbers) {
                 "a=floorid:7\r\n"
                 "a=confid:15\r\n"
                 "a=userid:15\r\n");
-    EXPECT_TEXT(FloorOf("a=floorctrl:s-only\na=confid:4\na=userid:5\na=floorid:x mstrm:10\n"),
+    EXPECT_TEXT(FloorOf("a=floorctrl:s-only\na=confid:4 6\na=userid:5\na=floorid:x mstrm:10\n"),
                 "m=application 5010 UDP/BFCP *\r\n"
                 "a=floorctrl:c-only\r\n"
                 "a=floorid:2 mstrm:9\r\n"
