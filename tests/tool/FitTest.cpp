@@ -4,18 +4,11 @@
 
 #include <nlohmann/json.hpp>
 
-#include <regex>
-
 namespace tool {
 
 namespace {
 
 class Fit : public ToolTest {};
-
-// The layer's session id is random.
-std::string MaskSession(const std::string& text) {
-    return std::regex_replace(text, std::regex("Quillmarshorizon [0-9]+ "), "Quillmarshorizon ID ");
-}
 
 constexpr const char* kVideoFirst = "v=0\r\n"
                                     "o=- 1 1 IN IP4 198.51.100.7\r\n"
@@ -42,18 +35,18 @@ TEST_F(Fit, EverySectionIsAnsweredInItsPlace) {
     const Result run = CmsdpReads(kVideoFirst, {"answer", "--fit"});
     EXPECT_EQ(run.status, 0);
     EXPECT_TEXT(run.err, "");
-    EXPECT_TEXT(MaskSession(run.out), "v=0\r\n"
-                                      "o=Quillmarshorizon ID 1 IN IP4 192.0.2.1\r\n"
-                                      "s=-\r\n"
-                                      "c=IN IP4 192.0.2.1\r\n"
-                                      "b=AS:1064\r\n"
-                                      "t=0 0\r\n"
-                                      "m=video 0 RTP/AVP 96\r\n"
-                                      "m=audio 16384 RTP/AVP 0\r\n"
-                                      "b=TIAS:64000\r\n"
-                                      "a=rtpmap:0 PCMU/8000\r\n"
-                                      "a=sendrecv\r\n"
-                                      "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
+    EXPECT_TEXT(MaskId(run.out), "v=0\r\n"
+                                 "o=Quillmarshorizon ID 1 IN IP4 192.0.2.1\r\n"
+                                 "s=-\r\n"
+                                 "c=IN IP4 192.0.2.1\r\n"
+                                 "b=AS:1064\r\n"
+                                 "t=0 0\r\n"
+                                 "m=video 0 RTP/AVP 96\r\n"
+                                 "m=audio 16384 RTP/AVP 0\r\n"
+                                 "b=TIAS:64000\r\n"
+                                 "a=rtpmap:0 PCMU/8000\r\n"
+                                 "a=sendrecv\r\n"
+                                 "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
 }
 
 TEST_F(Fit, ARefusedOfferWritesNothing) {
@@ -78,18 +71,18 @@ TEST_F(Fit, TheCommonSuiteIsAnsweredWithItself) {
                                       "key": "T3duS2V5T3duS2V5T3duS2V5T3duS2V5T3duS2V5"}})");
     const Result hidden = CmsdpReads(kSecure, {"answer", "--fit", "--local", "me.json"});
     EXPECT_EQ(hidden.status, 0);
-    EXPECT_TEXT(MaskSession(hidden.out), "v=0\r\n"
-                                         "o=Quillmarshorizon ID 1 IN IP4 192.0.2.1\r\n"
-                                         "s=-\r\n"
-                                         "c=IN IP4 192.0.2.1\r\n"
-                                         "b=AS:1064\r\n"
-                                         "t=0 0\r\n"
-                                         "m=audio 16384 RTP/SAVP 0\r\n"
-                                         "b=TIAS:64000\r\n"
-                                         "a=crypto:7 AES_CM_128_HMAC_SHA1_80 inline:***\r\n"
-                                         "a=rtpmap:0 PCMU/8000\r\n"
-                                         "a=sendrecv\r\n"
-                                         "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
+    EXPECT_TEXT(MaskId(hidden.out), "v=0\r\n"
+                                    "o=Quillmarshorizon ID 1 IN IP4 192.0.2.1\r\n"
+                                    "s=-\r\n"
+                                    "c=IN IP4 192.0.2.1\r\n"
+                                    "b=AS:1064\r\n"
+                                    "t=0 0\r\n"
+                                    "m=audio 16384 RTP/SAVP 0\r\n"
+                                    "b=TIAS:64000\r\n"
+                                    "a=crypto:7 AES_CM_128_HMAC_SHA1_80 inline:***\r\n"
+                                    "a=rtpmap:0 PCMU/8000\r\n"
+                                    "a=sendrecv\r\n"
+                                    "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
     EXPECT_TEXT(hidden.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
     const Result shown = CmsdpReads(kSecure, {"answer", "--fit", "--show-secrets", "--local", "me.json"});
     EXPECT_NE(shown.out.find("a=crypto:7 AES_CM_128_HMAC_SHA1_80 "
@@ -174,26 +167,26 @@ TEST_F(Fit, AnOfferListsBothSuites) {
                          "floor_control": {"enabled": false}})");
     const Result run = Cmsdp({"offer", "--fit", "--local", "me.json"});
     EXPECT_EQ(run.status, 0);
-    EXPECT_TEXT(MaskSession(run.out), "v=0\r\n"
-                                      "o=Quillmarshorizon ID 1 IN IP4 192.0.2.1\r\n"
-                                      "s=-\r\n"
-                                      "c=IN IP4 192.0.2.1\r\n"
-                                      "b=AS:1064\r\n"
-                                      "t=0 0\r\n"
-                                      "m=audio 16384 RTP/SAVP 104 9 0 18 101\r\n"
-                                      "b=TIAS:64000\r\n"
-                                      "a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:***\r\n"
-                                      "a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:***\r\n"
-                                      "a=rtpmap:104 G7221/16000\r\n"
-                                      "a=fmtp:104 bitrate=32000\r\n"
-                                      "a=rtpmap:9 G722/8000\r\n"
-                                      "a=rtpmap:0 PCMU/8000\r\n"
-                                      "a=rtpmap:18 G729/8000\r\n"
-                                      "a=fmtp:18 annexb=no\r\n"
-                                      "a=rtpmap:101 telephone-event/8000\r\n"
-                                      "a=fmtp:101 0-15\r\n"
-                                      "a=sendrecv\r\n"
-                                      "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
+    EXPECT_TEXT(MaskId(run.out), "v=0\r\n"
+                                 "o=Quillmarshorizon ID 1 IN IP4 192.0.2.1\r\n"
+                                 "s=-\r\n"
+                                 "c=IN IP4 192.0.2.1\r\n"
+                                 "b=AS:1064\r\n"
+                                 "t=0 0\r\n"
+                                 "m=audio 16384 RTP/SAVP 104 9 0 18 101\r\n"
+                                 "b=TIAS:64000\r\n"
+                                 "a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:***\r\n"
+                                 "a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:***\r\n"
+                                 "a=rtpmap:104 G7221/16000\r\n"
+                                 "a=fmtp:104 bitrate=32000\r\n"
+                                 "a=rtpmap:9 G722/8000\r\n"
+                                 "a=rtpmap:0 PCMU/8000\r\n"
+                                 "a=rtpmap:18 G729/8000\r\n"
+                                 "a=fmtp:18 annexb=no\r\n"
+                                 "a=rtpmap:101 telephone-event/8000\r\n"
+                                 "a=fmtp:101 0-15\r\n"
+                                 "a=sendrecv\r\n"
+                                 "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
 }
 
 TEST_F(Fit, AnOfferNeedsAnAddress) {

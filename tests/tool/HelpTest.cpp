@@ -57,21 +57,23 @@ TEST_F(Help, OfAnswer) {
 }
 
 TEST_F(Help, OfInspect) {
-    ExpectHelp({"inspect", "--help"}, "Example:\n"
-                                      "  cmsdp inspect offer.sdp\n"
-                                      "  cmsdp inspect --json offer.sdp | jq .main_video.why\n"
-                                      "\n"
-                                      "Usage: cmsdp inspect [--local FILE] [--json] [--require LIST]\n"
-                                      "                     [--exact | --nth N] [--show-secrets] [REMOTE]\n");
+    ExpectHelp({"inspect", "--help"},
+               "Example:\n"
+               "  cmsdp inspect offer.sdp\n"
+               "  cmsdp inspect --json offer.sdp | jq .main_video.why\n"
+               "\n"
+               "Usage: cmsdp inspect [--offered] [--local FILE] [--json] [--require LIST]\n"
+               "                     [--exact | --nth N] [--show-secrets] [REMOTE]\n");
 }
 
 TEST_F(Help, OfCall) {
     ExpectHelp({"call", "--help"}, "Example:\n"
                                    "  cmsdp call\n"
-                                   "  cmsdp call --offerer alice.json --answerer bob.json\n"
+                                   "  cmsdp call --offerer alice.json --then hold --then resume\n"
+                                   "  cmsdp call --answerer bob.json --then answerer:mute\n"
                                    "\n"
-                                   "Usage: cmsdp call [--offerer FILE] [--answerer FILE] [--json]\n"
-                                   "                  [--require LIST] [--show-secrets]\n");
+                                   "Usage: cmsdp call [--offerer FILE] [--answerer FILE] [--then WISH]...\n"
+                                   "                  [--json] [--require LIST] [--show-secrets]\n");
 }
 
 TEST_F(Help, OfCheck) {

@@ -92,15 +92,42 @@ TEST_F(InspectJson, ACall) {
     "key": null
   },
   "floor_control": {
-    "negotiated": true,
-    "why": null,
-    "notes": [
-      "line 12, B03: section 3 of the offer is section 4 of our answer, which has the presentation section in its place; the far end matches sections by their place"
-    ],
+    "negotiated": false,
+    "why": "line 12, B03: section 3 of the offer is section 4 of our answer, which has the presentation section in its place; the far end matches sections by their place",
+    "notes": [],
     "port": 5010,
     "conference_id": 7,
     "user_id": 9,
     "far_end_is_server": true
+  },
+  "our_answer": {
+    "notes": [
+      "J20, B03, B15, B18, our answer: An answer has as many m= lines as its offer. The answer has 4, the offer 3; strict far ends refuse the whole answer",
+      "J22, B13, line 7 of our answer: A section is answered with the transport it was offered with. The transport is 'RTP/AVP', offered is 'RTP/SAVP'; strict far ends refuse the whole answer; a secure stream would be sent in the clear",
+      "J24, B03, B07, B24, line 14 of our answer: An accepted section lists formats that were offered in it. Format '126' was not offered in this section; strict far ends do not start the stream",
+      "J21, B03, B18, line 24 of our answer: The media of an answer stand in the order of the offer. The medium is 'video', offered is 'application'; the far end starts the wrong medium, or refuses the whole answer"
+    ]
+  },
+  "fit": {
+    "why": null,
+    "repairs": [],
+    "sections": [
+      {
+        "section": 0,
+        "kept": false,
+        "why": "the section is secure, and SRTP is off here"
+      },
+      {
+        "section": 1,
+        "kept": true,
+        "why": null
+      },
+      {
+        "section": 2,
+        "kept": false,
+        "why": "floor control without slides is not taken"
+      }
+    ]
   }
 }
 )");
@@ -195,6 +222,24 @@ TEST_F(InspectJson, AKeyInThePlaceOfAnAddressOrATransportIsHidden) {
     "conference_id": 0,
     "user_id": 0,
     "far_end_is_server": false
+  },
+  "our_answer": {
+    "notes": [
+      "J22, B13, line 7 of our answer: A section is answered with the transport it was offered with. The transport is 'RTP/AVP', offered is a word of 49 bytes; strict far ends refuse the whole answer; a secure stream would be sent in the clear",
+      "J24, B03, B07, B24, line 14 of our answer: An accepted section lists formats that were offered in it. Format '126' was not offered in this section; strict far ends do not start the stream",
+      "J28, line 14 of our answer: Profile and packetization mode of an H.264 format are those offered. Format '97' has packetization mode '1', offered is '0'; strict far ends do not start the stream"
+    ]
+  },
+  "fit": {
+    "why": "a medium or transport of the offer is no word",
+    "repairs": [
+      {
+        "id": "R02",
+        "ledger": "P01",
+        "sentence": "a line or parameter with another line's keyword in it is kept to what it begins with"
+      }
+    ],
+    "sections": []
   }
 }
 )");

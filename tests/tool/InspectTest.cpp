@@ -75,7 +75,27 @@ TEST_F(Inspect, AConference) {
                          "  port           5010\n"
                          "  conference id  7\n"
                          "  user id        9\n"
-                         "  far end        server only\n");
+                         "  far end        server only\n"
+                         "\n"
+                         "our answer\n"
+                         "  note           J24, B03, B07, B24, line 14 of our answer: An accepted section\n"
+                         "                 lists formats that were offered in it. Format '126' was not\n"
+                         "                 offered in this section; strict far ends do not start the\n"
+                         "                 stream\n"
+                         "                 J24, B03, B07, B24, line 24 of our answer: An accepted section\n"
+                         "                 lists formats that were offered in it. Format '126' was not\n"
+                         "                 offered in this section; strict far ends do not start the\n"
+                         "                 stream\n"
+                         "                 J35, B17, line 37 of our answer: A floor control server names\n"
+                         "                 conference and user; a client repeats them. This client\n"
+                         "                 changes a=confid; the floor control server does not know this\n"
+                         "                 side\n"
+                         "\n"
+                         "with --fit\n"
+                         "  does           section 1 is answered in its place\n"
+                         "                 section 2 is answered in its place\n"
+                         "                 section 3 is answered in its place\n"
+                         "                 section 4 is answered in its place\n");
     EXPECT_TEXT(run.err, "");
 }
 
@@ -115,7 +135,21 @@ TEST_F(Inspect, ACallWithoutVideo) {
                          "\n"
                          "floor control\n"
                          "  state          not negotiated\n"
-                         "  why            the far end has no BFCP section\n");
+                         "  why            the far end has no BFCP section\n"
+                         "\n"
+                         "our answer\n"
+                         "  note           J22, B13, line 7 of our answer: A section is answered with the\n"
+                         "                 transport it was offered with. The transport is 'RTP/AVP',\n"
+                         "                 offered is 'UDP/TLS/RTP/SAVPF'; strict far ends refuse the\n"
+                         "                 whole answer; a secure stream would be sent in the clear\n"
+                         "                 J22, B13, line 14 of our answer: A section is answered with\n"
+                         "                 the transport it was offered with. The transport is 'RTP/AVP',\n"
+                         "                 offered is 'UDP/TLS/RTP/SAVPF'; strict far ends refuse the\n"
+                         "                 whole answer; a secure stream would be sent in the clear\n"
+                         "\n"
+                         "with --fit\n"
+                         "  does           the text is refused: this side serves no section of this\n"
+                         "                 medium and transport\n");
     EXPECT_TEXT(run.err, "");
 }
 
@@ -140,7 +174,19 @@ TEST_F(Inspect, NothingNegotiatedIsStatusOne) {
                          "\n"
                          "floor control\n"
                          "  state          not negotiated\n"
-                         "  why            the far end has no BFCP section\n");
+                         "  why            the far end has no BFCP section\n"
+                         "\n"
+                         "our answer\n"
+                         "  note           J20, B03, B15, B18, our answer: An answer has as many m= lines\n"
+                         "                 as its offer. The answer has 2, the offer 1; strict far ends\n"
+                         "                 refuse the whole answer\n"
+                         "                 J21, B03, B18, line 7 of our answer: The media of an answer\n"
+                         "                 stand in the order of the offer. The medium is 'audio',\n"
+                         "                 offered is 'video'; the far end starts the wrong medium, or\n"
+                         "                 refuses the whole answer\n"
+                         "\n"
+                         "with --fit\n"
+                         "  does           the text is refused: no format of the section is spoken here\n");
     EXPECT_TEXT(
         run.err,
         "cmsdp: nothing was negotiated: audio: the far end has no audio section; main video: no codec in "
@@ -184,7 +230,16 @@ TEST_F(Inspect, KeysAreHidden) {
                          "\n"
                          "floor control\n"
                          "  state          not negotiated\n"
-                         "  why            the far end has no BFCP section\n");
+                         "  why            the far end has no BFCP section\n"
+                         "\n"
+                         "our answer\n"
+                         "  note           J24, B03, B07, B24, line 7 of our answer: An accepted section\n"
+                         "                 lists formats that were offered in it. Format '101' was not\n"
+                         "                 offered in this section; strict far ends do not start the\n"
+                         "                 stream\n"
+                         "\n"
+                         "with --fit\n"
+                         "  does           section 1 is answered in its place\n");
     EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
 }
 
@@ -215,7 +270,16 @@ TEST_F(Inspect, KeysAreShownWhenAsked) {
                          "\n"
                          "floor control\n"
                          "  state          not negotiated\n"
-                         "  why            the far end has no BFCP section\n");
+                         "  why            the far end has no BFCP section\n"
+                         "\n"
+                         "our answer\n"
+                         "  note           J24, B03, B07, B24, line 7 of our answer: An accepted section\n"
+                         "                 lists formats that were offered in it. Format '101' was not\n"
+                         "                 offered in this section; strict far ends do not start the\n"
+                         "                 stream\n"
+                         "\n"
+                         "with --fit\n"
+                         "  does           section 1 is answered in its place\n");
     EXPECT_TEXT(run.err, "");
 }
 
@@ -262,7 +326,29 @@ TEST_F(Inspect, TheFarEndCannotPaintTheTableNorLeakAKeyIntoIt) {
                          "\n"
                          "floor control\n"
                          "  state          not negotiated\n"
-                         "  why            the far end has no BFCP section\n");
+                         "  why            the far end has no BFCP section\n"
+                         "\n"
+                         "our answer\n"
+                         "  note           J24, B03, B07, B24, line 7 of our answer: An accepted section\n"
+                         "                 lists formats that were offered in it. Format '101' was not\n"
+                         "                 offered in this section; strict far ends do not start the\n"
+                         "                 stream\n"
+                         "                 J24, B03, B07, B24, line 14 of our answer: An accepted section\n"
+                         "                 lists formats that were offered in it. Format '126' was not\n"
+                         "                 offered in this section; strict far ends do not start the\n"
+                         "                 stream\n"
+                         "                 J26, line 14 of our answer: A payload type means what it means\n"
+                         "                 in the offer. Format '97' is 'h264/90000', offered is a word\n"
+                         "                 of 47 bytes; strict far ends do not start the stream\n"
+                         "\n"
+                         "with --fit\n"
+                         "  does           R01 (P02 P03): LF or CR alone ends a line as CR LF does, and\n"
+                         "                 the last line needs no end\n"
+                         "                 R02 (P01): a line or parameter with another line's keyword in\n"
+                         "                 it is kept to what it begins with\n"
+                         "                 section 1 is answered in its place\n"
+                         "                 section 2 is rejected in its place: no format of the section\n"
+                         "                 is spoken here\n");
     EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
 }
 
@@ -314,7 +400,27 @@ TEST_F(Inspect, AKeyInThePlaceOfAnAddressOrATransportIsHidden) {
                 "\n"
                 "floor control\n"
                 "  state          not negotiated\n"
-                "  why            the far end has no BFCP section\n");
+                "  why            the far end has no BFCP section\n"
+                "\n"
+                "our answer\n"
+                "  note           J22, B13, line 7 of our answer: A section is answered with the\n"
+                "                 transport it was offered with. The transport is 'RTP/AVP',\n"
+                "                 offered is a word of 49 bytes; strict far ends refuse the\n"
+                "                 whole answer; a secure stream would be sent in the clear\n"
+                "                 J24, B03, B07, B24, line 14 of our answer: An accepted section\n"
+                "                 lists formats that were offered in it. Format '126' was not\n"
+                "                 offered in this section; strict far ends do not start the\n"
+                "                 stream\n"
+                "                 J28, line 14 of our answer: Profile and packetization mode of\n"
+                "                 an H.264 format are those offered. Format '97' has\n"
+                "                 packetization mode '1', offered is '0'; strict far ends do not\n"
+                "                 start the stream\n"
+                "\n"
+                "with --fit\n"
+                "  does           R02 (P01): a line or parameter with another line's keyword in\n"
+                "                 it is kept to what it begins with\n"
+                "                 the text is refused: a medium or transport of the offer is no\n"
+                "                 word\n");
     EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
 }
 

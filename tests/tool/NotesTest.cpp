@@ -109,7 +109,7 @@ const std::vector<Case>& Cases() {
          "which "
          "the far end did not write",
          R"({"srtp": true})"},
-        {"B03", kStart + std::string(kVideo) + "m=audio 5004 RTP/AVP 0\r\n", "/main_video/notes",
+        {"B03", kStart + std::string(kVideo) + "m=audio 5004 RTP/AVP 0\r\n", "/main_video/why",
          "line 3, B03: section 1 of the offer is section 2 of our answer, which has the audio section in its "
          "place; the far end matches sections by their place"},
         {"B18", kStart + std::string("m=audio 5004 RTP/AVP 0\r\n") + kVideo, "/main_video/notes",
@@ -153,8 +153,9 @@ INSTANTIATE_TEST_SUITE_P(Each, NotesRun, ::testing::ValuesIn(Cases()));
 class NotesText : public ToolTest {};
 
 TEST_F(NotesText, H264AsPayloadTypeZeroIsACodec) {
+    Write("me.json", R"({"audio": {"priority": []}})"); // our answer then has one section as well
     const Result run = CmsdpReads(kStart + std::string("m=video 5006 RTP/AVP 0\r\na=rtpmap:0 H264/90000\r\n"),
-                                  {"inspect", "--json"});
+                                  {"inspect", "--json", "--local", "me.json"});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(json::parse(run.out)["main_video"]["codec"], "H264");
 }

@@ -79,7 +79,19 @@ constexpr const char* kPlainTable =
     "\n"
     "floor control\n"
     "  state          not negotiated\n"
-    "  why            the far end has no BFCP section\n";
+    "  why            the far end has no BFCP section\n"
+    "\n"
+    "our answer\n"
+    "  note           J20, B03, B15, B18, our answer: An answer has as many m= lines\n"
+    "                 as its offer. The answer has 2, the offer 1; strict far ends\n"
+    "                 refuse the whole answer\n"
+    "                 J24, B03, B07, B24, line 7 of our answer: An accepted section\n"
+    "                 lists formats that were offered in it. Format '101' was not\n"
+    "                 offered in this section; strict far ends do not start the\n"
+    "                 stream\n"
+    "\n"
+    "with --fit\n"
+    "  does           section 1 is answered in its place\n";
 
 TEST_F(Output, ColourOnATerminal) {
     Write("held.sdp", kHeld);
@@ -107,7 +119,19 @@ TEST_F(Output, ColourOnATerminal) {
                          "\n"
                          "\x1b[1mfloor control\x1b[0m\n"
                          "  state          \x1b[33mnot negotiated\x1b[0m\n"
-                         "  why            the far end has no BFCP section\n");
+                         "  why            the far end has no BFCP section\n"
+                         "\n"
+                         "\x1b[1mour answer\x1b[0m\n"
+                         "  note           J20, B03, B15, B18, our answer: An answer has as many m= lines\n"
+                         "                 as its offer. The answer has 2, the offer 1; strict far ends\n"
+                         "                 refuse the whole answer\n"
+                         "                 J24, B03, B07, B24, line 7 of our answer: An accepted section\n"
+                         "                 lists formats that were offered in it. Format '101' was not\n"
+                         "                 offered in this section; strict far ends do not start the\n"
+                         "                 stream\n"
+                         "\n"
+                         "\x1b[1mwith --fit\x1b[0m\n"
+                         "  does           section 1 is answered in its place\n");
 }
 
 TEST_F(Output, NoColourWithNoColorSet) {

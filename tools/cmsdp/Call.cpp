@@ -1,19 +1,25 @@
-// cmsdp call: what do two of us negotiate?
+// cmsdp call: what do two of us negotiate, and what happens then? Both sides are negotiators.
 //
 // Tests: tests/tool/CallTest.cpp
-#include "Platform.h"
-#include "ReportJson.h"
-#include "ReportTable.h"
+#include "Fit.h"
+#include "FitJson.h"
+#include "FitTable.h"
+#include "Scenario.h"
 #include "Verbs.h"
 #include "Visible.h"
 
 #include <algorithm>
-#include <chrono>
-#include <thread>
 
 namespace cmsdp {
 
 namespace {
+
+using nlohmann::ordered_json;
+using Streams = std::vector<SDPNegotiator::Stream>;
+
+const char* SideName(bool isAnswerer) {
+    return isAnswerer ? "answerer" : "offerer";
+}
 
 // A description inside other text: indented, in this system's line ends.
 std::string Indented(const std::string& description) {
@@ -27,33 +33,108 @@ std::string Indented(const std::string& description) {
     return out;
 }
 
-// A new handler takes its session id from the tick count; two ends of a call have two ids (RFC 4566, 5.2).
-void WaitForNextTick() {
-    const std::uint32_t now = GetTickCount();
-    while (GetTickCount() == now) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+std::string Refusal(const Exchange& exchange) {
+    return exchange.offer.empty()
+               ? "no offer: " + exchange.reason
+               : "refused with " + std::to_string(exchange.status) + ": " + exchange.reason;
+}
+
+std::string ExchangeAsText(const Exchange& exchange, Secrets& secrets) {
+    std::string out;
+    if (!exchange.offer.empty()) {
+        out += "offer\n" + Indented(secrets.Hide(exchange.offer)) + "\n";
+    }
+    return out +
+           (exchange.reason.empty() ? "answer\n" + Indented(secrets.Hide(exchange.answer))
+                                    : Refusal(exchange) + "\n") +
+           "\n";
+}
+
+std::string StepAsText(const StepResult& step, Secrets& secrets, const Screen& screen) {
+    std::string out;
+    if (!step.name.empty()) {
+        out += "\nthen " + std::string(SideName(step.byAnswerer)) + ": " + step.name + "\n\n";
+    }
+    for (const Exchange& exchange : step.exchanges) {
+        out += ExchangeAsText(exchange, secrets);
+    }
+    out += step.exchanges.empty() ? "no offer is needed\n\n" : "";
+    const std::vector<Block> blocks =
+        SideBySide(StreamBlocks(step.offerer, secrets), StreamBlocks(step.answerer, secrets));
+    return blocks.empty() ? out
+                          : out + RenderTable({"offerer", "answerer"}, blocks, CellWidth(screen.width, 2),
+                                              screen.colour);
+}
+
+ordered_json StepAsJson(const StepResult& step, Secrets& secrets) {
+    ordered_json object;
+    object["then"] = step.name.empty() ? ordered_json() : ordered_json(step.name);
+    object["by"] = SideName(step.byAnswerer);
+    object["exchanges"] = ordered_json::array();
+    for (const Exchange& exchange : step.exchanges) {
+        const bool isRefused = !exchange.reason.empty();
+        object["exchanges"].push_back(
+            {{"offer", TextJson(exchange.offer, secrets)},
+             {"answer", TextJson(exchange.answer, secrets)},
+             {"status", exchange.status == 0 ? ordered_json() : ordered_json(exchange.status)},
+             {"why", isRefused ? ordered_json(exchange.reason) : ordered_json()}});
+    }
+    object["offerer"] = StreamsJson(step.offerer, secrets);
+    object["answerer"] = StreamsJson(step.answerer, secrets);
+    return object;
+}
+
+bool HasStream(const Streams& streams) {
+    return std::any_of(streams.begin(), streams.end(), [](const SDPNegotiator::Stream& stream) {
+        return IsAgreed(stream) && stream.media != SDPNegotiator::Media::FloorControl;
+    });
+}
+
+std::string AsText(const std::vector<StepResult>& steps, Secrets& secrets, const Screen& screen) {
+    std::string out;
+    for (const StepResult& step : steps) {
+        out += StepAsText(step, secrets, screen);
+    }
+    return out;
+}
+
+std::string AsJson(const std::vector<StepResult>& steps, Secrets& secrets) {
+    ordered_json root;
+    root["schema"] = "cmsdp.call/2";
+    root["negotiated"] = HasStream(steps.back().offerer) && HasStream(steps.back().answerer);
+    root["steps"] = ordered_json::array();
+    for (const StepResult& step : steps) {
+        root["steps"].push_back(StepAsJson(step, secrets));
+    }
+    return Written(root);
+}
+
+void JudgeSide(Outcome& outcome, const Streams& streams, const char* whose, const CommandLine& line) {
+    const std::string missing = MissingOf(streams, line.require);
+    if (!missing.empty()) {
+        outcome.status = kNothingNegotiated;
+        outcome.notes.push_back(std::string(whose) + ": required and not negotiated: " + missing);
     }
 }
 
-std::string AsText(const CallSide& offerer, const CallSide& answerer, Secrets& secrets,
-                   const Screen& screen) {
-    return "offer\n" + Indented(secrets.Hide(offerer.description)) + "\nanswer\n" +
-           Indented(secrets.Hide(answerer.description)) + "\n" +
-           RenderTable(
-               {"offerer", "answerer"},
-               SideBySide(ReportBlocks(offerer.report, secrets), ReportBlocks(answerer.report, secrets)),
-               CellWidth(screen.width, 2), screen.colour);
-}
-
-// Without a section the answerer would write an offer of its own.
-Outcome NothingToAnswer(const std::string& offer, const Report& atAnswerer, bool json, Secrets& secrets) {
-    Outcome outcome;
-    outcome.status = kNothingNegotiated;
-    outcome.text = json ? CallJson({offer, Report()}, {"", atAnswerer}, secrets) : "";
-    outcome.notes.emplace_back(offer.empty()
-                                   ? "nothing was negotiated: default_address of the offerer is empty"
-                                   : "nothing was negotiated: the offer has no media line");
-    return outcome;
+// The exit status is that of the call as it stands after the last step.
+void JudgeCall(Outcome& outcome, const std::vector<StepResult>& steps, const CommandLine& line) {
+    for (const StepResult& step : steps) {
+        for (const Exchange& exchange : step.exchanges) {
+            if (!exchange.reason.empty()) {
+                const bool isOfferMissing = exchange.offer.empty();
+                outcome.notes.push_back(std::string(SideName(step.byAnswerer != !isOfferMissing)) + ": " +
+                                        Refusal(exchange));
+            }
+        }
+    }
+    const StepResult& last = steps.back();
+    if (!HasStream(last.offerer) || !HasStream(last.answerer)) {
+        outcome.status = kNothingNegotiated;
+        outcome.notes.emplace_back("nothing was negotiated");
+    }
+    JudgeSide(outcome, last.offerer, "offerer", line);
+    JudgeSide(outcome, last.answerer, "answerer", line);
 }
 
 } // namespace
@@ -61,30 +142,19 @@ Outcome NothingToAnswer(const std::string& offer, const Report& atAnswerer, bool
 Outcome RunCall(const CommandLine& line, const Screen& screen) {
     const Capabilities offererSide = SideOf(line.offerer);
     const Capabilities answererSide = SideOf(line.answerer, BuiltInAnswerer());
-    SDPHandler offerer;
-    WaitForNextTick();
-    SDPHandler answerer;
-    Prepare(offerer, offererSide);
-    Prepare(answerer, answererSide);
-
-    Secrets secrets(line.showSecrets);
-    const std::string offer = offerer.GetLocalSDP();
-    const Report atAnswerer = ReadInto(answerer, answererSide, Draft::Of(offer));
-    if (answerer.IsOffer()) {
-        return NothingToAnswer(offer, atAnswerer, line.json, secrets);
+    SDPNegotiator offerer = NegotiatorOf(offererSide, line.offerer.value_or("the built-in set"));
+    SDPNegotiator answerer = NegotiatorOf(answererSide, line.answerer.value_or("the built-in set"));
+    PresentIfAble(offerer, offererSide);
+    std::vector<Step> scenario;
+    for (const std::string& words : line.then) {
+        scenario.push_back(ParseStep(words));
     }
-    const std::string& answer = atAnswerer.answer;
-    const Report atOfferer = ReadInto(offerer, offererSide, Draft::Of(answer), true);
+    const std::vector<StepResult> steps = PlayCall(offerer, answerer, scenario);
 
     Outcome outcome;
-    const CallSide offering{offer, atOfferer};
-    const CallSide answering{answer, atAnswerer};
-    outcome.text =
-        line.json ? CallJson(offering, answering, secrets) : AsText(offering, answering, secrets, screen);
-    Judge(outcome, atAnswerer, line, secrets, "answerer: ");
-    if (outcome.status == kDone) {
-        Judge(outcome, atOfferer, line, secrets, "offerer: ");
-    }
+    Secrets secrets(line.showSecrets);
+    outcome.text = line.json ? AsJson(steps, secrets) : AsText(steps, secrets, screen);
+    JudgeCall(outcome, steps, line);
     if (secrets.hidden()) {
         outcome.notes.emplace_back(kHiddenNote);
     }

@@ -70,9 +70,15 @@ void DeclareAnswer(CLI::App& verb, CommandLine& line) {
     verb.add_flag("--fit", line.fit);
 }
 
+void DeclareInspect(CLI::App& verb, CommandLine& line) {
+    DeclareReader(verb, line);
+    verb.add_flag("--offered", line.offered);
+}
+
 void DeclareCall(CLI::App& verb, CommandLine& line) {
     verb.add_option("--offerer", line.offerer)->type_name("FILE");
     verb.add_option("--answerer", line.answerer)->type_name("FILE");
+    verb.add_option("--then", line.then)->type_name("WISH")->take_all()->expected(1);
     AddSecrets(verb, line);
     AddVerdict(verb, line);
 }
@@ -128,7 +134,7 @@ struct VerbRow {
 constexpr VerbRow kVerbs[] = {
     {"offer", &kOfferHelp, DeclareOffer, RunOffer},
     {"answer", &kAnswerHelp, DeclareAnswer, RunAnswer},
-    {"inspect", &kInspectHelp, DeclareReader, RunInspect},
+    {"inspect", &kInspectHelp, DeclareInspect, RunInspect},
     {"call", &kCallHelp, DeclareCall, RunCall},
     {"check", &kCheckHelp, DeclareCheck, RunCheck},
     {"explain", &kExplainHelp, DeclareExplain, RunExplain},

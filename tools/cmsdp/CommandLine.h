@@ -29,7 +29,7 @@ struct CommandLine {
     RemoteSource remote;
     std::string checkedOffer;
     std::string checkedAnswer;
-    bool offered = false;                ///< explain: the remote text answers our offer
+    bool offered = false;                ///< explain, inspect: the remote text answers our offer
     std::optional<std::string> ourOffer; ///< explain: the offer that the remote text answers
     std::optional<std::string> before;   ///< explain: the far end's description read before
     std::optional<std::string> about;    ///< explain: the findings of this topic alone
@@ -38,6 +38,7 @@ struct CommandLine {
     std::string codec;                   ///< whynot: a codec of the local file
     std::string newer;                   ///< diff: the later description; `remote` is the earlier
     std::vector<std::string> require;    ///< streams that have to be negotiated, by their JSON names
+    std::vector<std::string> then;       ///< call: what happens after it came up, "answerer:hold"
     bool json = false;
     bool fit = false; ///< write what the negotiation layer sends, not what the component writes
     bool showSecrets = false;

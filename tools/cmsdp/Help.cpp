@@ -101,17 +101,19 @@ const char* const kInspectHelp = R"(Example:
   cmsdp inspect offer.sdp
   cmsdp inspect --json offer.sdp | jq .main_video.why
 
-Usage: cmsdp inspect [--local FILE] [--json] [--require LIST]
+Usage: cmsdp inspect [--offered] [--local FILE] [--json] [--require LIST]
                      [--exact | --nth N] [--show-secrets] [REMOTE]
 
 Reads a remote offer or answer and shows what the media engine would start
 with: each stream with codec, address and direction as seen from this side,
-and for a stream that did not come up the reason why.
+and for a stream that did not come up the reason why. Our own answer is judged
+as strict far ends do, and what answer --fit does differently is listed.
 
   REMOTE           file with the description; - or nothing for standard
                    input; at most 16 MiB
 
 Options:
+  --offered        the text answers our offer; no answer of ours is judged
   --local FILE     what this side can do, as JSON; see cmsdp capabilities
   --json           JSON in place of the table
   --require LIST   exit status 1 when one of these is not negotiated, with a
@@ -130,26 +132,31 @@ it off.
 
 const char* const kCallHelp = R"(Example:
   cmsdp call
-  cmsdp call --offerer alice.json --answerer bob.json
+  cmsdp call --offerer alice.json --then hold --then resume
+  cmsdp call --answerer bob.json --then answerer:mute
 
-Usage: cmsdp call [--offerer FILE] [--answerer FILE] [--json]
-                  [--require LIST] [--show-secrets]
+Usage: cmsdp call [--offerer FILE] [--answerer FILE] [--then WISH]...
+                  [--json] [--require LIST] [--show-secrets]
 
-Lets two sides negotiate: writes the offer, the answer, and what each media
-engine would start with, side by side.
+Lets two sides negotiate over the negotiation layer: writes the offer, the
+answer, and what each media engine starts with, side by side; then the same
+for each wish.
 
 Options:
   --offerer FILE   what the offering side can do, as JSON; see
                    cmsdp capabilities
   --answerer FILE  what the answering side can do
-  --json           JSON in place of the texts and the table
+  --then WISH      what the offerer wishes next: hold, resume, mute, unmute,
+                   present, stop-presenting, rekey; answerer:hold and so on
+                   for the answerer. May be given several times
+  --json           JSON in place of the texts and the tables
   --require LIST   exit status 1 when one of these is not negotiated on both
-                   sides, with a comma between: audio, main_video,
-                   presentation, floor_control
+                   sides after the last step, with a comma between: audio,
+                   main_video, presentation, floor_control
   --show-secrets   show SRTP keys; without it they stand as ***
   -h, --help       this text
 
-Exit status 1: no stream came up on one of the sides.
+Exit status 1: after the last step no stream is up on one of the sides.
 )";
 
 const char* const kCheckHelp = R"(Example:

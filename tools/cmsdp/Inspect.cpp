@@ -14,7 +14,11 @@ Outcome RunInspect(const CommandLine& line, const Screen& screen) {
     const Draft remote = ReadRemoteText(line.remote, outcome.notes);
     SDPHandler handler;
     Prepare(handler, side);
-    Report report = ReadInto(handler, side, remote);
+    if (line.offered) {
+        handler.GetLocalSDP(); // the offer that the text answers
+    }
+    Report report = ReadInto(handler, side, remote, line.offered);
+    JudgeAnswer(report, side, remote, line.offered);
     report.inputNotes = outcome.notes;
 
     Secrets secrets(line.showSecrets);

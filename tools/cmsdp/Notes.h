@@ -46,6 +46,7 @@ std::vector<std::string> NotesOnKeys(const StreamView& view);
 struct AnswerNotes {
     std::vector<std::string> whole;                 ///< on the answer as a whole
     std::vector<std::vector<std::string>> byStream; ///< on each of the streams asked for
+    std::vector<std::string> lost; ///< why the answer declines each of them or moves it; empty: it does not
 };
 /// `streams`: sections of the offer, null for a stream without one.
 AnswerNotes NotesOnAnswer(const std::string& answer, const std::vector<const Section*>& streams);

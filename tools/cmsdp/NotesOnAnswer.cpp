@@ -59,6 +59,15 @@ Note AnotherPlace(const std::vector<AnswerLine>& lines, const Section& offered) 
                           " in its place; the far end matches sections by their place"};
 }
 
+// Why the far end does not find the stream where it offered it; empty when it does.
+std::string WhyLost(const std::vector<AnswerLine>& lines, const Section& offered) {
+    if (AcceptedAt(lines, *offered.session) == lines.size()) {
+        return "our own answer declines it";
+    }
+    const Note moved = AnotherPlace(lines, offered);
+    return moved.text.empty() ? "" : InWords(moved);
+}
+
 // Copies at port 0 stand after our own sections.
 Note RejectedAsWell(const std::vector<AnswerLine>& lines, const Section& offered) {
     const std::size_t accepted = AcceptedAt(lines, *offered.session);
@@ -102,6 +111,7 @@ AnswerNotes NotesOnAnswer(const std::string& answer, const std::vector<const Sec
     Add(notes.whole, LineWithoutPort(lines));
     for (const Section* section : streams) {
         notes.byStream.emplace_back();
+        notes.lost.push_back(section == nullptr ? "" : WhyLost(lines, *section));
         if (section != nullptr) {
             Add(notes.byStream.back(), AnotherPlace(lines, *section));
             Add(notes.byStream.back(), RejectedAsWell(lines, *section));

@@ -7,6 +7,7 @@
 #include "Reasons.h"
 #include "SDPTables.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -77,6 +78,7 @@ void NoteAnswer(Report& report, const Reading& reading) {
     for (std::size_t i = 0; i < notes.byStream.size(); ++i) {
         if (findings[i]->negotiated) {
             Append(findings[i]->notes, notes.byStream[i]);
+            findings[i]->lost = notes.lost[i];
         }
     }
 }
@@ -110,6 +112,21 @@ Report ReadInto(SDPHandler& handler, const Capabilities& side, const Draft& draf
         NoteAnswer(report, reading);
     }
     return report;
+}
+
+void JudgeAnswer(Report& report, const Capabilities& side, const Draft& draft, bool isAnswer) {
+    for (Finding* const finding :
+         {&report.audio, &report.mainVideo, &report.presentation, &report.floorControl}) {
+        if (finding->negotiated && !finding->lost.empty()) {
+            std::vector<std::string>& notes = finding->notes;
+            notes.erase(std::remove(notes.begin(), notes.end(), finding->lost), notes.end());
+            Conclude(*finding, finding->lost);
+        }
+    }
+    if (!report.answer.empty()) {
+        report.answerNotes = NotesOfJudge(draft.text, report.answer);
+    }
+    report.fit = FitOf(side, draft.text, isAnswer);
 }
 
 bool AnythingNegotiated(const Report& report) {

@@ -5,6 +5,7 @@
 
 #include "Capabilities.h"
 #include "Draft.h"
+#include "FitNotes.h"
 #include "SDP.h"
 
 #include <string>
@@ -16,18 +17,22 @@ namespace cmsdp {
 /// The verdict on one stream, or on the floor control channel.
 ///
 /// A stream is negotiated when the record holds its section with a port other than 0 and a codec, and this
-/// side writes such a section too. A stream on hold ("a=inactive") is negotiated; one declined by port 0 is
-/// not. The channel is negotiated when both sides have it with a port other than 0.
+/// side writes such a section too. A stream on hold ("a=inactive") is
+/// negotiated; one declined by port 0 is not. The channel is negotiated when both sides have it with a port
+/// other than 0.
 struct Finding {
     bool negotiated = false;
     bool hasCodec = false;          ///< the far end lists a codec that this component takes
     std::string why;                ///< when not negotiated
+    std::string lost;               ///< why our own answer declines or moves the stream; empty: it does not
     std::vector<std::string> notes; ///< what else is worth knowing
 };
 
 struct Report {
     RemoteSDP record;
-    std::string answer; ///< what we answer; empty for a text without a section
+    std::string answer;                   ///< what we answer; empty for a text without a section
+    std::vector<std::string> answerNotes; ///< what strict far ends refuse in it; set by JudgeAnswer
+    FitView fit;                          ///< what --fit does with the text; set by JudgeAnswer
     Finding audio;
     Finding mainVideo;
     Finding presentation;
@@ -40,6 +45,10 @@ struct Report {
 /// `isAnswer`: the text answers an offer of ours, so there is nothing to answer.
 Report ReadInto(SDPHandler& handler, const Capabilities& capabilities, const Draft& draft,
                 bool isAnswer = false);
+
+/// Judges our own answer: a stream that it declines or moves is not negotiated; what strict far ends refuse
+/// stands in `answerNotes`, and what --fit does with the text in `fit`.
+void JudgeAnswer(Report& report, const Capabilities& side, const Draft& draft, bool isAnswer);
 
 /// Whether at least one stream came up. The floor control channel alone does not count.
 bool AnythingNegotiated(const Report& report);

@@ -4,6 +4,8 @@
 // Tests: tests/tool/InspectJsonTest.cpp
 #include "ReportJson.h"
 
+#include "Fit.h"
+#include "FitJson.h"
 #include "Keys.h"
 #include "Names.h"
 
@@ -20,9 +22,10 @@ class Json {
 public:
     Json(const Report& report, Secrets& secrets) : m_report(report), m_secrets(secrets) {}
     void Whole(ordered_json& root);
+    ordered_json Notes(const std::vector<std::string>& notes);
+    ordered_json Fit();
 
 private:
-    ordered_json Notes(const std::vector<std::string>& notes);
     void Verdict(ordered_json& object, const Finding& finding);
     void Direction(ordered_json& object, bool send, bool recv);
     void Security(ordered_json& object, baseSDP::SRTP_M_LINE stream);
@@ -105,6 +108,20 @@ ordered_json Json::FloorControl() {
     return object;
 }
 
+ordered_json Json::Fit() {
+    ordered_json object;
+    object["why"] = m_report.fit.why.empty() ? ordered_json() : ordered_json(m_report.fit.why);
+    object["repairs"] = RepairsJson(m_report.fit.repairs);
+    object["sections"] = ordered_json::array();
+    for (const SDPNegotiator::Stream& stream : m_report.fit.streams) {
+        const bool isKept = IsAgreed(stream);
+        object["sections"].push_back({{"section", stream.section},
+                                      {"kept", isKept},
+                                      {"why", isKept ? ordered_json() : ordered_json(stream.reason)}});
+    }
+    return object;
+}
+
 void Json::Whole(ordered_json& root) {
     const RemoteSDP& record = m_report.record;
     root["negotiated"] = AnythingNegotiated(m_report);
@@ -119,39 +136,23 @@ void Json::Whole(ordered_json& root) {
     root["floor_control"] = FloorControl();
 }
 
-std::string Written(const ordered_json& root) {
-    return root.dump(2, ' ', true, ordered_json::error_handler_t::replace) + "\n";
-}
-
-ordered_json Description(const std::string& text, Secrets& secrets) {
-    return text.empty() ? ordered_json() : ordered_json(secrets.Hide(text));
-}
-
 } // namespace
 
 std::string InspectJson(const Report& report, Secrets& secrets) {
     ordered_json root;
     root["schema"] = "cmsdp.inspect/1";
-    Json(report, secrets).Whole(root);
+    Json json(report, secrets);
+    json.Whole(root);
+    root["our_answer"]["notes"] = json.Notes(report.answerNotes);
+    root["fit"] = json.Fit();
     return Written(root);
 }
 
 std::string AnswerJson(const Report& report, Secrets& secrets) {
     ordered_json root;
     root["schema"] = "cmsdp.answer/1";
-    root["answer"] = Description(report.answer, secrets);
+    root["answer"] = TextJson(report.answer, secrets);
     Json(report, secrets).Whole(root);
-    return Written(root);
-}
-
-std::string CallJson(const CallSide& offerer, const CallSide& answerer, Secrets& secrets) {
-    ordered_json root;
-    root["schema"] = "cmsdp.call/1";
-    root["negotiated"] = AnythingNegotiated(offerer.report) && AnythingNegotiated(answerer.report);
-    root["offer"] = Description(offerer.description, secrets);
-    root["answer"] = Description(answerer.description, secrets);
-    Json(offerer.report, secrets).Whole(root["offerer"]);
-    Json(answerer.report, secrets).Whole(root["answerer"]);
     return Written(root);
 }
 

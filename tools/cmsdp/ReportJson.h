@@ -18,13 +18,4 @@ std::string InspectJson(const Report& report, Secrets& secrets);
 /// Of `cmsdp answer`: the same and the answer; null in its place when there is none.
 std::string AnswerJson(const Report& report, Secrets& secrets);
 
-/// One side of a call for CallJson.
-struct CallSide {
-    std::string description; ///< what this side wrote; empty for nothing
-    const Report& report;    ///< what it read
-};
-
-/// Of `cmsdp call`: both descriptions and both reports.
-std::string CallJson(const CallSide& offerer, const CallSide& answerer, Secrets& secrets);
-
 } // namespace cmsdp

@@ -91,6 +91,14 @@ Block SessionBlock(const Report& report, Secrets& secrets) {
     return block;
 }
 
+Block Lines(const char* title, const char* label, const std::vector<std::string>& lines, Secrets& secrets) {
+    std::string text;
+    for (const std::string& line : lines) {
+        text += (text.empty() ? "" : "\n") + Visible(secrets.Hide(line));
+    }
+    return {title, {{label, {{text}}}}};
+}
+
 Block AudioBlock(const Report& report, Secrets& secrets) {
     const RemoteSDP& record = report.record;
     Rows rows("audio", report.audio, secrets);
@@ -130,7 +138,7 @@ Block FloorControlBlock(const Report& report, Secrets& secrets) {
 
 std::vector<Block> ReportBlocks(const Report& report, Secrets& secrets) {
     const RemoteSDP& record = report.record;
-    return {
+    std::vector<Block> blocks = {
         SessionBlock(report, secrets),
         AudioBlock(report, secrets),
         VideoBlock("main video", report.mainVideo, record.m_VideoMain, record, baseSDP::SRTP_VIDEO, secrets),
@@ -138,6 +146,14 @@ std::vector<Block> ReportBlocks(const Report& report, Secrets& secrets) {
                    baseSDP::SRTP_VIDEO_PRESO, secrets),
         FloorControlBlock(report, secrets),
     };
+    // A text that needs no repair, and an answer that everybody takes, are not worth a line.
+    if (!report.answerNotes.empty()) {
+        blocks.push_back(Lines("our answer", "note", report.answerNotes, secrets));
+    }
+    if (!report.answerNotes.empty() || !report.fit.repairs.empty()) {
+        blocks.push_back(Lines("with --fit", "does", InWords(report.fit), secrets));
+    }
+    return blocks;
 }
 
 } // namespace cmsdp
