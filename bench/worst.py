@@ -27,9 +27,9 @@ SIZES = [1 << 10, 8 << 10, 64 << 10, 512 << 10, 4 << 20]
 QUICK_SIZES = [1 << 10, 8 << 10, 64 << 10, 256 << 10]
 SLOPE_FROM = 64 << 10
 MAX_SLOPE = 1.05
-# A section's payload types that are no plain numbers are sorted and found by binary search. Fifty thousand of them cost
-# n log n, which between 64 KiB and 4 MiB looks like a slope of about 1.1. A hash table would be linear for most texts,
-# and quadratic for texts that a far end chooses for it.
+# A section's payload types that are no plain numbers are sorted and found by binary search, which costs n log n: a
+# slope above 1 that depends on how long the texts agree. A hash table would be linear for most texts, and quadratic
+# for texts that a far end chooses for it.
 MAX_SLOPE_SORTED = 1.12
 SORTED = re.compile(r"rtpmap|fmtp|alike|formats of long|H264 formats")
 MAX_RATIO = 12

@@ -107,7 +107,7 @@ template <const auto& kTable>
 
 /// The first row of the table, in table order, whose keyword occurs anywhere in the line; null for none.
 template <const auto& kTable>
-auto FirstKeyword(std::string_view line) -> decltype(&kTable[0]) {
+inline auto FirstKeyword(std::string_view line) -> decltype(&kTable[0]) {
     const std::size_t row = FirstRow<kTable>(line);
     return row == std::size(kTable) ? nullptr : &kTable[row];
 }
