@@ -7,6 +7,7 @@
 #include <openssl/rand.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <tuple>
 
@@ -54,20 +55,29 @@ std::shared_ptr<const Wishes> SDPNegotiator::Call::WithKeys(bool isSecure) const
 }
 
 bool SDPNegotiator::Call::MakeKeys(Wishes& told, bool replaces) const {
-    const Random fill = random == nullptr ? FromLibcrypto : random;
+    constexpr std::size_t length = baseSDP::kKeyLength + baseSDP::kSaltLength;
+    std::array<Key*, baseSDP::SRTP_MAX * kBothSuites.size()> wanted{};
+    std::size_t count = 0;
     for (auto& suites : told.keys) {
         for (Key& key : suites) {
-            if (!replaces && !IsZero(key)) {
-                continue;
-            }
-            // A key of zeros is what a generator leaves that does nothing.
-            if (!fill(key.key.data(), key.key.size()) || !fill(key.salt.data(), key.salt.size()) ||
-                IsZero(key)) {
-                return false;
+            if (replaces || IsZero(key)) {
+                wanted[count++] = &key;
             }
         }
     }
-    return true;
+    // One call for all of them: a call of the generator costs more than a whole section of a description.
+    unsigned char bytes[wanted.size() * length] = {};
+    const Random fill = random == nullptr ? FromLibcrypto : random;
+    bool isMade = fill(bytes, count * length);
+    for (std::size_t n = 0; n < count && isMade; ++n) {
+        const unsigned char* const from = bytes + n * length;
+        std::copy_n(from, baseSDP::kKeyLength, wanted[n]->key.begin());
+        std::copy_n(from + baseSDP::kKeyLength, baseSDP::kSaltLength, wanted[n]->salt.begin());
+        // A key of zeros is what a generator leaves that does nothing.
+        isMade = !IsZero(*wanted[n]);
+    }
+    sdp::Wipe(bytes);
+    return isMade;
 }
 
 std::string SDPNegotiator::Call::Seal(std::string_view component, SecretText& body) {
