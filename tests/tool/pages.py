@@ -46,7 +46,7 @@ def check_texts():
         check(taken, f"{verb}: no option is listed")
         check(words and words.group(1).split() == [name for name, _ in taken], f"{verb}: completion of bash")
         for name, value in taken:
-            term = (name + (" " + value if value else "")).replace("-", "\\-")
+            term = "\\-\\-" + name[2:] + (" " + value if value else "")
             check(re.search(rf"^\.B (?:\\-\w, )?{re.escape(term)}$", section, re.MULTILINE), f"man: {verb} {name}")
             check(f"from {verb}' -l {name[2:]}" in fish, f"fish: {verb} {name}")
             if name != "--help":

@@ -34,7 +34,7 @@ void AddEntry(HelpBlock& block, const std::string& line) {
     const std::size_t gap = line.find("  ", kIndent);
     const std::size_t text = line.find_first_not_of(' ', gap);
     if (line.find_first_not_of(' ') > kIndent && !block.entries.empty()) {
-        block.entries.back().text += ' ' + line.substr(line.find_first_not_of(' '));
+        block.entries.back().text += '\n' + line.substr(line.find_first_not_of(' '));
     } else if (text != std::string::npos) {
         block.entries.push_back({line.substr(kIndent, gap - kIndent), line.substr(text)});
     }

@@ -8,7 +8,7 @@
 
 namespace cmsdp {
 
-/// An option, argument, verb or status, with its sentence: "--local FILE", "what this side can do ...".
+/// An option, argument, verb or status, "--local FILE", and what it means, in lines as they are written.
 struct HelpEntry {
     std::string term;
     std::string text;

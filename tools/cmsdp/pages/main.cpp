@@ -7,25 +7,37 @@
 // Test: tests/tool/pages.py
 #include "HelpText.h"
 
+#include <cstring>
 #include <iostream>
 
 namespace cmsdp {
 
 namespace {
 
-// Text for man(7): no character of it is an instruction.
+// Text for man(7): no character of it is an instruction. The hyphens that begin an option are to be typed;
+// one within a word is left to the printer.
 std::string Roff(const std::string& text) {
     std::string out;
-    for (const char c : text) {
-        if (c == '\\') {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool begins = i == 0 || std::strchr(" [-|(", text[i - 1]) != nullptr;
+        if (text[i] == '\\') {
             out += "\\e";
-        } else if (c == '-') {
+        } else if (text[i] == '-' && begins) {
             out += "\\-";
         } else {
-            out += c;
+            out += text[i];
         }
     }
     return !out.empty() && (out[0] == '.' || out[0] == '\'') ? "\\&" + out : out;
+}
+
+// A line of running text; it is broken once where the escapes make it longer than 80 columns.
+std::string Prose(const std::string& line) {
+    std::string text = Roff(line);
+    if (text.size() > 80) {
+        text[text.rfind(' ', 80)] = '\n';
+    }
+    return text;
 }
 
 void ManEntries(const HelpBlock& block) {
@@ -34,18 +46,19 @@ void ManEntries(const HelpBlock& block) {
     }
 }
 
-void ManLiteral(const HelpBlock& block) {
-    std::cout << ".PP\n.nf\n";
+// `lead` is ".PP\n", or nothing after a heading, which begins a paragraph by itself.
+void ManLiteral(const HelpBlock& block, const char* lead = "") {
+    std::cout << lead << ".nf\n";
     for (const std::string& line : block.lines) {
         std::cout << Roff(line) << "\n";
     }
     std::cout << ".fi\n";
 }
 
-void ManParagraph(const HelpBlock& block) {
-    std::cout << ".PP\n";
+void ManParagraph(const HelpBlock& block, const char* lead) {
+    std::cout << lead;
     for (const std::string& line : block.lines) {
-        std::cout << Roff(line) << "\n";
+        std::cout << Prose(line) << "\n";
     }
 }
 
@@ -57,10 +70,10 @@ void ManVerb(const HelpPage& page) {
         if (!block.entries.empty()) {
             ManEntries(block);
         } else if (block.title.empty()) {
-            ManParagraph(block);
+            ManParagraph(block, ".PP\n");
         }
     }
-    ManLiteral(BlockOf(page, "Example"));
+    ManLiteral(BlockOf(page, "Example"), ".PP\n");
 }
 
 void Man(const std::string& date, const std::string& version) {
@@ -69,9 +82,11 @@ void Man(const std::string& date, const std::string& version) {
               << ".SH NAME\ncmsdp \\- read, answer and judge session descriptions\n"
               << ".SH SYNOPSIS\n.B cmsdp\n.I VERB\n.RI [ OPTIONS ]\n"
               << ".SH DESCRIPTION\n";
+    const char* lead = "";
     for (const HelpBlock& block : pages[0].blocks) {
         if (block.title.empty()) {
-            ManParagraph(block);
+            ManParagraph(block, lead);
+            lead = ".PP\n";
         }
     }
     ManEntries(BlockOf(pages[0], "Verbs"));
@@ -129,7 +144,10 @@ void Bash() {
 std::string FishText(const std::string& text) {
     std::string out = "'";
     for (const char c : text) {
-        out += c == '\'' || c == '\\' ? std::string("\\") + c : std::string(1, c);
+        if (c == '\'' || c == '\\') {
+            out += '\\';
+        }
+        out += c == '\n' ? ' ' : c;
     }
     return out + "'";
 }
