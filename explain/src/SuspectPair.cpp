@@ -33,8 +33,6 @@ constexpr Rule kPlain = {
 constexpr Rule kTag = {"E145", "", ExplainSeverity::Error, 7,
                        "The answer repeats tag and suite of the crypto line that it accepts (RFC 4568, "
                        "5.1.3); this side takes what it reads."};
-constexpr Rule kDirection = {"E146", "", ExplainSeverity::Warning, 20,
-                             "The answer's direction has to fit the offer's (RFC 3264, 6.1)."};
 constexpr Rule kOwnKey = {
     "E147", "", ExplainSeverity::Error, 4,
     "The key of their line is the one that they send with; it has to differ from ours (RFC 4568, 6.1)."};
