@@ -145,6 +145,7 @@ std::vector<Body> FindBodies(const Draft& draft) {
 std::string BodiesInWords(const std::vector<Body>& bodies) {
     constexpr std::size_t most = 8;
     std::vector<std::string> places;
+    places.reserve(bodies.size());
     for (const Body& body : bodies) {
         places.push_back(std::to_string(body.firstLine) + " to " + std::to_string(body.lastLine));
     }

@@ -32,7 +32,7 @@ bool Contains(std::string_view text, std::string_view part) {
 std::string ToUtf8(std::string_view bytes, const char* from) {
     std::string in(bytes);
     std::string out;
-    const iconv_t converter = iconv_open("UTF-8", from);
+    iconv_t converter = iconv_open("UTF-8", from);
     char* at = in.data();
     std::size_t left = in.size();
     while (left != 0) {

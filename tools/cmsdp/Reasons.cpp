@@ -178,7 +178,7 @@ std::string WhyNoMainVideo(const Reading& reading, const Capabilities& side) {
 }
 
 std::string WhyNoPresentation(const Reading& reading, const Capabilities& side, bool answers) {
-    const std::string why = WhyNoVideo(reading, side, VIDEOTYPE_PRESO, MissingPresentation(reading));
+    std::string why = WhyNoVideo(reading, side, VIDEOTYPE_PRESO, MissingPresentation(reading));
     if (!why.empty() || answers) {
         return why;
     }

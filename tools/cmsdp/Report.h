@@ -41,10 +41,9 @@ struct Report {
     std::vector<std::string> notes;      ///< about the text as a whole
 };
 
-/// Reads the draft with `handler`, which was prepared from `capabilities`, and lets it answer.
+/// Reads the draft with `handler`, which was prepared from `side`, and lets it answer.
 /// `isAnswer`: the text answers an offer of ours, so there is nothing to answer.
-Report ReadInto(SDPHandler& handler, const Capabilities& capabilities, const Draft& draft,
-                bool isAnswer = false);
+Report ReadInto(SDPHandler& handler, const Capabilities& side, const Draft& draft, bool isAnswer = false);
 
 /// Judges our own answer: a stream that it declines or moves is not negotiated; what strict far ends refuse
 /// stands in `answerNotes`, and what --fit does with the text in `fit`.
