@@ -27,11 +27,12 @@ struct KnownKey {
 template <int kSide>
 bool KnownBytes(unsigned char* bytes, std::size_t length) {
     static const KnownKey made(kSide == 0 ? "near" : "away");
-    const unsigned char* const known = length == sizeof made.key    ? made.key
-                                       : length == sizeof made.salt ? made.salt
-                                                                    : nullptr;
+    constexpr std::size_t material = sizeof made.key + sizeof made.salt;
+    // Keys are made several in one call, each followed by its salt; any other length is no key.
     for (std::size_t n = 0; n < length; ++n) {
-        bytes[n] = known == nullptr ? static_cast<unsigned char>(n + 1) : known[n];
+        const std::size_t at = n % material;
+        const unsigned char known = at < sizeof made.key ? made.key[at] : made.salt[at - sizeof made.key];
+        bytes[n] = length % material == 0 ? known : static_cast<unsigned char>(n + 1);
     }
     return true;
 }
