@@ -28,10 +28,6 @@ constexpr Encoding kEncodings[] = {
 constexpr std::string_view kParameters[] = {
     "profile-level-id", "packetization-mode", "max-mbps", "max-fs", "max-br", "bitrate"};
 
-/// Attributes with a value, for a line that has a blank in place of the colon.
-constexpr std::string_view kAttributes[] = {"a=candidate", "a=content", "a=floorctrl", "a=confid",
-                                            "a=userid"};
-
 constexpr std::string_view kDirectionNames[] = {"sendrecv", "sendonly", "recvonly", "inactive"};
 
 std::string WithoutZeros(std::string_view number) {
@@ -238,7 +234,8 @@ std::string Attribute(std::string_view line, SDPRow row) {
 } // namespace
 
 std::string Canonical(const TextLine& line, const Reading& /*reading*/) {
-    const std::string_view text = Trimmed(line.text);
+    const std::string spelled = StartSpelled(line.text);
+    const std::string_view text = spelled;
     switch (line.meant) {
     case SDPRow::Connection:
         return Connection(text);
@@ -258,16 +255,6 @@ std::string Canonical(const TextLine& line, const Reading& /*reading*/) {
         return text.find(':') == std::string_view::npos ? std::string(line.text)
                                                         : Attribute(text, line.meant);
     case SDPRow::Direction:
-        if (BeginsWith(Lower(text.substr(0, 9)), "a=crypto ")) {
-            return CryptoLine(text);
-        }
-        for (const std::string_view name : kAttributes) {
-            const bool isBlank = text.size() > name.size() && text[name.size()] == ' ';
-            if (isBlank && Lower(text.substr(0, name.size())) == name) {
-                return std::string(name) + ":" + std::string(Trimmed(text.substr(name.size())));
-            }
-        }
-        return Attribute(text, line.meant);
     default:
         return Attribute(text, line.meant);
     }

@@ -207,9 +207,9 @@ void NameRepairs(std::vector<ExplainFinding>& findings, const ExplainInput& inpu
 
 using Find = void (*)(Scene&);
 constexpr Find kFinders[] = {
-    FindLocalAudio,   FindLocalVideo, FindLocalCall,  FindPair,       FindLineEnds,    FindMisread,
-    FindMedia,        FindMisplaced,  FindMisspelled, FindOverridden, FindAddresses,   FindAudioFormats,
-    FindVideoFormats, FindSecurity,   FindStreams,    FindBandwidth,  FindFloorAndIce,
+    FindLocalAudio,   FindLocalVideo, FindLocalCall,  FindPair,       FindLineEnds,  FindMisread,
+    FindMedia,        FindMisplaced,  FindMisspelled, FindOverridden, FindAddresses, FindAudioFormats,
+    FindVideoFormats, FindParameters, FindSecurity,   FindStreams,    FindBandwidth, FindFloorAndIce,
 };
 
 } // namespace

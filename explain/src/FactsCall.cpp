@@ -105,7 +105,6 @@ std::string MediaOf(const MediaSession& section) {
 void AddShape(State& state, const RemoteSections& sections) {
     std::size_t malformed = 0;
     std::size_t wrong = kNowhere;
-    std::size_t transport = kNowhere;
     for (std::size_t i = 0; i < state.ourSections.size(); ++i) {
         const OurSection& ours = state.ourSections[i];
         malformed += ours.hasPort && !ours.formats.empty() ? 0 : 1;
@@ -115,9 +114,16 @@ void AddShape(State& state, const RemoteSections& sections) {
                 (sections[i]->eContent == VIDEOTYPE_PRESO) ==
                     (ours.isSlides || (ours.port == "0" && sections[i]->eContent == VIDEOTYPE_PRESO));
             wrong = wrong == kNowhere && !isSame ? i : wrong;
-            transport = transport == kNowhere && isSame && ours.transport != TransportOf(*sections[i])
-                            ? i
-                            : transport;
+            const bool isOther = isSame && ours.transport != TransportOf(*sections[i]);
+            if (i < kSectionsSaid) {
+                const std::string number = std::to_string(i + 1);
+                state.facts.push_back({Topic::Call, "transport " + number,
+                                       isOther ? "section " + number + ", offered as " +
+                                                     Shown(TransportOf(*sections[i])) + ", is answered as " +
+                                                     ours.transport
+                                               : "section " + number + " is answered with its own transport",
+                                       isOther, false, 0});
+            }
         }
     }
     const auto place = [&](std::size_t i) {
@@ -139,13 +145,6 @@ void AddShape(State& state, const RemoteSections& sections) {
              ? "our m= lines are well formed"
              : "our answer has an m= line without a port or without a format, which strict readers refuse",
          malformed != 0, true, 0});
-    state.facts.push_back({Topic::Call, "transport",
-                           transport == kNowhere
-                               ? "our transports are those of the offer"
-                               : "section " + std::to_string(transport + 1) + ", offered as " +
-                                     Shown(TransportOf(*sections[transport])) + ", is answered as " +
-                                     state.ourSections[transport].transport,
-                           transport != kNowhere, false, 0});
 }
 
 /// A section that is answered by one of ours and rejected as surplus as well.

@@ -199,7 +199,10 @@ void Finish(ExplainedLine& explained, const TextLine& line, const Host& host, co
     if (host.row != SDPRow::None) {
         explained.column = KeywordAt(host.text, host.row) + 1;
     }
-    const bool isOther = host.row != line.meant && host.row != SDPRow::None;
+    // A keyword that is misspelled leaves the row of all attributes, and the line is not another one by that.
+    const bool isOther =
+        host.row != line.meant && host.row != SDPRow::None &&
+        (host.row != SDPRow::Direction || line.meant == SDPRow::None || !BeginsWith(host.text, "a"));
     if (host.count == 1 && isOther) {
         explained.verdict = ExplainVerdict::Misread;
         explained.ledger = "P01";

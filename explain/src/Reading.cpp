@@ -7,6 +7,8 @@
 
 #include "SDPLines.h"
 
+#include <arpa/inet.h>
+
 #include <algorithm>
 #include <cctype>
 
@@ -14,13 +16,16 @@ namespace explain {
 
 namespace {
 
+constexpr std::string_view kSlides = "a=content:slides";
+
 bool IsBlank(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-/// The row whose keyword the line begins with, in any letter case.
+/// The row whose keyword the line begins with, in any letter case and with blanks that do not belong there.
 SDPRow MeantRow(std::string_view line) {
-    const std::string start = Lower(Trimmed(line).substr(0, 16));
+    constexpr std::size_t enough = 32;
+    const std::string start = Lower(StartSpelled(Trimmed(line).substr(0, enough)));
     for (const sdp::LineRow& row : sdp::kLineRows) {
         if (BeginsWith(start, row.keyword)) {
             return row.row;
@@ -30,10 +35,11 @@ SDPRow MeantRow(std::string_view line) {
 }
 
 void OpenSection(Reading& reading, std::size_t index) {
-    const std::vector<std::string_view> words = WordsOf(reading.lines[index].text);
+    const std::string_view text = reading.lines[index].text;
+    const std::vector<std::string_view> words = WordsOf(text.substr(text.find('=') + 1));
     MeantSection section;
     section.line = index;
-    section.media = Lower(words[0].substr(std::min<std::size_t>(2, words[0].size())));
+    section.media = words.empty() ? std::string() : Lower(words[0]);
     section.port = words.size() > 1 ? words[1] : std::string_view();
     section.transport = words.size() > 2 ? Upper(words[2]) : std::string();
     for (std::size_t i = 3; i < words.size(); ++i) {
@@ -55,6 +61,8 @@ void Assign(Reading& reading, std::size_t index) {
     MeantSection& section = reading.sections.back();
     line.section = reading.sections.size() - 1;
     section.last = index;
+    section.isSlides = section.isSlides || line.text.find(kSlides) != std::string_view::npos;
+    section.hasCrypto = section.hasCrypto || line.meant == SDPRow::Crypto;
     if (line.meant == SDPRow::Rtpmap) {
         section.rtpmap[PayloadOf(line.text)] = index;
     } else if (line.meant == SDPRow::Fmtp) {
@@ -94,6 +102,31 @@ Reading Read(std::string_view text) {
         reading.hosts.push_back(host);
     });
     return reading;
+}
+
+std::string StartSpelled(std::string_view line) {
+    const std::string_view text = Trimmed(line);
+    const std::size_t equals = text.find('=');
+    if (equals == std::string_view::npos || Trimmed(text.substr(0, equals)).size() != 1) {
+        return std::string(text);
+    }
+    const std::string_view value = Trimmed(text.substr(equals + 1));
+    std::string start = Lower(text.substr(0, 1)) + "=";
+    if (start != "a=") {
+        return start.append(value);
+    }
+    const std::size_t end = std::min(value.find_first_of(": \t"), value.size());
+    const std::string_view after = Trimmed(value.substr(end));
+    const std::string name = Lower(start + std::string(value.substr(0, end)));
+    const bool takesValue =
+        std::any_of(std::begin(sdp::kLineRows), std::end(sdp::kLineRows), [&](const sdp::LineRow& row) {
+            return row.keyword == name + ":" || (row.row == SDPRow::Rtpmap && row.keyword == name);
+        });
+    start.append(value.substr(0, end));
+    if (after.empty() || (after[0] != ':' && !takesValue)) {
+        return start.append(value.substr(end));
+    }
+    return start.append(after[0] == ':' ? "" : ":").append(after);
 }
 
 std::string_view Trimmed(std::string_view text) {
@@ -148,6 +181,18 @@ bool BeginsWith(std::string_view text, std::string_view start) {
 bool IsDigits(std::string_view text) {
     return !text.empty() &&
            std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+bool IsIpv4(std::string_view text) {
+    constexpr std::size_t longest = 15;
+    in_addr address;
+    return text.size() <= longest && inet_pton(AF_INET, std::string(text).c_str(), &address) == 1;
+}
+
+bool IsPrivate(std::string_view address) {
+    static constexpr std::string_view kStarts[] = {"127.", "10.", "192.168.", "169.254."};
+    return std::any_of(std::begin(kStarts), std::end(kStarts),
+                       [&](std::string_view start) { return BeginsWith(address, start); });
 }
 
 std::string_view PayloadOf(std::string_view line) {

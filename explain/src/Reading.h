@@ -43,7 +43,9 @@ struct MeantSection {
     std::size_t last = 0; ///< index of its last line
     std::string media;    ///< lower case, "audio"
     std::string port;
-    std::string transport; ///< upper case, "RTP/AVP"
+    std::string transport;  ///< upper case, "RTP/AVP"
+    bool isSlides = false;  ///< a line of it says a=content:slides
+    bool hasCrypto = false; ///< a line of it was meant as a=crypto:
     std::vector<std::string_view> formats;
     std::unordered_set<std::string_view> listed;              ///< the formats, to be looked up
     std::unordered_map<std::string_view, std::size_t> rtpmap; ///< payload to index of its last rtpmap line
@@ -66,12 +68,19 @@ Reading Read(std::string_view text);
 
 /// Text without white space at either end.
 std::string_view Trimmed(std::string_view text);
+/// A trimmed line without blanks round its first "=" and before its first ":"; where a keyword that takes a
+/// value has a blank in place of its colon, the colon stands.
+std::string StartSpelled(std::string_view line);
 /// The words of a text, cut at white space; at most `most`.
 std::vector<std::string_view> WordsOf(std::string_view text, std::size_t most = kNowhere);
 std::string Lower(std::string_view text);
 std::string Upper(std::string_view text);
 bool BeginsWith(std::string_view text, std::string_view start);
 bool IsDigits(std::string_view text);
+/// Four decimal numbers up to 255 with dots between.
+bool IsIpv4(std::string_view text);
+/// A loopback, private or link-local IPv4 address.
+bool IsPrivate(std::string_view address);
 /// "a=fmtp:97 x" and "a=rtpmap:97 x": the digits after the keyword's colon; empty without any.
 std::string_view PayloadOf(std::string_view line);
 /// The value after the first ':' of an attribute, trimmed.

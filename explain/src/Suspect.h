@@ -59,6 +59,7 @@ void FindMedia(Scene& scene);
 void FindAddresses(Scene& scene);
 void FindAudioFormats(Scene& scene);
 void FindVideoFormats(Scene& scene);
+void FindParameters(Scene& scene);
 void FindSecurity(Scene& scene);
 void FindStreams(Scene& scene);
 void FindBandwidth(Scene& scene);

@@ -103,14 +103,11 @@ void AddContent(Scene& scene, const TextLine& line) {
 void FindSecondVideo(Scene& scene) {
     const MeantSection* main = nullptr;
     for (const MeantSection& section : scene.reading.sections) {
-        bool isSlides = false;
         const TextLine* content = nullptr;
         for (std::size_t i = section.line; i <= section.last; ++i) {
-            isSlides =
-                isSlides || scene.reading.lines[i].text.find("a=content:slides") != std::string_view::npos;
             content = scene.reading.lines[i].meant == SDPRow::Content ? &scene.reading.lines[i] : content;
         }
-        if (section.media != "video" || isSlides) {
+        if (section.media != "video" || section.isSlides) {
             continue;
         }
         const TextLine& line = scene.reading.lines[section.line];
@@ -247,15 +244,26 @@ void FindFloorIds(Scene& scene, const MeantSection& section) {
     }
 }
 
+/// Whether an ICE line has a name that no RFC gives (RFC 8839, 5).
+bool IsUnknownIce(const std::string& name) {
+    static constexpr std::string_view kNames[] = {"a=ice-ufrag", "a=ice-pwd",   "a=ice-lite",
+                                                  "a=ice-optio", "a=ice-pacin", "a=ice-misma"};
+    return std::none_of(std::begin(kNames), std::end(kNames), [&](std::string_view known) {
+        return BeginsWith(name, known) && (known != "a=ice-pwd" || name.substr(9, 1) == ":");
+    });
+}
+
 void FindIceSection(Scene& scene, const MeantSection& section) {
     const TextLine* user = nullptr;
     const TextLine* password = nullptr;
+    const TextLine* other = nullptr;
     const TextLine* any = nullptr;
     for (std::size_t i = section.line + 1; i <= section.last; ++i) {
         const TextLine& line = scene.reading.lines[i];
         const std::string name = Lower(Trimmed(line.text).substr(0, 11));
         user = name == "a=ice-ufrag" ? &line : user;
         password = BeginsWith(name, "a=ice-pwd") ? &line : password;
+        other = line.meant == SDPRow::Ice && IsUnknownIce(name) ? &line : other;
         any = any == nullptr && (line.meant == SDPRow::Ice || line.meant == SDPRow::Candidate) ? &line : any;
         static constexpr std::string_view kUnread[] = {"a=rtcp-mux",
                                                        "a=rtcp:", "a=ptime:", "a=maxptime:", "a=bundle-only"};
@@ -281,6 +289,15 @@ void FindIceSection(Scene& scene, const MeantSection& section) {
     }
     if ((user == nullptr) != (password == nullptr)) {
         const TextLine& there = user == nullptr ? *password : *user;
+        if (other != nullptr) {
+            const std::string text =
+                (user == nullptr ? "a=ice-ufrag:" : "a=ice-pwd:") + std::string(ValueOf(other->text));
+            Blame(scene, kHalfIce, *other, LineWords(*other) + " is neither a=ice-ufrag nor a=ice-pwd.",
+                  "write its name in line " + std::to_string(other->number) + " as " +
+                      text.substr(0, text.find(':')),
+                  {ReplaceLine(*other, text)});
+            return;
+        }
         const char* const text = user == nullptr ? "a=ice-ufrag:none" : "a=ice-pwd:none";
         Blame(scene, kHalfIce, there,
               LineWords(there) + (user == nullptr ? " has no a=ice-ufrag line beside it."
@@ -331,14 +348,7 @@ void FindBandwidth(Scene& scene) {
             continue;
         }
         const MeantSection* const section = scene.reading.SectionOf(line);
-        bool isSlides = false;
-        for (std::size_t i = section == nullptr ? 1 : section->line,
-                         end = section == nullptr ? 0 : std::min(section->last, section->line + 64);
-             i <= end; ++i) {
-            isSlides =
-                isSlides || scene.reading.lines[i].text.find("a=content:slides") != std::string_view::npos;
-        }
-        AddBandwidth(scene, line, isSlides, section == nullptr);
+        AddBandwidth(scene, line, section != nullptr && section->isSlides, section == nullptr);
         session = section == nullptr ? &line : session;
         hasMedia = hasMedia || section != nullptr;
     }

@@ -256,8 +256,7 @@ void FindMisread(Scene& scene) {
         if (host.count != 1) {
             continue;
         }
-        if (host.row != line.meant && host.row != SDPRow::None &&
-            !(line.meant == SDPRow::None && host.row == SDPRow::Direction)) {
+        if (host.row != line.meant && host.row != SDPRow::None && host.row != SDPRow::Direction) {
             AddMisread(scene, line, host);
         } else if (host.row == SDPRow::Direction) {
             AddInside(scene, line);

@@ -4,7 +4,7 @@
 // Test: tests/explain/LocalSuspectTest.cpp
 #include "Suspect.h"
 
-#include "H264Level.h"
+#include "SDPH264Limits.h"
 #include "SDPTables.h"
 
 #include <algorithm>
@@ -54,6 +54,12 @@ constexpr Rule kPayloadRange = {
 constexpr Rule kLowLevel = {
     "E112", "", ExplainSeverity::Note, 50,
     "The level and its limits in our text are what the far end may send us at most (RFC 6184, 8.1)."};
+
+constexpr Rule kLimit = {"E113", "", ExplainSeverity::Warning, 49,
+                         "A limit is written as it is; max-mbps, max-fs and max-br raise the limits of the "
+                         "level and never lower them (RFC 6184, 8.1)."};
+constexpr Rule kOdd = {"E114", "B12", ExplainSeverity::Note, 51,
+                       "An even frame size is written one higher in max-fs (B12)."};
 
 bool IsPort(std::int32_t port) {
     return port > 0 && port < 65535;
@@ -114,6 +120,47 @@ void FindVideoCodecs(Scene& scene, const VideoField& field, const VideoParms& vi
     }
 }
 
+struct LimitField {
+    const char* file;
+    const char* record;
+    const char* parameter;
+    std::int32_t negotiation::H264Limits::*ofLevel;
+    std::int32_t VideoParms::*own;
+};
+constexpr LimitField kLimits[] = {
+    {".max_macroblocks_per_s", ".iFmtpMaxMbps", "max-mbps", &negotiation::H264Limits::maxMbps,
+     &VideoParms::iFmtpMaxMbps},
+    {".max_frame_macroblocks", ".iFmtpMaxFrameSize", "max-fs", &negotiation::H264Limits::maxFs,
+     &VideoParms::iFmtpMaxFrameSize},
+    {".max_bit_rate_x1000_bit_per_s", ".iFmtpMaxBitRate", "max-br", &negotiation::H264Limits::maxBr,
+     &VideoParms::iFmtpMaxBitRate},
+};
+
+void FindLimits(Scene& scene, const VideoField& field, const VideoParms& video) {
+    const negotiation::H264Limits limits = negotiation::LimitsOfLevel(video.strVideoLevel);
+    for (const LimitField& limit : kLimits) {
+        const std::int32_t own = video.*limit.own;
+        const std::string file = std::string(field.file) + limit.file;
+        const std::string name =
+            std::string(field.record) + limit.record + " (" + file + ") is " + std::to_string(own);
+        if (own != 0 && own < limits.*limit.ofLevel) {
+            BlameField(scene, kLimit, file,
+                       name + ", less than the " + std::to_string(limits.*limit.ofLevel) + " of level " +
+                           Shown(video.strVideoLevel) + ".",
+                       "set " + file + " to 0, so that the level counts", 0)
+                .known.emplace_back(field.receives,
+                                    std::string("Our text says ") + limit.parameter + "=" +
+                                        std::to_string(own) +
+                                        ", so the far end may send a smaller, slower or coarser picture.");
+        } else if (own != 0 && own % 2 == 0 && limit.own == &VideoParms::iFmtpMaxFrameSize) {
+            BlameField(scene, kOdd, file, name + ", an even number.", "set " + file + " to an odd number",
+                       own - 1)
+                .known.emplace_back(field.receives, "Our text says max-fs=" + std::to_string(own + 1) +
+                                                        ", one macroblock more than was set.");
+        }
+    }
+}
+
 void FindVideo(Scene& scene, const VideoField& field) {
     const VideoParms& video = scene.input.local.*field.stream;
     const std::string file(field.file);
@@ -141,6 +188,7 @@ void FindVideo(Scene& scene, const VideoField& field) {
                 field.receives,
                 "Our text asks for a picture of this low level, so the far end sends a small one.");
     }
+    FindLimits(scene, field, video);
     if (video.eVideoType != field.role) {
         const bool isSwapped = video.eVideoType == VIDEOTYPE_MAIN || video.eVideoType == VIDEOTYPE_PRESO;
         Suspect& suspect =

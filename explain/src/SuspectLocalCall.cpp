@@ -24,15 +24,23 @@ constexpr Rule kAddressKind = {"E121", "B25", ExplainSeverity::Error, 4,
                                "address of another kind (B25)."};
 constexpr Rule kTwoAddresses = {"E122", "B01", ExplainSeverity::Note, 50,
                                 "The c= line has the default address and the o= line the own one (B01)."};
+constexpr Rule kPrivate = {"E139", "B01", ExplainSeverity::Note, 50,
+                           "The c= line always has the default address, whatever network the far end is in "
+                           "(B01)."};
 constexpr Rule kBandwidth = {
     "E123", "B04", ExplainSeverity::Warning, 11,
     "The budget is in bit/s: b=AS is a thousandth of it, cut (B04), and a section has b=TIAS only from 64000 "
     "bit/s on, audio's share; video gets the rest (B05)."};
+constexpr Rule kSmallBudget = {"E138", "B05", ExplainSeverity::Note, 29,
+                               "Audio gets 64000 bit/s of the budget and each video section the rest (B05)."};
 constexpr Rule kNoBudget = {"E136", "B04", ExplainSeverity::Note, 30,
                             "A budget of 0 means no limit and writes no b= line (B04)."};
 constexpr Rule kSrtpOff = {
     "E124", "", ExplainSeverity::Error, 2,
     "With SRTP off every section of ours is RTP/AVP without a crypto line, whatever the far end wants."};
+constexpr Rule kSrtpUnused = {"E137", "", ExplainSeverity::Note, 22,
+                              "With SRTP off every section of ours is RTP/AVP without a crypto line, and the "
+                              "crypto lines of the far end are not answered."};
 constexpr Rule kNoSuite = {
     "E125", "B22", ExplainSeverity::Error, 3,
     "With SRTP on and no suite set a section says RTP/SAVP and has no crypto line (B22)."};
@@ -54,6 +62,8 @@ constexpr Rule kFloorOff = {"E130", "", ExplainSeverity::Error, 5,
 constexpr Rule kFloorPort = {
     "E131", "", ExplainSeverity::Error, 6,
     "The port of the m=application line is this one, and port 0 declines floor control."};
+constexpr Rule kOwnIds = {"E146", "B17", ExplainSeverity::Note, 44,
+                          "Our text always writes floor 2, stream 9, conference 15 and user 15 (B17)."};
 constexpr Rule kServed = {"E132", "B18", ExplainSeverity::Error, 25,
                           "Each remote section beyond the number served is repeated at port 0 at the end of "
                           "the answer, also when one of ours answers it (B18)."};
@@ -79,11 +89,16 @@ void FindAddress(Scene& scene) {
               scene.input.remoteAnswers ? "No offer is written at all."
                                         : "Our answer's c= line has no address, so nothing can be sent to us "
                                           "and a strict reader refuses the text.");
-    } else if (address.find_first_not_of("0123456789.") != std::string::npos || address == "0.0.0.0") {
+    } else if (!IsIpv4(address) || address == "0.0.0.0") {
         known(BlameField(scene, kAddressKind, "default_address",
                          name + "is " + Shown(address) + ", no usable IPv4 address.",
                          "set default_address to an IPv4 address", 0, "192.0.2.1"),
               "Our text says c=IN IP4 " + Shown(address) + ", where the far end cannot send to.");
+    } else if (IsPrivate(address)) {
+        known(BlameField(scene, kPrivate, "default_address",
+                         name + "is " + address + ", a loopback, private or link-local address.",
+                         "set default_address to an address that the far end reaches", 0, "192.0.2.1"),
+              "Media for us go to " + address + ", which is reached from within its own network only.");
     }
     if (!scene.input.local.strMyIPAddr.empty() && scene.input.local.strMyIPAddr != address) {
         known(BlameField(scene, kTwoAddresses, "origin_address",
@@ -111,7 +126,17 @@ void FindBudget(Scene& scene) {
             .known.emplace_back(Topic::Bandwidth,
                                 "Our text has no b= line, so the far end takes us as not limited.");
     }
-    if (budget == 0 || budget > 64000) {
+    constexpr std::int32_t audioShare = 64000;
+    constexpr std::int32_t leastForVideo = 128000;
+    if (budget > audioShare && budget < audioShare + leastForVideo) {
+        BlameField(scene, kSmallBudget, "max_bandwidth_bit_per_s",
+                   "iMaxBandwidth (max_bandwidth_bit_per_s) is " + std::to_string(budget) + " bit/s.",
+                   "set max_bandwidth_bit_per_s to 1064000", 1064000)
+            .known.emplace_back(Topic::Bandwidth, "Our text leaves video " +
+                                                      std::to_string(budget - audioShare) +
+                                                      " bit/s, so the far end sends a poor picture.");
+    }
+    if (budget == 0 || budget > audioShare) {
         return;
     }
     const std::string text = "b=AS:" + std::to_string(budget / 1000);
@@ -177,17 +202,18 @@ void FindSrtp(Scene& scene) {
     std::size_t video = 0;
     for (const MeantSection& section : reading.sections) {
         video += section.media == "video" ? 1 : 0;
-        const bool isWanted = section.transport.find("SAVP") != std::string::npos &&
-                              section.transport.find("TLS") == std::string::npos;
+        const bool isDemanded = section.transport.find("SAVP") != std::string::npos &&
+                                section.transport.find("TLS") == std::string::npos;
+        const bool isWanted = isDemanded || section.hasCrypto;
         const Topic topic = section.media == "audio" ? Topic::EncryptionAudio
                             : video < 2              ? Topic::EncryptionMain
                                                      : Topic::EncryptionSlides;
         if (isWanted && (section.media == "audio" || section.media == "video")) {
-            Suspect& suspect = BlameField(scene, kSrtpOff, "srtp",
-                                          "m_bSRTP (srtp) is off, and line " +
-                                              std::to_string(reading.lines[section.line].number) + " wants " +
-                                              section.transport + ".",
-                                          "set srtp to true", 1);
+            Suspect& suspect = BlameField(
+                scene, isDemanded ? kSrtpOff : kSrtpUnused, "srtp",
+                "m_bSRTP (srtp) is off, and line " + std::to_string(reading.lines[section.line].number) +
+                    (isDemanded ? " wants " + section.transport + "." : " has crypto lines after it."),
+                "set srtp to true", 1);
             suspect.known.emplace_back(topic, "Our text says RTP/AVP and has no crypto line and no key, so "
                                               "the section is not encrypted or the far end refuses it.");
         }
@@ -195,7 +221,9 @@ void FindSrtp(Scene& scene) {
     constexpr std::size_t most = 4;
     if (scene.suspects.size() > most) {
         // One field is blamed once; each of its topics keeps the first consequence.
-        const auto isSame = [](const Suspect& suspect) { return suspect.rule == &kSrtpOff; };
+        const auto isSame = [](const Suspect& suspect) {
+            return suspect.rule == &kSrtpOff || suspect.rule == &kSrtpUnused;
+        };
         const auto first = std::find_if(scene.suspects.begin(), scene.suspects.end(), isSame);
         for (auto next = first; next != scene.suspects.end(); ++next) {
             if (next != first && isSame(*next)) {
@@ -232,12 +260,27 @@ void FindFloor(Scene& scene) {
         suspect.known.emplace_back(Topic::Floor,
                                    "Our text has no floor control section, so no floor can be asked for.");
     }
-    if (isOn && scene.input.local.iVideoPresoControlPort <= 0) {
+    const std::int32_t port = scene.input.local.iVideoPresoControlPort;
+    if (isOn && (port <= 0 || port > 65535)) {
         BlameField(scene, kFloorPort, "floor_control.port",
-                   "iVideoPresoControlPort (floor_control.port) is " +
-                       std::to_string(scene.input.local.iVideoPresoControlPort) + ".",
-                   "set floor_control.port", 16390)
-            .known.emplace_back(Topic::Floor, "Our text declines floor control with port 0.");
+                   "iVideoPresoControlPort (floor_control.port) is " + std::to_string(port) + ".",
+                   "set floor_control.port to a port from 1 to 65535", 16390)
+            .known.emplace_back(Topic::Floor, "Our text declines floor control or names no port: " +
+                                                  std::to_string(port) + ".");
+    }
+    const std::pair<const char*, std::int32_t> ids[] = {
+        {"floor_control.conference_id", scene.input.local.iBfcpConfid},
+        {"floor_control.user_id", scene.input.local.iBfcpUserid}};
+    for (const auto& id : ids) {
+        constexpr std::int32_t written = 15;
+        if (isOn && hasFloor && id.second != 0 && id.second != written) {
+            BlameField(scene, kOwnIds, id.first,
+                       std::string(LocalField(id.first)->record) + " (" + id.first + ") is " +
+                           std::to_string(id.second) + ".",
+                       "set " + std::string(id.first) + " to 15", written)
+                .known.emplace_back(Topic::Floor, "Our text says 15 and not " + std::to_string(id.second) +
+                                                      ", whatever is set here.");
+        }
     }
 }
 
@@ -268,6 +311,13 @@ void FindUnasked(Scene& scene) {
             "m_VideoMain.eVideoCodec (video.main.codecs) is set, and the far end offers no main video.",
             "empty video.main.codecs for this call", 0)
             .known.emplace_back(Topic::Call, "Our answer has an m=video section that nobody offered.");
+    }
+    if (!record.m_VideoPreso.fIsVideoValid && OurStream(scene.state, baseSDP::SRTP_VIDEO_PRESO) != nullptr) {
+        BlameField(
+            scene, kUnasked, "video.presentation.codecs",
+            "m_VideoPreso.eVideoCodec (video.presentation.codecs) is set, and the far end offers no slides.",
+            "empty video.presentation.codecs for this call", 0)
+            .known.emplace_back(Topic::Call, "Our answer has a slides section that nobody offered.");
     }
     if (!record.fIsAudioValid && OurStream(scene.state, baseSDP::SRTP_AUDIO) != nullptr) {
         BlameField(scene, kUnasked, "audio.priority",

@@ -19,6 +19,10 @@ constexpr Rule kUnknownMedia = {
     "E21", "P06", ExplainSeverity::Error, 24,
     "A medium other than audio, video and application opens a section that keeps its place: it counts toward "
     "the sections served, and no section of ours answers it (P06, B18)."};
+constexpr Rule kMisnamed = {
+    "E29", "P06", ExplainSeverity::Error, 7,
+    "The medium is compared letter for letter with audio, video and application; the section of any other is "
+    "unknown, and no stream starts from it (P06)."};
 constexpr Rule kPort = {
     "E22", "G04", ExplainSeverity::Error, 15,
     "Ports are read as decimal digits and cut to 32 bits, and their range is not checked (G04)."};
@@ -47,6 +51,9 @@ constexpr Rule kMulticast = {"E31", "", ExplainSeverity::Error, 17,
 constexpr Rule kNoAddress = {"E32", "P18", ExplainSeverity::Error, 8,
                              "Without a c= line in the section or the session the address of the description "
                              "read before is kept, or there is none (P18)."};
+constexpr Rule kBadAddress = {"E34", "", ExplainSeverity::Error, 16,
+                              "An address is taken as it stands and not checked, so the engine gets one that "
+                              "it cannot send to."};
 constexpr Rule kAddressKind = {
     "E33", "B25", ExplainSeverity::Note, 70,
     "An address is taken as it stands and not checked, and our own is always written as IP4 (B25)."};
@@ -56,15 +63,6 @@ int RankOf(const MeantSection& section, bool isSlides) {
            : section.media == "video"       ? (isSlides ? 2 : 1)
            : section.media == "application" ? 3
                                             : 4;
-}
-
-bool IsSlides(const Scene& scene, const MeantSection& section) {
-    for (std::size_t i = section.line; i <= section.last; ++i) {
-        if (scene.reading.lines[i].text.find("a=content:slides") != std::string_view::npos) {
-            return true;
-        }
-    }
-    return false;
 }
 
 std::vector<Topic> TopicsOf(const MeantSection& section, bool isSlides) {
@@ -171,8 +169,36 @@ void AddTransport(Scene& scene, const MeantSection& section, const TextLine& lin
     }
 }
 
+/// The medium that the lines of a section of an unknown medium tell; empty for one that is known to be
+/// another.
+std::string_view LikelyMedium(const Scene& scene, const MeantSection& section) {
+    static constexpr std::string_view kOthers[] = {"text", "image", "message", "data", "control"};
+    if (std::find(std::begin(kOthers), std::end(kOthers), section.media) != std::end(kOthers)) {
+        return {};
+    }
+    if (section.transport.find("BFCP") != std::string::npos) {
+        return "application";
+    }
+    if (section.transport.find("RTP/") == std::string::npos) {
+        return {};
+    }
+    const bool hasVideoClock =
+        std::any_of(section.rtpmap.begin(), section.rtpmap.end(), [&](const auto& entry) {
+            return scene.reading.lines[entry.second].text.find("/90000") != std::string_view::npos;
+        });
+    return hasVideoClock || section.isSlides ? "video" : "audio";
+}
+
 void AddUnknown(Scene& scene, const MeantSection& section, const TextLine& line) {
     if (section.media != "audio" && section.media != "video" && section.media != "application") {
+        const std::string likely(LikelyMedium(scene, section));
+        if (!likely.empty()) {
+            Blame(scene, kMisnamed, line,
+                  LineWords(line) + " names the medium " + Shown(section.media) + ", and its lines are of " +
+                      likely + ".",
+                  "write m=" + likely + " in line " + std::to_string(line.number),
+                  {ReplaceLine(line, WithWord(line, 0, "m=" + likely))});
+        }
         Suspect& suspect =
             Blame(scene, kUnknownMedia, line, LineWords(line) + " is of a medium that is not known.",
                   "delete the section that begins with line " + std::to_string(line.number),
@@ -191,7 +217,7 @@ void FindOrder(Scene& scene) {
     int highest = 0;
     for (std::size_t i = 0; i < sections.size(); ++i) {
         // A medium that is not known has no place of its own; it stays behind the section before it.
-        const int rank = RankOf(sections[i], IsSlides(scene, sections[i]));
+        const int rank = RankOf(sections[i], sections[i].isSlides);
         highest = rank == 4 ? highest : std::max(highest, rank);
         ranks.emplace_back(rank == 4 ? highest : rank, i);
     }
@@ -216,6 +242,12 @@ void FindOrder(Scene& scene) {
                              "offer audio, main video, slides and floor control in this order",
                              {{first, scene.reading.text.size() - first, text}});
     suspect.lines.push_back(later.number);
+    const auto order = std::find_if(scene.state.facts.begin(), scene.state.facts.end(), [](const Fact& fact) {
+        return fact.topic == Topic::Call && fact.name == "order";
+    });
+    if (order != scene.state.facts.end() && order->isDead) {
+        suspect.known.emplace_back(Topic::Call, "In our answer " + order->clause + ".");
+    }
 }
 
 void AddSecond(Scene& scene, const MeantSection& section, const TextLine& line, const TextLine& first) {
@@ -239,7 +271,18 @@ void AddSecond(Scene& scene, const MeantSection& section, const TextLine& line, 
     suspect.isTakenAway = true;
 }
 
-/// The last address for each section, and the session's.
+/// The address in the o= line, where the far end is most likely reached.
+std::string OriginAddress(const Reading& reading) {
+    for (const TextLine& line : reading.lines) {
+        if (BeginsWith(line.text, "o=")) {
+            const std::vector<std::string_view> words = WordsOf(line.text, 6);
+            return words.size() == 6 && IsIpv4(words[5]) && words[5] != "0.0.0.0" ? std::string(words[5])
+                                                                                  : "192.0.2.2";
+        }
+    }
+    return "192.0.2.2";
+}
+
 void FindAddress(Scene& scene, const TextLine& line) {
     const std::vector<std::string_view> words = WordsOf(line.text, 4);
     if (words.size() < 3) {
@@ -249,14 +292,6 @@ void FindAddress(Scene& scene, const TextLine& line) {
     const std::string number = std::to_string(line.number);
     const std::size_t slash = address.find('/');
     if (address == "0.0.0.0") {
-        std::string other = "192.0.2.2";
-        for (const TextLine& origin : scene.reading.lines) {
-            if (BeginsWith(origin.text, "o=")) {
-                const std::vector<std::string_view> parts = WordsOf(origin.text, 6);
-                other = parts.size() == 6 && parts[5] != "0.0.0.0" ? std::string(parts[5]) : other;
-                break;
-            }
-        }
         Blame(scene, kZeroAddress, line,
               LineWords(line) + " has the address 0.0.0.0, an old form of hold or a text for ICE alone" +
                   (line.section == kNowhere
@@ -264,7 +299,8 @@ void FindAddress(Scene& scene, const TextLine& line) {
                        : " (section of line " +
                              std::to_string(scene.reading.lines[scene.reading.SectionOf(line)->line].number) +
                              ")."),
-              "write the far end's address in line " + number, {ReplaceLine(line, WithWord(line, 2, other))});
+              "write the far end's address in line " + number,
+              {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
         const auto has = [&](SDPRow row) {
             return std::any_of(scene.reading.lines.begin(), scene.reading.lines.end(),
                                [&](const TextLine& each) { return each.meant == row; });
@@ -277,15 +313,22 @@ void FindAddress(Scene& scene, const TextLine& line) {
         Blame(scene, kMulticast, line, LineWords(line) + " has a suffix after its address.",
               "write the address alone in line " + number,
               {ReplaceLine(line, WithWord(line, 2, address.substr(0, slash)))});
-    } else if (address.find_first_not_of("0123456789.") != std::string::npos) {
+    } else if (!IsIpv4(address) && address.find_first_not_of("0123456789.") == std::string::npos) {
+        Suspect& suspect = Blame(scene, kBadAddress, line,
+                                 LineWords(line) + " has digits and dots that are no IPv4 address.",
+                                 "write the far end's address in line " + number,
+                                 {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
+        for (const Topic topic : {Topic::AudioSend, Topic::MainSend, Topic::Slides, Topic::Call}) {
+            suspect.known.emplace_back(topic, "Media would go to " + Shown(address) + ", which is nowhere.");
+        }
+    } else if (!IsIpv4(address)) {
         Suspect& suspect = Blame(scene, kAddressKind, line,
                                  LineWords(line) + " has an address that is no IPv4 address.", "", {});
         for (const Topic topic : {Topic::AudioSend, Topic::MainSend, Topic::Call}) {
             suspect.known.emplace_back(topic, "Media go to " + Shown(address) +
                                                   ", which an end with IPv4 alone does not reach.");
         }
-    } else if (BeginsWith(address, "127.") || BeginsWith(address, "10.") || BeginsWith(address, "192.168.") ||
-               BeginsWith(address, "169.254.")) {
+    } else if (IsPrivate(address)) {
         Suspect& suspect =
             Blame(scene, kAddressKind, line, LineWords(line) + " has a loopback or private address.", "", {});
         for (const Topic topic : {Topic::AudioSend, Topic::MainSend}) {
@@ -298,12 +341,9 @@ void FindAddress(Scene& scene, const TextLine& line) {
 void FindMissingAddress(Scene& scene) {
     const Reading& reading = scene.reading;
     bool hasSession = false;
-    std::string origin = "192.0.2.2";
+    const std::string origin = OriginAddress(reading);
     for (const TextLine& line : reading.lines) {
         hasSession = hasSession || (line.section == kNowhere && line.meant == SDPRow::Connection);
-        const std::vector<std::string_view> words =
-            BeginsWith(line.text, "o=") ? WordsOf(line.text, 6) : std::vector<std::string_view>();
-        origin = words.size() == 6 ? std::string(words[5]) : origin;
     }
     if (hasSession || reading.sections.empty()) {
         return;
@@ -333,7 +373,7 @@ void FindMedia(Scene& scene) {
     const TextLine* first[4] = {};
     for (const MeantSection& section : scene.reading.sections) {
         const TextLine& line = scene.reading.lines[section.line];
-        const bool isSlides = IsSlides(scene, section);
+        const bool isSlides = section.isSlides;
         if (section.formats.empty()) {
             AddShort(scene, section, line);
             continue;

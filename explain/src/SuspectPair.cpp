@@ -2,7 +2,7 @@
 // Input: our offer and the far end's answer to it. Output: suspects.
 // Touches the list of suspects.
 // Test: tests/explain/PairSuspectTest.cpp
-#include "Suspect.h"
+#include "FormatLines.h"
 
 #include <algorithm>
 
@@ -57,13 +57,6 @@ std::vector<Topic> TopicsOf(const MeantSection& section, bool isSlides) {
     return {Topic::Floor, Topic::Call};
 }
 
-bool IsSlides(const Reading& reading, const MeantSection& section) {
-    const auto first = reading.lines.begin() + static_cast<std::ptrdiff_t>(section.line);
-    return std::any_of(
-        first, first + static_cast<std::ptrdiff_t>(section.last - section.line) + 1,
-        [](const TextLine& line) { return line.text.find("a=content:slides") != std::string_view::npos; });
-}
-
 Topic EncryptionOf(const MeantSection& section, bool isSlides) {
     return section.media == "audio" ? Topic::EncryptionAudio
            : isSlides               ? Topic::EncryptionSlides
@@ -79,6 +72,28 @@ const TextLine* CryptoOf(const Reading& reading, const MeantSection& section) {
     return nullptr;
 }
 
+/// The payload of tones in our offer; empty without any.
+std::string_view TonesOf(const Reading& offer, const MeantSection& section) {
+    for (const std::string_view format : section.formats) {
+        const auto name = section.rtpmap.find(format);
+        if (name != section.rtpmap.end() &&
+            offer.lines[name->second].text.find("telephone-event") != std::string_view::npos) {
+            return format;
+        }
+    }
+    return {};
+}
+
+/// Tones under a number that was not offered: the offer's number in the m= line and in the rtpmap line.
+void AddTones(Suspect& suspect, const TextLine& media, const TextLine& rtpmap, std::string_view format,
+              std::string_view tones) {
+    suspect.cure.words = "use payload " + std::string(tones) + " for tones, as the offer does";
+    suspect.cure.text = {ReplaceLine(media, WithFormat(media, format, tones)),
+                         ReplaceLine(rtpmap, WithPayload(rtpmap, tones))};
+    suspect.known.emplace_back(Topic::Dtmf, "Tones are sent as payload " + Shown(format) +
+                                                ", a number that our offer did not give to tones.");
+}
+
 void AddFormats(Scene& scene, const Reading& offer, const MeantSection& ours, const MeantSection& theirs,
                 const std::vector<Topic>& topics) {
     const TextLine& media = scene.reading.lines[theirs.line];
@@ -92,6 +107,15 @@ void AddFormats(Scene& scene, const Reading& offer, const MeantSection& ours, co
                                          ", which our offer (" + Payloads(ours) + ") does not.",
                                      "list a payload of the offer in line " + std::to_string(media.number),
                                      {ReplaceLine(media, text)});
+            const auto name = theirs.rtpmap.find(format);
+            const bool isTones =
+                name != theirs.rtpmap.end() &&
+                Lower(scene.reading.lines[name->second].text).find("telephone-event") != std::string::npos;
+            const std::string_view tones = isTones ? TonesOf(offer, ours) : std::string_view();
+            if (!tones.empty()) {
+                AddTones(suspect, media, scene.reading.lines[name->second], format, tones);
+                continue;
+            }
             for (const Topic topic : topics) {
                 suspect.known.emplace_back(topic, "The far end uses a payload number that our offer gave no "
                                                   "codec, so what it sends is not decoded.");
@@ -194,7 +218,7 @@ void FindPair(Scene& scene) {
                                                         ": each end may send one to the port of the other.");
             break;
         }
-        const bool isSlides = IsSlides(offer, offer.sections[i]);
+        const bool isSlides = offer.sections[i].isSlides;
         if (!scene.input.ourOffer.empty()) {
             AddFormats(scene, offer, offer.sections[i], theirs[i], TopicsOf(theirs[i], isSlides));
         }
@@ -213,7 +237,7 @@ void FindPair(Scene& scene) {
                       " sections; our offer has " + std::to_string(offer.sections.size()) + ", next " +
                       Quoted(offer.lines[missing.line].text) + ".",
                   "add " + Quoted(text) + " at the end", {{scene.reading.text.size(), 0, text + "\r\n"}});
-        for (const Topic topic : TopicsOf(missing, IsSlides(offer, missing))) {
+        for (const Topic topic : TopicsOf(missing, missing.isSlides)) {
             suspect.known.emplace_back(topic, "Section " + std::to_string(theirs.size() + 1) +
                                                   " of our offer, " + missing.media +
                                                   ", has no answer, so it does not start.");

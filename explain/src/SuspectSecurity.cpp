@@ -45,6 +45,13 @@ constexpr Rule kPlainTransport = {"E59", "B21", ExplainSeverity::Note, 21,
                                   "The transport is not examined: a crypto line that is read makes a section "
                                   "secure, and with SRTP on it is answered as RTP/SAVP."};
 
+constexpr Rule kPlainOffer = {"E69", "", ExplainSeverity::Note, 55,
+                              "With SRTP on only a section with a crypto line that is read is secure; any "
+                              "other stays in the clear."};
+constexpr Rule kMethod = {"E58", "P21", ExplainSeverity::Error, 11,
+                          "The seven characters before the key are skipped, whatever they are, and the rest "
+                          "is read as if it were inline: (P21; RFC 4568, 6.1)."};
+
 /// Stands where a key has to be written; it is never shown and no key of anybody.
 constexpr const char* kSampleKey = "MDEyMzQ1Njc4OWFiY2RlZjAxMjM0NTY3ODlhYmNk";
 constexpr const char* kReadSuite = "AES_CM_128_HMAC_SHA1_32";
@@ -82,7 +89,13 @@ std::string KeyOrSample(const CryptoWords& words) {
     return isKey ? std::string(key.substr(0, 40)) : kSampleKey;
 }
 
-void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool hasRead) {
+Topic TopicOf(const MeantSection& section) {
+    return section.media == "audio" ? Topic::EncryptionAudio
+           : section.isSlides       ? Topic::EncryptionSlides
+                                    : Topic::EncryptionMain;
+}
+
+void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool hasRead, Topic topic) {
     const CryptoWords words = Cut(line.text);
     const std::string number = std::to_string(line.number);
     const std::string canonical = Canonical(line, scene.reading);
@@ -96,6 +109,14 @@ void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool 
               "write line " + number + " as " + Quoted(canonical), {ReplaceLine(line, canonical)});
     }
     const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(words.suite);
+    const std::size_t colon = words.key.find(':');
+    if (suite != nullptr && suite->isRead && colon < words.key.size() && !BeginsWith(words.key, "inline:")) {
+        Blame(scene, kMethod, line, LineWords(line) + " has another key method than inline:.",
+              "write inline: before the key in line " + number,
+              {ReplaceLine(line, Rewritten(words, words.suite, std::string(words.key.substr(colon + 1))))})
+            .known.emplace_back(topic, "What stands there is used as the key, and it is not the one that the "
+                                       "far end uses, so packets fail to decrypt.");
+    }
     if (suite != nullptr && !suite->isRead) {
         if (hasRead) {
             return;
@@ -137,12 +158,6 @@ void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool 
     }
 }
 
-Topic TopicOf(const MeantSection& section, bool isSlides) {
-    return section.media == "audio" ? Topic::EncryptionAudio
-           : isSlides               ? Topic::EncryptionSlides
-                                    : Topic::EncryptionMain;
-}
-
 void FindParameters(Scene& scene, const TextLine& line, Topic topic) {
     const std::vector<std::string_view> words = WordsOf(line.text, 4);
     const std::size_t bar = words.size() > 2 ? words[2].find('|') : std::string_view::npos;
@@ -163,7 +178,7 @@ void FindParameters(Scene& scene, const TextLine& line, Topic topic) {
                      "differently.");
 }
 
-void FindSection(Scene& scene, const MeantSection& section, bool isSlides, bool isOtherSecure) {
+void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) {
     const TextLine& media = scene.reading.lines[section.line];
     const TextLine* earlier = nullptr;
     bool hasLine = false;
@@ -177,14 +192,12 @@ void FindSection(Scene& scene, const MeantSection& section, bool isSlides, bool 
     }
     for (std::size_t i = section.line + 1; i <= section.last; ++i) {
         const TextLine& line = scene.reading.lines[i];
-        const bool isCrypto =
-            line.meant == SDPRow::Crypto || BeginsWith(Lower(line.text.substr(0, 9)), "a=crypto ");
-        if (!isCrypto || ++count > most) {
+        if (line.meant != SDPRow::Crypto || ++count > most) {
             continue;
         }
         hasLine = true;
-        FindLine(scene, line, earlier, hasRead);
-        FindParameters(scene, line, TopicOf(section, isSlides));
+        FindLine(scene, line, earlier, hasRead, TopicOf(section));
+        FindParameters(scene, line, TopicOf(section));
         const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(Cut(line.text).suite);
         earlier = suite != nullptr && suite->isRead ? &line : earlier;
     }
@@ -198,10 +211,18 @@ void FindSection(Scene& scene, const MeantSection& section, bool isSlides, bool 
         Blame(scene, kPlainTransport, media, LineWords(media) + " says RTP/AVP, and crypto lines follow it.",
               "write RTP/SAVP in line " + std::to_string(media.number), {ReplaceLine(media, text)});
     }
-    if (hasLine || (!isSecure && !(isOtherSecure && scene.input.srtp))) {
+    const bool isPlain = !isSecure && !(isOtherSecure && scene.input.srtp);
+    if (!hasLine && isPlain && scene.input.srtp && section.transport.find("TLS") == std::string::npos) {
+        Blame(scene, kPlainOffer, media,
+              LineWords(media) + " says " + Shown(section.transport) + " and has no crypto line after it.",
+              "", {})
+            .known.emplace_back(TopicOf(section), "The far end wants no encryption here: no suite and no "
+                                                  "key, and our text says RTP/AVP.");
+    }
+    if (hasLine || isPlain) {
         return;
     }
-    const bool isMain = section.media == "video" && !isSlides;
+    const bool isMain = section.media == "video" && !section.isSlides;
     const std::string text = std::string("a=crypto:1 ") + kReadSuite + " inline:" + kSampleKey;
     Blame(scene, isMain && isOtherSecure ? kOneSecure : kNoLine, media,
           LineWords(media) + " has no crypto line after it" +
@@ -217,20 +238,13 @@ void FindSecurity(Scene& scene) {
     const Reading& reading = scene.reading;
     constexpr std::size_t most = 16;
     bool isVideoSecure = false;
-    std::vector<bool> slides;
     for (const MeantSection& section : reading.sections) {
-        bool isSlides = false;
-        for (std::size_t i = section.line; i <= section.last; ++i) {
-            isSlides = isSlides || reading.lines[i].text.find("a=content:slides") != std::string_view::npos;
-            isVideoSecure =
-                isVideoSecure || (section.media == "video" && reading.lines[i].meant == SDPRow::Crypto);
-        }
-        slides.push_back(isSlides);
+        isVideoSecure = isVideoSecure || (section.media == "video" && section.hasCrypto);
     }
     for (std::size_t i = 0; i < reading.sections.size() && i < most; ++i) {
         const MeantSection& section = reading.sections[i];
         if (section.media == "audio" || section.media == "video") {
-            FindSection(scene, section, slides[i], section.media == "video" && isVideoSecure);
+            FindSection(scene, section, section.media == "video" && isVideoSecure);
         }
     }
 }

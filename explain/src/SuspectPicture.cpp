@@ -1,0 +1,178 @@
+// Stage: suspects in H.264 formats: profile and level, packetization modes, a section without H.264.
+// Input: the video sections that the writer meant. Output: suspects.
+// Touches the list of suspects.
+// Test: tests/explain/judge_cases.py
+#include "FormatLines.h"
+
+#include "H264Level.h"
+
+#include <algorithm>
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+
+constexpr Rule kMixed = {"E50", "X04", ExplainSeverity::Error, 41,
+                         "Without a packetization mode other than 0 each H.264 format is read over the one "
+                         "before it, and the last payload stands (X04)."};
+constexpr Rule kLevel = {"E51", "X06", ExplainSeverity::Warning, 20,
+                         "A level that is not in the table reads as 1.3 (X06), level 1b is FF alone (X05), "
+                         "and all digits after the fourth are one number (G13)."};
+constexpr Rule kMode = {"E52", "X04", ExplainSeverity::Note, 62,
+                        "The first H.264 format with a packetization mode other than 0 is chosen; without "
+                        "one it is mode 0 (X04; RFC 6184, 8.1)."};
+constexpr Rule kInterleaved = {"E55", "X04", ExplainSeverity::Error, 20,
+                               "Any packetization mode other than 0 ends the search for a format, also the "
+                               "interleaved mode 2, which this side does not have (X04)."};
+constexpr Rule kProfile = {"E56", "", ExplainSeverity::Note, 64,
+                           "The first four digits of profile-level-id, profile and constraints, are not "
+                           "examined; our text always says baseline, 4200."};
+constexpr Rule kNoLevel = {
+    "E53", "", ExplainSeverity::Note, 63,
+    "Level and limits come from the fmtp line of the chosen format alone; what it does not name is not set."};
+
+std::string LevelDigits(const TextLine& fmtp) {
+    const std::size_t at = Lower(fmtp.text).find("profile-level-id");
+    const std::size_t equals = at == std::string::npos ? at : fmtp.text.find('=', at);
+    if (equals == std::string::npos) {
+        return {};
+    }
+    const std::string_view value =
+        Trimmed(fmtp.text.substr(equals + 1, fmtp.text.find(';', equals) - equals - 1));
+    return std::string(value);
+}
+
+void AddLevel(Scene& scene, const TextLine& fmtp, Topic topic) {
+    const std::string value = LevelDigits(fmtp);
+    if (value.size() < 4) {
+        return;
+    }
+    const bool isHex = value.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
+    const long level = isHex && value.size() >= 6 ? std::stol(value.substr(4, 2), nullptr, 16) : -1;
+    const bool isLevel1b =
+        level == 11 && (std::stol(value.substr(2, 2), nullptr, 16) & 0x10) != 0 && value.substr(0, 2) != "64";
+    std::string digits;
+    for (int row = 0; row < sdp::kH264Levels; ++row) {
+        const int known = sdp::__iH264Profile[row];
+        digits = known <= level && known != 255 ? sdp::__strH264Profile2[row] : digits;
+    }
+    if (isLevel1b) {
+        digits = "FF";
+    }
+    if (digits.empty() || value.size() < 6) {
+        digits = "1F";
+    }
+    const std::string exact = (isHex ? value.substr(0, 4) : "4200") + digits;
+    if (value.substr(0, 2) != "42") {
+        Blame(scene, kProfile, fmtp, LineWords(fmtp) + " has a profile other than baseline.", "", {})
+            .known.emplace_back(topic,
+                                "The far end may send a profile that this side did not offer to decode.");
+    }
+    if (Upper(exact) != Upper(value)) {
+        std::string text(fmtp.text);
+        text.replace(text.find(value), value.size(), exact);
+        Blame(scene, kLevel, fmtp,
+              LineWords(fmtp) + " has the profile-level-id " + Shown(value) + ", whose level" +
+                  (level > 0 ? " " + std::to_string(level / 10) + "." + std::to_string(level % 10) : "") +
+                  " is not in the table" + (isLevel1b ? " in this form (1b)." : "."),
+              "write profile-level-id=" + exact + " in line " + std::to_string(fmtp.number),
+              {ReplaceLine(fmtp, std::move(text))});
+    }
+}
+
+void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
+              const std::vector<std::string_view>& h264, Topic topic) {
+    const VideoParms& stream =
+        topic == Topic::Slides ? scene.state.record.m_VideoPreso : scene.state.record.m_VideoMain;
+    if (stream.iFmtpPacketizationMode == 0 && h264.size() > 1) {
+        std::string text(media.text);
+        for (std::size_t i = 1; i < h264.size() && i < 16; ++i) {
+            TextLine changed = media;
+            changed.text = text;
+            text = WithFormat(changed, h264[i], {});
+        }
+        Blame(scene, kMixed, media,
+              LineWords(media) + " lists several H.264 formats, none with packetization-mode=1.",
+              "list H.264 payload " + Shown(h264.front()) + " alone in line " + std::to_string(media.number),
+              {ReplaceLine(media, std::move(text))});
+    }
+    const std::string chosen = std::to_string(stream.iVideoPayload);
+    const std::string payload(std::find(h264.begin(), h264.end(), chosen) == h264.end() ? h264.back()
+                                                                                        : chosen);
+    const TextLine* const fmtp = LineOf(scene, section.fmtp, payload);
+    const TextLine& blamed = fmtp != nullptr ? *fmtp : *LineOf(scene, section.rtpmap, payload);
+    const std::string number = std::to_string(blamed.number);
+    const auto insert = [&](const std::string& parameter) {
+        return fmtp != nullptr ? ReplaceLine(*fmtp, std::string(Trimmed(fmtp->text)) + ";" + parameter)
+                               : InsertAfter(blamed, "a=fmtp:" + payload + " " + parameter);
+    };
+    if (stream.iFmtpPacketizationMode > 1 && fmtp != nullptr) {
+        const std::size_t at = fmtp->text.find("packetization-mode=");
+        if (at != std::string_view::npos) {
+            std::string text(fmtp->text);
+            text.replace(at + 19, 1, "1");
+            Blame(scene, kInterleaved, *fmtp,
+                  LineWords(*fmtp) + " has a packetization mode that is neither 0 nor 1.",
+                  "write packetization-mode=1 in line " + number, {ReplaceLine(*fmtp, text)});
+        }
+    }
+    if (stream.iFmtpPacketizationMode == 0) {
+        Blame(scene, kMode, blamed, LineWords(blamed) + " does not say packetization-mode=1.",
+              "add packetization-mode=1 for payload " + Shown(payload), {insert("packetization-mode=1")})
+            .known.emplace_back(topic,
+                                "The picture is sent in packetization mode 0, one NAL unit in each packet.");
+    }
+    if (stream.strVideoLevel.empty()) {
+        Blame(scene, kNoLevel, blamed, LineWords(blamed) + " gives no profile-level-id.",
+              "add profile-level-id=42801f for payload " + Shown(payload),
+              {insert("profile-level-id=42801f")})
+            .known.emplace_back(
+                topic, "The level of the picture is not known, so the far end's decoder sets no limit.");
+    }
+}
+
+void FindPicture(Scene& scene, const MeantSection& section, const TextLine& media, Topic topic) {
+    std::vector<std::string_view> h264;
+    for (const std::string_view format : section.formats) {
+        if (NameOf(scene, section, format) == "H264") {
+            h264.push_back(format);
+            if (const TextLine* const fmtp = LineOf(scene, section.fmtp, format)) {
+                AddLevel(scene, *fmtp, topic);
+            }
+        }
+    }
+    const VideoParms& stream =
+        topic == Topic::Slides ? scene.state.record.m_VideoPreso : scene.state.record.m_VideoMain;
+    if (stream.fIsVideoValid && stream.iVideoPayload == 0) {
+        const std::string free = FreePayload(section);
+        Blame(scene, kNoCommonFormat, media,
+              LineWords(media) + " lists " + NamesIn(scene, section) + ", and no H264/90000.",
+              "list an H.264 format in line " + std::to_string(media.number),
+              {ReplaceLine(media, WithFormat(media, {}, free)),
+               InsertAfter(media, "a=rtpmap:" + free + " H264/90000\r\na=fmtp:" + free +
+                                      " profile-level-id=42801f;packetization-mode=1")});
+    }
+    if (!h264.empty()) {
+        AddModes(scene, section, media, h264, topic);
+    }
+}
+
+} // namespace
+
+void FindVideoFormats(Scene& scene) {
+    constexpr std::size_t most = 16;
+    std::size_t count = 0;
+    for (const MeantSection& section : scene.reading.sections) {
+        if (section.media != "video" || section.formats.empty() || ++count > most) {
+            continue;
+        }
+        const TextLine& media = scene.reading.lines[section.line];
+        FindNameless(scene, section);
+        FindUnlisted(scene, section);
+        FindPicture(scene, section, media, section.isSlides ? Topic::Slides : Topic::MainPicture);
+    }
+}
+
+} // namespace explain

@@ -1,0 +1,101 @@
+// Stage: suspects in the formats of tones and in the choice among common audio codecs.
+// Input: the first audio section that the writer meant. Output: suspects.
+// Touches the list of suspects.
+// Test: tests/explain/judge_cases.py
+#include "FormatLines.h"
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+
+constexpr Rule kOtherRate = {"E46", "X02", ExplainSeverity::Error, 20,
+                             "Tones are recognised by the name telephone-event/8000 alone, so events of "
+                             "another clock rate are not taken (X02; RFC 4733)."};
+constexpr Rule kNoTones = {"E47", "B07", ExplainSeverity::Note, 62,
+                           "Tones need a format telephone-event/8000 in the far end's text; our own text "
+                           "lists payload 101 in any case (B07)."};
+constexpr Rule kTheirOrder = {
+    "E48", "", ExplainSeverity::Note, 61,
+    "The far end's order decides: the first format that this side also has is chosen (RFC 3264, 6.1)."};
+constexpr Rule kManyTones = {
+    "E49", "X02", ExplainSeverity::Warning, 40,
+    "Of several telephone-event/8000 formats the one listed last gives the payload of the tones (X02)."};
+
+} // namespace
+
+void FindTones(Scene& scene, const MeantSection& section) {
+    const TextLine& media = scene.reading.lines[section.line];
+    const TextLine* other = nullptr;
+    std::vector<std::string_view> good;
+    for (const std::string_view format : section.formats) {
+        if (NameOf(scene, section, format) == "TELEPHONE-EVENT") {
+            const TextLine* const line = LineOf(scene, section.rtpmap, format);
+            if (Lower(line->text).find("telephone-event/8000") != std::string::npos) {
+                good.push_back(format);
+            } else {
+                other = line;
+            }
+        }
+    }
+    if (good.empty() && other != nullptr) {
+        const std::string text = "a=rtpmap:" + std::string(PayloadOf(other->text)) + " telephone-event/8000";
+        Blame(scene, kOtherRate, *other, LineWords(*other) + " has another clock rate than 8000.",
+              "write line " + std::to_string(other->number) + " as " + Quoted(text),
+              {ReplaceLine(*other, text)});
+    } else if (good.size() > 1) {
+        const TextLine* const line = LineOf(scene, section.rtpmap, good.back());
+        Blame(scene, kManyTones, *line,
+              LineWords(*line) + " is one of " + std::to_string(good.size()) +
+                  " telephone-event/8000 formats.",
+              "take payload " + Shown(good.back()) + " out of line " + std::to_string(media.number),
+              {ReplaceLine(media, WithFormat(media, good.back(), {}))})
+            .lines.push_back(media.number);
+    } else if (good.empty()) {
+        const std::string free = section.listed.count("101") == 0 ? "101" : FreePayload(section);
+        Blame(scene, kNoTones, media, LineWords(media) + " lists no telephone-event format.",
+              "list payload " + free + " in line " + std::to_string(media.number) +
+                  " and insert its rtpmap line",
+              {ReplaceLine(media, WithFormat(media, {}, free)),
+               InsertAfter(media, "a=rtpmap:" + free + " telephone-event/8000")})
+            .known.emplace_back(Topic::Dtmf, "Tones have no payload, so none are sent to the far end.");
+    }
+}
+
+/// Common codecs behind the first, and a text without a common codec.
+void FindChoice(Scene& scene, const MeantSection& section) {
+    const TextLine& media = scene.reading.lines[section.line];
+    const std::int32_t mask = scene.input.local.eAudioCodec;
+    if (scene.state.record.eAudioCodec == PAYLOAD_UNKNOWN) {
+        const bool hasStatic = (mask & PAYLOAD_G711U) != 0;
+        const std::string format = hasStatic ? "0" : (mask & PAYLOAD_G722) != 0 ? "9" : "18";
+        Blame(scene, kNoCommonFormat, media,
+              LineWords(media) + " lists " + NamesIn(scene, section) + ", no codec that this side has.",
+              "list payload " + format + " in line " + std::to_string(media.number),
+              {ReplaceLine(media, WithFormat(media, {}, format))});
+        return;
+    }
+    for (const std::string_view better : {std::string_view("9"), std::string_view("104")}) {
+        const bool isWide =
+            scene.state.record.eAudioCodec == PAYLOAD_G7221 || scene.state.record.eAudioCodec == PAYLOAD_G722;
+        for (const std::string_view format : section.formats) {
+            const bool isBetter =
+                format == better || (better == "104" && NameOf(scene, section, format) == "G7221");
+            if (isBetter && !isWide && format != section.formats.front()) {
+                std::string text = WithFormat(media, format, {});
+                const std::vector<std::string_view> words = WordsOf(text, 4);
+                text.insert(static_cast<std::size_t>(words[3].data() - std::string_view(text).data()),
+                            std::string(format) + " ");
+                Blame(scene, kTheirOrder, media,
+                      LineWords(media) + " lists payload " + Shown(section.formats.front()) + " before " +
+                          Shown(format) + ".",
+                      "list payload " + Shown(format) + " first in line " + std::to_string(media.number),
+                      {ReplaceLine(media, std::move(text))});
+                return;
+            }
+        }
+    }
+}
+
+} // namespace explain
