@@ -253,7 +253,7 @@ public:
     // Texts
 
     /// The offer to send, and phase OfferSent. Refused in that phase, without an address, without a stream,
-    /// and when no key can be made.
+    /// and when the generator fails.
     Outcome Offer();
     /// Reads the answer to our offer, and phase Agreed. The same text once more changes nothing.
     /// A fault in a section costs that stream; another number, order or transport of sections costs the whole

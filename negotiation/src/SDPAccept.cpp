@@ -11,8 +11,6 @@ using namespace negotiation;
 
 namespace {
 
-constexpr std::size_t kUsualLength = 2048;
-
 constexpr Verdict kNotOffered = {State::DeclinedByUs, "the section was offered at port 0"};
 constexpr Verdict kAllHeld = {State::Held, "this side holds all streams at port 0"};
 constexpr Verdict kDeclined = {State::DeclinedByThem, "the far end's section has port 0"};
@@ -114,7 +112,7 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Accept(std::string_view answer) {
     SDPHandler handler;
     RemoteSDP record;
     Configure(handler, *offered, roles);
-    sdp::Writer prepared(answer.size() + kUsualLength);
+    sdp::Writer prepared(kUsualLength);
     WritePrepared(prepared, description, choice.taken, repairs);
     handler.ParseTheSDP(prepared.Take(), record);
 

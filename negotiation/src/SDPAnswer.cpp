@@ -12,8 +12,6 @@ using namespace negotiation;
 
 namespace {
 
-constexpr std::size_t kUsualLength = 2048;
-
 /// The slot that a section of the offer makes, closed.
 Slot ClosedSlot(const Section& section, const Slot* before) {
     Slot slot;
@@ -167,33 +165,30 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
     }
     const bool isSecure = std::any_of(choice.taken.begin(), choice.taken.end(),
                                       [](const Taken& taken) { return taken.isSecure; });
-    std::shared_ptr<const Wishes> told = WithKeys(isSecure);
-    if (told == nullptr) {
-        return Refusal("no key can be made", kNotAcceptable);
-    }
     const unsigned roles = TakenRoles(choice);
+    // Slides that are to be presented need an offer of their own when this one has none to take them.
+    const unsigned left = phase == Phase::Idle ? unsigned{Wishes::Bit(kSlides)} : ~0U;
+    std::uint64_t id = 0;
+    std::shared_ptr<const Wishes> asking = Told(isSecure, wishes->asked & left & ~roles, id);
+    if (asking == nullptr) {
+        return Refusal(kNoRandom, kNotAcceptable);
+    }
+    std::shared_ptr<const Wishes> told = Asking(asking, 0);
     SDPHandler handler;
     RemoteSDP record;
     Configure(handler, *told, roles);
-    sdp::Writer prepared(offer.size() + kUsualLength);
+    sdp::Writer prepared(kUsualLength);
     WritePrepared(prepared, description, choice.taken, repairs);
     handler.ParseTheSDP(prepared.Take(), record);
     Session next = AnswerSession({description, choice, record, false}, session, *told, repairs);
 
-    std::string component = handler.GetLocalSDP();
-    const sdp::WipedAtEnd wiped(component);
+    // The component's text has no key: SRTP is off in this handler.
+    const std::string component = handler.GetLocalSDP();
     sdp::Writer writer(kUsualLength);
     WriteBody(writer, component, next, AnswerPlans(choice, next, *told));
     SecretText body(writer.Take());
-    // Slides that are to be presented need an offer of their own when this one has none to take them.
-    const unsigned left = phase == Phase::Idle ? unsigned{Wishes::Bit(kSlides)} : ~0U;
-    std::shared_ptr<const Wishes> asking = Asking(told, told->asked & left & ~roles);
-    told = Asking(asking, 0);
     Outcome outcome;
-    outcome.text = Seal(component, body);
-    if (outcome.text.empty()) {
-        return Refusal("no session id can be made", kNotAcceptable);
-    }
+    outcome.text = Seal(component, body, id);
     wishes = std::move(asking);
     maxBandwidth = record.iMaxBandwidth;
     lastAnswer = SecretText();

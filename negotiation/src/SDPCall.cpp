@@ -43,32 +43,21 @@ void SDPNegotiator::Call::Take(std::shared_ptr<const Wishes> next) noexcept {
     ApplyWishes(session, *wishes);
 }
 
-std::shared_ptr<const Wishes> SDPNegotiator::Call::WithKeys(bool isSecure) const {
-    const bool hasAll = std::all_of(wishes->keys.begin(), wishes->keys.end(), [](const auto& suites) {
-        return std::none_of(suites.begin(), suites.end(), IsZero);
-    });
-    if (!isSecure || hasAll) {
-        return wishes;
-    }
-    const auto next = std::make_shared<Wishes>(*wishes);
-    return MakeKeys(*next, false) ? next : nullptr;
-}
-
-bool SDPNegotiator::Call::MakeKeys(Wishes& told, bool replaces) const {
+bool SDPNegotiator::Call::Make(Keys* keys, bool replaces, std::uint64_t* id) const {
     constexpr std::size_t length = baseSDP::kKeyLength + baseSDP::kSaltLength;
+    constexpr std::uint64_t bits62 = (std::uint64_t{1} << 62U) - 1;
     std::array<Key*, baseSDP::SRTP_MAX * kBothSuites.size()> wanted{};
     std::size_t count = 0;
-    for (auto& suites : told.keys) {
-        for (Key& key : suites) {
-            if (replaces || IsZero(key)) {
-                wanted[count++] = &key;
-            }
+    for (std::size_t n = 0; keys != nullptr && n < wanted.size(); ++n) {
+        Key& key = (*keys)[n / kBothSuites.size()][n % kBothSuites.size()];
+        if (replaces || IsZero(key)) {
+            wanted[count++] = &key;
         }
     }
-    // One call for all of them: a call of the generator costs more than a whole section of a description.
-    unsigned char bytes[wanted.size() * length] = {};
+    // One call for all of it: a call of the generator costs more than a whole section of a description.
+    unsigned char bytes[wanted.size() * length + sizeof *id] = {};
     const Random fill = random == nullptr ? FromLibcrypto : random;
-    bool isMade = fill(bytes, count * length);
+    bool isMade = fill(bytes, count * length + (id == nullptr ? 0 : sizeof *id));
     for (std::size_t n = 0; n < count && isMade; ++n) {
         const unsigned char* const from = bytes + n * length;
         std::copy_n(from, baseSDP::kKeyLength, wanted[n]->key.begin());
@@ -76,23 +65,33 @@ bool SDPNegotiator::Call::MakeKeys(Wishes& told, bool replaces) const {
         // A key of zeros is what a generator leaves that does nothing.
         isMade = !IsZero(*wanted[n]);
     }
+    if (id != nullptr) {
+        std::memcpy(id, bytes + count * length, sizeof *id);
+        *id = std::max<std::uint64_t>(*id & bits62, 1);
+    }
     sdp::Wipe(bytes);
     return isMade;
 }
 
-std::string SDPNegotiator::Call::Seal(std::string_view component, SecretText& body) {
-    constexpr std::uint64_t bits62 = (std::uint64_t{1} << 62U) - 1;
-    std::uint64_t id = sessionId;
+std::shared_ptr<const Wishes> SDPNegotiator::Call::Told(bool isSecure, unsigned asked,
+                                                        std::uint64_t& id) const {
+    id = sessionId;
+    std::uint64_t* const newId = id == 0 ? &id : nullptr;
+    const bool hasAll = std::all_of(wishes->keys.begin(), wishes->keys.end(), [](const auto& suites) {
+        return std::none_of(suites.begin(), suites.end(), IsZero);
+    });
+    if (!isSecure || hasAll) {
+        return newId == nullptr || Make(nullptr, false, newId) ? Asking(wishes, asked) : nullptr;
+    }
+    const auto next = std::make_shared<Wishes>(*wishes);
+    next->asked = static_cast<std::uint8_t>(asked);
+    return Make(&next->keys, false, newId) ? next : nullptr;
+}
+
+std::string SDPNegotiator::Call::Seal(std::string_view component, SecretText& body, std::uint64_t id) {
     std::string user = originUser;
     std::string address = originAddress;
-    if (id == 0) {
-        const Random fill = random == nullptr ? FromLibcrypto : random;
-        unsigned char bytes[sizeof id];
-        if (!fill(bytes, sizeof bytes)) {
-            return {};
-        }
-        std::memcpy(&id, bytes, sizeof id);
-        id = std::max<std::uint64_t>(id & bits62, 1);
+    if (version == 0) {
         user = OriginUser(component);
         address =
             wishes->local.strMyIPAddr.empty() ? wishes->local.strDefaultIPAddr : wishes->local.strMyIPAddr;
@@ -139,17 +138,13 @@ void Configure(SDPHandler& handler, const Wishes& told, unsigned roles) {
     if (!has(kAudio)) {
         local.listAudioCodecPriority.clear();
     }
-    // Mode 1 brings the keys, the bandwidth and both formats [B11] [B24]; what is not listed is cut later.
+    // Mode 1 brings the bandwidth and both formats [B11] [B24]; what is not listed is cut later.
     const PayloadType_t none = static_cast<PayloadType_t>(0);
     local.m_VideoMain.eVideoCodec = has(kMain) ? PAYLOAD_H264 : none;
     local.m_VideoPreso.eVideoCodec = has(kSlides) ? PAYLOAD_H264 : none;
     local.iVideoPayloadMode1 = kOwnNumbers[kMode1];
     local.iVideoPayloadMode0 = kOwnNumbers[kMode0];
     local.fVideoTxMuted = false;
-    for (auto& suite : local.cryptoAlgo) {
-        suite = kBothSuites[0];
-    }
-    handler.m_bSRTP = told.srtp != Srtp::Off;
     handler.SetBfcpSupport(has(kSlides));
     handler.SetMaxSupportedSessions(kRoles);
 }

@@ -27,13 +27,17 @@ struct SDPNegotiator::Call {
     void Decline();
     /// Takes new wishes, and lets those that only take away count at once.
     void Take(std::shared_ptr<const negotiation::Wishes> next) noexcept;
-    /// Makes the keys that are missing, or all. False when the generator fails.
-    bool MakeKeys(negotiation::Wishes& told, bool replaces) const;
-    /// The wishes with keys when `isSecure`; null when none can be made.
-    std::shared_ptr<const negotiation::Wishes> WithKeys(bool isSecure) const;
+    /// Makes the keys that are missing, or all, and the session id. False when the generator fails.
+    /// @param keys  null: none are made
+    /// @param id    null: none is made
+    bool Make(negotiation::Keys* keys, bool replaces, std::uint64_t* id) const;
+    /// The wishes that the next text tells, with keys when it is secure; null when the generator fails.
+    /// @param asked  the roles that they ask for
+    /// @param id     filled with the id of the session
+    std::shared_ptr<const negotiation::Wishes> Told(bool isSecure, unsigned asked, std::uint64_t& id) const;
     /// Puts "v=" and "o=" in front of a body, as the text that is sent next. The version grows when the body
-    /// is another one than the last. Empty when no session id can be made.
-    std::string Seal(std::string_view component, negotiation::SecretText& body);
+    /// is another one than the last.
+    std::string Seal(std::string_view component, negotiation::SecretText& body, std::uint64_t id);
     /// A new agreement on what `told` says.
     void Agree(negotiation::Session& next, std::shared_ptr<const negotiation::Wishes> told) noexcept;
 
@@ -81,6 +85,8 @@ inline SDPNegotiator::Outcome Refusal(std::string_view reason, int status = 0) {
     return outcome;
 }
 
-inline constexpr int kNotAcceptable = 488; ///< RFC 3261, 21.4.26
+inline constexpr std::string_view kNoRandom = "the generator of keys and ids fails";
+inline constexpr std::size_t kUsualLength = 2048; ///< bytes of a description, to reserve
+inline constexpr int kNotAcceptable = 488;        ///< RFC 3261, 21.4.26
 
 } // namespace negotiation

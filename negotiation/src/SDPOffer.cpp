@@ -12,8 +12,6 @@ using namespace negotiation;
 
 namespace {
 
-constexpr std::size_t kUsualLength = 2048;
-
 /// Whether the offer has a section of the role that is not rejected.
 bool IsOffered(Role role, const Session& session, const Wishes& told) {
     const bool isOpen = session.Open(role) < session.slots.size();
@@ -180,9 +178,10 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Offer() {
     const bool isSecure = std::any_of(next.slots.begin(), next.slots.end(), [](const Slot& slot) {
         return slot.isOpen && IsSecure(slot.transport);
     });
-    const std::shared_ptr<const Wishes> told = WithKeys(isSecure);
+    std::uint64_t id = 0;
+    const std::shared_ptr<const Wishes> told = Told(isSecure, wishes->asked, id);
     if (told == nullptr) {
-        return Refusal("no key can be made");
+        return Refusal(kNoRandom);
     }
     const Plans plans = OfferPlans(session, next, *told);
     unsigned roles = 0;
@@ -191,16 +190,13 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Offer() {
     }
     SDPHandler handler;
     Configure(handler, *told, roles);
-    std::string component = handler.GetLocalSDP();
-    const sdp::WipedAtEnd wiped(component);
+    // The component's text has no key: SRTP is off in this handler.
+    const std::string component = handler.GetLocalSDP();
     sdp::Writer writer(kUsualLength);
     WriteBody(writer, component, next, plans);
     SecretText body(writer.Take());
     Outcome outcome;
-    outcome.text = Seal(component, body);
-    if (outcome.text.empty()) {
-        return Refusal("no session id can be made");
-    }
+    outcome.text = Seal(component, body, id);
     wishes = told;
     pending = std::move(next);
     offered = told;

@@ -11,12 +11,20 @@
 namespace negotiation {
 namespace {
 
+constexpr auto TokenBytes() {
+    constexpr std::string_view separators = "\"(),/:;<=>?@[\\]";
+    std::array<bool, 256> bytes{};
+    for (std::size_t byte = '!'; byte < 0x7F; ++byte) {
+        bytes[byte] = separators.find(static_cast<char>(byte)) == std::string_view::npos;
+    }
+    return bytes;
+}
+
 /// A token of RFC 4566, 9.
 bool IsToken(std::string_view word) {
-    constexpr std::string_view separators = "\"(),/:;<=>?@[\\]";
-    return !word.empty() && std::all_of(word.begin(), word.end(), [separators](char c) {
-        return c > ' ' && c < 0x7F && separators.find(c) == std::string_view::npos;
-    });
+    static constexpr auto kTokenBytes = TokenBytes();
+    return !word.empty() && std::all_of(word.begin(), word.end(),
+                                        [](char c) { return kTokenBytes[static_cast<unsigned char>(c)]; });
 }
 
 /// Calls `isFound(piece)` for the pieces of a list until it is true.

@@ -71,23 +71,6 @@ void RewriteFmtp(sdp::Writer& text, std::string_view value, const Plan& plan) {
     text << value << "\r\n";
 }
 
-// a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:...
-void RewriteCrypto(sdp::Writer& text, std::string_view /*value*/, const Plan& plan) {
-    for (const Plan::Crypto& crypto : plan.crypto) {
-        if (crypto.key == nullptr) {
-            return;
-        }
-        std::string key;
-        const sdp::WipedAtEnd wiped(key);
-        GetSRTPKey(key, crypto.key->key.data(), crypto.key->salt.data());
-        for (const sdp::Suite& suite : sdp::kSuites) {
-            if (suite.profile == kBothSuites[crypto.suite]) {
-                text << "a=crypto:" << crypto.tag << " " << suite.name << " inline:" << key << "\r\n";
-            }
-        }
-    }
-}
-
 // a=sendrecv
 void RewriteDirection(sdp::Writer& text, std::string_view /*value*/, const Plan& plan) {
     text << KeywordOf(plan.slot->ours) << "\r\n";
@@ -167,7 +150,6 @@ constexpr Rewrite kRewrites[] = {
     {"c=", RewriteConnection},
     {"a=rtpmap:", RewriteRtpmap},
     {"a=fmtp:", RewriteFmtp},
-    {"a=crypto:", RewriteCrypto},
     {sdp::kDirections[0].keyword, RewriteDirection},
     {sdp::kDirections[1].keyword, RewriteDirection},
     {sdp::kDirections[2].keyword, RewriteDirection},
@@ -230,6 +212,34 @@ void WriteSession(sdp::Writer& body, std::string_view lines, const Session& sess
     });
 }
 
+void WriteCrypto(sdp::Writer& text, const Plan& plan) {
+    for (const Plan::Crypto& crypto : plan.crypto) {
+        if (crypto.key == nullptr) {
+            return;
+        }
+        std::string key;
+        const sdp::WipedAtEnd wiped(key);
+        GetSRTPKey(key, crypto.key->key.data(), crypto.key->salt.data());
+        for (const sdp::Suite& suite : sdp::kSuites) {
+            if (suite.profile == kBothSuites[crypto.suite]) {
+                text << "a=crypto:" << crypto.tag << " " << suite.name << " inline:" << key << "\r\n";
+            }
+        }
+    }
+}
+
+/// Crypto lines are no lines of the component's: they stand in front of the attributes.
+void WriteOpen(sdp::Writer& body, std::string_view lines, const Plan& plan) {
+    bool hasAttribute = false;
+    sdp::ForEachLine(lines, [&](std::size_t at, std::size_t length) {
+        if (!hasAttribute && lines[at] == 'a') {
+            WriteCrypto(body, plan);
+            hasAttribute = true;
+        }
+        RewriteLine(body, lines.substr(at, length), plan);
+    });
+}
+
 void WriteClosed(sdp::Writer& body, const Slot& slot) {
     body << "m=" << slot.media << " 0 " << slot.transport << " " << slot.formats << "\r\n";
 }
@@ -241,14 +251,11 @@ void WriteBody(sdp::Writer& body, std::string_view component, const Session& ses
     WriteSession(body, parts.session, session);
     for (const Slot& slot : session.slots) {
         const bool hasPlan = slot.role != kNoRole && plans[slot.role].slot == &slot;
-        if (!hasPlan) {
+        if (hasPlan) {
+            WriteOpen(body, parts.sections[slot.role], plans[slot.role]);
+        } else {
             WriteClosed(body, slot);
-            continue;
         }
-        const std::string_view lines = parts.sections[slot.role];
-        sdp::ForEachLine(lines, [&](std::size_t at, std::size_t length) {
-            RewriteLine(body, lines.substr(at, length), plans[slot.role]);
-        });
     }
 }
 

@@ -131,8 +131,8 @@ SDPNegotiator::Wish SDPNegotiator::Call::SetLocal(const LocalSDP& local) {
 
 SDPNegotiator::Wish SDPNegotiator::Call::Rekey() {
     const auto next = std::make_shared<Wishes>(*wishes);
-    if (!MakeKeys(*next, true)) {
-        return {false, "no key can be made"};
+    if (!Make(&next->keys, true, nullptr)) {
+        return {false, kNoRandom};
     }
     Take(next);
     return {true, {}};

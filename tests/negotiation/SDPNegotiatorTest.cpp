@@ -479,14 +479,14 @@ Start send receive 97/97 192.0.2.1:5016
 TEST(Negotiator, WithoutAGeneratorNothingSecureGoesOut) {
     SDPNegotiator none([](unsigned char*, std::size_t) { return false; });
     ASSERT_TRUE(none.SetLocal(AudioOnly()).isTaken);
-    EXPECT_EQ(none.Offer().reason, "no session id can be made");
+    EXPECT_EQ(none.Offer().reason, "the generator of keys and ids fails");
     none.SetSrtp(Srtp::Wanted);
-    EXPECT_EQ(none.Offer().reason, "no key can be made");
-    EXPECT_EQ(none.Rekey().reason, "no key can be made");
+    EXPECT_EQ(none.Offer().reason, "the generator of keys and ids fails");
+    EXPECT_EQ(none.Rekey().reason, "the generator of keys and ids fails");
     SDPNegotiator zeros([](unsigned char*, std::size_t) { return true; });
     ASSERT_TRUE(zeros.SetLocal(AudioOnly()).isTaken);
     zeros.SetSrtp(Srtp::Wanted);
-    EXPECT_EQ(zeros.Offer().reason, "no key can be made");
+    EXPECT_EQ(zeros.Offer().reason, "the generator of keys and ids fails");
 }
 
 TEST(Negotiator, TheGeneratorOfLibcryptoIsTheUsualOne) {

@@ -28,11 +28,11 @@ template <int kSide>
 bool KnownBytes(unsigned char* bytes, std::size_t length) {
     static const KnownKey made(kSide == 0 ? "near" : "away");
     constexpr std::size_t material = sizeof made.key + sizeof made.salt;
-    // Keys are made several in one call, each followed by its salt; any other length is no key.
+    // One call fills several keys, each followed by its salt, and after them what is no key.
     for (std::size_t n = 0; n < length; ++n) {
         const std::size_t at = n % material;
         const unsigned char known = at < sizeof made.key ? made.key[at] : made.salt[at - sizeof made.key];
-        bytes[n] = length % material == 0 ? known : static_cast<unsigned char>(n + 1);
+        bytes[n] = n < length / material * material ? known : static_cast<unsigned char>(n + 1);
     }
     return true;
 }
