@@ -6,21 +6,20 @@ set -euo pipefail
 
 build=$(cd "$1" && pwd)
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-root=$here/../..
-ignored=$here/abi/interface.abignore
+now=$(mktemp -d)
+trap 'rm -rf "$now"' EXIT
 status=0
 for library in "$build"/*/libcommonmedia*.so; do
     name=$(basename "$library" .so)
-    # Types of the standard library and of the private headers are no part of the interface.
-    directory=commonmedia
-    test "$name" = libcommonmedia || directory=${name#libcommonmedia_}
+    # The types of the public headers, without those of the standard library.
+    abidw --suppressions "$here/abi/interface.abignore" --drop-private-types --exported-interfaces-only \
+        --headers-dir "$here/../../$(basename "$(dirname "$library")")/include" \
+        --no-corpus-path --no-comp-dir-path --no-show-locs --type-id-style hash \
+        --out-file "$now/$name.abi" "$library"
     if [ "${2:-}" = --renew ]; then
-        abidw --suppressions "$ignored" --headers-dir "$root/$directory/include" --drop-private-types \
-            --exported-interfaces-only --no-corpus-path --no-comp-dir-path --no-show-locs \
-            --type-id-style hash --out-file "$here/abi/$name.abi" "$library"
+        cp "$now/$name.abi" "$here/abi/$name.abi"
     else
-        abidiff --suppressions "$ignored" --headers-dir2 "$root/$directory/include" --drop-private-types \
-            --no-added-syms "$here/abi/$name.abi" "$library" || status=1
+        abidiff --no-added-syms "$here/abi/$name.abi" "$now/$name.abi" || status=1
     fi
 done
 test "$status" -eq 0 && echo "binary interface: as described"
