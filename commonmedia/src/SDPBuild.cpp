@@ -55,10 +55,8 @@ void SDPHandler::Build::OfferPreamble() {
 }
 
 std::string SDPHandler::AddOfferPreamble() {
-    Build build(*this);
     ++m_iSessionVersion;
-    build.OfferPreamble();
-    return build.Take();
+    return Build::Lines(*this, &Build::OfferPreamble);
 }
 
 void SDPHandler::Build::O() {
@@ -74,10 +72,8 @@ void SDPHandler::Build::O() {
 }
 
 std::string SDPHandler::AddO() {
-    Build build(*this);
     ++m_iSessionVersion;
-    build.O();
-    return build.Take();
+    return Build::Lines(*this, &Build::O);
 }
 
 void SDPHandler::Build::C() {
@@ -87,7 +83,5 @@ void SDPHandler::Build::C() {
 }
 
 std::string SDPHandler::AddC() const {
-    Build build(*this);
-    build.C();
-    return build.Take();
+    return Build::Lines(*this, &Build::C);
 }

@@ -34,6 +34,15 @@ public:
     /// The text written so far; nothing is left.
     std::string Take() { return m_out.Take(); }
 
+    /// The lines of one part alone: `Lines(handler, &Build::Label, role)`.
+    template <typename... Parameters, typename... Arguments>
+    static std::string Lines(const SDPHandler& handler, void (Build::*write)(Parameters...),
+                             const Arguments&... arguments) {
+        Build build(handler);
+        (build.*write)(arguments...);
+        return build.Take();
+    }
+
     // SDPBuild.cpp
     void Description();
     void OfferPreamble();

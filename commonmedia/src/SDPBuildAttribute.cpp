@@ -25,9 +25,7 @@ void SDPHandler::Build::Bandwidth() {
 }
 
 std::string SDPHandler::AddBandwidth() const {
-    Build build(*this);
-    build.Bandwidth();
-    return build.Take();
+    return Build::Lines(*this, &Build::Bandwidth);
 }
 
 void SDPHandler::Build::BandwidthTIAS(bool isVideo) {
@@ -42,9 +40,7 @@ void SDPHandler::Build::BandwidthTIAS(bool isVideo) {
 }
 
 std::string SDPHandler::AddBandwidthTIAS(bool IsVideo) const {
-    Build build(*this);
-    build.BandwidthTIAS(IsVideo);
-    return build.Take();
+    return Build::Lines(*this, &Build::BandwidthTIAS, IsVideo);
 }
 
 void SDPHandler::Build::Directional(MediaType media, VIDEOTYPE role) {
@@ -73,9 +69,7 @@ void SDPHandler::Build::Directional(MediaType media, VIDEOTYPE role) {
 }
 
 std::string SDPHandler::AddDirectional(MediaType m, VIDEOTYPE v) const {
-    Build build(*this);
-    build.Directional(m, v);
-    return build.Take();
+    return Build::Lines(*this, &Build::Directional, m, v);
 }
 
 void SDPHandler::Build::RTCPAttribute(std::int32_t port) {
@@ -84,7 +78,5 @@ void SDPHandler::Build::RTCPAttribute(std::int32_t port) {
 }
 
 std::string SDPHandler::AddRTCPAttribute(int port) const {
-    Build build(*this);
-    build.RTCPAttribute(port);
-    return build.Take();
+    return Build::Lines(*this, &Build::RTCPAttribute, port);
 }

@@ -53,9 +53,7 @@ void SDPHandler::Build::Audio() {
 }
 
 std::string SDPHandler::AddAudio() const {
-    Build build(*this);
-    build.Audio();
-    return build.Take();
+    return Build::Lines(*this, &Build::Audio);
 }
 
 PayloadType_t SDPHandler::GetAudioPayload() const {
@@ -95,7 +93,5 @@ void SDPHandler::Build::RTPMap(PayloadType_t payload) {
 }
 
 std::string SDPHandler::AddRTPMap(PayloadType_t payload) const {
-    Build build(*this);
-    build.RTPMap(payload);
-    return build.Take();
+    return Build::Lines(*this, &Build::RTPMap, payload);
 }

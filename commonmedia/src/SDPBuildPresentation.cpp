@@ -27,9 +27,7 @@ void SDPHandler::Build::Application() {
 }
 
 std::string SDPHandler::AddApplication() const {
-    Build build(*this);
-    build.Application();
-    return build.Take();
+    return Build::Lines(*this, &Build::Application);
 }
 
 void SDPHandler::Build::FloorControl() {
@@ -51,9 +49,7 @@ void SDPHandler::Build::FloorControl() {
 }
 
 std::string SDPHandler::AddFloorControl() const {
-    Build build(*this);
-    build.FloorControl();
-    return build.Take();
+    return Build::Lines(*this, &Build::FloorControl);
 }
 
 void SDPHandler::Build::Unsupported() {
@@ -79,7 +75,5 @@ void SDPHandler::Build::Unsupported() {
 }
 
 std::string SDPHandler::AddUnsupported() const {
-    Build build(*this);
-    build.Unsupported();
-    return build.Take();
+    return Build::Lines(*this, &Build::Unsupported);
 }

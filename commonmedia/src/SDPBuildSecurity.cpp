@@ -55,10 +55,8 @@ void SDPHandler::Build::Crypto(SRTP_M_LINE n) {
     // [B21] The tag is the far end's (RFC 4568, 5.1.2), the suite this side's own, whatever suite the far end
     // offered with that tag.
     m_out << "a=crypto:" << tag << " ";
-    for (const sdp::Suite& suite : sdp::kSuites) {
-        if (suite.profile == m_local.cryptoAlgo[n]) {
-            m_out << suite.name;
-        }
+    if (const auto* const suite = sdp::FindRow(sdp::kSuites, &sdp::Suite::profile, m_local.cryptoAlgo[n])) {
+        m_out << suite->name;
     }
     std::string keyText;
     const sdp::WipedAtEnd wiped(keyText);
@@ -67,7 +65,5 @@ void SDPHandler::Build::Crypto(SRTP_M_LINE n) {
 }
 
 std::string SDPHandler::AddCrypto(SRTP_M_LINE n) const {
-    Build build(*this);
-    build.Crypto(n);
-    return build.Take();
+    return Build::Lines(*this, &Build::Crypto, n);
 }

@@ -70,9 +70,7 @@ void SDPHandler::Build::Video(const VideoParms& parms) {
 }
 
 std::string SDPHandler::AddVideo(const VideoParms& parms) const {
-    Build build(*this);
-    build.Video(parms);
-    return build.Take();
+    return Build::Lines(*this, &Build::Video, parms);
 }
 
 void SDPHandler::Build::H264Profile(const VideoParms& parms, std::string_view levelDigits) {
@@ -81,9 +79,7 @@ void SDPHandler::Build::H264Profile(const VideoParms& parms, std::string_view le
 }
 
 std::string SDPHandler::AddH264Profile(const VideoParms& parms) const {
-    Build build(*this);
-    build.H264Profile(parms, ReverseConvertVideoLevel(parms.strVideoLevel));
-    return build.Take();
+    return Build::Lines(*this, &Build::H264Profile, parms, ReverseConvertVideoLevel(parms.strVideoLevel));
 }
 
 void SDPHandler::Build::H264ProfilePacketization0(const VideoParms& parms, std::string_view levelDigits) {
@@ -91,27 +87,24 @@ void SDPHandler::Build::H264ProfilePacketization0(const VideoParms& parms, std::
 }
 
 std::string SDPHandler::AddH264ProfilePacketization0(const VideoParms& parms) const {
-    Build build(*this);
-    build.H264ProfilePacketization0(parms, ReverseConvertVideoLevel(parms.strVideoLevel));
-    return build.Take();
+    return Build::Lines(*this, &Build::H264ProfilePacketization0, parms,
+                        ReverseConvertVideoLevel(parms.strVideoLevel));
 }
 
 void SDPHandler::Build::Label(VIDEOTYPE role) {
     m_out << "a=label:";
-    if (const sdp::VideoRole* const row = sdp::FindVideoRole(role)) {
+    if (const sdp::VideoRole* const row = sdp::FindRow(sdp::kVideoRoles, &sdp::VideoRole::role, role)) {
         m_out << row->label << "\r\n";
     }
     // [B09] A stream without a role leaves the bare prefix, here and in the content line.
 }
 
 std::string SDPHandler::AddLabel(VIDEOTYPE v) const {
-    Build build(*this);
-    build.Label(v);
-    return build.Take();
+    return Build::Lines(*this, &Build::Label, v);
 }
 
 void SDPHandler::Build::Content(VIDEOTYPE role) {
-    if (const sdp::VideoRole* const row = sdp::FindVideoRole(role)) {
+    if (const sdp::VideoRole* const row = sdp::FindRow(sdp::kVideoRoles, &sdp::VideoRole::role, role)) {
         m_out << row->keyword << "\r\n";
     } else {
         m_out << "a=content:";
@@ -119,7 +112,5 @@ void SDPHandler::Build::Content(VIDEOTYPE role) {
 }
 
 std::string SDPHandler::AddContent(VIDEOTYPE v) const {
-    Build build(*this);
-    build.Content(v);
-    return build.Take();
+    return Build::Lines(*this, &Build::Content, v);
 }
