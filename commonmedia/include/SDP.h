@@ -59,23 +59,23 @@ typedef PayloadType PayloadType_t;
 
 /// One video stream.
 struct COMMONMEDIA_EXPORT VideoParms {
-    std::int32_t iFmtpMaxMbps;      ///< H.264 max-mbps, macroblocks/s; 0 means not given (RFC 6184, 8.1)
-    std::int32_t iFmtpMaxFrameSize; ///< H.264 max-fs, macroblocks; 0 means not given
-    std::int32_t iFmtpMaxBitRate;   ///< H.264 max-br, units of 1000 bit/s; 0 means not given
+    std::int32_t iFmtpMaxMbps = 0;      ///< H.264 max-mbps, macroblocks/s; 0 means not given (RFC 6184, 8.1)
+    std::int32_t iFmtpMaxFrameSize = 0; ///< H.264 max-fs, macroblocks; 0 means not given
+    std::int32_t iFmtpMaxBitRate = 0;   ///< H.264 max-br, units of 1000 bit/s; 0 means not given
     /// Local: set of PAYLOAD_H264 and PAYLOAD_H264_PACKETIZATION_0; 0 means no section at all.
     /// Remote: PAYLOAD_H264 when a section was found.
     /// A new record has PAYLOAD_UNKNOWN, which writes an "m=video" line without a format: set 0 for no
     /// section.
-    PayloadType_t eVideoCodec;
-    VideoType_t eVideoType;              ///< main or presentation stream
-    std::int32_t iVideoRTPPort;          ///< RTP port; 0 means declined or on hold
-    std::string strVideoLevel;           ///< H.264 level name, "1", "1.b", ... "5.1"
-    std::string strVideoIPAddr;          ///< remote: address of the stream, as the far end wrote it
-    std::int32_t iVideoPayload;          ///< remote: payload type of the chosen format
-    std::int32_t iFmtpPacketizationMode; ///< remote: packetization mode of the chosen format
-    bool fVideoSend;                     ///< remote: this side may send
-    bool fVideoRecv;                     ///< remote: this side shall receive
-    bool fIsVideoValid; ///< remote: a section for this stream was found and the fields above are set
+    PayloadType_t eVideoCodec = PAYLOAD_UNKNOWN;
+    VideoType_t eVideoType = VIDEOTYPE_UNKNOWN; ///< main or presentation stream
+    std::int32_t iVideoRTPPort = 0;             ///< RTP port; 0 means declined or on hold
+    std::string strVideoLevel;                  ///< H.264 level name, "1", "1.b", ... "5.1"
+    std::string strVideoIPAddr;                 ///< remote: address of the stream, as the far end wrote it
+    std::int32_t iVideoPayload = 0;             ///< remote: payload type of the chosen format
+    std::int32_t iFmtpPacketizationMode = 0;    ///< remote: packetization mode of the chosen format
+    bool fVideoSend = false;                    ///< remote: this side may send
+    bool fVideoRecv = false;                    ///< remote: this side shall receive
+    bool fIsVideoValid = false; ///< remote: a section for this stream was found and the fields above are set
 
     VideoParms();
     VideoParms(const VideoParms&) = default;

@@ -9,25 +9,11 @@
 
 #include <cstring>
 
-VideoParms::VideoParms() {
-    Reset();
-}
+// [M05] A stream of its own has no role; the description that contains it sets one.
+VideoParms::VideoParms() = default;
 
 void VideoParms::Reset() {
-    iFmtpMaxMbps = 0;
-    iFmtpMaxFrameSize = 0;
-    iFmtpMaxBitRate = 0;
-    eVideoCodec = PAYLOAD_UNKNOWN;
-    // [M05] A stream of its own has no role; the description that contains it sets one.
-    eVideoType = VIDEOTYPE_UNKNOWN;
-    iVideoRTPPort = 0;
-    strVideoLevel.clear();
-    strVideoIPAddr.clear();
-    iVideoPayload = 0;
-    iFmtpPacketizationMode = 0;
-    fVideoSend = false;
-    fVideoRecv = false;
-    fIsVideoValid = false;
+    *this = VideoParms();
 }
 
 baseSDP::baseSDP() {

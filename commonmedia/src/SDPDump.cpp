@@ -9,11 +9,8 @@
 #include "SDPMask.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
-#include <cstdint>
-#include <cstring>
-#include <limits>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -23,25 +20,11 @@ namespace {
 /// a log.
 constexpr std::size_t kLongestLine = 999;
 
-class Line {
-public:
-    void Append(std::string_view part) {
-        const std::size_t shown = std::min(part.size(), kLongestLine - m_length);
-        std::memcpy(m_bytes + m_length, part.data(), shown);
-        m_length += shown;
-    }
-    operator std::string_view() const { return {m_bytes, m_length}; }
-
-private:
-    char m_bytes[kLongestLine];
-    std::size_t m_length = 0;
-};
-
 template <typename... Parts>
 void AppendLine(std::string& diag, const Parts&... parts) {
-    Line line;
-    (line.Append(parts), ...);
-    diag.append(std::string_view(line));
+    const std::size_t begin = diag.size();
+    (diag.append(parts), ...);
+    diag.resize(std::min(diag.size(), begin + kLongestLine));
 }
 
 /// What a dump shows of a field: a zero byte ends the text, as it would end the trace.
@@ -54,33 +37,20 @@ std::string_view TrueOrFalse(bool flag) {
     return flag ? "true" : "false";
 }
 
-/// A number as text; the text is valid as long as the object.
-class Decimal {
-public:
-    explicit Decimal(std::int64_t number)
-        : m_length(static_cast<std::size_t>(std::to_chars(m_digits, m_digits + sizeof m_digits, number).ptr -
-                                            m_digits)) {}
-    operator std::string_view() const { return {m_digits, m_length}; }
-
-private:
-    char m_digits[std::numeric_limits<std::int64_t>::digits10 + 2];
-    std::size_t m_length;
-};
-
 } // namespace
 
 std::string VideoParms::ToDiag() const {
     std::string diag;
-    AppendLine(diag, "iFmtpMaxMbps: ", Decimal(iFmtpMaxMbps), "\n");
-    AppendLine(diag, "iFmtpMaxFrameSize: ", Decimal(iFmtpMaxFrameSize), "\n");
-    AppendLine(diag, "iFmtpMaxBitRate: ", Decimal(iFmtpMaxBitRate), "\n");
-    AppendLine(diag, "eVideoCodec: ", Decimal(eVideoCodec), "\n");
-    AppendLine(diag, "eVideoType: ", Decimal(eVideoType), "\n");
-    AppendLine(diag, "iVideoRTPPort: ", Decimal(iVideoRTPPort), "\n");
+    AppendLine(diag, "iFmtpMaxMbps: ", std::to_string(iFmtpMaxMbps), "\n");
+    AppendLine(diag, "iFmtpMaxFrameSize: ", std::to_string(iFmtpMaxFrameSize), "\n");
+    AppendLine(diag, "iFmtpMaxBitRate: ", std::to_string(iFmtpMaxBitRate), "\n");
+    AppendLine(diag, "eVideoCodec: ", std::to_string(eVideoCodec), "\n");
+    AppendLine(diag, "eVideoType: ", std::to_string(eVideoType), "\n");
+    AppendLine(diag, "iVideoRTPPort: ", std::to_string(iVideoRTPPort), "\n");
     AppendLine(diag, "strVideoLevel: ", Shown(strVideoLevel), "\n");
     AppendLine(diag, "strVideoIPAddr: ", Shown(strVideoIPAddr), "\n");
-    AppendLine(diag, "iVideoPayload: ", Decimal(iVideoPayload), "\n");
-    AppendLine(diag, "iFmtpPacketizationMode: ", Decimal(iFmtpPacketizationMode), "\n");
+    AppendLine(diag, "iVideoPayload: ", std::to_string(iVideoPayload), "\n");
+    AppendLine(diag, "iFmtpPacketizationMode: ", std::to_string(iFmtpPacketizationMode), "\n");
     AppendLine(diag, "fVideoSend: ", TrueOrFalse(fVideoSend), "\n");
     AppendLine(diag, "fVideoRecv: ", TrueOrFalse(fVideoRecv), "\n");
     AppendLine(diag, "fIsVideoValid: ", TrueOrFalse(fIsVideoValid), "\n");
@@ -89,17 +59,17 @@ std::string VideoParms::ToDiag() const {
 
 std::string baseSDP::ToDiag() const {
     std::string diag;
-    AppendLine(diag, "eAudioCodec: ", Decimal(eAudioCodec), "\n");
-    AppendLine(diag, "iAudioRTPPort: ", Decimal(iAudioRTPPort), "\n");
-    AppendLine(diag, "iVideoPresoControlPort: ", Decimal(iVideoPresoControlPort), "\n");
-    AppendLine(diag, "iBfcpConfid: ", Decimal(iBfcpConfid), "\n");
-    AppendLine(diag, "iBfcpUserid: ", Decimal(iBfcpUserid), "\n");
+    AppendLine(diag, "eAudioCodec: ", std::to_string(eAudioCodec), "\n");
+    AppendLine(diag, "iAudioRTPPort: ", std::to_string(iAudioRTPPort), "\n");
+    AppendLine(diag, "iVideoPresoControlPort: ", std::to_string(iVideoPresoControlPort), "\n");
+    AppendLine(diag, "iBfcpConfid: ", std::to_string(iBfcpConfid), "\n");
+    AppendLine(diag, "iBfcpUserid: ", std::to_string(iBfcpUserid), "\n");
     AppendLine(diag, "fBfcpIsServer: ", TrueOrFalse(fBfcpIsServer), "\n");
-    AppendLine(diag, "iMaxBandwidth: ", Decimal(iMaxBandwidth), "\n");
+    AppendLine(diag, "iMaxBandwidth: ", std::to_string(iMaxBandwidth), "\n");
     diag += "m_VideoMain:\n" + m_VideoMain.ToDiag();
     diag += "m_VideoPreso:\n" + m_VideoPreso.ToDiag();
     for (int n = 0; n < SRTP_MAX; ++n) {
-        AppendLine(diag, "cryptoAlgo[", Decimal(n), "]: ", Decimal(cryptoAlgo[n]), "\n");
+        AppendLine(diag, "cryptoAlgo[", std::to_string(n), "]: ", std::to_string(cryptoAlgo[n]), "\n");
     }
     return diag;
 }
@@ -109,12 +79,12 @@ std::string LocalSDP::ToDiag() const {
     AppendLine(diag, "strMyIPAddr: ", Shown(strMyIPAddr), "\n");
     AppendLine(diag, "strOExtension: ", Shown(strOExtension), "\n");
     AppendLine(diag, "strDefaultIPAddr: ", Shown(strDefaultIPAddr), "\n");
-    AppendLine(diag, "iVideoPayloadMode0: ", Decimal(iVideoPayloadMode0), "\n");
-    AppendLine(diag, "iVideoPayloadMode1: ", Decimal(iVideoPayloadMode1), "\n");
+    AppendLine(diag, "iVideoPayloadMode0: ", std::to_string(iVideoPayloadMode0), "\n");
+    AppendLine(diag, "iVideoPayloadMode1: ", std::to_string(iVideoPayloadMode1), "\n");
     AppendLine(diag, "fVideoTxMuted: ", TrueOrFalse(fVideoTxMuted), "\n");
     diag += "listAudioCodecPriority:";
     for (const int codec : listAudioCodecPriority) {
-        AppendLine(diag, " ", Decimal(codec));
+        AppendLine(diag, " ", std::to_string(codec));
     }
     diag += "\n";
     return sdp::Masked(std::move(diag));
@@ -123,8 +93,8 @@ std::string LocalSDP::ToDiag() const {
 std::string RemoteSDP::ToDiag() const {
     std::string diag = baseSDP::ToDiag();
     AppendLine(diag, "strAudioIPAddr: ", Shown(strAudioIPAddr), "\n");
-    AppendLine(diag, "iAudioPayload: ", Decimal(iAudioPayload), "\n");
-    AppendLine(diag, "iDTMFPayload: ", Decimal(iDTMFPayload), "\n");
+    AppendLine(diag, "iAudioPayload: ", std::to_string(iAudioPayload), "\n");
+    AppendLine(diag, "iDTMFPayload: ", std::to_string(iDTMFPayload), "\n");
     AppendLine(diag, "fAudioSend: ", TrueOrFalse(fAudioSend), "\n");
     AppendLine(diag, "fAudioRecv: ", TrueOrFalse(fAudioRecv), "\n");
     AppendLine(diag, "fIsAudioValid: ", TrueOrFalse(fIsAudioValid), "\n");
@@ -137,13 +107,13 @@ std::string MediaSession::ToDiag() const {
     diag.reserve(usualLength);
     // [M02] The dump begins with the content line: a line for the media kind before it would move every line
     // for programs that read traces by position.
-    AppendLine(diag, "eContent: ", Decimal(eContent), "\n");
-    AppendLine(diag, "iPort: ", Decimal(iPort), "\n");
+    AppendLine(diag, "eContent: ", std::to_string(eContent), "\n");
+    AppendLine(diag, "iPort: ", std::to_string(iPort), "\n");
     AppendLine(diag, "strIPAddr: ", Shown(strIPAddr), "\n");
     for (std::size_t k = 0; k < vecRtpMap.size(); ++k) {
         const RtpMap& rm = *vecRtpMap[k];
-        AppendLine(diag, "\tRtpMap[", Decimal(static_cast<std::int64_t>(k)), "]: Payload-",
-                   Shown(rm.strPayload), " EncodingName-", Shown(rm.strEncodingName), "\n");
+        AppendLine(diag, "\tRtpMap[", std::to_string(k), "]: Payload-", Shown(rm.strPayload),
+                   " EncodingName-", Shown(rm.strEncodingName), "\n");
         for (const std::string& parm : rm.vecFmtpParms) {
             AppendLine(diag, "\t\tFmtp Parm-", Shown(parm), "\n");
         }
@@ -152,8 +122,8 @@ std::string MediaSession::ToDiag() const {
     AppendLine(diag, "fSend: ", TrueOrFalse(fSend), "\n");
     AppendLine(diag, "strVideoLevel: ", Shown(strVideoLevel), "\n");
     AppendLine(diag, "strMaxBandwidth: ", Shown(strMaxBandwidth), "\n");
-    AppendLine(diag, "iBfcpConfid: ", Decimal(iBfcpConfid), "\n");
-    AppendLine(diag, "iBfcpUserid: ", Decimal(iBfcpUserid), "\n");
+    AppendLine(diag, "iBfcpConfid: ", std::to_string(iBfcpConfid), "\n");
+    AppendLine(diag, "iBfcpUserid: ", std::to_string(iBfcpUserid), "\n");
     AppendLine(diag, "strFloorctrl: ", Shown(strFloorctrl), "\n");
     diag += "\n\n";
     return diag;
