@@ -34,46 +34,33 @@ auto FindNamed(std::string_view name) -> decltype(&kTable[0]) {
     return row == rows ? nullptr : &kTable[row];
 }
 
-/// True when FirstRow can search for every row of the table: each keyword has its "=" in second place.
-template <typename Row, std::size_t N>
-constexpr bool AreKeywords(const Row (&table)[N]) {
-    for (const Row& row : table) {
-        if (row.keyword.size() < 2 || row.keyword[1] != '=') {
-            return false;
-        }
-    }
-    return true;
-}
-
 /// One bit for a letter. Some other characters share the bit of a letter: a bit that is set means "compare".
 constexpr std::uint32_t LetterBit(char c) {
     return std::uint32_t{1} << (static_cast<unsigned char>(c) % 32U);
 }
 
-/// The letters that keywords begin with, one bit each.
+/// What the keywords of a table have in common.
+struct Keywords {
+    bool isSignSecond = true;        ///< each has its "=" in second place
+    std::uint32_t firstLetters = 0;  ///< the bits of the letters that they begin with
+    std::size_t shortest = SIZE_MAX; ///< length of the shortest
+};
 template <typename Row, std::size_t N>
-constexpr std::uint32_t FirstLetters(const Row (&table)[N]) {
-    std::uint32_t letters = 0;
+constexpr Keywords Examine(const Row (&table)[N]) {
+    Keywords all;
     for (const Row& row : table) {
-        letters |= LetterBit(row.keyword[0]);
+        all.isSignSecond = all.isSignSecond && row.keyword.size() >= 2 && row.keyword[1] == '=';
+        all.firstLetters |= LetterBit(row.keyword.empty() ? '\0' : row.keyword[0]);
+        all.shortest = std::min(all.shortest, row.keyword.size());
     }
-    return letters;
-}
-
-/// Length of the shortest keyword.
-template <typename Row, std::size_t N>
-constexpr std::size_t ShortestKeyword(const Row (&table)[N]) {
-    std::size_t shortest = table[0].keyword.size();
-    for (const Row& row : table) {
-        shortest = std::min(shortest, row.keyword.size());
-    }
-    return shortest;
+    return all;
 }
 
 /// Index of the first row whose keyword `text` begins with, one comparison for each row; the number of rows
 /// for none.
 template <const auto& kTable, std::size_t... kRow>
-std::size_t RowAtStart(std::string_view text, std::index_sequence<kRow...> /*rows*/) {
+[[gnu::always_inline]] inline std::size_t RowAtStart(std::string_view text,
+                                                     std::index_sequence<kRow...> /*rows*/) {
     std::size_t row = 0;
     static_cast<void>(((StartsWith(text, kTable[kRow].keyword) || (++row, false)) || ...));
     return row;
@@ -84,21 +71,20 @@ std::size_t RowAtStart(std::string_view text, std::index_sequence<kRow...> /*row
 /// to look, and one pass over them replaces a substring search per row.
 template <const auto& kTable>
 [[gnu::always_inline]] inline std::size_t FirstRow(std::string_view line) {
-    static_assert(AreKeywords(kTable));
     constexpr std::size_t rows = std::size(kTable);
-    constexpr std::size_t shortest = ShortestKeyword(kTable);
-    constexpr std::uint32_t letters = FirstLetters(kTable);
+    constexpr Keywords keywords = Examine(kTable);
+    static_assert(keywords.isSignSecond);
     std::size_t best = rows;
-    if (line.size() < shortest) {
+    if (line.size() < keywords.shortest) {
         return best;
     }
     // After this part of the line an "=" leaves no room for the rest of a keyword.
-    const std::string_view signs(line.data(), line.size() - shortest + 2);
+    const std::string_view signs(line.data(), line.size() - keywords.shortest + 2);
     // Nearly every line has its first "=" in second place.
     std::size_t at = line[1] == '=' ? 1 : FindByte(signs, '=', 1);
     for (; at < signs.size(); at = FindByte(signs, '=', at + 1)) {
         // Most other "=" signs of a line, those of format parameters, follow a letter that begins no keyword.
-        if ((letters & LetterBit(line[at - 1])) != 0) {
+        if ((keywords.firstLetters & LetterBit(line[at - 1])) != 0) {
             best = std::min(best, RowAtStart<kTable>(After(line, at - 1), std::make_index_sequence<rows>()));
         }
     }

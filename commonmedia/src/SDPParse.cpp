@@ -61,14 +61,17 @@ void SDPHandler::ProcessLines(std::string_view text) {
             (this->*handle)(line);
         }
     };
-    const bool isObserved = lineObserver != nullptr;
+    // Two walks, so that nobody who observes nothing pays for the question at each line.
+    if (lineObserver == nullptr) {
+        sdp::ForEachLine(text, [&](std::size_t offset, std::size_t length) {
+            const std::string_view line(text.data() + offset, length);
+            process(sdp::RowOf(line), line);
+        });
+        return;
+    }
     sdp::ForEachLine(text, [&](std::size_t offset, std::size_t length) {
         const std::string_view line(text.data() + offset, length);
         const SDPRow row = sdp::RowOf(line);
-        if (!isObserved) {
-            process(row, line);
-            return;
-        }
         Observe(&SDPLineObserver::before, {row, offset, length, nullptr});
         process(row, line);
         Observe(&SDPLineObserver::after, {row, offset, length, nullptr});

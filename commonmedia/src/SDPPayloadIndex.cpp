@@ -6,17 +6,18 @@
 // Test: tests/unit/SDPPayloadIndexTest.cpp
 #include "SDPPayloadIndex.h"
 
+#include "SDPText.h"
+
 #include <algorithm>
 
 std::size_t SDPHandler::PayloadIndex::PlainNumber(std::string_view payload) {
-    const bool hasLeadingZero = payload.size() > 1 && payload.front() == '0';
-    if (payload.empty() || hasLeadingZero) {
+    if (payload.empty() || (payload.front() == '0' && payload.size() > 1)) {
         return kNumbers;
     }
     std::size_t number = 0;
     for (const char c : payload) {
         number = number * 10 + static_cast<std::size_t>(c - '0');
-        if (c < '0' || c > '9' || number >= kNumbers) {
+        if (!sdp::IsDigit(c) || number >= kNumbers) {
             return kNumbers;
         }
     }

@@ -5,7 +5,6 @@
 // are compared at once, which gives sixteen bits, one for each byte. Test: tests/unit/SDPSearchTest.cpp
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -86,9 +85,6 @@ template <typename Bits, typename Is>
 /// Offset of the first `c` at or after `at`.
 [[gnu::always_inline]] inline std::size_t FindByte(std::string_view text, char c,
                                                    std::size_t at = 0) noexcept {
-    if (text.size() < SixteenBytes::kSize) {
-        return std::min(text.find(c, at), text.size());
-    }
     return FindFirst(
         text, at, [c](SixteenBytes bytes) { return bytes.Equal(c); }, [c](char b) { return b == c; });
 }

@@ -8,6 +8,7 @@
 #include "SDP.h"
 #include "SDPText.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -15,6 +16,17 @@ namespace sdp {
 
 using CRYPTO_PROFILE = Quor::media::rtp::CryptoParams::CRYPTO_PROFILE;
 using CryptoParams = Quor::media::rtp::CryptoParams;
+
+/// The first row of a table whose `field` has this value; null when no row has it.
+template <typename Row, std::size_t N, typename Value>
+constexpr const Row* FindRow(const Row (&table)[N], Value Row::*field, Value value) {
+    for (const Row& row : table) {
+        if (row.*field == value) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
 
 /// One format of an "m=audio" line with its attribute lines (RFC 4566, 6):
 ///     a=rtpmap:104 G7221/16000
@@ -41,12 +53,7 @@ inline constexpr AudioCodec kAudioCodecs[] = {
 
 /// The row of a codec; null for a value that is not exactly one of the audio codecs.
 constexpr const AudioCodec* FindAudioCodec(std::int32_t codec) {
-    for (const AudioCodec& row : kAudioCodecs) {
-        if (row.codec == codec) {
-            return &row;
-        }
-    }
-    return nullptr;
+    return FindRow(kAudioCodecs, &AudioCodec::codec, static_cast<PayloadType_t>(codec));
 }
 
 /// Encoding name of both H.264 formats (RFC 6184, 8.2.1).
@@ -75,17 +82,11 @@ inline constexpr H264Parameter kH264Parameters[] = {
     {kPacketizationMode, &VideoParms::iFmtpPacketizationMode, 0, false} // packetization-mode=1
 };
 
-/// The parameter that is written at this place, counted from 1.
-constexpr const H264Parameter* FindWrittenAt(int place) {
-    for (const H264Parameter& row : kH264Parameters) {
-        if (row.place == place) {
-            return &row;
-        }
-    }
-    return nullptr;
-}
-inline constexpr const H264Parameter* kWrittenLimits[] = {FindWrittenAt(1), FindWrittenAt(2),
-                                                          FindWrittenAt(3)};
+inline constexpr const H264Parameter* kWrittenLimits[] = {
+    FindRow(kH264Parameters, &H264Parameter::place, 1),
+    FindRow(kH264Parameters, &H264Parameter::place, 2),
+    FindRow(kH264Parameters, &H264Parameter::place, 3),
+};
 
 /// Roles of video streams (RFC 4796, 5) and the labels that they are written with (RFC 4574, 4).
 struct VideoRole {
@@ -97,16 +98,6 @@ inline constexpr VideoRole kVideoRoles[] = {
     {"a=content:main", VIDEOTYPE_MAIN, "8"},
     {"a=content:slides", VIDEOTYPE_PRESO, "9"},
 };
-
-/// The row of a role; null for a stream that has none.
-constexpr const VideoRole* FindVideoRole(VideoType_t role) {
-    for (const VideoRole& row : kVideoRoles) {
-        if (row.role == role) {
-            return &row;
-        }
-    }
-    return nullptr;
-}
 
 /// SRTP suites (RFC 4568, 6.2).
 struct Suite {

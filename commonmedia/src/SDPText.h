@@ -5,14 +5,12 @@
 
 #include "SDPSearch.h"
 
-#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
 #include <optional>
 #include <string_view>
-#include <system_error>
 
 namespace sdp {
 
@@ -90,18 +88,22 @@ inline std::string_view Digits(std::string_view text) noexcept {
 /// The number at the start of a text, read as atoi reads it: white space, a sign, digits; 0 without digits.
 inline std::int32_t Number(std::string_view text) {
     text = After(text, FindNoBlank(text));
-    if (StartsWith(text, "+") && !StartsWith(text, "+-")) {
+    const bool isNegative = StartsWith(text, "-");
+    if (isNegative || StartsWith(text, "+")) {
         text.remove_prefix(1);
     }
     // [G04] Digits saturate at 64 bits and the result is narrowed to 32, as the C library does where a long
     // has 64 bits: "4294967295" reads -1, "9999999999" reads 1410065407, and twenty nines read -1 again.
-    using Limits = std::numeric_limits<std::int64_t>;
     std::int64_t number = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (read.ec == std::errc::result_out_of_range) {
-        number = text.front() == '-' ? Limits::min() : Limits::max();
+    for (const char c : text) {
+        if (!IsDigit(c)) {
+            break;
+        }
+        if (__builtin_mul_overflow(number, 10, &number) || __builtin_add_overflow(number, c - '0', &number)) {
+            return isNegative ? 0 : -1;
+        }
     }
-    return Narrow(static_cast<std::uint64_t>(number));
+    return Narrow(static_cast<std::uint64_t>(isNegative ? -number : number));
 }
 
 /// The value of a hexadecimal digit; 16 for any other character.

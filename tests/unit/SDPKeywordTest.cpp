@@ -134,18 +134,24 @@ TEST(SDPKeyword, AKeywordHasItsEqualsSignInSecondPlace) {
     static constexpr Row kEmpty[] = {{""}, {"c="}};
     static constexpr Row kOther[] = {{"rtpmap"}, {"c="}};
     static constexpr Row kLate[] = {{"c="}, {"ca="}};
-    static_assert(sdp::AreKeywords(kThree));
-    static_assert(sdp::AreKeywords(kShortest));
-    static_assert(!sdp::AreKeywords(kShort));
-    static_assert(!sdp::AreKeywords(kEmpty));
-    static_assert(!sdp::AreKeywords(kOther));
-    static_assert(!sdp::AreKeywords(kLate));
+    static_assert(sdp::Examine(kThree).isSignSecond);
+    static_assert(sdp::Examine(kShortest).isSignSecond);
+    static_assert(!sdp::Examine(kShort).isSignSecond);
+    static_assert(!sdp::Examine(kEmpty).isSignSecond);
+    static_assert(!sdp::Examine(kOther).isSignSecond);
+    static_assert(!sdp::Examine(kLate).isSignSecond);
 }
 
 TEST(SDPKeyword, ATableHasFirstLetters) {
-    static_assert(sdp::FirstLetters(kThree) == 0x0000000AU);
-    static_assert(sdp::FirstLetters(kLong) == 0x00000006U);
-    static_assert(sdp::FirstLetters(kOne) == 0x00000002U);
+    static_assert(sdp::Examine(kThree).firstLetters == 0x0000000AU);
+    static_assert(sdp::Examine(kLong).firstLetters == 0x00000006U);
+    static_assert(sdp::Examine(kOne).firstLetters == 0x00000002U);
+}
+
+TEST(SDPKeyword, ATableHasAShortestKeyword) {
+    static constexpr Row kLongFirst[] = {{"a=rtpmap"}, {"b="}, {"a=ice"}};
+    static_assert(sdp::Examine(kLongFirst).shortest == 2);
+    static_assert(sdp::Examine(kOne).shortest == kOne[0].keyword.size());
 }
 
 TEST(SDPKeyword, RowsAreFoundByNumber) {
