@@ -202,11 +202,14 @@ std::string BandwidthLine(std::string_view line) {
                                   : upper.find("AS") != std::string::npos ? "AS"
                                                                           : "";
     const std::size_t digit = line.find_first_of("0123456789");
+    constexpr std::string_view withCommas = "0123456789,";
     if (type.empty() || digit == std::string_view::npos || upper.find("X-") == 0) {
         return std::string(line);
     }
-    const std::size_t end = std::min(line.find_first_not_of("0123456789", digit), line.size());
-    return "b=" + std::string(type) + ":" + std::string(line.substr(digit, end - digit));
+    const std::size_t end = std::min(line.find_first_not_of(withCommas, digit), line.size());
+    std::string value(line.substr(digit, end - digit));
+    value.erase(std::remove(value.begin(), value.end(), ','), value.end());
+    return "b=" + std::string(type) + ":" + value;
 }
 
 std::string Attribute(std::string_view line, SDPRow row) {

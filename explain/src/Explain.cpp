@@ -51,7 +51,8 @@ void Compare(Effect& effect, const Fact* now, const Fact* then) {
     }
     const bool wasDead = now != nullptr && now->isDead;
     const bool isDead = then != nullptr && then->isDead;
-    if (wasDead && isDead) {
+    const bool isGone = then == nullptr && !wasDead;
+    if (isGone || (wasDead && isDead)) {
         return;
     }
     effect.isAny = true;

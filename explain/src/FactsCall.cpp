@@ -58,7 +58,9 @@ void AddOurKey(State& state, const ExplainInput& input, const MediaSession* sect
     const std::string text = input.remoteAnswers ? "our offer" : "our answer";
     const OurSection* const ours = OurStream(state, stream);
     Fact fact{kEncryption[stream], "ours", text + " has no section for " + name, false, true, 0};
-    if (ours != nullptr) {
+    if (section == nullptr && !input.remoteAnswers) {
+        fact.clause = "the far end has no section for " + name;
+    } else if (ours != nullptr) {
         const bool saysSecure = Upper(ours->transport).find("SAVP") != std::string::npos;
         const bool isTheirs = section != nullptr && section->cryptoAlgo != CryptoParams::CRYPTO_NONE;
         const bool isOtherSuite = isTheirs && ours->hasKey && ours->suite != SuiteName(section->cryptoAlgo);
@@ -77,9 +79,21 @@ void AddOurKey(State& state, const ExplainInput& input, const MediaSession* sect
     state.facts.push_back(std::move(fact));
 }
 
+std::size_t KindOf(const MediaSession& section) {
+    return section.eMedia == MEDIA_AUDIO         ? 1
+           : section.eMedia == MEDIA_VIDEO       ? 2
+           : section.eMedia == MEDIA_APPLICATION ? 3
+                                                 : 0;
+}
+
 void AddIce(State& state, const RemoteSections& sections) {
+    // Counted by kind, so that a section more or less before them does not change what is said of the others.
+    constexpr const char* kKinds[] = {"other", "audio", "video", "application"};
+    std::size_t counts[std::size(kKinds)] = {};
     for (std::size_t i = 0; i < sections.size() && i < kSectionsSaid; ++i) {
         const MediaSession& section = *sections[i];
+        const std::size_t kind = KindOf(section);
+        const std::string name = std::string(kKinds[kind]) + " section " + std::to_string(++counts[kind]);
         const bool hasUser = !section.striceufrag.empty();
         const bool hasPassword = !section.stricepwd.empty();
         std::size_t hash =
@@ -87,12 +101,11 @@ void AddIce(State& state, const RemoteSections& sections) {
         for (const std::string& candidate : section.vecCandidate) {
             hash = hash * 31 ^ std::hash<std::string>()(candidate);
         }
-        state.facts.push_back({Topic::Ice, "section " + std::to_string(i),
-                               "section " + std::to_string(i + 1) + " has " + (hasUser ? "a" : "no") +
-                                   " user fragment, " + (hasPassword ? "a" : "no") + " password and " +
-                                   std::to_string(section.vecCandidate.size()) + " candidates for ICE",
-                               hasUser != hasPassword || (!hasUser && !section.vecCandidate.empty()), true,
-                               hash});
+        state.facts.push_back(
+            {Topic::Ice, name,
+             name + " has " + (hasUser ? "a" : "no") + " user fragment, " + (hasPassword ? "a" : "no") +
+                 " password and " + std::to_string(section.vecCandidate.size()) + " candidates for ICE",
+             hasUser != hasPassword || (!hasUser && !section.vecCandidate.empty()), true, hash});
     }
 }
 

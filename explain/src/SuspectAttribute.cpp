@@ -64,6 +64,9 @@ constexpr Rule kIce = {
 constexpr Rule kHalfIce = {"E83", "P04", ExplainSeverity::Error, 12,
                            "User fragment and password are kept each from its own line of the section, and "
                            "every other a=ice line is dropped (P04)."};
+constexpr Rule kDroppedIce = {"E97", "P04", ExplainSeverity::Note, 49,
+                              "Of a=ice lines only a=ice-ufrag and a=ice-pwd are kept, and only inside of a "
+                              "section; all others are dropped (P04)."};
 constexpr Rule kNoIce = {"E86", "", ExplainSeverity::Note, 48,
                          "User fragment and password are those of the section itself; bundling is not read, "
                          "and no section takes those of another."};
@@ -173,6 +176,8 @@ void AddBandwidth(Scene& scene, const TextLine& line, bool isInSlides, bool isSe
         rewrite(kSessionTias, " gives bit/s at session level.", "AS", std::max(value / 1000, 1LL));
     } else if (!isSession && !isTias) {
         rewrite(kMediaAs, " gives the bandwidth of a section as AS.", "TIAS", value * 1000);
+    } else if (canonical != line.text) {
+        // The spelling is blamed.
     } else if (value == 0) {
         rewrite(kZero, " gives a bandwidth of 0.", isTias ? "TIAS" : "AS", isTias ? 64000 : 64);
     } else if (!isTias && value > 2147483) {
@@ -269,10 +274,13 @@ void FindIceSection(Scene& scene, const MeantSection& section) {
                                                        "a=rtcp:", "a=ptime:", "a=maxptime:", "a=bundle-only"};
         for (const std::string_view unread : kUnread) {
             if (BeginsWith(line.text, unread)) {
-                Blame(scene, kMux, line, LineWords(line) + " is not read.", "", {})
-                    .known.emplace_back(section.media == "audio" ? Topic::AudioSend : Topic::MainSend,
-                                        "RTCP, packet time or port sharing is not what this line asks for; "
-                                        "RTP itself is not affected.");
+                Suspect& suspect = Blame(scene, kMux, line, LineWords(line) + " is not read.", "", {});
+                const bool isAudio = section.media == "audio";
+                for (const Topic topic : {isAudio ? Topic::AudioSend : Topic::MainSend,
+                                          isAudio ? Topic::AudioReceive : Topic::MainReceive}) {
+                    suspect.known.emplace_back(topic, "RTCP, packet time or port sharing is not what this "
+                                                      "line asks for; RTP itself is not affected.");
+                }
             }
         }
     }
@@ -360,7 +368,17 @@ void FindBandwidth(Scene& scene) {
 }
 
 void FindFloorAndIce(Scene& scene) {
+    bool isFirst = true;
     for (const TextLine& line : scene.reading.lines) {
+        const std::string name = line.meant == SDPRow::Ice ? Lower(Trimmed(line.text).substr(0, 11)) : "";
+        if (!name.empty() && name != "a=ice-ufrag" && !BeginsWith(name, "a=ice-pwd") && isFirst) {
+            isFirst = false;
+            Blame(scene, kDroppedIce, line, LineWords(line) + " is neither a user fragment nor a password.",
+                  "", {})
+                .known.emplace_back(
+                    Topic::Ice, "The ICE agent does not learn it: lite, trickle or pacing have to come to "
+                                "it in another way.");
+        }
         scene.hasIce = scene.hasIce || (line.section != kNowhere && BeginsWith(line.text, "a=ice-ufrag"));
     }
     constexpr std::size_t most = 32;

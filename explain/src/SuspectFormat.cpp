@@ -30,6 +30,8 @@ constexpr Rule kUnlisted = {
 constexpr Rule kNoName = {
     "E44", "X03", ExplainSeverity::Error, 14,
     "A format outside of 0, 9 and 18 is known by the name in its rtpmap line alone (X03, X12)."};
+constexpr Rule kWrongClock = {"E96", "X01", ExplainSeverity::Error, 13,
+                              "G.722.1 is known at 16000 Hz alone, by the name G7221/16000."};
 constexpr Rule kOtherClock = {"E57", "", ExplainSeverity::Note, 56,
                               "G.722.1 is known at 16000 Hz alone, by the name G7221/16000; at another clock "
                               "rate it is another codec."};
@@ -84,9 +86,11 @@ void AddByNumber(Scene& scene, const MeantSection& section, const TextLine& medi
 void AddBitRate(Scene& scene, const MeantSection& section, std::string_view payload) {
     const TextLine* const fmtp = LineOf(scene, section.fmtp, payload);
     const TextLine* const rtpmap = LineOf(scene, section.rtpmap, payload);
+    const bool hasCodec = scene.state.record.eAudioCodec != PAYLOAD_UNKNOWN;
     if (Upper(rtpmap->text).find("G7221/16000") == std::string::npos &&
         rtpmap->text.find('/') != std::string_view::npos) {
-        Blame(scene, kOtherClock, *rtpmap, LineWords(*rtpmap) + " names G.722.1 at another clock rate.",
+        Blame(scene, hasCodec ? kOtherClock : kWrongClock, *rtpmap,
+              LineWords(*rtpmap) + " names G.722.1 at another clock rate.",
               "offer G7221/16000 under payload " + Shown(payload),
               {ReplaceLine(*rtpmap, "a=rtpmap:" + std::string(payload) + " G7221/16000"),
                fmtp == nullptr ? InsertAfter(*rtpmap, "a=fmtp:" + std::string(payload) + " bitrate=32000")
@@ -106,7 +110,6 @@ void AddBitRate(Scene& scene, const MeantSection& section, std::string_view payl
         const std::size_t at = fmtp->text.find("bitrate=");
         const bool isOther = at != std::string_view::npos && IsDigits(fmtp->text.substr(at + 8)) &&
                              fmtp->text.substr(at + 8) != "32000";
-        const bool hasCodec = scene.state.record.eAudioCodec != PAYLOAD_UNKNOWN;
         Blame(scene, isOther && hasCodec ? kOtherBitRate : kBitRate, *fmtp,
               LineWords(*fmtp) + " has no parameter that begins with bitrate=32000.",
               "write line " + std::to_string(fmtp->number) + " as " + Quoted(text),

@@ -51,6 +51,10 @@ constexpr Rule kMulticast = {"E31", "", ExplainSeverity::Error, 17,
 constexpr Rule kNoAddress = {"E32", "P18", ExplainSeverity::Error, 8,
                              "Without a c= line in the section or the session the address of the description "
                              "read before is kept, or there is none (P18)."};
+constexpr Rule kShortAddress = {"E35", "P18", ExplainSeverity::Error, 7,
+                                "The address is the third word of a c= line, and a line of fewer words is "
+                                "dropped; the address of the session, or of the description before, is kept "
+                                "(P18)."};
 constexpr Rule kBadAddress = {"E34", "", ExplainSeverity::Error, 16,
                               "An address is taken as it stands and not checked, so the engine gets one that "
                               "it cannot send to."};
@@ -285,11 +289,17 @@ std::string OriginAddress(const Reading& reading) {
 
 void FindAddress(Scene& scene, const TextLine& line) {
     const std::vector<std::string_view> words = WordsOf(line.text, 4);
+    const std::string number = std::to_string(line.number);
     if (words.size() < 3) {
+        const std::string text = "c=IN IP4 " + OriginAddress(scene.reading);
+        if (WordsOf(Canonical(line, scene.reading), 3).size() < 3) {
+            Blame(scene, kShortAddress, line, LineWords(line) + " has fewer than three words.",
+                  "write line " + number + " as " + Quoted(text), {ReplaceLine(line, text)})
+                .isTakenAway = true;
+        }
         return;
     }
     const std::string address(words[2]);
-    const std::string number = std::to_string(line.number);
     const std::size_t slash = address.find('/');
     if (address == "0.0.0.0") {
         Blame(scene, kZeroAddress, line,

@@ -33,6 +33,9 @@ constexpr Rule kPlain = {
 constexpr Rule kTag = {"E145", "", ExplainSeverity::Error, 7,
                        "The answer repeats tag and suite of the crypto line that it accepts (RFC 4568, "
                        "5.1.3); this side takes what it reads."};
+constexpr Rule kUnaskedKey = {"E149", "", ExplainSeverity::Error, 6,
+                              "The answer has the transport of the offer (RFC 3264, 6.1); a key in an answer "
+                              "to a plain offer is taken as it stands."};
 constexpr Rule kOwnKey = {
     "E147", "", ExplainSeverity::Error, 4,
     "The key of their line is the one that they send with; it has to differ from ours (RFC 4568, 6.1)."};
@@ -154,6 +157,23 @@ void AddFormats(Scene& scene, const Reading& offer, const MeantSection& ours, co
     }
 }
 
+/// A key of any section of our offer in their line.
+void AddOwnKey(Scene& scene, const Reading& offer, const TextLine* theirLine, Topic topic) {
+    constexpr std::size_t keyEnd = 47; // "inline:" and 40 characters
+    const std::vector<std::string_view> their =
+        theirLine == nullptr ? std::vector<std::string_view>() : WordsOf(theirLine->text, 3);
+    for (const TextLine& line : offer.lines) {
+        const std::vector<std::string_view> our =
+            line.meant == SDPRow::Crypto ? WordsOf(line.text, 3) : std::vector<std::string_view>();
+        if (our.size() == 3 && their.size() == 3 && our[2].substr(0, keyEnd) == their[2].substr(0, keyEnd)) {
+            Blame(scene, kOwnKey, *theirLine, LineWords(*theirLine) + " repeats a key of our own offer.",
+                  "answer with a key of the far end's own", {})
+                .known.emplace_back(topic, "Both directions would use one key, which breaks the encryption.");
+            return;
+        }
+    }
+}
+
 void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, const MeantSection& theirs,
                  Topic topic) {
     const TextLine& media = scene.reading.lines[theirs.line];
@@ -168,6 +188,14 @@ void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, c
                 topic,
                 "The far end does not encrypt: no suite and no key, and media would flow in the clear.");
     }
+    if (ours.transport == "RTP/AVP" && theirs.transport == "RTP/SAVP" && theirs.port != "0") {
+        Blame(scene, kUnaskedKey, media,
+              LineWords(media) + " answers our " + ours.transport + " with " + theirs.transport + ".",
+              "answer with RTP/AVP in line " + std::to_string(media.number), {})
+            .known.emplace_back(topic, "The far end encrypts with a key to which we have none of our own, so "
+                                       "the two ends do not understand each other.");
+    }
+    AddOwnKey(scene, offer, theirLine, topic);
     if (ourLine == nullptr || theirLine == nullptr) {
         return;
     }
@@ -185,11 +213,6 @@ void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, c
                   {ReplaceLine(*theirLine, std::string(our[0]) + " " + std::string(our[1]) + " " +
                                                std::string(their[2]))});
         suspect.known.emplace_back(topic, "The two ends use different suites, so packets fail to decrypt.");
-    }
-    if (our[2].substr(0, 47) == their[2].substr(0, 47)) {
-        Blame(scene, kOwnKey, *theirLine, LineWords(*theirLine) + " repeats the key of our own offer.",
-              "answer with a key of the far end's own", {})
-            .known.emplace_back(topic, "Both directions would use one key, which breaks the encryption.");
     }
 }
 

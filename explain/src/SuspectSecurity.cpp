@@ -52,6 +52,11 @@ constexpr Rule kMethod = {"E58", "P21", ExplainSeverity::Error, 11,
                           "The seven characters before the key are skipped, whatever they are, and the rest "
                           "is read as if it were inline: (P21; RFC 4568, 6.1)."};
 
+constexpr Rule kOtherKeys = {
+    "E95", "", ExplainSeverity::Note, 54,
+    "Keys come from a=crypto lines alone (RFC 4568); DTLS, ZRTP, MIKEY (key-mgmt) and "
+    "k= lines are not read."};
+
 /// Stands where a key has to be written; it is never shown and no key of anybody.
 constexpr const char* kSampleKey = "MDEyMzQ1Njc4OWFiY2RlZjAxMjM0NTY3ODlhYmNk";
 constexpr const char* kReadSuite = "AES_CM_128_HMAC_SHA1_32";
@@ -158,7 +163,7 @@ void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool 
     }
 }
 
-void FindParameters(Scene& scene, const TextLine& line, Topic topic) {
+void FindKeyParameters(Scene& scene, const TextLine& line, Topic topic) {
     const std::vector<std::string_view> words = WordsOf(line.text, 4);
     const std::size_t bar = words.size() > 2 ? words[2].find('|') : std::string_view::npos;
     const bool hasMki = bar != std::string_view::npos && words[2].find(':', bar) != std::string_view::npos;
@@ -176,6 +181,36 @@ void FindParameters(Scene& scene, const TextLine& line, Topic topic) {
             hasMki ? "Their packets carry an MKI that the engine does not expect, so they fail to decrypt."
                    : "The engine does not follow the parameter, so the two ends may protect packets "
                      "differently.");
+}
+
+/// Lines that offer keys in another way than a=crypto.
+void FindOtherKeys(Scene& scene) {
+    struct Way {
+        std::string_view start;
+        const char* name;
+    };
+    static constexpr Way kWays[] = {
+        {"a=fingerprint:", "DTLS"}, {"a=zrtp-hash:", "ZRTP"}, {"a=key-mgmt:", "MIKEY"}, {"k=", "a k= line"}};
+    constexpr std::size_t most = 8;
+    std::size_t count = 0;
+    for (const TextLine& line : scene.reading.lines) {
+        const auto* const way = std::find_if(std::begin(kWays), std::end(kWays), [&](const Way& each) {
+            return BeginsWith(line.text, each.start);
+        });
+        const MeantSection* const own = scene.reading.SectionOf(line);
+        if (way == std::end(kWays) || (own != nullptr && own->hasCrypto) || ++count > most) {
+            continue;
+        }
+        Suspect& suspect =
+            Blame(scene, kOtherKeys, line, LineWords(line) + " offers keys by " + way->name + ".", "", {});
+        for (const MeantSection& section : scene.reading.sections) {
+            if ((own == nullptr || own == &section) && !section.hasCrypto && suspect.known.size() < most) {
+                suspect.known.emplace_back(TopicOf(section),
+                                           "No suite and no key are read for it, so it is not encrypted or "
+                                           "the far end refuses it.");
+            }
+        }
+    }
 }
 
 void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) {
@@ -197,7 +232,7 @@ void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) 
         }
         hasLine = true;
         FindLine(scene, line, earlier, hasRead, TopicOf(section));
-        FindParameters(scene, line, TopicOf(section));
+        FindKeyParameters(scene, line, TopicOf(section));
         const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(Cut(line.text).suite);
         earlier = suite != nullptr && suite->isRead ? &line : earlier;
     }
@@ -235,6 +270,7 @@ void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) 
 } // namespace
 
 void FindSecurity(Scene& scene) {
+    FindOtherKeys(scene);
     const Reading& reading = scene.reading;
     constexpr std::size_t most = 16;
     bool isVideoSecure = false;

@@ -42,6 +42,9 @@ ExplainInput InputOf(const CommandLine& line, std::vector<std::string>& notes) {
     const Capabilities side = SideOf(line.local);
     ExplainInput input;
     input.local = side.local;
+    // An assignment leaves the floor control ids of the record as they are.
+    input.local.iBfcpConfid = side.local.iBfcpConfid;
+    input.local.iBfcpUserid = side.local.iBfcpUserid;
     input.srtp = side.srtp;
     input.floorControl = side.floorControl != FloorControl::kOff;
     input.floorControlIfOffered = side.floorControl == FloorControl::kAuto;
