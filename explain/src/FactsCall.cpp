@@ -127,8 +127,8 @@ void AddShape(State& state, const RemoteSections& sections) {
                 (sections[i]->eContent == VIDEOTYPE_PRESO) ==
                     (ours.isSlides || (ours.port == "0" && sections[i]->eContent == VIDEOTYPE_PRESO));
             wrong = wrong == kNowhere && !isSame ? i : wrong;
-            const bool isOther = isSame && ours.transport != TransportOf(*sections[i]);
             if (i < kSectionsSaid) {
+                const bool isOther = isSame && ours.transport != TransportOf(*sections[i]);
                 const std::string number = std::to_string(i + 1);
                 state.facts.push_back({Topic::Call, "transport " + number,
                                        isOther ? "section " + number + ", offered as " +

@@ -24,6 +24,11 @@ bool IsBlank(char c) {
 
 /// The row whose keyword the line begins with, in any letter case and with blanks that do not belong there.
 SDPRow MeantRow(std::string_view line) {
+    for (const sdp::LineRow& row : sdp::kLineRows) {
+        if (row.row != SDPRow::Direction && BeginsWith(line, row.keyword)) {
+            return row.row; // As it should be spelled, and as most lines are.
+        }
+    }
     constexpr std::size_t enough = 32;
     const std::string start = Lower(StartSpelled(Trimmed(line).substr(0, enough)));
     for (const sdp::LineRow& row : sdp::kLineRows) {
@@ -118,9 +123,10 @@ std::string StartSpelled(std::string_view line) {
     const std::size_t end = std::min(value.find_first_of(": \t"), value.size());
     const std::string_view after = Trimmed(value.substr(end));
     const std::string name = Lower(start + std::string(value.substr(0, end)));
+    const std::string keyword = name + ":";
     const bool takesValue =
         std::any_of(std::begin(sdp::kLineRows), std::end(sdp::kLineRows), [&](const sdp::LineRow& row) {
-            return row.keyword == name + ":" || (row.row == SDPRow::Rtpmap && row.keyword == name);
+            return row.keyword == keyword || (row.row == SDPRow::Rtpmap && row.keyword == name);
         });
     start.append(value.substr(0, end));
     if (after.empty() || (after[0] != ':' && !takesValue)) {

@@ -6,6 +6,7 @@
 #include "State.h"
 
 #include "Reading.h"
+#include "SDPLines.h"
 #include "SDPTables.h"
 
 #include <algorithm>
@@ -16,32 +17,38 @@ const char* const kStreamNames[baseSDP::SRTP_MAX] = {"audio", "main video", "sli
 
 namespace {
 
+OurSection OurSectionOf(std::string_view line) {
+    const std::vector<std::string_view> words = WordsOf(line);
+    OurSection section;
+    section.media = words[0].substr(2);
+    section.hasPort = words.size() > 1 && (IsDigits(words[1]) || words[1][0] == '-');
+    const std::size_t first = section.hasPort ? 1 : 0;
+    section.port = section.hasPort ? std::string(words[1]) : std::string();
+    section.transport = words.size() > first + 1 ? std::string(words[first + 1]) : std::string();
+    for (std::size_t i = first + 2; i < words.size(); ++i) {
+        section.formats.emplace_back(words[i]);
+    }
+    return section;
+}
+
 void ScanOurs(State& state) {
-    for (const TextLine& line : Read(state.ours).lines) {
-        const std::vector<std::string_view> words = WordsOf(line.text);
-        if (words.empty()) {
-            continue;
-        }
-        if (BeginsWith(line.text, "m=")) {
-            OurSection section;
-            section.media = words[0].substr(2);
-            section.hasPort = words.size() > 1 && (IsDigits(words[1]) || words[1][0] == '-');
-            const std::size_t first = section.hasPort ? 1 : 0;
-            section.port = section.hasPort ? std::string(words[1]) : std::string();
-            section.transport = words.size() > first + 1 ? std::string(words[first + 1]) : std::string();
-            for (std::size_t i = first + 2; i < words.size(); ++i) {
-                section.formats.emplace_back(words[i]);
-            }
-            state.ourSections.push_back(std::move(section));
-        } else if (!state.ourSections.empty() && BeginsWith(line.text, "a=crypto:")) {
+    constexpr std::string_view crypto = "a=crypto:";
+    sdp::ForEachLine(state.ours, [&](std::size_t offset, std::size_t length) {
+        const std::string_view line(state.ours.data() + offset, length);
+        if (BeginsWith(line, "m=")) {
+            state.ourSections.push_back(OurSectionOf(line));
+        } else if (state.ourSections.empty()) {
+            return;
+        } else if (BeginsWith(line, crypto)) {
+            const std::vector<std::string_view> words = WordsOf(line, 3);
             OurSection& section = state.ourSections.back();
             section.hasKey = true;
-            section.tag = words[0].substr(9);
+            section.tag = words[0].substr(crypto.size());
             section.suite = words.size() > 2 ? std::string(words[1]) : std::string();
-        } else if (!state.ourSections.empty() && line.text == "a=content:slides") {
+        } else if (line == "a=content:slides") {
             state.ourSections.back().isSlides = true;
         }
-    }
+    });
 }
 
 } // namespace

@@ -58,7 +58,8 @@ void AddLevel(Scene& scene, const TextLine& fmtp, Topic topic) {
         const int known = sdp::__iH264Profile[row];
         digits = known <= level && known != 255 ? sdp::__strH264Profile2[row] : digits;
     }
-    if (isLevel1b) {
+    constexpr long level1b = 255;
+    if (isLevel1b || level == level1b) {
         digits = "FF";
     }
     if (digits.empty() || value.size() < 6) {
