@@ -3,7 +3,7 @@
 // Input: two texts. Output: violations. This source holds what concerns whole texts (number of sections,
 // times, keys, versions) and two texts of one side; a section that answers another is judged in
 // SDPJudgeSection.cpp.
-// Test: tests/judge/BrokenTest.cpp
+// Test: tests/judge/SDPJudgeTest.cpp, tests/judge/broken
 #include "SDPJudgeText.h"
 
 #include <algorithm>
@@ -67,9 +67,14 @@ void CheckGroups(const Text& offer, const Text& answer, Verdict& verdict) {
     }
 }
 
-void CheckOrigins(const Text& previous, const Text& next, bool changed, Verdict& verdict) {
-    const Line* before = LineOf(previous, 'o');
-    const Line* now = LineOf(next, 'o');
+// A text without one of its lines.
+std::pair<std::string_view, std::string_view> Without(const Line& line, std::string_view text) {
+    const auto at = static_cast<std::size_t>(line.text.data() - text.data());
+    return {text.substr(0, at), text.substr(at + line.text.size())};
+}
+
+void CheckOrigins(std::string_view previous, const Line* before, std::string_view next, const Line* now,
+                  const Section& session, Verdict& verdict) {
     if (before == nullptr || now == nullptr) {
         return;
     }
@@ -82,11 +87,11 @@ void CheckOrigins(const Text& previous, const Text& next, bool changed, Verdict&
     const auto version = Number(fresh[2]);
     old[2] = fresh[2] = {};
     if (old != fresh) {
-        verdict.Add("J50", now->number, before->number, next.session,
-                    "Another field than the version changed.");
+        verdict.Add("J50", now->number, before->number, session, "Another field than the version changed.");
     }
+    const bool changed = old != fresh || Without(*before, previous) != Without(*now, next);
     if (oldVersion && version && *version - *oldVersion != (changed ? 1U : 0U)) {
-        verdict.Add("J51", now->number, before->number, next.session,
+        verdict.Add("J51", now->number, before->number, session,
                     "The text " + std::string(changed ? "changed" : "is the same") +
                         ", the version went from " + std::to_string(*oldVersion) + " to " +
                         std::to_string(*version) + ".");
@@ -137,7 +142,7 @@ std::vector<JudgeViolation> CheckNext(std::string_view previous, std::string_vie
     const Text now = Read(next);
     Verdict verdict;
     CheckGrammar(now, verdict);
-    CheckOrigins(before, now, previous != next, verdict);
+    CheckOrigins(previous, LineOf(before, 'o'), next, LineOf(now, 'o'), now.session, verdict);
     if (now.sections.size() < before.sections.size()) {
         verdict.Add("J52", 0, before.sections[now.sections.size()].line, now.session,
                     "There are " + std::to_string(now.sections.size()) + ", before there were " +
