@@ -106,6 +106,26 @@ const Value& Left(const Value& now, const Value& refused, const Value& settled) 
     return now == refused ? settled : now;
 }
 
+/// What the refusal of an offer leaves of the wishes.
+/// @param settled  null: nothing was agreed or declined before
+Wishes LeftOf(const Wishes& now, const Wishes& refused, const Wishes* settled) {
+    Wishes left = now;
+    if (settled == nullptr) {
+        return left;
+    }
+    left.keys = Left(now.keys, refused.keys, settled->keys);
+    left.isPresenting = Left(now.isPresenting, refused.isPresenting, settled->isPresenting);
+    left.asked = Left(now.asked, refused.asked, settled->asked);
+    if (SameCapabilities(now.local, refused.local)) {
+        left.local = settled->local;
+    }
+    // What only takes away stays.
+    left.local.fVideoTxMuted = now.local.fVideoTxMuted || settled->local.fVideoTxMuted;
+    left.isHeld = now.isHeld || settled->isHeld;
+    left.srtp = now.srtp == Srtp::Required ? now.srtp : Left(now.srtp, refused.srtp, settled->srtp);
+    return left;
+}
+
 } // namespace
 
 SDPNegotiator::Wish SDPNegotiator::Call::SetLocal(const LocalSDP& local) {
@@ -139,21 +159,9 @@ SDPNegotiator::Wish SDPNegotiator::Call::Rekey() {
 }
 
 void SDPNegotiator::Call::Decline() {
-    const auto next = std::make_shared<Wishes>(*wishes);
-    if (settled != nullptr) {
-        const Wishes& last = *settled;
-        next->keys = Left(wishes->keys, offered->keys, last.keys);
-        next->isPresenting = Left(wishes->isPresenting, offered->isPresenting, last.isPresenting);
-        next->asked = Left(wishes->asked, offered->asked, last.asked);
-        if (SameCapabilities(wishes->local, offered->local)) {
-            next->local = last.local;
-        }
-        // What only takes away stays.
-        next->local.fVideoTxMuted = wishes->local.fVideoTxMuted || last.local.fVideoTxMuted;
-        next->isHeld = wishes->isHeld || last.isHeld;
-        next->srtp =
-            wishes->srtp == Srtp::Required ? wishes->srtp : Left(wishes->srtp, offered->srtp, last.srtp);
-    }
-    settled = next;
+    // What was said since the offer went out was not declined, and is still to be told.
+    const auto left = std::make_shared<const Wishes>(LeftOf(*offered, *offered, settled.get()));
+    const auto next = std::make_shared<const Wishes>(LeftOf(*wishes, *offered, settled.get()));
+    settled = left;
     Take(next);
 }

@@ -25,6 +25,12 @@ TEST(Wishes, WhatNoStrictReaderTakesIsAnError) {
          "an address or the origin's suffix has a character that is not part of a word"},
         {[](LocalSDP& local) { local.strOExtension = "two words"; },
          "an address or the origin's suffix has a character that is not part of a word"},
+        {[](LocalSDP& local) { local.strMyIPAddr = "192.0.2.1\x7F"; },
+         "an address or the origin's suffix has a character that is not part of a word"},
+        {[](LocalSDP& local) { local.iVideoPayloadMode0 = 128; },
+         "the payload numbers of video are equal or not from 96 to 127"},
+        {[](LocalSDP& local) { local.m_VideoPreso.iFmtpMaxMbps = -1; }, "a limit of video is negative"},
+        {[](LocalSDP& local) { local.m_VideoMain.iFmtpMaxBitRate = -1; }, "a limit of video is negative"},
         {[](LocalSDP& local) { local.iVideoPayloadMode1 = 95; },
          "the payload numbers of video are equal or not from 96 to 127"},
         {[](LocalSDP& local) { local.iVideoPayloadMode0 = 97; },
@@ -116,6 +122,37 @@ a=rtcp:5007 IN IP4 192.0.2.1
 a=label:8
 a=content:main
 )"));
+}
+
+TEST(Wishes, AKeyWithoutASuiteIsTheKeyOfTheFirst) {
+    LocalSDP local = AudioOnly();
+    local.cryptoAlgo[baseSDP::SRTP_AUDIO] = CryptoParams::CRYPTO_NONE;
+    local.bufSRTPKey[baseSDP::SRTP_AUDIO][0] = 1;
+    const std::string offer = Side(local, Srtp::Wanted).Offer().text;
+    EXPECT_NE(
+        offer.find("a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:AQAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA\r\n"),
+        std::string::npos);
+}
+
+// What was said while the offer was out is no part of what was declined.
+TEST(Wishes, ARefusalLeavesTheWishesOfTheMeantime) {
+    SDPNegotiator side = Side(AudioOnly());
+    ASSERT_TRUE(side.Answer(Far("m=audio 30000 RTP/AVP 0\n")).isTaken);
+    LocalSDP moved = AudioOnly();
+    moved.strDefaultIPAddr = "192.0.2.2";
+    ASSERT_TRUE(side.SetLocal(moved).isTaken);
+    ASSERT_TRUE(side.Offer().isTaken);
+    moved.strDefaultIPAddr = "192.0.2.3";
+    ASSERT_TRUE(side.SetLocal(moved).isTaken);
+    side.Present(true);
+    side.SetSrtp(Srtp::Wanted);
+    ASSERT_TRUE(side.Refused(488).isTaken);
+    EXPECT_EQ(side.Local().strDefaultIPAddr, "192.0.2.3");
+    EXPECT_TRUE(side.NeedsOffer());
+    ASSERT_TRUE(side.Offer().isTaken);
+    ASSERT_TRUE(side.Refused(606).isTaken);
+    EXPECT_EQ(side.Local().strDefaultIPAddr, "192.0.2.1");
+    EXPECT_FALSE(side.NeedsOffer());
 }
 
 } // namespace
