@@ -1,7 +1,7 @@
 // Stage: component, shape: the wishes to an offer.
 // Input: the wishes, the agreed session. Output: the offer, or a reason why there is none.
 // Touches the state of the call when there is an offer.
-// Test: tests/negotiation/SDPNegotiatorTest.cpp
+// Test: tests/negotiation/SDPOfferTest.cpp
 #include "SDPCall.h"
 #include "SDPPrepare.h"
 #include "SDPRepeat.h"
@@ -72,7 +72,8 @@ std::int16_t UsualNumber(Meaning meaning, const LocalSDP& local) {
     return kOwnNumbers[meaning];
 }
 
-/// Gives every meaning a number: the one it has in the slot, else the usual one, else a free dynamic one.
+/// Gives every meaning a number: the one it has in the slot, else the usual one, else a free dynamic one. A
+/// meaning for which there is none left is not offered.
 void ChooseNumbers(Slot& slot, const std::vector<Meaning>& meanings, const LocalSDP& local) {
     constexpr std::int16_t firstDynamic = 96;
     Bound taken;
@@ -91,14 +92,19 @@ void ChooseNumbers(Slot& slot, const std::vector<Meaning>& meanings, const Local
         for (std::int16_t other = firstDynamic; !isFree(number, meaning) && other <= kMaxNumber; ++other) {
             number = other;
         }
+        if (!isFree(number, meaning)) {
+            continue;
+        }
         numbers[meaning] = number;
         taken[static_cast<std::size_t>(number)] = meaning;
     }
     slot.numbers = numbers;
     slot.formats.clear();
     for (const Meaning meaning : meanings) {
-        slot.formats += slot.formats.empty() ? "" : " ";
-        slot.formats += std::to_string(numbers[meaning]);
+        if (numbers[meaning] >= 0) {
+            slot.formats += slot.formats.empty() ? "" : " ";
+            slot.formats += std::to_string(numbers[meaning]);
+        }
     }
 }
 

@@ -1,0 +1,67 @@
+#include "Call.h"
+
+using namespace call;
+
+namespace {
+
+/// The "m=" lines of a text.
+std::string MediaLines(const std::string& text) {
+    std::string lines;
+    for (std::size_t at = text.find("m="); at != std::string::npos; at = text.find("\nm=", at + 1)) {
+        at += text[at] == '\n' ? 1 : 0;
+        lines += text.substr(at, text.find('\r', at) - at) + "\n";
+    }
+    return lines;
+}
+
+// A number that was bound keeps its meaning for ever (RFC 3264, 8.3.2), so a format for which none is left is
+// not offered.
+TEST(Offer, WhenNumbersRunOutAFormatIsLeftOut) {
+    LocalSDP local = Local();
+    local.eAudioCodec = PAYLOAD_UNKNOWN;
+    local.m_VideoPreso.iVideoRTPPort = 0;
+    SDPNegotiator side = Side(local);
+    for (int number = 96; number <= 127; ++number) {
+        const std::string format = std::to_string(number);
+        ASSERT_TRUE(side.Answer(Far("m=video 30002 RTP/AVP " + format + "\na=rtpmap:" + format +
+                                    " H264/90000\na=fmtp:" + format + " packetization-mode=1\n"))
+                        .isTaken);
+    }
+    EXPECT_TEXT(MediaLines(side.Offer().text), "m=video 5006 RTP/AVP 127\n");
+}
+
+TEST(Offer, ABoundNumberIsGivenToNoOtherFormat) {
+    LocalSDP local = Local();
+    local.eAudioCodec = PAYLOAD_UNKNOWN;
+    local.m_VideoPreso.iVideoRTPPort = 0;
+    SDPNegotiator side = Side(local);
+    ASSERT_TRUE(side.Answer(Far("m=video 30002 RTP/AVP 96\na=rtpmap:96 H264/90000\n"
+                                "a=fmtp:96 packetization-mode=1\n"))
+                    .isTaken);
+    EXPECT_TEXT(MediaLines(side.Offer().text), "m=video 5006 RTP/AVP 96 97\n");
+}
+
+TEST(Offer, TheOriginsAddressIsTheRecordsOwn) {
+    LocalSDP local = AudioOnly();
+    local.strMyIPAddr = "203.0.113.1";
+    EXPECT_TEXT(Side(local).Offer().text, Text(R"(v=0
+o=Quillmarshorizon 578437695752307201 1 IN IP4 203.0.113.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=audio 5004 RTP/AVP 0 101
+a=rtpmap:0 PCMU/8000
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=sendrecv
+a=rtcp:5005 IN IP4 192.0.2.1
+)"));
+}
+
+TEST(Offer, AStreamKeepsItsProfileAndARejectedSectionItsPlace) {
+    SDPNegotiator side = Side(Local());
+    ASSERT_TRUE(side.Answer(Far("m=text 30002 RTP/AVP 98\nm=audio 30000 RTP/AVPF 0\n")).isTaken);
+    EXPECT_TEXT(MediaLines(side.Offer().text), "m=text 0 RTP/AVP 98\nm=audio 5004 RTP/AVPF 9 104 0 18 101\n");
+}
+
+} // namespace
