@@ -2,7 +2,9 @@
 //
 // The first bytes choose the policies and what happened before; everything after them is the text. A text is
 // taken, and then fits as the judge sees it, or is refused with a reason, and then nothing has changed.
+// "inline:!" in the text stands for a key of this side, which the input cannot contain otherwise.
 #include "Input.h"
+#include "Keys.h"
 #include "Laws.h"
 #include "Targets.h"
 
@@ -31,7 +33,8 @@ constexpr const char* kGoodOffer =
     "a=rtpmap:97 H264/90000\r\n"
     "a=fmtp:97 profile-level-id=42e01f;packetization-mode=1\r\n";
 
-/// Source of keys and session ids. It begins anew with each input, so an input has one meaning.
+/// Source of keys and session ids. It begins with a hash of the input, so an input has one meaning and does
+/// not contain a key by guessing it.
 std::minstd_rand g_random;
 
 bool RandomBytes(unsigned char* bytes, std::size_t length) {
@@ -66,6 +69,7 @@ LocalSDP Capabilities(fuzz::Input& input) {
 struct Past {
     bool isRepaired = true;
     std::string offer; ///< ours that is out; empty for none
+    std::string ours;  ///< our last text; empty for none
 };
 
 /// Brings the call to the phase that the input chooses.
@@ -79,15 +83,30 @@ Past Prepare(fuzz::Input& input, SDPNegotiator& call) {
     call.SetRepairs(past.isRepaired);
     const std::size_t texts = input.Below(4);
     if (texts == 1 || texts == 3) {
-        call.Answer(kGoodOffer);
+        past.ours = call.Answer(kGoodOffer).text;
     }
     call.Present(input.Below(2) != 0);
     call.MuteCamera(input.Below(4) == 0);
     call.Hold(input.Below(4) == 0);
     if (texts >= 2) {
         past.offer = call.Offer().text;
+        past.ours = past.offer;
     }
     return past;
+}
+
+/// The text with the first key of `ours` wherever it asks for it.
+std::string WithOwnKey(std::string text, const std::string& ours) {
+    constexpr std::string_view mark = "inline:!";
+    constexpr std::size_t method = 7;
+    const std::size_t key = ours.find("inline:");
+    if (key == std::string::npos) {
+        return text;
+    }
+    for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + 1)) {
+        text.replace(at + method, 1, ours, key + method, kKeyText.size());
+    }
+    return text;
 }
 
 /// A refusal has a reason without a key, a status where the caller has to send one, and no effect.
@@ -191,7 +210,7 @@ void CheckStreams(const SDPNegotiator& call, bool requiresSrtp, const std::strin
 
 void FuzzNegotiation(const std::uint8_t* data, std::size_t size) {
     fuzz::Input input(data, size);
-    g_random.seed(7);
+    g_random.seed(static_cast<std::minstd_rand::result_type>(fuzz::Hash(data, size)));
     SDPNegotiator call(RandomBytes);
     const Past past = Prepare(input, call);
     const bool requiresSrtp = input.Below(4) == 0;
@@ -199,7 +218,7 @@ void FuzzNegotiation(const std::uint8_t* data, std::size_t size) {
         call.SetSrtp(SDPNegotiator::Srtp::Required);
     }
     const bool isOffer = call.GetPhase() != SDPNegotiator::Phase::OfferSent || input.Below(8) == 0;
-    const std::string text = input.Rest();
+    const std::string text = WithOwnKey(input.Rest(), past.ours);
     if (isOffer) {
         CheckOffered(call, past.isRepaired, text);
     } else {

@@ -54,10 +54,6 @@ Numbers AnswerNumbers(Role role, const Taken& taken) {
 void OpenSlot(Slot& slot, Role role, const Taken& taken, const Reading& reading, const Wishes& told,
               Repairs& repairs) {
     const Lines lines = reading.description.Of(*taken.section);
-    if (slot.role != role) {
-        slot.bound = nullptr;
-    }
-    slot.role = role;
     slot.isOpen = true;
     slot.label = RepeatedValue(lines, LineKind::Label);
     slot.content = role == kMain ? RepeatedContent(lines) : std::string_view();
@@ -132,6 +128,27 @@ std::string_view WhyNothing(const Choice& choice) {
     return choice.HasAny() || first == choice.verdicts.end() ? std::string_view() : first->reason;
 }
 
+/// Whether an offer repeats a key of this side. The answerer's key has to be one of its own (RFC
+/// 4568, 5.1.2).
+bool RepeatsKey(const Description& offer, const Keys& keys) {
+    for (const auto& suites : keys) {
+        for (const Key& key : suites) {
+            if (key == Key()) {
+                continue;
+            }
+            std::string text;
+            const sdp::WipedAtEnd wiped(text);
+            GetSRTPKey(text, key.key.data(), key.salt.data());
+            if (std::any_of(offer.lines.begin(), offer.lines.end(), [&text](const Line& line) {
+                    return line.kind == LineKind::Crypto && sdp::Contains(line.value, text);
+                })) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 unsigned TakenRoles(const Choice& choice) {
     unsigned roles = 0;
     for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
@@ -169,7 +186,8 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
     // Slides that are to be presented need an offer of their own when this one has none to take them.
     const unsigned left = phase == Phase::Idle ? unsigned{Wishes::Bit(kSlides)} : ~0U;
     std::uint64_t id = 0;
-    std::shared_ptr<const Wishes> asking = Told(isSecure, wishes->asked & left & ~roles, id);
+    std::shared_ptr<const Wishes> asking =
+        Told(isSecure, wishes->asked & left & ~roles, id, RepeatsKey(description, wishes->keys));
     if (asking == nullptr) {
         return Refusal(kNoRandom, kNotAcceptable);
     }

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <limits>
 #include <tuple>
 
 using namespace negotiation;
@@ -23,6 +24,14 @@ bool IsSame(const std::shared_ptr<const Wishes>& a, const std::shared_ptr<const 
     return a == b || (a != nullptr && b != nullptr && *a == *b);
 }
 
+/// Everything but the wishes, which are shared.
+template <typename State>
+auto Fields(const State& call) {
+    return std::tie(call.phase, call.phaseBefore, call.isNextPlain, call.sessionId, call.version,
+                    call.originUser, call.originAddress, call.lastBody, call.lastAnswer, call.session,
+                    call.pending, call.maxBandwidth);
+}
+
 bool IsZero(const Key& key) {
     return key == Key();
 }
@@ -31,11 +40,7 @@ bool IsZero(const Key& key) {
 
 bool SDPNegotiator::Call::operator==(const Call& other) const {
     return IsSame(wishes, other.wishes) && IsSame(offered, other.offered) && IsSame(settled, other.settled) &&
-           std::tie(phase, phaseBefore, isNextPlain, sessionId, version, originUser, originAddress, lastBody,
-                    lastAnswer, session, pending, maxBandwidth) ==
-               std::tie(other.phase, other.phaseBefore, other.isNextPlain, other.sessionId, other.version,
-                        other.originUser, other.originAddress, other.lastBody, other.lastAnswer,
-                        other.session, other.pending, other.maxBandwidth);
+           Fields(*this) == Fields(other);
 }
 
 void SDPNegotiator::Call::Take(std::shared_ptr<const Wishes> next) noexcept {
@@ -73,19 +78,19 @@ bool SDPNegotiator::Call::Make(Keys* keys, bool replaces, std::uint64_t* id) con
     return isMade;
 }
 
-std::shared_ptr<const Wishes> SDPNegotiator::Call::Told(bool isSecure, unsigned asked,
-                                                        std::uint64_t& id) const {
+std::shared_ptr<const Wishes> SDPNegotiator::Call::Told(bool isSecure, unsigned asked, std::uint64_t& id,
+                                                        bool replaces) const {
     id = sessionId;
     std::uint64_t* const newId = id == 0 ? &id : nullptr;
     const bool hasAll = std::all_of(wishes->keys.begin(), wishes->keys.end(), [](const auto& suites) {
         return std::none_of(suites.begin(), suites.end(), IsZero);
     });
-    if (!isSecure || hasAll) {
+    if (!isSecure || (hasAll && !replaces)) {
         return newId == nullptr || Make(nullptr, false, newId) ? Asking(wishes, asked) : nullptr;
     }
     const auto next = std::make_shared<Wishes>(*wishes);
     next->asked = static_cast<std::uint8_t>(asked);
-    return Make(&next->keys, false, newId) ? next : nullptr;
+    return Make(&next->keys, replaces, newId) ? next : nullptr;
 }
 
 std::string SDPNegotiator::Call::Seal(std::string_view component, SecretText& body, std::uint64_t id) {
@@ -146,7 +151,9 @@ void Configure(SDPHandler& handler, const Wishes& told, unsigned roles) {
     local.iVideoPayloadMode0 = kOwnNumbers[kMode0];
     local.fVideoTxMuted = false;
     handler.SetBfcpSupport(has(kSlides));
-    handler.SetMaxSupportedSessions(kRoles);
+    // No section is left over to be rejected [B18]. Without repairs the component can take a part of a line
+    // for one, and that is in no place of the far end's text.
+    handler.SetMaxSupportedSessions(std::numeric_limits<std::uint32_t>::max());
 }
 
 void Bind(Slot& slot) {

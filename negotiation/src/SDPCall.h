@@ -32,9 +32,11 @@ struct SDPNegotiator::Call {
     /// @param id    null: none is made
     bool Make(negotiation::Keys* keys, bool replaces, std::uint64_t* id) const;
     /// The wishes that the next text tells, with keys when it is secure; null when the generator fails.
-    /// @param asked  the roles that they ask for
-    /// @param id     filled with the id of the session
-    std::shared_ptr<const negotiation::Wishes> Told(bool isSecure, unsigned asked, std::uint64_t& id) const;
+    /// @param asked     the roles that they ask for
+    /// @param id        filled with the id of the session
+    /// @param replaces  whether a secure text has new keys, whatever there was
+    std::shared_ptr<const negotiation::Wishes> Told(bool isSecure, unsigned asked, std::uint64_t& id,
+                                                    bool replaces = false) const;
     /// Puts "v=" and "o=" in front of a body, as the text that is sent next. The version grows when the body
     /// is another one than the last.
     std::string Seal(std::string_view component, negotiation::SecretText& body, std::uint64_t id);

@@ -151,6 +151,9 @@ Verdict StateOf(const Stream& stream, const Slot& slot, Role role, const Wishes&
     if (role != kFloor && isPlain && wishes.srtp == Srtp::Required) {
         return {State::NoUsableKey, "the stream is not secure, and SRTP is required here"};
     }
+    if (!isPlain && stream.theirKey == stream.ourKey) {
+        return {State::NoUsableKey, "the far end's key is this side's own"};
+    }
     if (stream.address.empty()) {
         return {State::NoAddress, "the far end gives no address"};
     }

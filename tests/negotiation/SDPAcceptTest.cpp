@@ -76,4 +76,43 @@ DeclinedByThem, the far end's section has port 0
 )");
 }
 
+// One key in both ways: what one side sends could be sent back to it as the other's.
+TEST(Accept, OurOwnKeySecuresNothing) {
+    EXPECT_TEXT(Streams(Far("m=audio 30000 RTP/SAVP 0\na=crypto:1 AES_CM_128_HMAC_SHA1_80 "
+                            "inline:AQIDBAUGBwgJCgsMDQ4PEBESExQVFhcYGRobHB0e\nm=video 0 RTP/SAVP 97\n"),
+                        Srtp::Wanted),
+                R"(NoUsableKey 0/0 198.51.100.7:30000 _80, the far end's key is this side's own
+DeclinedByThem, the far end's section has port 0
+)");
+}
+
+TEST(Accept, WithEveryPortZeroAllIsHeld) {
+    SDPNegotiator side = Side(AudioOnly());
+    ASSERT_TRUE(side.Answer(Far("m=audio 30000 RTP/AVP 0\n")).isTaken);
+    LocalSDP none = AudioOnly();
+    none.iAudioRTPPort = 0;
+    ASSERT_TRUE(side.SetLocal(none).isTaken);
+    EXPECT_TEXT(side.Offer().text, Text(R"(v=0
+o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=audio 0 RTP/AVP 0
+)"));
+    ASSERT_TRUE(side.Accept(Far("m=audio 0 RTP/AVP 0\n")).isTaken);
+    EXPECT_TEXT(Lines(side), "Held, this side holds all streams at port 0\n");
+}
+
+TEST(Accept, AWishOfTheMeantimeIsStillToBeTold) {
+    SDPNegotiator side = Side(AudioOnly());
+    ASSERT_TRUE(side.Offer().isTaken);
+    side.Hold(true);
+    ASSERT_TRUE(side.Accept(Far("m=audio 30000 RTP/AVP 0\n")).isTaken);
+    EXPECT_TEXT(Lines(side), "Held send 0/0 198.51.100.7:30000, this side holds the stream\n");
+    EXPECT_TRUE(side.NeedsOffer());
+    EXPECT_NE(side.Offer().text.find("a=sendonly"), std::string::npos);
+    ASSERT_TRUE(side.Accept(Far("m=audio 30000 RTP/AVP 0\na=recvonly\n")).isTaken);
+    EXPECT_FALSE(side.NeedsOffer());
+}
+
 } // namespace

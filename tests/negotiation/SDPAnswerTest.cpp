@@ -303,4 +303,64 @@ TEST(Answer, AKeyThatHoldsAKeywordIsNoKey) {
     EXPECT_EQ(answer.status, 488);
 }
 
+// A key that runs both ways secures neither, so an offer that repeats this side's is answered with a new one.
+TEST(Answer, AKeyOfOursInTheOfferIsReplaced) {
+    SDPNegotiator side = Side(AudioOnly(), Srtp::Wanted);
+    const std::string offer = side.Offer().text;
+    constexpr std::string_view ours = "AQIDBAUGBwgJCgsMDQ4PEBESExQVFhcYGRobHB0e";
+    ASSERT_NE(offer.find(ours), std::string::npos);
+    ASSERT_TRUE(side.Accept(Far("m=audio 30000 RTP/SAVP 0\na=crypto:1 AES_CM_128_HMAC_SHA1_80 "
+                                "inline:d2UgbWFrZSB0aGlzIGtleSBmb3IgdGhlIGZ1enpl\n"))
+                    .isTaken);
+    const auto answer = side.Answer(Far(
+        "m=audio 30000 RTP/SAVP 0\na=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:" + std::string(ours) + "\n"));
+    EXPECT_TEXT(answer.text, Text(R"(v=0
+o=Quillmarshorizon 4376296769751332533 2 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=audio 5004 RTP/SAVP 0
+a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:vb6/wMHCw8TFxsfIycrLzM3Oz9DR0tPU1dbX2Nna
+a=rtpmap:0 PCMU/8000
+a=sendrecv
+a=rtcp:5005 IN IP4 192.0.2.1
+)"));
+    EXPECT_TEXT(Lines(side), "Start send receive 0/0 198.51.100.7:30000 _80\n");
+}
+
+TEST(Answer, WithoutNewKeysOrASessionIdNothingIsAnswered) {
+    static bool makesKeys = false;
+    SDPNegotiator side([](unsigned char* bytes, std::size_t length) {
+        return makesKeys && CountingBytes(bytes, length) && length > sizeof(std::uint64_t);
+    });
+    ASSERT_TRUE(side.SetLocal(AudioOnly()).isTaken);
+    side.SetSrtp(Srtp::Wanted);
+    const std::string offer = Far("m=audio 30000 RTP/SAVP 0\na=crypto:1 AES_CM_128_HMAC_SHA1_80 "
+                                  "inline:d2UgbWFrZSB0aGlzIGtleSBmb3IgdGhlIGZ1enpl\n");
+    const SDPNegotiator before = side;
+    for (const char* const reason : {"no key can be made", "no session id can be made"}) {
+        const auto refused = side.Answer(offer);
+        EXPECT_FALSE(refused.isTaken);
+        EXPECT_EQ(refused.status, 488);
+        EXPECT_EQ(refused.reason, reason);
+        EXPECT_TRUE(side == before);
+        makesKeys = true;
+    }
+}
+
+TEST(Answer, ASectionWithoutATransportIsRejectedWithOne) {
+    SDPNegotiator side = Side(AudioOnly());
+    EXPECT_TEXT(side.Answer(Far("m=audio 30000 RTP/AVP 0\nm=video 0\n")).text, Text(R"(v=0
+o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=audio 5004 RTP/AVP 0
+a=rtpmap:0 PCMU/8000
+a=sendrecv
+a=rtcp:5005 IN IP4 192.0.2.1
+m=video 0 RTP/AVP 0
+)"));
+}
+
 } // namespace
