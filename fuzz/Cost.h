@@ -1,7 +1,7 @@
 // The cost of a call: the bytes that it requested from the allocator, and the steps that it took.
 //
 // Allocations are counted in every build. Steps are counted in the fuzzer build only: the compiler marks each
-// basic block of the component, and the linker redirects its copies and searches to counters. The number
+// basic block of the libraries, and the linker redirects its copies and searches to counters. The number
 // depends on the input alone, so a limit on it cannot fail by chance, as a limit on time could.
 #pragma once
 

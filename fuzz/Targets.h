@@ -19,3 +19,5 @@ void FuzzGrammar(const std::uint8_t* data, std::size_t size);
 void FuzzTool(const std::uint8_t* data, std::size_t size);
 /// Any bytes as an offer or an answer, given to a negotiator in any phase.
 void FuzzNegotiation(const std::uint8_t* data, std::size_t size);
+/// Any bytes as two descriptions, the second of which is judged.
+void FuzzJudge(const std::uint8_t* data, std::size_t size);

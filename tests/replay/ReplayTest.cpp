@@ -72,6 +72,10 @@ TEST(Replay, Negotiation) {
     ReplayAll("negotiation", FuzzNegotiation);
 }
 
+TEST(Replay, Judge) {
+    ReplayAll("judge", FuzzJudge);
+}
+
 #ifdef COMMONMEDIA_FUZZ_TOOL
 TEST(Replay, Tool) {
     ReplayAll("tool", FuzzTool);
