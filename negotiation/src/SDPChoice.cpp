@@ -2,7 +2,7 @@
 // Input: a cut text, the wishes, the session it continues. Output: a section or none per role, a verdict per
 // section.
 // Touches nothing but the list of repairs.
-// Test: tests/negotiation/SDPAnswerTest.cpp
+// Test: tests/negotiation/SDPChoiceTest.cpp
 #include "SDPChoice.h"
 
 #include "SDPRepeat.h"

@@ -1,6 +1,6 @@
 // Which sections of a far end's text are taken, and why the others are not.
 //
-// Test: tests/negotiation/SDPAnswerTest.cpp
+// Test: tests/negotiation/SDPChoiceTest.cpp
 #pragma once
 
 #include "SDPSession.h"

@@ -1,7 +1,7 @@
 // Stage: prepare, crypto lines.
 // Input: the lines of one section. Output: the first line whose suite, key and parameters can be used.
 // Touches nothing but the list of repairs; key bytes that are tried are wiped.
-// Test: tests/negotiation/SDPAnswerTest.cpp
+// Test: tests/negotiation/SDPCryptoTest.cpp
 #include "SDPCrypto.h"
 
 #include "SDPHandler.h"

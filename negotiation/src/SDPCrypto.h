@@ -1,6 +1,6 @@
 // Crypto lines of a far end: which one can be used (RFC 4568).
 //
-// Test: tests/negotiation/SDPAnswerTest.cpp
+// Test: tests/negotiation/SDPCryptoTest.cpp
 #pragma once
 
 #include "SDPRepairs.h"

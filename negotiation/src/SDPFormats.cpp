@@ -2,7 +2,7 @@
 // Input: the lines of one section. Output: payload numbers with their meaning.
 // Touches nothing but the list of repairs.
 // The names of codecs are those that the component writes.
-// Test: tests/negotiation/SDPRepairsTest.cpp
+// Test: tests/negotiation/SDPFormatsTest.cpp
 #include "SDPFormats.h"
 
 #include <algorithm>
@@ -98,9 +98,10 @@ std::string_view ProfileOf(std::string_view parms) {
     return isWhole ? id.substr(0, kDefaultProfile.size()) : kDefaultProfile;
 }
 
-/// Whether the value of a line follows its keyword without a blank, or may all the same.
+/// Whether the value of a line follows its keyword without a blank, or may all the same. Precondition: there
+/// is a value.
 bool IsClose(const Line& line, std::size_t keyword, Repairs& repairs) {
-    return line.text.size() <= keyword || !sdp::IsBlank(line.text[keyword]) || repairs.Use(RepairId::Blanks);
+    return !sdp::IsBlank(line.text[keyword]) || repairs.Use(RepairId::Blanks);
 }
 
 } // namespace

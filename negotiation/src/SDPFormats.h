@@ -1,6 +1,6 @@
 // What the payload formats of a section mean.
 //
-// Test: tests/negotiation/SDPRepairsTest.cpp
+// Test: tests/negotiation/SDPFormatsTest.cpp
 #pragma once
 
 #include "SDPRepairs.h"

@@ -21,9 +21,9 @@ void FillRates(SDPNegotiator::Stream& stream) {
         const std::int64_t width = (picture.width + macroblock - 1) / macroblock;
         const std::int64_t height = (picture.height + macroblock - 1) / macroblock;
         const std::int64_t area = width * height;
-        // No side is longer than the root of eight times the frame size.
-        const bool fits = area <= maxFs && width * width <= std::int64_t{8} * maxFs;
-        picture.rate = fits ? static_cast<int>(std::min<std::int64_t>(maxMbps / area, highestRate)) : 0;
+        // The other limit, on the longer side, excludes only pictures eight times as wide as high.
+        picture.rate =
+            area <= maxFs ? static_cast<int>(std::min<std::int64_t>(maxMbps / area, highestRate)) : 0;
     }
 }
 

@@ -3,7 +3,7 @@
 // Input: one a= line as it was written, or the words of an address. Output: violations of the rules J04, J05,
 // J08 and J12 to J14. The table holds the forms that programs are known to get wrong; an attribute without a
 // row is free, as RFC 4566, 5.13 has it. No sentence quotes a value.
-// Test: tests/judge/BrokenTest.cpp
+// Test: tests/judge/SDPJudgeAttributeTest.cpp, tests/judge/broken
 #include "SDPJudgeText.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 //
 // Input: the judged text, read. Output: violations of the rules J01 to J19. Lines are looked at as they were
 // written, because the reader forgives blanks and line ends.
-// Test: tests/judge/BrokenTest.cpp
+// Test: tests/judge/SDPJudgeGrammarTest.cpp, tests/judge/broken
 #include "SDPJudgeText.h"
 
 #include <algorithm>

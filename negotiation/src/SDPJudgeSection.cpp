@@ -3,7 +3,7 @@
 // Input: both sections, read. Output: violations of the rules J21 to J38. An offered section whose m= line
 // is not whole is compared by nothing but its medium. Formats, keys and attributes are found through sorted
 // containers that belong to one section.
-// Test: tests/judge/BrokenTest.cpp
+// Test: tests/judge/SDPJudgeSectionTest.cpp, tests/judge/broken
 #include "SDPJudgeText.h"
 
 #include <algorithm>

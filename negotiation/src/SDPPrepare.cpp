@@ -2,7 +2,7 @@
 // Input: the sections that are taken. Output: a description of just these.
 // Touches the text at whose end it writes; it carries the far end's keys, and the writer wipes it.
 // Payload numbers are the component's own: what the far end calls them is kept in Taken.
-// Test: tests/negotiation/SDPRepairsTest.cpp
+// Test: tests/negotiation/SDPPrepareTest.cpp
 #include "SDPPrepare.h"
 
 #include "SDPRepeat.h"

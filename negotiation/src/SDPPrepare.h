@@ -1,6 +1,6 @@
 // The copy of a far end's text that the component reads.
 //
-// Test: tests/negotiation/SDPRepairsTest.cpp
+// Test: tests/negotiation/SDPPrepareTest.cpp
 #pragma once
 
 #include "SDPChoice.h"

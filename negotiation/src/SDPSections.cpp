@@ -1,7 +1,7 @@
 // Stage: cut, a text to the session block and its sections.
 // Input: any bytes. Output: the lines that this layer reads, each with its kind and value.
 // Touches nothing but the list of repairs.
-// Test: tests/negotiation/SDPRepairsTest.cpp
+// Test: tests/negotiation/SDPSectionsTest.cpp
 #include "SDPSections.h"
 
 #include "SDPPrefix.h"

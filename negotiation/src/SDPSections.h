@@ -1,7 +1,7 @@
 // A description cut once into lines: the session block and one range of lines per "m=" line.
 //
 // Nothing is copied: every view points into the text, which has to outlive the cut.
-// Test: tests/negotiation/SDPRepairsTest.cpp
+// Test: tests/negotiation/SDPSectionsTest.cpp
 #pragma once
 
 #include "SDPLines.h"

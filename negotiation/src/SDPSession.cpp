@@ -1,7 +1,7 @@
 // Stage: none; what wishes and the session say when they are asked.
 // Input: the state of a call. Output: yes or no, a direction, a place.
 // Touches nothing.
-// Test: tests/negotiation/SDPWishesTest.cpp
+// Test: tests/negotiation/SDPSessionTest.cpp
 #include "SDPSession.h"
 
 #include <algorithm>

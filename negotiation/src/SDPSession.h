@@ -1,7 +1,7 @@
 // What a call holds between texts: the wishes of this side, and the session as slots.
 //
 // A slot is one "m=" line. It keeps its place for the life of the call (RFC 3264, 8).
-// Test: tests/negotiation/SDPWishesTest.cpp
+// Test: tests/negotiation/SDPSessionTest.cpp
 #pragma once
 
 #include "SDPCrypto.h"

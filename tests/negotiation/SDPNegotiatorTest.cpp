@@ -508,4 +508,24 @@ TEST(Negotiator, WithoutAStreamThereIsNoOffer) {
     EXPECT_EQ(side.Offer().reason, "there is no stream to offer");
 }
 
+TEST(Negotiator, EqualMeansTheSameInEveryPhase) {
+    const SDPNegotiator side = Side(AudioOnly());
+    SDPNegotiator offered = side;
+    EXPECT_TRUE(offered == side);
+    ASSERT_TRUE(offered.Offer().isTaken);
+    EXPECT_FALSE(offered == side);
+    EXPECT_FALSE(side == offered);
+    SDPNegotiator declined = offered;
+    ASSERT_TRUE(declined.Refused(488).isTaken);
+    SDPNegotiator kept = offered;
+    ASSERT_TRUE(kept.Refused(503).isTaken);
+    EXPECT_FALSE(declined == kept);
+    EXPECT_FALSE(kept == declined);
+    SDPNegotiator held = side;
+    held.Hold(true);
+    EXPECT_FALSE(held == side);
+    held.Hold(false);
+    EXPECT_TRUE(held == side);
+}
+
 } // namespace

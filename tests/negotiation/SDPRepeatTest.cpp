@@ -134,4 +134,32 @@ TEST(Repeat, MainVideoIsCalledAsTheFarEndCallsIt) {
     EXPECT_TEXT(ContentOf("a=content:alt,slides\n"), "a=content:slides\r\n");
 }
 
+TEST(Repeat, AFloorNamesItsStreamsInWords) {
+    constexpr struct {
+        std::string_view written;
+        std::string_view answered;
+    } kCases[] = {
+        {"2", "2"},
+        {"2 mstrm:9", "2 mstrm:9"},
+        {"2 mstrm:9 10", "2 mstrm:9 10"},
+        {"2 mstrm:9 1;0", "2"},
+        {"2 mstrm:", "2"},
+        {"2 :9", "2"},
+        {"2 mstrm:\x7F", "2"},
+        {"2  mstrm:9", "2"},
+        {"12345678901", "2 mstrm:9"},
+        {"two", "2 mstrm:9"},
+        {"", "2 mstrm:9"},
+    };
+    for (const auto& one : kCases) {
+        const std::string answer =
+            Answer(Far("m=video 30004 RTP/AVP 97\na=rtpmap:97 H264/90000\na=content:slides\n"
+                       "m=application 30006 UDP/BFCP *\na=floorctrl:c-only\na=floorid:" +
+                       std::string(one.written) + "\n"));
+        const std::size_t at = answer.find("a=floorid:");
+        ASSERT_NE(at, std::string::npos) << answer;
+        EXPECT_EQ(answer.substr(at, answer.find('\r', at) - at), "a=floorid:" + std::string(one.answered));
+    }
+}
+
 } // namespace

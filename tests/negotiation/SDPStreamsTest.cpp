@@ -25,6 +25,8 @@ TEST(Streams, DirectionsAreThisSides) {
 TEST(Streams, NothingIsSentToNowhere) {
     EXPECT_EQ(Line(Audio("c=IN IP4 0.0.0.0\n")),
               "Held receive 0/0 0.0.0.0:30000, the far end's address is none to send to");
+    EXPECT_EQ(Line(Audio("c=IN IP6 ::\n")),
+              "Held receive 0/0 :::30000, the far end's address is none to send to");
 }
 
 TEST(Streams, RtcpAndPtimeAreRead) {

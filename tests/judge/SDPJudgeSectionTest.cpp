@@ -1,0 +1,125 @@
+// One section that answers another.
+#include "Alone.h"
+
+using namespace judged;
+
+namespace {
+
+std::string Text(const std::string& section) {
+    return "v=0\r\no=- 1 1 IN IP4 192.0.2.1\r\ns=-\r\nc=IN IP4 192.0.2.1\r\nt=0 0\r\n" + section;
+}
+
+std::string Answer(const std::string& offered, const std::string& answered) {
+    return Written(CheckAnswer(Text(offered), Text(answered)));
+}
+
+std::string Video(const std::string& parameters) {
+    return "m=video 5004 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\na=fmtp:97 " + parameters + "\r\n";
+}
+
+/// What is said of an answer's profile.
+std::string Profiles(const std::string& offered, const std::string& answered) {
+    return Answer(Video("profile-level-id=" + offered), Video("profile-level-id=" + answered));
+}
+
+std::string Other(const std::string& offered, const std::string& answered) {
+    return "J28 line 6, other 6, section 0: Format '97' has profile '" + answered + "', offered is '" +
+           offered + "'.\n";
+}
+
+} // namespace
+
+TEST(JudgeSection, ConstrainedOrNotBaselineIsOneProfile) {
+    EXPECT_TEXT(Profiles("42e01f", "42000d"), "");
+    EXPECT_TEXT(Profiles("4d801f", "42e01f"), "");
+    EXPECT_TEXT(Profiles("58801f", "42e01f"), "");
+    EXPECT_TEXT(Profiles("4d001f", "42e01f"), Other("4d", "42"));
+    EXPECT_TEXT(Profiles("58001f", "4d001f"), Other("58", "4d"));
+    EXPECT_TEXT(Profiles("64001f", "64000d"), "");
+    EXPECT_TEXT(Profiles("6e001f", "6e101f"), Other("6e", "6e intra"));
+    EXPECT_TEXT(Profiles("4d101f", "4d001f"), "");
+    EXPECT_TEXT(Profiles("58101f", "58001f"), "");
+    EXPECT_TEXT(Profiles("64", "42e01f"), "");
+    EXPECT_TEXT(Profiles("64x01f", "42e01f"), "");
+    EXPECT_TEXT(Answer(Video("max-fs=1"), Video("packetization-mode=")), "");
+}
+
+TEST(JudgeSection, TonesAloneAreNoCall) {
+    const std::string offer = "m=audio 5004 RTP/AVP 0 13 101\r\na=rtpmap:101 telephone-event/8000\r\n";
+    const std::string tones =
+        "J27 line 6, other 6, section 0: The section can carry nothing but tones or comfort noise.\n";
+    EXPECT_TEXT(Answer(offer, "m=audio 5004 RTP/AVP 0 13\r\n"), "");
+    EXPECT_TEXT(Answer(offer, "m=audio 5004 RTP/AVP 13\r\n"), tones);
+    EXPECT_TEXT(Answer("m=audio 5004 TCP/MSRP *\r\n", "m=audio 5004 TCP/MSRP *\r\n"), "");
+}
+
+TEST(JudgeSection, TheBitRateOfG7221IsTheOffered) {
+    const std::string named = "m=audio 5004 RTP/AVP 97\r\na=rtpmap:97 G7221/16000\r\n";
+    EXPECT_TEXT(Answer(named + "a=fmtp:97 bitrate=24000\r\n", named + "a=fmtp:97 bitrate=32000\r\n"),
+                "J40 line 6, other 6, section 0: Format '97' has bit rate '32000', offered is '24000'.\n");
+    EXPECT_TEXT(Answer(named, named + "a=fmtp:97 bitrate=32000\r\n"), "");
+}
+
+TEST(JudgeSection, AStreamOfMpegTellsItsChannelsItself) {
+    EXPECT_TEXT(
+        Answer("m=audio 5004 RTP/AVP 14\r\n", "m=audio 5004 RTP/AVP 14\r\na=rtpmap:14 MPA/90000/2\r\n"), "");
+    EXPECT_TEXT(
+        Answer("m=audio 5004 RTP/AVP 14\r\n", "m=audio 5004 RTP/AVP 14\r\na=rtpmap:14 MPA/90000/3\r\n"),
+        "J26 line 6, other 6, section 0: Format '14' is 'mpa/90000/3', offered is 'mpa/90000'.\n");
+}
+
+TEST(JudgeSection, ASecureSectionHasItsKeyInOneLineOrByKeyManagement) {
+    const std::string secure = "m=audio 5004 RTP/SAVP 0\r\n";
+    const auto line = [](const std::string& tag, char key) {
+        return "a=crypto:" + tag + " AES_CM_128_HMAC_SHA1_80 inline:" + std::string(40, key) + "\r\n";
+    };
+    EXPECT_TEXT(Answer(secure + line("1", 'k'), secure + line("1", 'm')), "");
+    EXPECT_TEXT(Answer(secure + line("01", 'k'), secure + line("1", 'm')), "");
+    EXPECT_TEXT(Answer(secure, secure + "a=key-mgmt:mikey AAAA\r\n"), "");
+    EXPECT_TEXT(Answer(secure, secure), "J30 line 6, other 6, section 0: The section has no crypto line.\n");
+    EXPECT_TEXT(Answer(secure + line("x", 'k'), secure + line("x", 'm')),
+                "J13 line 7, other 0, section 0: Attribute 'crypto' is not written as in "
+                "a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:WVNf....\n"
+                "J31 line 7, other 6, section 0: The tag was not offered in this section.\n");
+}
+
+TEST(JudgeSection, RolesOfFloorControl) {
+    const std::string floor = "m=application 5004 UDP/BFCP *\r\n";
+    const std::string server = "a=confid:1\r\na=userid:2\r\na=floorid:3\r\n";
+    EXPECT_TEXT(Answer(floor, floor + server), "");
+    EXPECT_TEXT(Answer(floor + "a=floorctrl:\r\n", floor + server), "");
+    EXPECT_TEXT(Answer(floor + "a=floorctrl:s-only\r\n", floor + server),
+                "J34 line 6, other 7, section 0: The role 's-only' answers none of those offered.\n");
+    EXPECT_TEXT(Answer(floor, floor + "a=floorctrl:c-only\r\n"),
+                "J34 line 7, other 6, section 0: The role 'c-only' answers none of those offered.\n");
+    EXPECT_TEXT(
+        Answer(floor + "a=floorctrl:s-only\r\n" + server, floor + "a=floorctrl:c-only\r\na=confid:1\r\n"),
+        "");
+    EXPECT_TEXT(Answer(floor + "a=floorctrl:s-only\r\na=confid:x\r\n",
+                       floor + "a=floorctrl:c-only\r\na=confid:1\r\n"),
+                "");
+    EXPECT_TEXT(
+        Answer(floor + "a=floorctrl:s-only\r\n" + server, floor + "a=floorctrl:c-only\r\na=confid:9\r\n"),
+        "J35 line 8, other 8, section 0: This client changes a=confid.\n");
+}
+
+TEST(JudgeSection, TheRoleOfAConnectionAnswersTheOffered) {
+    const std::string section = "m=audio 5004 RTP/AVP 0\r\n";
+    EXPECT_TEXT(Answer(section + "a=setup:actpass\r\n", section + "a=setup:active\r\n"), "");
+    EXPECT_TEXT(Answer(section + "a=setup:active\r\n", section + "a=setup:active\r\n"),
+                "J38 line 7, other 7, section 0: The role is 'active', offered is 'active'.\n");
+    EXPECT_TEXT(Answer(section + "a=setup:active\r\n", section), "");
+    EXPECT_TEXT(Answer(section, section + "a=setup:active\r\n"), "");
+    EXPECT_TEXT(Answer(section + "a=setup:other\r\n", section + "a=setup:active\r\n"), "");
+}
+
+TEST(JudgeSection, WordsThatDoNotPrintAreToldByTheirLength) {
+    EXPECT_TEXT(
+        Answer("m=audio 5004 RTP/AVP 0\r\n", "m=au\x7F 5004 RTP/AVP 0\r\n"),
+        "J06 line 6, other 0, section 0: The line is not medium, port, transport and formats between single "
+        "blanks.\nJ21 line 6, other 6, section 0: The medium is a word of 3 bytes, offered is 'audio'.\n");
+    EXPECT_TEXT(Answer("m=audio 5004 RTP/AVP 0\r\n", "m=" + std::string(25, 'a') + " 5004 RTP/AVP 0\r\n"),
+                "J21 line 6, other 6, section 0: The medium is a word of 25 bytes, offered is 'audio'.\n");
+    EXPECT_TEXT(Answer("m=\xE4 5004 RTP/AVP 0\r\n", "m=audio 5004 RTP/AVP 0\r\n"),
+                "J21 line 6, other 6, section 0: The medium is 'audio', offered is a word of 1 bytes.\n");
+}
