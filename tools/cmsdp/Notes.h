@@ -9,6 +9,7 @@
 #include "Capabilities.h"
 #include "Reading.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -32,6 +33,25 @@ struct StreamView {
     baseSDP::SRTP_M_LINE stream;
     const VideoParms* video = nullptr; ///< null for audio
 };
+
+/// One thing that is worth a note, and an example of the line that shows it.
+struct NoteRule {
+    const char* example;
+    Note (*look)(const StreamView&); ///< returns a note without text when there is nothing to say
+};
+
+/// What the rules of a table say of a stream, in the order of the table.
+template <std::size_t N>
+std::vector<std::string> NotesBy(const NoteRule (&rules)[N], const StreamView& view) {
+    std::vector<std::string> notes;
+    for (const NoteRule& rule : rules) {
+        const Note note = rule.look(view);
+        if (!note.text.empty()) {
+            notes.push_back(InWords(note));
+        }
+    }
+    return notes;
+}
 
 /// Notes on single lines; the last one counts those that are not shown.
 std::vector<std::string> NotesOnLines(const Reading& reading);

@@ -136,12 +136,7 @@ Note SecureWithoutKey(const StreamView& view) {
                           : Note{};
 }
 
-struct Rule {
-    const char* example;
-    Note (*look)(const StreamView&);
-};
-
-constexpr Rule kRules[] = {
+constexpr NoteRule kRules[] = {
     {"a=crypto:1 AES_CM_128_HMAC_SHA1_32 ...\na=crypto:2 AES_256_CM_HMAC_SHA1_80 ...", ReplacedKey},
     {"a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:short", UnreadableKey},
     {"a=crypto:x AES_CM_128_HMAC_SHA1_32 ...", TagOfLetters},
@@ -154,14 +149,7 @@ constexpr Rule kRules[] = {
 } // namespace
 
 std::vector<std::string> NotesOnKeys(const StreamView& view) {
-    std::vector<std::string> notes;
-    for (const Rule& rule : kRules) {
-        const Note note = rule.look(view);
-        if (!note.text.empty()) {
-            notes.push_back(InWords(note));
-        }
-    }
-    return notes;
+    return NotesBy(kRules, view);
 }
 
 } // namespace cmsdp

@@ -124,12 +124,7 @@ Note Muted(const StreamView& view) {
                  : Note{};
 }
 
-struct Rule {
-    const char* example;
-    Note (*look)(const StreamView&);
-};
-
-constexpr Rule kRules[] = {
+constexpr NoteRule kRules[] = {
     {"a=fmtp:97 packetization-mode=1\na=fmtp:97 max-fs=3600", ReplacedParameters},
     {"a=fmtp:97 profile-level-id=42e034", UnknownLevel},
     {"m=audio 5004 RTP/AVP 0", NoAddress},
@@ -140,14 +135,7 @@ constexpr Rule kRules[] = {
 } // namespace
 
 std::vector<std::string> NotesOnStream(const StreamView& view) {
-    std::vector<std::string> notes;
-    for (const Rule& rule : kRules) {
-        const Note note = rule.look(view);
-        if (!note.text.empty()) {
-            notes.push_back(InWords(note));
-        }
-    }
-    return notes;
+    return NotesBy(kRules, view);
 }
 
 } // namespace cmsdp
