@@ -2,7 +2,7 @@
 #include <iostream>
 int main() {
     SDPHandler handler;
-    LocalSDP& local = handler.MyLocalSDP; // or a record of its own, given to InitializeLocalSDP
+    LocalSDP& local = handler.MyLocalSDP; // or a LocalSDP given to InitializeLocalSDP
     local.eAudioCodec = PAYLOAD_G722;
     local.listAudioCodecPriority = {PAYLOAD_G722};
     local.iAudioRTPPort = 16384;

@@ -1,4 +1,4 @@
-// The trace sink of the code base.
+// The trace sink of the process.
 //
 // By default no sink is installed and nothing is formatted: a library does not print by itself.
 //
@@ -7,7 +7,7 @@
 //     }
 //     static const CommonMediaTraceSink sink = {Write, stderr};
 //     SetCommonMediaTraceSink(&sink);     // now Write receives every trace text
-//     SetCommonMediaTraceSink(nullptr);   // now nobody does
+//     SetCommonMediaTraceSink(nullptr);   // removes the sink
 #pragma once
 
 #include "CommonMediaExport.h"

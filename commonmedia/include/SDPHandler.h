@@ -17,19 +17,22 @@
 //
 // Calls without a result, and why:
 //
-//     handler.GetLocalSDP()            ""   offering, and no default local address is set
+//     handler.GetLocalSDP()            ""   offering, and no default local address is set; answers need none
 //     handler.ParseTheSDP("", remote)  1    empty text: the sections are dropped, remote is unchanged
 //     handler.ParseTheSDP("v=0", remote)    0, and remote is reset: a line counts only when it ends in CR LF
 //     ExtractSRTPKey(text, key, salt)  false: not 40 characters of base64; key and salt keep their bytes
 //
-// The far end's text is untrusted: nothing in it makes a call throw, fail or read out of bounds. A line that
-// cannot be used is ignored, with few exceptions: a keyword in the middle of a line decides who reads it, a
-// line that ends in LF alone is joined to the next, an "m=" line without a format leaves the lines after it
-// to the previous section, a crypto line of an unknown suite or with a broken key replaces tag and key text,
-// and a session bandwidth that is no number replaces the bandwidths of the sections. The cost grows with the
-// length of the text, so the application has to limit that length.
+// The far end's text is untrusted: nothing in it makes a function throw, fail or read out of bounds. A line
+// that cannot be used is ignored. Five kinds of malformed lines have an effect all the same:
+//   - A keyword in the middle of a line decides which operation reads the line.
+//   - A line that ends in LF alone is joined to the next one.
+//   - An "m=" line without a format opens no section; the lines after it are added to the previous section.
+//   - A crypto line of an unknown suite, with a tag that is no number or with a broken key replaces the tag,
+//     and the key text when the new one has at least 40 characters.
+//   - A session bandwidth that is no number replaces the bandwidths of the sections.
+// The cost grows with the length of the text, so the application has to limit that length.
 //
-// The only exception is std::bad_alloc. After ParseTheSDP the handler then has the sections read so far, and
+// Only std::bad_alloc is thrown. If ParseTheSDP throws it, the handler holds the sections read so far, and
 // GetLocalSDP would answer those; the record may have its previous values or some of the new ones. Parse
 // again, or call ResetRemoteSDP.
 //
@@ -83,9 +86,10 @@ private:
 class SDPHandler {
 public:
     bool m_bSRTP = false; ///< SRTP is wanted: offered always, answered where the far end is secure
-    LocalSDP MyLocalSDP;  ///< the local capabilities descriptions are written from
+    LocalSDP MyLocalSDP;  ///< local capabilities; offers and answers are written from them
 
-    /// A handler that offers: session id from GetTickCount(), version 1, BFCP off, two sections answered.
+    /// A handler that offers: session id from GetTickCount(), version counter 1 (the first description has
+    /// version 2), BFCP off, two sections served.
     COMMONMEDIA_EXPORT SDPHandler();
     /// Frees the sections of the last remote description.
     COMMONMEDIA_EXPORT ~SDPHandler();
@@ -95,16 +99,15 @@ public:
     SDPHandler(const SDPHandler&) = delete;
     SDPHandler& operator=(const SDPHandler&) = delete;
 
-    /// Takes a copy of the local capabilities. The BFCP identity (iBfcpConfid, iBfcpUserid, fBfcpIsServer)
-    /// keeps its values in MyLocalSDP.
+    /// Copies `s` into MyLocalSDP, except iBfcpConfid, iBfcpUserid and fBfcpIsServer, which stay unchanged.
     COMMONMEDIA_EXPORT void InitializeLocalSDP(const LocalSDP& s);
     /// Address of the "c=" and "a=rtcp:" lines, and of the origin line when strMyIPAddr is empty.
     COMMONMEDIA_EXPORT void SetDefaultLocalIPAddr(std::string s);
     /// Whether descriptions carry the presentation video and its floor control channel.
     COMMONMEDIA_EXPORT void SetBfcpSupport(bool fSupported);
-    /// How many remote sections, counted from the front, an answer serves; it repeats the others at port 0.
-    /// 2 in a new handler. Floor control between two ends needs 4: audio, main video, presentation and the
-    /// floor control channel itself.
+    /// An answer repeats every remote section after the first `sections` ones at port 0. 2 in a new handler.
+    /// Floor control between two ends needs 4: audio, main video, presentation and the floor control channel
+    /// itself.
     COMMONMEDIA_EXPORT void SetMaxSupportedSessions(std::uint32_t sections);
     /// Accepted and not used: no line that this side writes carries a local candidate.
     COMMONMEDIA_EXPORT void SetVideoICECandidate(std::string strCandidate);

@@ -1,7 +1,7 @@
-// The lines of a description and the rows they belong to: the one scanner and the one dispatch table.
+// Splits a description into lines and finds the table row (SDPRow) of each: the scanner and the dispatch.
 //
-// The component reads descriptions with them; the libraries and programs above it call the same functions, so
-// that they always agree with the component about the row of a line.
+// The component reads descriptions with them. The libraries and programs built on it call the same functions
+// where they ask how the component reads a line.
 // Test: tests/unit/SDPLinesTest.cpp
 #pragma once
 

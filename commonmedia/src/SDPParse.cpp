@@ -1,7 +1,7 @@
 // Stage: parse, text to lines.
-// Input: the far end's whole text. Output: each line passed to the one handler that reads it.
-// Touches the sections held (cleared first) and, through the handlers, whatever a line sets.
-// SDPLines.h defines lines and rows; here each row gets its handler.
+// Input: the far end's whole text. Output: each line passed to the one member that reads it, then the record.
+// Touches the sections held, which are deleted first, and the session fields that a line sets.
+// SDPLines.h has the table of keywords; here each of its rows gets its member function.
 // Test: tests/unit/SDPParseTest.cpp
 #include "SDPHandler.h"
 

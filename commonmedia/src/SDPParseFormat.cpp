@@ -55,8 +55,8 @@ void SDPHandler::ProcessFMTP(std::string_view SDPLine) {
     if (fmtp.empty()) {
         return;
     }
-    // [G09] The list is attached once: attaching it again for each parameter would change nothing and cost
-    // the square of the length, which the far end chooses.
+    // [G09] The whole parameter list is stored once. Storing it once per parameter would take time that grows
+    // with the square of the line's length, which the far end chooses.
     SaveFmtpParmsToRtpMap(vecRemoteMediaSession.back(), std::move(fmtp),
                           SDPLine.substr(ATTR_FMTP.size(), loc - ATTR_FMTP.size()));
 }

@@ -33,7 +33,8 @@ void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
     }
     const std::string_view key = words.Next();
     const std::size_t colon = sdp::FindByte(first, ':');
-    // [G02] The tag follows the ":" of the first word; a line without a ":" there is dropped.
+    // [G02] The tag follows the ":" of the first word. A line without a ":" there is dropped, and so is a
+    // line of fewer than three words.
     if (key.empty() || colon == first.size()) {
         return;
     }

@@ -1,8 +1,9 @@
 // Searches in text: a byte, one of two bytes, white space. Each returns the length of the text when nothing
 // matches.
 //
-// Words and lines are so short that a call of memchr for each costs more than it saves. Here sixteen bytes
-// are compared at once, which gives sixteen bits, one for each byte. Test: tests/unit/SDPSearchTest.cpp
+// Words and lines are so short that a call of memchr for each costs more than it saves. Where a text has
+// sixteen bytes, they are compared at once, which gives sixteen bits, one for each byte. Test:
+// tests/unit/SDPSearchTest.cpp
 #pragma once
 
 #include <cstddef>
@@ -57,12 +58,12 @@ private:
 };
 
 /// Offset of the first match at or after `at`. Always inlined: a call costs as much as most searches.
-/// @param at    at most the length of the text
-/// @param bits  marks the matches among sixteen bytes
-/// @param is    true for a byte that matches
-template <typename Bits, typename Is>
+/// @param at       at most the length of the text
+/// @param bits     marks the matches among sixteen bytes
+/// @param matches  true for a byte that matches
+template <typename Bits, typename Matches>
 [[gnu::always_inline]] inline std::size_t FindFirst(std::string_view text, std::size_t at, Bits bits,
-                                                    Is is) noexcept {
+                                                    Matches matches) noexcept {
     constexpr std::size_t size = SixteenBytes::kSize;
     if (text.size() >= size) {
         const std::size_t last = text.size() - size;
@@ -76,7 +77,7 @@ template <typename Bits, typename Is>
         const unsigned found = bits(SixteenBytes(text.data() + last)) >> (at - last);
         return found == 0 ? text.size() : at + static_cast<std::size_t>(__builtin_ctz(found));
     }
-    while (at < text.size() && !is(text[at])) {
+    while (at < text.size() && !matches(text[at])) {
         ++at;
     }
     return at;

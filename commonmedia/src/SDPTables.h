@@ -1,8 +1,8 @@
 // The tables that reading and writing share: each exists once, for both directions.
 //
-// The tables are known at compile time, and a search of one is unrolled into comparisons with constants.
-// H.264 levels have tables of their own in H264Level.h.
-// Test: tests/unit/SDPTablesTest.cpp
+// The tables are known at compile time, and a search by FindNamed or FirstKeyword is unrolled into
+// comparisons with constants. H.264 levels have tables of their own in H264Level.h. Test:
+// tests/unit/SDPTablesTest.cpp
 #pragma once
 
 #include "SDP.h"

@@ -1,7 +1,7 @@
 // SDPExplain: why a call came up as it did.
 //
 // SDPHandler reads a description exactly and says nothing about it. This library runs it and explains the
-// outcome: what each line did, which single line or local field spoils a stream, and which edit mends it.
+// outcome: what each line did, which line or local field prevents a stream, and which edit mends it.
 //
 //     ExplainInput input;
 //     input.local = local;                    // the record given to SDPHandler::InitializeLocalSDP
@@ -13,13 +13,13 @@
 //     Explain(input).findings.empty()         // true for a text that is read and answered as it was meant
 //     input.remote.clear(); Explain(input)    // no line, and one finding of topic "call"
 //
-// Every edit is tried on the component before it is proposed: record, sections and answer with it and
-// without it are compared, and a finding without an effect is not made. The component's rules of reading
-// stand in its own sources only.
+// Every proposed edit was first applied to a copy of the input and read by SDPHandler, and record, sections
+// and answer were compared with those of the input. The library has no copy of the rules of reading: it runs
+// SDPHandler and asks the component's own tables.
 //
-// The far end's text is untrusted: nothing in it makes a call throw, fail or read out of bounds. The cost
-// grows with the length of the text; at most kExplainTrials edits are tried. Only std::bad_alloc is thrown.
-// No sentence and no edit contains key text.
+// The far end's text is untrusted: nothing in it makes a function throw, fail or read out of bounds. The
+// cost grows with the length of the text; at most kExplainTrials edits of it are tried. Only std::bad_alloc
+// is thrown. No sentence and no edit contains key text.
 //
 // Threads: the functions share nothing.
 #pragma once
@@ -39,7 +39,7 @@ struct ExplainInput {
     LocalSDP local;                     ///< what this side can do
     bool srtp = false;                  ///< SDPHandler::m_bSRTP
     bool floorControl = false;          ///< SDPHandler::SetBfcpSupport
-    bool floorControlIfOffered = false; ///< in answers floor control is on only where it was offered
+    bool floorControlIfOffered = false; ///< in answers, floor control only when the offer has it
     std::uint32_t servedSections = 2;   ///< SDPHandler::SetMaxSupportedSessions
     bool remoteAnswers = false;         ///< the remote text answers our offer
     std::string remote;                 ///< the far end's text, byte for byte
@@ -51,12 +51,12 @@ struct ExplainInput {
 /// What became of one line.
 enum class ExplainVerdict {
     Used,       ///< it set something that still stands at the end of the text
-    Agrees,     ///< it says what already held
+    Agrees,     ///< it set a value equal to the present one
     Overridden, ///< it set something that a later line, `byLine`, replaced
-    Misread,    ///< another row than the one it begins with took it
+    Misread,    ///< it was read as another kind of line than it begins as, see `row`
     Tolerated,  ///< it was used although it is malformed
-    Dropped,    ///< its row could not use it; `why` says why not
-    Ignored,    ///< no row takes it, or nothing reads its value
+    Dropped,    ///< it could not be used; `why` says why not
+    Ignored,    ///< no kind of line matches, or nothing reads its value
     Joined      ///< it is part of the line before it, because that one does not end in CR LF
 };
 
@@ -66,7 +66,7 @@ struct ExplainedLine {
     std::size_t offset = 0; ///< bytes from the start of the text
     std::size_t length = 0; ///< bytes, without the line end
     ExplainVerdict verdict = ExplainVerdict::Ignored;
-    SDPRow row = SDPRow::None; ///< the row of the component that took the line
+    SDPRow row = SDPRow::None; ///< what the component read the line as
     std::size_t column = 0;    ///< where the row's keyword begins, from 1; 0 without a row
     std::string_view field;    ///< the field it set; empty when it set none
     std::string before;        ///< the field's value before it, key text as "***"
@@ -77,7 +77,7 @@ struct ExplainedLine {
     std::string_view clause;   ///< where the line is defined, "RFC 4566, 5.7"
 };
 
-/// What a symptom is about. The order is that of ExplainTopicName.
+/// The part of a call that a finding is about. The order is that of ExplainTopicName.
 enum class ExplainTopic {
     AudioCodec,
     AudioSend,
@@ -99,7 +99,7 @@ inline constexpr std::size_t kExplainTopics = 15;
 
 /// How much harm a finding does.
 enum class ExplainSeverity {
-    Note,    ///< meant so by one of the sides, or without effect on the media
+    Note,    ///< intended by one side, or without effect on the media
     Warning, ///< the stream comes up with another value than the one that was meant
     Error    ///< the stream does not come up, goes to the wrong place or has the wrong key
 };
@@ -113,8 +113,8 @@ struct ExplainLocalField {
 /// A replacement of bytes of the remote text.
 struct ExplainTextChange {
     std::size_t offset = 0;
-    std::size_t length = 0; ///< bytes that go; 0 inserts
-    std::string text;       ///< bytes that come
+    std::size_t length = 0; ///< bytes to remove; 0 inserts
+    std::string text;       ///< bytes to insert
 };
 
 /// A new value of a local field.
@@ -133,17 +133,17 @@ struct ExplainCure {
 
 /// One cause of one symptom.
 struct ExplainFinding {
-    /// "E08": the rule of this library, never given to another one; or "J24", a rule of CheckAnswer.
+    /// Stable name of the rule, never reused: "E08" of this library, "J24" of CheckAnswer (SDPJudge.h).
     std::string_view id;
     ExplainTopic topic = ExplainTopic::Call;
     ExplainSeverity severity = ExplainSeverity::Note;
     std::vector<std::size_t> lines;           ///< the remote lines to blame, from 1
     const ExplainLocalField* field = nullptr; ///< the local field to blame
-    std::string what;                         ///< sentence: what stands there
-    std::string acted;                        ///< sentence: the rule that acted on it
-    std::string comes;                        ///< sentence: what comes of it for the call
+    std::string what;                         ///< sentence: the observed text or value
+    std::string acted;                        ///< sentence: the rule that was applied to it
+    std::string comes;                        ///< sentence: the effect on the call
     std::string_view ledger;                  ///< row of commonmedia/DELIBERATE.md; empty for none
-    std::string_view repair;                  ///< repair of SDPNegotiator that ends it; empty for none
+    std::string_view repair;                  ///< repair of SDPNegotiator that mends it; empty for none
     ExplainCure cure;
 };
 
@@ -162,33 +162,34 @@ COMMONMEDIA_EXPORT Explanation Explain(const ExplainInput& input);
 /// The verdicts of the lines alone.
 COMMONMEDIA_EXPORT std::vector<ExplainedLine> ExplainLines(const ExplainInput& input);
 
-/// The input with a cure applied. A cure of another input changes what its offsets name; offsets beyond the
-/// text are left out.
+/// The input with a cure applied. The cure has to be of the same input: one of another input changes whatever
+/// bytes lie at its offsets. Offsets beyond the text are ignored.
 COMMONMEDIA_EXPORT ExplainInput ExplainCured(const ExplainInput& input, const ExplainCure& cure);
 
-/// Why one remote format is or is not one local codec.
+/// Why a remote format matches or does not match a codec.
 struct ExplainPair {
     std::size_t line = 0;   ///< of the section's "m=" line
     std::string format;     ///< the format token of the "m=" line, "97"
     std::string encoding;   ///< the encoding name of its rtpmap attribute; empty without one
-    PayloadType_t codec;    ///< the local codec it was compared with
+    PayloadType_t codec;    ///< the codec it was compared with
     bool isMatch = false;   ///< every test passed
     std::string firstFault; ///< sentence: the first test that failed; empty for a match
 };
 
-/// Every pair of a remote format and a local codec, sections in order.
+/// Every pair of a remote format and a codec of its medium, sections in order; a codec that the local record
+/// does not have says so.
 COMMONMEDIA_EXPORT std::vector<ExplainPair> ExplainWhyNot(const ExplainInput& input);
 
-/// What the engine sees change between two descriptions of one far end, one phrase each; the input's own
-/// remote text is not read. Key text is never part of a phrase.
+/// Compares two descriptions of one far end: one phrase for each parameter of the media engine that differs.
+/// `input.remote` is not read. No phrase contains key text.
 COMMONMEDIA_EXPORT std::vector<std::string> ExplainDifference(const ExplainInput& input,
                                                               std::string_view older, std::string_view newer);
 
-/// "audio.codec" and its like; null for a number that is no topic.
+/// The name of a topic, such as "audio.codec"; null for a number that is no topic.
 COMMONMEDIA_EXPORT const char* ExplainTopicName(ExplainTopic topic);
-/// "used" and its like.
+/// The name of a verdict, such as "used"; null for a number that is none.
 COMMONMEDIA_EXPORT const char* ExplainVerdictName(ExplainVerdict verdict);
-/// "note", "warning", "error".
+/// "note", "warning" or "error"; null for a number that is none.
 COMMONMEDIA_EXPORT const char* ExplainSeverityName(ExplainSeverity severity);
 /// The local fields that findings name.
 COMMONMEDIA_EXPORT const std::vector<ExplainLocalField>& ExplainLocalFields();

@@ -190,7 +190,7 @@ std::string DigestOf(const ExplainInput& input) {
             digest += candidate + "\n";
         }
     }
-    // The origin line has a session id of its own in every run.
+    // The session id differs between runs, so the lines before "s=" are not compared.
     const std::string ours = input.remoteAnswers || handler.IsOffer() ? std::string() : handler.GetLocalSDP();
     const std::size_t origin = ours.find("\r\ns=");
     return digest + (origin == std::string::npos ? ours : ours.substr(origin));

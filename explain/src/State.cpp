@@ -1,7 +1,7 @@
 // Stage: one run of the component.
 // Input: everything that decides how the call comes up. Output: record, our text and the facts about them.
-// Touches nothing outside; every run has handlers of its own.
-// Our own text is read by a second handler, as a far end of the same kind would.
+// Touches nothing outside its result: every run makes its own handlers.
+// A second handler with every audio codec reads our text, as a far end that uses this component would.
 // Test: tests/explain/StateTest.cpp
 #include "State.h"
 

@@ -1,10 +1,11 @@
-// SDPNegotiator: the offers and answers of one call, fit for the far ends that exist (RFC 3264).
+// SDPNegotiator: the offers and answers of one phone call, tolerant of the errors of far ends (RFC 3264).
 //
 // SDPHandler reads and writes descriptions exactly as its documentation says. This class is built over it: it
 // repairs what a far end wrote, makes every answer fit its offer, makes every later text continue the
-// session, and says what to start. One negotiator serves one call. Texts come from and go to the signalling.
+// session, and reports which streams to start. One negotiator serves one call. Texts come from and go to the
+// signalling.
 //
-// The call comes up from this side:
+// An outgoing call:
 //
 //     SDPNegotiator call;
 //     SDPNegotiator::Wish wish = call.SetLocal(local);  // codecs, address, ports, bandwidth, suites
@@ -13,31 +14,34 @@
 //     SDPNegotiator::Outcome taken = call.Accept(text); // the body of the 183 or the 200
 //     for (const SDPNegotiator::Stream& stream : call.Streams()) { ... start what has state Start ... }
 //
-// The call comes in:
+// An incoming call:
 //
 //     SDPNegotiator::Outcome answer = call.Answer(text);
 //     if (!answer.isTaken) { ... refuse with answer.status, for answer.reason ... }
 //
-// Something changes during the call. A wish is said, and becomes an offer when it has to:
+// A change during the call: make the wish, then send an offer when NeedsOffer() is true:
 //
 //     call.Hold(true);                                  // nothing is received from now on
 //     if (call.NeedsOffer()) { ... send call.Offer().text in a re-INVITE ... }
-//     call.Refused(488);                                // what was agreed before goes on
+//     call.Refused(488);                                // the previous agreement stays in force
 //
-// Calls that are refused, and why:
+// Operations that are refused, and why:
 //
-//     call.Offer()            no address was set, or an offer is out: isTaken false, the state is unchanged
-//     call.Accept(text)       no offer is out, or the text has other sections than the offer: unchanged
-//     call.Accept(other)      a second answer to one offer that differs from the first: unchanged
-//     call.Answer(text)       while an offer is out: status 491 (RFC 3261, 14.1); unchanged
-//     call.Answer(text)       nothing in it can be taken, or a section is missing: status 488; unchanged
-//     call.Answer("")         a re-INVITE without a body asks for an offer: send call.Offer().text
-//     call.Refused(488)       no offer is out: unchanged
-//     call.SetLocal(local)    a port beyond 65534, a budget below 1000 bit/s, a suite that is not read
+//     call.Offer()            no address was set, or an offer is pending: isTaken false, the state is
+//     unchanged call.Accept(text)       no offer is pending, or the text has other sections than the offer:
+//     unchanged call.Accept(other)      a second answer to one offer that differs from the first: unchanged
+//     call.Answer(text)       while our offer is pending: status 491 (RFC 3261, 14.1); unchanged
+//     call.Answer(text)       nothing in it can be taken, a section is missing, or no address was set:
+//                             status 488; unchanged
+//     call.Answer("")         a re-INVITE without a body asks for an offer: isTaken false, status 0; do not
+//                             refuse it, send call.Offer().text
+//     call.Refused(488)       no offer is pending: unchanged
+//     call.SetLocal(local)    a port beyond 65534, a budget of 1 to 999 bit/s, and what SetLocal lists
 //
-// The far end's text is untrusted: nothing in it makes a call throw, fail or read out of bounds, and the cost
-// grows with its length. Only std::bad_alloc may leave a call; the negotiator then is as before the call.
-// Reasons are fixed sentences, they never quote a text, so no key stands in one.
+// The far end's text is untrusted: nothing in it makes an operation throw, fail or read out of bounds, and
+// the cost grows with its length. Operations throw only std::bad_alloc; the negotiator then compares equal to
+// what it was before. Reasons are fixed sentences that never quote a text, so they contain no key. Repairs()
+// always speaks of the last text, a refused one included.
 //
 // Directions are this side's own everywhere: `send` says that this side sends.
 //
@@ -58,10 +62,10 @@
 /// The offer/answer state of one call.
 class COMMONMEDIA_EXPORT SDPNegotiator {
 public:
-    /// Where the call stands (RFC 3264, 4).
+    /// The state of the offer/answer exchange (RFC 3264, 4).
     enum class Phase {
-        Idle,      ///< nothing was agreed and nothing is out
-        OfferSent, ///< our offer is out; what was agreed before it still counts
+        Idle,      ///< nothing was agreed and no offer is pending
+        OfferSent, ///< our offer is pending; what was agreed before it still counts
         Agreed     ///< the last offer was answered
     };
 
@@ -77,7 +81,7 @@ public:
     /// Whether a stream runs, and if not, why.
     enum class State {
         Start,          ///< `send` and `receive` say which way
-        Held,           ///< agreed, and held by one side or both; what still flows is in the directions
+        Held,           ///< agreed, and held by one side or both; `send` and `receive` say what still runs
         DeclinedByThem, ///< the far end wrote port 0
         DeclinedByUs,   ///< our text rejects the section
         NoCommonCodec,  ///< no format that both sides speak
@@ -111,8 +115,8 @@ public:
         bool operator!=(const Key& other) const { return !(*this == other); }
     };
 
-    /// A picture size and the highest whole rate, pictures per second, that the far end's level and limits
-    /// allow for it (ITU-T H.264, table A-1; RFC 6184, 8.1); 0 when the size is too large.
+    /// A picture size and the highest integer frame rate, pictures per second, that the far end's level and
+    /// limits allow for it (ITU-T H.264, table A-1; RFC 6184, 8.1); 0 when the size is too large.
     struct Picture {
         int width;
         int height;
@@ -129,11 +133,11 @@ public:
         std::size_t section = 0;              ///< place among the "m=" lines, from 0
         State state = State::DeclinedByUs;
         std::string_view reason; ///< the state in words, a fixed sentence; empty for Start
-        bool send = false;       ///< this side sends: both sides, camera mute and hold allow it
-        bool receive = false;    ///< this side receives
+        bool send = false;    ///< this side sends: both descriptions allow it, mute and hold do not forbid it
+        bool receive = false; ///< this side receives
 
-        std::string address;     ///< where to send, as the far end wrote it; "0.0.0.0" is never started
-        int port = 0;            ///< the far end's RTP or floor control port
+        std::string address; ///< where to send, as the far end wrote it; with "0.0.0.0" the stream is held
+        int port = 0;        ///< the far end's RTP or floor control port
         std::string rtcpAddress; ///< from "a=rtcp:" (RFC 3605), otherwise `address`
         int rtcpPort = 0;        ///< from "a=rtcp:", otherwise `port` + 1
 
@@ -154,8 +158,8 @@ public:
 
         /// The suite of both directions, as offered and answered; CRYPTO_NONE: plain.
         Quor::media::rtp::CryptoParams::CRYPTO_PROFILE suite = Quor::media::rtp::CryptoParams::CRYPTO_NONE;
-        Key ourKey;           ///< this side sends with it; stands only with a suite
-        Key theirKey;         ///< this side receives with it; stands only with a suite
+        Key ourKey;           ///< this side sends with it; valid only with a suite
+        Key theirKey;         ///< this side receives with it; valid only with a suite
         std::string lifetime; ///< of their key, as written, "2^20" (RFC 4568, 6.1); empty: none
         std::string mki;      ///< of their key, as written, "1:4"; empty: none
 
@@ -169,15 +173,15 @@ public:
         std::uint32_t changes = kNothing; ///< set of Change
     };
 
-    /// What became of a call that concerns a text.
+    /// Result of an operation on a text: Offer, Accept, Refused, Answer.
     struct Outcome {
-        bool isTaken = false;    ///< the call did what it is for
+        bool isTaken = false;    ///< the operation succeeded
         std::string text;        ///< the description to send, lines ending in CR LF; empty when there is none
         int status = 0;          ///< SIP status to refuse the far end's request with, 488 or 491; 0 none
-        std::string_view reason; ///< a fixed sentence; empty when the call was taken
+        std::string_view reason; ///< a fixed sentence; empty when it succeeded
     };
 
-    /// What became of a wish. A wish that is not taken changes nothing.
+    /// Result of SetLocal and Rekey. A wish that is not taken changes nothing.
     struct Wish {
         bool isTaken = false;
         std::string_view reason; ///< a fixed sentence; empty when the wish was taken
@@ -185,8 +189,8 @@ public:
 
     /// One way in which texts of far ends are made readable.
     struct Repair {
-        std::string_view id;       ///< short name, "R05"
-        std::string_view ledger;   ///< row of commonmedia/DELIBERATE.md that it meets, "P10"
+        std::string_view id;     ///< short name, "R05"
+        std::string_view ledger; ///< section of commonmedia/DELIBERATE.md whose behaviour it corrects, "P10"
         std::string_view sentence; ///< what was wrong and how it is read
     };
 
@@ -210,23 +214,25 @@ public:
     bool operator==(const SDPNegotiator& other) const;
     bool operator!=(const SDPNegotiator& other) const { return !(*this == other); }
 
-    // Wishes. They are told in the next text; what only takes away counts at once.
+    // Wishes. They take effect with the next agreement. Those that only restrict (hold, mute, SRTP Required)
+    // take effect at once.
 
     /// What this side can do: audio codecs (those of listAudioCodecPriority that eAudioCodec has, best
     /// first), video codecs and limits, address, ports, bandwidth (bit/s), origin suffix, floor control port.
     ///   * strDefaultIPAddr is needed for any text. An IPv6 address is written as such.
     ///   * A port of 0 means that the stream is not wanted.
     ///   * m_VideoPreso says that slides can be taken; Present(true) offers them.
-    ///   * Every other stream that is set and does not run is offered by the next offer, one that the far end
-    ///     declined before included. No call of another wish does that.
-    ///   * cryptoAlgo is the suite that is offered first, CRYPTO_NONE: AES_CM_128_HMAC_SHA1_80. Of an offer
-    ///     both 128-bit suites are taken.
-    ///   * A key row that is not zero is the key of that suite; every other key is made.
+    ///   * The next offer contains every other stream that is set and does not run, even one that the far end
+    ///     declined before. No other wish offers a declined stream again.
+    ///   * cryptoAlgo is the suite that is offered first, CRYPTO_NONE: AES_CM_128_HMAC_SHA1_80. In a
+    ///     remote offer both 128-bit suites are accepted.
+    ///   * A key row that is not zero is used as the key of that suite; every other key is generated.
     ///   * iVideoPayloadMode0 and 1 are the numbers to offer, 0: 96 and 97.
     ///   * fVideoTxMuted is what MuteCamera() sets.
     /// Refused: a port beyond 65534 or negative (65535 leaves no RTCP port), a budget that is negative or
-    /// from 1 to 999 bit/s, a suite that is not read, an address or suffix with a character that ends a word,
-    /// payload numbers of video outside 96 to 127 or equal, negative limits.
+    /// from 1 to 999 bit/s, a suite other than the two AES_CM_128 ones, an address or suffix with a blank, a
+    /// control or a non-ASCII character, payload numbers of video outside 96 to 127 or equal, negative
+    /// limits.
     Wish SetLocal(const LocalSDP& local);
     /// The capabilities in force, for a change of one of them:
     ///
@@ -243,35 +249,36 @@ public:
     void Present(bool isPresenting);
     /// SRTP policy. Required stops plain media at once. A running secure stream becomes plain only by Off.
     void SetSrtp(Srtp policy);
-    /// Makes new keys for the next text. False, and the old keys stay, when the generator fails.
+    /// Makes new keys for the next text. Not taken, and the old keys stay, when the generator fails.
     Wish Rekey();
 
-    /// True while a wish is not agreed: before the first offer, and until an offer that tells the wish was
-    /// answered. False again after a wish was declined.
+    /// True while a wish is not part of an agreement. An answered offer that contains the wish, an answer of
+    /// ours that contains it, or its refusal makes this false.
     bool NeedsOffer() const;
 
     // Texts
 
-    /// The offer to send, and phase OfferSent. Refused in that phase, without an address, without a stream,
-    /// and when the generator fails.
+    /// The offer to send; on success the phase becomes OfferSent. Refused in that phase, without an address,
+    /// without a stream, and when the generator fails.
     Outcome Offer();
-    /// Reads the answer to our offer, and phase Agreed. The same text once more changes nothing.
-    /// A fault in a section costs that stream; another number, order or transport of sections costs the whole
-    /// answer, and our offer stays out.
+    /// Reads the answer to our offer; on success the phase becomes Agreed. The same text once more changes
+    /// nothing. A fault in a section makes only its stream unusable. When number, order or transport of the
+    /// sections differ, the whole answer is refused and our offer remains pending.
     Outcome Accept(std::string_view answer);
     /// Our offer was refused or not answered: back to what was agreed.
-    /// @param status  SIP status. 488 and 606 drop the wishes that were refused, all others keep them; after
-    ///                one of the two on the first offer with SRTP wanted the next offer is plain. What only
-    ///                takes away (hold, camera muted, SRTP required) stays in any case.
+    /// @param status  SIP status. After 488 and 606 the refused wishes return to what was agreed. When they
+    ///                refuse the first offer and SRTP is Wanted, the wishes stay and the next offer is plain.
+    ///                Every other status keeps the wishes. Restrictions (hold, camera muted, SRTP Required)
+    ///                stay in every case.
     Outcome Refused(int status);
-    /// Reads an offer and answers it, and phase Agreed.
+    /// Reads an offer and answers it; on success the phase becomes Agreed.
     Outcome Answer(std::string_view offer);
 
-    // What stands
+    // The agreed state
 
     Phase GetPhase() const;
     /// One entry per section of the agreed session, in "m=" line order; empty before the first agreement.
-    /// Hold, camera mute and SRTP Required show at once. Valid until the next call that is not const.
+    /// Hold, camera mute and SRTP Required are visible at once. Valid until the next call that is not const.
     const std::vector<Stream>& Streams() const;
     /// What the far end can take in all, bit/s, from its bandwidth lines; 0: not limited.
     std::int32_t MaxBandwidth() const;

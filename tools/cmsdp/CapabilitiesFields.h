@@ -1,6 +1,7 @@
-// The members of the capability file, each once for both directions: a reader and a writer visit them.
+// The members of the capability file, each described once; its reader and its writer visit the description.
 //
-// A visitor has these members; `value` is read by the writer and changed by the reader:
+// A visitor has these members. What follows the name is the variable of the member: the writer reads it, the
+// reader assigns it.
 //   Schema(text)              Object(name, visitor of its members)
 //   Text(name, string)        Number(name, int32)          Flag(name, bool)
 //   Named(name, enum, table)  CodecSet(name, set)          CodecList(name, list)

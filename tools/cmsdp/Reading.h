@@ -55,8 +55,8 @@ std::string TransportOf(const Section& section);
 /// "opus/48000/2 (111), PCMA (8)": the codecs a section lists, telephone events left out.
 std::string CodecsInWords(const Section& section);
 
-/// "AES_CM_128_HMAC_SHA1_80, an unknown suite": the suites a section offers; empty without a crypto line that
-/// the component reads.
+/// "AES_CM_128_HMAC_SHA1_80, an unknown suite": the suites that a section's crypto lines name, those that the
+/// component skips included; empty when no crypto line has three words.
 std::string SuitesInWords(const Section& section);
 
 /// The second word of a crypto line that names a suite, a tag and a key; empty for any other line (G02).
