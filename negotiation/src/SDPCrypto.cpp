@@ -1,11 +1,10 @@
 // Stage: prepare, crypto lines.
 // Input: the lines of one section. Output: the first line whose suite, key and parameters can be used.
-// Touches nothing but the list of repairs; key bytes that are tried are wiped.
+// Touches nothing but the list of repairs.
 // Test: tests/negotiation/SDPCryptoTest.cpp
 #include "SDPCrypto.h"
 
 #include "SDPHandler.h"
-#include "SDPWipe.h"
 
 #include <algorithm>
 
@@ -15,15 +14,11 @@ namespace {
 constexpr std::string_view kInline = "inline:";
 constexpr std::size_t kKeyTextLength = 40;
 
-bool IsKey(std::string_view text) {
-    unsigned char key[baseSDP::kKeyLength];
-    unsigned char salt[baseSDP::kSaltLength];
-    // Thirty bytes need no padding, and a keyword in the key would take the line away from its row [P01].
-    const bool isKey = text.size() == kKeyTextLength && text.find('=') == std::string_view::npos &&
-                       ExtractSRTPKey(reinterpret_cast<const unsigned char*>(text.data()), key, salt);
-    sdp::Wipe(key);
-    sdp::Wipe(salt);
-    return isKey;
+bool DecodeKey(std::string_view text, Key& key) {
+    // Thirty bytes need no padding.
+    return text.size() == kKeyTextLength && text.find('=') == std::string_view::npos &&
+           ExtractSRTPKey(reinterpret_cast<const unsigned char*>(text.data()), key.key.data(),
+                          key.salt.data());
 }
 
 /// Session parameters that change nothing on the wire: the hint of a window size, and what its writer allows
@@ -39,12 +34,12 @@ bool ReadKey(std::string_view text, CryptoLine& crypto) {
         return false;
     }
     text.remove_prefix(kInline.size());
-    crypto.key = TakePiece(text, '|');
+    const std::string_view key = TakePiece(text, '|');
     while (!text.empty()) {
         const std::string_view piece = TakePiece(text, '|');
         (piece.find(':') == std::string_view::npos ? crypto.lifetime : crypto.mki) = piece;
     }
-    return IsKey(crypto.key);
+    return DecodeKey(key, crypto.key);
 }
 
 /// Reads one line; without a suite when it cannot be used.
@@ -58,10 +53,9 @@ CryptoLine ReadCrypto(const Line& line, Repairs& repairs) {
     for (std::string_view word = words.Next(); isUsable && !word.empty(); word = words.Next()) {
         isUsable = IsHarmless(word);
     }
-    if (!isUsable || (!suite->isRead && !repairs.Use(RepairId::EightyBitSuite))) {
-        return {};
+    if (isUsable && (suite->isRead || repairs.Use(RepairId::EightyBitSuite))) {
+        crypto.suite = suite->profile;
     }
-    crypto.suite = suite->profile;
     return crypto;
 }
 

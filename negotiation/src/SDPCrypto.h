@@ -20,13 +20,18 @@ inline constexpr std::array<sdp::CRYPTO_PROFILE, 2> kBothSuites = {
 /// Index of a suite in kBothSuites; their number for any other.
 std::size_t SuiteIndex(sdp::CRYPTO_PROFILE suite) noexcept;
 
+using Key = SDPNegotiator::Key;
+
+/// This side's keys: one per stream and suite, none of them all zero once made.
+using Keys = std::array<std::array<Key, kBothSuites.size()>, baseSDP::SRTP_MAX>;
+
 /// One usable line. The views point into the far end's text.
 struct CryptoLine {
     std::string_view tag;
     sdp::CRYPTO_PROFILE suite = sdp::CryptoParams::CRYPTO_NONE; ///< CRYPTO_NONE: there is no usable line
-    std::string_view key;                                       ///< 40 characters
-    std::string_view lifetime;                                  ///< "2^20"; empty: none
-    std::string_view mki;                                       ///< "1:4"; empty: none
+    Key key;
+    std::string_view lifetime; ///< "2^20"; empty: none
+    std::string_view mki;      ///< "1:4"; empty: none
 };
 
 /// The first usable line of a section, in the far end's order (RFC 4568, 5.1.2).

@@ -1,6 +1,6 @@
 // Stage: prepare, the repaired copy that the component reads.
 // Input: the sections that are taken. Output: a description of just these.
-// Touches the text at whose end it writes; it carries the far end's keys, and the writer wipes it.
+// Touches the text at whose end it writes. Keys are read with their crypto lines and do not stand in it.
 // Payload numbers are the component's own: what the far end calls them is kept in Taken.
 // Test: tests/negotiation/SDPPrepareTest.cpp
 #include "SDPPrepare.h"
@@ -11,8 +11,6 @@
 
 namespace negotiation {
 namespace {
-
-static_assert(sdp::kSuites[0].isRead, "the component reads the first suite of its table");
 
 /// A value that cannot hold another line's keyword, which would take the line away from its row [P01].
 std::string_view WithoutKeyword(std::string_view value) {
@@ -158,11 +156,6 @@ void WriteSection(sdp::Writer& text, const Description& description, Role role, 
         return;
     }
     WriteBandwidth(text, lines);
-    if (taken.isSecure) {
-        // [P10] The key is read as one of the suite that the component reads; both have keys of one length.
-        text << "a=crypto:" << taken.crypto.tag << " " << sdp::kSuites[0].name
-             << " inline:" << taken.crypto.key << "\r\n";
-    }
     if (role == kSlides) {
         text << "a=content:slides\r\n";
     }

@@ -79,6 +79,7 @@ std::string RepeatedFormats(const Section& section) {
     std::set<std::string_view> others;
     std::bitset<kMaxNumber + 1> numbers;
     std::string formats;
+    formats.reserve(section.formats.size());
     sdp::Words words(section.formats);
     for (std::string_view word = words.Next(); !word.empty(); word = words.Next()) {
         const std::int32_t number = PayloadNumber(word);

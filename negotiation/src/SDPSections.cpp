@@ -54,17 +54,20 @@ constexpr Transport kTransports[] = {
     {"RTP/AVPF", "RTP/SAVPF"},
 };
 
-/// Whether the component would take a line for another row than the one it begins with.
-bool IsMisread(std::string_view text, SDPRow row) {
+/// Whether the component would take a line for another row than the one of kKinds that it begins with.
+bool IsMisread(std::string_view text, std::size_t kind) {
     // Only a second "=" can do that, and most lines have none.
     const std::size_t after = text.size() > 1 && text[1] == '=' ? 2 : 0;
-    return sdp::FindByte(text, '=', after) < text.size() && sdp::RowOf(text) != row;
+    if (sdp::FindByte(text, '=', after) == text.size()) {
+        return false;
+    }
+    const SDPRow other = sdp::StartsWith(text, "a=") ? SDPRow::Direction : SDPRow::None;
+    return sdp::RowOf(text) != (kind == kKindCount ? other : kKinds[kind].row);
 }
 
 Line ReadLine(std::string_view text, Repairs& repairs) {
     const std::size_t index = RowAt<kKinds>(text);
-    const SDPRow other = sdp::StartsWith(text, "a=") ? SDPRow::Direction : SDPRow::None;
-    if (IsMisread(text, index == kKindCount ? other : kKinds[index].row)) {
+    if (IsMisread(text, index)) {
         repairs.Note(RepairId::KeywordInside);
     }
     if (index == kKindCount) {
@@ -169,7 +172,9 @@ Lines Description::Session() const {
 Description Cut(std::string_view text, Repairs& repairs) {
     constexpr std::size_t usualLineLength = 24;
     Description description;
+    constexpr std::size_t usualSections = 4;
     description.lines.reserve(text.size() / usualLineLength);
+    description.sections.reserve(usualSections);
     EachLine(text, repairs, [&](std::string_view content) {
         const Line line = ReadLine(content, repairs);
         if (line.kind == LineKind::Media) {
@@ -184,13 +189,10 @@ Description Cut(std::string_view text, Repairs& repairs) {
     return description;
 }
 
-bool EqualsNoCase(std::string_view a, std::string_view b) noexcept {
-    if (a.size() != b.size()) {
-        return false;
-    }
+bool EqualLetters(std::string_view a, std::string_view b) noexcept {
     const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-    return a == b || std::equal(a.begin(), a.end(), b.begin(),
-                                [lower](char x, char y) { return lower(x) == lower(y); });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [lower](char x, char y) { return lower(x) == lower(y); });
 }
 
 std::int32_t NumberOrNone(std::string_view text) noexcept {

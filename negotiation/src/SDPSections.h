@@ -114,8 +114,11 @@ inline std::string_view Trim(std::string_view text) noexcept {
     }
     return text;
 }
-/// Whether two texts are equal but for the case of ASCII letters.
-bool EqualsNoCase(std::string_view a, std::string_view b) noexcept;
+bool EqualLetters(std::string_view a, std::string_view b) noexcept;
+/// Whether two texts are equal but for the case of ASCII letters. Most that are compared differ in length.
+inline bool EqualsNoCase(std::string_view a, std::string_view b) noexcept {
+    return a.size() == b.size() && (a == b || EqualLetters(a, b));
+}
 /// The text up to a separator, which is cut off `text` together with the piece. The last piece ends the text.
 inline std::string_view TakePiece(std::string_view& text, char separator) noexcept {
     const std::size_t length = sdp::FindByte(text, separator);

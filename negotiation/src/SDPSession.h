@@ -20,7 +20,6 @@ namespace negotiation {
 
 using Stream = SDPNegotiator::Stream;
 using State = SDPNegotiator::State;
-using Key = SDPNegotiator::Key;
 using Srtp = SDPNegotiator::Srtp;
 
 /// Directions as one side writes them.
@@ -50,9 +49,6 @@ public:
 private:
     std::string m_text;
 };
-
-/// This side's keys: one per stream and suite, none of them all zero once made.
-using Keys = std::array<std::array<Key, kBothSuites.size()>, baseSDP::SRTP_MAX>;
 
 /// Whether two records say the same of what this side can do. Their key rows are not compared.
 bool SameCapabilities(const LocalSDP& a, const LocalSDP& b);

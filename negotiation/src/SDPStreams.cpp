@@ -10,7 +10,6 @@
 #include "H264Level.h"
 
 #include <algorithm>
-#include <cstring>
 #include <tuple>
 
 namespace negotiation {
@@ -56,15 +55,13 @@ void FillVideo(Stream& stream, const Taken& taken, const VideoParms& record, con
     FillRates(stream);
 }
 
-void FillKeys(Stream& stream, Role role, const CryptoLine& crypto, const RemoteSDP& record,
-              const Key* ourKey) {
+void FillKeys(Stream& stream, const CryptoLine& crypto, const Key* ourKey) {
     stream.suite = crypto.suite;
     if (ourKey == nullptr) {
         return;
     }
     stream.ourKey = *ourKey;
-    std::memcpy(stream.theirKey.key.data(), record.bufSRTPKey[role], stream.theirKey.key.size());
-    std::memcpy(stream.theirKey.salt.data(), record.bufSRTPSalt[role], stream.theirKey.salt.size());
+    stream.theirKey = crypto.key;
     stream.lifetime = crypto.lifetime;
     stream.mki = crypto.mki;
 }
@@ -212,7 +209,7 @@ void FillStream(Stream& stream, const Reading& reading, const Slot& slot, const 
         FillVideo(stream, taken, reading.record.m_VideoPreso, slot);
     }
     stream.ptime = std::max(0, NumberOrNone(lines.Value(LineKind::Ptime)));
-    FillKeys(stream, slot.role, taken.crypto, reading.record, ourKey);
+    FillKeys(stream, taken.crypto, ourKey);
     FillRtcp(stream, lines);
     FillIce(stream, reading.description, lines, repairs);
 }

@@ -36,7 +36,6 @@ a=rtpmap:104 G7221/16000
 a=fmtp:104 bitrate=32000
 a=rtpmap:101 telephone-event/8000
 c=IN IP4 198.51.100.7
-a=crypto:3 AES_CM_128_HMAC_SHA1_32 inline:d2UgbWFrZSB0aGlzIGtleSBmb3IgdGhlIGZ1enpl
 m=video 30002 RTP/AVP 97
 a=rtpmap:97 H264/90000
 a=fmtp:97 max-fs=3600;packetization-mode=1;
