@@ -89,7 +89,7 @@ public:
         NoAddress       ///< nowhere to send to
     };
 
-    /// What the last agreement or the last wish changed, one bit each.
+    /// What changed, one bit each: after an agreement since the agreement before, after a wish by that wish.
     enum Change : std::uint32_t {
         kNothing = 0,
         kStarted = 1,   ///< did not run before: open it

@@ -30,8 +30,8 @@ auto Fields(const LocalSDP& local) {
 
 auto Fields(const Slot& slot) {
     return std::tie(slot.media, slot.transport, slot.formats, slot.role, slot.isOpen, slot.numbers,
-                    slot.profile, slot.ours, slot.theirs, slot.isHeldByUs, slot.isHeldByThem, slot.content,
-                    slot.label, slot.floor, slot.conferenceId, slot.userId, slot.floorRole);
+                    slot.profile, slot.ours, slot.theirs, slot.isHeldByUs, slot.isHeldByThem, slot.agreed,
+                    slot.content, slot.label, slot.floor, slot.conferenceId, slot.userId, slot.floorRole);
 }
 
 auto Fields(const Stream& stream) {

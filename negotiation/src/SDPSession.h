@@ -30,6 +30,14 @@ struct Way {
     bool operator==(const Way& other) const { return send == other.send && receive == other.receive; }
 };
 
+/// Whether a stream runs, and which way.
+struct Flow {
+    State state = State::DeclinedByUs;
+    Way way;
+
+    bool operator==(const Flow& other) const { return state == other.state && way == other.way; }
+};
+
 /// A text that carries keys: wiped when it ends or is replaced.
 class SecretText {
 public:
@@ -93,6 +101,7 @@ struct Slot {
     Way theirs;              ///< as the last text says
     bool isHeldByUs = false; ///< the agreed text holds
     bool isHeldByThem = false;
+    Flow agreed;              ///< of the stream when it was agreed; wishes may have changed it since
     std::string content;      ///< of main video, value of "a=content:"; empty: this side's own
     std::string label;        ///< value of "a=label:"; empty: this side's own
     std::string floor;        ///< value of "a=floorid:"; empty: this side's own

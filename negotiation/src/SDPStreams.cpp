@@ -127,15 +127,24 @@ auto Limits(const Stream& s) {
 auto Control(const Stream& s) {
     return std::tie(s.floorRole, s.conferenceId, s.userId, s.floor, s.ice);
 }
-auto Direction(const Stream& s) {
-    return std::tie(s.send, s.receive, s.state);
+Flow FlowOf(const Stream& s) {
+    return {s.state, {s.send, s.receive}};
 }
 
-std::uint32_t Differences(const Stream& before, const Stream& now) {
-    if (!IsRunning(before.state) || !IsRunning(now.state)) {
-        return Running(IsRunning(before.state), IsRunning(now.state));
+/// Whether a stream ran at the agreement before or runs since by a wish.
+bool Ran(const Stream& before, const Flow& agreed) {
+    return IsRunning(before.state) || IsRunning(agreed.state);
+}
+
+/// What an agreement changes of a stream since the one before. A wish may have stopped it in between: then it
+/// starts again.
+std::uint32_t Differences(const Stream& before, const Flow& agreed, const Stream& now) {
+    const bool isRunning = IsRunning(now.state);
+    const bool ran = isRunning ? IsRunning(before.state) && IsRunning(agreed.state) : Ran(before, agreed);
+    if (!ran || !isRunning) {
+        return Running(ran, isRunning);
     }
-    return (Direction(before) == Direction(now) ? 0U : SDPNegotiator::kDirection) |
+    return (agreed == FlowOf(now) ? 0U : SDPNegotiator::kDirection) |
            (Place(before) == Place(now) ? 0U : SDPNegotiator::kAddress) |
            (Codec(before) == Codec(now) ? 0U : SDPNegotiator::kCodec) |
            (Keying(before) == Keying(now) ? 0U : SDPNegotiator::kKeys) |
@@ -227,14 +236,13 @@ void ApplyWishes(Session& session, const Wishes& wishes) noexcept {
     for (std::size_t place = 0; place < session.streams.size(); ++place) {
         const Slot& slot = session.slots[place];
         Stream& stream = session.streams[place];
-        const State state = stream.state;
-        const Way way = {stream.send, stream.receive};
+        const Flow before = FlowOf(stream);
         if (slot.isOpen) {
             RefreshOne(stream, slot, slot.role, wishes);
         }
-        const bool isSame = stream.state == state && way == Way{stream.send, stream.receive};
-        stream.changes = Running(IsRunning(state), IsRunning(stream.state)) |
-                         (isSame || !IsRunning(state) ? 0U : SDPNegotiator::kDirection);
+        const bool isTurned = IsRunning(before.state) && !(before == FlowOf(stream));
+        stream.changes = Running(IsRunning(before.state), IsRunning(stream.state)) |
+                         (isTurned ? SDPNegotiator::kDirection : 0U);
     }
 }
 
@@ -242,13 +250,14 @@ void ApplyAgreement(Session& session, const Session& before, const Wishes& wishe
     for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
         const std::size_t open = session.Open(role);
         const std::size_t last = before.Open(role);
-        const Stream* const old = last < before.slots.size() ? &before.streams[last] : nullptr;
+        const bool wasOpen = last < before.slots.size();
         if (open < session.slots.size()) {
             Stream& stream = session.streams[open];
             RefreshOne(stream, session.slots[open], role, wishes);
-            stream.changes =
-                old == nullptr ? Running(false, IsRunning(stream.state)) : Differences(*old, stream);
-        } else if (old != nullptr && IsRunning(old->state)) {
+            session.slots[open].agreed = FlowOf(stream);
+            stream.changes = wasOpen ? Differences(before.streams[last], before.slots[last].agreed, stream)
+                                     : Running(false, IsRunning(stream.state));
+        } else if (wasOpen && Ran(before.streams[last], before.slots[last].agreed)) {
             session.streams[last].changes = SDPNegotiator::kStopped;
         }
     }

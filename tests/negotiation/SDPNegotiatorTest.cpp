@@ -131,6 +131,38 @@ TEST(Negotiator, TheSameTextKeepsItsVersion) {
     EXPECT_EQ(pair.near.Streams()[0].changes, std::uint32_t{SDPNegotiator::kNothing});
 }
 
+TEST(Negotiator, AnAgreementTellsWhatChangedSinceTheOneBefore) {
+    Pair pair(AudioOnly());
+    const auto changes = [&pair] { return pair.near.Streams()[0].changes; };
+    pair.near.Hold(true);
+    EXPECT_EQ(changes(), SDPNegotiator::kDirection);
+    Pair::Exchange(pair.near, pair.far);
+    EXPECT_TEXT(Lines(pair.near), R"(Held send 0/0 192.0.2.2:5004, this side holds the stream
+)");
+    EXPECT_EQ(changes(), SDPNegotiator::kDirection);
+    Pair::Exchange(pair.near, pair.far);
+    EXPECT_EQ(changes(), SDPNegotiator::kNothing);
+    // A hold that was taken back before it was told is no change.
+    pair.near.Hold(false);
+    pair.near.Hold(true);
+    Pair::Exchange(pair.far, pair.near);
+    EXPECT_EQ(changes(), SDPNegotiator::kNothing);
+}
+
+TEST(Negotiator, AStreamThatAWishStoppedIsToldInTheNextAgreement) {
+    Pair pair(AudioOnly());
+    const auto changes = [&pair] { return pair.near.Streams()[0].changes; };
+    pair.near.SetSrtp(Srtp::Required);
+    EXPECT_EQ(changes(), SDPNegotiator::kStopped | SDPNegotiator::kDirection);
+    SDPNegotiator declined = pair.near;
+    ASSERT_TRUE(declined.Offer().isTaken);
+    ASSERT_TRUE(declined.Accept(Far("m=audio 0 RTP/SAVP 0\n")).isTaken);
+    EXPECT_EQ(declined.Streams()[0].changes, SDPNegotiator::kStopped);
+    pair.far.SetSrtp(Srtp::Wanted);
+    Pair::Exchange(pair.near, pair.far);
+    EXPECT_EQ(changes(), SDPNegotiator::kStarted);
+}
+
 TEST(Negotiator, TheCameraIsMutedAtOnceAndUnmutedByAgreement) {
     Pair pair(Local());
     pair.near.MuteCamera(true);

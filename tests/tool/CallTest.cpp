@@ -117,7 +117,7 @@ TEST_F(Call, TextsAndWhatToStartAfterEachStep) {
                 "audio\n"
                 "  state          held                            held\n"
                 "  why            the far end holds the stream    this side holds the stream\n"
-                "  changed        direction\n"
+                "  changed        direction                       direction\n"
                 "  codec          G.711 mu-law                    G.711 mu-law\n"
                 "  payload type   0                               0\n"
                 "  DTMF payload   101                             101\n"
