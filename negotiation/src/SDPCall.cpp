@@ -144,7 +144,7 @@ void Configure(SDPHandler& handler, const Wishes& told, unsigned roles) {
         local.listAudioCodecPriority.clear();
     }
     // Mode 1 brings the bandwidth and both formats [B11] [B24]; what is not listed is cut later.
-    const PayloadType_t none = static_cast<PayloadType_t>(0);
+    const auto none = static_cast<PayloadType_t>(0);
     local.m_VideoMain.eVideoCodec = has(kMain) ? PAYLOAD_H264 : none;
     local.m_VideoPreso.eVideoCodec = has(kSlides) ? PAYLOAD_H264 : none;
     local.iVideoPayloadMode1 = kOwnNumbers[kMode1];
