@@ -1,13 +1,16 @@
 // The cost of one class of hostile texts at each size.
 //
 //     worst                              lists the classes
-//     worst CLASS off|on SIZE...         runs a text of each size, trace off or on, and prints for each size:
+//     worst CLASS MODE SIZE...           runs a text of each size and prints for each size:
 //                                        label, bytes of the text, time as a multiple of a plain scan's
-//     worst --files off|on FILE...       the same for the texts of files
+//     worst --files MODE FILE...         the same for the texts of files
+//
+// MODE: off or on, a handler with the trace off or on; layer, a negotiator; judge, the judge.
 //
 // Under callgrind each run ends in a dump of its own, with the label of the printed line.
 #include "HostileRun.h"
 #include "HostileTexts.h"
+#include "LayerRun.h"
 
 #include <valgrind/callgrind.h>
 
@@ -16,6 +19,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
+#include <memory>
 #include <numeric>
 #include <string>
 
@@ -45,17 +50,28 @@ double BestTime(Work work) {
     return best;
 }
 
-void Measure(bench::HostileRun& hostileRun, const std::string& label, const std::string& text) {
+using Run = std::function<std::size_t(const std::string& text)>;
+
+/// What a mode measures; the handler lives as long as the function.
+Run RunOf(const std::string& mode) {
+    if (mode == "layer" || mode == "judge") {
+        return mode == "layer" ? bench::RunLayer : bench::RunJudge;
+    }
+    const auto handler = std::make_shared<bench::HostileRun>(mode == "on");
+    return [handler](const std::string& text) { return handler->Run(text); };
+}
+
+void Measure(const Run& run, const std::string& label, const std::string& text) {
     double ratio = 0;
     if (RUNNING_ON_VALGRIND) {
         CALLGRIND_TOGGLE_COLLECT;
-        hostileRun.Run(text);
+        run(text);
         CALLGRIND_TOGGLE_COLLECT;
         CALLGRIND_DUMP_STATS_AT(label.c_str());
     } else {
         unsigned sum = 0;
         const double scan = BestTime([&] { sum += PlainScan(text); });
-        ratio = BestTime([&] { hostileRun.Run(text); }) / scan;
+        ratio = BestTime([&] { run(text); }) / scan;
         std::fprintf(stderr, "scan %u\n", sum); // Printed, so that the compiler cannot drop the scan.
     }
     std::printf("%s\t%zu\t%.2f\n", label.c_str(), text.size(), ratio);
@@ -70,16 +86,16 @@ int main(int argc, char** argv) {
         }
         return 0;
     }
-    bench::HostileRun hostileRun(std::strcmp(argv[2], "on") == 0);
-    hostileRun.Run(bench::ReadInput('c'));
+    const Run run = RunOf(argv[2]);
+    run(bench::ReadInput('c'));
     CALLGRIND_START_INSTRUMENTATION;
     for (const bench::HostileClass& hostile : bench::HostileClasses()) {
         for (int i = 3; i < argc && hostile.name == argv[1]; ++i) {
-            Measure(hostileRun, argv[i], hostile.make(std::strtoul(argv[i], nullptr, 10)));
+            Measure(run, argv[i], hostile.make(std::strtoul(argv[i], nullptr, 10)));
         }
     }
     for (int i = 3; i < argc && std::strcmp(argv[1], "--files") == 0; ++i) {
-        Measure(hostileRun, argv[i], bench::ReadFile(argv[i]));
+        Measure(run, argv[i], bench::ReadFile(argv[i]));
     }
     return 0;
 }

@@ -1,9 +1,10 @@
-// The classes of hostile texts, given to a negotiator as an offer and as an answer: twice the text takes
-// about twice the memory.
+// The classes of hostile texts, given to a negotiator as an offer and as an answer, and to the judge beside
+// themselves: twice the text takes about twice the memory.
 #include "Capabilities.h"
 #include "HostileTexts.h"
 #include "oom/Allocations.h"
 
+#include <SDPJudge.h>
 #include <SDPNegotiator.h>
 
 #include <gtest/gtest.h>
@@ -68,6 +69,18 @@ Cost OfAccept(const std::string& text) {
     return {scope.calls(), scope.bytes()};
 }
 
+Cost OfCheckAnswer(const std::string& text) {
+    const allocations::Scope scope;
+    CheckAnswer(text, text);
+    return {scope.calls(), scope.bytes()};
+}
+
+Cost OfCheckNext(const std::string& text) {
+    const allocations::Scope scope;
+    CheckNext(text, text);
+    return {scope.calls(), scope.bytes()};
+}
+
 double Slope(std::size_t small, std::size_t large) {
     return std::log(static_cast<double>(large + 1) / static_cast<double>(small + 1)) /
            std::log(static_cast<double>(kGrowth));
@@ -78,7 +91,7 @@ class HostileNegotiation : public testing::TestWithParam<bench::HostileClass> {}
 TEST_P(HostileNegotiation, MemoryGrowsAsTheText) {
     const std::string small = GetParam().make(kSize);
     const std::string large = GetParam().make(kGrowth * kSize);
-    for (const auto operation : {OfAnswer, OfAccept}) {
+    for (const auto operation : {OfAnswer, OfAccept, OfCheckAnswer, OfCheckNext}) {
         const Cost before = operation(small);
         const Cost after = operation(large);
         EXPECT_GT(before.bytes, 0U);
