@@ -21,3 +21,5 @@ void FuzzTool(const std::uint8_t* data, std::size_t size);
 void FuzzNegotiation(const std::uint8_t* data, std::size_t size);
 /// Any bytes as two descriptions, the second of which is judged.
 void FuzzJudge(const std::uint8_t* data, std::size_t size);
+/// Any bytes as the far end's text, explained for any side.
+void FuzzExplain(const std::uint8_t* data, std::size_t size);

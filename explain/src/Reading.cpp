@@ -57,6 +57,11 @@ void OpenSection(Reading& reading, std::size_t index) {
 void Assign(Reading& reading, std::size_t index) {
     TextLine& line = reading.lines[index];
     line.meant = MeantRow(line.text);
+    reading.hasIce = reading.hasIce || line.meant == SDPRow::Ice;
+    reading.hasCandidate = reading.hasCandidate || line.meant == SDPRow::Candidate;
+    if (reading.origin.empty() && BeginsWith(line.text, "o=")) {
+        reading.origin = line.text;
+    }
     if (line.meant == SDPRow::Media) {
         OpenSection(reading, index);
     }

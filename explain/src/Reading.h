@@ -57,6 +57,9 @@ struct Reading {
     std::vector<TextLine> lines;
     std::vector<Host> hosts;
     std::vector<MeantSection> sections;
+    std::string_view origin;   ///< the first o= line; empty without one
+    bool hasIce = false;       ///< a line was meant as a=ice
+    bool hasCandidate = false; ///< a line was meant as a=candidate:
 
     const MeantSection* SectionOf(const TextLine& line) const {
         return line.section == kNowhere ? nullptr : &sections[line.section];

@@ -21,6 +21,16 @@ ExplainTextChange InsertAfter(const TextLine& line, const std::string& text) {
     return {end, 0, (line.end == "\r\n" ? "" : "\r\n") + text + "\r\n"};
 }
 
+Suspect& Add(Scene& scene, Suspect suspect) {
+    if (++scene.made[suspect.rule] > kExplainTrials) {
+        ++scene.skipped;
+        scene.surplus = {};
+        return scene.surplus;
+    }
+    scene.suspects.push_back(std::move(suspect));
+    return scene.suspects.back();
+}
+
 Suspect& Blame(Scene& scene, const Rule& rule, const TextLine& line, std::string what, std::string cureWords,
                std::vector<ExplainTextChange> changes) {
     Suspect suspect;
@@ -32,8 +42,7 @@ Suspect& Blame(Scene& scene, const Rule& rule, const TextLine& line, std::string
         changes.begin(), changes.end(),
         [](const ExplainTextChange& a, const ExplainTextChange& b) { return a.offset < b.offset; });
     suspect.cure.text = std::move(changes);
-    scene.suspects.push_back(std::move(suspect));
-    return scene.suspects.back();
+    return Add(scene, std::move(suspect));
 }
 
 Suspect& BlameField(Scene& scene, const Rule& rule, std::string_view file, std::string what,
@@ -44,8 +53,7 @@ Suspect& BlameField(Scene& scene, const Rule& rule, std::string_view file, std::
     suspect.what = std::move(what);
     suspect.cure.words = std::move(cureWords);
     suspect.cure.local.push_back({suspect.field, number, std::move(text)});
-    scene.suspects.push_back(std::move(suspect));
-    return scene.suspects.back();
+    return Add(scene, std::move(suspect));
 }
 
 std::string LineWords(const TextLine& line) {

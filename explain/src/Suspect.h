@@ -9,6 +9,7 @@
 #include "State.h"
 
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -43,7 +44,10 @@ struct Scene {
     const Reading& reading;
     const State& state;
     std::vector<Suspect>& suspects;
-    bool hasIce = false; ///< some section has a user fragment of ICE
+    bool hasIce = false;     ///< some section has a user fragment of ICE
+    std::size_t skipped = 0; ///< suspects beyond kExplainTrials of one rule, which are counted and not made
+    std::unordered_map<const Rule*, std::size_t> made{}; ///< suspects of each rule
+    Suspect surplus{};                                   ///< what a caller writes to beyond the limit
 };
 
 // The finders, in the order in which they run.
@@ -79,6 +83,8 @@ ExplainTextChange ReplaceLine(const TextLine& line, std::string text);
 ExplainTextChange DeleteLine(const TextLine& line);
 ExplainTextChange InsertAfter(const TextLine& line, const std::string& text);
 
+/// Adds a suspect; returns it, or one that nobody examines when its rule has made too many.
+Suspect& Add(Scene& scene, Suspect suspect);
 /// Adds a suspect that blames one remote line.
 Suspect& Blame(Scene& scene, const Rule& rule, const TextLine& line, std::string what, std::string cureWords,
                std::vector<ExplainTextChange> changes);

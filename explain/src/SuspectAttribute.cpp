@@ -147,7 +147,7 @@ void AddMissing(Scene& scene, const char* words, std::initializer_list<Topic> to
         suspect.known.emplace_back(topic, std::string("There is no section for ") + words +
                                               ", so it does not come up.");
     }
-    scene.suspects.push_back(std::move(suspect));
+    Add(scene, std::move(suspect));
 }
 
 long long NumberOf(std::string_view value) {

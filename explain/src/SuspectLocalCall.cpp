@@ -218,22 +218,18 @@ void FindSrtp(Scene& scene) {
                                               "the section is not encrypted or the far end refuses it.");
         }
     }
-    constexpr std::size_t most = 4;
-    if (scene.suspects.size() > most) {
-        // One field is blamed once; each of its topics keeps the first consequence.
-        const auto isSame = [](const Suspect& suspect) {
-            return suspect.rule == &kSrtpOff || suspect.rule == &kSrtpUnused;
-        };
-        const auto first = std::find_if(scene.suspects.begin(), scene.suspects.end(), isSame);
-        for (auto next = first; next != scene.suspects.end(); ++next) {
-            if (next != first && isSame(*next)) {
-                first->known.push_back(next->known.front());
-            }
+    // One field is blamed once; each of its topics keeps the first consequence.
+    const auto isSame = [](const Suspect& suspect) {
+        return suspect.rule == &kSrtpOff || suspect.rule == &kSrtpUnused;
+    };
+    const auto first = std::find_if(scene.suspects.begin(), scene.suspects.end(), isSame);
+    for (auto next = first; next != scene.suspects.end(); ++next) {
+        if (next != first && isSame(*next)) {
+            first->known.push_back(next->known.front());
         }
-        if (first != scene.suspects.end()) {
-            scene.suspects.erase(std::remove_if(first + 1, scene.suspects.end(), isSame),
-                                 scene.suspects.end());
-        }
+    }
+    if (first != scene.suspects.end()) {
+        scene.suspects.erase(std::remove_if(first + 1, scene.suspects.end(), isSame), scene.suspects.end());
     }
 }
 
@@ -341,14 +337,15 @@ void FindPorts(Scene& scene) {
                 (i == 2 && !scene.input.floorControl)) {
                 continue;
             }
-            Suspect& suspect = BlameField(
-                scene, kSamePorts, ports[i].first,
-                LocalField(ports[i].first) == nullptr
-                    ? ""
-                    : std::string(LocalField(ports[i].first)->record) + " (" + ports[i].first + ") is " +
-                          std::to_string(ports[i].second) + ", beside " + ports[j].first + " " +
-                          std::to_string(ports[j].second) + ".",
-                std::string("set ") + ports[i].first + " to a port of its own", ports[j].second + 4);
+            Suspect& suspect =
+                BlameField(scene, kSamePorts, ports[i].first,
+                           LocalField(ports[i].first) == nullptr
+                               ? ""
+                               : std::string(LocalField(ports[i].first)->record) + " (" + ports[i].first +
+                                     ") is " + std::to_string(ports[i].second) + ", beside " +
+                                     ports[j].first + " " + std::to_string(ports[j].second) + ".",
+                           std::string("set ") + ports[i].first + " to a port of its own",
+                           ports[j].second > 0 && ports[j].second < 65530 ? ports[j].second + 4 : 16384);
             for (const std::size_t k : {i, j}) {
                 suspect.known.emplace_back(
                     topics[k],

@@ -277,14 +277,9 @@ void AddSecond(Scene& scene, const MeantSection& section, const TextLine& line, 
 
 /// The address in the o= line, where the far end is most likely reached.
 std::string OriginAddress(const Reading& reading) {
-    for (const TextLine& line : reading.lines) {
-        if (BeginsWith(line.text, "o=")) {
-            const std::vector<std::string_view> words = WordsOf(line.text, 6);
-            return words.size() == 6 && IsIpv4(words[5]) && words[5] != "0.0.0.0" ? std::string(words[5])
-                                                                                  : "192.0.2.2";
-        }
-    }
-    return "192.0.2.2";
+    const std::vector<std::string_view> words = WordsOf(reading.origin, 6);
+    const bool isUsable = words.size() == 6 && IsIpv4(words[5]) && words[5] != "0.0.0.0";
+    return isUsable ? std::string(words[5]) : "192.0.2.2";
 }
 
 void FindAddress(Scene& scene, const TextLine& line) {
@@ -302,21 +297,18 @@ void FindAddress(Scene& scene, const TextLine& line) {
     const std::string address(words[2]);
     const std::size_t slash = address.find('/');
     if (address == "0.0.0.0") {
-        Blame(scene, kZeroAddress, line,
-              LineWords(line) + " has the address 0.0.0.0, an old form of hold or a text for ICE alone" +
-                  (line.section == kNowhere
-                       ? "."
-                       : " (section of line " +
-                             std::to_string(scene.reading.lines[scene.reading.SectionOf(line)->line].number) +
-                             ")."),
-              "write the far end's address in line " + number,
-              {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
-        const auto has = [&](SDPRow row) {
-            return std::any_of(scene.reading.lines.begin(), scene.reading.lines.end(),
-                               [&](const TextLine& each) { return each.meant == row; });
-        };
-        if (has(SDPRow::Ice) && !has(SDPRow::Candidate)) {
-            scene.suspects.back().known.emplace_back(
+        Suspect& suspect = Blame(
+            scene, kZeroAddress, line,
+            LineWords(line) + " has the address 0.0.0.0, an old form of hold or a text for ICE alone" +
+                (line.section == kNowhere
+                     ? "."
+                     : " (section of line " +
+                           std::to_string(scene.reading.lines[scene.reading.SectionOf(line)->line].number) +
+                           ")."),
+            "write the far end's address in line " + number,
+            {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
+        if (scene.reading.hasIce && !scene.reading.hasCandidate) {
+            suspect.known.emplace_back(
                 Topic::Ice, "There is neither a candidate nor a usable address, so no media flow.");
         }
     } else if (slash != std::string::npos) {

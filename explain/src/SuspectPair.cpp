@@ -188,7 +188,8 @@ void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, c
                 topic,
                 "The far end does not encrypt: no suite and no key, and media would flow in the clear.");
     }
-    if (!scene.input.ourOffer.empty() && ours.transport == "RTP/AVP" && theirs.transport == "RTP/SAVP" && theirs.port != "0") {
+    if (!scene.input.ourOffer.empty() && ours.transport == "RTP/AVP" && theirs.transport == "RTP/SAVP" &&
+        theirs.port != "0") {
         Blame(scene, kUnaskedKey, media,
               LineWords(media) + " answers our " + ours.transport + " with " + theirs.transport + ".",
               "answer with RTP/AVP in line " + std::to_string(media.number), {})

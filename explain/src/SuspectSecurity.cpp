@@ -85,13 +85,16 @@ std::string Rewritten(const CryptoWords& words, std::string_view suite, const st
            " inline:" + key;
 }
 
-std::string KeyOrSample(const CryptoWords& words) {
+/// Forty characters of base64 after the seven that are skipped.
+bool HasKey(const CryptoWords& words) {
     const std::string_view key = words.key.size() > 7 ? words.key.substr(7) : std::string_view();
-    const bool isKey =
-        key.size() >= 40 &&
-        key.substr(0, 40).find_first_not_of(
-            "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/") == std::string_view::npos;
-    return isKey ? std::string(key.substr(0, 40)) : kSampleKey;
+    return key.size() >= 40 &&
+           key.substr(0, 40).find_first_not_of(
+               "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/") == std::string_view::npos;
+}
+
+std::string KeyOrSample(const CryptoWords& words) {
+    return HasKey(words) ? std::string(words.key.substr(7, 40)) : kSampleKey;
 }
 
 Topic TopicOf(const MeantSection& section) {
@@ -141,7 +144,7 @@ void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool 
         Blame(scene, kUnknownSuite, line, LineWords(line) + " offers a suite that is not known.",
               "offer " + std::string(kReadSuite) + " in line " + number,
               {ReplaceLine(line, Rewritten(words, kReadSuite, KeyOrSample(words)))});
-    } else if (KeyOrSample(words) == kSampleKey) {
+    } else if (!HasKey(words)) {
         Blame(scene, kBadKey, line,
               LineWords(line) + " has a key of " +
                   std::to_string(words.key.size() > 7 ? words.key.size() - 7 : 0) +

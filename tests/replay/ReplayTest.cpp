@@ -76,6 +76,10 @@ TEST(Replay, Judge) {
     ReplayAll("judge", FuzzJudge);
 }
 
+TEST(Replay, Explain) {
+    ReplayAll("explain", FuzzExplain);
+}
+
 #ifdef COMMONMEDIA_FUZZ_TOOL
 TEST(Replay, Tool) {
     ReplayAll("tool", FuzzTool);

@@ -1,0 +1,250 @@
+// Stage: suspects to findings.
+// Input: the suspects of a text. Output: findings with their cures, most harmful first.
+// Touches nothing; at most kExplainTrials edits of the text and each edit of a local field are run.
+// Test: tests/explain/LawTest.cpp, tests/explain/judge_cases.py
+#include "Maker.h"
+
+#include <algorithm>
+
+namespace explain {
+
+namespace {
+
+std::string Sentence(std::string text) {
+    if (!text.empty() && text[0] >= 'a' && text[0] <= 'z') {
+        text[0] = static_cast<char>(text[0] - 32);
+    }
+    return text + ".";
+}
+
+ExplainFinding FindingOf(const Suspect& suspect, ExplainTopic topic, ExplainSeverity severity,
+                         std::string comes) {
+    ExplainFinding finding;
+    finding.id = suspect.rule->id;
+    finding.topic = topic;
+    finding.severity = std::min(severity, suspect.rule->most);
+    finding.lines = suspect.lines;
+    finding.field = suspect.field;
+    finding.what = suspect.what;
+    finding.acted = suspect.acted.empty() ? suspect.rule->acted : suspect.acted;
+    finding.comes = std::move(comes);
+    finding.ledger = *suspect.ledger != '\0' ? suspect.ledger : suspect.rule->ledger;
+    finding.cure = suspect.cure;
+    return finding;
+}
+
+using Find = void (*)(Scene&);
+constexpr Find kFinders[] = {
+    FindLocalAudio,   FindLocalVideo, FindLocalCall,  FindPair,       FindLineEnds,  FindMisread,
+    FindMedia,        FindMisplaced,  FindMisspelled, FindOverridden, FindAddresses, FindAudioFormats,
+    FindVideoFormats, FindParameters, FindSecurity,   FindStreams,    FindBandwidth, FindFloorAndIce,
+};
+
+/// Where a byte of the text stands with the edit.
+std::size_t Moved(const ExplainCure& cure, std::size_t offset) {
+    std::size_t moved = offset;
+    for (const ExplainTextChange& change : cure.text) {
+        if (change.offset < offset) {
+            moved += change.text.size();
+            moved -= std::min(change.length, offset - change.offset);
+        }
+    }
+    return moved;
+}
+
+/// A sentence without its digits: those of a line change when an edit inserts another one.
+std::string WithoutDigits(std::string text) {
+    text.erase(std::remove_if(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; }),
+               text.end());
+    return text;
+}
+
+std::size_t OffsetOf(const Reading& reading, const Suspect& suspect) {
+    const std::size_t number = suspect.lines.empty() ? 0 : suspect.lines[0];
+    return number == 0 || number > reading.lines.size() ? 0 : reading.lines[number - 1].offset;
+}
+
+/// Whether the edited text has no suspect of the same rule and the same words at the same place.
+bool IsEnded(const Suspect& suspect, const Reading& reading, const ExplainInput& cured, const State& then) {
+    const Reading after = Read(cured.remote);
+    std::size_t skipped = 0;
+    const std::vector<Suspect> others = SuspectsOf(cured, after, then, skipped);
+    const std::size_t place = Moved(suspect.cure, OffsetOf(reading, suspect));
+    const std::string what = WithoutDigits(suspect.what);
+    return std::none_of(others.begin(), others.end(), [&](const Suspect& other) {
+        if (other.rule != suspect.rule || other.field != suspect.field) {
+            return false;
+        }
+        return other.field != nullptr ? other.what == suspect.what
+                                      : OffsetOf(after, other) == place && WithoutDigits(other.what) == what;
+    });
+}
+
+} // namespace
+
+std::vector<Suspect> SuspectsOf(const ExplainInput& input, const Reading& reading, const State& state,
+                                std::size_t& skipped) {
+    std::vector<Suspect> suspects;
+    Scene scene{input, reading, state, suspects};
+    for (const Find find : kFinders) {
+        find(scene);
+    }
+    skipped = scene.skipped;
+    std::stable_sort(suspects.begin(), suspects.end(),
+                     [](const Suspect& a, const Suspect& b) { return a.rule->rank < b.rule->rank; });
+    return suspects;
+}
+
+Maker::Maker(const ExplainInput& input, const Reading& reading, const State& state)
+    : m_input(input), m_reading(reading), m_state(state), m_named(ByName(state)) {
+    // Small texts are examined in full; for long ones the cost stays in proportion to the length.
+    constexpr std::size_t bytes = 1U << 20U;
+    m_allowance = kExplainTrials / 4 + bytes / (input.remote.size() + 1);
+}
+
+/// What the suspect's edit changes. An edit after which the suspect is found again is no cure and is dropped.
+Effects Maker::Try(Suspect& suspect) {
+    const bool isLocal = !suspect.cure.local.empty();
+    if (suspect.cure.text.empty() && !isLocal) {
+        return {};
+    }
+    if (!isLocal && ++m_tried > kExplainTrials) {
+        ++untried;
+        return {};
+    }
+    const ExplainInput cured = ExplainCured(m_input, suspect.cure);
+    const State then = RunState(cured);
+    Effects effects = EffectsOf(m_state, m_named, then);
+    const bool isFinding =
+        !suspect.known.empty() ||
+        std::any_of(effects.begin(), effects.end(), [](const Effect& effect) { return effect.isAny; });
+    if (isFinding && !IsEnded(suspect, m_reading, cured, then)) {
+        suspect.cure = {};
+    }
+    return effects;
+}
+
+std::vector<Maker::Weight> Maker::Weigh(const Suspect& suspect, const Effects& effects, bool hasCure) {
+    std::vector<Weight> weights;
+    for (std::size_t i = 0; i < kExplainTopics; ++i) {
+        const Effect& effect = effects[i];
+        if (!effect.isAny || (effect.takes && !effect.heals && !suspect.isTakenAway)) {
+            continue;
+        }
+        const auto topic = static_cast<ExplainTopic>(i);
+        const bool isError = effect.heals || effect.isHard || (effect.takes && suspect.isTakenAway);
+        std::string comes;
+        for (const auto& known : suspect.known) {
+            comes = known.first == topic ? known.second + " " : comes;
+        }
+        comes += Sentence(effect.now);
+        if (hasCure && !effect.then.empty()) {
+            comes += " With the cure " + effect.then + ".";
+        }
+        weights.push_back(
+            {topic, std::min(suspect.rule->most, isError ? ExplainSeverity::Error : ExplainSeverity::Warning),
+             std::move(comes), suspect.rule->rank + (effect.heals || effect.isHard ? 0 : 5)});
+    }
+    for (const auto& known : suspect.known) {
+        if (!effects[static_cast<std::size_t>(known.first)].isAny) {
+            weights.push_back({known.first, suspect.rule->most, known.second, suspect.rule->rank});
+        }
+    }
+    return weights;
+}
+
+void Maker::Take(Suspect suspect) {
+    const Effects effects = Try(suspect);
+    const bool hasCure = !suspect.cure.text.empty() || !suspect.cure.local.empty();
+    for (Weight& weight : Weigh(suspect, effects, hasCure)) {
+        m_found.push_back({FindingOf(suspect, weight.topic, weight.severity, std::move(weight.comes)),
+                           weight.rank, m_suspects.size()});
+    }
+    m_suspects.push_back(std::move(suspect));
+}
+
+Maker::Place Maker::PlaceOf(const Suspect& suspect, const Reading& reading, const ExplainCure& cure,
+                            ExplainTopic topic) const {
+    return {suspect.rule->id, suspect.field != nullptr ? suspect.field->file : std::string_view(),
+            suspect.field != nullptr ? 0 : Moved(cure, OffsetOf(reading, suspect)), topic};
+}
+
+/// Whether the edited text has a finding of more than this severity that the text has not. When the
+/// allowance is used up, nobody knows.
+bool Maker::OpensWorse(const Suspect& suspect, ExplainSeverity severity) {
+    if (m_allowance == 0) {
+        return true;
+    }
+    --m_allowance;
+    std::set<Place> known;
+    for (const Ranked& found : m_found) {
+        known.insert(PlaceOf(m_suspects[found.suspect], m_reading, suspect.cure, found.finding.topic));
+    }
+    const ExplainInput cured = ExplainCured(m_input, suspect.cure);
+    const Reading reading = Read(cured.remote);
+    const State state = RunState(cured);
+    const Named named = ByName(state);
+    std::size_t skipped = 0;
+    for (const Suspect& other : SuspectsOf(cured, reading, state, skipped)) {
+        const bool hasEdit = !other.cure.text.empty() || !other.cure.local.empty();
+        if (other.rule->most <= severity || (other.known.empty() && !hasEdit)) {
+            continue;
+        }
+        if (m_allowance == 0) {
+            return true;
+        }
+        --m_allowance;
+        const Effects effects =
+            hasEdit ? EffectsOf(state, named, RunState(ExplainCured(cured, other.cure))) : Effects();
+        for (const Weight& weight : Weigh(other, effects, false)) {
+            if (weight.severity > severity && known.count(PlaceOf(other, reading, {}, weight.topic)) == 0) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+/// A cure that opens something worse than it ends is none.
+void Maker::DropBadCures() {
+    std::vector<ExplainSeverity> worst(m_suspects.size(), ExplainSeverity::Error);
+    for (const Ranked& found : m_found) {
+        worst[found.suspect] = std::min(worst[found.suspect], found.finding.severity);
+    }
+    for (std::size_t i = 0; i < m_suspects.size(); ++i) {
+        const bool hasCure = !m_suspects[i].cure.text.empty() || !m_suspects[i].cure.local.empty();
+        if (worst[i] == ExplainSeverity::Error || !hasCure || !OpensWorse(m_suspects[i], worst[i])) {
+            continue;
+        }
+        for (Ranked& found : m_found) {
+            if (found.suspect == i) {
+                found.finding.cure = {};
+                found.finding.comes =
+                    found.finding.comes.substr(0, found.finding.comes.find(" With the cure "));
+            }
+        }
+    }
+}
+
+std::vector<ExplainFinding> Maker::Finish() {
+    DropBadCures();
+    std::stable_sort(m_found.begin(), m_found.end(), [](const Ranked& a, const Ranked& b) {
+        return a.finding.severity != b.finding.severity ? a.finding.severity > b.finding.severity
+                                                        : a.rank < b.rank;
+    });
+    std::set<std::pair<std::string, ExplainTopic>> places;
+    std::vector<ExplainFinding> findings;
+    for (Ranked& ranked : m_found) {
+        const ExplainFinding& finding = ranked.finding;
+        const std::string place =
+            std::string(finding.id) + "/" +
+            (finding.field != nullptr ? std::string(finding.field->file)
+                                      : std::to_string(finding.lines.empty() ? 0 : finding.lines[0]));
+        if (places.emplace(place, finding.topic).second) {
+            findings.push_back(std::move(ranked.finding));
+        }
+    }
+    return findings;
+}
+
+} // namespace explain

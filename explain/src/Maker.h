@@ -1,0 +1,66 @@
+// Suspects to findings: each edit is tried, and what it changes becomes the consequence.
+//
+// An edit is proposed as a cure only when its suspect is not found again in the edited text, and when no
+// finding is opened there that is worse than the one it ends.
+#pragma once
+
+#include "Effects.h"
+#include "Suspect.h"
+
+#include <set>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace explain {
+
+/// The suspects of a text in the order in which they are examined.
+/// `skipped` becomes the number of those that were not made, because their rule has made too many.
+std::vector<Suspect> SuspectsOf(const ExplainInput& input, const Reading& reading, const State& state,
+                                std::size_t& skipped);
+
+class Maker {
+public:
+    Maker(const ExplainInput& input, const Reading& reading, const State& state);
+
+    /// Examines the next suspect.
+    void Take(Suspect suspect);
+    /// Ends the examination: the findings, most harmful first.
+    std::vector<ExplainFinding> Finish();
+    /// Suspicious places beyond kExplainTrials, not examined.
+    std::size_t untried = 0;
+
+private:
+    /// A finding before it is written: what a suspect does on one topic.
+    struct Weight {
+        ExplainTopic topic;
+        ExplainSeverity severity;
+        std::string comes;
+        int rank;
+    };
+    struct Ranked {
+        ExplainFinding finding;
+        int rank;
+        std::size_t suspect; ///< index of the suspect that it comes from
+    };
+    using Place = std::tuple<std::string_view, std::string_view, std::size_t, ExplainTopic>;
+
+    static std::vector<Weight> Weigh(const Suspect& suspect, const Effects& effects, bool hasCure);
+    Effects Try(Suspect& suspect);
+    Place PlaceOf(const Suspect& suspect, const Reading& reading, const ExplainCure& cure,
+                  ExplainTopic topic) const;
+    bool OpensWorse(const Suspect& suspect, ExplainSeverity severity);
+    void DropBadCures();
+
+    const ExplainInput& m_input;
+    const Reading& m_reading;
+    const State& m_state;
+    Named m_named;
+    std::vector<Suspect> m_suspects;
+    std::vector<Ranked> m_found;
+    std::size_t m_tried = 0;
+    std::size_t m_allowance; ///< runs that are left for finding what cures open
+};
+
+} // namespace explain

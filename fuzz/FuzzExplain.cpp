@@ -1,0 +1,189 @@
+// Any bytes as the far end's text, explained for any side.
+//
+// The first bytes choose the side, its switches and the finding whose cure is applied; the rest is the text.
+// What a verdict and a cure promise is judged by runs of the component alone.
+#include "Cost.h"
+#include "Keys.h"
+#include "Laws.h"
+#include "Targets.h"
+
+#include <SDPExplain.h>
+
+#include <algorithm>
+
+namespace fuzz {
+
+namespace {
+
+/// At most kExplainTrials edits of the text are run, and one of each local field.
+constexpr Budget kExplain = {"explain", 1U << 25U, 32768, 1U << 20U, 65536};
+
+/// Record, sections and answer: equal texts mean an equal call. The origin line has a session id of its own.
+std::string Outcome(const ExplainInput& input) {
+    SDPHandler handler;
+    handler.InitializeLocalSDP(input.local);
+    handler.m_bSRTP = input.srtp;
+    handler.SetBfcpSupport(input.floorControl);
+    handler.SetMaxSupportedSessions(input.servedSections);
+    RemoteSDP record;
+    handler.ParseTheSDP(input.remote, record);
+    const bool isAnswered = !input.remoteAnswers && !handler.IsOffer();
+    const std::string ours = isAnswered ? handler.GetLocalSDP() : std::string();
+    return RecordText(record) + SectionsText(handler) +
+           ours.substr(std::min(ours.size(), ours.find("\r\ns=")));
+}
+
+template <typename IsGone>
+std::string Without(const ExplainInput& input, const std::vector<ExplainedLine>& lines, IsGone isGone) {
+    std::string text;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const std::size_t end = i + 1 < lines.size() ? lines[i + 1].offset : input.remote.size();
+        if (!isGone(lines[i])) {
+            text.append(input.remote, lines[i].offset, end - lines[i].offset);
+        }
+    }
+    return text;
+}
+
+void CheckVerdicts(const ExplainInput& input, const std::vector<ExplainedLine>& lines, std::size_t choice) {
+    const std::string outcome = Outcome(input);
+    ExplainInput other = input;
+    other.remote = Without(input, lines, [](const ExplainedLine& line) {
+        return line.verdict == ExplainVerdict::Ignored || line.verdict == ExplainVerdict::Dropped;
+    });
+    RequireSame("ignored and dropped lines change nothing", input.remote.c_str(), outcome, "without them",
+                Outcome(other));
+    std::vector<std::size_t> used;
+    for (const ExplainedLine& line : lines) {
+        if (line.verdict == ExplainVerdict::Used) {
+            used.push_back(line.number);
+        }
+    }
+    if (!used.empty()) {
+        const std::size_t chosen = used[choice % used.size()];
+        other.remote =
+            Without(input, lines, [&](const ExplainedLine& line) { return line.number == chosen; });
+        Require(Outcome(other) != outcome, "a used line changes something", std::to_string(chosen),
+                input.remote);
+    }
+}
+
+std::size_t OffsetOf(const Explanation& explanation, std::size_t number) {
+    return number == 0 || number > explanation.lines.size() ? 0 : explanation.lines[number - 1].offset;
+}
+
+std::size_t PlaceOf(const Explanation& explanation, const ExplainFinding& finding) {
+    return finding.lines.empty() ? 0 : OffsetOf(explanation, finding.lines[0]);
+}
+
+/// Where a byte of the text stands after the edit, whether or not the edit replaces it.
+std::size_t Moved(const ExplainCure& cure, std::size_t offset) {
+    std::size_t moved = offset;
+    for (const ExplainTextChange& change : cure.text) {
+        if (change.offset < offset) {
+            moved += change.text.size();
+            moved -= std::min(change.length, offset - change.offset);
+        }
+    }
+    return moved;
+}
+
+/// A sentence without its numbers: those of lines change when an edit inserts one.
+std::string WithoutNumbers(std::string text) {
+    text.erase(std::remove_if(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; }),
+               text.end());
+    return text;
+}
+
+/// Whether the second text has a finding of this rule and topic at the place where the first one has it.
+bool IsStillThere(const ExplainFinding& finding, std::size_t offset, const Explanation& after) {
+    return std::any_of(after.findings.begin(), after.findings.end(), [&](const ExplainFinding& other) {
+        const bool isSamePlace = finding.field != nullptr || finding.lines.empty() || other.lines.empty()
+                                     ? finding.field == other.field
+                                     : OffsetOf(after, other.lines[0]) == offset;
+        return other.id == finding.id && other.topic == finding.topic && isSamePlace &&
+               (finding.field != nullptr ? other.what == finding.what
+                                         : WithoutNumbers(other.what) == WithoutNumbers(finding.what));
+    });
+}
+
+void CheckCure(const ExplainInput& input, const Explanation& explanation, std::size_t choice) {
+    std::vector<const ExplainFinding*> cured;
+    for (const ExplainFinding& finding : explanation.findings) {
+        if (!finding.cure.text.empty() || !finding.cure.local.empty()) {
+            cured.push_back(&finding);
+        }
+    }
+    if (cured.empty()) {
+        return;
+    }
+    const ExplainFinding& finding = *cured[choice % cured.size()];
+    const Explanation after = Explain(ExplainCured(input, finding.cure));
+    const std::size_t offset = Moved(finding.cure, PlaceOf(explanation, finding));
+    Require(!IsStillThere(finding, offset, after), "a cure ends its finding",
+            std::string(finding.id) + " " + finding.what + " Cure: " + finding.cure.words, input.remote);
+    for (const ExplainFinding& other : after.findings) {
+        const bool isOld =
+            std::any_of(explanation.findings.begin(), explanation.findings.end(), [&](const auto& old) {
+                return old.id == other.id && old.topic == other.topic && old.field == other.field &&
+                       (old.field != nullptr ||
+                        Moved(finding.cure, PlaceOf(explanation, old)) == PlaceOf(after, other));
+            });
+        Require(isOld || other.severity <= finding.severity, "a cure opens nothing worse",
+                std::string(finding.id) + " " + finding.what + " Cure: " + finding.cure.words + "\nopens " +
+                    std::string(other.id) + " " + other.what,
+                input.remote);
+    }
+}
+
+void CheckWords(const Explanation& explanation, const Watch& watch) {
+    for (const ExplainFinding& finding : explanation.findings) {
+        watch.Check("a finding",
+                    finding.what + "\n" + finding.acted + "\n" + finding.comes + "\n" + finding.cure.words);
+        Require(!finding.id.empty() && !finding.what.empty() && !finding.acted.empty() &&
+                    !finding.comes.empty(),
+                "a finding says what, by which rule and what comes of it", finding.id, finding.what);
+    }
+    for (const ExplainedLine& line : explanation.lines) {
+        watch.Check("a verdict", line.before + "\n" + line.after + "\n" + line.why);
+    }
+}
+
+void CheckLinesOf(const Explanation& explanation, const std::string& text) {
+    std::size_t at = 0;
+    for (const ExplainedLine& line : explanation.lines) {
+        Require(line.offset == at, "lines follow each other", std::to_string(line.number), text);
+        at = std::min(text.find('\n', at), text.size() - 1) + 1;
+    }
+    Require(at == text.size(), "lines cover the text", std::to_string(at), text);
+}
+
+void Run(Input input, std::uint64_t secret) {
+    const Side side = AnySide(input, secret);
+    const Key theirs(secret ^ 0xfa4e0dU);
+    Watch watch;
+    watch.Add(theirs);
+    ExplainInput explained;
+    explained.local = side.local;
+    explained.srtp = side.usesSrtp;
+    explained.floorControl = side.usesBfcp;
+    explained.servedSections = static_cast<std::uint32_t>(input.Below(6));
+    explained.remoteAnswers = input.Below(4) == 0;
+    const std::size_t choice = input.Byte();
+    explained.remote = Plant(input.Rest(), theirs);
+    const Meter meter;
+    const Explanation explanation = Explain(explained);
+    CheckCost(kExplain, meter.Read(), explained.remote.size());
+    CheckLinesOf(explanation, explained.remote);
+    CheckWords(explanation, watch);
+    CheckVerdicts(explained, explanation.lines, choice);
+    CheckCure(explained, explanation, choice);
+}
+
+} // namespace
+
+} // namespace fuzz
+
+void FuzzExplain(const std::uint8_t* data, std::size_t size) {
+    fuzz::RunWithSecret(data, size, fuzz::Run);
+}
