@@ -73,8 +73,8 @@ bool IsDigits(std::string_view text);
 /// A number that the ids of floor control can be: 32 bits, ten digits (RFC 4582, 5.1).
 bool IsId(std::string_view text);
 std::string Lower(std::string_view text);
-/// The word in quotes when it is printable and has at most 24 bytes, otherwise "a word of N bytes", so that no
-/// message contains a key of 40 characters.
+/// The word in quotes when it is printable and has at most 24 bytes, otherwise "a word of N bytes", so that
+/// no message contains a key of 40 characters.
 std::string Quoted(std::string_view word);
 
 /// Format number -> encodings such as "h264/90000". A listed static number without an rtpmap line has the
