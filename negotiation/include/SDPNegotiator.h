@@ -226,13 +226,14 @@ public:
     ///     declined before. No other wish offers a declined stream again.
     ///   * cryptoAlgo is the suite that is offered first, CRYPTO_NONE: AES_CM_128_HMAC_SHA1_80. In a
     ///     remote offer both 128-bit suites are accepted.
-    ///   * A key row that is not zero is used as the key of that suite; every other key is generated.
+    ///   * A key row that is not zero is used as the key of that suite; every other key is generated here,
+    ///     and so is the session id.
     ///   * iVideoPayloadMode0 and 1 are the numbers to offer, 0: 96 and 97.
     ///   * fVideoTxMuted is what MuteCamera() sets.
     /// Refused: a port beyond 65534 or negative (65535 leaves no RTCP port), a budget that is negative or
     /// from 1 to 999 bit/s, a suite other than the two AES_CM_128 ones, an address or suffix with a blank, a
     /// control or a non-ASCII character, payload numbers of video outside 96 to 127 or equal, negative
-    /// limits.
+    /// limits, and whatever was given when the generator fails.
     Wish SetLocal(const LocalSDP& local);
     /// The capabilities in force, for a change of one of them:
     ///
@@ -259,7 +260,7 @@ public:
     // Texts
 
     /// The offer to send; on success the phase becomes OfferSent. Refused in that phase, without an address,
-    /// without a stream, and when the generator fails.
+    /// and without a stream.
     Outcome Offer();
     /// Reads the answer to our offer; on success the phase becomes Agreed. The same text once more changes
     /// nothing. A fault in a section makes only its stream unusable. When number, order or transport of the

@@ -128,22 +128,22 @@ std::string_view WhyNothing(const Choice& choice) {
     return choice.HasAny() || first == choice.verdicts.end() ? std::string_view() : first->reason;
 }
 
-/// Whether an offer repeats a key of this side. The answerer's key has to be one of its own (RFC
-/// 4568, 5.1.2).
-bool RepeatsKey(const Description& offer, const Keys& keys) {
-    for (const auto& suites : keys) {
-        for (const Key& key : suites) {
-            if (key == Key()) {
-                continue;
-            }
-            std::string text;
-            const sdp::WipedAtEnd wiped(text);
-            GetSRTPKey(text, key.key.data(), key.salt.data());
-            if (std::any_of(offer.lines.begin(), offer.lines.end(), [&text](const Line& line) {
-                    return line.kind == LineKind::Crypto && sdp::Contains(line.value, text);
-                })) {
-                return true;
-            }
+/// Whether an offer repeats a key that this side would answer with. The answerer's key has to be one of its
+/// own (RFC 4568, 5.1.2).
+bool RepeatsKey(const Description& offer, const Choice& choice, const Keys& keys) {
+    for (const Role role : {kAudio, kMain, kSlides}) {
+        const Taken& taken = choice.taken[role];
+        if (!taken.isSecure) {
+            continue;
+        }
+        const Key& key = keys[role][SuiteIndex(taken.crypto.suite)];
+        std::string text;
+        const sdp::WipedAtEnd wiped(text);
+        GetSRTPKey(text, key.key.data(), key.salt.data());
+        if (std::any_of(offer.lines.begin(), offer.lines.end(), [&text](const Line& line) {
+                return line.kind == LineKind::Crypto && sdp::Contains(line.value, text);
+            })) {
+            return true;
         }
     }
     return false;
@@ -180,16 +180,17 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
     if (const std::string_view reason = WhyNothing(choice); !reason.empty()) {
         return Refusal(reason, kNotAcceptable);
     }
-    const bool isSecure = std::any_of(choice.taken.begin(), choice.taken.end(),
-                                      [](const Taken& taken) { return taken.isSecure; });
     const unsigned roles = TakenRoles(choice);
     // Slides that are to be presented need an offer of their own when this one has none to take them.
     const unsigned left = phase == Phase::Idle ? unsigned{Wishes::Bit(kSlides)} : ~0U;
-    std::uint64_t id = 0;
-    std::shared_ptr<const Wishes> asking =
-        Told(isSecure, wishes->asked & left & ~roles, id, RepeatsKey(description, wishes->keys));
-    if (asking == nullptr) {
-        return Refusal(kNoRandom, kNotAcceptable);
+    std::shared_ptr<const Wishes> asking = Asking(wishes, wishes->asked & left & ~roles);
+    if (RepeatsKey(description, choice, wishes->keys)) {
+        const auto rekeyed = std::make_shared<Wishes>(*asking);
+        std::uint64_t id = sessionId;
+        if (!Make(rekeyed->keys, id, true)) {
+            return Refusal(kNoRandom, kNotAcceptable);
+        }
+        asking = rekeyed;
     }
     std::shared_ptr<const Wishes> told = Asking(asking, 0);
     SDPHandler handler;
@@ -206,7 +207,7 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
     WriteBody(writer, component, next, AnswerPlans(choice, next, *told));
     SecretText body(writer.Take());
     Outcome outcome;
-    outcome.text = Seal(component, body, id);
+    outcome.text = Seal(component, body);
     wishes = std::move(asking);
     maxBandwidth = record.iMaxBandwidth;
     lastAnswer = SecretText();

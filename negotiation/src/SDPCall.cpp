@@ -48,52 +48,40 @@ void SDPNegotiator::Call::Take(std::shared_ptr<const Wishes> next) noexcept {
     ApplyWishes(session, *wishes);
 }
 
-bool SDPNegotiator::Call::Make(Keys* keys, bool replaces, std::uint64_t* id) const {
+bool SDPNegotiator::Call::Make(Keys& keys, std::uint64_t& id, bool replaces) const {
     constexpr std::size_t length = baseSDP::kKeyLength + baseSDP::kSaltLength;
     constexpr std::uint64_t bits62 = (std::uint64_t{1} << 62U) - 1;
     std::array<Key*, baseSDP::SRTP_MAX * kBothSuites.size()> wanted{};
     std::size_t count = 0;
-    for (std::size_t n = 0; keys != nullptr && n < wanted.size(); ++n) {
-        Key& key = (*keys)[n / kBothSuites.size()][n % kBothSuites.size()];
+    for (std::size_t n = 0; n < wanted.size(); ++n) {
+        Key& key = keys[n / kBothSuites.size()][n % kBothSuites.size()];
         if (replaces || IsZero(key)) {
             wanted[count++] = &key;
         }
     }
+    if (count == 0 && id != 0) {
+        return true;
+    }
     // One call for all of it: a call of the generator costs more than a whole section of a description.
-    unsigned char bytes[wanted.size() * length + sizeof *id] = {};
+    unsigned char bytes[sizeof id + wanted.size() * length] = {};
     const Random fill = random == nullptr ? FromLibcrypto : random;
-    bool isMade = fill(bytes, count * length + (id == nullptr ? 0 : sizeof *id));
+    bool isMade = fill(bytes, sizeof id + count * length);
     for (std::size_t n = 0; n < count && isMade; ++n) {
-        const unsigned char* const from = bytes + n * length;
+        const unsigned char* const from = bytes + sizeof id + n * length;
         std::copy_n(from, baseSDP::kKeyLength, wanted[n]->key.begin());
         std::copy_n(from + baseSDP::kKeyLength, baseSDP::kSaltLength, wanted[n]->salt.begin());
         // A key of zeros is what a generator leaves that does nothing.
         isMade = !IsZero(*wanted[n]);
     }
-    if (id != nullptr) {
-        std::memcpy(id, bytes + count * length, sizeof *id);
-        *id = std::max<std::uint64_t>(*id & bits62, 1);
+    if (id == 0 && isMade) {
+        std::memcpy(&id, bytes, sizeof id);
+        id = std::max<std::uint64_t>(id & bits62, 1);
     }
     sdp::Wipe(bytes);
     return isMade;
 }
 
-std::shared_ptr<const Wishes> SDPNegotiator::Call::Told(bool isSecure, unsigned asked, std::uint64_t& id,
-                                                        bool replaces) const {
-    id = sessionId;
-    std::uint64_t* const newId = id == 0 ? &id : nullptr;
-    const bool hasAll = std::all_of(wishes->keys.begin(), wishes->keys.end(), [](const auto& suites) {
-        return std::none_of(suites.begin(), suites.end(), IsZero);
-    });
-    if (!isSecure || (hasAll && !replaces)) {
-        return newId == nullptr || Make(nullptr, false, newId) ? Asking(wishes, asked) : nullptr;
-    }
-    const auto next = std::make_shared<Wishes>(*wishes);
-    next->asked = static_cast<std::uint8_t>(asked);
-    return Make(&next->keys, replaces, newId) ? next : nullptr;
-}
-
-std::string SDPNegotiator::Call::Seal(std::string_view component, SecretText& body, std::uint64_t id) {
+std::string SDPNegotiator::Call::Seal(std::string_view component, SecretText& body) {
     std::string user = originUser;
     std::string address = originAddress;
     if (version == 0) {
@@ -108,7 +96,7 @@ std::string SDPNegotiator::Call::Seal(std::string_view component, SecretText& bo
     text += "v=0\r\no=";
     text += user;
     text += ' ';
-    text += std::to_string(id);
+    text += std::to_string(sessionId);
     text += ' ';
     text += std::to_string(next);
     text += " IN ";
@@ -118,7 +106,6 @@ std::string SDPNegotiator::Call::Seal(std::string_view component, SecretText& bo
     text += "\r\n";
     text += body.View();
     lastBody = std::move(body);
-    sessionId = id;
     version = next;
     originUser.swap(user);
     originAddress.swap(address);

@@ -27,19 +27,12 @@ struct SDPNegotiator::Call {
     void Decline();
     /// Takes new wishes, and lets those that only take away count at once.
     void Take(std::shared_ptr<const negotiation::Wishes> next) noexcept;
-    /// Makes the keys that are missing, or all, and the session id. False when the generator fails.
-    /// @param keys  null: none are made
-    /// @param id    null: none is made
-    bool Make(negotiation::Keys* keys, bool replaces, std::uint64_t* id) const;
-    /// The wishes that the next text tells, with keys when it is secure; null when the generator fails.
-    /// @param asked     the roles that they ask for
-    /// @param id        filled with the id of the session
-    /// @param replaces  whether a secure text has new keys, whatever there was
-    std::shared_ptr<const negotiation::Wishes> Told(bool isSecure, unsigned asked, std::uint64_t& id,
-                                                    bool replaces = false) const;
+    /// Makes the keys that are zero, or all of them, and the session id when it is 0. False when the
+    /// generator fails; then neither is to be used.
+    bool Make(negotiation::Keys& keys, std::uint64_t& id, bool replaces) const;
     /// Puts "v=" and "o=" in front of a body, as the text that is sent next. The version grows when the body
     /// is another one than the last.
-    std::string Seal(std::string_view component, negotiation::SecretText& body, std::uint64_t id);
+    std::string Seal(std::string_view component, negotiation::SecretText& body);
     /// A new agreement on what `told` says.
     void Agree(negotiation::Session& next, std::shared_ptr<const negotiation::Wishes> told) noexcept;
 
@@ -58,7 +51,7 @@ struct SDPNegotiator::Call {
     std::shared_ptr<const negotiation::Wishes> settled; ///< agreed or declined last; null before
     bool isNextPlain = false;                           ///< the first secure offer was refused
 
-    std::uint64_t sessionId = 0; ///< 0 until the first text
+    std::uint64_t sessionId = 0; ///< 0 until SetLocal
     std::uint64_t version = 0;   ///< of the last text that was sent
     std::string originUser;      ///< with the address, the same in every text
     std::string originAddress;

@@ -181,31 +181,22 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Offer() {
     if (next.slots.empty()) {
         return Refusal("there is no stream to offer");
     }
-    const bool isSecure = std::any_of(next.slots.begin(), next.slots.end(), [](const Slot& slot) {
-        return slot.isOpen && IsSecure(slot.transport);
-    });
-    std::uint64_t id = 0;
-    const std::shared_ptr<const Wishes> told = Told(isSecure, wishes->asked, id);
-    if (told == nullptr) {
-        return Refusal(kNoRandom);
-    }
-    const Plans plans = OfferPlans(session, next, *told);
+    const Plans plans = OfferPlans(session, next, *wishes);
     unsigned roles = 0;
     for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
         roles |= plans[role].slot == nullptr ? 0U : unsigned{Wishes::Bit(role)};
     }
     SDPHandler handler;
-    Configure(handler, *told, roles);
+    Configure(handler, *wishes, roles);
     // The component's text has no key: SRTP is off in this handler.
     const std::string component = handler.GetLocalSDP();
     sdp::Writer writer(kUsualLength);
     WriteBody(writer, component, next, plans);
     SecretText body(writer.Take());
     Outcome outcome;
-    outcome.text = Seal(component, body, id);
-    wishes = told;
+    outcome.text = Seal(component, body);
     pending = std::move(next);
-    offered = told;
+    offered = wishes;
     lastAnswer = SecretText();
     phaseBefore = phase;
     phase = Phase::OfferSent;

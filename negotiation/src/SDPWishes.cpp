@@ -140,20 +140,27 @@ SDPNegotiator::Wish SDPNegotiator::Call::SetLocal(const LocalSDP& local) {
     next->local.m_VideoMain.eVideoType = VIDEOTYPE_MAIN;
     next->local.m_VideoPreso.eVideoType = VIDEOTYPE_PRESO;
     TakeKeys(next->local, next->keys);
+    std::uint64_t id = sessionId;
+    if (!Make(next->keys, id, false)) {
+        return {false, kNoRandom};
+    }
     for (const Role role : {kAudio, kMain}) {
         if (next->CanServe(role) && session.Open(role) == session.slots.size()) {
             next->asked = static_cast<std::uint8_t>(next->asked | Wishes::Bit(role));
         }
     }
+    sessionId = id;
     Take(next);
     return {true, {}};
 }
 
 SDPNegotiator::Wish SDPNegotiator::Call::Rekey() {
     const auto next = std::make_shared<Wishes>(*wishes);
-    if (!Make(&next->keys, true, nullptr)) {
+    std::uint64_t id = sessionId;
+    if (!Make(next->keys, id, true)) {
         return {false, kNoRandom};
     }
+    sessionId = id;
     Take(next);
     return {true, {}};
 }

@@ -79,7 +79,7 @@ DeclinedByThem, the far end's section has port 0
 // One key in both ways: what one side sends could be sent back to it as the other's.
 TEST(Accept, OurOwnKeySecuresNothing) {
     EXPECT_TEXT(Streams(Far("m=audio 30000 RTP/SAVP 0\na=crypto:1 AES_CM_128_HMAC_SHA1_80 "
-                            "inline:AQIDBAUGBwgJCgsMDQ4PEBESExQVFhcYGRobHB0e\nm=video 0 RTP/SAVP 97\n"),
+                            "inline:CQoLDA0ODxAREhMUFRYXGBkaGxwdHh8gISIjJCUm\nm=video 0 RTP/SAVP 97\n"),
                         Srtp::Wanted),
                 R"(NoUsableKey 0/0 198.51.100.7:30000 _80, the far end's key is this side's own
 DeclinedByThem, the far end's section has port 0

@@ -40,7 +40,7 @@ TEST(Negotiator, AnAudioCallComesUp) {
     EXPECT_EQ(near.GetPhase(), Phase::Idle);
     const auto offer = near.Offer();
     EXPECT_TEXT(offer.text, Text(R"(v=0
-o=Quillmarshorizon 542267609333268864 1 IN IP4 192.0.2.1
+o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.1
 s=-
 c=IN IP4 192.0.2.1
 t=0 0
@@ -55,7 +55,7 @@ a=rtcp:5005 IN IP4 192.0.2.1
     EXPECT_TRUE(near.Streams().empty());
     const auto answer = far.Answer(offer.text);
     EXPECT_TEXT(answer.text, Text(R"(v=0
-o=Quillmarshorizon 1120988992037882248 1 IN IP4 192.0.2.2
+o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.2
 s=-
 c=IN IP4 192.0.2.2
 t=0 0
@@ -84,7 +84,7 @@ TEST(Negotiator, HoldAndResume) {
     EXPECT_TRUE(pair.near.NeedsOffer());
     const auto held = Pair::Exchange(pair.near, pair.far);
     EXPECT_TEXT(held.first, Text(R"(v=0
-o=Quillmarshorizon 542267609333268864 2 IN IP4 192.0.2.1
+o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
 s=-
 c=IN IP4 192.0.2.1
 t=0 0
@@ -96,7 +96,7 @@ a=sendonly
 a=rtcp:5005 IN IP4 192.0.2.1
 )"));
     EXPECT_TEXT(held.second, Text(R"(v=0
-o=Quillmarshorizon 1120988992037882248 2 IN IP4 192.0.2.2
+o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.2
 s=-
 c=IN IP4 192.0.2.2
 t=0 0
@@ -190,7 +190,7 @@ TEST(Negotiator, SlidesComeAndGoWithTheirFloorControl) {
     EXPECT_TRUE(pair.near.NeedsOffer());
     const auto started = Pair::Exchange(pair.near, pair.far);
     EXPECT_TEXT(started.first, Text(R"(v=0
-o=Quillmarshorizon 542267609333268864 2 IN IP4 192.0.2.1
+o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
 s=-
 c=IN IP4 192.0.2.1
 t=0 0
@@ -230,7 +230,7 @@ a=confid:15
 a=userid:15
 )"));
     EXPECT_TEXT(started.second, Text(R"(v=0
-o=Quillmarshorizon 1120988992037882248 2 IN IP4 192.0.2.2
+o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.2
 s=-
 c=IN IP4 192.0.2.2
 t=0 0
@@ -277,7 +277,7 @@ Start 192.0.2.1:5010
     pair.near.Present(false);
     const auto stopped = Pair::Exchange(pair.near, pair.far);
     EXPECT_TEXT(stopped.first, Text(R"(v=0
-o=Quillmarshorizon 542267609333268864 3 IN IP4 192.0.2.1
+o=Quillmarshorizon 578437695752307201 3 IN IP4 192.0.2.1
 s=-
 c=IN IP4 192.0.2.1
 t=0 0
@@ -333,13 +333,13 @@ TEST(Negotiator, ASecureCallIsGivenNewKeys) {
     EXPECT_TRUE(pair.near.NeedsOffer());
     const auto texts = Pair::Exchange(pair.near, pair.far);
     EXPECT_TEXT(texts.first, Text(R"(v=0
-o=Quillmarshorizon 4267786510494217524 2 IN IP4 192.0.2.1
+o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
 s=-
 c=IN IP4 192.0.2.1
 t=0 0
 m=audio 5004 RTP/SAVP 0 101
-a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:+Pn6+/z9/v8AAQIDBAUGBwgJCgsMDQ4PEBESExQV
-a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:FhcYGRobHB0eHyAhIiMkJSYnKCkqKywtLi8wMTIz
+a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:REVGR0hJSktMTU5PUFFSU1RVVldYWVpbXF1eX2Bh
+a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:YmNkZWZnaGlqa2xtbm9wcXJzdHV2d3h5ent8fX5/
 a=rtpmap:0 PCMU/8000
 a=rtpmap:101 telephone-event/8000
 a=fmtp:101 0-15
@@ -356,7 +356,7 @@ TEST(Negotiator, ARefusedSecureOfferIsFollowedByAPlainOne) {
     EXPECT_TRUE(near.Refused(488).isTaken);
     EXPECT_TRUE(near.NeedsOffer());
     EXPECT_TEXT(near.Offer().text, Text(R"(v=0
-o=Quillmarshorizon 4376296769751332533 2 IN IP4 192.0.2.1
+o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
 s=-
 c=IN IP4 192.0.2.1
 t=0 0
@@ -444,7 +444,7 @@ TEST(Negotiator, ANewAddressMovesTheMediaAndNotTheOrigin) {
     ASSERT_TRUE(pair.near.SetLocal(local).isTaken);
     const auto texts = Pair::Exchange(pair.near, pair.far);
     EXPECT_TEXT(texts.first, Text(R"(v=0
-o=Quillmarshorizon 542267609333268864 2 IN IP4 192.0.2.1
+o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
 s=-
 c=IN IP6 2001:db8::9
 t=0 0
@@ -480,7 +480,7 @@ TEST(Negotiator, ADroppedStreamStaysAtPortZeroAndComesBackToItsSlot) {
     local.m_VideoMain.iVideoRTPPort = 0;
     ASSERT_TRUE(pair.near.SetLocal(local).isTaken);
     EXPECT_TEXT(Pair::Exchange(pair.near, pair.far).first, Text(R"(v=0
-o=Quillmarshorizon 542267609333268864 2 IN IP4 192.0.2.1
+o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
 s=-
 c=IN IP4 192.0.2.1
 t=0 0
@@ -508,17 +508,18 @@ Start send receive 97/97 192.0.2.1:5016
 )");
 }
 
-TEST(Negotiator, WithoutAGeneratorNothingSecureGoesOut) {
+TEST(Negotiator, WithoutAGeneratorNoCapabilitiesAreTaken) {
     SDPNegotiator none([](unsigned char*, std::size_t) { return false; });
-    ASSERT_TRUE(none.SetLocal(AudioOnly()).isTaken);
-    EXPECT_EQ(none.Offer().reason, "the generator of keys and ids fails");
-    none.SetSrtp(Srtp::Wanted);
-    EXPECT_EQ(none.Offer().reason, "the generator of keys and ids fails");
-    EXPECT_EQ(none.Rekey().reason, "the generator of keys and ids fails");
     SDPNegotiator zeros([](unsigned char*, std::size_t) { return true; });
-    ASSERT_TRUE(zeros.SetLocal(AudioOnly()).isTaken);
-    zeros.SetSrtp(Srtp::Wanted);
-    EXPECT_EQ(zeros.Offer().reason, "the generator of keys and ids fails");
+    for (SDPNegotiator* const side : {&none, &zeros}) {
+        const SDPNegotiator before = *side;
+        const SDPNegotiator::Wish wish = side->SetLocal(AudioOnly());
+        EXPECT_FALSE(wish.isTaken);
+        EXPECT_EQ(wish.reason, "the generator of keys and ids fails");
+        EXPECT_EQ(side->Rekey().reason, "the generator of keys and ids fails");
+        EXPECT_TRUE(*side == before);
+        EXPECT_EQ(side->Offer().reason, "no local address is set");
+    }
 }
 
 TEST(Negotiator, TheGeneratorOfLibcryptoIsTheUsualOne) {

@@ -70,13 +70,13 @@ TEST(Wishes, AKeyOfTheRecordIsTheKeyOfTheWishedSuite) {
     SDPNegotiator side = Side(local, Srtp::Wanted);
     EXPECT_EQ(side.Local().bufSRTPKey[baseSDP::SRTP_AUDIO][1], 0);
     EXPECT_TEXT(side.Offer().text, Text(R"(v=0
-o=Quillmarshorizon 2206091584609032343 1 IN IP4 192.0.2.1
+o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.1
 s=-
 c=IN IP4 192.0.2.1
 t=0 0
 m=audio 5004 RTP/SAVP 0 101
 a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:AAECAwQFBgcICQoLDA0ODxAREhMUFRYXGBkaGxwd
-a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:AQIDBAUGBwgJCgsMDQ4PEBESExQVFhcYGRobHB0e
+a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:CQoLDA0ODxAREhMUFRYXGBkaGxwdHh8gISIjJCUm
 a=rtpmap:0 PCMU/8000
 a=rtpmap:101 telephone-event/8000
 a=fmtp:101 0-15
@@ -95,15 +95,15 @@ TEST(Wishes, CodecsAreThoseOfSetAndList) {
     local.m_VideoMain.iFmtpMaxMbps = 40500;
     SDPNegotiator side = Side(local, Srtp::Required);
     EXPECT_TEXT(side.Offer().text, Text(R"(v=0
-o=Quillmarshorizon 4376296769751332533 1 IN IP4 192.0.2.1
+o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.1
 s=-
 c=IN IP4 192.0.2.1
 b=AS:512
 t=0 0
 m=audio 5004 RTP/SAVP 18 0 101
 b=TIAS:64000
-a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:AQIDBAUGBwgJCgsMDQ4PEBESExQVFhcYGRobHB0e
-a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:HyAhIiMkJSYnKCkqKywtLi8wMTIzNDU2Nzg5Ojs8
+a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:CQoLDA0ODxAREhMUFRYXGBkaGxwdHh8gISIjJCUm
+a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:JygpKissLS4vMDEyMzQ1Njc4OTo7PD0+P0BBQkNE
 a=rtpmap:18 G729/8000
 a=fmtp:18 annexb=no
 a=rtpmap:0 PCMU/8000
@@ -113,8 +113,8 @@ a=sendrecv
 a=rtcp:5005 IN IP4 192.0.2.1
 m=video 5006 RTP/SAVP 120
 b=TIAS:448000
-a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:PT4/QEFCQ0RFRkdISUpLTE1OT1BRUlNUVVZXWFla
-a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:W1xdXl9gYWJjZGVmZ2hpamtsbW5vcHFyc3R1dnd4
+a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:RUZHSElKS0xNTk9QUVJTVFVWV1hZWltcXV5fYGFi
+a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:Y2RlZmdoaWprbG1ub3BxcnN0dXZ3eHl6e3x9fn+A
 a=rtpmap:120 H264/90000
 a=fmtp:120 profile-level-id=42001F;max-mbps=40500;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
 a=sendrecv
