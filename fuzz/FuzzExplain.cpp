@@ -15,8 +15,8 @@ namespace fuzz {
 
 namespace {
 
-/// At most kExplainTrials edits of the text are run, and one of each local field.
-constexpr Budget kExplain = {"explain", 1U << 25U, 32768, 1U << 20U, 65536};
+/// At most kExplainTrials edits of the text are run, one of each local field, and some more for each cure.
+constexpr Budget kExplain = {"explain", 1U << 26U, 65536, 1U << 26U, 65536};
 
 /// Record, sections and answer: equal texts mean an equal call. The origin line has a session id of its own.
 std::string Outcome(const ExplainInput& input) {

@@ -1,7 +1,7 @@
 // Stage: a line to the spelling that its writer meant (RFC 4566, 9).
 // Input: a line and the row that it begins with. Output: the same line, spelled as RFCs do.
 // Touches nothing. The result is only a proposal: a run of the component decides whether it matters.
-// Test: tests/explain/CanonicalTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
 #include <algorithm>

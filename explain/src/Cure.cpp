@@ -1,7 +1,7 @@
 // Stage: an edit to the input that it makes.
 // Input: the input, a cure. Output: the input with the cure applied.
 // Touches nothing. The table of local fields stands here, with what sets each.
-// Test: tests/explain/CureTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
 #include <algorithm>

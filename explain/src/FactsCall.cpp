@@ -1,7 +1,7 @@
 // Stage: the facts about keys, ICE and the shape of our text against the far end's.
 // Input: the far end's sections, our sections. Output: clauses.
 // Touches the state's facts. Key text is compared by its hash and never part of a clause.
-// Test: tests/explain/StateTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "State.h"
 
 #include "Reading.h"

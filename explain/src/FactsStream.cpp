@@ -1,7 +1,7 @@
 // Stage: the facts about codecs, pictures, addresses, directions, tones, floor control and bandwidth.
 // Input: a record, our own text as a far end reads it. Output: clauses.
 // Touches the state's facts.
-// Test: tests/explain/StateTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "State.h"
 
 #include "Reading.h"

@@ -1,7 +1,7 @@
 // Stage: the values that lines set, read off sections of the component.
 // Input: a section before or after a line, or a handler that is given one line. Output: texts to compare.
 // Touches nothing outside.
-// Test: tests/explain/LinesTest.cpp
+// Test: tests/explain/LawTest.cpp, tests/tool/explain_outputs.py
 #include "LineValues.h"
 
 #include "Reading.h"

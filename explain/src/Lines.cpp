@@ -2,7 +2,7 @@
 // Input: the text, and what the component changes line by line. Output: ExplainedLine for each editor line.
 // Touches nothing outside. What a line sets is seen by comparing the section before and after it; whether a
 // line that changed nothing was understood is asked of a small handler that is given this line alone.
-// Test: tests/explain/LinesTest.cpp
+// Test: tests/explain/LawTest.cpp, tests/tool/explain_outputs.py
 #include "LineValues.h"
 #include "State.h"
 #include "Suspect.h"

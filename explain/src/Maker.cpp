@@ -40,6 +40,11 @@ constexpr Find kFinders[] = {
     FindVideoFormats, FindParameters, FindSecurity,   FindStreams,    FindBandwidth, FindFloorAndIce,
 };
 
+void DropCure(ExplainFinding& finding) {
+    finding.cure = {};
+    finding.comes = finding.comes.substr(0, finding.comes.find(" With the cure "));
+}
+
 /// Where a byte of the text stands with the edit.
 std::size_t Moved(const ExplainCure& cure, std::size_t offset) {
     std::size_t moved = offset;
@@ -99,7 +104,8 @@ Maker::Maker(const ExplainInput& input, const Reading& reading, const State& sta
     : m_input(input), m_reading(reading), m_state(state), m_named(ByName(state)) {
     // Small texts are examined in full; for long ones the cost stays in proportion to the length.
     constexpr std::size_t bytes = 1U << 20U;
-    m_allowance = kExplainTrials / 4 + bytes / (input.remote.size() + 1);
+    constexpr std::size_t most = 256;
+    m_allowance = kExplainTrials / 4 + std::min(most, bytes / (input.remote.size() + 1));
 }
 
 /// What the suspect's edit changes. An edit after which the suspect is found again is no cure and is dropped.
@@ -205,22 +211,22 @@ bool Maker::OpensWorse(const Suspect& suspect, ExplainSeverity severity) {
     return false;
 }
 
-/// A cure that opens something worse than it ends is none.
+/// An edit that opens something worse than it ends is no cure. Nothing is worse than an error.
 void Maker::DropBadCures() {
-    std::vector<ExplainSeverity> worst(m_suspects.size(), ExplainSeverity::Error);
-    for (const Ranked& found : m_found) {
-        worst[found.suspect] = std::min(worst[found.suspect], found.finding.severity);
-    }
     for (std::size_t i = 0; i < m_suspects.size(); ++i) {
-        const bool hasCure = !m_suspects[i].cure.text.empty() || !m_suspects[i].cure.local.empty();
-        if (worst[i] == ExplainSeverity::Error || !hasCure || !OpensWorse(m_suspects[i], worst[i])) {
+        if (m_suspects[i].cure.text.empty() && m_suspects[i].cure.local.empty()) {
             continue;
         }
-        for (Ranked& found : m_found) {
-            if (found.suspect == i) {
-                found.finding.cure = {};
-                found.finding.comes =
-                    found.finding.comes.substr(0, found.finding.comes.find(" With the cure "));
+        for (const ExplainSeverity severity : {ExplainSeverity::Note, ExplainSeverity::Warning}) {
+            const auto isMeant = [&](const Ranked& found) {
+                return found.suspect == i && found.finding.severity == severity;
+            };
+            if (std::any_of(m_found.begin(), m_found.end(), isMeant) && OpensWorse(m_suspects[i], severity)) {
+                for (Ranked& found : m_found) {
+                    if (isMeant(found)) {
+                        DropCure(found.finding);
+                    }
+                }
             }
         }
     }

@@ -2,7 +2,7 @@
 // Input: enumerators. Output: words.
 // Touches nothing.
 // The words are those of the command's options and of its JSON form.
-// Test: tests/explain/NamesTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "SDPExplain.h"
 
 #include <iterator>

@@ -2,7 +2,7 @@
 // Input: bytes. Output: Reading.
 // Touches nothing. Which row a line begins with is asked of the component's own table; what the component
 // makes of the line is not decided here.
-// Test: tests/explain/ReadingTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "Reading.h"
 
 #include "SDPLines.h"

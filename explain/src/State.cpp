@@ -2,7 +2,7 @@
 // Input: everything that decides how the call comes up. Output: record, our text and the facts about them.
 // Touches nothing outside its result: every run makes its own handlers.
 // A second handler with every audio codec reads our text, as a far end that uses this component would.
-// Test: tests/explain/StateTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "State.h"
 
 #include "Reading.h"

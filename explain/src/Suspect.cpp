@@ -1,7 +1,7 @@
 // Stage: what the finders of suspects share: edits of text and the words for places.
 // Input: lines, fields. Output: edits, suspects.
 // Touches the list of suspects.
-// Test: tests/explain/CureTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // Stage: suspects in directions, contents, bandwidths, floor control and ICE lines.
 // Input: the sections that the writer meant. Output: suspects.
 // Touches the list of suspects.
-// Test: tests/explain/AttributeSuspectTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
 #include "SDPKeyword.h"

@@ -1,7 +1,7 @@
 // Stage: suspects that concern the line as such: its end, the row that takes it, its spelling.
 // Input: the lines of the text. Output: suspects.
 // Touches the list of suspects.
-// Test: tests/explain/LineSuspectTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
 #include "SDPLines.h"

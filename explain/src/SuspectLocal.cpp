@@ -1,7 +1,7 @@
 // Stage: suspects in the local audio and video fields.
 // Input: the local record. Output: suspects that blame a field.
 // Touches the list of suspects.
-// Test: tests/explain/LocalSuspectTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
 #include "SDPH264Limits.h"

@@ -2,7 +2,7 @@
 // the number of sections served.
 // Input: the local record and the switches. Output: suspects that blame a field.
 // Touches the list of suspects.
-// Test: tests/explain/LocalSuspectTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
 #include "SDPTables.h"
@@ -308,7 +308,12 @@ void FindUnasked(Scene& scene) {
             "empty video.main.codecs for this call", 0)
             .known.emplace_back(Topic::Call, "Our answer has an m=video section that nobody offered.");
     }
-    if (!record.m_VideoPreso.fIsVideoValid && OurStream(scene.state, baseSDP::SRTP_VIDEO_PRESO) != nullptr) {
+    const bool hasFloor = std::any_of(
+        scene.reading.sections.begin(), scene.reading.sections.end(), [](const MeantSection& section) {
+            return section.media == "application" && section.transport.find("BFCP") != std::string::npos;
+        });
+    if (hasFloor && !record.m_VideoPreso.fIsVideoValid &&
+        OurStream(scene.state, baseSDP::SRTP_VIDEO_PRESO) != nullptr) {
         BlameField(
             scene, kUnasked, "video.presentation.codecs",
             "m_VideoPreso.eVideoCodec (video.presentation.codecs) is set, and the far end offers no slides.",

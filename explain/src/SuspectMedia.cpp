@@ -1,7 +1,7 @@
 // Stage: suspects in m= and c= lines: ports, transports, the order and the number of sections, addresses.
 // Input: the sections that the writer meant. Output: suspects.
 // Touches the list of suspects.
-// Test: tests/explain/MediaSuspectTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
 #include <algorithm>
@@ -59,7 +59,7 @@ constexpr Rule kBadAddress = {"E34", "", ExplainSeverity::Error, 16,
                               "An address is taken as it stands and not checked, so the engine gets one that "
                               "it cannot send to."};
 constexpr Rule kAddressKind = {
-    "E33", "B25", ExplainSeverity::Note, 70,
+    "E33", "B25", ExplainSeverity::Note, 64,
     "An address is taken as it stands and not checked, and our own is always written as IP4 (B25)."};
 
 int RankOf(const MeantSection& section, bool isSlides) {
@@ -176,12 +176,12 @@ void AddTransport(Scene& scene, const MeantSection& section, const TextLine& lin
 /// The medium that the lines of a section of an unknown medium tell; empty for one that is known to be
 /// another.
 std::string_view LikelyMedium(const Scene& scene, const MeantSection& section) {
+    if (section.transport.find("BFCP") != std::string::npos) {
+        return "application";
+    }
     static constexpr std::string_view kOthers[] = {"text", "image", "message", "data", "control"};
     if (std::find(std::begin(kOthers), std::end(kOthers), section.media) != std::end(kOthers)) {
         return {};
-    }
-    if (section.transport.find("BFCP") != std::string::npos) {
-        return "application";
     }
     if (section.transport.find("RTP/") == std::string::npos) {
         return {};

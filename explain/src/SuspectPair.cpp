@@ -1,7 +1,7 @@
 // Stage: suspects that only offer and answer together show (RFC 3264, 6; RFC 4568, 5.1.3).
 // Input: our offer and the far end's answer to it. Output: suspects.
 // Touches the list of suspects.
-// Test: tests/explain/PairSuspectTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "FormatLines.h"
 
 #include <algorithm>

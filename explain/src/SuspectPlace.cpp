@@ -1,7 +1,7 @@
 // Stage: suspects about where a line stands: outside of its section, or overridden by a later one.
 // Input: the lines of the text and the sections they were meant for. Output: suspects.
 // Touches the list of suspects.
-// Test: tests/explain/PlaceSuspectTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
 #include "SDPTables.h"

@@ -1,7 +1,7 @@
 // Stage: suspects in crypto lines and in what they need on this side (RFC 4568).
 // Input: the crypto lines of each section, the local suites. Output: suspects.
 // Touches the list of suspects. Key text stays in the edits, which replace it by a sample where they must.
-// Test: tests/explain/SecuritySuspectTest.cpp
+// Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
 #include "SDPKeyword.h"
@@ -159,10 +159,13 @@ void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool 
         suspect.lines.push_back(earlier->number);
         suspect.isTakenAway = true;
     }
-    if (!IsDigits(words.tag) && canonical == line.text) {
+    if (!IsDigits(words.tag) && words.tag.find_first_of("0123456789") == std::string_view::npos &&
+        suite != nullptr && suite->isRead) {
         Blame(scene, kTag, line, LineWords(line) + " has a tag that is not a number.",
               "write a number as the tag of line " + number,
-              {ReplaceLine(line, Rewritten(words, words.suite, KeyOrSample(words)))});
+              {ReplaceLine(line, Rewritten(words, words.suite, KeyOrSample(words)))})
+            .known.emplace_back(topic, "Our answer says tag 1, which the far end did not write and may not "
+                                       "accept.");
     }
 }
 

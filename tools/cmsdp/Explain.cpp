@@ -1,7 +1,7 @@
 // cmsdp explain: why did the call come up as it did? cmsdp whynot: why was a codec not chosen? cmsdp diff:
 // what changed for the engine?
 //
-// Tests: tests/tool/ExplainTest.cpp
+// Tests: tests/tool/explain_outputs.py
 #include "ExplainText.h"
 #include "Names.h"
 #include "Outcome.h"

@@ -1,6 +1,6 @@
 // Formats only: every word about the call comes from the library.
 //
-// Tests: tests/tool/ExplainTest.cpp
+// Tests: tests/tool/explain_outputs.py
 #include "ExplainText.h"
 
 #include "Names.h"

@@ -1,6 +1,6 @@
 // Findings, line verdicts, pairs and differences as text and as JSON.
 //
-// Tests: tests/tool/ExplainTest.cpp
+// Tests: tests/tool/explain_outputs.py
 #pragma once
 
 #include "SDPExplain.h"

@@ -1,7 +1,7 @@
 // The verbs: one question each. A verb reads files and returns text; it prints nothing.
 //
 // Tests: tests/tool/OfferTest.cpp, AnswerTest.cpp, InspectTest.cpp, CallTest.cpp, CheckTest.cpp,
-// ExplainTest.cpp, CapabilitiesTest.cpp
+// explain_outputs.py, CapabilitiesTest.cpp
 #pragma once
 
 #include "Capabilities.h"
