@@ -145,7 +145,7 @@ Outcome RunCall(const CommandLine& line, const Screen& screen) {
     SDPNegotiator offerer = NegotiatorOf(offererSide, line.offerer.value_or("the built-in set"));
     SDPNegotiator answerer = NegotiatorOf(answererSide, line.answerer.value_or("the built-in set"));
     PresentIfAble(offerer, offererSide);
-    std::vector<Step> scenario;
+    std::vector<PlannedStep> scenario;
     for (const std::string& words : line.then) {
         scenario.push_back(ParseStep(words));
     }

@@ -71,7 +71,7 @@ void Negotiate(SDPNegotiator& from, SDPNegotiator& to, std::vector<Exchange>& ex
 
 } // namespace
 
-Step ParseStep(const std::string& words) {
+PlannedStep ParseStep(const std::string& words) {
     const std::size_t colon = words.find(':');
     const std::string side = colon == std::string::npos ? "offerer" : words.substr(0, colon);
     const std::string name = colon == std::string::npos ? words : words.substr(colon + 1);
@@ -85,12 +85,12 @@ Step ParseStep(const std::string& words) {
 }
 
 std::vector<StepResult> PlayCall(SDPNegotiator& offerer, SDPNegotiator& answerer,
-                                 const std::vector<Step>& steps) {
+                                 const std::vector<PlannedStep>& steps) {
     std::vector<StepResult> results(1);
     Negotiate(offerer, answerer, results[0].exchanges);
     results[0].offerer = offerer.Streams();
     results[0].answerer = answerer.Streams();
-    for (const Step& step : steps) {
+    for (const PlannedStep& step : steps) {
         SDPNegotiator& from = step.byAnswerer ? answerer : offerer;
         SDPNegotiator& to = step.byAnswerer ? offerer : answerer;
         if (!step.wish(from)) {

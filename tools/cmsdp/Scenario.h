@@ -11,14 +11,14 @@
 namespace cmsdp {
 
 /// One wish of one side, as --then names it.
-struct Step {
+struct PlannedStep {
     std::string name;        ///< "hold"
     bool byAnswerer = false; ///< the side of the first answer wishes it, otherwise that of the first offer
     bool (*wish)(SDPNegotiator& call) = nullptr; ///< false: there were no random numbers for it
 };
 
 /// Reads "hold", which the offerer wishes, or "answerer:hold". Throws ToolError(kUsage) for other words.
-Step ParseStep(const std::string& words);
+PlannedStep ParseStep(const std::string& words);
 
 /// What became of one offer.
 struct Exchange {
@@ -39,6 +39,6 @@ struct StepResult {
 
 /// Lets two sides set up a call and go through the steps.
 std::vector<StepResult> PlayCall(SDPNegotiator& offerer, SDPNegotiator& answerer,
-                                 const std::vector<Step>& steps);
+                                 const std::vector<PlannedStep>& steps);
 
 } // namespace cmsdp
