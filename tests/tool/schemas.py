@@ -26,8 +26,8 @@ PARTS = {"report.schema.json", "streams.schema.json"}
 LOCAL_FILES = [
     ({}, True),
     ({"served_sections": 0}, True),
-    ({"served_sections": 4294967295}, True),
-    ({"served_sections": 4294967296}, False),
+    ({"served_sections": 2147483647}, True),
+    ({"served_sections": 2147483648}, False),
     ({"served_sections": -1}, False),
     ({"served_sections": 1.5}, False),
     ({"srtp": "required"}, True),
@@ -96,6 +96,11 @@ def outputs(scratch):
     nobody.write_text('{"default_address": ""}', encoding="utf-8")
     yield "offer --fit, no address", run("offer", "--fit", "--json", "--local", nobody)
     yield "call, secure", run("call", "--json", "--offerer", secure, "--answerer", secure, "--show-secrets")
+    folder = scratch / "call"
+    folder.mkdir()
+    for number, capture in enumerate(CAPTURES[:4]):
+        (folder / f"{number}-{'answer' if number % 2 else 'offer'}.sdp").write_bytes(capture.read_bytes())
+    yield "explain of a call", run("explain", "--json", "--lines", folder)
     for capture in CAPTURES:
         for local in ([], ["--local", secure]):
             yield f"inspect {capture.name}", run("inspect", "--json", *local, capture)

@@ -94,13 +94,16 @@ void DeclareExplain(CLI::App& verb, CommandLine& line) {
     verb.add_flag("--offered", line.offered);
     verb.add_option("--offer", line.ourOffer)->type_name("FILE");
     verb.add_option("--before", line.before)->type_name("FILE");
+    CLI::Option* const pcap = verb.add_option("--pcap", line.pcap)->type_name("FILE");
+    verb.add_option("--call", line.call)->type_name("N")->check(CLI::Range(1, 1000000));
+    verb.add_option("--we", line.we)->type_name("SIDE");
     verb.add_option("--about", line.about)->type_name("TOPIC");
     verb.add_flag("--top", line.top);
     verb.add_flag("--lines", line.lines);
     verb.add_flag("--exact", line.remote.exact);
     verb.add_flag("--json", line.json);
-    verb.add_option("REMOTE", line.remote.name);
-    verb.parse_complete_callback([&line] { line.readsRemote = true; });
+    verb.add_option("REMOTE", line.remote.name)->excludes(pcap);
+    verb.parse_complete_callback([&line] { line.readsRemote = !line.pcap; });
 }
 
 void DeclareWhyNot(CLI::App& verb, CommandLine& line) {
@@ -152,10 +155,7 @@ void Declare(CLI::App& app, CommandLine& line) {
     for (const VerbRow& row : kVerbs) {
         CLI::App* const verb = app.add_subcommand(row.name);
         verb->formatter(std::make_shared<WrittenHelp>(*row.help));
-        verb->callback([&line, &row] {
-            line.run = row.run;
-            line.remote.verb = row.name;
-        });
+        verb->callback([&line, &row] { line.run = row.run; });
         row.declare(*verb, line);
     }
 }

@@ -33,6 +33,9 @@ struct CommandLine {
     std::optional<std::string> ourOffer; ///< explain: the offer that the remote text answers
     std::optional<std::string> before;   ///< explain: the far end's description read before
     std::optional<std::string> about;    ///< explain: the findings of this topic alone
+    std::optional<std::string> pcap;     ///< explain: a packet capture in place of `remote`
+    std::size_t call = 0;                ///< explain: which call of it, counted from 1; 0: the first
+    std::optional<std::string> we;       ///< explain: the side of the call that is ours
     bool top = false;                    ///< explain: the first finding alone
     bool lines = false;                  ///< explain: what became of each line as well
     std::string codec;                   ///< whynot: a codec of the local file

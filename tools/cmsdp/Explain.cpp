@@ -3,15 +3,18 @@
 //
 // Tests: tests/tool/explain_outputs.py
 #include "ExplainText.h"
+#include "Findings.h"
 #include "Names.h"
 #include "Outcome.h"
 #include "ReadFile.h"
 #include "RemoteText.h"
+#include "Timeline.h"
 #include "Verbs.h"
 #include "Visible.h"
 #include "Words.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace cmsdp {
 
@@ -29,8 +32,7 @@ std::string ReadText(const std::string& name) {
 
 /// The bytes of a file, because they are what the engine got. A text without any CR LF is a paste more often
 /// than a far end's, so that one is cleaned unless its exact bytes are wanted.
-std::string ReadExplained(const RemoteSource& source, std::vector<std::string>& notes) {
-    std::string text = ReadText(source.name);
+std::string Explained(const RemoteSource& source, std::string text, std::vector<std::string>& notes) {
     const bool isPaste = !HoldsSdpLine(text) && text.find('\n') != std::string::npos;
     if (source.exact || !isPaste || source.name == "-") {
         return text;
@@ -38,53 +40,44 @@ std::string ReadExplained(const RemoteSource& source, std::vector<std::string>& 
     return ReadRemoteText(source, notes).text;
 }
 
-ExplainInput InputOf(const CommandLine& line, std::vector<std::string>& notes) {
-    const Capabilities side = SideOf(line.local);
-    ExplainInput input;
-    input.local = side.local;
-    // An assignment leaves the floor control ids of the record as they are.
-    input.local.iBfcpConfid = side.local.iBfcpConfid;
-    input.local.iBfcpUserid = side.local.iBfcpUserid;
-    input.srtp = side.srtp;
-    input.floorControl = side.floorControl != FloorControl::kOff;
-    input.floorControlIfOffered = side.floorControl == FloorControl::kAuto;
-    input.servedSections = side.servedSections;
+std::string ReadExplained(const RemoteSource& source, std::vector<std::string>& notes) {
+    return Explained(source, ReadText(source.name), notes);
+}
+
+// What stands beside one description is of no use for a call: its steps have their own.
+void CheckNoCall(const CommandLine& line) {
+    if (line.call != 0 || line.we) {
+        throw ToolError(kUsage,
+                        "--call and --we need a call: --pcap FILE, a text with several SIP messages or a "
+                        "folder of .sdp files");
+    }
+}
+
+ExplainInput InputOf(const CommandLine& line, const std::string& remote) {
+    ExplainInput input = InputOf(SideOf(line.local));
     input.remoteAnswers = line.offered || line.ourOffer.has_value();
-    input.remote = ReadExplained(line.remote, notes);
+    input.remote = remote;
     input.before = line.before ? ReadText(*line.before) : "";
     input.ourOffer = line.ourOffer ? ReadText(*line.ourOffer) : "";
     return input;
-}
-
-std::size_t TopicOf(const std::string& name) {
-    for (std::size_t i = 0; i < kExplainTopics; ++i) {
-        if (name == ExplainTopicName(static_cast<ExplainTopic>(i))) {
-            return i;
-        }
-    }
-    std::vector<std::string> names;
-    for (std::size_t i = 0; i < kExplainTopics; ++i) {
-        names.emplace_back(ExplainTopicName(static_cast<ExplainTopic>(i)));
-    }
-    throw ToolError(kUsage, Quoted(name) + " is no topic; the topics are " + Listed(names, names.size()));
 }
 
 } // namespace
 
 Outcome RunExplain(const CommandLine& line, const Screen& /*screen*/) {
     Outcome outcome;
-    const std::size_t topic = line.about ? TopicOf(*line.about) : kExplainTopics;
-    const ExplainInput input = InputOf(line, outcome.notes);
+    CheckTopic(line);
+    if (line.pcap || std::filesystem::is_directory(line.remote.name)) {
+        return RunExplainCall(line, "");
+    }
+    std::string remote = ReadText(line.remote.name);
+    if (HoldsSipMessages(remote)) {
+        return RunExplainCall(line, remote);
+    }
+    CheckNoCall(line);
+    const ExplainInput input = InputOf(line, Explained(line.remote, std::move(remote), outcome.notes));
     const Explanation explanation = Explain(input);
-    std::vector<ExplainFinding> findings;
-    for (const ExplainFinding& finding : explanation.findings) {
-        if (topic == kExplainTopics || static_cast<std::size_t>(finding.topic) == topic) {
-            findings.push_back(finding);
-        }
-    }
-    if (line.top && findings.size() > 1) {
-        findings.resize(1);
-    }
+    const std::vector<ExplainFinding> findings = Asked(line, explanation.findings);
     if (line.json) {
         outcome.text = ExplanationJson(explanation, findings);
         return outcome;
@@ -107,7 +100,7 @@ Outcome RunWhyNot(const CommandLine& line, const Screen& /*screen*/) {
     if (named == CodecNames().end()) {
         throw ToolError(kUsage, Quoted(line.codec) + " is no codec; see cmsdp capabilities for their names");
     }
-    std::vector<ExplainPair> pairs = ExplainWhyNot(InputOf(line, outcome.notes));
+    std::vector<ExplainPair> pairs = ExplainWhyNot(InputOf(line, ReadExplained(line.remote, outcome.notes)));
     pairs.erase(std::remove_if(pairs.begin(), pairs.end(),
                                [&](const ExplainPair& pair) { return pair.codec != named->value; }),
                 pairs.end());
@@ -121,10 +114,8 @@ Outcome RunWhyNot(const CommandLine& line, const Screen& /*screen*/) {
 Outcome RunDiff(const CommandLine& line, const Screen& /*screen*/) {
     Outcome outcome;
     const std::string older = ReadExplained(line.remote, outcome.notes);
-    const std::string newer =
-        ReadExplained({line.newer, line.remote.exact, 1, line.remote.verb}, outcome.notes);
-    CommandLine inputLine = line;
-    ExplainInput input = InputOf(inputLine, outcome.notes);
+    const std::string newer = ReadExplained({line.newer, line.remote.exact, 1}, outcome.notes);
+    const ExplainInput input = InputOf(line, older);
     const std::vector<std::string> changes = ExplainDifference(input, older, newer);
     for (const std::string& change : changes) {
         outcome.text += Visible(change) + "\n";

@@ -78,11 +78,9 @@ std::string LinesText(const ExplainInput& input, const std::vector<ExplainedLine
     return text;
 }
 
-std::string ExplanationJson(const Explanation& explanation, const std::vector<ExplainFinding>& findings) {
+nlohmann::ordered_json FindingsJson(const std::vector<ExplainFinding>& findings) {
     using Json = nlohmann::ordered_json;
-    Json root;
-    root["schema"] = "cmsdp.explain/1";
-    root["findings"] = Json::array();
+    Json list = Json::array();
     for (const ExplainFinding& finding : findings) {
         Json entry;
         entry["id"] = finding.id;
@@ -97,11 +95,15 @@ std::string ExplanationJson(const Explanation& explanation, const std::vector<Ex
         entry["ledger"] = finding.ledger.empty() ? Json() : Json(finding.ledger);
         entry["repair"] = finding.repair.empty() ? Json() : Json(finding.repair);
         entry["cure"] = finding.cure.words.empty() ? Json() : Json(finding.cure.words);
-        root["findings"].push_back(std::move(entry));
+        list.push_back(std::move(entry));
     }
-    root["not_examined"] = explanation.untried;
-    root["lines"] = Json::array();
-    for (const ExplainedLine& line : explanation.lines) {
+    return list;
+}
+
+nlohmann::ordered_json LinesJson(const std::vector<ExplainedLine>& lines) {
+    using Json = nlohmann::ordered_json;
+    Json list = Json::array();
+    for (const ExplainedLine& line : lines) {
         Json entry;
         entry["number"] = line.number;
         entry["verdict"] = ExplainVerdictName(line.verdict);
@@ -113,9 +115,22 @@ std::string ExplanationJson(const Explanation& explanation, const std::vector<Ex
         entry["by_line"] = line.byLine;
         entry["ledger"] = line.ledger.empty() ? Json() : Json(line.ledger);
         entry["clause"] = line.clause;
-        root["lines"].push_back(std::move(entry));
+        list.push_back(std::move(entry));
     }
-    return root.dump(2, ' ', true, Json::error_handler_t::replace) + "\n";
+    return list;
+}
+
+std::string ExplanationJson(const Explanation& explanation, const std::vector<ExplainFinding>& findings) {
+    nlohmann::ordered_json root;
+    root["schema"] = "cmsdp.explain/1";
+    root["findings"] = FindingsJson(findings);
+    root["not_examined"] = explanation.untried;
+    root["lines"] = LinesJson(explanation.lines);
+    return AsText(root);
+}
+
+std::string AsText(const nlohmann::ordered_json& root) {
+    return root.dump(2, ' ', true, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }
 
 std::string PairsText(const std::vector<ExplainPair>& pairs) {

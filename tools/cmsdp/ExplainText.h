@@ -5,6 +5,8 @@
 
 #include "SDPExplain.h"
 
+#include <nlohmann/json_fwd.hpp>
+
 #include <string>
 #include <vector>
 
@@ -19,6 +21,13 @@ std::string LinesText(const ExplainInput& input, const std::vector<ExplainedLine
 
 /// The same as JSON.
 std::string ExplanationJson(const Explanation& explanation, const std::vector<ExplainFinding>& findings);
+
+/// The parts of that JSON.
+nlohmann::ordered_json FindingsJson(const std::vector<ExplainFinding>& findings);
+nlohmann::ordered_json LinesJson(const std::vector<ExplainedLine>& lines);
+
+/// JSON as it is printed: indented, ASCII; bytes that are no UTF-8 stand as U+FFFD.
+std::string AsText(const nlohmann::ordered_json& root);
 
 /// The pairs of remote formats and one local codec.
 std::string PairsText(const std::vector<ExplainPair>& pairs);

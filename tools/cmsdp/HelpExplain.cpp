@@ -9,18 +9,27 @@ const char* const kExplainHelp = R"(Example:
   cmsdp explain --about main.picture --top offer.sdp
   cmsdp explain --offered --offer ours.sdp answer.sdp
   cmsdp explain --lines offer.sdp
+  cmsdp explain --pcap call.pcap --we caller
 
 Usage: cmsdp explain [--local FILE] [--offered] [--before FILE] [--offer FILE]
                      [--about TOPIC] [--top] [--lines] [--exact] [--json]
                      [REMOTE]
+       cmsdp explain [--local FILE] [--call N] [--we SIDE] [--about TOPIC]
+                     [--top] [--lines] [--exact] [--json]
+                     --pcap FILE | REMOTE
 
 Says why a call came up as it did: which line of the far end, or which local
 field, did what, and which edit mends it. A finding is three lines: what stands
 there, the rule that acted, what comes of it for the call. The most harmful
 finding comes first.
 
+Of a whole call it shows each step: when it came, who offered, what changed for
+the engine, the findings. Each side's text is read as the other side's remote.
+
   REMOTE           file with the far end's description; - or nothing for
-                   standard input; at most 16 MiB
+                   standard input; at most 16 MiB. A text with several SIP
+                   messages is a call, and so is a folder: its files *.sdp in
+                   order of name
 
 Options:
   --local FILE     what this side can do, as JSON; see cmsdp capabilities
@@ -28,6 +37,11 @@ Options:
   --offer FILE     the offer that REMOTE answers; without it the one that the
                    local file makes
   --before FILE    the far end's description that was read before
+  --pcap FILE      a packet capture with SIP over UDP or TCP; tshark reads it
+  --call N         the Nth call of the capture or text; without it all calls
+                   are listed and the first is shown
+  --we SIDE        the side that is ours: caller, callee or an address. The
+                   texts that this side receives are explained, no others
   --about TOPIC    the findings of one topic: audio.codec audio.send
                    audio.receive main.picture main.send main.receive slides
                    floor dtmf bandwidth encryption.audio encryption.main

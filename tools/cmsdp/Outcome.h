@@ -17,7 +17,7 @@ enum Status {
     kUsage = 2,
     kRemoteText = 3, ///< the remote text cannot be read, or holds no SDP line
     kLocalFile = 4,  ///< the local file cannot be read, or says something that it cannot mean
-    kFailed = 5      ///< the machine failed: output, memory or random numbers
+    kFailed = 5      ///< the machine failed: output, memory, random numbers, a program that is not installed
 };
 
 /// The result of a verb that did its work.

@@ -7,7 +7,7 @@
 // The functions that read find messages, sides and the order of offer and answer (RFC 3261, RFC 3264,
 // RFC 6337). What a description says is read by explain alone.
 //
-// Tests: tests/tool/SipCallsTest.cpp, TimelineTest.cpp, CaptureTest.cpp
+// Tests: tests/tool/TimelineTest.cpp, captures.py
 #pragma once
 
 #include "Capabilities.h"
@@ -53,7 +53,7 @@ struct Step {
     std::vector<std::string> notes; ///< sentences on the message: a wrong length, a missing offer
     std::size_t repeats = 0;        ///< retransmissions of it and later messages with the same text
 
-    /// Offer: the step of its answer. Answer: the step of its offer. None while there is none.
+    /// Offer: the step of its answer. Answer, Refusal, Challenge: the step of the offer. None without one.
     std::optional<std::size_t> partner;
     /// The last agreed description of the same side, which this one replaces.
     std::optional<std::size_t> previous;
@@ -83,15 +83,19 @@ std::vector<Call> CallsOfCapture(const std::string& file, std::vector<std::strin
 /// Whether a text begins with a SIP message.
 bool HoldsSipMessages(std::string_view text);
 
-/// The calls of a text that holds one SIP message after the other.
-std::vector<Call> CallsOfSipText(std::string_view text, std::vector<std::string>& notes);
+/// The calls of a text that holds one SIP message after the other. Unless `exact`, LF alone ends a line in a
+/// text without any CR LF.
+std::vector<Call> CallsOfSipText(std::string_view text, bool exact, std::vector<std::string>& notes);
 
 /// The files *.sdp of a folder, in order of name, as one call. Throws ToolError(kRemoteText).
-Call CallOfFolder(const std::string& folder, std::vector<std::string>& notes);
+Call CallOfFolder(const std::string& folder);
 
 /// The side that "caller", "callee" or an address names; the address with or without its port. Throws
 /// ToolError(kUsage) when it names neither side of the call.
 Side SideNamed(const Call& call, const std::string& name);
+
+/// What one side can do, as explain takes it; without any text.
+ExplainInput InputOf(const Capabilities& side);
 
 /// Everything that decides how the receiver of a step reads it. `step` is an Offer or an Answer.
 ExplainInput InputOfStep(const Call& call, std::size_t step, const Capabilities& receiver);

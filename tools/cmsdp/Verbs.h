@@ -31,6 +31,8 @@ Outcome RunInspect(const CommandLine& line, const Screen& screen);
 Outcome RunCall(const CommandLine& line, const Screen& screen);
 Outcome RunCheck(const CommandLine& line, const Screen& screen);
 Outcome RunExplain(const CommandLine& line, const Screen& screen);
+/// cmsdp explain of a call: --pcap, a folder, or the SIP messages `text`.
+Outcome RunExplainCall(const CommandLine& line, const std::string& text);
 Outcome RunWhyNot(const CommandLine& line, const Screen& screen);
 Outcome RunDiff(const CommandLine& line, const Screen& screen);
 Outcome RunCapabilities(const CommandLine& line, const Screen& screen);

@@ -1,0 +1,173 @@
+// Single SIP messages: start lines, headers, bodies.
+#include "SipMessage.h"
+#include "Expect.h"
+#include "SipHeaders.h"
+
+#include <gtest/gtest.h>
+
+namespace cmsdp {
+
+namespace {
+
+constexpr const char* kHead = "INVITE sip:bob@example.org SIP/2.0\r\n"
+                              "i: 1@192.0.2.1\r\n"
+                              "CSeq: 7 INVITE\r\n";
+constexpr const char* kSdp = "Content-Type: application/sdp\r\n";
+
+SipMessage Read(const std::string& text, BodyEnd end = BodyEnd::Datagram) {
+    const std::optional<SipMessage> message = ParseSipMessage(text, end);
+    EXPECT_TRUE(message) << text;
+    return message.value_or(SipMessage());
+}
+
+std::string NotesOf(const SipMessage& message) {
+    std::string notes;
+    for (const std::string& note : message.notes) {
+        notes += note + "\n";
+    }
+    return notes;
+}
+
+TEST(SipMessage, ARequestWithCompactAndFoldedHeaders) {
+    const SipMessage message = Read("INVITE sip:bob@example.org SIP/2.0\r\n"
+                                    "v: SIP/2.0/UDP 192.0.2.1;branch=z9hG4bK1\r\n"
+                                    "f : \"Alice; tag=no\" <sip:alice@example.org;x=1>\r\n"
+                                    "\t;TAG=a1\r\n"
+                                    "t: sip:bob@example.org;tag=\"b 1\"\r\n"
+                                    "I: 1@192.0.2.1\r\n"
+                                    "no header\r\n"
+                                    "cseq:\t7\r\n"
+                                    "  INVITE\r\n"
+                                    "C: Application/SDP;charset=utf-8\r\n"
+                                    "L: 5\r\n"
+                                    "\r\n"
+                                    "v=0\r\n");
+    EXPECT_EQ(message.method, "INVITE");
+    EXPECT_EQ(message.status, 0);
+    EXPECT_EQ(message.callId, "1@192.0.2.1");
+    EXPECT_EQ(message.cseq, 7U);
+    EXPECT_EQ(message.cseqMethod, "INVITE");
+    EXPECT_EQ(message.fromTag, "a1");
+    EXPECT_EQ(message.fromUri, "sip:alice@example.org;x=1");
+    EXPECT_EQ(message.toTag, "b 1");
+    EXPECT_EQ(message.toUri, "sip:bob@example.org");
+    EXPECT_TEXT(message.description, "v=0\r\n");
+    EXPECT_TEXT(NotesOf(message), "");
+}
+
+TEST(SipMessage, AResponse) {
+    const SipMessage message = Read("SIP/2.0 488 Not  Acceptable Here\n"
+                                    "Call-ID: 1@192.0.2.1\n"
+                                    "CSeq: 7 UPDATE\n"
+                                    "Warning: 304 192.0.2.1 \"no video\"\n"
+                                    "\n");
+    EXPECT_EQ(message.method, "");
+    EXPECT_EQ(message.status, 488);
+    EXPECT_EQ(message.reason, "Not  Acceptable Here");
+    EXPECT_EQ(message.warning, "304 192.0.2.1 \"no video\"");
+    EXPECT_FALSE(message.hasDescription);
+    EXPECT_EQ(Read("SIP/2.0 200\r\ni: 1\r\nCSeq: 7 BYE\r\n\r\n").reason, "");
+}
+
+TEST(SipMessage, WhatIsNoMessage) {
+    const char* const texts[] = {
+        "",
+        "v=0\r\n",
+        "\r\n\r\n",
+        "INVITE sip:bob@example.org\r\ni: 1\r\nCSeq: 7 INVITE\r\n\r\n",
+        "invite sip:bob@example.org SIP/2.0\r\ni: 1\r\nCSeq: 7 INVITE\r\n\r\n",
+        "INVITE sip:bob@example.org SIP/3.0\r\ni: 1\r\nCSeq: 7 INVITE\r\n\r\n",
+        "INVITE sip:bob@example.org SIP/2.0\r\ni: 1\r\n\r\n",
+        "INVITE sip:bob@example.org SIP/2.0\r\nCSeq: 7 INVITE\r\n\r\n",
+        "INVITE sip:bob@example.org SIP/2.0\r\ni: 1\r\nCSeq: 7\r\n\r\n",
+        "INVITE sip:bob@example.org SIP/2.0\r\ni: 1\r\nCSeq: x INVITE\r\n\r\n",
+        "INVITE sip:bob@example.org SIP/2.0\r\ni: 1\r\nCSeq: 99999999999 INVITE\r\n\r\n",
+        "SIP/2.0 20 OK\r\ni: 1\r\nCSeq: 7 INVITE\r\n\r\n",
+        "SIP/2.0 099 OK\r\ni: 1\r\nCSeq: 7 INVITE\r\n\r\n",
+        "SIP/2.0 2x0 OK\r\ni: 1\r\nCSeq: 7 INVITE\r\n\r\n",
+    };
+    for (const char* const text : texts) {
+        EXPECT_FALSE(ParseSipMessage(text, BodyEnd::Datagram)) << text;
+        EXPECT_FALSE(ParseSipMessage(text, BodyEnd::Paste)) << text;
+    }
+}
+
+struct BodyCase {
+    const char* headers;
+    const char* body;
+    const char* description;
+    const char* notes;
+};
+
+const BodyCase kDatagrams[] = {
+    {"c: application/sdp\r\n", "v=0\r\ns=-\r\n", "v=0\r\ns=-\r\n", ""},
+    {"c: application/sdp\r\nl: 5\r\n", "v=0\r\ns=-\r\n", "v=0\r\n",
+     "Content-Length is 5 bytes and 10 bytes follow the headers; the rest is discarded (RFC 3261, 18.3)\n"},
+    {"c: application/sdp\r\nl: 1\r\n", "v=0\r\n", "v",
+     "Content-Length is 1 byte and 5 bytes follow the headers; the rest is discarded (RFC 3261, 18.3)\n"},
+    {"c: application/sdp\r\nl: 50\r\n", "v=0\r\n", "v=0\r\n",
+     "Content-Length is 50 bytes and 5 bytes follow the headers; a request of this kind is refused with 400, "
+     "a "
+     "response discarded (RFC 3261, 18.3)\n"},
+    {"c: application/sdp\r\nl: -1\r\n", "v=0\r\n", "v=0\r\n",
+     "Content-Length is no number; all that follows the headers is read\n"},
+    {"c: application/sdp\r\nl: 0\r\n", "", "", ""},
+    {"", "v=0\r\n", "v=0\r\n",
+     "the body has no Content-Type (RFC 3261, 20.15); it is read as a description\n"},
+    {"", "x=0\r\n", "", ""},
+    {"c: application/media_control+xml\r\n", "v=0\r\n", "", ""},
+    {"c: application/sdp\r\nContent-Disposition: early-session\r\n", "v=0\r\n", "", ""},
+    {"c: application/sdp\r\ne: gzip\r\n", "v=0\r\n", "", "the body is encoded as \"gzip\" and is not read\n"},
+};
+
+TEST(SipMessage, BodiesOfDatagrams) {
+    for (const BodyCase& row : kDatagrams) {
+        const SipMessage message = Read(std::string(kHead) + row.headers + "\r\n" + row.body);
+        EXPECT_TEXT(message.description, row.description) << row.headers;
+        EXPECT_EQ(message.hasDescription, *row.description != '\0') << row.headers;
+        EXPECT_TEXT(NotesOf(message), row.notes) << row.headers;
+    }
+}
+
+TEST(SipMessage, ThePartOfAMultipartBodyThatIsADescription) {
+    const std::string head = std::string(kHead) + "c: multipart/mixed;boundary=\"b=1\"\r\n\r\n";
+    EXPECT_TEXT(Read(head + "preamble\r\n--b=1\r\nContent-Type: text/plain\r\n\r\nv=1\r\n--b=1\r\n"
+                            "c: application/sdp\r\n\r\nv=0\r\n\r\n--b=1--\r\nepilogue")
+                    .description,
+                "v=0\r\n");
+    // The line end in front of the boundary is not the description's.
+    EXPECT_TEXT(Read(head + "--b=1\r\nc: application/sdp\r\n\r\nv=0\r\n--b=1--\r\n").description, "v=0");
+    EXPECT_TEXT(Read(head + "--b=1\nc: application/sdp\n\nv=0\n\n--b=1--").description, "v=0\n");
+    EXPECT_FALSE(Read(head + "--b=1\r\n--b=1\r\n--b=1--\r\n").hasDescription);
+    EXPECT_FALSE(Read(head + "--b=1\r\nc: application/sdp\r\n\r\nv=0\r\n").hasDescription);
+    EXPECT_FALSE(Read(head).hasDescription);
+}
+
+const BodyCase kPastes[] = {
+    {"l: 5\r\n", "v=0\r\n\r\n \r\n", "v=0\r\n", ""},
+    {"l: 0\r\n", "\r\n12:00 the next line of the log\r\n", "", ""},
+    {"l: 900\r\n", "v=0\r\ns=-\r\n\r\n12:00 the next line of the log\r\n", "v=0\r\ns=-\r\n", ""},
+    {"", "v=0\r\ns=-\r\n12:00 the next line of the log\r\n", "v=0\r\ns=-\r\n", ""},
+};
+
+TEST(SipMessage, BodiesOfPastedTexts) {
+    for (const BodyCase& row : kPastes) {
+        const SipMessage message =
+            Read(std::string(kHead) + kSdp + row.headers + "\r\n" + row.body, BodyEnd::Paste);
+        EXPECT_TEXT(message.description, row.description) << row.body;
+        EXPECT_TEXT(NotesOf(message), row.notes) << row.body;
+    }
+}
+
+TEST(SipHeaders, ParametersStandOutsideOfQuotesAndBrackets) {
+    EXPECT_EQ(HeaderParameter("<sip:a@b;tag=1>;x;tag = 2", "tag"), "2");
+    EXPECT_EQ(HeaderParameter("\"a\\\";tag=1\" <sip:a@b>", "tag"), "");
+    EXPECT_EQ(HeaderParameter("\"open;tag=1", "tag"), "");
+    EXPECT_EQ(HeaderParameter("sip:a@b;tag=", "tag"), "");
+    EXPECT_EQ(HeaderUri("<sip:a@b"), "<sip:a@b");
+    EXPECT_EQ(HeaderUri("\"<x>\" <sip:a@b>"), "sip:a@b");
+}
+
+} // namespace
+
+} // namespace cmsdp

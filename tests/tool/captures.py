@@ -1,0 +1,91 @@
+#!/usr/bin/env python3
+"""Captures of calls, written packet by packet, and what `cmsdp explain --pcap` says of each.
+
+    captures.py CMSDP            compares with captures/NAME.txt
+    captures.py CMSDP --write    writes those files; read them before they are kept
+    captures.py CMSDP --keep DIR leaves the captures there
+"""
+import difflib
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+
+from captures_wire import pcap
+from captures_calls import SCENARIOS
+
+HERE = pathlib.Path(__file__).resolve().parent
+CMSDP = str(pathlib.Path(sys.argv[1]).resolve())
+problems = []
+
+
+def run(folder, *arguments, **environment):
+    return subprocess.run([CMSDP, "explain", *arguments], cwd=folder, capture_output=True, text=True, check=False,
+                          stdin=subprocess.DEVNULL, env={**os.environ, **environment})
+
+
+def transcript(folder, name, options):
+    """The command as it is typed, what it prints, its errors and its status."""
+    text = ""
+    for option in options:
+        words = ["--pcap", name + ".pcap", *option.split()]
+        ended = run(folder, *words)
+        text += "$ cmsdp explain " + " ".join(words) + "\n" + ended.stdout + ended.stderr
+        text += f"status {ended.returncode}\n\n"
+    return text
+
+
+def compare(name, text):
+    kept = HERE / "captures" / (name + ".txt")
+    if "--write" in sys.argv:
+        kept.write_text(text, encoding="utf-8")
+    wanted = kept.read_text(encoding="utf-8") if kept.exists() else ""
+    if text != wanted:
+        problems.append(name)
+        print("".join(difflib.unified_diff(wanted.splitlines(True), text.splitlines(True), str(kept), "is")))
+
+
+def check_error(folder, name, status, words, **environment):
+    ended = run(folder, "--pcap", name, **environment)
+    if (ended.returncode, ended.stdout, ended.stderr) != (status, "", f"cmsdp: {words}\n"):
+        problems.append(name)
+        print(f"{name}: status {ended.returncode}, {ended.stdout!r}, {ended.stderr!r}")
+
+
+def check_errors(folder):
+    whole = (folder / "plain.pcap").read_bytes()
+    (folder / "text.pcap").write_text("this is no capture\n" * 20, encoding="utf-8")
+    (folder / "empty.pcap").write_bytes(pcap([]))
+    (folder / "-r.pcap").write_bytes(whole)
+    check_error(folder, "plain.pcap", 5, "a capture is read by tshark, which is not installed; install the Debian "
+                "package tshark", PATH=str(folder))
+    check_error(folder, "none.pcap", 3, "none.pcap: cannot be read: No such file or directory")
+    check_error(folder, "text.pcap", 3, "text.pcap: is no capture that tshark can read")
+    check_error(folder, "empty.pcap", 3, "empty.pcap: holds no call over SIP that can be read")
+    if run(folder, "--pcap=-r.pcap").stdout != run(folder, "--pcap", "plain.pcap").stdout:
+        problems.append("a name that begins like an option")
+
+
+def main(folder):
+    for name, (packets, options) in SCENARIOS.items():
+        written = packets if isinstance(packets, bytes) else pcap(packets)
+        (folder / (name + ".pcap")).write_bytes(written)
+        text = transcript(folder, name, options)
+        if "c3VycHJpc2U" in text:
+            problems.append(name + ": a key is shown")
+        compare(name, text)
+    kept = {path.stem for path in (HERE / "captures").glob("*.txt")}
+    problems.extend(sorted(kept ^ set(SCENARIOS)))
+    check_errors(folder)
+    if "--keep" in sys.argv:
+        shutil.copytree(folder, sys.argv[sys.argv.index("--keep") + 1], dirs_exist_ok=True)
+
+
+with tempfile.TemporaryDirectory() as scratch:
+    main(pathlib.Path(scratch))
+for problem in problems:
+    print("captures: PROBLEM:", problem)
+print("captures:", "FAILED" if problems else f"ok, {len(SCENARIOS)} captures")
+sys.exit(1 if problems else 0)

@@ -1,0 +1,180 @@
+// Stage: a packet capture, read by tshark.
+// Input: a capture file. Output: its calls.
+// Touches the file through tshark, which runs without a shell and with a bound on its output.
+// tshark puts fragments, segments and retransmissions together; what comes of it are the bytes of each SIP
+// message, which are read like any other.
+// Test: tests/tool/captures.py
+#include "Outcome.h"
+#include "Program.h"
+#include "SipCalls.h"
+
+#include <nlohmann/json.hpp>
+
+#include <arpa/inet.h>
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace cmsdp {
+
+namespace {
+
+using nlohmann::json;
+
+constexpr std::size_t kMostOutput = std::size_t{512} * 1024 * 1024;
+
+// Each packet is one line of JSON that has, beside the time, the bytes of each protocol's header: "ip_raw",
+// "udp_raw", "sip_raw". The layers themselves are not needed, so all but a small one are filtered out. What
+// an ICMP message quotes was not received.
+std::vector<std::string> CommandFor(const std::string& file) {
+    return {"tshark",
+            "-n",
+            "-r",
+            file,
+            "-Y",
+            "sip and not icmp and not icmpv6",
+            "-T",
+            "ek",
+            "-x",
+            "-j",
+            "eth",
+            "-o",
+            "tcp.desegment_tcp_streams:TRUE",
+            "-o",
+            "tcp.reassemble_out_of_order:TRUE"};
+}
+
+int HexDigit(char c) {
+    return c >= '0' && c <= '9' ? c - '0' : c >= 'a' && c <= 'f' ? c - 'a' + 10 : 0;
+}
+
+std::string FromHex(const json& value) {
+    std::string bytes;
+    if (value.is_string()) {
+        const auto& hex = value.get_ref<const std::string&>();
+        bytes.reserve(hex.size() / 2);
+        for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
+            bytes += static_cast<char>(HexDigit(hex[i]) * 16 + HexDigit(hex[i + 1]));
+        }
+    }
+    return bytes;
+}
+
+// A protocol that stands in a packet once is a string, one that stands there several times a list.
+std::vector<std::string> AllOf(const json& layers, const char* name) {
+    std::vector<std::string> all;
+    const auto found = layers.find(name);
+    if (found != layers.end() && found->is_array()) {
+        for (const json& entry : *found) {
+            all.push_back(FromHex(entry));
+        }
+    } else if (found != layers.end()) {
+        all.push_back(FromHex(*found));
+    }
+    return all;
+}
+
+// In a tunnel the innermost header is the one that counts.
+std::string LastOf(const json& layers, const char* name) {
+    const std::vector<std::string> all = AllOf(layers, name);
+    return all.empty() ? std::string() : all.back();
+}
+
+// The 16 bits at an offset; 0 beyond the end.
+std::size_t NumberAt(const std::string& header, std::size_t at) {
+    const auto byte = [&](std::size_t i) {
+        return i < header.size() ? std::size_t{static_cast<unsigned char>(header[i])} : 0;
+    };
+    return byte(at) * 256 + byte(at + 1);
+}
+
+std::string PortAt(const std::string& header, std::size_t at) {
+    return header.empty() ? std::string() : ":" + std::to_string(NumberAt(header, at));
+}
+
+std::string AddressAt(int family, const std::string& header, std::size_t at, std::size_t length) {
+    std::array<char, INET6_ADDRSTRLEN> words{};
+    if (header.size() < at + length ||
+        inet_ntop(family, &header[at], words.data(), words.size()) == nullptr) {
+        return {};
+    }
+    return family == AF_INET6 ? "[" + std::string(words.data()) + "]" : words.data();
+}
+
+// tshark cuts a message at its Content-Length; what a datagram holds behind it shows that the length is
+// wrong.
+std::string Datagram(const json& layers, const std::string& message) {
+    constexpr std::size_t headerLength = 8;
+    const std::string header = LastOf(layers, "udp_raw");
+    const std::string frame = LastOf(layers, "frame_raw");
+    const std::size_t at = frame.rfind(message);
+    const std::size_t length = NumberAt(header, 4);
+    if (at == std::string::npos || length < headerLength + message.size()) {
+        return message;
+    }
+    return frame.substr(at, length - headerLength);
+}
+
+void AddMessages(const json& packet, std::vector<SipMessage>& messages) {
+    const json& layers = packet.at("layers");
+    const std::string ip = LastOf(layers, "ip_raw");
+    const std::string ipv6 = LastOf(layers, "ipv6_raw");
+    std::string ports = LastOf(layers, "udp_raw");
+    ports = ports.empty() ? LastOf(layers, "tcp_raw") : ports;
+    const double time = std::strtod(packet.value("timestamp", "0").c_str(), nullptr) / 1000;
+    for (const std::string& bytes : AllOf(layers, "sip_raw")) {
+        std::optional<SipMessage> message = ParseSipMessage(Datagram(layers, bytes), BodyEnd::Datagram);
+        if (!message) {
+            continue;
+        }
+        message->time = time;
+        message->sender = (ip.empty() ? AddressAt(AF_INET6, ipv6, 8, 16) : AddressAt(AF_INET, ip, 12, 4)) +
+                          PortAt(ports, 0);
+        message->receiver = (ip.empty() ? AddressAt(AF_INET6, ipv6, 24, 16) : AddressAt(AF_INET, ip, 16, 4)) +
+                            PortAt(ports, 2);
+        messages.push_back(std::move(*message));
+    }
+}
+
+void CheckReadable(const std::string& file) {
+    const int opened = open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    if (opened < 0) {
+        throw ToolError(kRemoteText, file + ": cannot be read: " + std::strerror(errno));
+    }
+    close(opened);
+}
+
+} // namespace
+
+std::vector<Call> CallsOfCapture(const std::string& file, std::vector<std::string>& notes) {
+    CheckReadable(file);
+    std::vector<SipMessage> messages;
+    const ProgramEnd end = RunProgram(CommandFor(file), kMostOutput, [&](std::string_view line) {
+        const json packet = json::parse(line, nullptr, false);
+        if (packet.is_object() && packet.contains("layers")) {
+            AddMessages(packet, messages);
+        }
+    });
+    if (!end.isFound) {
+        throw ToolError(kFailed,
+                        "a capture is read by tshark, which is not installed; install the Debian package "
+                        "tshark");
+    }
+    std::vector<Call> calls = CallsOf(messages);
+    if (calls.empty()) {
+        throw ToolError(kRemoteText,
+                        file + (end.status == 0 || !end.isWhole ? ": holds no call over SIP that can be read"
+                                                                : ": is no capture that tshark can read"));
+    }
+    if (!end.isWhole) {
+        notes.push_back(file + ": holds more than is read; the calls of its beginning are shown");
+    } else if (end.status != 0) {
+        notes.push_back(file + ": cannot be read to its end; what stands in front of that is shown");
+    }
+    return calls;
+}
+
+} // namespace cmsdp

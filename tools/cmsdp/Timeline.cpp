@@ -1,0 +1,85 @@
+// Stage: a call that was read, explained step by step.
+// Input: a call and what the receiver can do. Output: for each description its changes and findings.
+// Touches nothing.
+// Every sentence about a description is explain's; this decides which texts stand beside the one that is
+// read. Test: tests/tool/TimelineTest.cpp
+#include "Timeline.h"
+
+#include "Agreements.h"
+#include "Outcome.h"
+#include "Words.h"
+
+namespace cmsdp {
+
+const char* SideName(Side side) {
+    return side == Side::Caller ? "caller" : "callee";
+}
+
+Side OtherSide(Side side) {
+    return side == Side::Caller ? Side::Callee : Side::Caller;
+}
+
+const char* StepKindName(StepKind kind) {
+    static constexpr const char* names[] = {"offer", "answer", "refusal", "challenge", "cancel", "end"};
+    return names[static_cast<std::size_t>(kind)];
+}
+
+Side SideNamed(const Call& call, const std::string& name) {
+    for (const Side side : {Side::Caller, Side::Callee}) {
+        const std::string& address = side == Side::Caller ? call.caller : call.callee;
+        if (name == SideName(side) || (!address.empty() && (name == address || name == HostOf(address)))) {
+            return side;
+        }
+    }
+    const std::string addresses = call.caller.empty()
+                                      ? " or callee"
+                                      : ", callee, " + HostOf(call.caller) + " or " + HostOf(call.callee);
+    throw ToolError(kUsage, "--we: " + Quoted(name) + " is no side of the call; name caller" + addresses);
+}
+
+ExplainInput InputOf(const Capabilities& side) {
+    ExplainInput input;
+    input.local = side.local;
+    // An assignment leaves the floor control ids of the record as they are.
+    input.local.iBfcpConfid = side.local.iBfcpConfid;
+    input.local.iBfcpUserid = side.local.iBfcpUserid;
+    input.srtp = side.srtp;
+    input.floorControl = side.floorControl != FloorControl::kOff;
+    input.floorControlIfOffered = side.floorControl == FloorControl::kAuto;
+    input.servedSections = side.servedSections;
+    return input;
+}
+
+ExplainInput InputOfStep(const Call& call, std::size_t step, const Capabilities& receiver) {
+    const Step& read = call.steps[step];
+    ExplainInput input = InputOf(receiver);
+    input.remote = read.text;
+    input.remoteAnswers = read.kind == StepKind::Answer;
+    if (read.previous) {
+        input.before = call.steps[*read.previous].text;
+    }
+    if (read.partner) {
+        (input.remoteAnswers ? input.ourOffer : input.ourAnswer) = call.steps[*read.partner].text;
+    }
+    return input;
+}
+
+void Evaluate(Call& call, const Capabilities& receiver, std::optional<Side> we) {
+    for (std::size_t i = 0; i < call.steps.size(); ++i) {
+        Step& step = call.steps[i];
+        const bool isRead = step.kind == StepKind::Offer || step.kind == StepKind::Answer;
+        if (!isRead || (we && *we == step.from)) {
+            continue;
+        }
+        const ExplainInput input = InputOfStep(call, i, receiver);
+        if (step.previous) {
+            step.changes = ExplainDifference(input, input.before, input.remote);
+        }
+        Explanation explanation = Explain(input);
+        step.findings = std::move(explanation.findings);
+        step.untried = explanation.untried;
+        step.isEvaluated = true;
+    }
+}
+
+} // namespace cmsdp

@@ -1,0 +1,143 @@
+// Stage: none; a call as text.
+// Input: calls, one of them evaluated. Output: the list of calls and the steps of that one.
+// Touches nothing.
+// Every word about a description is explain's; headers of the far end pass through Shown.
+// Test: tests/tool/TimelineTest.cpp
+#include "TimelineText.h"
+
+#include "ExplainText.h"
+#include "Findings.h"
+#include "Redact.h"
+#include "SipHeaders.h"
+#include "Visible.h"
+#include "Words.h"
+
+#include <cstdio>
+
+namespace cmsdp {
+
+namespace {
+
+std::string Shown(const std::string& text) {
+    return Visible(Secrets(false).Hide(Short(text)));
+}
+
+std::string Counted(std::size_t count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+std::string Seconds(double seconds) {
+    char words[64];
+    std::snprintf(words, sizeof words, "%.3f s", seconds);
+    return words;
+}
+
+// "caller sip:alice@example.org (192.0.2.1:5060)"
+std::string Party(Side side, const std::string& name, const std::string& address) {
+    return std::string(SideName(side)) + (name.empty() ? "" : " " + Shown(name)) +
+           (address.empty() ? "" : " (" + address + ")");
+}
+
+std::string Parties(const Call& call) {
+    return Party(Side::Caller, call.callerName, call.caller) + ", " +
+           Party(Side::Callee, call.calleeName, call.callee);
+}
+
+std::string CallLine(const Call& call, std::size_t number) {
+    const bool isTimed = !call.steps.empty() && call.steps.back().seconds.has_value();
+    return "call " + std::to_string(number) + ": " + Parties(call) + ", " +
+           Counted(call.steps.size(), "step") +
+           (isTimed ? " in " + Seconds(*call.steps.back().seconds) : "") + ", Call-ID " + Shown(call.id) +
+           "\n";
+}
+
+const char* DoingOf(const Step& step) {
+    static constexpr const char* doing[] = {"offers",  "answers",      "refuses", "asks for credentials for",
+                                            "cancels", "ends the call"};
+    return step.isReOffer ? "offers again" : doing[static_cast<std::size_t>(step.kind)];
+}
+
+// step 2, 0.120 s: the callee answers step 1, 200 OK to INVITE, seen 2 times more
+std::string Head(const Step& step, std::size_t number) {
+    std::string head = "step " + std::to_string(number) +
+                       (step.seconds ? ", " + Seconds(*step.seconds) : "") + ": the " + SideName(step.from) +
+                       " " + DoingOf(step);
+    if (step.kind != StepKind::Offer && step.partner) {
+        head += " step " + std::to_string(*step.partner + 1);
+    }
+    head += ", " + Shown(step.message);
+    if (step.repeats != 0) {
+        head += ", repeated " + Counted(step.repeats, "time");
+    }
+    return head + "\n";
+}
+
+// Each line of the text indented, empty lines left out.
+std::string Indented(const std::string& text, const std::string& indent) {
+    std::string out;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::string_view line = TakeLine(text, at);
+        out += line.empty() ? "" : indent + std::string(line) + "\n";
+    }
+    return out;
+}
+
+std::string Changes(const Step& step) {
+    if (!step.previous) {
+        return "";
+    }
+    std::string text = "  against step " + std::to_string(*step.previous + 1) + ":\n";
+    if (step.changes.empty()) {
+        return text + "    nothing changes for the engine\n";
+    }
+    for (const std::string& change : step.changes) {
+        text += "    " + Visible(change) + "\n";
+    }
+    return text;
+}
+
+std::string Reading(const Call& call, std::size_t index, const CommandLine& line,
+                    const Capabilities& receiver) {
+    const Step& step = call.steps[index];
+    std::string text = Changes(step);
+    text += std::string("  read by the ") + SideName(OtherSide(step.from)) + ":\n";
+    if (line.lines) {
+        const ExplainInput input = InputOfStep(call, index, receiver);
+        text += Indented(LinesText(input, ExplainLines(input)), "    ");
+    }
+    const std::vector<ExplainFinding> findings = Asked(line, step.findings);
+    text += Indented(FindingsText(findings), "    ");
+    text +=
+        findings.empty() ? "    nothing is found" + (line.about ? " about " + *line.about : "") + "\n" : "";
+    if (step.untried != 0) {
+        text += "    " + std::to_string(step.untried) + " more places were not examined\n";
+    }
+    return text;
+}
+
+} // namespace
+
+std::string TimelineText(const std::vector<Call>& calls, std::size_t shown, const CommandLine& line,
+                         const Capabilities& receiver) {
+    std::string text;
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        text += line.call == 0 || i == shown ? CallLine(calls[i], i + 1) : "";
+    }
+    if (calls.size() > 1 && line.call == 0) {
+        text += "call " + std::to_string(shown + 1) + " is shown; --call N shows another\n";
+    }
+    const Call& call = calls[shown];
+    for (const std::string& note : call.notes) {
+        text += "note: " + note + "\n";
+    }
+    for (std::size_t i = 0; i < call.steps.size(); ++i) {
+        text += "\n" + Head(call.steps[i], i + 1);
+        for (const std::string& note : call.steps[i].notes) {
+            text += "  note: " + Visible(Secrets(false).Hide(note)) + "\n";
+        }
+        text += call.steps[i].isEvaluated ? Reading(call, i, line, receiver) : "";
+    }
+    return text;
+}
+
+} // namespace cmsdp
