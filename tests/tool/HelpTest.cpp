@@ -84,6 +84,13 @@ TEST_F(Help, OfCheck) {
                                     "Usage: cmsdp check [--json] OFFER ANSWER\n");
 }
 
+TEST_F(Help, OfRedact) {
+    ExpectHelp({"redact", "--help"}, "Example:\n"
+                                     "  cmsdp redact --addresses offer.sdp > ticket.sdp\n"
+                                     "\n"
+                                     "Usage: cmsdp redact [--addresses] [REMOTE]\n");
+}
+
 TEST_F(Help, OfCapabilities) {
     ExpectHelp({"capabilities", "--help"}, "Example:\n"
                                            "  cmsdp capabilities > me.json     edit me.json, then:\n"

@@ -121,6 +121,12 @@ void DeclareDiff(CLI::App& verb, CommandLine& line) {
     verb.add_option("NEW", line.newer)->required();
 }
 
+void DeclareRedact(CLI::App& verb, CommandLine& line) {
+    verb.add_flag("--addresses", line.addresses);
+    verb.add_option("REMOTE", line.remote.name);
+    verb.parse_complete_callback([&line] { line.readsRemote = true; });
+}
+
 void DeclareNothing(CLI::App& /*verb*/, CommandLine& /*line*/) {}
 
 void DeclareHelp(CLI::App& verb, CommandLine& line) {
@@ -143,6 +149,7 @@ constexpr VerbRow kVerbs[] = {
     {"explain", &kExplainHelp, DeclareExplain, RunExplain},
     {"whynot", &kWhyNotHelp, DeclareWhyNot, RunWhyNot},
     {"diff", &kDiffHelp, DeclareDiff, RunDiff},
+    {"redact", &kRedactHelp, DeclareRedact, RunRedact},
     {"capabilities", &kCapabilitiesHelp, DeclareNothing, RunCapabilities},
     {"help", &kHelp, DeclareHelp, RunHelp},
     {"version", &kVersionHelp, DeclareNothing, RunVersion},

@@ -26,6 +26,8 @@ Verbs; cmsdp VERB --help tells more:
                    field did what, and which edit mends it
   whynot           say why a codec was not chosen
   diff             say what a new description changes for the media engine
+  redact           write a description for others: other keys, and other
+                   addresses and names, with the same meaning
   capabilities     write what this side can do as JSON, to be edited and
                    given back with --local
   help [VERB]      this text, or that of a verb

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 
 namespace cmsdp {
 
@@ -42,14 +43,15 @@ Place NextPlace(Place place) {
     return place == Place::kSuite ? Place::kKey : Place::kElsewhere;
 }
 
-std::string RedactWord(std::string_view word, Place place) {
+// Where the hidden rest of a word begins; nothing when the whole word is shown.
+std::optional<std::size_t> HiddenFrom(std::string_view word, Place place) {
     const std::size_t method = FindAnyCase(word, kInline);
     const bool elsewhere = place == Place::kElsewhere;
     if (method != word.size() && (elsewhere || method == 0)) {
-        return std::string(word.substr(0, method + kInline.size())).append(kStars);
+        return method + kInline.size();
     }
     const bool shown = elsewhere || (place == Place::kSuite && IsSuiteName(word));
-    return std::string(shown ? word : kStars);
+    return shown ? std::nullopt : std::optional<std::size_t>(0);
 }
 
 std::string WithoutKeyTexts(std::string_view text) {
@@ -66,9 +68,8 @@ std::string WithoutKeyTexts(std::string_view text) {
 
 } // namespace
 
-std::string Redact(std::string_view text) {
-    std::string out;
-    out.reserve(text.size());
+std::vector<Hidden> FindHidden(std::string_view text) {
+    std::vector<Hidden> found;
     Place place = Place::kElsewhere;
     std::size_t at = 0;
     while (at < text.size()) {
@@ -76,15 +77,29 @@ std::string Redact(std::string_view text) {
             if (text.compare(at, 2, "\r\n") == 0) {
                 place = Place::kElsewhere;
             }
-            out += text[at];
             ++at;
             continue;
         }
         const std::string_view word = text.substr(at, EndOfWord(text, at) - at);
-        out += RedactWord(word, place);
+        if (const std::optional<std::size_t> from = HiddenFrom(word, place)) {
+            found.push_back({at + *from, word.size() - *from});
+        }
         place = FindAnyCase(word, kCrypto) != word.size() ? Place::kSuite : NextPlace(place);
         at += word.size();
     }
+    return found;
+}
+
+std::string Redact(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    std::size_t at = 0;
+    for (const Hidden& hidden : FindHidden(text)) {
+        out += text.substr(at, hidden.offset - at);
+        out += kStars;
+        at = hidden.offset + hidden.length;
+    }
+    out += text.substr(at);
     return out;
 }
 

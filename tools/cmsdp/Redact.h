@@ -3,15 +3,30 @@
 // Tests: tests/tool/RedactTest.cpp
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace cmsdp {
 
 /// The text with its keys hidden. The rest of a word behind "inline:" becomes "***", in any letter case, and
 /// so does the third word of an "a=crypto:" attribute without it, because seven characters of that word are
 /// skipped unread (RFC 4568, 9.1 calls for "inline:" there). Its second word is shown when it names a suite:
+
+/// A piece of a text that may hold a key.
+struct Hidden {
+    std::size_t offset;
+    std::size_t length;
+};
+
+/// Where keys stand, in ascending order: the rest of a word after "inline:", in any letter case, and the
+/// third word of an "a=crypto:" attribute without it, because seven characters of that word are skipped
+/// unread (RFC 4568, 9.1 calls for "inline:" there). Its second word counts too unless it names a suite:
 /// anything else in that place may be the key of an attribute whose words are jumbled.
+std::vector<Hidden> FindHidden(std::string_view text);
+
+/// The text with "***" in place of each key that FindHidden finds.
 std::string Redact(std::string_view text);
 
 /// Hides keys in everything that one run shows, and remembers whether there was anything to hide.

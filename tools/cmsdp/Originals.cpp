@@ -1,0 +1,223 @@
+// Keys are found by the rule of Redact.h, everything else by its place in a line or by its form.
+//
+// Tests: tests/tool/RedactVerbTest.cpp
+#include "Originals.h"
+
+#include "Redact.h"
+#include "Words.h"
+
+#include <algorithm>
+#include <string>
+
+namespace cmsdp {
+
+namespace {
+
+using Kind = OriginalKind;
+
+// A line that is being searched.
+struct Line {
+    std::string_view text;
+    std::vector<std::string_view> words; // after the start of the row
+    std::string_view value;              // all of them, with the blanks between
+    std::size_t offset = 0;              // of the line in the text
+    std::vector<Original>* found = nullptr;
+
+    void Add(std::string_view piece, Kind kind) const {
+        if (!piece.empty()) {
+            const auto at = static_cast<std::size_t>(piece.data() - text.data());
+            found->push_back({offset + at, piece, kind});
+        }
+    }
+    std::string_view Word(std::size_t index) const {
+        return index < words.size() ? words[index] : std::string_view();
+    }
+};
+
+void AddAddress(const Line& line, std::string_view word) {
+    const std::string_view address = word.substr(0, word.find_first_of("/%")); // TTL, zone
+    if (address != "0.0.0.0" && address != "::" && address != "::1" && address != "*") {
+        line.Add(address, KindOfAddress(address));
+    }
+}
+
+void FindOrigin(const Line& line) {
+    if (line.Word(0) != "-") {
+        line.Add(line.Word(0), Kind::kUser);
+    }
+    AddAddress(line, line.Word(5));
+}
+
+void FindWords(const Line& line) {
+    for (const std::string_view word : line.words) {
+        if (KindOfAddress(word) == Kind::kAddress4) { // a line that is read as "c=" has its address here
+            AddAddress(line, word);
+        } else if (word != "-" && word.find('@') == std::string_view::npos) {
+            line.Add(word, Kind::kWord);
+        }
+    }
+}
+
+void FindPages(const Line& line) {
+    for (const std::string_view word : line.words) {
+        line.Add(word, Kind::kPage);
+    }
+}
+
+void FindConnection(const Line& line) {
+    AddAddress(line, line.Word(2));
+}
+
+void FindRtcp(const Line& line) {
+    AddAddress(line, line.Word(3));
+}
+
+void FindCandidate(const Line& line) {
+    line.Add(line.Word(0), Kind::kFoundation);
+    AddAddress(line, line.Word(4));
+    for (std::size_t i = 5; i + 1 < line.words.size(); ++i) {
+        if (line.words[i] == "raddr") {
+            AddAddress(line, line.words[i + 1]);
+        } else if (line.words[i] == "ufrag") {
+            line.Add(line.words[i + 1], Kind::kCredential);
+        }
+    }
+}
+
+void FindCandidatesOfPeer(const Line& line) {
+    for (std::size_t i = 1; i < line.words.size(); i += 3) {
+        AddAddress(line, line.words[i]);
+    }
+}
+
+void FindCredential(const Line& line) {
+    line.Add(line.Word(0), Kind::kCredential);
+}
+
+void FindSource(const Line& line) {
+    constexpr std::string_view name = "cname:";
+    if (line.Word(1).substr(0, name.size()) == name) {
+        line.Add(line.Word(1).substr(name.size()), Kind::kUser);
+    }
+}
+
+void FindKey(const Line& line) {
+    const std::size_t colon = line.value.find(':');
+    if (colon != std::string_view::npos) { // "k=prompt" has none
+        line.Add(line.value.substr(colon + 1), Kind::kKey);
+    }
+}
+
+void FindKeyManagement(const Line& line) {
+    line.Add(line.Word(1), Kind::kKey);
+}
+
+struct Place {
+    std::string_view example;
+    std::string_view start; // in small letters
+    bool isKey;
+    void (*find)(const Line&);
+};
+
+constexpr Place kPlaces[] = {
+    {"o=alice 1 1 IN IP4 192.0.2.10", "o=", false, FindOrigin},
+    {"s=Weekly meeting", "s=", false, FindWords},
+    {"i=Room 5", "i=", false, FindWords},
+    {"u=http://www.example.com/", "u=", false, FindPages},
+    {"e=Alice <alice@example.com>", "e=", false, FindWords},
+    {"p=+1 617 555-6011", "p=", false, FindWords},
+    {"c=IN IP4 233.252.0.1/127", "c=", false, FindConnection},
+    {"k=base64:c2VjcmV0", "k=", true, FindKey},
+    {"a=key-mgmt:mikey AQAFgM0X", "a=key-mgmt:", true, FindKeyManagement},
+    {"a=rtcp:53020 IN IP4 192.0.2.10", "a=rtcp:", false, FindRtcp},
+    {"a=candidate:1 1 UDP 2130706431 192.0.2.10 49170 typ host", "a=candidate:", false, FindCandidate},
+    {"a=remote-candidates:1 192.0.2.10 49170", "a=remote-candidates:", false, FindCandidatesOfPeer},
+    {"a=ice-ufrag:F7gI", "a=ice-ufrag:", false, FindCredential},
+    {"a=ice-pwd:x9cml/YzichV2+XlhiMu8g", "a=ice-pwd:", false, FindCredential},
+    {"a=ssrc:314159 cname:alice@example.com", "a=ssrc:", false, FindSource},
+};
+
+bool BeginsWith(std::string_view text, std::string_view start) {
+    return text.size() >= start.size() &&
+           std::equal(start.begin(), start.end(), text.begin(), [](char want, char have) {
+               return want == (have >= 'A' && have <= 'Z' ? static_cast<char>(have - 'A' + 'a') : have);
+           });
+}
+
+void FindPlaces(std::string_view text, std::size_t offset, bool addresses, std::vector<Original>& found) {
+    const std::string_view trimmed = Trimmed(text);
+    for (const Place& place : kPlaces) {
+        if ((addresses || place.isKey) && BeginsWith(trimmed, place.start)) {
+            const std::string_view value = trimmed.substr(place.start.size());
+            place.find({text, WordsOf(value), value, offset, &found});
+        }
+    }
+}
+
+// The name of a suite that nobody registered: a key text in base64 has no underscore.
+bool IsLikeASuite(std::string_view text) {
+    return text.find('_') != std::string_view::npos && std::all_of(text.begin(), text.end(), [](char c) {
+               return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+           });
+}
+
+// The key texts of what may hold a key, such as "KEY|2^20|1:4;inline:KEY|1:4" (RFC 4568, 6.1).
+void AddKeyTexts(std::string_view text, const Hidden& hidden, std::vector<Original>& found) {
+    constexpr std::string_view method = "inline:";
+    const std::size_t end = hidden.offset + hidden.length;
+    if (IsLikeASuite(text.substr(hidden.offset, hidden.length))) {
+        return;
+    }
+    for (std::size_t begin = hidden.offset; begin < end;) {
+        std::size_t stop = std::min(text.find(';', begin), end);
+        std::string_view part = text.substr(begin, stop - begin);
+        if (BeginsWith(part, method)) {
+            part.remove_prefix(method.size());
+        }
+        const std::size_t bar = std::min(part.find('|'), part.size());
+        found.push_back(
+            {static_cast<std::size_t>(part.data() - text.data()), part.substr(0, bar), Kind::kKey});
+        // Lifetime and key identifier are numbers; other text in their place may be a key out of place.
+        const std::string_view rest = part.substr(bar);
+        if (rest.find_first_not_of("0123456789|^:") != std::string_view::npos) {
+            found.push_back({static_cast<std::size_t>(rest.data() - text.data()), rest, Kind::kKey});
+        }
+        begin = stop + 1;
+    }
+}
+
+void DropOverlaps(std::vector<Original>& found) {
+    std::stable_sort(found.begin(), found.end(),
+                     [](const Original& a, const Original& b) { return a.offset < b.offset; });
+    std::size_t end = 0;
+    const auto isCovered = [&end](const Original& original) {
+        if (original.text.empty() || original.offset < end) {
+            return true;
+        }
+        end = original.offset + original.text.size();
+        return false;
+    };
+    found.erase(std::remove_if(found.begin(), found.end(), isCovered), found.end());
+}
+
+} // namespace
+
+std::vector<Original> FindOriginals(std::string_view text, bool addresses) {
+    std::vector<Original> found;
+    for (const Hidden& hidden : FindHidden(text)) {
+        AddKeyTexts(text, hidden, found);
+    }
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find_first_of("\r\n", begin), text.size());
+        const std::string_view line = text.substr(begin, end - begin);
+        FindPlaces(line, begin, addresses, found);
+        if (addresses) {
+            FindAddressTexts(line, begin, found);
+        }
+        begin = end + 1;
+    }
+    DropOverlaps(found);
+    return found;
+}
+
+} // namespace cmsdp
