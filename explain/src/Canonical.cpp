@@ -2,33 +2,45 @@
 // Input: a line and the row that it begins with. Output: the same line, spelled as RFCs do.
 // Touches nothing. The result is only a proposal: a run of the component decides whether it matters.
 // Test: tests/explain/judge_cases.py
+#include "SDPTables.h"
 #include "Suspect.h"
 
 #include <algorithm>
+#include <cctype>
 
 namespace explain {
 
 namespace {
 
-/// Names of encodings that the component knows, in the spelling that it compares.
-struct Encoding {
-    std::string_view lower; ///< name without clock rate
-    std::string_view exact; ///< the whole second word of the rtpmap line
-};
-constexpr Encoding kEncodings[] = {
-    {"h264", "H264/90000"},
-    {"h.264", "H264/90000"},
-    {"g7221", "G7221/16000"},
-    {"g722.1", "G7221/16000"},
-    {"telephone-event", "telephone-event/8000"},
-    {"telephone-events", "telephone-event/8000"},
-};
+/// Names of encodings that the component compares letter for letter, each with its clock rate.
+std::vector<std::string_view> KnownEncodings() {
+    std::vector<std::string_view> known = {sdp::kH264Name, sdp::kTelephoneEvent.name};
+    for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
+        if (!codec.isStatic) {
+            known.push_back(codec.format.name);
+        }
+    }
+    return known;
+}
 
-/// Format parameters whose value is a number or hexadecimal digits.
-constexpr std::string_view kParameters[] = {
-    "profile-level-id", "packetization-mode", "max-mbps", "max-fs", "max-br", "bitrate"};
+/// Letters and digits alone, lower case: "H.264" and "h264" are one name to their writers.
+std::string Squeezed(std::string_view name) {
+    std::string squeezed = Lower(name);
+    squeezed.erase(std::remove_if(squeezed.begin(), squeezed.end(),
+                                  [](unsigned char c) { return std::isalnum(c) == 0; }),
+                   squeezed.end());
+    return squeezed;
+}
 
-constexpr std::string_view kDirectionNames[] = {"sendrecv", "sendonly", "recvonly", "inactive"};
+/// Format parameters whose value is a number or hexadecimal digits: those of H.264 and the bit rate of
+/// G.722.1.
+std::vector<std::string_view> KnownParameters() {
+    std::vector<std::string_view> known = {"bitrate"};
+    for (const sdp::H264Parameter& parameter : sdp::kH264Parameters) {
+        known.push_back(parameter.name);
+    }
+    return known;
+}
 
 std::string WithoutZeros(std::string_view number) {
     while (number.size() > 1 && number[0] == '0' && IsDigits(number)) {
@@ -87,13 +99,15 @@ std::string Rtpmap(std::string_view line) {
     while (!name.empty() && name.front() == ':') {
         name.erase(0, 1);
     }
-    const std::string lower = Lower(name.substr(0, name.find('/')));
-    const std::string clock = name.size() > lower.size() ? name.substr(lower.size() + 1) : std::string();
-    for (const Encoding& encoding : kEncodings) {
-        const std::string_view rate = encoding.exact.substr(encoding.exact.find('/') + 1);
-        if (lower == encoding.lower && (clock.empty() || encoding.exact == "H264/90000" || clock == rate ||
-                                        clock == std::string(rate) + "/1")) {
-            name = encoding.exact;
+    const std::size_t slash = std::min(name.find('/'), name.size());
+    const std::string squeezed = Squeezed(std::string_view(name).substr(0, slash));
+    const std::string clock = slash < name.size() ? name.substr(slash + 1) : std::string();
+    for (const std::string_view exact : KnownEncodings()) {
+        const std::string own = Squeezed(exact.substr(0, exact.find('/')));
+        const std::string rate(exact.substr(exact.find('/') + 1));
+        if ((squeezed == own || squeezed == own + "s") &&
+            (clock.empty() || exact == sdp::kH264Name || clock == rate || clock == rate + "/1")) {
+            name = exact;
         }
     }
     return "a=rtpmap:" + WithoutZeros(payload) + " " + name;
@@ -101,7 +115,8 @@ std::string Rtpmap(std::string_view line) {
 
 /// The known parameter that begins here, in any letter case and with blanks before its '='.
 std::string_view ParameterAt(const std::string& lower, std::size_t at) {
-    for (const std::string_view name : kParameters) {
+    static const std::vector<std::string_view> known = KnownParameters();
+    for (const std::string_view name : known) {
         if (lower.compare(at, name.size(), name) == 0) {
             const std::size_t next = lower.find_first_not_of(" \t", at + name.size());
             if (next != std::string::npos && lower[next] == '=') {
@@ -219,8 +234,9 @@ std::string Attribute(std::string_view line, SDPRow row) {
     std::string value(colon < line.size() ? Trimmed(line.substr(colon + 1)) : std::string_view());
     if (row == SDPRow::Direction) {
         const std::string name(Trimmed(std::string_view(keyword).substr(2)));
-        const bool isKnown = std::find(std::begin(kDirectionNames), std::end(kDirectionNames), name) !=
-                             std::end(kDirectionNames);
+        const bool isKnown =
+            std::any_of(std::begin(sdp::kDirections), std::end(sdp::kDirections),
+                        [&](const sdp::Direction& each) { return each.keyword == "a=" + name; });
         return isKnown && value.empty() ? "a=" + name : std::string(line);
     }
     if (row == SDPRow::ConferenceId || row == SDPRow::UserId) {

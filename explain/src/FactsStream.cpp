@@ -131,8 +131,9 @@ void AddOurs(State& state, const ExplainInput& input, const RemoteSDP& read, bas
     const auto& topics = kTopics[stream];
     if (!view.isThere) {
         for (std::size_t i = 0; i < topics.size(); ++i) {
-            Add(state, topics[i], "ours" + std::to_string(i) + name, text + " has no section for " + name,
-                true);
+            std::string clause = text;
+            clause.append(" has no section for ").append(name);
+            Add(state, topics[i], "ours" + std::to_string(i) + name, std::move(clause), true);
         }
         return;
     }

@@ -35,9 +35,10 @@ ExplainFinding FindingOf(const Suspect& suspect, ExplainTopic topic, ExplainSeve
 
 using Find = void (*)(Scene&);
 constexpr Find kFinders[] = {
-    FindLocalAudio,   FindLocalVideo, FindLocalCall,  FindPair,       FindLineEnds,  FindMisread,
-    FindMedia,        FindMisplaced,  FindMisspelled, FindOverridden, FindAddresses, FindAudioFormats,
-    FindVideoFormats, FindParameters, FindSecurity,   FindStreams,    FindBandwidth, FindFloorAndIce,
+    FindLocalAudio, FindLocalVideo,   FindLocalCall,    FindPair,       FindLineEnds,
+    FindMisread,    FindMedia,        FindMisplaced,    FindMisspelled, FindOverridden,
+    FindAddresses,  FindAudioFormats, FindVideoFormats, FindParameters, FindSecurity,
+    FindStreams,    FindBandwidth,    FindFloor,        FindIce,
 };
 
 void DropCure(ExplainFinding& finding) {

@@ -95,7 +95,7 @@ std::string AfterWords(const Reading& reading, std::size_t index) {
 
 std::string FreePayload(const MeantSection& section) {
     for (int payload = 97; payload < 128; ++payload) {
-        const std::string text = std::to_string(payload);
+        std::string text = std::to_string(payload);
         if (section.listed.count(text) == 0) {
             return text;
         }

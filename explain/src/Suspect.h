@@ -67,7 +67,8 @@ void FindParameters(Scene& scene);
 void FindSecurity(Scene& scene);
 void FindStreams(Scene& scene);
 void FindBandwidth(Scene& scene);
-void FindFloorAndIce(Scene& scene);
+void FindFloor(Scene& scene);
+void FindIce(Scene& scene);
 void FindPair(Scene& scene);
 
 /// What strict readers say of the answer, when offer and answer are both given (CheckAnswer).

@@ -1,4 +1,4 @@
-// Stage: suspects in directions, contents, bandwidths, floor control and ICE lines.
+// Stage: suspects in directions, contents, bandwidths and floor control lines.
 // Input: the sections that the writer meant. Output: suspects.
 // Touches the list of suspects.
 // Test: tests/explain/judge_cases.py
@@ -58,21 +58,6 @@ constexpr Rule kNoFloor = {"E89", "", ExplainSeverity::Note, 45,
 constexpr Rule kOtherType = {
     "E79", "", ExplainSeverity::Note, 37,
     "Of bandwidth lines only b=AS at session level and b=TIAS in a section are read."};
-constexpr Rule kIce = {
-    "E82", "G16", ExplainSeverity::Note, 50,
-    "ICE lines are kept whole for an agent (P13), and our text has none of its own (G16)."};
-constexpr Rule kHalfIce = {"E83", "P04", ExplainSeverity::Error, 12,
-                           "User fragment and password are kept each from its own line of the section, and "
-                           "every other a=ice line is dropped (P04)."};
-constexpr Rule kDroppedIce = {"E97", "P04", ExplainSeverity::Note, 49,
-                              "Of a=ice lines only a=ice-ufrag and a=ice-pwd are kept, and only inside of a "
-                              "section; all others are dropped (P04)."};
-constexpr Rule kNoIce = {"E86", "", ExplainSeverity::Note, 48,
-                         "User fragment and password are those of the section itself; bundling is not read, "
-                         "and no section takes those of another."};
-constexpr Rule kMux = {"E84", "", ExplainSeverity::Note, 65,
-                       "This attribute is not read: RTCP goes to the port after the RTP port, each section "
-                       "has its own ports, and the packet time is the engine's."};
 
 const sdp::Direction* DirectionOf(const TextLine& line) {
     return line.meant == SDPRow::Direction ? sdp::FirstKeyword<sdp::kDirections>(line.text) : nullptr;
@@ -114,7 +99,8 @@ void FindSecondVideo(Scene& scene) {
             continue;
         }
         const TextLine& line = scene.reading.lines[section.line];
-        if (main != nullptr) {
+        const bool isSpelled = content != nullptr && Canonical(*content, scene.reading) == "a=content:slides";
+        if (main != nullptr && !isSpelled) {
             const ExplainTextChange change = content == nullptr ? InsertAfter(line, "a=content:slides")
                                                                 : ReplaceLine(*content, "a=content:slides");
             Suspect& suspect =
@@ -249,79 +235,6 @@ void FindFloorIds(Scene& scene, const MeantSection& section) {
     }
 }
 
-/// Whether an ICE line has a name that no RFC gives (RFC 8839, 5).
-bool IsUnknownIce(const std::string& name) {
-    static constexpr std::string_view kNames[] = {"a=ice-ufrag", "a=ice-pwd",   "a=ice-lite",
-                                                  "a=ice-optio", "a=ice-pacin", "a=ice-misma"};
-    return std::none_of(std::begin(kNames), std::end(kNames), [&](std::string_view known) {
-        return BeginsWith(name, known) && (known != "a=ice-pwd" || name.substr(9, 1) == ":");
-    });
-}
-
-void FindIceSection(Scene& scene, const MeantSection& section) {
-    const TextLine* user = nullptr;
-    const TextLine* password = nullptr;
-    const TextLine* other = nullptr;
-    const TextLine* any = nullptr;
-    for (std::size_t i = section.line + 1; i <= section.last; ++i) {
-        const TextLine& line = scene.reading.lines[i];
-        const std::string name = Lower(Trimmed(line.text).substr(0, 11));
-        user = name == "a=ice-ufrag" ? &line : user;
-        password = BeginsWith(name, "a=ice-pwd") ? &line : password;
-        other = line.meant == SDPRow::Ice && IsUnknownIce(name) ? &line : other;
-        any = any == nullptr && (line.meant == SDPRow::Ice || line.meant == SDPRow::Candidate) ? &line : any;
-        static constexpr std::string_view kUnread[] = {"a=rtcp-mux",
-                                                       "a=rtcp:", "a=ptime:", "a=maxptime:", "a=bundle-only"};
-        for (const std::string_view unread : kUnread) {
-            if (BeginsWith(line.text, unread)) {
-                Suspect& suspect = Blame(scene, kMux, line, LineWords(line) + " is not read.", "", {});
-                const bool isAudio = section.media == "audio";
-                for (const Topic topic : {isAudio ? Topic::AudioSend : Topic::MainSend,
-                                          isAudio ? Topic::AudioReceive : Topic::MainReceive}) {
-                    suspect.known.emplace_back(topic, "RTCP, packet time or port sharing is not what this "
-                                                      "line asks for; RTP itself is not affected.");
-                }
-            }
-        }
-    }
-    const TextLine& media = scene.reading.lines[section.line];
-    if (user == nullptr && password == nullptr && scene.hasIce &&
-        (section.media == "audio" || section.media == "video")) {
-        Blame(scene, kNoIce, media,
-              LineWords(media) + " has no a=ice-ufrag and a=ice-pwd lines after it, and another section has.",
-              "", {})
-            .known.emplace_back(
-                Topic::Ice,
-                "The section for " + section.media +
-                    " has no ufrag and no password, so an ICE agent cannot check its candidates.");
-    }
-    if ((user == nullptr) != (password == nullptr)) {
-        const TextLine& there = user == nullptr ? *password : *user;
-        if (other != nullptr) {
-            const std::string text =
-                (user == nullptr ? "a=ice-ufrag:" : "a=ice-pwd:") + std::string(ValueOf(other->text));
-            Blame(scene, kHalfIce, *other, LineWords(*other) + " is neither a=ice-ufrag nor a=ice-pwd.",
-                  "write its name in line " + std::to_string(other->number) + " as " +
-                      text.substr(0, text.find(':')),
-                  {ReplaceLine(*other, text)});
-            return;
-        }
-        const char* const text = user == nullptr ? "a=ice-ufrag:none" : "a=ice-pwd:none";
-        Blame(scene, kHalfIce, there,
-              LineWords(there) + (user == nullptr ? " has no a=ice-ufrag line beside it."
-                                                  : " has no a=ice-pwd line beside it."),
-              std::string("insert ") + (user == nullptr ? "the a=ice-ufrag" : "the a=ice-pwd") +
-                  " line after line " + std::to_string(there.number),
-              {InsertAfter(there, text)});
-    }
-    if (any != nullptr) {
-        Blame(scene, kIce, *any, LineWords(*any) + " offers ICE.", "", {})
-            .known.emplace_back(
-                Topic::Ice,
-                "The far end sees an end without ICE; a far end that does ICE alone gets no media.");
-    }
-}
-
 } // namespace
 
 void FindStreams(Scene& scene) {
@@ -367,20 +280,7 @@ void FindBandwidth(Scene& scene) {
     }
 }
 
-void FindFloorAndIce(Scene& scene) {
-    bool isFirst = true;
-    for (const TextLine& line : scene.reading.lines) {
-        const std::string name = line.meant == SDPRow::Ice ? Lower(Trimmed(line.text).substr(0, 11)) : "";
-        if (!name.empty() && name != "a=ice-ufrag" && !BeginsWith(name, "a=ice-pwd") && isFirst) {
-            isFirst = false;
-            Blame(scene, kDroppedIce, line, LineWords(line) + " is neither a user fragment nor a password.",
-                  "", {})
-                .known.emplace_back(
-                    Topic::Ice, "The ICE agent does not learn it: lite, trickle or pacing have to come to "
-                                "it in another way.");
-        }
-        scene.hasIce = scene.hasIce || (line.section != kNowhere && BeginsWith(line.text, "a=ice-ufrag"));
-    }
+void FindFloor(Scene& scene) {
     constexpr std::size_t most = 32;
     std::size_t count = 0;
     for (const MeantSection& section : scene.reading.sections) {
@@ -396,7 +296,6 @@ void FindFloorAndIce(Scene& scene) {
                 .known.emplace_back(ExplainTopic::Floor,
                                     "The section is no floor control, so there is none from it.");
         }
-        FindIceSection(scene, section);
     }
 }
 

@@ -73,9 +73,9 @@ void AddByNumber(Scene& scene, const MeantSection& section, const TextLine& medi
             section.listed.count(number) != 0) {
             continue;
         }
-        Blame(scene, kByNumber, *rtpmap,
-              LineWords(*rtpmap) + " names " + name + " under payload " + std::string(payload) + " and not " +
-                  number + ".",
+        std::string what = LineWords(*rtpmap) + " names ";
+        what.append(name).append(" under payload ").append(payload).append(" and not ").append(number);
+        Blame(scene, kByNumber, *rtpmap, what + ".",
               "use payload " + number + " in lines " + std::to_string(media.number) + " and " +
                   std::to_string(rtpmap->number),
               {ReplaceLine(media, WithFormat(media, payload, number)),

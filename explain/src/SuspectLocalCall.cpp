@@ -233,7 +233,7 @@ void FindSrtp(Scene& scene) {
     }
 }
 
-void FindFloor(Scene& scene) {
+void FindOwnFloor(Scene& scene) {
     bool hasFloor = false;
     bool hasSlides = false;
     for (const TextLine& line : scene.reading.lines) {
@@ -366,7 +366,7 @@ void FindLocalCall(Scene& scene) {
     FindSrtp(scene);
     FindAddress(scene);
     FindBudget(scene);
-    FindFloor(scene);
+    FindOwnFloor(scene);
     FindServed(scene);
     FindUnasked(scene);
     FindPorts(scene);

@@ -109,9 +109,12 @@ void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool 
     const std::string canonical = Canonical(line, scene.reading);
     if (canonical != line.text) {
         Blame(scene, kSpelledSuite, line,
-              LineWords(line) + (IsDigits(words.tag) ? (Lower(line.text) == Lower(canonical)
-                                                            ? " differs in letter case from what is compared."
-                                                            : " has a blank or a word where none belongs.")
+              LineWords(line) + (IsDigits(words.tag)
+                                     ? (Lower(line.text) == Lower(canonical)
+                                            ? " differs in letter case from what is compared."
+                                        : !BeginsWith(words.key, "inline:")
+                                            ? " has no inline: at the start of its third word."
+                                            : " has a blank or a word where none belongs.")
                                  : words.tag.empty() ? " has a blank where its tag belongs."
                                                      : " has a tag that is not a number, so it reads as 1."),
               "write line " + number + " as " + Quoted(canonical), {ReplaceLine(line, canonical)});

@@ -26,16 +26,21 @@ struct Codec {
     std::string_view media;
     std::string_view payload; ///< of a static codec; empty for one that is known by its name
     std::string_view name;
-    std::string_view parameters; ///< that make the format this codec
+    std::string parameters; ///< that make the format this codec
 };
-constexpr Codec kCodecs[] = {
-    {PAYLOAD_G722, "audio", "9", "", ""},
-    {PAYLOAD_G7221, "audio", "", "G7221/16000", "bitrate=32000"},
-    {PAYLOAD_G711U, "audio", "0", "", ""},
-    {PAYLOAD_G729, "audio", "18", "", ""},
-    {PAYLOAD_H264, "video", "", "H264/90000", "packetization-mode=1"},
-    {PAYLOAD_H264_PACKETIZATION_0, "video", "", "H264/90000", "packetization-mode=0"},
-};
+
+std::vector<Codec> KnownCodecs() {
+    std::vector<Codec> codecs;
+    for (const sdp::AudioCodec& row : sdp::kAudioCodecs) {
+        codecs.push_back(row.isStatic ? Codec{row.codec, "audio", row.format.payload, "", ""}
+                                      : Codec{row.codec, "audio", "", row.format.name,
+                                              std::string(row.format.parameters)});
+    }
+    const std::string mode = std::string(sdp::kPacketizationMode) + "=";
+    codecs.push_back({PAYLOAD_H264, "video", "", sdp::kH264Name, mode + "1"});
+    codecs.push_back({PAYLOAD_H264_PACKETIZATION_0, "video", "", sdp::kH264Name, mode + "0"});
+    return codecs;
+}
 
 /// Whether the component takes the format for the codec.
 bool IsTaken(const Format& format, const Codec& codec) {
@@ -72,8 +77,8 @@ std::string FaultOf(const Format& format, const Codec& codec) {
     }
     return (format.parameters.empty() ? std::string("It has no fmtp line")
                                       : "None of its parameters is read as needed") +
-           ": " + CodecName(codec.codec) + " takes a parameter that begins with " +
-           std::string(codec.parameters) + (codec.media == "audio" ? " (X01)." : ".");
+           ": " + CodecName(codec.codec) + " takes a parameter that begins with " + codec.parameters +
+           (codec.media == "audio" ? " (X01)." : ".");
 }
 
 Format FormatAt(const Reading& reading, const MeantSection& section, std::string_view payload) {
@@ -109,11 +114,12 @@ bool IsForEngine(const Fact& fact) {
 std::vector<ExplainPair> ExplainWhyNot(const ExplainInput& input) {
     using namespace explain;
     const Reading reading = Read(input.remote);
+    const std::vector<Codec> codecs = KnownCodecs();
     std::vector<ExplainPair> pairs;
     for (const MeantSection& section : reading.sections) {
         for (const std::string_view payload : section.formats) {
             const Format format = FormatAt(reading, section, payload);
-            for (const Codec& codec : kCodecs) {
+            for (const Codec& codec : codecs) {
                 if (codec.media != section.media) {
                     continue;
                 }

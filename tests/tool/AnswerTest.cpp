@@ -105,17 +105,19 @@ constexpr const char* kPresentation =
     "v=0\r\nm=video 5008 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\na=content:slides\r\n";
 
 TEST_F(Answer, PresentationAloneIsStatusZero) {
-    Write("on.json", R"({"floor_control": {"enabled": true}})");
+    Write("on.json", R"({"audio": {"priority": []}, "video": {"main": {"codecs": []}},)"
+                     R"( "floor_control": {"enabled": true}})");
     EXPECT_EQ(CmsdpReads(kPresentation, {"answer", "--local", "on.json"}).status, 0);
 }
 
 // The built-in set answers with floor control only what has it: otherwise its line would have no port (B15).
 TEST_F(Answer, AutomaticFloorControlFollowsTheOffer) {
-    const Result without = CmsdpReads(kPresentation, {"answer"});
+    Write("me.json", R"({"audio": {"priority": []}, "video": {"main": {"codecs": []}}})");
+    const Result without = CmsdpReads(kPresentation, {"answer", "--local", "me.json"});
     EXPECT_EQ(without.status, 1);
     EXPECT_EQ(without.out.find("m=application"), std::string::npos);
-    const Result with =
-        CmsdpReads(kPresentation + std::string("m=application 5010 UDP/BFCP *\r\n"), {"answer"});
+    const Result with = CmsdpReads(kPresentation + std::string("m=application 5010 UDP/BFCP *\r\n"),
+                                   {"answer", "--local", "me.json"});
     EXPECT_EQ(with.status, 0);
     EXPECT_NE(with.out.find("m=application 16390 UDP/BFCP *\r\n"), std::string::npos);
 }

@@ -347,9 +347,14 @@ const std::vector<Wrong> kWrong = {
      "number "
      "or exponent"},
     {"NegativeCount", R"({"served_sections": -1})",
-     "me.json: $.served_sections: expected a whole number from 0 to 2147483647, found the number -1; 0 "
-     "serves "
-     "none"},
+     "me.json: $.served_sections: expected a whole number from 0 to 4294967295, found the number -1; 0 "
+     "serves none"},
+    {"CountBeyond32Bits", R"({"served_sections": 5000000000})",
+     "me.json: $.served_sections: expected a whole number from 0 to 4294967295, found the number 5000000000; "
+     "0 serves none"},
+    {"TextForACount", R"({"served_sections": "x"})",
+     "me.json: $.served_sections: expected a whole number from 0 to 4294967295, found the text \"x\"; 0 "
+     "serves none"},
     {"OtherWordForFloorControl", R"({"floor_control": {"enabled": "on"}})",
      "me.json: $.floor_control.enabled: expected true, false or \"auto\", found the text \"on\"; \"auto\" "
      "answers with floor control only offers that have it"},

@@ -40,7 +40,7 @@ TEST_F(InspectJson, ACall) {
     "negotiated": true,
     "why": null,
     "notes": [
-      "line 3: the far end gives a key, but SRTP is off on this side; our answer says RTP/AVP, which a far end that insists on it refuses"
+      "line 3, srtp: the far end gives a key, but SRTP is off on this side; our answer says RTP/AVP, which a far end that insists on it refuses"
     ],
     "section_found": true,
     "codec": "G711U",
@@ -102,10 +102,10 @@ TEST_F(InspectJson, ACall) {
   },
   "our_answer": {
     "notes": [
-      "J20, B03, B15, B18, our answer: An answer has as many m= lines as its offer. The answer has 4, the offer 3; strict far ends refuse the whole answer",
-      "J22, B13, line 7 of our answer: A section is answered with the transport it was offered with. The transport is 'RTP/AVP', offered is 'RTP/SAVP'; strict far ends refuse the whole answer; a secure stream would be sent in the clear",
-      "J24, B03, B07, B24, line 14 of our answer: An accepted section lists formats that were offered in it. Format '126' was not offered in this section; strict far ends do not start the stream",
-      "J21, B03, B18, line 24 of our answer: The media of an answer stand in the order of the offer. The medium is 'video', offered is 'application'; the far end starts the wrong medium, or refuses the whole answer"
+      "J20, B03, our answer: An answer has as many m= lines as its offer. The answer has 4, the offer 3; strict far ends refuse the whole answer",
+      "J22, line 7 of our answer: A section is answered with the transport it was offered with. The transport is 'RTP/AVP', offered is 'RTP/SAVP'; strict far ends refuse the whole answer; a secure stream would be sent in the clear",
+      "J24, B24, line 14 of our answer: An accepted section lists formats that were offered in it. Format '126' was not offered in this section; strict far ends do not start the stream",
+      "J21, B03, line 24 of our answer: The media of an answer stand in the order of the offer. The medium is 'video', offered is 'application'; the far end starts the wrong medium, or refuses the whole answer"
     ]
   },
   "fit": {
@@ -225,8 +225,8 @@ TEST_F(InspectJson, AKeyInThePlaceOfAnAddressOrATransportIsHidden) {
   },
   "our_answer": {
     "notes": [
-      "J22, B13, line 7 of our answer: A section is answered with the transport it was offered with. The transport is 'RTP/AVP', offered is a word of 49 bytes; strict far ends refuse the whole answer; a secure stream would be sent in the clear",
-      "J24, B03, B07, B24, line 14 of our answer: An accepted section lists formats that were offered in it. Format '126' was not offered in this section; strict far ends do not start the stream",
+      "J22, line 7 of our answer: A section is answered with the transport it was offered with. The transport is 'RTP/AVP', offered is a word of 49 bytes; strict far ends refuse the whole answer; a secure stream would be sent in the clear",
+      "J24, B24, line 14 of our answer: An accepted section lists formats that were offered in it. Format '126' was not offered in this section; strict far ends do not start the stream",
       "J28, line 14 of our answer: Profile and packetization mode of an H.264 format are those offered. Format '97' has packetization mode '1', offered is '0'; strict far ends do not start the stream"
     ]
   },

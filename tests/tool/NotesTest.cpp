@@ -31,8 +31,14 @@ const std::vector<Case>& Cases() {
         {"X03", kStart + std::string("m=video 5006 RTP/AVP 98\r\na=rtpmap:98 h264/90000\r\n"),
          "/main_video/why",
          "no codec in common: the far end lists h264/90000 (98); this side takes H264/90000; letter case "
-         "counts "
-         "(X03)"},
+         "counts (line 4, X03)"},
+        {"letter case of G.722.1",
+         kStart + std::string("m=audio 5004 RTP/AVP 104\r\na=rtpmap:104 g7221/16000\r\n"
+                              "a=fmtp:104 bitrate=32000\r\n"),
+         "/audio/why",
+         "no codec in common: the far end lists g7221/16000 (104); this side takes G722 (9), G7221/16000 "
+         "with "
+         "bitrate=32000 in front, PCMU (0), G729 (18); letter case counts (line 4)"},
         {"X01",
          kStart + std::string("m=audio 5004 RTP/AVP 104\r\na=rtpmap:104 G7221/16000\r\n"
                               "a=fmtp:104 foo=1; bitrate=32000\r\n"),
@@ -40,9 +46,9 @@ const std::vector<Case>& Cases() {
          "no codec in common: the far end lists G7221/16000 (104); this side takes G722 (9), G7221/16000 "
          "with "
          "bitrate=32000 in front, PCMU (0), G729 (18); payload type 104 has the parameters \"foo=1\", \" "
-         "bitrate=32000\", none of which begins with bitrate=32000 (X01)"},
+         "bitrate=32000\", none of which begins with bitrate=32000 (line 5, X01)"},
         {"P05", kStart + std::string("m=video 5006 RTP/AVP\r\n"), "/main_video/why",
-         "the far end's m= line for it has fewer than four words and opens no section (P05)"},
+         "the far end's m= line for it has fewer than four words and opens no section (line 3, P05)"},
         {"P05, the lines after it",
          kStart + std::string("m=audio 5004 RTP/AVP 0\r\nm=video 5006 RTP/AVP\r\n"), "/notes",
          "line 4, P05: an m= line of fewer than four words opens no section; the lines after it change the "
@@ -59,6 +65,25 @@ const std::vector<Case>& Cases() {
          "line 6, X06: the level digits \"34\" are unknown here and are read as level 1.3, so the picture "
          "that we "
          "send is small"},
+        {"more level digits than two",
+         kStart + std::string("m=audio 5004 RTP/AVP 0\r\n") + kVideo +
+             "a=fmtp:97 packetization-mode=1;profile-level-id=42e01f5\r\n",
+         "/main_video/notes",
+         "line 6, X06: the level digits \"1f5\" are unknown here and are read as level 1.3, so the picture "
+         "that "
+         "we send is small"},
+        {"no level digits",
+         kStart + std::string("m=audio 5004 RTP/AVP 0\r\n") + kVideo +
+             "a=fmtp:97 packetization-mode=1;profile-level-id=42e0\r\n",
+         "/main_video/notes",
+         "line 6, X06: profile-level-id ends before the level, which is read as level 1.3, so the picture "
+         "that "
+         "we send is small"},
+        {"0.0.0.0, ICE of the session",
+         "v=0\r\nc=IN IP4 0.0.0.0\r\na=ice-ufrag:F7gI\r\nm=audio 9 RTP/AVP 0\r\n", "/audio/notes",
+         "line 4, G16: the address is 0.0.0.0 and the far end relies on ICE, which this side records and "
+         "does "
+         "not answer; no media comes up"},
         {"0.0.0.0, a hold", "v=0\r\nc=IN IP4 0.0.0.0\r\nm=audio 5004 RTP/AVP 0\r\n", "/audio/notes",
          "line 3, P14: the address is 0.0.0.0, a hold as RFC 2543 wrote it; only the direction attributes "
          "count "
@@ -69,7 +94,7 @@ const std::vector<Case>& Cases() {
          "does not "
          "answer; no media comes up"},
         {"no address", "v=0\r\nm=audio 5004 RTP/AVP 0\r\n", "/audio/notes",
-         "line 2, P18: neither the section nor the session has a c= line; in a first description media goes "
+         "line 2, P18: neither the section nor the session has an address; in a first description media goes "
          "nowhere, in a later one it stays where it went before"},
         {"muted", kStart + std::string("m=audio 5004 RTP/AVP 0\r\n") + kVideo, "/main_video/notes",
          "line 4, B19: video.muted of this side is true, so our answer says recvonly and nothing is sent",
@@ -80,7 +105,15 @@ const std::vector<Case>& Cases() {
         {"a port beyond 65535", kStart + std::string("m=audio 99999 RTP/AVP 0\r\n"), "/notes",
          "line 3, G04: port 99999 is beyond 65535; the media engine cannot open it"},
         {"a port that wraps to zero", kStart + std::string("m=audio 4294967296 RTP/AVP 0\r\n"), "/audio/why",
-         "the far end declines it with port 0"},
+         "its port \"4294967296\" is read as 0, with which a far end declines (line 3, G04)"},
+        {"a port that wraps to zero, the line", kStart + std::string("m=audio 4294967296 RTP/AVP 0\r\n"),
+         "/notes", "line 3, G04: port 4294967296 is read as 0, and the section counts as declined"},
+        {"a port without digits", kStart + std::string("m=audio abc RTP/AVP 0\r\n"), "/audio/why",
+         "its port \"abc\" is read as 0, with which a far end declines (line 3, G18)"},
+        {"a port without digits, the line", kStart + std::string("m=audio abc RTP/AVP 0\r\n"), "/notes",
+         "line 3, G18: port \"abc\" is no number and is read as 0, and the section counts as declined"},
+        {"a port below zero", kStart + std::string("m=audio -5 RTP/AVP 0\r\n"), "/notes",
+         "line 3, G04: port -5 is below 0; the media engine cannot open it"},
         {"P15", kStart + std::string("b=TIAS:64000\r\nm=audio 5004 RTP/AVP 0\r\n"), "/notes",
          "line 3, P15: b=TIAS in front of the first section is read as b=AS, so the bandwidth of the session "
          "is a "
@@ -118,15 +151,14 @@ const std::vector<Case>& Cases() {
          "the sections that are served",
          R"({"served_sections": 1})"},
         {"B15", kStart + std::string("m=audio 5004 RTP/AVP 0\r\n"), "/notes",
-         "B15: our answer has an m=application line without a port, because the text has no floor control; "
-         "strict "
-         "far ends refuse the whole answer",
+         "line 32 of our answer, B15: the m=application line has no port, because the offer has no floor "
+         "control; strict far ends refuse the whole answer",
          R"({"floor_control": {"enabled": true}})"},
         {"crypto suites on an ICE line", // every row of the dispatch counts, this one hides no content
          kStart + std::string("m=audio 5004 RTP/AVP 0\r\n") + kVideo +
              "a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:x\r\n" + "a=ice-options:a=content:slides\r\n",
          "/main_video/notes",
-         "line 6, P10: not encrypted: the far end offers AES_CM_128_HMAC_SHA1_80; only "
+         "line 6, P10: not encrypted: the far end names AES_CM_128_HMAC_SHA1_80; only "
          "AES_CM_128_HMAC_SHA1_32 is "
          "read; our answer says RTP/AVP, which a far end that insists on it refuses"},
         {"content on a candidate line",

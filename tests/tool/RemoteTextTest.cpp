@@ -2,6 +2,7 @@
 #include "RemoteText.h"
 #include "Expect.h"
 #include "RunTool.h"
+#include "Words.h"
 
 namespace tool {
 
@@ -50,10 +51,9 @@ TEST_F(RemoteText, APasteWithBareLfIsAnsweredWithANote) {
     EXPECT_TEXT(MaskId(run.out), kAnswer);
     EXPECT_TEXT(run.err,
                 "cmsdp: LF alone was read as CR LF at the end of 3 lines; a far end that sends LF alone has "
-                "each such line joined to the next one, and without any CR LF it is not understood (P03); "
-                "--exact keeps it\n"
+                "each such line joined to the next one, and without any CR LF it is not understood (P03)\n"
                 "cmsdp: the last line had no line end and was read as if it had one; a far end that sends "
-                "this loses that line (P02); --exact keeps it\n");
+                "this loses that line (P02)\n");
 }
 
 TEST_F(RemoteText, StandardInputIsReadLikeAFile) {

@@ -86,8 +86,20 @@ TEST(ReportAudio, PortZeroOnThisSide) {
 // --- main video -------------------------------------------------------------------------------------------
 
 TEST(ReportVideo, Negotiated) {
-    EXPECT_TRUE(Read(kVideo).mainVideo.negotiated);
-    EXPECT_EQ(Read(kVideo).mainVideo.why, "");
+    const Report report = Read(std::string(kAudio) + kVideo);
+    EXPECT_TRUE(report.mainVideo.negotiated);
+    EXPECT_EQ(report.mainVideo.why, "");
+}
+
+// The far end finds our audio section in the place of its video.
+TEST(ReportVideo, MovedByOurAnswer) {
+    const Report report = Read(kVideo);
+    EXPECT_FALSE(report.mainVideo.negotiated);
+    EXPECT_EQ(
+        report.mainVideo.why,
+        "line 2, B03: section 1 of the offer is section 2 of our answer, which has the audio section in its "
+        "place; the far end matches sections by their place");
+    EXPECT_FALSE(AnythingNegotiated(report));
 }
 
 TEST(ReportVideo, NoSection) {
@@ -126,7 +138,7 @@ TEST(ReportVideo, PortZeroOnThisSide) {
 // --- presentation and floor control -----------------------------------------------------------------------
 
 TEST(ReportPresentation, Negotiated) {
-    const Report report = Read(std::string(kSlides) + kFloor);
+    const Report report = Read(std::string(kAudio) + kVideo + kSlides + kFloor);
     EXPECT_TRUE(report.presentation.negotiated);
     EXPECT_TRUE(report.floorControl.negotiated);
     EXPECT_TRUE(AnythingNegotiated(report));
@@ -141,7 +153,7 @@ TEST(ReportPresentation, ASecondVideoWithoutTheMark) {
     const Report report = Read(std::string(kVideo) + kVideo);
     EXPECT_FALSE(report.presentation.negotiated);
     EXPECT_EQ(report.presentation.notes,
-              Notes{"line 4: 2 video sections are not marked a=content:slides; the first is "
+              Notes{"line 4, RFC 4796, 5: 2 video sections are not marked a=content:slides; the first is "
                     "main video, the others are not taken"});
 }
 
@@ -158,7 +170,12 @@ TEST(ReportPresentation, SwitchedOffOnThisSide) {
 }
 
 TEST(ReportPresentation, FloorControlAloneIsNoStream) {
-    const Report report = Read(kFloor);
+    const auto c = With([](Capabilities& side) {
+        side.local.listAudioCodecPriority.clear();
+        side.local.m_VideoMain.eVideoCodec = PayloadType_t(0);
+        side.local.m_VideoPreso.eVideoCodec = PayloadType_t(0);
+    });
+    const Report report = Read(kFloor, c);
     EXPECT_TRUE(report.floorControl.negotiated);
     EXPECT_FALSE(AnythingNegotiated(report));
 }
@@ -180,8 +197,8 @@ TEST(ReportFloorControl, PortZeroOnThisSide) {
 TEST(ReportFloorControl, TheLastOfTwoStands) {
     const Report report = Read(std::string(kFloor) + "m=application 0 UDP/BFCP *\r\n");
     EXPECT_EQ(report.floorControl.why, "the far end declines it with port 0");
-    EXPECT_EQ(report.floorControl.notes,
-              Notes{"line 3, X11: the far end has 2 BFCP sections; the last one stands"});
+    EXPECT_EQ(report.floorControl.notes, Notes{"line 3, X11: the far end has 2 BFCP sections; the last one "
+                                               "gives port, ids and role, and the others are not used"});
 }
 
 // --- keys -------------------------------------------------------------------------------------------------
@@ -197,9 +214,10 @@ TEST(ReportSecurity, BothSidesAgree) {
 }
 
 TEST(ReportSecurity, OffOnThisSide) {
-    EXPECT_EQ(Read(kKeyed).audio.notes,
-              Notes{"line 2: the far end gives a key, but SRTP is off on this side; our answer says RTP/AVP, "
-                    "which a far end that insists on it refuses"});
+    EXPECT_EQ(
+        Read(kKeyed).audio.notes,
+        Notes{"line 2, srtp: the far end gives a key, but SRTP is off on this side; our answer says RTP/AVP, "
+              "which a far end that insists on it refuses"});
 }
 
 TEST(ReportSecurity, AnotherSuiteOnThisSide) {
@@ -218,7 +236,8 @@ TEST(ReportSecurity, AKeyThatCannotBeRead) {
         (Notes{
             "line 3, P12: the key is missing, unreadable or zero, and the record holds a key of zeros; the "
             "far end's media cannot be decrypted",
-            "line 2: the far end gives a key, but SRTP is off on this side; our answer says RTP/AVP, which "
+            "line 2, srtp: the far end gives a key, but SRTP is off on this side; our answer says RTP/AVP, "
+            "which "
             "a far end that insists on it refuses"}));
 }
 
@@ -227,7 +246,7 @@ TEST(ReportSecurity, OnlySuitesThatAreNotRead) {
                    "a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n"
                    "a=crypto:2 AES_256_CM_HMAC_SHA1_80 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n")
                   .audio.notes,
-              Notes{"line 3, P10: not encrypted: the far end offers AES_CM_128_HMAC_SHA1_80, "
+              Notes{"line 3, P10: not encrypted: the far end names AES_CM_128_HMAC_SHA1_80, "
                     "AES_256_CM_HMAC_SHA1_80; only "
                     "AES_CM_128_HMAC_SHA1_32 is read; our answer says RTP/AVP, which a far end that insists "
                     "on it refuses"});
@@ -238,7 +257,7 @@ TEST(ReportSecurity, AKeyInThePlaceOfTheSuiteIsNotShown) {
         Read("m=audio 5004 RTP/SAVP 0\r\n"
              "a=crypto:1 1234567WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz AES_CM_128_HMAC_SHA1_32\r\n")
             .audio.notes,
-        Notes{"line 3, P10: not encrypted: the far end offers an unknown suite; only AES_CM_128_HMAC_SHA1_32 "
+        Notes{"line 3, P10: not encrypted: the far end names an unknown suite; only AES_CM_128_HMAC_SHA1_32 "
               "is read; our answer says RTP/AVP, which a far end that insists on it refuses"});
     EXPECT_EQ(
         Read("m=audio 5004 RTP/SAVP 0\r\n"
@@ -246,10 +265,9 @@ TEST(ReportSecurity, AKeyInThePlaceOfTheSuiteIsNotShown) {
              "a=crypto:2 AES_CM_128_HMAC_SHA1_80 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n"
              "a=crypto:3 NULL_HMAC_SHA1_32 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n")
             .audio.notes,
-        Notes{
-            "line 3, P10: not encrypted: the far end offers AES_CM_128_HMAC_SHA1_80, 2 unknown suites; only "
-            "AES_CM_128_HMAC_SHA1_32 is read; our answer says RTP/AVP, which a far end that insists on it "
-            "refuses"});
+        Notes{"line 3, P10: not encrypted: the far end names AES_CM_128_HMAC_SHA1_80, 2 unknown suites; only "
+              "AES_CM_128_HMAC_SHA1_32 is read; our answer says RTP/AVP, which a far end that insists on it "
+              "refuses"});
 }
 
 TEST(ReportSecurity, Dtls) {
@@ -278,10 +296,8 @@ TEST(ReportSecurity, EachStreamHasItsOwn) {
     const Report report = Read("m=video 5006 RTP/SAVP 97\r\na=rtpmap:97 H264/90000\r\n"
                                "m=video 5008 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\na=content:slides\r\n");
     EXPECT_EQ(report.mainVideo.notes,
-              (Notes{"line 2, P10: not encrypted: the far end wants RTP/SAVP and gives no key; our answer "
-                     "says RTP/AVP, which a far end that insists on it refuses",
-                     "line 2, B03: section 1 of the offer is section 2 of our answer, which has the audio "
-                     "section in its place; the far end matches sections by their place"}));
+              Notes{"line 2, P10: not encrypted: the far end wants RTP/SAVP and gives no key; our answer "
+                    "says RTP/AVP, which a far end that insists on it refuses"});
     EXPECT_EQ(report.presentation.notes, Notes{});
 }
 

@@ -26,8 +26,8 @@ PARTS = {"report.schema.json", "streams.schema.json"}
 LOCAL_FILES = [
     ({}, True),
     ({"served_sections": 0}, True),
-    ({"served_sections": 2147483647}, True),
-    ({"served_sections": 2147483648}, False),
+    ({"served_sections": 4294967295}, True),
+    ({"served_sections": 4294967296}, False),
     ({"served_sections": -1}, False),
     ({"served_sections": 1.5}, False),
     ({"srtp": "required"}, True),

@@ -189,12 +189,12 @@ void Reader::Number(const char* name, std::int32_t& value) {
 
 void Reader::Count(const char* name, std::uint32_t& value) {
     if (const json* found = Take(name)) {
-        const std::string path = MemberPath(m_path, name);
-        const std::int32_t number = WholeNumber(*found, path);
-        if (number < 0) {
-            Fail(path, "a whole number from 0 to 2147483647", InWords(*found), "0 serves none");
+        constexpr std::uint64_t highest = std::numeric_limits<std::uint32_t>::max();
+        if (!found->is_number_unsigned() || found->get<std::uint64_t>() > highest) {
+            Fail(MemberPath(m_path, name), "a whole number from 0 to 4294967295", InWords(*found),
+                 "0 serves none");
         }
-        value = static_cast<std::uint32_t>(number);
+        value = found->get<std::uint32_t>();
     }
 }
 

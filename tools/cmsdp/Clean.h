@@ -2,7 +2,8 @@
 // change a text; the component reads bytes and would read the changed text, wrongly and without a word.
 //
 // Each step is a row of the table in Clean.cpp. A step that changes something leaves a note that says what
-// was done and what a far end that really sends such a text would get.
+// was done and what a far end that really sends such a text would get. What belongs to no description stays
+// in the draft until the cut around the description, which has a note of its own: nothing is lost silently.
 //
 // Tests: tests/tool/CleanTest.cpp
 #pragma once
@@ -31,6 +32,7 @@ std::size_t DecodeQuotedPrintable(Draft& draft);
 
 // CleanLines.cpp: what was put around every line
 std::size_t EndLinesAtCr(Draft& draft);
+std::size_t EndLinesAtBreaks(Draft& draft);
 std::size_t DropHtmlBreaks(Draft& draft);
 std::size_t DropQuoting(Draft& draft);
 std::size_t DropLogPrefix(Draft& draft);
@@ -48,7 +50,8 @@ struct Body {
 };
 
 /// The descriptions of a text: each begins at a line "v=0" and ends after the last line of the form
-/// "letter=..." in front of the next one.
+/// "letter=..." in front of the next one, and at the latest in front of a line that begins another part of a
+/// message: "SIP/2.0 200 OK", "--boundary", or a line of another form after an empty one.
 std::vector<Body> FindBodies(const Draft& draft);
 
 /// "the input holds 2 descriptions, in lines 1 to 9 and 12 to 20"

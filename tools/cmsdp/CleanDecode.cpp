@@ -86,12 +86,14 @@ std::size_t EscapeLength(std::string_view text) {
     return 0;
 }
 
-// Where the description ends in its line: at the quote that encloses it, or at the end of the line.
-std::size_t EndOfEscaped(std::string_view text, std::size_t begin) {
-    const char quote = begin == 0 ? '\n' : text[begin - 1];
-    const std::size_t feed = std::min(text.find('\n', begin), text.size());
-    const std::size_t close = quote == '"' || quote == '\'' ? text.find(quote, begin) : feed;
-    return std::min(close, feed);
+bool IsQuote(char c) {
+    return c == '"' || c == '\'';
+}
+
+// Where a piece of text with escapes ends in its line: at the quote that encloses it, or at the end.
+std::size_t EndOfEscaped(std::string_view line, std::size_t begin) {
+    const bool isQuoted = begin != 0 && IsQuote(line[begin - 1]);
+    return isQuoted ? std::min(line.find(line[begin - 1], begin), line.size()) : line.size();
 }
 
 // The text with line ends for escapes; the last line gets one, too.
@@ -103,6 +105,42 @@ std::string WithLineEnds(std::string_view text) {
         at += std::max<std::size_t>(escape, 1);
     }
     return lines.back() == '\n' ? lines : lines + "\r\n";
+}
+
+// Where the line holds text of a description: at "v=0\", or at its first letter, a quote in front of it not
+// counted; npos for none.
+std::size_t BeginOfEscaped(std::string_view line) {
+    const std::size_t start = line.find(kEscaped);
+    if (start != std::string_view::npos) {
+        return start;
+    }
+    std::size_t at = static_cast<std::size_t>(Trimmed(line).data() - line.data());
+    at += at < line.size() && IsQuote(line[at]) ? 1 : 0;
+    return LooksLikeSdp(line.substr(at)) ? at : std::string_view::npos;
+}
+
+// What a program text puts around a line: quotes, and the signs that join or end texts.
+bool IsProgramText(std::string_view text) {
+    return text.find_first_not_of("\"'+,;\\ \t\r") == std::string_view::npos;
+}
+
+void AddOther(std::string& lines, std::string_view text) {
+    if (!IsProgramText(text)) {
+        lines.append(text).append("\r\n");
+    }
+}
+
+// One line of the input as lines: each description in it with line ends, and what stands around them.
+void AddEscaped(std::string& lines, std::string_view line) {
+    std::size_t begin = BeginOfEscaped(line);
+    while (begin != std::string_view::npos) {
+        const std::size_t end = EndOfEscaped(line, begin);
+        AddOther(lines, line.substr(0, begin));
+        lines += WithLineEnds(line.substr(begin, end - begin));
+        line.remove_prefix(end);
+        begin = line.find(kEscaped);
+    }
+    AddOther(lines, line);
 }
 
 int HexDigit(char c) {
@@ -121,6 +159,25 @@ std::string DecodedLine(std::string_view line) {
         i += low < 0 ? 0 : 2;
     }
     return out;
+}
+
+// "v=3D0", alone or with its line end encoded, too.
+bool IsEncodedStart(std::string_view text) {
+    constexpr std::string_view start = "v=3D0";
+    return BeginsWith(text, start) && (text.size() == start.size() || text[start.size()] == '=');
+}
+
+// Adds a line that was encoded. Its text can hold line ends, and a draft counts lines.
+void AddDecoded(Draft& draft, std::string_view encoded, std::string_view end, std::uint32_t number) {
+    const std::string text = DecodedLine(encoded);
+    std::size_t begin = 0;
+    for (std::size_t feed = text.find('\n'); feed != std::string::npos; feed = text.find('\n', begin)) {
+        draft.Add(std::string_view(text).substr(begin, feed - begin), "\n", number);
+        begin = feed + 1;
+    }
+    if (begin == 0 || begin < text.size()) {
+        draft.Add(std::string_view(text).substr(begin), end, number);
+    }
 }
 
 } // namespace
@@ -156,16 +213,11 @@ std::size_t TakeFromJson(Draft& draft) {
 }
 
 std::size_t EndLinesAtEscapes(Draft& draft) {
-    const std::string_view text = draft.text;
-    std::string lines;
-    std::size_t end = 0;
-    for (std::size_t at = text.find(kEscaped); at != std::string_view::npos; at = text.find(kEscaped, end)) {
-        end = EndOfEscaped(text, at);
-        lines += WithLineEnds(text.substr(at, end - at));
-    }
-    if (lines.empty() || !FindBodies(draft).empty()) {
+    if (!Contains(draft.text, kEscaped) || !FindBodies(draft).empty()) {
         return 0;
     }
+    std::string lines;
+    ForEachLine(draft, [&lines](const DraftLine& line) { AddEscaped(lines, line.text); });
     draft = Draft::Of(std::move(lines));
     return 1;
 }
@@ -176,7 +228,7 @@ std::size_t DecodeQuotedPrintable(Draft& draft) {
     std::string joined; // lines that a soft line end continues
     std::uint32_t number = 0;
     ForEachLine(draft, [&](const DraftLine& line) {
-        if (count == 0 && Trimmed(line.text) != "v=3D0") {
+        if (count == 0 && !IsEncodedStart(Trimmed(line.text))) {
             decoded.Add(line.text, line.end, line.number);
             return;
         }
@@ -185,12 +237,14 @@ std::size_t DecodeQuotedPrintable(Draft& draft) {
         const bool soft = !line.text.empty() && line.text.back() == '=';
         joined += line.text.substr(0, line.text.size() - (soft ? 1 : 0));
         if (!soft || line.end.empty()) {
-            decoded.Add(DecodedLine(joined), line.end, number);
+            AddDecoded(decoded, joined, line.end, number);
             joined.clear();
         }
     });
+    if (!joined.empty()) { // the last line ended in a soft line end
+        AddDecoded(decoded, joined, "\r\n", number);
+    }
     if (count != 0) {
-        decoded.Add(DecodedLine(joined), "\r\n", number);
         draft = std::move(decoded);
     }
     return count;

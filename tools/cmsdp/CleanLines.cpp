@@ -5,6 +5,7 @@
 // Tests: tests/tool/CleanTest.cpp
 #include "Clean.h"
 
+#include "SDPLines.h"
 #include "Words.h"
 
 #include <algorithm>
@@ -74,11 +75,32 @@ std::string LogPrefix(const Draft& draft) {
     return plain || prefix.size() > kLongestPrefix ? "" : prefix;
 }
 
-// How long the prefix is at the start of this line, where any number may stand for a number and any blanks
-// for blanks; 0 when the line does not begin so. Times and counters of a log differ from line to line.
+// How long the level of a log entry is that begins the text, with the blanks that pad it; 0 for none.
+std::size_t LevelLength(std::string_view text) {
+    static constexpr std::string_view levels[] = {"TRACE", "DEBUG",   "INFO",  "NOTICE",
+                                                  "WARN",  "WARNING", "ERROR", "FATAL"};
+    const std::size_t length = RunOf(text, 0, IsLetter);
+    const auto isWord = [word = text.substr(0, length)](std::string_view level) {
+        return std::equal(word.begin(), word.end(), level.begin(), level.end(),
+                          [](char a, char b) { return a == b || a == b - 'A' + 'a'; });
+    };
+    return std::any_of(std::begin(levels), std::end(levels), isWord) ? length + RunOf(text, length, IsBlank)
+                                                                     : 0;
+}
+
+// How long the prefix is at the start of this line, where any number may stand for a number, any level for a
+// level and any blanks for blanks; 0 when the line does not begin so. Times, counters and levels of a log
+// differ from line to line.
 std::size_t PrefixLength(std::string_view prefix, std::string_view line) {
     std::size_t at = 0;
     for (std::size_t i = 0; i < prefix.size();) {
+        const std::size_t level = LevelLength(prefix.substr(i));
+        const std::size_t other = level == 0 || at >= line.size() ? 0 : LevelLength(line.substr(at));
+        if (other != 0) {
+            at += other;
+            i += level;
+            continue;
+        }
         bool (*const has)(char) = IsDigit(prefix[i]) ? IsDigit : IsBlank(prefix[i]) ? IsBlank : nullptr;
         const std::size_t here = at >= line.size()       ? 0
                                  : has != nullptr        ? RunOf(line, at, has)
@@ -93,9 +115,11 @@ std::size_t PrefixLength(std::string_view prefix, std::string_view line) {
     return at;
 }
 
-// Where a blank at the end matters: values of "a=" and "b=" lines are compared and converted whole.
+// Where a blank at the end matters: the handlers of these rows compare or convert the rest of the line.
 bool EndMatters(std::string_view line) {
-    return line.compare(0, 2, "a=") == 0 || line.compare(0, 2, "b=") == 0;
+    const SDPRow row = sdp::RowOf(line);
+    return row == SDPRow::Bandwidth || row == SDPRow::FloorControl || row == SDPRow::ConferenceId ||
+           row == SDPRow::UserId;
 }
 
 // Cuts each line after the places that `cut` finds; `cut` returns the offset after the next one, or npos.
@@ -131,7 +155,7 @@ std::size_t EndLinesAtCr(Draft& draft) {
     });
 }
 
-std::size_t DropHtmlBreaks(Draft& draft) {
+std::size_t EndLinesAtBreaks(Draft& draft) {
     const std::size_t inside = CutLines(draft, [](std::string_view rest) {
         std::size_t at = LooksLikeSdp(rest) ? rest.find('<') : std::string_view::npos;
         for (; at != std::string_view::npos; at = rest.find('<', at + 1)) {
@@ -142,20 +166,30 @@ std::size_t DropHtmlBreaks(Draft& draft) {
         }
         return std::pair(rest.size(), std::size_t{0});
     });
-    return inside + ChangeLines(draft, [](std::string_view line) {
-               const std::string_view text = TrimmedAtEnd(line);
-               const std::size_t at = std::min(text.rfind('<'), text.size());
-               const std::size_t length = BreakLength(text.substr(at));
-               const bool ends = length != 0 && at + length == text.size();
-               return ends && LooksLikeSdp(line) ? line.substr(0, at) : line;
-           });
+    return inside == 0 ? 0 : inside + DropHtmlBreaks(draft);
 }
 
-std::size_t DropQuoting(Draft& draft) {
+std::size_t DropHtmlBreaks(Draft& draft) {
     return ChangeLines(draft, [](std::string_view line) {
+        const std::string_view text = TrimmedAtEnd(line);
+        const std::size_t at = std::min(text.rfind('<'), text.size());
+        const std::size_t length = BreakLength(text.substr(at));
+        const bool ends = length != 0 && at + length == text.size();
+        return ends && LooksLikeSdp(line) ? line.substr(0, at) : line;
+    });
+}
+
+// From "v=" on every quoted line belongs to the description, also the rest of one that a mailer wrapped.
+std::size_t DropQuoting(Draft& draft) {
+    bool begun = false;
+    return ChangeLines(draft, [&begun](std::string_view line) {
         const std::size_t length = RunOf(line, 0, [](char c) { return c == '>' || c == '|' || IsBlank(c); });
         const std::string_view quotes = line.substr(0, length);
-        return quotes.find_first_of(">|") == std::string_view::npos ? line : Without(line, length);
+        if (quotes.find_first_of(">|") == std::string_view::npos) {
+            return line;
+        }
+        begun = begun || sdp::StartsWith(line.substr(length), "v=");
+        return begun ? line.substr(length) : Without(line, length);
     });
 }
 

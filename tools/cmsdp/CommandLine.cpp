@@ -162,7 +162,10 @@ void Declare(CLI::App& app, CommandLine& line) {
     for (const VerbRow& row : kVerbs) {
         CLI::App* const verb = app.add_subcommand(row.name);
         verb->formatter(std::make_shared<WrittenHelp>(*row.help));
-        verb->callback([&line, &row] { line.run = row.run; });
+        verb->callback([&line, &row] {
+            line.run = row.run;
+            line.remote.verb = row.name;
+        });
         row.declare(*verb, line);
     }
 }

@@ -114,7 +114,8 @@ Outcome RunWhyNot(const CommandLine& line, const Screen& /*screen*/) {
 Outcome RunDiff(const CommandLine& line, const Screen& /*screen*/) {
     Outcome outcome;
     const std::string older = ReadExplained(line.remote, outcome.notes);
-    const std::string newer = ReadExplained({line.newer, line.remote.exact, 1}, outcome.notes);
+    const std::string newer =
+        ReadExplained({line.newer, line.remote.exact, 1, line.remote.verb}, outcome.notes);
     const ExplainInput input = InputOf(line, older);
     const std::vector<std::string> changes = ExplainDifference(input, older, newer);
     for (const std::string& change : changes) {

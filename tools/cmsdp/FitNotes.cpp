@@ -6,8 +6,11 @@
 #include "Fit.h"
 #include "Outcome.h"
 #include "SDPJudge.h"
+#include "SDPTables.h"
+#include "Words.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 namespace cmsdp {
@@ -17,42 +20,138 @@ namespace {
 constexpr const char* kWholeAnswer = "strict far ends refuse the whole answer";
 constexpr const char* kSection = "strict far ends do not start the stream";
 
+using MediaLines = std::vector<std::string_view>;
+
+// A violation and the "m=" lines around it.
+struct Place {
+    const JudgeViolation& violation;
+    const MediaLines& offered;
+    const MediaLines& answered;
+    std::string_view answer; // the whole text
+
+    // The "m=" lines of the violation's section; empty for none.
+    std::string_view Theirs() const { return At(offered); }
+    std::string_view Ours() const { return At(answered); }
+
+private:
+    std::string_view At(const MediaLines& lines) const {
+        const auto section = static_cast<std::size_t>(violation.section);
+        return violation.section >= 0 && section < lines.size() ? lines[section] : "";
+    }
+};
+
+bool HasPort(std::string_view line, std::string_view port) {
+    const std::size_t blank = std::min(line.find(' '), line.size());
+    const std::string_view rest = line.substr(std::min(blank + 1, line.size()));
+    return rest.substr(0, rest.find(' ')) == port;
+}
+
+// The "m=" lines of our answer that the offer has no line for.
+template <typename Test>
+bool AnySurplus(const Place& place, Test test) {
+    const std::size_t common = std::min(place.offered.size(), place.answered.size());
+    return std::any_of(place.answered.begin() + static_cast<std::ptrdiff_t>(common), place.answered.end(),
+                       test);
+}
+
+bool Always(const Place& /*place*/) {
+    return true;
+}
+bool OwnSurplus(const Place& place) { // m=video 16386 RTP/AVP 97 126
+    return AnySurplus(place, [](std::string_view line) { return !HasPort(line, "0") && !HasPort(line, ""); });
+}
+bool CopySurplus(const Place& place) { // m=video 0 RTP/AVP 97 98
+    return AnySurplus(place, [](std::string_view line) { return HasPort(line, "0"); });
+}
+bool NoPort(const Place& place) { // m=application  UDP/BFCP *
+    const MediaLines& lines = place.answered;
+    return std::any_of(lines.begin(), lines.end(), [](std::string_view line) { return HasPort(line, ""); });
+}
+bool TwoBlanks(const Place& place) { // m=video 0 RTP/AVP  126
+    return !HasPort(place.Ours(), "") && place.Ours().find("  ") != std::string_view::npos;
+}
+bool NoFormat(const Place& place) { // m=video 16386 RTP/AVP<blank>
+    return !place.Ours().empty() && place.Ours().back() == ' ';
+}
+bool IsCopy(const Place& place) {
+    return HasPort(place.Ours(), "0");
+}
+bool OwnMedium(const Place& place) {
+    return !IsCopy(place);
+}
+bool Tones(const Place& place) { // format 101
+    return sdp::StartsWith(place.Ours(), "m=audio") &&
+           place.violation.particulars.find("'" + std::string(sdp::kTelephoneEvent.payload) + "'") !=
+               std::string::npos;
+}
+bool OtherMode(const Place& place) { // format 126 beside one that was offered
+    const std::vector<std::string_view> theirs = WordsOf(place.Theirs());
+    const std::vector<std::string_view> ours = WordsOf(place.Ours());
+    constexpr std::size_t formats = 3;
+    return sdp::StartsWith(place.Ours(), "m=video") && ours.size() > formats &&
+           std::find(theirs.begin(), theirs.end(), ours[formats]) != theirs.end();
+}
+bool IsSecure(std::string_view line) {
+    return line.find("SAVP") != std::string_view::npos;
+}
+bool SecureHere(const Place& place) { // m=video 16386 RTP/SAVP 97 126
+    return IsSecure(place.Ours()) && !IsSecure(place.Theirs());
+}
+bool NoKeyAnywhere(const Place& place) {
+    return !TwoBlanks(place) && place.answer.find("a=crypto:") == std::string_view::npos;
+}
+bool NoKeyHere(const Place& place) {
+    return !TwoBlanks(place) && !NoKeyAnywhere(place) && sdp::StartsWith(place.Ours(), "m=video");
+}
+
+// A behaviour of the ledger, and whether it is what breaks the rule in this place.
+struct Cause {
+    const char* id;
+    bool (*applies)(const Place&);
+};
+
 struct RuleRow {
     std::string_view rule;
-    const char* ledger; // behaviours that break it; empty: none is known to
+    std::array<Cause, 3> causes; // empty: no behaviour is known to break it
     const char* consequence;
 };
 
 constexpr RuleRow kRules[] = {
-    {"J01", "B09", kWholeAnswer},
-    {"J02", "", kWholeAnswer},
-    {"J03", "B02", kWholeAnswer},
-    {"J05", "B25", "strict far ends have no address to send to"},
-    {"J06", "B10, B15, B23", kWholeAnswer},
-    {"J07", "B07", kSection},
-    {"J08", "B09", kWholeAnswer},
-    {"J09", "B04", kWholeAnswer},
-    {"J10", "B04", "far ends that keep to it send nothing"},
-    {"J12", "B08", kSection},
-    {"J13", "B14", "strict far ends have no key for the stream"},
-    {"J14", "B14", "everybody can decrypt the stream, or nobody"},
-    {"J20", "B03, B15, B18", kWholeAnswer},
-    {"J21", "B03, B18", "the far end starts the wrong medium, or refuses the whole answer"},
-    {"J22", "B13", "strict far ends refuse the whole answer; a secure stream would be sent in the clear"},
-    {"J23", "B03", kWholeAnswer},
-    {"J24", "B03, B07, B24", kSection},
-    {"J27", "B07", kSection},
-    {"J29", "B20", "both sides send, or neither does"},
-    {"J30", "B11, B13, B22", "strict far ends have no key for the stream"},
-    {"J31", "B21", "strict far ends have no key for the stream"},
-    {"J32", "B13, B21", kSection},
-    {"J34", "B16", "both ends wait for each other, and nobody gets the floor"},
-    {"J35", "B17", "the floor control server does not know this side"},
-    {"J36", "B03", "main video and slides are exchanged"},
-    {"J39", "", kWholeAnswer},
+    {"J01", {{{"B09", Always}}}, kWholeAnswer},
+    {"J02", {}, kWholeAnswer},
+    {"J03", {{{"B02", Always}}}, kWholeAnswer},
+    {"J05", {{{"B25", Always}}}, "strict far ends have no address to send to"},
+    {"J06", {{{"B10", TwoBlanks}, {"B15", NoPort}, {"B23", NoFormat}}}, kWholeAnswer},
+    {"J07", {{{"B07", Tones}}}, kSection},
+    {"J08", {{{"B09", Always}}}, kWholeAnswer},
+    {"J09", {{{"B04", Always}}}, kWholeAnswer},
+    {"J10", {{{"B04", Always}}}, "far ends that keep to it send nothing"},
+    {"J12", {{{"B08", Always}}}, kSection},
+    {"J13", {{{"B14", Always}}}, "strict far ends have no key for the stream"},
+    {"J14", {{{"B14", Always}}}, "everybody can decrypt the stream, or nobody"},
+    {"J20", {{{"B03", OwnSurplus}, {"B15", NoPort}, {"B18", CopySurplus}}}, kWholeAnswer},
+    {"J21",
+     {{{"B03", OwnMedium}, {"B18", IsCopy}}},
+     "the far end starts the wrong medium, or refuses the whole answer"},
+    {"J22",
+     {{{"B13", SecureHere}}},
+     "strict far ends refuse the whole answer; a secure stream would be sent in the clear"},
+    {"J23", {{{"B03", Always}}}, kWholeAnswer},
+    {"J24", {{{"B07", Tones}, {"B24", OtherMode}}}, kSection},
+    {"J27", {{{"B07", Always}}}, kSection},
+    {"J29", {{{"B20", Always}}}, "both sides send, or neither does"},
+    {"J30",
+     {{{"B11", TwoBlanks}, {"B13", NoKeyHere}, {"B22", NoKeyAnywhere}}},
+     "strict far ends have no key for the stream"},
+    {"J31", {{{"B21", Always}}}, "strict far ends have no key for the stream"},
+    {"J32", {{{"B13", Always}}}, kSection},
+    {"J34", {{{"B16", Always}}}, "both ends wait for each other, and nobody gets the floor"},
+    {"J35", {{{"B17", Always}}}, "the floor control server does not know this side"},
+    {"J36", {{{"B03", Always}}}, "main video and slides are exchanged"},
+    {"J39", {}, kWholeAnswer},
 };
 
-constexpr RuleRow kAnyRule = {"", "", kSection};
+constexpr RuleRow kAnyRule = {"", {}, kSection};
 
 const RuleRow& RowOf(std::string_view rule) {
     const auto* const found = std::find_if(std::begin(kRules), std::end(kRules),
@@ -60,11 +159,31 @@ const RuleRow& RowOf(std::string_view rule) {
     return found == std::end(kRules) ? kAnyRule : *found;
 }
 
-// "J24, B03, B24, line 14 of our answer: An accepted section ... Format '126' was not offered ...; ..."
-std::string InWords(const JudgeViolation& violation) {
+// The "m=" lines of a text, any line end.
+MediaLines MediaLinesOf(std::string_view text) {
+    MediaLines lines;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        std::string_view line = text.substr(begin, end - begin);
+        if (!line.empty() && line.back() == '\r') {
+            line.remove_suffix(1);
+        }
+        if (sdp::StartsWith(line, "m=")) {
+            lines.push_back(line);
+        }
+        begin = end + 1;
+    }
+    return lines;
+}
+
+// "J24, B07, line 14 of our answer: An accepted section ... Format '126' was not offered ...; ..."
+std::string InWords(const Place& place) {
+    const JudgeViolation& violation = place.violation;
     const RuleRow& row = RowOf(violation.rule->id);
     std::string text = violation.rule->id;
-    text += *row.ledger == '\0' ? "" : std::string(", ") + row.ledger;
+    for (const Cause& cause : row.causes) {
+        text += cause.id != nullptr && cause.applies(place) ? std::string(", ") + cause.id : "";
+    }
     text += violation.line == 0 ? ", our answer: "
                                 : ", line " + std::to_string(violation.line) + " of our answer: ";
     std::string particulars = violation.particulars;
@@ -84,12 +203,14 @@ std::string SectionInWords(const SDPNegotiator::Stream& stream) {
 
 std::vector<std::string> NotesOfJudge(const std::string& offer, const std::string& answer) {
     std::vector<std::string> notes;
+    const MediaLines offered = MediaLinesOf(offer);
+    const MediaLines answered = MediaLinesOf(answer);
     std::vector<std::pair<const JudgeRule*, int>> said;
     for (const JudgeViolation& violation : CheckAnswer(offer, answer)) {
         const std::pair<const JudgeRule*, int> place(violation.rule, violation.section);
         if (std::find(said.begin(), said.end(), place) == said.end()) {
             said.push_back(place);
-            notes.push_back(InWords(violation));
+            notes.push_back(InWords(Place{violation, offered, answered, answer}));
         }
     }
     return notes;

@@ -95,8 +95,9 @@ Options:
   --show-secrets   write SRTP keys; without it they stand as inline:***
   -h, --help       this text
 
-Exit status 1: an answer was written where one is due, and no stream came up;
-with --fit: the offer is refused, and nothing is written but the reason.
+Exit status 1: an answer was written where one is due, and no stream came up
+in it: one that the answer declines or moves is not negotiated. With --fit:
+the offer is refused, and nothing is written but the reason.
 )";
 
 const char* const kInspectHelp = R"(Example:
@@ -128,8 +129,8 @@ Options:
   --show-secrets   show SRTP keys; without it they stand as ***
   -h, --help       this text
 
-Exit status 1: no stream came up. Colour needs a terminal; NO_COLOR=1 turns
-it off.
+Exit status 1: no stream came up: one that our own answer declines or moves is
+not negotiated. Colour needs a terminal; NO_COLOR=1 turns it off.
 )";
 
 const char* const kCallHelp = R"(Example:

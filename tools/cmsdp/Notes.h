@@ -1,5 +1,6 @@
 // Notes: what surprises in a description and what comes of it. Each names the line of the input, the ID of
-// the behaviour in commonmedia/DELIBERATE.md, and the consequence. The rules stand in tables, one row each,
+// the behaviour in commonmedia/DELIBERATE.md (where none acts, the setting of this side or the clause), and
+// the consequence. The rules stand in tables, one row each,
 // in NotesOnLines.cpp, NotesOnStreams.cpp and NotesOnKeys.cpp; NotesOnAnswer.cpp compares our answer with the
 // offer.
 //
@@ -17,9 +18,10 @@
 namespace cmsdp {
 
 struct Note {
-    std::uint32_t line = 0; ///< of the input; 0: no line
-    const char* id = "";    ///< of the ledger; empty: no deliberate behaviour, but a setting or a rule
-    std::string text;       ///< empty: nothing to say
+    std::uint32_t line = 0;  ///< of the input
+    const char* id = "";     ///< of the ledger; a member of the local file; a clause
+    std::string text;        ///< empty: nothing to say
+    bool isOfAnswer = false; ///< the line is one of our answer
 };
 
 /// "line 9, P11: the key of ...".
@@ -31,7 +33,8 @@ struct StreamView {
     const Capabilities& side;
     const Section& section;
     baseSDP::SRTP_M_LINE stream;
-    const VideoParms* video = nullptr; ///< null for audio
+    const VideoParms* video; ///< null for audio
+    bool answers;            ///< we answer the text; otherwise it answers our offer
 };
 
 /// One thing that is worth a note, and an example of the line that shows it.
@@ -68,7 +71,8 @@ struct AnswerNotes {
     std::vector<std::vector<std::string>> byStream; ///< on each of the streams asked for
     std::vector<std::string> lost; ///< why the answer declines each of them or moves it; empty: it does not
 };
-/// `streams`: sections of the offer, null for a stream without one.
-AnswerNotes NotesOnAnswer(const std::string& answer, const std::vector<const Section*>& streams);
+/// `streams`: sections of the offer, null for a stream without one. `served`: how many sections are served.
+AnswerNotes NotesOnAnswer(const std::string& answer, const std::vector<const Section*>& streams,
+                          std::size_t served);
 
 } // namespace cmsdp

@@ -17,13 +17,15 @@ namespace {
 struct AnswerLine {
     const MediaSession* session = nullptr; // null: a line that opens nothing when it is read
     std::string_view text;
+    std::uint32_t number = 0;
 };
 
 std::vector<AnswerLine> MediaLines(const Reading& answer) {
     std::vector<AnswerLine> lines;
     for (const ReadLine& line : answer.lines) {
         if (line.row == SDPRow::Media) {
-            lines.push_back({line.opens ? answer.sections[line.section - 1].session : nullptr, line.text});
+            lines.push_back(
+                {line.opens ? answer.sections[line.section - 1].session : nullptr, line.text, line.number});
         }
     }
     return lines;
@@ -48,14 +50,15 @@ std::string KindAt(const std::vector<AnswerLine>& lines, std::size_t place) {
     return lines[place].session == nullptr ? "a line that opens no section" : NameOf(lines[place].session);
 }
 
+// A stream whose section has no place in the text was never offered there, and nothing moves it.
 Note AnotherPlace(const std::vector<AnswerLine>& lines, const Section& offered) {
     const std::size_t place = AcceptedAt(lines, *offered.session);
-    return place == lines.size() || place == offered.place
+    return place == lines.size() || !offered.place || place == *offered.place
                ? Note{}
                : Note{offered.line, "B03",
-                      "section " + std::to_string(offered.place + 1) + " of the offer is section " +
+                      "section " + std::to_string(*offered.place + 1) + " of the offer is section " +
                           std::to_string(place + 1) + " of our answer, which has " +
-                          KindAt(lines, offered.place) +
+                          KindAt(lines, *offered.place) +
                           " in its place; the far end matches sections by their place"};
 }
 
@@ -68,16 +71,9 @@ std::string WhyLost(const std::vector<AnswerLine>& lines, const Section& offered
     return moved.text.empty() ? "" : InWords(moved);
 }
 
-// Copies at port 0 stand after our own sections.
-Note RejectedAsWell(const std::vector<AnswerLine>& lines, const Section& offered) {
-    const std::size_t accepted = AcceptedAt(lines, *offered.session);
-    const bool rejected =
-        std::any_of(lines.begin() + static_cast<std::ptrdiff_t>(std::min(accepted, lines.size())),
-                    lines.end(), [&offered](const AnswerLine& line) {
-                        return line.session != nullptr && line.session->iPort == 0 &&
-                               line.session->eMedia == offered.session->eMedia;
-                    });
-    return rejected && accepted != lines.size()
+// Sections that are not served are repeated at port 0, also those that our own sections answered.
+Note RejectedAsWell(const std::vector<AnswerLine>& lines, const Section& offered, std::size_t served) {
+    return offered.index >= served && AcceptedAt(lines, *offered.session) != lines.size()
                ? Note{offered.line, "B18",
                       "our answer accepts this section and rejects a copy of it at port 0, because it comes "
                       "after the sections that are served"}
@@ -85,13 +81,15 @@ Note RejectedAsWell(const std::vector<AnswerLine>& lines, const Section& offered
 }
 
 Note LineWithoutPort(const std::vector<AnswerLine>& lines) {
-    const bool found = std::any_of(lines.begin(), lines.end(), [](const AnswerLine& line) {
+    const auto found = std::find_if(lines.begin(), lines.end(), [](const AnswerLine& line) {
         return line.session == nullptr && sdp::StartsWith(line.text, "m=application");
     });
-    return found ? Note{0, "B15",
-                        "our answer has an m=application line without a port, because the text has no floor "
-                        "control; strict far ends refuse the whole answer"}
-                 : Note{};
+    return found == lines.end()
+               ? Note{}
+               : Note{found->number, "B15",
+                      "the m=application line has no port, because the offer has no floor control; strict "
+                      "far ends refuse the whole answer",
+                      true};
 }
 
 void Add(std::vector<std::string>& notes, const Note& note) {
@@ -102,7 +100,8 @@ void Add(std::vector<std::string>& notes, const Note& note) {
 
 } // namespace
 
-AnswerNotes NotesOnAnswer(const std::string& answer, const std::vector<const Section*>& streams) {
+AnswerNotes NotesOnAnswer(const std::string& answer, const std::vector<const Section*>& streams,
+                          std::size_t served) {
     SDPHandler reader;
     const Draft draft = Draft::Of(answer);
     const Reading read = ReadWith(reader, draft);
@@ -113,8 +112,7 @@ AnswerNotes NotesOnAnswer(const std::string& answer, const std::vector<const Sec
         notes.byStream.emplace_back();
         notes.lost.push_back(section == nullptr ? "" : WhyLost(lines, *section));
         if (section != nullptr) {
-            Add(notes.byStream.back(), AnotherPlace(lines, *section));
-            Add(notes.byStream.back(), RejectedAsWell(lines, *section));
+            Add(notes.byStream.back(), RejectedAsWell(lines, *section, served));
         }
     }
     return notes;

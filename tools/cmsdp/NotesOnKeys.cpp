@@ -19,7 +19,12 @@ namespace {
 
 using Quor::media::rtp::CryptoParams;
 
-constexpr const char* kRefused = "; our answer says RTP/AVP, which a far end that insists on it refuses";
+// What comes of a stream that one side wants encrypted and the other does not encrypt.
+const char* PlainHere(const StreamView& view) {
+    return view.answers
+               ? "; our answer says RTP/AVP, which a far end that insists on it refuses"
+               : "; the far end encrypts and this side does not, so the stream stays silent or noisy";
+}
 
 const sdp::Suite* FindSuite(std::string_view name) {
     const auto* const row = std::find_if(std::begin(sdp::kSuites), std::end(sdp::kSuites),
@@ -79,9 +84,15 @@ Note UnreadableKey(const StreamView& view) {
                : Note{};
 }
 
+// Whether our answer has a crypto line for the stream (B22).
+bool AnswersWithKey(const StreamView& view) {
+    return view.answers && HasSuite(view) && view.side.srtp &&
+           view.side.local.cryptoAlgo[view.stream] != CryptoParams::CRYPTO_NONE;
+}
+
 Note TagOfLetters(const StreamView& view) {
     const std::vector<ReadLine> lines = StoredLines(view.section);
-    return HasSuite(view) && !lines.empty() && !TagIsNumber(lines.back())
+    return AnswersWithKey(view) && !lines.empty() && !TagIsNumber(lines.back())
                ? Note{lines.back().number, "P19",
                       "the tag of this crypto line is no number and is read as 1; our answer names tag 1, "
                       "which the far end did not write"}
@@ -90,19 +101,28 @@ Note TagOfLetters(const StreamView& view) {
 
 Note SwitchedOff(const StreamView& view) {
     return HasSuite(view) && !view.side.srtp
-               ? Note{view.section.line, "",
-                      "the far end gives a key, but SRTP is off on this side" + std::string(kRefused)}
+               ? Note{view.section.line, "srtp",
+                      std::string("the far end gives a key, but SRTP is off on this side") + PlainHere(view)}
                : Note{};
 }
 
 Note OtherSuite(const StreamView& view) {
     const auto ours = view.side.local.cryptoAlgo[view.stream];
-    return HasSuite(view) && view.side.srtp && ours != view.reading.record.cryptoAlgo[view.stream]
-               ? Note{view.section.line, "B21",
-                      "the suite of this side is " + NameOf(SuiteNames(), ours) +
-                          "; our answer writes it under the far end's tag, and both ends set up different "
-                          "ciphers"}
-               : Note{};
+    if (!HasSuite(view) || !view.side.srtp || ours == view.reading.record.cryptoAlgo[view.stream]) {
+        return {};
+    }
+    if (ours == CryptoParams::CRYPTO_NONE) {
+        return {view.section.line, "B22",
+                std::string("this side has no suite, so our ") + (view.answers ? "answer has" : "offer had") +
+                    " a secure profile without a key; the far end cannot decrypt what we send"};
+    }
+    const std::string suite = "the suite of this side is " + NameOf(SuiteNames(), ours);
+    return view.answers ? Note{view.section.line, "B21",
+                               suite + "; our answer writes it under the far end's tag, and both ends set up "
+                                       "different ciphers"}
+                        : Note{view.section.line, "suite",
+                               suite + ", and the far end answers with another; both ends set up different "
+                                       "ciphers"};
 }
 
 Note OnlyUnreadSuites(const StreamView& view) {
@@ -113,7 +133,8 @@ Note OnlyUnreadSuites(const StreamView& view) {
     const auto line = std::find_if(view.section.lines.begin(), view.section.lines.end(),
                                    [](const ReadLine& read) { return !SuiteOf(read).empty(); });
     return {line->number, "P10",
-            "not encrypted: the far end offers " + offered + "; only " + ReadSuite() + " is read" + kRefused};
+            "not encrypted: the far end names " + offered + "; only " + ReadSuite() + " is read" +
+                PlainHere(view)};
 }
 
 Note SecureWithoutKey(const StreamView& view) {
@@ -124,16 +145,18 @@ Note SecureWithoutKey(const StreamView& view) {
     if (transport.find("TLS") != std::string::npos) {
         return {view.section.line, "P10",
                 "not encrypted: the far end wants DTLS (" + transport + "), which is not understood" +
-                    kRefused};
+                    PlainHere(view)};
     }
     if (transport.find("SAVP") != std::string::npos) {
         return {view.section.line, "P10",
-                "not encrypted: the far end wants " + transport + " and gives no key" + kRefused};
+                "not encrypted: the far end wants " + transport + " and gives no key" + PlainHere(view)};
     }
-    return view.side.srtp ? Note{view.section.line, "P10",
-                                 "not encrypted: SRTP is switched on here, but the far end gives no key; our "
-                                 "answer says RTP/AVP"}
-                          : Note{};
+    return view.side.srtp
+               ? Note{view.section.line, "P10",
+                      std::string("not encrypted: SRTP is switched on here, but the far end gives "
+                                  "no key; ") +
+                          (view.answers ? "our answer says RTP/AVP" : "media is sent in the clear")}
+               : Note{};
 }
 
 constexpr NoteRule kRules[] = {

@@ -49,16 +49,14 @@ std::string EffectOf(const Reading& reading, const ReadLine& line) {
 
 std::string Misread(const Reading& reading, const ReadLine& line) {
     const std::string keyword(sdp::kLineRows[static_cast<std::size_t>(line.row)].keyword);
-    const bool meant = Trimmed(line.text).compare(0, keyword.size(), keyword) == 0;
-    const std::string effect = meant ? "" : EffectOf(reading, line);
+    const std::string effect = IsMeant(line) ? "" : EffectOf(reading, line);
     return effect.empty() ? ""
                           : "read as a \"" + keyword + "\" line, because it holds \"" + keyword + "\"; " +
                                 effect + Beginning(line.text);
 }
 
 std::string TooShort(const Reading& reading, const ReadLine& line) {
-    const bool isShort =
-        line.row == SDPRow::Media && !line.opens && Trimmed(line.text).compare(0, 2, "m=") == 0;
+    const bool isShort = line.row == SDPRow::Media && !line.opens && IsMeant(line);
     return isShort ? "an m= line of fewer than four words opens no section; the lines after it change " +
                          OwnerOf(reading, line)
                    : "";
@@ -74,7 +72,7 @@ std::string Joined(const Reading& /*reading*/, const ReadLine& line) {
 
 std::string OddPort(const Reading& reading, const ReadLine& line) {
     constexpr std::int32_t highest = 65535;
-    if (!line.opens) {
+    if (!line.opens || !IsMeant(line)) {
         return "";
     }
     const std::int32_t port = reading.sections[line.section - 1].session->iPort;
@@ -83,10 +81,22 @@ std::string OddPort(const Reading& reading, const ReadLine& line) {
                          word.substr(word.find_first_not_of('0')) != std::to_string(port);
     if (changed) {
         return "port " + Short(word) + " is read as " + std::to_string(port) +
-               ", and media goes to a port that the far end does not open";
+               (port == 0 ? ", and the section counts as declined"
+                          : ", and media goes to a port that the far end does not open");
     }
     return port < 0 || port > highest
-               ? "port " + std::to_string(port) + " is beyond 65535; the media engine cannot open it"
+               ? "port " + std::to_string(port) + (port < 0 ? " is below 0" : " is beyond 65535") +
+                     "; the media engine cannot open it"
+               : "";
+}
+
+std::string PortWithoutDigits(const Reading& reading, const ReadLine& line) {
+    if (!line.opens || !IsMeant(line) || reading.sections[line.section - 1].session->iPort != 0) {
+        return "";
+    }
+    const std::string word(WordsOf(line.text)[1]);
+    return word.find_first_of("0123456789") == std::string::npos
+               ? "port " + Quoted(word) + " is no number and is read as 0, and the section counts as declined"
                : "";
 }
 
@@ -106,20 +116,16 @@ struct Rule {
 };
 
 constexpr Rule kRules[] = {
-    {"a=tool:x c=IN IP4 192.0.2.1", "P01", Misread},
-    {"m=video 5006 RTP/AVP", "P05", TooShort},
-    {"a=sendonly\na=rtpmap:97 H264/90000", "P03", Joined},
-    {"m=audio 4294972296 RTP/AVP 0", "G04", OddPort},
-    {"b=TIAS:64000", "P15", SessionTias},
+    {"a=tool:x c=IN IP4 192.0.2.1", "P01", Misread},       {"m=video 5006 RTP/AVP", "P05", TooShort},
+    {"a=sendonly\na=rtpmap:97 H264/90000", "P03", Joined}, {"m=audio 4294972296 RTP/AVP 0", "G04", OddPort},
+    {"m=audio abc RTP/AVP 0", "G18", PortWithoutDigits},   {"b=TIAS:64000", "P15", SessionTias},
 };
 
 } // namespace
 
 std::string InWords(const Note& note) {
-    const std::string line = note.line == 0 ? "" : "line " + std::to_string(note.line);
-    const std::string comma = note.line == 0 || *note.id == '\0' ? "" : ", ";
-    const std::string front = line + comma + note.id;
-    return front.empty() ? note.text : front + ": " + note.text;
+    return "line " + std::to_string(note.line) + (note.isOfAnswer ? " of our answer, " : ", ") + note.id +
+           ": " + note.text;
 }
 
 std::vector<std::string> NotesOnLines(const Reading& reading) {

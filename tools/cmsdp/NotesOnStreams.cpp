@@ -5,23 +5,16 @@
 
 #include "H264Level.h"
 #include "SDPTables.h"
+#include "SDPText.h"
 #include "Words.h"
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 namespace cmsdp {
 
 namespace {
-
-// The payload type of an "a=fmtp:" line; empty when the line names none.
-std::string_view PayloadOf(const ReadLine& line) {
-    constexpr std::size_t keyword = 7;
-    const std::size_t blank = line.text.find(' ');
-    return line.row != SDPRow::Fmtp || blank == std::string_view::npos || blank < keyword
-               ? ""
-               : line.text.substr(keyword, blank - keyword);
-}
 
 std::int32_t ChosenPayload(const StreamView& view) {
     return view.video != nullptr ? view.video->iVideoPayload : view.reading.record.iAudioPayload;
@@ -32,7 +25,7 @@ Note ReplacedParameters(const StreamView& view) {
     const ReadLine* last = nullptr;
     Note note{0, "P08", ""};
     for (const ReadLine& line : view.section.lines) {
-        if (PayloadOf(line) != payload) {
+        if (line.row != SDPRow::Fmtp || PayloadOf(line) != payload) {
             continue;
         }
         if (last != nullptr) {
@@ -45,21 +38,12 @@ Note ReplacedParameters(const StreamView& view) {
     return note;
 }
 
-// The line that gives the chosen format its parameters.
-std::uint32_t ParameterLine(const StreamView& view) {
-    const std::string payload = std::to_string(ChosenPayload(view));
-    std::uint32_t number = view.section.line;
-    for (const ReadLine& line : view.section.lines) {
-        number = PayloadOf(line) == payload ? line.number : number;
-    }
-    return number;
-}
-
-// The level digits of the chosen format as the far end wrote them; empty when it wrote none.
-std::string LevelDigits(const StreamView& view) {
+// The level digits of the chosen format as the far end wrote them: what follows the four characters of the
+// profile. Nothing when it wrote no such parameter.
+std::optional<std::string> LevelDigits(const StreamView& view) {
     constexpr std::size_t profile = 4;
     const std::string payload = std::to_string(ChosenPayload(view));
-    std::string digits;
+    std::optional<std::string> digits;
     for (const RtpMap* format : view.section.session->vecRtpMap) {
         for (const std::string& parameter : format->vecFmtpParms) {
             const std::size_t equals = parameter.find('=');
@@ -67,11 +51,9 @@ std::string LevelDigits(const StreamView& view) {
                 format->strPayload == payload && equals != std::string::npos &&
                 sdp::Contains(std::string_view(parameter).substr(0, equals), sdp::kProfileLevelId) &&
                 parameter.size() > equals + profile;
-            digits = level ? parameter.substr(equals + 1 + profile, 2) : digits;
+            digits = level ? parameter.substr(equals + 1 + profile) : digits;
         }
     }
-    std::transform(digits.begin(), digits.end(), digits.begin(),
-                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
     return digits;
 }
 
@@ -79,14 +61,19 @@ Note UnknownLevel(const StreamView& view) {
     if (view.video == nullptr || view.video->strVideoLevel.empty()) {
         return {};
     }
-    const std::string digits = LevelDigits(view);
-    const bool known = std::find(std::begin(sdp::__strH264Profile2), std::end(sdp::__strH264Profile2),
-                                 digits) != std::end(sdp::__strH264Profile2);
-    return known || digits.empty()
+    const std::optional<std::string> digits = LevelDigits(view);
+    const bool known = digits && std::any_of(std::begin(sdp::__iH264Profile), std::end(sdp::__iH264Profile),
+                                             [number = sdp::HexNumber(*digits)](int level) {
+                                                 return static_cast<std::uint64_t>(level) == number;
+                                             });
+    return known || !digits
                ? Note{}
-               : Note{ParameterLine(view), "X06",
-                      "the level digits " + Quoted(digits) + " are unknown here and are read as level " +
-                          view.video->strVideoLevel + ", so the picture that we send is small"};
+               : Note{LineOf(view.section, SDPRow::Fmtp, std::to_string(ChosenPayload(view))), "X06",
+                      (digits->empty()
+                           ? "profile-level-id ends before the level, which is"
+                           : "the level digits " + Quoted(*digits) + " are unknown here and are") +
+                          (" read as level " + view.video->strVideoLevel) +
+                          ", so the picture that we send is small"};
 }
 
 std::string AddressOf(const StreamView& view) {
@@ -96,32 +83,51 @@ std::string AddressOf(const StreamView& view) {
 Note NoAddress(const StreamView& view) {
     return AddressOf(view).empty()
                ? Note{view.section.line, "P18",
-                      "neither the section nor the session has a c= line; in a first description media goes "
+                      "neither the section nor the session has an address; in a first description media goes "
                       "nowhere, in a later one it stays where it went before"}
                : Note{};
+}
+
+bool Sends(const StreamView& view) {
+    return view.video != nullptr ? view.video->fVideoSend : view.reading.record.fAudioSend;
+}
+
+// ICE lines of a section count, and so do those of the session, although the component keeps none of them.
+bool OffersIce(const StreamView& view) {
+    const std::vector<ReadLine>& lines = view.reading.lines;
+    return std::any_of(lines.begin(), lines.end(), [&view](const ReadLine& line) {
+        return (line.row == SDPRow::Ice || line.row == SDPRow::Candidate) &&
+               (line.section == 0 || line.section == view.section.index + 1);
+    });
 }
 
 Note UnspecifiedAddress(const StreamView& view) {
     if (AddressOf(view) != "0.0.0.0") {
         return {};
     }
-    const MediaSession& session = *view.section.session;
-    const bool ice = !session.vecCandidate.empty() || !session.striceufrag.empty();
-    return ice ? Note{view.section.line, "G16",
-                      "the address is 0.0.0.0 and the far end relies on ICE, which this side records and "
-                      "does "
-                      "not answer; no media comes up"}
-               : Note{view.section.line, "P14",
-                      "the address is 0.0.0.0, a hold as RFC 2543 wrote it; only the direction attributes "
-                      "count here, so the stream is not shown as held, and nothing may be sent"};
+    if (OffersIce(view)) {
+        return {view.section.line, "G16",
+                "the address is 0.0.0.0 and the far end relies on ICE, which this side records and does not "
+                "answer; no media comes up"};
+    }
+    return Sends(view) ? Note{view.section.line, "P14",
+                              "the address is 0.0.0.0, a hold as RFC 2543 wrote it; only the direction "
+                              "attributes count here, so the stream is not shown as held, and nothing may be "
+                              "sent"}
+                       : Note{};
 }
 
 Note Muted(const StreamView& view) {
-    const bool muted = view.stream == baseSDP::SRTP_VIDEO && view.side.local.fVideoTxMuted;
-    return muted ? Note{view.section.line, "B19",
-                        std::string("video.muted of this side is true, so our answer says ") +
-                            (view.video->fVideoRecv ? "recvonly" : "inactive") + " and nothing is sent"}
-                 : Note{};
+    if (view.stream != baseSDP::SRTP_VIDEO || !view.side.local.fVideoTxMuted) {
+        return {};
+    }
+    return view.answers
+               ? Note{view.section.line, "B19",
+                      std::string("video.muted of this side is true, so our answer says ") +
+                          (view.video->fVideoRecv ? "recvonly" : "inactive") + " and nothing is sent"}
+               : Note{view.section.line, "B19",
+                      "video.muted of this side is true, so our offer said recvonly and nothing is "
+                      "sent"};
 }
 
 constexpr NoteRule kRules[] = {

@@ -4,6 +4,7 @@
 #include "Reading.h"
 
 #include "Names.h"
+#include "SDPLines.h"
 #include "SDPTables.h"
 #include "VideoUtils.h"
 #include "Words.h"
@@ -30,6 +31,7 @@ private:
     const Draft& m_draft;
     std::size_t m_offset = 0; // of the line before
     std::size_t m_feeds = 0;  // line feeds in front of m_offset
+    std::size_t m_places = 0; // "m=" lines so far
 };
 
 void Observer::Take(const SDPLine& line) {
@@ -47,11 +49,17 @@ void Observer::Take(const SDPLine& line) {
     read.text = std::string_view(m_draft.text).substr(line.offset, line.length);
     read.number = m_draft.numbers[m_feeds];
     read.opens = line.section != nullptr && (sections.empty() || sections.back().session != line.section);
+    const bool hasPlace = read.row == SDPRow::Media && IsMeant(read);
     if (read.opens) {
-        sections.push_back({line.section, read.number, sections.size(), {}});
+        sections.push_back({line.section,
+                            read.number,
+                            sections.size(),
+                            hasPlace ? std::optional(m_places) : std::nullopt,
+                            {}});
     } else if (!sections.empty()) {
         sections.back().lines.push_back(read);
     }
+    m_places += hasPlace ? 1 : 0;
     read.section = sections.size();
     m_reading.lines.push_back(read);
 }
@@ -77,12 +85,10 @@ const char* StaticName(const std::string& payload) {
 // Payload types with an "a=rtpmap:" line of their own. The attribute may stand after a crypto attribute that
 // lost its line end; then the name that the component stores can be key text.
 std::set<std::string_view> Named(const Section& section) {
-    constexpr std::size_t keyword = 9;
     std::set<std::string_view> payloads;
     for (const ReadLine& line : section.lines) {
-        if (line.row == SDPRow::Rtpmap && line.text.compare(0, keyword - 1, "a=rtpmap") == 0) {
-            const std::string_view first = line.text.substr(0, line.text.find_first_of(" \t"));
-            payloads.insert(first.substr(std::min(keyword, first.size())));
+        if (line.row == SDPRow::Rtpmap && IsMeant(line)) {
+            payloads.insert(PayloadOf(line));
         }
     }
     return payloads;
@@ -101,6 +107,27 @@ std::string FormatInWords(const RtpMap& format, bool named) {
 }
 
 } // namespace
+
+bool IsMeant(const ReadLine& line) {
+    return sdp::StartsWith(Trimmed(line.text), sdp::kLineRows[static_cast<std::size_t>(line.row)].keyword);
+}
+
+std::string_view PayloadOf(const ReadLine& line) {
+    const std::size_t keyword = line.row == SDPRow::Rtpmap ? 9 : 7;
+    const std::size_t blank = line.text.find_first_of(line.row == SDPRow::Rtpmap ? " \t" : " ");
+    const bool isFormat = line.row == SDPRow::Rtpmap || line.row == SDPRow::Fmtp;
+    return !isFormat || blank == std::string_view::npos || blank < keyword
+               ? ""
+               : line.text.substr(keyword, blank - keyword);
+}
+
+std::uint32_t LineOf(const Section& section, SDPRow row, std::string_view payload) {
+    std::uint32_t number = section.line;
+    for (const ReadLine& line : section.lines) {
+        number = line.row == row && PayloadOf(line) == payload ? line.number : number;
+    }
+    return number;
+}
 
 Reading ReadWith(SDPHandler& handler, const Draft& draft) {
     Reading reading;
@@ -123,6 +150,12 @@ const Section* FindVideo(const Reading& reading, VideoType_t role) {
 
 const Section* FindFloorControl(const Reading& reading) {
     return FindFirst(reading, [](const MediaSession& s) { return sdp::IsBfcp(s); });
+}
+
+const Section* FindLastFloorControl(const Reading& reading) {
+    const auto last = std::find_if(reading.sections.rbegin(), reading.sections.rend(),
+                                   [](const Section& section) { return sdp::IsBfcp(*section.session); });
+    return last == reading.sections.rend() ? nullptr : &*last;
 }
 
 std::string NameOf(const MediaSession* session) {

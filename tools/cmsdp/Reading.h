@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,8 +29,11 @@ struct ReadLine {
 struct Section {
     const MediaSession* session = nullptr; ///< owned by the handler; valid until it parses again
     std::uint32_t line = 0;                ///< number of its "m=" line in the input
-    std::size_t place = 0;                 ///< its index in the description
-    std::vector<ReadLine> lines;           ///< without the "m=" line
+    std::size_t index = 0;                 ///< among the sections of the component
+    /// Among the "m=" lines of the text, by which the far end matches our answer (RFC 3264, 6). A short line
+    /// counts although it opens no section (P05); a section that another line opened has no place (P01).
+    std::optional<std::size_t> place;
+    std::vector<ReadLine> lines; ///< without the "m=" line
 };
 
 struct Reading {
@@ -38,6 +42,18 @@ struct Reading {
     std::vector<Section> sections;
 };
 
+/// Whether the line begins, after blanks, with the keyword of the row that took it, and so means what it is
+/// read as.
+bool IsMeant(const ReadLine& line);
+
+/// The payload type that an "a=rtpmap:" or "a=fmtp:" line names, where the component looks for it (P20, P22);
+/// empty for any other line.
+std::string_view PayloadOf(const ReadLine& line);
+
+/// The number of the section's last line of a row that names the payload type; that of its "m=" line when
+/// there is none.
+std::uint32_t LineOf(const Section& section, SDPRow row, std::string_view payload);
+
 /// Parses the text of the draft with the handler. The draft has to outlive the reading.
 Reading ReadWith(SDPHandler& handler, const Draft& draft);
 
@@ -45,6 +61,8 @@ Reading ReadWith(SDPHandler& handler, const Draft& draft);
 const Section* FindAudio(const Reading& reading);
 const Section* FindVideo(const Reading& reading, VideoType_t role);
 const Section* FindFloorControl(const Reading& reading);
+/// The last floor control section, which fills the record (X11).
+const Section* FindLastFloorControl(const Reading& reading);
 
 /// "the audio section", "the presentation section", "the session" for null.
 std::string NameOf(const MediaSession* session);

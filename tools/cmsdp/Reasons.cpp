@@ -15,11 +15,28 @@ namespace cmsdp {
 
 namespace {
 
-constexpr const char* kDeclined = "the far end declines it with port 0";
 constexpr const char* kDeclinedHere = "this side declines it with port 0";
 
 bool HasBit(PayloadType_t set, std::int32_t bit) {
     return (static_cast<std::int32_t>(set) & bit) != 0;
+}
+
+// "(line 4, P05)": where a reason comes from. An empty ID is left out.
+std::string Place(std::uint32_t line, const char* id) {
+    return " (line " + std::to_string(line) + (*id == '\0' ? "" : ", ") + id + ")";
+}
+
+// A stream whose port reads as 0. Any other number than zero in view is named with what makes it one.
+std::string Declined(const Section* section) {
+    const std::vector<std::string_view> words =
+        section == nullptr ? std::vector<std::string_view>() : WordsOf(section->session->strFullMLine);
+    const std::string_view port = words.size() < 2 ? "0" : words[1];
+    if (port.find_first_not_of('0') == std::string_view::npos) {
+        return "the far end declines it with port 0";
+    }
+    const bool hasDigits = port.find_first_of("0123456789") != std::string_view::npos;
+    return "its port " + Quoted(port) + " is read as 0, with which a far end declines" +
+           Place(section->line, hasDigits ? "G04" : "G18");
 }
 
 // The codecs of the set in words; those of the component's table that a payload type tells, or name and
@@ -43,39 +60,55 @@ std::string NoCommonCodec(const Section* section, const std::string& taken) {
     return "no codec in common: the far end lists " + listed + "; this side takes " + taken;
 }
 
-// "; G7221/16000 (104) has ..." for a format whose name is right and whose parameters are not.
-std::string NearCodec(const Section* section) {
-    const sdp::AudioCodec* const codec = sdp::FindAudioCodec(PAYLOAD_G7221);
-    for (std::size_t i = 0; section != nullptr && i < section->session->vecRtpMap.size(); ++i) {
-        const RtpMap& format = *section->session->vecRtpMap[i];
-        if (format.strEncodingName != codec->format.name || !VideoUtils::IsNumber(format.strPayload)) {
-            continue;
-        }
-        std::vector<std::string> parameters;
-        for (const std::string& parameter : format.vecFmtpParms) {
-            parameters.push_back(Quoted(parameter));
-        }
-        constexpr std::size_t most = 4;
-        return "; payload type " + format.strPayload + " has " +
-               (parameters.empty() ? "no parameter" : "the parameters " + Listed(parameters, most)) +
-               ", none of which begins with " + std::string(codec->format.parameters) + " (X01)";
-    }
-    return {};
+std::string InCapitals(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+    return text;
 }
 
-// "; letter case counts (X03)" when a name differs from that of H.264 by its letter case alone.
+// "; letter case counts" when a format's name differs by its letter case alone. `id` is that of the ledger.
+std::string LetterCase(const Section& section, const RtpMap& format, std::string_view name, const char* id) {
+    return InCapitals(format.strEncodingName) == name && format.strEncodingName != name
+               ? "; letter case counts" + Place(LineOf(section, SDPRow::Rtpmap, format.strPayload), id)
+               : "";
+}
+
+// "; payload type 104 has ..." for a format whose name is right and whose parameters are not.
+std::string OtherParameters(const Section& section, const RtpMap& format, const sdp::AudioFormat& codec) {
+    if (format.strEncodingName != codec.name || !VideoUtils::IsNumber(format.strPayload)) {
+        return {};
+    }
+    std::vector<std::string> parameters;
+    for (const std::string& parameter : format.vecFmtpParms) {
+        parameters.push_back(Quoted(parameter));
+    }
+    constexpr std::size_t most = 4;
+    return "; payload type " + format.strPayload + " has " +
+           (parameters.empty() ? "no parameter" : "the parameters " + Listed(parameters, most)) +
+           ", none of which begins with " + std::string(codec.parameters) +
+           Place(LineOf(section, SDPRow::Fmtp, format.strPayload), "X01");
+}
+
+// What keeps a format from being G.722.1; empty when no format is nearly that.
+std::string NearCodec(const Section* section) {
+    const sdp::AudioFormat& codec = sdp::FindAudioCodec(PAYLOAD_G7221)->format;
+    std::string near;
+    for (std::size_t i = 0; near.empty() && section != nullptr && i < section->session->vecRtpMap.size();
+         ++i) {
+        const RtpMap& format = *section->session->vecRtpMap[i];
+        near = OtherParameters(*section, format, codec) + LetterCase(*section, format, codec.name, "");
+    }
+    return near;
+}
+
+// The same for H.264.
 std::string NearVideo(const Section* section) {
-    const auto upper = [](std::string text) {
-        std::transform(text.begin(), text.end(), text.begin(),
-                       [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-        return text;
-    };
-    const bool near =
-        section != nullptr && std::any_of(section->session->vecRtpMap.begin(),
-                                          section->session->vecRtpMap.end(), [&upper](const RtpMap* format) {
-                                              return upper(format->strEncodingName) == sdp::kH264Name;
-                                          });
-    return near ? "; letter case counts (X03)" : "";
+    std::string near;
+    for (std::size_t i = 0; near.empty() && section != nullptr && i < section->session->vecRtpMap.size();
+         ++i) {
+        near = LetterCase(*section, *section->session->vecRtpMap[i], sdp::kH264Name, "X03");
+    }
+    return near;
 }
 
 // A video section that is declined and not marked may have been the presentation.
@@ -86,23 +119,23 @@ bool DeclinesUnmarkedVideo(const Reading& reading) {
     });
 }
 
-// An "m=" line of the kind that opened no section.
-bool HasShortLine(const Reading& reading, std::string_view begin) {
-    return std::any_of(reading.lines.begin(), reading.lines.end(), [begin](const ReadLine& line) {
-        return line.row == SDPRow::Media && !line.opens && sdp::StartsWith(Trimmed(line.text), begin);
-    });
+// Why a stream has no section: the "m=" line of its kind that opened none, otherwise `missing`.
+std::string NoSection(const Reading& reading, std::string_view begin, const std::string& missing) {
+    const auto found =
+        std::find_if(reading.lines.begin(), reading.lines.end(), [begin](const ReadLine& line) {
+            return line.row == SDPRow::Media && !line.opens && sdp::StartsWith(Trimmed(line.text), begin);
+        });
+    return found == reading.lines.end()
+               ? missing
+               : "the far end's m= line for it has fewer than four words and opens no section" +
+                     Place(found->number, "P05");
 }
 
-constexpr const char* kShortLine =
-    "the far end's m= line for it has fewer than four words and opens no section (P05)";
-
 std::string MissingMain(const Reading& reading) {
-    if (HasShortLine(reading, "m=video")) {
-        return kShortLine;
-    }
-    return FindVideo(reading, VIDEOTYPE_PRESO) == nullptr
-               ? "the far end has no video section"
-               : "the far end has no video section but the presentation";
+    return NoSection(reading, "m=video",
+                     FindVideo(reading, VIDEOTYPE_PRESO) == nullptr
+                         ? "the far end has no video section"
+                         : "the far end has no video section but the presentation");
 }
 
 std::string MissingPresentation(const Reading& reading) {
@@ -123,11 +156,11 @@ std::string WhyNoVideo(const Reading& reading, const Capabilities& side, VideoTy
     if (!remote.fIsVideoValid) {
         return missing;
     }
+    const Section* const section = FindVideo(reading, role);
     if (remote.iVideoRTPPort == 0) {
-        return kDeclined;
+        return Declined(section);
     }
     if (!HasVideoCodec(reading, role)) {
-        const Section* const section = FindVideo(reading, role);
         return NoCommonCodec(section, std::string(sdp::kH264Name)) + NearVideo(section);
     }
     if (!HasBit(local.eVideoCodec, sdp::kAnyH264)) {
@@ -154,13 +187,13 @@ std::string WhyNoAudio(const Reading& reading, const Capabilities& side) {
     const RemoteSDP& record = reading.record;
     const auto& priority = side.local.listAudioCodecPriority;
     if (!record.fIsAudioValid) {
-        return HasShortLine(reading, "m=audio") ? kShortLine : "the far end has no audio section";
+        return NoSection(reading, "m=audio", "the far end has no audio section");
     }
+    const Section* const section = FindAudio(reading);
     if (record.iAudioRTPPort == 0) {
-        return kDeclined;
+        return Declined(section);
     }
     if (record.eAudioCodec == PAYLOAD_UNKNOWN) {
-        const Section* const section = FindAudio(reading);
         const bool near = HasBit(side.local.eAudioCodec, PAYLOAD_G7221);
         return NoCommonCodec(section, AudioTaken(side.local)) + (near ? NearCodec(section) : "");
     }
@@ -194,7 +227,7 @@ std::string WhyNoFloorControl(const Reading& reading, const Capabilities& side, 
         return "the far end has no BFCP section";
     }
     if (reading.record.iVideoPresoControlPort == 0) {
-        return kDeclined;
+        return Declined(FindLastFloorControl(reading));
     }
     if (!answers) {
         return "floor_control.enabled is false on this side";

@@ -10,7 +10,7 @@
 
 namespace cmsdp {
 
-/// The text with its keys hidden. The rest of a word behind "inline:" becomes "***", in any letter case, and
+/// The text with its keys hidden. The rest of a word after "inline:" becomes "***", in any letter case, and
 /// so does the third word of an "a=crypto:" attribute without it, because seven characters of that word are
 /// skipped unread (RFC 4568, 9.1 calls for "inline:" there). Its second word is shown when it names a suite:
 

@@ -48,21 +48,9 @@ void NoteBodies(const Draft& draft, std::vector<std::string>& notes) {
 
 } // namespace
 
-bool HoldsSdpLine(const std::string& text) {
-    std::size_t begin = 0;
-    std::size_t end = 0;
-    while ((end = text.find("\r\n", begin)) != std::string::npos) {
-        if (LooksLikeSdp(std::string_view(text).substr(begin, end - begin))) {
-            return true;
-        }
-        begin = end + 2;
-    }
-    return false;
-}
-
 Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes) {
     Draft draft = Draft::Of(Bytes(source));
-    const std::string unreadable = WhyUnreadable(draft.text, source.name);
+    const std::string unreadable = WhyUnreadable(draft.text, source.name, source.verb);
     if (!unreadable.empty()) {
         Fail(source, unreadable);
     }

@@ -13,9 +13,10 @@ namespace cmsdp {
 
 /// Which text to read, and how.
 struct RemoteSource {
-    std::string name = "-"; ///< a file, or "-" for standard input
-    bool exact = false;     ///< byte for byte, nothing cleaned and nothing cut
-    std::size_t nth = 1;    ///< which of several descriptions, counted from 1
+    std::string name = "-";       ///< a file, or "-" for standard input
+    bool exact = false;           ///< byte for byte, nothing cleaned and nothing cut
+    std::size_t nth = 1;          ///< which of several descriptions, counted from 1
+    std::string verb = "inspect"; ///< for a message that says how the verb in use reads the input
 };
 
 /// Reads a remote description. Unless `exact`, the steps of Clean.h run, each that changes something with a
@@ -23,8 +24,5 @@ struct RemoteSource {
 /// command that makes one of it), holds fewer than `nth` descriptions, or has no line that begins, after
 /// blanks, with a small letter and "=".
 Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes);
-
-/// Whether any line that ends in CR LF looks like a line of a description (RFC 4566, 5).
-bool HoldsSdpLine(const std::string& text);
 
 } // namespace cmsdp

@@ -25,9 +25,9 @@ void Append(std::vector<std::string>& notes, std::vector<std::string> more) {
 }
 
 void NoteStream(Finding& finding, const Reading& reading, const Capabilities& side, const Section* section,
-                baseSDP::SRTP_M_LINE stream, const VideoParms* video) {
+                baseSDP::SRTP_M_LINE stream, const VideoParms* video, bool answers) {
     if (finding.negotiated && section != nullptr) {
-        const StreamView view{reading, side, *section, stream, video};
+        const StreamView view{reading, side, *section, stream, video, answers};
         Append(finding.notes, NotesOnStream(view));
         Append(finding.notes, NotesOnKeys(view));
     }
@@ -46,7 +46,7 @@ void NoteSpareVideo(Report& report, const Reading& reading) {
     }
     if (count > 1) {
         report.presentation.notes.push_back(InWords(
-            {line, "",
+            {line, "RFC 4796, 5",
              std::to_string(count) + " video sections are not marked a=content:slides; the first is main " +
                  "video, the others are not taken"}));
     }
@@ -62,23 +62,27 @@ void NoteSpareFloorControl(Report& report, const Reading& reading) {
         }
     }
     if (count > 1) {
-        report.floorControl.notes.push_back(
-            InWords({line, "X11",
-                     "the far end has " + std::to_string(count) + " BFCP sections; the last one stands"}));
+        report.floorControl.notes.push_back(InWords(
+            {line, "X11",
+             "the far end has " + std::to_string(count) +
+                 " BFCP sections; the last one gives port, ids and role, and the others are not used"}));
     }
 }
 
-void NoteAnswer(Report& report, const Reading& reading) {
-    const AnswerNotes notes =
-        NotesOnAnswer(report.answer, {FindAudio(reading), FindVideo(reading, VIDEOTYPE_MAIN),
-                                      FindVideo(reading, VIDEOTYPE_PRESO), FindFloorControl(reading)});
+// A stream that our own answer declines or moves does not come up, whatever the record holds.
+void NoteAnswer(Report& report, const Reading& reading, std::size_t served) {
+    AnswerNotes notes = NotesOnAnswer(report.answer,
+                                      {FindAudio(reading), FindVideo(reading, VIDEOTYPE_MAIN),
+                                       FindVideo(reading, VIDEOTYPE_PRESO), FindFloorControl(reading)},
+                                      served);
     Append(report.notes, notes.whole);
     Finding* const findings[] = {&report.audio, &report.mainVideo, &report.presentation,
                                  &report.floorControl};
     for (std::size_t i = 0; i < notes.byStream.size(); ++i) {
         if (findings[i]->negotiated) {
             Append(findings[i]->notes, notes.byStream[i]);
-            findings[i]->lost = notes.lost[i];
+            findings[i]->isLost = !notes.lost[i].empty();
+            Conclude(*findings[i], notes.lost[i]);
         }
     }
 }
@@ -99,30 +103,22 @@ Report ReadInto(SDPHandler& handler, const Capabilities& side, const Draft& draf
     report.presentation.hasCodec = HasVideoCodec(reading, VIDEOTYPE_PRESO);
 
     report.notes = NotesOnLines(reading);
-    NoteStream(report.audio, reading, side, FindAudio(reading), baseSDP::SRTP_AUDIO, nullptr);
+    NoteStream(report.audio, reading, side, FindAudio(reading), baseSDP::SRTP_AUDIO, nullptr, !isAnswer);
     NoteStream(report.mainVideo, reading, side, FindVideo(reading, VIDEOTYPE_MAIN), baseSDP::SRTP_VIDEO,
-               &reading.record.m_VideoMain);
+               &reading.record.m_VideoMain, !isAnswer);
     NoteStream(report.presentation, reading, side, FindVideo(reading, VIDEOTYPE_PRESO),
-               baseSDP::SRTP_VIDEO_PRESO, &reading.record.m_VideoPreso);
+               baseSDP::SRTP_VIDEO_PRESO, &reading.record.m_VideoPreso, !isAnswer);
     NoteSpareVideo(report, reading);
     NoteSpareFloorControl(report, reading);
 
     if (!isAnswer && !handler.IsOffer()) {
         report.answer = handler.GetLocalSDP();
-        NoteAnswer(report, reading);
+        NoteAnswer(report, reading, side.servedSections);
     }
     return report;
 }
 
 void JudgeAnswer(Report& report, const Capabilities& side, const Draft& draft, bool isAnswer) {
-    for (Finding* const finding :
-         {&report.audio, &report.mainVideo, &report.presentation, &report.floorControl}) {
-        if (finding->negotiated && !finding->lost.empty()) {
-            std::vector<std::string>& notes = finding->notes;
-            notes.erase(std::remove(notes.begin(), notes.end(), finding->lost), notes.end());
-            Conclude(*finding, finding->lost);
-        }
-    }
     if (!report.answer.empty()) {
         report.answerNotes = NotesOfJudge(draft.text, report.answer);
     }
@@ -140,6 +136,9 @@ std::vector<std::string> AllNotes(const Report& report) {
                                                               {"presentation: ", &report.presentation},
                                                               {"floor control: ", &report.floorControl}};
     for (const auto& [name, finding] : streams) {
+        if (finding->isLost && AnythingNegotiated(report)) { // otherwise WhyNothing says it
+            notes.push_back(name + ("not negotiated: " + finding->why));
+        }
         for (const std::string& note : finding->notes) {
             notes.push_back(name + note);
         }

@@ -17,14 +17,14 @@ namespace cmsdp {
 /// The verdict on one stream, or on the floor control channel.
 ///
 /// A stream is negotiated when the record holds its section with a port other than 0 and a codec, and this
-/// side writes such a section too. A stream on hold ("a=inactive") is
-/// negotiated; one declined by port 0 is not. The channel is negotiated when both sides have it with a port
-/// other than 0.
+/// side's answer has such a section too, in the place where the far end looks for it. A stream on hold
+/// ("a=inactive") is negotiated; one declined by port 0 is not. The channel is negotiated when both sides
+/// have it with a port other than 0.
 struct Finding {
     bool negotiated = false;
     bool hasCodec = false;          ///< the far end lists a codec that this component takes
     std::string why;                ///< when not negotiated
-    std::string lost;               ///< why our own answer declines or moves the stream; empty: it does not
+    bool isLost = false;            ///< not negotiated because our own answer declines or moves the stream
     std::vector<std::string> notes; ///< what else is worth knowing
 };
 
@@ -45,8 +45,8 @@ struct Report {
 /// `isAnswer`: the text answers an offer of ours, so there is nothing to answer.
 Report ReadInto(SDPHandler& handler, const Capabilities& side, const Draft& draft, bool isAnswer = false);
 
-/// Judges our own answer: a stream that it declines or moves is not negotiated; what strict far ends refuse
-/// stands in `answerNotes`, and what --fit does with the text in `fit`.
+/// Judges our own answer: what strict far ends refuse stands in `answerNotes`, and what --fit does with the
+/// text in `fit`.
 void JudgeAnswer(Report& report, const Capabilities& side, const Draft& draft, bool isAnswer);
 
 /// Whether at least one stream came up. The floor control channel alone does not count.

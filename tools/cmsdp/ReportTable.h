@@ -1,4 +1,4 @@
-// A report as rows that a person reads at a glance: words for directions, units behind every number.
+// A report as rows that a person reads at a glance: words for directions, a unit after every number.
 //
 // Tests: tests/tool/InspectTest.cpp
 #pragma once

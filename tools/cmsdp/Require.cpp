@@ -37,6 +37,9 @@ const Stream* FindStream(const std::string& name) {
 std::vector<std::string> ParseRequired(const std::string& list) {
     std::vector<std::string> names;
     VideoUtils::split(names, list, ",");
+    if (names.empty()) {
+        names.emplace_back(); // an empty list, which is no stream either
+    }
     for (const std::string& name : names) {
         if (FindStream(name) == nullptr) {
             throw ToolError(kUsage, "--require: " + Quoted(name) +

@@ -47,7 +47,7 @@ std::string CellLine(const std::string& line, Mood mood, bool colour) {
     return mood == Mood::kPlain ? line : Coloured(line, SequenceOf(mood), colour);
 }
 
-// The columns of one output line; no blanks behind the last of them.
+// The columns of one output line; no blanks after the last of them.
 class LineOut {
 public:
     LineOut(std::string& out, std::size_t cellWidth) : m_out(out), m_cellWidth(cellWidth) {}

@@ -6,6 +6,7 @@
 #include "Words.h"
 
 #include <algorithm>
+#include <openssl/evp.h>
 
 namespace cmsdp {
 
@@ -32,13 +33,40 @@ constexpr Kind kKinds[] = {
     {"\xfd\x37zXZ\0"sv, "compressed with xz", "xzcat #"},
     {"\x28\xb5\x2f\xfd"sv, "compressed with zstd", "zstdcat #"},
     {"BZh91AY&SY"sv, "compressed with bzip2", "bzcat #"},
+    {"PK\3\4"sv, "a zip archive", "unzip -p #"},
 };
 
-// Base64 of a text that begins with "v=0".
+// Every second byte of UTF-16 is zero where the text is ASCII: the one at `zero` of each pair.
+bool IsUtf16(std::string_view input, std::size_t zero) {
+    constexpr std::size_t enough = 16;
+    bool is = input.size() >= enough;
+    for (std::size_t i = 0; is && i < enough; ++i) {
+        is = (input[i] == '\0') == (i % 2 == zero);
+    }
+    return is;
+}
+
+// The bytes that base64 text stands for; empty for text that is none. White space is passed over.
+std::string FromBase64(std::string_view text) {
+    std::string digits;
+    for (const char c : text) {
+        if (!IsBase64(c) && c != '=' && !IsBlank(c)) {
+            return {};
+        }
+        digits += IsBlank(c) ? "" : std::string(1, c);
+    }
+    std::string bytes(digits.size(), '\0');
+    const int length = EVP_DecodeBlock(reinterpret_cast<unsigned char*>(bytes.data()),
+                                       reinterpret_cast<const unsigned char*>(digits.data()),
+                                       static_cast<int>(digits.size()));
+    bytes.resize(static_cast<std::size_t>(std::max(length, 0)));
+    return bytes;
+}
+
+// Base64 of a description, or of a message that holds one.
 bool IsBase64Description(std::string_view input) {
-    return input.compare(0, 4, "dj0w") == 0 && std::all_of(input.begin(), input.end(), [](char c) {
-               return IsBase64(c) || c == '=' || IsBlank(c);
-           });
+    const std::string text = FromBase64(input);
+    return text.compare(0, 3, "v=0") == 0 || text.find("\nv=0") != std::string::npos;
 }
 
 // The detailed printout of a packet says "(v): 0" where the description says "v=0".
@@ -46,26 +74,47 @@ bool IsDissection(std::string_view input) {
     return input.find("Session Description Protocol Version (v): ") != std::string_view::npos;
 }
 
-std::string Filled(std::string command, const std::string& file) {
-    return command.replace(command.find('#'), 1, file == "-" ? "FILE" : file) + " | cmsdp inspect";
+// The name as a word of a shell; "FILE" for one that no pair of quotes keeps.
+std::string ShellWord(const std::string& name) {
+    const bool isPlain = std::all_of(name.begin(), name.end(), [](char c) {
+        return IsBase64(c) || std::string_view("._-:@%,").find(c) != std::string_view::npos;
+    });
+    if (isPlain) {
+        return name;
+    }
+    if (name.find('\'') == std::string::npos) {
+        return '\'' + name + '\'';
+    }
+    return name.find_first_of("\"$`\\!") == std::string::npos ? '"' + name + '"' : "FILE";
+}
+
+// "is NAME; read it with: COMMAND | cmsdp VERB"
+std::string Named(const char* name, std::string command, const std::string& file, const std::string& verb) {
+    command.replace(command.find('#'), 1, file == "-" ? "FILE" : ShellWord(file));
+    return "is " + std::string(name) + "; read it with: " + command + " | cmsdp " + verb;
 }
 
 } // namespace
 
-std::string WhyUnreadable(std::string_view input, const std::string& name) {
+std::string WhyUnreadable(std::string_view input, const std::string& name, const std::string& verb) {
     for (const Kind& kind : kKinds) {
         if (input.compare(0, kind.begin.size(), kind.begin) == 0) {
-            return "is " + std::string(kind.name) + "; read it with: " + Filled(kind.command, name);
+            return Named(kind.name, kind.command, name, verb);
+        }
+    }
+    for (const std::size_t zero : {0U, 1U}) {
+        if (IsUtf16(input, zero)) {
+            return Named("UTF-16 without a byte-order mark",
+                         zero == 0 ? "iconv -f UTF-16BE -t UTF-8 #" : "iconv -f UTF-16LE -t UTF-8 #", name,
+                         verb);
         }
     }
     if (IsBase64Description(Trimmed(input))) {
-        return "is base64; read it with: " + Filled("base64 -d #", name);
+        return Named("base64", "base64 -d #", name, verb);
     }
-    if (IsDissection(input)) {
-        return "is a dissection of packets and not their text; read the capture with: " +
-               Filled(kFromCapture, "-");
-    }
-    return {};
+    return IsDissection(input) ? Named("a dissection of packets and not their text, which the capture has",
+                                       kFromCapture, "-", verb)
+                               : "";
 }
 
 } // namespace cmsdp

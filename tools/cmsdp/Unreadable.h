@@ -9,7 +9,7 @@
 namespace cmsdp {
 
 /// What the input is and which command turns it into text, as a clause for a message; empty for any other
-/// input. `name` is the file, or "-" for standard input.
-std::string WhyUnreadable(std::string_view input, const std::string& name);
+/// input. `name` is the file, or "-" for standard input; `verb` the verb that is to read the text.
+std::string WhyUnreadable(std::string_view input, const std::string& name, const std::string& verb);
 
 } // namespace cmsdp

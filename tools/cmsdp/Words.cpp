@@ -3,13 +3,15 @@
 // Tests: tests/tool/WordsTest.cpp
 #include "Words.h"
 
+#include "SDPLines.h"
+
 #include <algorithm>
 
 namespace cmsdp {
 
 namespace {
 
-// Where to cut a text behind `most` bytes: not so that a key text loses its end and looks like a harmless
+// Where to cut a text after `most` bytes: not so that a key text loses its end and looks like a harmless
 // word.
 std::size_t CutAt(std::string_view text, std::size_t most) {
     for (std::size_t at = 0; at < most;) {
@@ -80,6 +82,14 @@ bool LooksLikeSdp(std::string_view line) {
         ++at;
     }
     return at + 1 < line.size() && line[at] >= 'a' && line[at] <= 'z' && line[at + 1] == '=';
+}
+
+bool HoldsSdpLine(std::string_view text) {
+    bool holds = false;
+    sdp::ForEachLine(text, [&](std::size_t offset, std::size_t length) {
+        holds = holds || LooksLikeSdp(text.substr(offset, length));
+    });
+    return holds;
 }
 
 std::string Listed(const std::vector<std::string>& pieces, std::size_t most) {

@@ -23,7 +23,7 @@ constexpr bool IsBase64(char c) {
 /// included where the salt has 12 bytes (RFC 7714, 12).
 constexpr std::size_t kKeyText = 40;
 
-/// How long the base64 text is that begins here, with at most two "=" behind it.
+/// How long the base64 text is that begins here, with at most two "=" after it.
 std::size_t Base64Length(std::string_view text);
 
 /// The words of a line, empty ones never.
@@ -37,6 +37,9 @@ std::string_view TrimmedAtEnd(std::string_view text);
 
 /// Whether the line begins, after blanks, with a small letter and "=" (RFC 4566, 5).
 bool LooksLikeSdp(std::string_view line);
+
+/// Whether any line that ends in CR LF looks like a line of a description (RFC 4566, 5).
+bool HoldsSdpLine(std::string_view text);
 
 /// "a, b, c"; of a longer list the first `most` and how many there are besides.
 std::string Listed(const std::vector<std::string>& pieces, std::size_t most);

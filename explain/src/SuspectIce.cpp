@@ -1,0 +1,151 @@
+// Stage: suspects in ICE lines, and in lines about RTCP, packet time and bundling, which nothing reads.
+// Input: the sections that the writer meant. Output: suspects.
+// Touches the list of suspects.
+// Test: tests/explain/judge_cases.py
+#include "Suspect.h"
+
+#include <algorithm>
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+
+constexpr Rule kIce = {
+    "E82", "G16", ExplainSeverity::Note, 50,
+    "ICE lines are kept whole for an agent (P13), and our text has none of its own (G16)."};
+constexpr Rule kHalfIce = {"E83", "P04", ExplainSeverity::Error, 12,
+                           "User fragment and password are kept each from its own line of the section, and "
+                           "every other a=ice line is dropped (P04)."};
+constexpr Rule kDroppedIce = {"E97", "P04", ExplainSeverity::Note, 49,
+                              "Of a=ice lines only a=ice-ufrag and a=ice-pwd are kept, and only inside of a "
+                              "section; all others are dropped (P04)."};
+constexpr Rule kNoIce = {"E86", "", ExplainSeverity::Note, 48,
+                         "User fragment and password are those of the section itself; bundling is not read, "
+                         "and no section takes those of another."};
+constexpr Rule kMux = {"E84", "", ExplainSeverity::Note, 65,
+                       "This attribute is not read: RTCP goes to the port after the RTP port, each section "
+                       "has its own ports, and the packet time is the engine's."};
+
+/// Whether an ICE line has a name that no RFC gives (RFC 8839, 5).
+bool IsUnknownIce(const std::string& name) {
+    static constexpr std::string_view kNames[] = {"a=ice-ufrag", "a=ice-pwd",   "a=ice-lite",
+                                                  "a=ice-optio", "a=ice-pacin", "a=ice-misma"};
+    return std::none_of(std::begin(kNames), std::end(kNames), [&](std::string_view known) {
+        return BeginsWith(name, known) && (known != "a=ice-pwd" || name.substr(9, 1) == ":");
+    });
+}
+
+/// The ICE lines of one section.
+struct IceLines {
+    const TextLine* user = nullptr;
+    const TextLine* password = nullptr;
+    const TextLine* other = nullptr; ///< of a name that no RFC gives
+    const TextLine* any = nullptr;   ///< the first of all
+};
+
+IceLines IceLinesOf(const Scene& scene, const MeantSection& section) {
+    IceLines ice;
+    for (std::size_t i = section.line + 1; i <= section.last; ++i) {
+        const TextLine& line = scene.reading.lines[i];
+        const std::string name = Lower(Trimmed(line.text).substr(0, 11));
+        ice.user = name == "a=ice-ufrag" ? &line : ice.user;
+        ice.password = BeginsWith(name, "a=ice-pwd") ? &line : ice.password;
+        ice.other = line.meant == SDPRow::Ice && IsUnknownIce(name) ? &line : ice.other;
+        const bool isIce = line.meant == SDPRow::Ice || line.meant == SDPRow::Candidate;
+        ice.any = ice.any == nullptr && isIce ? &line : ice.any;
+    }
+    return ice;
+}
+
+void FindUnread(Scene& scene, const MeantSection& section) {
+    static constexpr std::string_view kUnread[] = {"a=rtcp-mux",
+                                                   "a=rtcp:", "a=ptime:", "a=maxptime:", "a=bundle-only"};
+    const bool isAudio = section.media == "audio";
+    for (std::size_t i = section.line + 1; i <= section.last; ++i) {
+        const TextLine& line = scene.reading.lines[i];
+        if (std::none_of(std::begin(kUnread), std::end(kUnread),
+                         [&](std::string_view unread) { return BeginsWith(line.text, unread); })) {
+            continue;
+        }
+        Suspect& suspect = Blame(scene, kMux, line, LineWords(line) + " is not read.", "", {});
+        for (const Topic topic : {isAudio ? Topic::AudioSend : Topic::MainSend,
+                                  isAudio ? Topic::AudioReceive : Topic::MainReceive}) {
+            suspect.known.emplace_back(topic, "RTCP, packet time or port sharing is not what this line asks "
+                                              "for; RTP itself is not affected.");
+        }
+    }
+}
+
+/// User fragment or password without the other.
+void AddHalf(Scene& scene, const IceLines& ice) {
+    const bool hasUser = ice.user != nullptr;
+    const std::string missing = hasUser ? "a=ice-pwd" : "a=ice-ufrag";
+    if (ice.other != nullptr) {
+        const std::string text = missing + ":" + std::string(ValueOf(ice.other->text));
+        Blame(scene, kHalfIce, *ice.other, LineWords(*ice.other) + " is neither a=ice-ufrag nor a=ice-pwd.",
+              "write its name in line " + std::to_string(ice.other->number) + " as " + missing,
+              {ReplaceLine(*ice.other, text)});
+        return;
+    }
+    const TextLine& there = hasUser ? *ice.user : *ice.password;
+    Blame(scene, kHalfIce, there, LineWords(there) + " has no " + missing + " line beside it.",
+          "insert the " + missing + " line after line " + std::to_string(there.number),
+          {InsertAfter(there, missing + ":none")});
+}
+
+void FindIceSection(Scene& scene, const MeantSection& section) {
+    const IceLines ice = IceLinesOf(scene, section);
+    const TextLine& media = scene.reading.lines[section.line];
+    const bool isRtp = section.media == "audio" || section.media == "video";
+    if (ice.user == nullptr && ice.password == nullptr && scene.hasIce && isRtp) {
+        Blame(scene, kNoIce, media,
+              LineWords(media) + " has no a=ice-ufrag and a=ice-pwd lines after it, and another section has.",
+              "", {})
+            .known.emplace_back(
+                Topic::Ice,
+                "The section for " + section.media +
+                    " has no ufrag and no password, so an ICE agent cannot check its candidates.");
+    }
+    if ((ice.user == nullptr) != (ice.password == nullptr)) {
+        AddHalf(scene, ice);
+    }
+    if (ice.any != nullptr) {
+        Blame(scene, kIce, *ice.any, LineWords(*ice.any) + " offers ICE.", "", {})
+            .known.emplace_back(
+                Topic::Ice,
+                "The far end sees an end without ICE; a far end that does ICE alone gets no media.");
+    }
+}
+
+/// The first a=ice line that is neither user fragment nor password, at any level.
+void FindDropped(Scene& scene) {
+    for (const TextLine& line : scene.reading.lines) {
+        const std::string name = line.meant == SDPRow::Ice ? Lower(Trimmed(line.text).substr(0, 11)) : "";
+        if (!name.empty() && name != "a=ice-ufrag" && !BeginsWith(name, "a=ice-pwd")) {
+            Blame(scene, kDroppedIce, line, LineWords(line) + " is neither a user fragment nor a password.",
+                  "", {})
+                .known.emplace_back(
+                    Topic::Ice, "The ICE agent does not learn it: lite, trickle or pacing have to come to "
+                                "it in another way.");
+            return;
+        }
+    }
+}
+
+} // namespace
+
+void FindIce(Scene& scene) {
+    FindDropped(scene);
+    for (const TextLine& line : scene.reading.lines) {
+        scene.hasIce = scene.hasIce || (line.section != kNowhere && BeginsWith(line.text, "a=ice-ufrag"));
+    }
+    constexpr std::size_t most = 32;
+    for (std::size_t i = 0; i < scene.reading.sections.size() && i < most; ++i) {
+        FindUnread(scene, scene.reading.sections[i]);
+        FindIceSection(scene, scene.reading.sections[i]);
+    }
+}
+
+} // namespace explain
