@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Checks the rules of this repository that no compiler knows.
 
-    check.py [--root DIR] NAME...     NAME: ledger shape names includes heads readme corpus selfcheck, or all
+    check.py [--root DIR] NAME...     NAME: ledger shape names includes heads readme corpus keywords selfcheck,
+                                      or all
 
 Prints what it found, one problem per line, and ends with status 1 when there was any.
 """
@@ -22,6 +23,11 @@ MAX_SOURCE = 300
 MAX_ELSE_IF = 3
 MAX_README = 150
 HEAD_LINES = range(5, 11)
+MAX_KEYWORDS = 8
+# The judge is an independent model. The table of SDPSections.cpp says what a line means by its start, names
+# the component's row beside it, and asks RowOf whether the component takes the line for that. SDPShape.cpp
+# rewrites lines of our own text.
+MODELS = ("negotiation/src/SDPJudge", "negotiation/src/SDPSections.cpp", "negotiation/src/SDPShape.cpp")
 LEADS = ["What happens", "What a reader would expect", "Why, and the risk"]
 
 
@@ -327,6 +333,29 @@ def check_corpus(root):
     print(f"corpus: {len(captures)} captured texts")
 
 
+# --- keywords -------------------------------------------------------------------------------------------
+
+
+def check_keywords(root):
+    """The keywords that choose a line's handler are listed once, in SDPLines.h; everybody else asks it."""
+    table = read(root / "commonmedia" / "src" / "SDPLines.h")
+    keywords = re.findall(r'^    \{"[^"]*", "([^"]+)", SDPRow::\w+\},$', table, re.MULTILINE)
+    if len(keywords) != 13:
+        yield f"commonmedia/src/SDPLines.h: {len(keywords)} rows with a keyword, wanted are 13"
+    count = 0
+    for path in files(root, ".h", ".cpp", ".py"):
+        name = path.relative_to(root).as_posix()
+        if not name.startswith(("tools/", "negotiation/", "explain/", "fuzz/")) or name.startswith(MODELS):
+            continue
+        count += 1
+        code = re.sub(r"//.*", "", read(path))
+        literals = {literal.rstrip(":") for literal in re.findall(r'"((?:[^"\\\n]|\\.)*)"', code)}
+        listed = sum(keyword.rstrip(":") in literals for keyword in keywords)
+        if listed > MAX_KEYWORDS:
+            yield f"{name}: lists {listed} of the 13 keywords of lines; ask sdp::RowOf and sdp::kLineRows"
+    print(f"keywords: {count} files that ask for them")
+
+
 # --- selfcheck ------------------------------------------------------------------------------------------
 
 
@@ -400,11 +429,22 @@ def shape_selfcheck(target):
     yield from expect(check_names(target), "fUsable has type letters", "type letters")
 
 
+def keywords_selfcheck(root, target):
+    copy = copy_of(root, target)
+    rows = re.findall(r'^    \{"[^"]*", "([^"]+)", SDPRow', read(copy / "commonmedia" / "src" / "SDPLines.h"), re.MULTILINE)
+    second = copy / "fuzz" / "Second.cpp"
+    second.parent.mkdir()
+    second.write_text("".join(f'    "{keyword}",\n' for keyword in rows), encoding="utf-8")
+    yield from expect(check_keywords(copy), "fuzz/Second.cpp: lists 13 of the 13", "second list")
+    second.write_text(f'bool Is() {{ return Has("{rows[0]}"); }}\n', encoding="utf-8")
+    yield from (f"one keyword: {problem}" for problem in check_keywords(copy))
+
+
 def check_selfcheck(root):
     """The checks above find what they are there to find."""
     with tempfile.TemporaryDirectory() as directory, contextlib.redirect_stdout(io.StringIO()):
         target = pathlib.Path(directory) / "copy"
-        return [*ledger_selfcheck(root, target), *shape_selfcheck(target)]
+        return [*ledger_selfcheck(root, target), *keywords_selfcheck(root, target), *shape_selfcheck(target)]
 
 
 CHECKS = {
@@ -415,6 +455,7 @@ CHECKS = {
     "heads": check_heads,
     "readme": check_readme,
     "corpus": check_corpus,
+    "keywords": check_keywords,
     "selfcheck": check_selfcheck,
 }
 

@@ -5,6 +5,11 @@
 
 #include <nlohmann/json.hpp>
 
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
+
 namespace tool {
 
 namespace {
@@ -222,6 +227,189 @@ TEST_F(NotesText, KeyTextOfMisreadLinesIsNotShown) {
     EXPECT_EQ(notes[3],
               "line 4, P01: read as a \"c=\" line, because it holds \"c=\"; its third word is now the "
               "address of the session: \"a=tool:x...\"");
+}
+
+// The notes of one stream.
+json NotesOf(const Result& run, const char* stream) {
+    return json::parse(run.out)[stream]["notes"];
+}
+
+constexpr const char* kSlides = "m=video 5008 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\na=content:slides\r\n";
+constexpr const char* kFloor = "m=application 5010 UDP/BFCP *\r\n";
+
+// Sections 3 and 4 are not served; the copy of the slides is none of main video.
+TEST_F(NotesText, OnlyAStreamThatIsNotServedIsRejectedAsWell) {
+    Write("me.json", R"({"served_sections": 2})");
+    const Result run =
+        CmsdpReads(std::string(kStart) + "m=audio 5004 RTP/AVP 0\r\n" + kVideo + kSlides + kFloor,
+                   {"inspect", "--json", "--local", "me.json"});
+    EXPECT_EQ(NotesOf(run, "audio"), json::array());
+    EXPECT_EQ(NotesOf(run, "main_video"), json::array());
+    EXPECT_EQ(NotesOf(run, "presentation"),
+              json::array({"line 6, B18: our answer accepts this section and rejects a copy of it at port 0, "
+                           "because it comes after the sections that are served"}));
+    EXPECT_EQ(NotesOf(run, "floor_control"),
+              json::array({"line 9, B18: our answer accepts this section and rejects a copy of it at port 0, "
+                           "because it comes after the sections that are served"}));
+}
+
+// The copy is that of the second audio section and of the declined videos.
+TEST_F(NotesText, ACopyOfAnotherSectionIsNoCopyOfTheStream) {
+    const std::string audio = "m=audio 5004 RTP/AVP 0\r\n";
+    const Result two = CmsdpReads(kStart + audio + kVideo + audio + "m=text 5012 RTP/AVP 98\r\n" + audio,
+                                  {"inspect", "--json"});
+    EXPECT_EQ(NotesOf(two, "audio"), json::array());
+    const std::string declined = "m=video 0 RTP/AVP 97\r\n";
+    const Result videos =
+        CmsdpReads(kStart + audio + kVideo + declined + declined + declined, {"inspect", "--json"});
+    EXPECT_EQ(NotesOf(videos, "main_video"), json::array());
+}
+
+// The far end counts its m= lines: a short one counts, and a misread line does not.
+TEST_F(NotesText, PlacesAreThoseOfTheMediaLines) {
+    const Result second = CmsdpReads(std::string(kStart) + "m=audio 5004 RTP/AVP\r\n" + kVideo,
+                                     {"inspect", "--json", "--require", "main_video"});
+    EXPECT_EQ(second.status, 0) << second.err;
+    const Result team = CmsdpReads(
+        "v=0\r\ns=team=a b c d\r\nc=IN IP4 198.51.100.7\r\nm=audio 5004 RTP/AVP 0\r\n" + std::string(kVideo),
+        {"inspect", "--json", "--require", "audio,main_video"});
+    EXPECT_EQ(team.status, 0) << team.err;
+    EXPECT_EQ(json::parse(team.out)["notes"],
+              json::array({"line 2, P01: read as a \"m=\" line, because it holds \"m=\"; it opens a section: "
+                           "\"s=team=a b c d\""}));
+}
+
+constexpr const char* kTagOfLetters = "m=audio 5004 RTP/SAVP 0\r\na=crypto:one AES_CM_128_HMAC_SHA1_32 "
+                                      "inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n";
+constexpr const char* kOtherSuite = "m=audio 5004 RTP/SAVP 0\r\na=crypto:1 AES_CM_128_HMAC_SHA1_80 "
+                                    "inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n";
+
+// With --offered the text is the answer, and without SRTP our answer has no crypto line.
+TEST_F(NotesText, NoNoteSpeaksOfAnAnswerOrALineThatDoesNotExist) {
+    Write("muted.json", R"({"video": {"muted": true}})");
+    EXPECT_EQ(
+        NotesOf(CmsdpReads(kStart + std::string("m=audio 5004 RTP/AVP 0\r\n") + kVideo,
+                           {"inspect", "--json", "--offered", "--local", "muted.json"}),
+                "main_video"),
+        json::array({"line 4, B19: video.muted of this side is true, so our offer said recvonly and nothing "
+                     "is sent"}));
+    EXPECT_EQ(
+        NotesOf(CmsdpReads(std::string(kStart) + kOtherSuite, {"inspect", "--json", "--offered"}), "audio"),
+        json::array({"line 4, P10: not encrypted: the far end names AES_CM_128_HMAC_SHA1_80; only "
+                     "AES_CM_128_HMAC_SHA1_32 is read; the far end encrypts and this side does not, so the "
+                     "stream stays silent or noisy"}));
+    EXPECT_EQ(
+        NotesOf(CmsdpReads(std::string(kStart) + kTagOfLetters, {"inspect", "--json", "--offered"}), "audio"),
+        json::array({"line 3, srtp: the far end gives a key, but SRTP is off on this side; the far end "
+                     "encrypts and this side does not, so the stream stays silent or noisy"}));
+    EXPECT_EQ(
+        NotesOf(CmsdpReads(std::string(kStart) + kTagOfLetters, {"inspect", "--json"}), "audio"),
+        json::array({"line 3, srtp: the far end gives a key, but SRTP is off on this side; our answer says "
+                     "RTP/AVP, which a far end that insists on it refuses"}));
+}
+
+TEST_F(NotesText, DigitsOfAKnownLevelAreNotNoted) {
+    for (const char* const digits : {"42e0a", "42e0015", "42e01f", "42E01F"}) {
+        const Result run =
+            CmsdpReads(std::string(kStart) + "m=audio 5004 RTP/AVP 0\r\n" + kVideo +
+                           "a=fmtp:97 packetization-mode=1;profile-level-id=" + digits + "\r\n",
+                       {"inspect", "--json"});
+        EXPECT_EQ(NotesOf(run, "main_video"), json::array()) << digits;
+    }
+}
+
+TEST_F(NotesText, AHoldThatIsShownIsNotNoted) {
+    for (const char* const direction : {"a=inactive", "a=sendonly"}) {
+        const Result run = CmsdpReads(std::string("v=0\r\nc=IN IP4 0.0.0.0\r\nm=audio 5004 RTP/AVP 0\r\n") +
+                                          direction + "\r\n",
+                                      {"inspect", "--json"});
+        EXPECT_EQ(NotesOf(run, "audio"), json::array()) << direction;
+    }
+}
+
+// A rule of the judge names the behaviour that breaks it here, and no other.
+TEST_F(NotesText, OnTheAnswerNameTheBehaviourThatActs) {
+    const Result run =
+        CmsdpReads("v=0\r\no=- 1 1 IN IP4 198.51.100.7\r\ns=-\r\nc=IN IP4 198.51.100.7\r\nt=0 0\r\n"
+                   "m=audio 5004 RTP/AVP 0\r\n",
+                   {"inspect", "--json"});
+    EXPECT_EQ(json::parse(run.out)["our_answer"]["notes"],
+              json::array(
+                  {"J20, B03, our answer: An answer has as many m= lines as its offer. The answer has 2, the "
+                   "offer 1; strict far ends refuse the whole answer",
+                   "J24, B07, line 7 of our answer: An accepted section lists formats that were offered in "
+                   "it. Format '101' was not offered in this section; strict far ends do not start the "
+                   "stream"}));
+}
+
+// Texts that, with the cases above, apply every rule of notes.
+const std::vector<Case>& MoreCases() {
+    static const std::string key = "inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\r\n";
+    static const std::string known = "m=audio 5004 RTP/SAVP 0\r\na=crypto:1 AES_CM_128_HMAC_SHA1_32 ";
+    static const std::vector<Case> cases = {
+        {"P01", kStart + std::string("a=x c=1 2 3\r\n"), "", ""},
+        {"P03", kStart + std::string("m=audio 5004 RTP/AVP 0\r\na=sendonly\na=x\r\n"), "", ""},
+        {"P12", kStart + known + "inline:short\r\n", "", "", R"({"srtp": true})"},
+        {"srtp", kStart + known + key, "", ""},
+        {"B21", kStart + known + key, "", "",
+         R"({"srtp": true, "audio": {"suite": "AES_CM_128_HMAC_SHA1_80"}})"},
+        {"B22", kStart + known + key, "", "", R"({"srtp": true, "audio": {"suite": "none"}})"},
+        {"X11", kStart + std::string(kFloor) + kFloor, "", ""},
+        {"RFC 4796, 5", kStart + std::string(kVideo) + kVideo, "", ""},
+    };
+    return cases;
+}
+
+void Gather(const json& report, std::set<std::string>& notes) {
+    for (const json& note : report["notes"]) {
+        notes.insert(note.get<std::string>());
+    }
+    for (const char* const stream : {"audio", "main_video", "presentation", "floor_control"}) {
+        for (const json& note : report[stream]["notes"]) {
+            notes.insert(note.get<std::string>());
+        }
+    }
+}
+
+// The sources of a rule as they stand in its file: {"P11", or {view.section.line, "srtp",
+std::set<std::string> IdsInSources() {
+    std::set<std::string> ids;
+    const std::regex id(R"re("([A-Z]\d\d|srtp|suite|RFC \d+, [\d.]+)",)re");
+    for (const char* const name :
+         {"NotesOnLines", "NotesOnStreams", "NotesOnKeys", "NotesOnAnswer", "Report"}) {
+        std::ifstream file(std::string(COMMONMEDIA_SOURCE_DIR "/tools/cmsdp/") + name + ".cpp");
+        const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+        for (std::sregex_iterator at(text.begin(), text.end(), id); at != std::sregex_iterator(); ++at) {
+            ids.insert((*at)[1]);
+        }
+    }
+    return ids;
+}
+
+// Every rule applies somewhere here, and each note has a line, a source and what comes of it.
+TEST_F(NotesText, OfEveryRuleHaveLineSourceAndConsequence) {
+    std::set<std::string> notes;
+    for (const std::vector<Case>* const cases : {&Cases(), &MoreCases()}) {
+        for (const Case& row : *cases) {
+            Write("me.json", row.local);
+            Gather(
+                json::parse(CmsdpReads(row.text, {"inspect", "--exact", "--json", "--local", "me.json"}).out),
+                notes);
+        }
+    }
+    Write("me.json", R"({"srtp": true, "audio": {"suite": "AES_CM_128_HMAC_SHA1_80"}})");
+    Gather(json::parse(
+               CmsdpReads(MoreCases()[3].text, {"inspect", "--offered", "--json", "--local", "me.json"}).out),
+           notes);
+    const std::regex form(
+        R"re(line \d+(?: of our answer)?, ([A-Z]\d\d|srtp|suite|RFC \d+, [\d.]+): .+(?:[;,] .+))re");
+    std::set<std::string> ids = {"B03"}; // a reason of a stream that is not negotiated
+    for (const std::string& note : notes) {
+        std::smatch found;
+        EXPECT_TRUE(std::regex_match(note, found, form)) << note;
+        ids.insert(found[1]);
+    }
+    EXPECT_EQ(ids, IdsInSources());
 }
 
 TEST_F(NotesText, LinesTooShortToHarmAreNotNoted) {
