@@ -18,7 +18,7 @@ std::string ReadBytes(const std::string& name) {
     const std::string whose = name == "-" ? "standard input" : name;
     try {
         std::string text = ReadFile(name);
-        const std::string unreadable = WhyUnreadable(text, name);
+        const std::string unreadable = WhyUnreadable(text, name, "redact");
         if (!unreadable.empty()) {
             throw ToolError(kRemoteText, whose + ": " + unreadable);
         }
