@@ -148,6 +148,8 @@ TEST_F(Timeline, WhatIsNoCall) {
     Write("options.txt", "OPTIONS sip:b@example.org SIP/2.0\r\ni: 1\r\nCSeq: 1 OPTIONS\r\n\r\n"
                          "SIP/2.0 200 OK\r\ni: 1\r\nCSeq: 1 OPTIONS\r\n\r\n");
     ExpectError({"explain", "folder"}, 3, "folder: holds no file *.sdp");
+    Write("call.pcap", "\xd4\xc3\xb2\xa1 and so on");
+    ExpectError({"explain", "call.pcap"}, 3, "call.pcap: is a packet capture; read it with --pcap");
     ExpectError({"explain", "options.txt"}, 3, "options.txt: holds no call");
     ExpectError(
         {"explain", "--we", "caller", "one.sdp"}, 2,

@@ -234,6 +234,15 @@ def unanswered():
                     (10, "bob", call.response("200 OK", 1)), (20, "alice", call.request("ACK", 1, sdp("alice", 2))))
 
 
+def silent():
+    """An offer in the 200 that the ACK does not answer; the INVITE after it is no crossing offer."""
+    call = Dialog("silent@192.0.2.1")
+    return over_udp((0, "alice", call.request("INVITE", 1, to_tag="")),
+                    (10, "bob", call.response("200 OK", 1, body=sdp("bob"))), (20, "alice", call.request("ACK", 1)),
+                    (30, "alice", call.request("INVITE", 2, sdp("alice"))),
+                    (40, "bob", call.response("500 Server Internal Error", 2, body=sdp("bob", 2))))
+
+
 SCENARIOS = {
     "plain": (plain(), ["", "--we callee --about call --lines", "--we 192.0.2.9"]),
     "streams": (streams(), ["--we 2001:db8::2", "--call 2"]),
@@ -250,5 +259,6 @@ SCENARIOS = {
     "forked": (forked(), ["--top"]),
     "secure": (secure(), ["--top", "--json --lines"]),
     "unanswered": (unanswered(), ["--top", "--offered"]),
+    "silent": (silent(), ["--top"]),
     "cut": (pcap(plain())[:-60], ["--top"]),
 }

@@ -9,6 +9,7 @@
 #include "ReadFile.h"
 #include "RemoteText.h"
 #include "Timeline.h"
+#include "Unreadable.h"
 #include "Verbs.h"
 #include "Visible.h"
 #include "Words.h"
@@ -71,6 +72,9 @@ Outcome RunExplain(const CommandLine& line, const Screen& /*screen*/) {
         return RunExplainCall(line, "");
     }
     std::string remote = ReadText(line.remote.name);
+    if (IsCapture(remote)) {
+        throw ToolError(kRemoteText, line.remote.name + ": is a packet capture; read it with --pcap");
+    }
     if (HoldsSipMessages(remote)) {
         return RunExplainCall(line, remote);
     }

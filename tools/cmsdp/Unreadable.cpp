@@ -117,4 +117,10 @@ std::string WhyUnreadable(std::string_view input, const std::string& name, const
                                : "";
 }
 
+bool IsCapture(std::string_view input) {
+    return std::any_of(std::begin(kKinds), std::end(kKinds), [&](const Kind& kind) {
+        return kind.name == kCapture && input.compare(0, kind.begin.size(), kind.begin) == 0;
+    });
+}
+
 } // namespace cmsdp

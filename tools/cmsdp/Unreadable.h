@@ -12,4 +12,7 @@ namespace cmsdp {
 /// input. `name` is the file, or "-" for standard input; `verb` the verb that is to read the text.
 std::string WhyUnreadable(std::string_view input, const std::string& name, const std::string& verb);
 
+/// Whether the input is a packet capture, pcap or pcapng.
+bool IsCapture(std::string_view input);
+
 } // namespace cmsdp

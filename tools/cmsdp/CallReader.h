@@ -1,0 +1,80 @@
+// The messages of one call in turn: what each of them offers, answers or refuses.
+//
+// Tests: tests/tool/captures.py
+#pragma once
+
+#include "Agreements.h"
+#include "SipMessage.h"
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace cmsdp {
+
+using Steps = std::vector<std::size_t>;
+using Texts = std::map<std::string, std::size_t>; // description and its step
+
+/// A request and its responses. ACK belongs to its INVITE (RFC 3261, 17.1.1.3).
+struct Transaction {
+    bool isSeen = false;   // the request itself, not a response to it alone
+    bool hasOffer = false; // the request holds a description
+    Steps offers;          // the offer and what proxies made of it
+    Steps answers;         // all of them
+    Texts offerTexts;
+    Texts answerTexts;
+    Texts branches; // To tag and the last answer with it
+};
+
+using TransactionKey = std::tuple<Side, std::uint32_t, std::string>;
+/// What makes a message the same one, wherever it was seen.
+using MessageKey = std::tuple<Side, std::string, int, std::uint32_t, std::string, std::string, std::string>;
+
+/// Reads the messages of one Call-ID.
+class CallReader {
+public:
+    explicit CallReader(const SipMessage& first);
+    void Read(const SipMessage& message);
+    Call Finish() { return std::move(*m_call); }
+    /// Whether any message belongs to an INVITE.
+    bool HasInvite() const { return m_hasInvite; }
+
+private:
+    Side RequesterOf(const SipMessage& message);
+    Transaction& TransactionOf(const SipMessage& message, Side requester);
+    Step StepOf(const SipMessage& message, Side from) const;
+    bool IsRepeat(const SipMessage& message, Side from);
+    void Remember(const SipMessage& message, Side from, std::size_t step);
+
+    void ReadRequest(const SipMessage& message, Side from);
+    void ReadResponse(const SipMessage& message, Side requester);
+    void Offer(const SipMessage& message, Side from, Transaction& transaction);
+    void OfferInResponse(const SipMessage& message, Side from, Transaction& transaction);
+    void Answer(const SipMessage& message, Side from, Transaction& transaction);
+    void AnswerAgain(const SipMessage& message, Side from, Transaction& transaction);
+    void AnswerInRequest(const SipMessage& message, Side from, Transaction& offered);
+    void Refuse(const SipMessage& message, Side from, Transaction& transaction);
+    void NoAnswer(const SipMessage& message, Side from, Transaction& transaction);
+    void Final(const SipMessage& message, Side from, Transaction& transaction);
+    void Close(const Transaction& transaction);
+    Transaction*& OpenOf(Side side) { return m_open[static_cast<std::size_t>(side)]; }
+
+    std::unique_ptr<Call> m_call = std::make_unique<Call>();
+    Agreements m_agreements{*m_call};
+    std::set<std::string> m_callerTags;
+    std::map<TransactionKey, Transaction> m_transactions;
+    std::map<MessageKey, std::optional<std::size_t>> m_known;
+    std::array<Transaction*, 2> m_open = {}; // the last offer of each Side, while it has no answer
+    std::optional<std::size_t> m_challenged; // the offer that was answered by 401 or 407
+    std::optional<double> m_start;
+    bool m_hasInvite = false;
+};
+
+} // namespace cmsdp
