@@ -17,6 +17,8 @@ void FuzzFormat(const std::uint8_t* data, std::size_t size);
 void FuzzGrammar(const std::uint8_t* data, std::size_t size);
 /// The command cmsdp: capabilities as JSON, a remote text, one verb.
 void FuzzTool(const std::uint8_t* data, std::size_t size);
+/// Any bytes as a text with SIP messages, shown by the command as a timeline.
+void FuzzCalls(const std::uint8_t* data, std::size_t size);
 /// Any bytes as an offer or an answer, given to a negotiator in any phase.
 void FuzzNegotiation(const std::uint8_t* data, std::size_t size);
 /// Any bytes as two descriptions, the second of which is judged.

@@ -84,6 +84,10 @@ TEST(Replay, Explain) {
 TEST(Replay, Tool) {
     ReplayAll("tool", FuzzTool);
 }
+
+TEST(Replay, Calls) {
+    ReplayAll("calls", FuzzCalls);
+}
 #endif
 
 } // namespace

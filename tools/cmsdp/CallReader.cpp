@@ -109,9 +109,15 @@ void CallReader::ReadRequest(const SipMessage& message, Side from) {
     Transaction* const asked = OpenOf(OtherSide(from));
     if (message.method == "ACK") {
         AnswerInRequest(message, from, transaction);
-    } else if (message.method == "PRACK" && asked != nullptr) {
+    } else if (message.method == "PRACK" && asked != nullptr && !asked->hasOffer) {
         AnswerInRequest(message, from, *asked);
     } else if (message.method == "INVITE" || message.method == "UPDATE" || message.method == "PRACK") {
+        if (!transaction.hasOffer && !transaction.offers.empty()) {
+            // The same number again is another request than the one whose response made an offer.
+            Close(transaction);
+            transaction = Transaction();
+            transaction.isSeen = true;
+        }
         transaction.hasOffer = true;
         Offer(message, from, transaction);
     }
@@ -166,7 +172,7 @@ void CallReader::ReadResponse(const SipMessage& message, Side requester) {
     const Side from = OtherSide(requester);
     Transaction& transaction = TransactionOf(message, requester);
     if (message.hasDescription && message.status < 300) {
-        if (transaction.isSeen && !transaction.hasOffer) {
+        if (!transaction.hasOffer && (transaction.isSeen || !transaction.offers.empty())) {
             OfferInResponse(message, from, transaction);
         } else if (transaction.answers.empty() || transaction.branches.count(message.toTag) == 0) {
             Answer(message, from, transaction);
