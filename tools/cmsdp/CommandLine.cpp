@@ -101,7 +101,8 @@ void DeclareExplain(CLI::App& verb, CommandLine& line) {
     verb.add_flag("--top", line.top);
     verb.add_flag("--lines", line.lines);
     verb.add_flag("--exact", line.remote.exact);
-    verb.add_flag("--json", line.json);
+    CLI::Option* const json = verb.add_flag("--json", line.json);
+    verb.add_option("--html", line.html)->type_name("FILE")->excludes(json);
     verb.add_option("REMOTE", line.remote.name)->excludes(pcap);
     verb.parse_complete_callback([&line] { line.readsRemote = !line.pcap; });
 }

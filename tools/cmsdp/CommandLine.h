@@ -36,6 +36,7 @@ struct CommandLine {
     std::optional<std::string> pcap;     ///< explain: a packet capture in place of `remote`
     std::size_t call = 0;                ///< explain: which call of it, counted from 1; 0: the first
     std::optional<std::string> we;       ///< explain: the side of the call that is ours
+    std::optional<std::string> html;     ///< explain: the file for a page; "-": standard output
     bool top = false;                    ///< explain: the first finding alone
     bool lines = false;                  ///< explain: what became of each line as well
     std::string codec;                   ///< whynot: a codec of the local file

@@ -2,6 +2,7 @@
 // what changed for the engine?
 //
 // Tests: tests/tool/explain_outputs.py
+#include "ExplainPage.h"
 #include "ExplainText.h"
 #include "Findings.h"
 #include "Names.h"
@@ -80,6 +81,10 @@ Outcome RunExplain(const CommandLine& line, const Screen& /*screen*/) {
     }
     CheckNoCall(line);
     const ExplainInput input = InputOf(line, Explained(line.remote, std::move(remote), outcome.notes));
+    if (line.html) {
+        MakePage(outcome, line, input);
+        return outcome;
+    }
     const Explanation explanation = Explain(input);
     const std::vector<ExplainFinding> findings = Asked(line, explanation.findings);
     if (line.json) {

@@ -1,6 +1,7 @@
 // cmsdp explain of a whole call: a capture, SIP messages, a folder of descriptions.
 //
 // Tests: tests/tool/TimelineTest.cpp, captures.py
+#include "ExplainPage.h"
 #include "Outcome.h"
 #include "Timeline.h"
 #include "TimelineText.h"
@@ -51,6 +52,10 @@ Outcome RunExplainCall(const CommandLine& line, const std::string& text) {
         we = SideNamed(calls[shown], *line.we);
     }
     Evaluate(calls[shown], receiver, we);
+    if (line.html) {
+        MakePage(outcome, line, calls, shown, receiver);
+        return outcome;
+    }
     outcome.text =
         line.json ? TimelineJson(calls, shown, line, receiver) : TimelineText(calls, shown, line, receiver);
     return outcome;

@@ -10,12 +10,13 @@ const char* const kExplainHelp = R"(Example:
   cmsdp explain --offered --offer ours.sdp answer.sdp
   cmsdp explain --lines offer.sdp
   cmsdp explain --pcap call.pcap --we caller
+  cmsdp explain --html report.html --pcap call.pcap
 
 Usage: cmsdp explain [--local FILE] [--offered] [--before FILE] [--offer FILE]
-                     [--about TOPIC] [--top] [--lines] [--exact] [--json]
-                     [REMOTE]
+                     [--about TOPIC] [--top] [--lines] [--exact]
+                     [--json | --html FILE] [REMOTE]
        cmsdp explain [--local FILE] [--call N] [--we SIDE] [--about TOPIC]
-                     [--top] [--lines] [--exact] [--json]
+                     [--top] [--lines] [--exact] [--json | --html FILE]
                      --pcap FILE | REMOTE
 
 Says why a call came up as it did: which line of the far end, or which local
@@ -51,6 +52,8 @@ Options:
   --exact          take REMOTE byte for byte. Without it a text that has no
                    CR LF at all is cleaned, with a note on standard error
   --json           JSON in place of the text
+  --html FILE      a page for a browser, written to FILE, in place of the text;
+                   - for standard output
   -h, --help       this text
 
 SRTP keys are never shown.

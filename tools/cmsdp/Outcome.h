@@ -22,7 +22,8 @@ enum Status {
 
 /// The result of a verb that did its work.
 struct Outcome {
-    std::string text;               ///< standard output, whole
+    std::string text;               ///< what is written, whole
+    std::string file;               ///< where it goes; empty: standard output
     std::vector<std::string> notes; ///< one line each for standard error
     Status status = kDone;
 };

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -59,6 +60,21 @@ void WriteOutput(const std::string& text) {
     }
     if (error != 0) {
         throw ToolError(kFailed, std::string("standard output cannot be written: ") + std::strerror(error));
+    }
+}
+
+void WriteOutput(const std::string& text, const std::string& file) {
+    if (file.empty()) {
+        WriteOutput(text);
+        return;
+    }
+    const int to = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    int error = to < 0 ? errno : WriteAll(to, text);
+    if (to >= 0 && close(to) != 0 && error == 0) {
+        error = errno;
+    }
+    if (error != 0) {
+        throw ToolError(kFailed, file + ": cannot be written: " + std::strerror(error));
     }
 }
 

@@ -17,6 +17,9 @@ Screen LookAtScreen();
 /// ToolError(kFailed). An empty text touches nothing.
 void WriteOutput(const std::string& text);
 
+/// The same for a named file, which is replaced; an empty name is standard output.
+void WriteOutput(const std::string& text, const std::string& file);
+
 /// One line "cmsdp: ..." on standard error, keys hidden and every byte printable.
 void Complain(const std::string& message);
 

@@ -57,21 +57,6 @@ const char* DoingOf(const Step& step) {
     return step.isReOffer ? "offers again" : doing[static_cast<std::size_t>(step.kind)];
 }
 
-// step 2, 0.120 s: the callee answers step 1, 200 OK to INVITE, seen 2 times more
-std::string Head(const Step& step, std::size_t number) {
-    std::string head = "step " + std::to_string(number) +
-                       (step.seconds ? ", " + Seconds(*step.seconds) : "") + ": the " + SideName(step.from) +
-                       " " + DoingOf(step);
-    if (step.kind != StepKind::Offer && step.partner) {
-        head += " step " + std::to_string(*step.partner + 1);
-    }
-    head += ", " + Shown(step.message);
-    if (step.repeats != 0) {
-        head += ", repeated " + Counted(step.repeats, "time");
-    }
-    return head + "\n";
-}
-
 // Each line of the text indented, empty lines left out.
 std::string Indented(const std::string& text, const std::string& indent) {
     std::string out;
@@ -117,6 +102,20 @@ std::string Reading(const Call& call, std::size_t index, const CommandLine& line
 
 } // namespace
 
+std::string StepHead(const Step& step, std::size_t number) {
+    std::string head = "step " + std::to_string(number) +
+                       (step.seconds ? ", " + Seconds(*step.seconds) : "") + ": the " + SideName(step.from) +
+                       " " + DoingOf(step);
+    if (step.kind != StepKind::Offer && step.partner) {
+        head += " step " + std::to_string(*step.partner + 1);
+    }
+    head += ", " + Shown(step.message);
+    if (step.repeats != 0) {
+        head += ", repeated " + Counted(step.repeats, "time");
+    }
+    return head;
+}
+
 std::string TimelineText(const std::vector<Call>& calls, std::size_t shown, const CommandLine& line,
                          const Capabilities& receiver) {
     std::string text;
@@ -131,7 +130,7 @@ std::string TimelineText(const std::vector<Call>& calls, std::size_t shown, cons
         text += "note: " + note + "\n";
     }
     for (std::size_t i = 0; i < call.steps.size(); ++i) {
-        text += "\n" + Head(call.steps[i], i + 1);
+        text += "\n" + StepHead(call.steps[i], i + 1) + "\n";
         for (const std::string& note : call.steps[i].notes) {
             text += "  note: " + Visible(Secrets(false).Hide(note)) + "\n";
         }

@@ -34,6 +34,15 @@ std::string Visible(std::string_view text) {
     return out;
 }
 
+std::string VisibleBytes(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    for (const char c : text) {
+        AppendByte(out, c);
+    }
+    return out;
+}
+
 std::string VisibleLines(std::string_view text) {
     std::string out;
     out.reserve(text.size());

@@ -13,6 +13,10 @@ namespace cmsdp {
 /// two, so that different texts never look the same.
 std::string Visible(std::string_view text);
 
+/// One line that stays as it is when it is made visible twice: every byte outside printable ASCII stands as
+/// \xNN, a backslash stays one.
+std::string VisibleBytes(std::string_view text);
+
 /// A description for a terminal: lines stay lines, a backslash stays one, every other byte outside printable
 /// ASCII stands as \xNN.
 std::string VisibleLines(std::string_view text);

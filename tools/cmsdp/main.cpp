@@ -28,7 +28,7 @@ int main(int argc, char** argv) {
     static_cast<void>(std::signal(SIGPIPE, SIG_DFL));
     try {
         const cmsdp::Outcome outcome = Run(cmsdp::ParseCommandLine(argc, argv));
-        cmsdp::WriteOutput(outcome.text);
+        cmsdp::WriteOutput(outcome.text, outcome.file);
         for (const std::string& note : outcome.notes) {
             cmsdp::Complain(note);
         }
