@@ -69,11 +69,12 @@ def open_page(driver, page, theme, width):
     driver.get(page.as_uri())
 
 
-def picture(driver, file, width, whole=True):
-    height = driver.execute_script("return document.documentElement.scrollHeight") if whole else 844
+def picture(driver, file, width, most=12000, scale=1):
+    """The page from its top, at most so many pixels of it."""
+    height = min(driver.execute_script("return document.documentElement.scrollHeight"), most)
     shot = driver.execute_cdp_cmd("Page.captureScreenshot", {
         "captureBeyondViewport": True,
-        "clip": {"x": 0, "y": 0, "width": width, "height": min(height, 12000), "scale": 1}})
+        "clip": {"x": 0, "y": 0, "width": width, "height": height, "scale": scale}})
     file.write_bytes(base64.b64decode(shot["data"]))
 
 
@@ -154,8 +155,8 @@ def main():
             page = make(f"hostile-{name}", {"files": {"offer.sdp": text}, "words": ["offer.sdp"]})
             check_inert(driver, page, text)
             look(driver, page, "light", 390)
-        open_page(driver, OUT / "pair.html", "light", 1000)
-        picture(driver, OUT / "report.png", 1000, whole=False)
+        open_page(driver, OUT / "pair.html", "light", 1280)
+        picture(driver, OUT / "report.png", 1280, most=1100, scale=0.75)
     finally:
         driver.quit()
     for problem in problems:
