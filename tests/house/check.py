@@ -276,7 +276,15 @@ def check_heads(root):
             yield f"{path.name}: {test} does not exist"
     if count == 0:
         yield "no source found in commonmedia/src"
-    print(f"heads: {count} sources")
+    named = 0
+    for directory in ("commonmedia", "negotiation", "explain", "tools", "examples", "fuzz", "bench"):
+        for path in files(root / directory, ".cpp", ".h"):
+            for test in re.findall(r"^// Tests?: (.*)$", read(path), re.MULTILINE):
+                for name in re.findall(r"tests/[\w/.]*\w", test):
+                    named += 1
+                    if not (root / name).exists():
+                        yield f"{path.relative_to(root)}: {name} does not exist"
+    print(f"heads: {count} sources, {named} tests named")
 
 
 # --- readme ---------------------------------------------------------------------------------------------
