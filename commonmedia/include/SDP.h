@@ -32,7 +32,7 @@ enum MediaType : std::int32_t {
     MEDIA_APPLICATION = 3,
     MEDIA_UNKNOWN = 256 ///< any other media; the section keeps its place in the order
 };
-typedef MediaType MediaType_t;
+typedef MediaType MediaType_t; ///< the same type
 
 /// Role of a video stream, "a=content:main" or "a=content:slides" on the wire (RFC 4796, 5).
 enum VIDEOTYPE : std::int32_t {
@@ -41,7 +41,7 @@ enum VIDEOTYPE : std::int32_t {
     VIDEOTYPE_MAX = 2, ///< the number of roles
     VIDEOTYPE_UNKNOWN = 100
 };
-typedef VIDEOTYPE VideoType_t;
+typedef VIDEOTYPE VideoType_t; ///< the same type
 
 /// Codecs as single bits, so that a set of codecs is one value: `PayloadType_t(PAYLOAD_G711U |
 /// PAYLOAD_G722)`.
@@ -55,7 +55,7 @@ enum PayloadType : std::int32_t {
     PAYLOAD_G722 = 64,
     PAYLOAD_UNKNOWN = 256
 };
-typedef PayloadType PayloadType_t;
+typedef PayloadType PayloadType_t; ///< the same type
 
 /// One video stream.
 struct COMMONMEDIA_EXPORT VideoParms {

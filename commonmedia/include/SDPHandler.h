@@ -67,13 +67,15 @@ COMMONMEDIA_EXPORT bool ExtractSRTPKey(const unsigned char* bufBase64Key, unsign
 ///     for (const MediaSession* section : handler.GetRemoteSections()) { ... section->vecCandidate ... }
 class RemoteSections {
 public:
+    /// A view of `sections`; the caller keeps them.
     explicit RemoteSections(const std::vector<MediaSession*>& sections)
         : first(sections.data()), count(sections.size()) {}
 
-    const MediaSession* const* begin() const { return first; }
-    const MediaSession* const* end() const { return first + count; }
-    std::size_t size() const { return count; }
-    bool empty() const { return count == 0; }
+    const MediaSession* const* begin() const { return first; }       ///< the first section
+    const MediaSession* const* end() const { return first + count; } ///< after the last section
+    std::size_t size() const { return count; }                       ///< number of sections
+    bool empty() const { return count == 0; }                        ///< true without a section
+    /// One section, in "m=" line order.
     /// @param index  less than size()
     const MediaSession* operator[](std::size_t index) const { return first[index]; }
 

@@ -40,7 +40,7 @@ enum class SDPRow {
 
 /// One line of a description, as ParseTheSDP cuts it: up to a CR LF, which is not part of it.
 struct SDPLine {
-    SDPRow row;
+    SDPRow row;         ///< the handler that reads the line
     std::size_t offset; ///< of the line's first byte in the text given to ParseTheSDP
     std::size_t length; ///< bytes, without the CR LF
     /// The section opened last, which is what the line's handler works on; null before the first accepted

@@ -62,19 +62,19 @@ enum class ExplainVerdict {
 
 /// One line as an editor counts: LF ends it, with or without CR.
 struct ExplainedLine {
-    std::size_t number = 0; ///< from 1
-    std::size_t offset = 0; ///< bytes from the start of the text
-    std::size_t length = 0; ///< bytes, without the line end
-    ExplainVerdict verdict = ExplainVerdict::Ignored;
-    SDPRow row = SDPRow::None; ///< what the component read the line as
-    std::size_t column = 0;    ///< where the row's keyword begins, from 1; 0 without a row
-    std::string_view field;    ///< the field it set; empty when it set none
-    std::string before;        ///< the field's value before it, key text as "***"
-    std::string after;         ///< the field's value after it
-    std::string why;           ///< why it changed nothing; empty when it did
-    std::size_t byLine = 0;    ///< Overridden: the line that replaced it; Joined: the line it is part of
-    std::string_view ledger;   ///< row of commonmedia/DELIBERATE.md, "P08"; empty for none
-    std::string_view clause;   ///< where the line is defined, "RFC 4566, 5.7"
+    std::size_t number = 0;                           ///< from 1
+    std::size_t offset = 0;                           ///< bytes from the start of the text
+    std::size_t length = 0;                           ///< bytes, without the line end
+    ExplainVerdict verdict = ExplainVerdict::Ignored; ///< what became of it
+    SDPRow row = SDPRow::None;                        ///< what the component read the line as
+    std::size_t column = 0;  ///< where the row's keyword begins, from 1; 0 without a row
+    std::string_view field;  ///< the field it set; empty when it set none
+    std::string before;      ///< the field's value before it, key text as "***"
+    std::string after;       ///< the field's value after it
+    std::string why;         ///< why it changed nothing; empty when it did
+    std::size_t byLine = 0;  ///< Overridden: the line that replaced it; Joined: the line it is part of
+    std::string_view ledger; ///< row of commonmedia/DELIBERATE.md, "P08"; empty for none
+    std::string_view clause; ///< where the line is defined, "RFC 4566, 5.7"
 };
 
 /// The part of a call that a finding is about. The order is that of ExplainTopicName.
@@ -95,7 +95,7 @@ enum class ExplainTopic {
     Ice,
     Call
 };
-inline constexpr std::size_t kExplainTopics = 15;
+inline constexpr std::size_t kExplainTopics = 15; ///< how many topics there are
 
 /// How much harm a finding does.
 enum class ExplainSeverity {
@@ -112,7 +112,7 @@ struct ExplainLocalField {
 
 /// A replacement of bytes of the remote text.
 struct ExplainTextChange {
-    std::size_t offset = 0;
+    std::size_t offset = 0; ///< bytes from the start of the text
     std::size_t length = 0; ///< bytes to remove; 0 inserts
     std::string text;       ///< bytes to insert
 };
@@ -127,26 +127,27 @@ struct ExplainLocalChange {
 /// The edit that ends a finding: changes of the remote text in ascending order, or of local fields.
 struct ExplainCure {
     std::string words; ///< the edit as one phrase, such as "end line 7 with CR LF"; empty: none is known
-    std::vector<ExplainTextChange> text;
-    std::vector<ExplainLocalChange> local;
+    std::vector<ExplainTextChange> text;   ///< changes of the remote text
+    std::vector<ExplainLocalChange> local; ///< changes of local fields
 };
 
 /// One cause of one symptom.
 struct ExplainFinding {
     /// Stable name of the rule, never reused: "E08" of this library, "J24" of CheckAnswer (SDPJudge.h).
     std::string_view id;
-    ExplainTopic topic = ExplainTopic::Call;
-    ExplainSeverity severity = ExplainSeverity::Note;
-    std::vector<std::size_t> lines;           ///< the remote lines to blame, from 1
-    const ExplainLocalField* field = nullptr; ///< the local field to blame
-    std::string what;                         ///< sentence: the observed text or value
-    std::string acted;                        ///< sentence: the rule that was applied to it
-    std::string comes;                        ///< sentence: the effect on the call
-    std::string_view ledger;                  ///< row of commonmedia/DELIBERATE.md; empty for none
-    std::string_view repair;                  ///< repair of SDPNegotiator that mends it; empty for none
-    ExplainCure cure;
+    ExplainTopic topic = ExplainTopic::Call;          ///< the part of the call
+    ExplainSeverity severity = ExplainSeverity::Note; ///< how much harm it does
+    std::vector<std::size_t> lines;                   ///< the remote lines to blame, from 1
+    const ExplainLocalField* field = nullptr;         ///< the local field to blame
+    std::string what;                                 ///< sentence: the observed text or value
+    std::string acted;                                ///< sentence: the rule that was applied to it
+    std::string comes;                                ///< sentence: the effect on the call
+    std::string_view ledger;                          ///< row of commonmedia/DELIBERATE.md; empty for none
+    std::string_view repair; ///< repair of SDPNegotiator that mends it; empty for none
+    ExplainCure cure;        ///< the edit that ends it
 };
 
+/// What Explain returns.
 struct Explanation {
     std::vector<ExplainedLine> lines;     ///< every line of the text
     std::vector<ExplainFinding> findings; ///< most harmful first

@@ -27,7 +27,7 @@ struct JudgeRule {
 
 /// One place of a text that breaks a rule.
 struct JudgeViolation {
-    static constexpr int kSession = -1;
+    static constexpr int kSession = -1; ///< a `section` that means the session
 
     const JudgeRule* rule = nullptr; ///< never null in a result
     std::size_t line = 0;            ///< line of the judged text, counted from 1; 0: a line that is missing

@@ -76,6 +76,7 @@ public:
         Required ///< secure offers; plain sections are rejected and plain media stop at once
     };
 
+    /// Kind of a section.
     enum class Media { Audio, Video, FloorControl, Other };
 
     /// Whether a stream runs, and if not, why.
@@ -104,23 +105,25 @@ public:
 
     /// An SRTP master key with its salt (RFC 3711, 8.2). Wiped when it ends.
     struct Key {
-        std::array<unsigned char, baseSDP::kKeyLength> key{};
-        std::array<unsigned char, baseSDP::kSaltLength> salt{};
+        std::array<unsigned char, baseSDP::kKeyLength> key{};   ///< 16 bytes; zero: no key
+        std::array<unsigned char, baseSDP::kSaltLength> salt{}; ///< 14 bytes
 
         Key() = default;
         Key(const Key&) = default;
         Key& operator=(const Key&) = default;
         ~Key();
+        /// Whether both have the same bytes. The time that it takes depends on them.
         bool operator==(const Key& other) const { return key == other.key && salt == other.salt; }
+        /// The opposite of ==.
         bool operator!=(const Key& other) const { return !(*this == other); }
     };
 
     /// A picture size and the highest integer frame rate, pictures per second, that the far end's level and
     /// limits allow for it (ITU-T H.264, table A-1; RFC 6184, 8.1); 0 when the size is too large.
     struct Picture {
-        int width;
-        int height;
-        int rate;
+        int width;  ///< pixels
+        int height; ///< pixels
+        int rate;   ///< pictures per second; 0: too large for the far end
     };
 
     /// The part of the floor that this side plays (RFC 4583, 4).
@@ -128,11 +131,11 @@ public:
 
     /// One section of the agreed session, and what to do with it.
     struct Stream {
-        Media media = Media::Other;
+        Media media = Media::Other;           ///< kind of the section
         VideoType_t role = VIDEOTYPE_UNKNOWN; ///< main or slides, for a video section that was taken
         std::size_t section = 0;              ///< place among the "m=" lines, from 0
-        State state = State::DeclinedByUs;
-        std::string_view reason; ///< the state in words, a fixed sentence; empty for Start
+        State state = State::DeclinedByUs;    ///< whether it runs, and if not, why
+        std::string_view reason;              ///< the state in words, a fixed sentence; empty for Start
         bool send = false;    ///< this side sends: both descriptions allow it, mute and hold do not forbid it
         bool receive = false; ///< this side receives
 
@@ -154,6 +157,7 @@ public:
         int maxMbps = 0;           ///< H.264: macroblocks/s; 0 not given
         int maxFs = 0;             ///< H.264: macroblocks; 0 not given
         int maxBr = 0;             ///< H.264: units of 1000 bit/s; 0 not given
+        /// H.264: what the far end's level and limits mean for four sizes.
         std::array<Picture, 4> pictures = {{{1920, 1080, 0}, {1280, 720, 0}, {640, 480, 0}, {352, 288, 0}}};
 
         /// The suite of both directions, as offered and answered; CRYPTO_NONE: plain.
@@ -183,7 +187,7 @@ public:
 
     /// Result of SetLocal and Rekey. A wish that is not taken changes nothing.
     struct Wish {
-        bool isTaken = false;
+        bool isTaken = false;    ///< the wish is in force
         std::string_view reason; ///< a fixed sentence; empty when the wish was taken
     };
 
@@ -206,12 +210,14 @@ public:
     /// A copy is for keeping and comparing a state: only one of the two may go on sending texts, because both
     /// have one session id (RFC 3264, 8).
     SDPNegotiator(const SDPNegotiator& other);
-    SDPNegotiator& operator=(const SDPNegotiator& other);
-    SDPNegotiator(SDPNegotiator&& other) noexcept;
-    SDPNegotiator& operator=(SDPNegotiator&& other) noexcept;
+    SDPNegotiator& operator=(const SDPNegotiator& other); ///< as the copy
+    SDPNegotiator(SDPNegotiator&& other) noexcept;        ///< `other` can only be assigned to or destroyed
+    SDPNegotiator&
+    operator=(SDPNegotiator&& other) noexcept; ///< `other` can only be assigned to or destroyed
 
     /// Whether both hold the same wishes, session, streams and texts. Repairs() is not compared.
     bool operator==(const SDPNegotiator& other) const;
+    /// The opposite of ==.
     bool operator!=(const SDPNegotiator& other) const { return !(*this == other); }
 
     // Wishes. They take effect with the next agreement. Those that only restrict (hold, mute, SRTP Required)
@@ -277,6 +283,7 @@ public:
 
     // The agreed state
 
+    /// The state of the offer/answer exchange.
     Phase GetPhase() const;
     /// One entry per section of the agreed session, in "m=" line order; empty before the first agreement.
     /// Hold, camera mute and SRTP Required are visible at once. Valid until the next call that is not const.
