@@ -68,7 +68,7 @@ std::string WithoutParameter(std::string_view line, const Parameter& parameter) 
 }
 
 std::string WithValue(std::string_view line, const Parameter& parameter, const std::string& value) {
-    const std::size_t at = static_cast<std::size_t>(parameter.value.data() - line.data());
+    const auto at = static_cast<std::size_t>(parameter.value.data() - line.data());
     return std::string(line.substr(0, at)) + value + std::string(line.substr(at + parameter.value.size()));
 }
 

@@ -105,6 +105,7 @@ void FindSessionLevel(Scene& scene, const TextLine& line, std::size_t& budget) {
         }
     }
     std::vector<ExplainTextChange> changes;
+    changes.reserve(moved.size());
     for (const TextLine* const each : moved) {
         changes.push_back(DeleteLine(*each));
     }
