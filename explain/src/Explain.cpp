@@ -26,29 +26,42 @@ void NameRepairs(std::vector<ExplainFinding>& findings, const ExplainInput& inpu
     }
 }
 
+std::vector<ExplainFinding> FindingsOf(const ExplainInput& input, bool checksCures, std::size_t& untried) {
+    const Reading reading = Read(input.remote);
+    const State state = RunState(input);
+    Maker maker(input, reading, state, checksCures);
+    std::size_t skipped = 0;
+    for (Suspect& suspect : SuspectsOf(input, reading, state, skipped)) {
+        maker.Take(std::move(suspect));
+    }
+    std::vector<ExplainFinding> findings = maker.Finish();
+    untried = maker.untried + skipped;
+    NameRepairs(findings, input);
+    for (ExplainFinding& judged : JudgedFindings(input)) {
+        findings.push_back(std::move(judged));
+    }
+    std::stable_sort(findings.begin(), findings.end(), [](const ExplainFinding& a, const ExplainFinding& b) {
+        return a.severity > b.severity;
+    });
+    return findings;
+}
+
 } // namespace
 
 } // namespace explain
 
 Explanation Explain(const ExplainInput& input) {
-    using namespace explain;
-    const Reading reading = Read(input.remote);
-    const State state = RunState(input);
-    Maker maker(input, reading, state);
-    std::size_t skipped = 0;
-    for (Suspect& suspect : SuspectsOf(input, reading, state, skipped)) {
-        maker.Take(std::move(suspect));
-    }
     Explanation explanation;
     explanation.lines = ExplainLines(input);
-    explanation.findings = maker.Finish();
-    NameRepairs(explanation.findings, input);
-    for (ExplainFinding& judged : JudgedFindings(input)) {
-        explanation.findings.push_back(std::move(judged));
-    }
-    std::stable_sort(
-        explanation.findings.begin(), explanation.findings.end(),
-        [](const ExplainFinding& a, const ExplainFinding& b) { return a.severity > b.severity; });
-    explanation.untried = maker.untried + skipped;
+    explanation.findings = explain::FindingsOf(input, true, explanation.untried);
     return explanation;
+}
+
+std::vector<ExplainFinding> ExplainFindings(const ExplainInput& input) {
+    std::size_t untried = 0;
+    std::vector<ExplainFinding> findings = explain::FindingsOf(input, false, untried);
+    for (ExplainFinding& finding : findings) {
+        finding.cure = {};
+    }
+    return findings;
 }

@@ -101,8 +101,8 @@ std::vector<Suspect> SuspectsOf(const ExplainInput& input, const Reading& readin
     return suspects;
 }
 
-Maker::Maker(const ExplainInput& input, const Reading& reading, const State& state)
-    : m_input(input), m_reading(reading), m_state(state), m_named(ByName(state)) {
+Maker::Maker(const ExplainInput& input, const Reading& reading, const State& state, bool checksCures)
+    : m_input(input), m_reading(reading), m_state(state), m_named(ByName(state)), m_checksCures(checksCures) {
     // Small texts are examined in full; for long ones the cost stays in proportion to the length.
     constexpr std::size_t bytes = 1U << 20U;
     constexpr std::size_t most = 256;
@@ -125,7 +125,7 @@ Effects Maker::Try(Suspect& suspect) {
     const bool isFinding =
         !suspect.known.empty() ||
         std::any_of(effects.begin(), effects.end(), [](const Effect& effect) { return effect.isAny; });
-    if (isFinding && !IsEnded(suspect, m_reading, cured, then)) {
+    if (m_checksCures && isFinding && !IsEnded(suspect, m_reading, cured, then)) {
         suspect.cure = {};
     }
     return effects;
@@ -234,7 +234,9 @@ void Maker::DropBadCures() {
 }
 
 std::vector<ExplainFinding> Maker::Finish() {
-    DropBadCures();
+    if (m_checksCures) {
+        DropBadCures();
+    }
     std::stable_sort(m_found.begin(), m_found.end(), [](const Ranked& a, const Ranked& b) {
         return a.finding.severity != b.finding.severity ? a.finding.severity > b.finding.severity
                                                         : a.rank < b.rank;

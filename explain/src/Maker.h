@@ -22,7 +22,8 @@ std::vector<Suspect> SuspectsOf(const ExplainInput& input, const Reading& readin
 
 class Maker {
 public:
-    Maker(const ExplainInput& input, const Reading& reading, const State& state);
+    /// Without `checksCures` the cures are those that the suspects propose.
+    Maker(const ExplainInput& input, const Reading& reading, const State& state, bool checksCures);
 
     /// Examines the next suspect.
     void Take(Suspect suspect);
@@ -59,6 +60,7 @@ private:
     Named m_named;
     std::vector<Suspect> m_suspects;
     std::vector<Ranked> m_found;
+    bool m_checksCures;
     std::size_t m_tried = 0;
     std::size_t m_allowance; ///< runs that are left for finding what cures open
 };

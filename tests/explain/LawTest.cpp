@@ -44,6 +44,38 @@ TEST(ExplainLaw, LinesThatChangeNothingCanBeDeleted) {
     }
 }
 
+/// A finding without its cure, and without the words that name one.
+std::string Bare(const ExplainFinding& finding) {
+    std::string text = std::string(finding.id) + " " + ExplainTopicName(finding.topic) + " " +
+                       ExplainSeverityName(finding.severity) + " " + std::string(finding.repair);
+    for (const std::size_t line : finding.lines) {
+        text += " " + std::to_string(line);
+    }
+    text += finding.field == nullptr ? "" : " " + std::string(finding.field->file);
+    return text + "\n" + finding.what + "\n" + finding.acted + "\n" +
+           finding.comes.substr(0, finding.comes.find(" With the cure ")) + "\n";
+}
+
+TEST(ExplainLaw, WithoutCuresTheFindingsAreTheSame) {
+    for (const NamedText& named : AllTexts()) {
+        for (const bool srtp : {false, true}) {
+            ExplainInput input = Side(named.text);
+            input.srtp = srtp;
+            std::string with;
+            for (const ExplainFinding& finding : Explain(input).findings) {
+                with += Bare(finding);
+            }
+            std::string without;
+            for (const ExplainFinding& finding : ExplainFindings(input)) {
+                without += Bare(finding);
+                EXPECT_TRUE(finding.cure.words.empty() && finding.cure.text.empty() &&
+                            finding.cure.local.empty());
+            }
+            EXPECT_EQ(without, with) << named.name;
+        }
+    }
+}
+
 TEST(ExplainLaw, ALineThatIsUsedCannotBeDeleted) {
     for (const NamedText& named : AllTexts()) {
         const ExplainInput input = Side(named.text);

@@ -84,6 +84,14 @@ TEST_F(Help, OfCheck) {
                                     "Usage: cmsdp check [--json] OFFER ANSWER\n");
 }
 
+TEST_F(Help, OfSurvey) {
+    ExpectHelp({"survey", "--help"}, "Example:\n"
+                                     "  cmsdp survey /var/log/calls\n"
+                                     "  zcat night.jsonl.gz | cmsdp survey --json - > night.result\n"
+                                     "\n"
+                                     "Usage: cmsdp survey [--local FILE] [--offered] [--json] PATH...\n");
+}
+
 TEST_F(Help, OfRedact) {
     ExpectHelp({"redact", "--help"}, "Example:\n"
                                      "  cmsdp redact --addresses offer.sdp > ticket.sdp\n"

@@ -101,6 +101,9 @@ def outputs(scratch):
     for number, capture in enumerate(CAPTURES[:4]):
         (folder / f"{number}-{'answer' if number % 2 else 'offer'}.sdp").write_bytes(capture.read_bytes())
     yield "explain of a call", run("explain", "--json", "--lines", folder)
+    survey = run("survey", "--json", CAPTURES[0].parent, CAPTURES[0].parent.parent / "README.md")
+    for number, line in enumerate(survey.splitlines()):
+        yield f"survey line {number + 1}", line
     for capture in CAPTURES:
         for local in ([], ["--local", secure]):
             yield f"inspect {capture.name}", run("inspect", "--json", *local, capture)

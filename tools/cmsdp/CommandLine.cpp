@@ -122,6 +122,13 @@ void DeclareDiff(CLI::App& verb, CommandLine& line) {
     verb.add_option("NEW", line.newer)->required();
 }
 
+void DeclareSurvey(CLI::App& verb, CommandLine& line) {
+    AddLocal(verb, line);
+    verb.add_flag("--offered", line.offered);
+    verb.add_flag("--json", line.json);
+    verb.add_option("PATH", line.paths)->required();
+}
+
 void DeclareRedact(CLI::App& verb, CommandLine& line) {
     verb.add_flag("--addresses", line.addresses);
     verb.add_option("REMOTE", line.remote.name);
@@ -150,6 +157,7 @@ constexpr VerbRow kVerbs[] = {
     {"explain", &kExplainHelp, DeclareExplain, RunExplain},
     {"whynot", &kWhyNotHelp, DeclareWhyNot, RunWhyNot},
     {"diff", &kDiffHelp, DeclareDiff, RunDiff},
+    {"survey", &kSurveyHelp, DeclareSurvey, RunSurvey},
     {"redact", &kRedactHelp, DeclareRedact, RunRedact},
     {"capabilities", &kCapabilitiesHelp, DeclareNothing, RunCapabilities},
     {"help", &kHelp, DeclareHelp, RunHelp},

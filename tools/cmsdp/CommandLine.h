@@ -43,6 +43,7 @@ struct CommandLine {
     std::string newer;                   ///< diff: the later description; `remote` is the earlier
     std::vector<std::string> require;    ///< streams that have to be negotiated, by their JSON names
     std::vector<std::string> then;       ///< call: what happens after it came up, "answerer:hold"
+    std::vector<std::string> paths;      ///< survey: files and folders, - for JSON lines
     bool addresses = false;              ///< redact: addresses, names and credentials as well
     bool json = false;
     bool fit = false; ///< write what the negotiation layer sends, not what the component writes

@@ -26,6 +26,7 @@ Verbs; cmsdp VERB --help tells more:
                    field did what, and which edit mends it
   whynot           say why a codec was not chosen
   diff             say what a new description changes for the media engine
+  survey           count the findings and the streams of many descriptions
   redact           write a description for others: other keys, and other
                    addresses and names, with the same meaning
   capabilities     write what this side can do as JSON, to be edited and

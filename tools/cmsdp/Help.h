@@ -15,6 +15,7 @@ extern const char* const kCheckHelp;
 extern const char* const kExplainHelp;
 extern const char* const kWhyNotHelp;
 extern const char* const kDiffHelp;
+extern const char* const kSurveyHelp;
 extern const char* const kRedactHelp;
 extern const char* const kCapabilitiesHelp;
 extern const char* const kVersionHelp;

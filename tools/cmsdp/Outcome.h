@@ -15,9 +15,10 @@ enum Status {
     kDone = 0,
     kNothingNegotiated = 1, ///< everything worked, and no stream came up
     kUsage = 2,
-    kRemoteText = 3, ///< the remote text cannot be read, or holds no SDP line
-    kLocalFile = 4,  ///< the local file cannot be read, or says something that it cannot mean
-    kFailed = 5      ///< the machine failed: output, memory, random numbers, a program that is not installed
+    kRemoteText = 3,   ///< the remote text cannot be read, or holds no SDP line
+    kLocalFile = 4,    ///< the local file cannot be read, or says something that it cannot mean
+    kFailed = 5,       ///< the machine failed: output, memory or random numbers
+    kInterrupted = 130 ///< SIGINT ended a survey, which shows what it has
 };
 
 /// The result of a verb that did its work.

@@ -30,6 +30,10 @@ int WriteAll(int file, const std::string& text) {
     return 0;
 }
 
+[[noreturn]] void FailToWrite(int error) {
+    throw ToolError(kFailed, std::string("standard output cannot be written: ") + std::strerror(error));
+}
+
 bool IsSet(const char* variable) {
     const char* const value = std::getenv(variable);
     return value != nullptr && *value != '\0';
@@ -50,16 +54,20 @@ Screen LookAtScreen() {
     return screen;
 }
 
+void WritePart(const std::string& text) {
+    const int error = WriteAll(STDOUT_FILENO, text);
+    if (error != 0) {
+        FailToWrite(error);
+    }
+}
+
 void WriteOutput(const std::string& text) {
     if (text.empty()) {
         return;
     }
-    int error = WriteAll(STDOUT_FILENO, text);
-    if (error == 0 && close(STDOUT_FILENO) != 0) {
-        error = errno;
-    }
-    if (error != 0) {
-        throw ToolError(kFailed, std::string("standard output cannot be written: ") + std::strerror(error));
+    WritePart(text);
+    if (close(STDOUT_FILENO) != 0) {
+        FailToWrite(errno);
     }
 }
 

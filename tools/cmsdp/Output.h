@@ -20,6 +20,9 @@ void WriteOutput(const std::string& text);
 /// The same for a named file, which is replaced; an empty name is standard output.
 void WriteOutput(const std::string& text, const std::string& file);
 
+/// Writes a part of what follows and leaves standard output open. Throws ToolError(kFailed).
+void WritePart(const std::string& text);
+
 /// One line "cmsdp: ..." on standard error, keys hidden and every byte printable.
 void Complain(const std::string& message);
 

@@ -10,10 +10,6 @@
 
 namespace cmsdp {
 
-/// The text with its keys hidden. The rest of a word after "inline:" becomes "***", in any letter case, and
-/// so does the third word of an "a=crypto:" attribute without it, because seven characters of that word are
-/// skipped unread (RFC 4568, 9.1 calls for "inline:" there). Its second word is shown when it names a suite:
-
 /// A piece of a text that may hold a key.
 struct Hidden {
     std::size_t offset;

@@ -35,6 +35,7 @@ Outcome RunExplain(const CommandLine& line, const Screen& screen);
 Outcome RunExplainCall(const CommandLine& line, const std::string& text);
 Outcome RunWhyNot(const CommandLine& line, const Screen& screen);
 Outcome RunDiff(const CommandLine& line, const Screen& screen);
+Outcome RunSurvey(const CommandLine& line, const Screen& screen);
 Outcome RunRedact(const CommandLine& line, const Screen& screen);
 Outcome RunCapabilities(const CommandLine& line, const Screen& screen);
 Outcome RunVersion(const CommandLine& line, const Screen& screen);

@@ -1,0 +1,165 @@
+// Nothing is read ahead: the survey asks for one file or one line at a time.
+//
+// Tests: tests/tool/SurveyTest.cpp
+#include "SurveySources.h"
+
+#include "Outcome.h"
+#include "ReadFile.h"
+#include "RemoteText.h"
+#include "Timeline.h"
+#include "Words.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+#include <unistd.h>
+
+namespace cmsdp {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool NameFolder(const fs::path& folder, const TakeName& take) {
+    std::error_code error;
+    std::vector<fs::path> entries;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        entries.push_back(entry->path());
+    }
+    if (error) {
+        return take(folder.string());
+    }
+    std::sort(entries.begin(), entries.end());
+    for (const fs::path& entry : entries) {
+        const fs::file_status status = fs::symlink_status(entry, error);
+        if (!(fs::is_directory(status) ? NameFolder(entry, take) : take(entry.string()))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool IsCapture(std::string_view bytes) {
+    static constexpr std::string_view starts[] = {"\xd4\xc3\xb2\xa1", "\xa1\xb2\xc3\xd4", "\x4d\x3c\xb2\xa1",
+                                                  "\xa1\xb2\x3c\x4d", "\x0a\x0d\x0d\x0a"};
+    return std::any_of(std::begin(starts), std::end(starts),
+                       [bytes](std::string_view start) { return bytes.substr(0, start.size()) == start; });
+}
+
+bool TakeCalls(const std::string& name, std::vector<Call> calls, const TakeItem& take) {
+    std::size_t count = 0;
+    for (Call& call : calls) {
+        for (Step& step : call.steps) {
+            if (step.kind != StepKind::Offer && step.kind != StepKind::Answer) {
+                continue;
+            }
+            ++count;
+            if (!take({name + ":" + std::to_string(count), std::move(step.text),
+                       step.kind == StepKind::Answer, ""})) {
+                return false;
+            }
+        }
+    }
+    return count != 0 || take({name, "", false, "it holds no offer and no answer"});
+}
+
+// The description of a file, cleaned when it is a paste: no line of it ends in CR LF.
+std::string Description(const std::string& file, std::string text) {
+    if (HoldsSdpLine(text)) {
+        return text;
+    }
+    std::vector<std::string> notes;
+    return ReadRemoteText({file, false, 1}, notes).text;
+}
+
+// What a line of JSON holds.
+Surveyed ItemOf(const std::string& line, const std::string& name, bool remoteAnswers) {
+    using Json = nlohmann::json;
+    const Json value = Json::parse(line, nullptr, false);
+    if (value.is_discarded()) {
+        return {name, "", false, "it is no JSON"};
+    }
+    if (!value.is_object() || !value.contains("sdp") || !value["sdp"].is_string()) {
+        return {name, "", false, "it has no member \"sdp\" that is a text"};
+    }
+    const bool isAnswer = value.contains("type") && value["type"] == "answer";
+    return {name, value["sdp"].get<std::string>(), remoteAnswers || isAnswer, ""};
+}
+
+} // namespace
+
+void NameFiles(const std::vector<std::string>& paths, const TakeName& take) {
+    for (const std::string& path : paths) {
+        std::error_code error;
+        if (!(path != "-" && fs::is_directory(path, error) ? NameFolder(path, take) : take(path))) {
+            return;
+        }
+    }
+}
+
+void ReadItems(const std::string& file, bool remoteAnswers, const TakeItem& take) {
+    try {
+        std::error_code error;
+        if (fs::exists(file, error) && !fs::is_regular_file(file, error)) {
+            take({file, "", false, "it is no file"});
+            return;
+        }
+        std::string text = ReadFile(file);
+        std::vector<std::string> notes;
+        if (IsCapture(text)) {
+            TakeCalls(file, CallsOfCapture(file, notes), take);
+        } else if (HoldsSipMessages(text)) {
+            TakeCalls(file, CallsOfSipText(text, false, notes), take);
+        } else {
+            take({file, Description(file, std::move(text)), remoteAnswers, ""});
+        }
+    } catch (const ReadError& error) {
+        take({file, "", false, error.what()});
+    } catch (const ToolError& error) {
+        const std::string why = error.what();
+        const std::string start = file + ": ";
+        take({file, "", false, why.compare(0, start.size(), start) == 0 ? why.substr(start.size()) : why});
+    }
+}
+
+void ReadJsonLines(bool remoteAnswers, const TakeItem& take) {
+    std::string line;
+    std::size_t number = 0;
+    bool isTooLong = false;
+    const auto end = [&] {
+        const std::string name = "-:" + std::to_string(++number);
+        const bool isEmpty = line.find_first_not_of(" \t\r") == std::string::npos && !isTooLong;
+        const bool isWanted =
+            isEmpty || take(isTooLong ? Surveyed{name, "", false, "it is longer than 16 MiB"}
+                                      : ItemOf(line, name, remoteAnswers));
+        line.clear();
+        isTooLong = false;
+        return isWanted;
+    };
+    std::array<char, 65536> block{};
+    ssize_t count = 0;
+    while ((count = read(STDIN_FILENO, block.data(), block.size())) > 0) {
+        std::string_view bytes(block.data(), static_cast<std::size_t>(count));
+        for (std::size_t stop = bytes.find('\n'); stop != std::string_view::npos; stop = bytes.find('\n')) {
+            line += bytes.substr(0, stop);
+            bytes.remove_prefix(stop + 1);
+            if (!end()) {
+                return;
+            }
+        }
+        line += bytes;
+        if (line.size() > kMostBytes) {
+            isTooLong = true;
+            line.clear();
+        }
+    }
+    if (!line.empty() || isTooLong) {
+        end();
+    }
+}
+
+} // namespace cmsdp
