@@ -129,6 +129,40 @@ TEST_F(Page, OfACall) {
     EXPECT_EQ(Count(run.out, "<a href=\"#t3\">text and findings</a>"), 1U);
 }
 
+// --top leaves one finding of each description, in the picture as well.
+TEST_F(Page, OfACallHasTheFindingsThatWereAsked) {
+    std::filesystem::create_directory(m_directory + "/call");
+    Write("call/1.sdp", kOurs);
+    Write("call/2.sdp", kAnswer);
+    const Result run = Cmsdp({"explain", "--html", "-", "--top", "call"});
+    EXPECT_EQ(Count(run.out, "class=\"finding "), 2U);
+    EXPECT_EQ(Count(run.out, ">1 finding</text>"), 2U);
+}
+
+TEST_F(Page, OfOneSideReadsWhatThatSideReceives) {
+    std::filesystem::create_directory(m_directory + "/call");
+    Write("call/1.sdp", kOurs);
+    Write("call/2.sdp", kAnswer);
+    const Result run = Cmsdp({"explain", "--html", "-", "--we", "callee", "call"});
+    EXPECT_EQ(Count(run.out, "<h3 class=\"reading\">"), 1U);
+    EXPECT_EQ(Count(run.out, "<h3 class=\"reading\">The caller&#39;s offer, read by the callee</h3>"), 1U);
+    EXPECT_EQ(Count(run.out, "<ol class=\"sdp\">"), 2U);
+}
+
+TEST_F(Page, OfManyFormatsSaysHowManyMore) {
+    std::string text = kAnswer;
+    text.insert(text.find("m=audio 5004 RTP/AVP 9") + 22, [] {
+        std::string formats;
+        for (int i = 0; i < 120; ++i) {
+            formats += " " + std::to_string(200 + i);
+        }
+        return formats;
+    }());
+    const std::string page = PageFor(text, {"--offered", "--top"});
+    EXPECT_EQ(Count(page, "<td><a href=\"#t2-4\">4</a></td>"), 400U);
+    EXPECT_EQ(Count(page, "<p>88 more rows are not shown.</p>"), 1U);
+}
+
 TEST_F(Page, OfManyLinesSaysHowManyMore) {
     std::string text = kAnswer;
     for (int i = 0; i < 2001; ++i) {

@@ -45,14 +45,12 @@ PageText OurText(const CommandLine& line, const ExplainInput& input, const PageT
 }
 
 // The description of a step, read by its receiver when it was evaluated.
-PageText TextOfStep(const Call& call, std::size_t index, const CommandLine& line,
-                    const Capabilities& receiver) {
+PageText TextOfStep(const Call& call, std::size_t index, const Capabilities& receiver) {
     const Step& step = call.steps[index];
     const ExplainInput input = InputOfStep(call, index, receiver);
     PageText text;
     if (step.isEvaluated) {
-        text = ReadForPage(input, receiver);
-        text.findings = Asked(line, step.findings);
+        text = ReadForPage(input, receiver, step.findings, step.untried);
     } else {
         text = ShownForPage(InputOf(receiver), step.text, step.kind == StepKind::Answer);
     }
@@ -67,24 +65,23 @@ PageText TextOfStep(const Call& call, std::size_t index, const CommandLine& line
 }
 
 // Every offer with its answer, and answers whose offer was not seen.
-std::vector<PageExchange> ExchangesOf(const Call& call, const CommandLine& line,
-                                      const Capabilities& receiver) {
+std::vector<PageExchange> ExchangesOf(const Call& call, const Capabilities& receiver) {
     std::vector<PageExchange> exchanges;
     for (std::size_t i = 0; i < call.steps.size(); ++i) {
         const Step& step = call.steps[i];
         PageExchange exchange;
         if (step.kind == StepKind::Offer) {
             exchange.title = "step " + std::to_string(i + 1);
-            exchange.offer = TextOfStep(call, i, line, receiver);
+            exchange.offer = TextOfStep(call, i, receiver);
             if (step.partner) {
                 exchange.title =
                     "steps " + std::to_string(i + 1) + " and " + std::to_string(*step.partner + 1);
-                exchange.answer = TextOfStep(call, *step.partner, line, receiver);
+                exchange.answer = TextOfStep(call, *step.partner, receiver);
             }
         } else if (step.kind == StepKind::Answer &&
                    (!step.partner || call.steps[*step.partner].partner != i)) {
             exchange.title = "step " + std::to_string(i + 1);
-            exchange.answer = TextOfStep(call, i, line, receiver);
+            exchange.answer = TextOfStep(call, i, receiver);
         } else {
             continue;
         }
@@ -96,8 +93,9 @@ std::vector<PageExchange> ExchangesOf(const Call& call, const CommandLine& line,
 } // namespace
 
 void MakePage(Outcome& outcome, const CommandLine& line, const ExplainInput& input) {
-    PageText theirs = ReadForPage(input, SideOf(line.local));
-    theirs.findings = Asked(line, theirs.findings);
+    const Explanation explanation = Explain(input);
+    PageText theirs =
+        ReadForPage(input, SideOf(line.local), Asked(line, explanation.findings), explanation.untried);
     theirs.title = input.remoteAnswers ? "The far end's answer" : "The far end's offer";
     theirs.origin = BaseName(line.remote.name);
     theirs.reading = theirs.title + ", read by this side";
@@ -117,14 +115,17 @@ void MakePage(Outcome& outcome, const CommandLine& line, const ExplainInput& inp
 
 void MakePage(Outcome& outcome, const CommandLine& line, const std::vector<Call>& calls, std::size_t shown,
               const Capabilities& receiver) {
-    const Call& call = calls[shown];
+    Call call = calls[shown];
+    for (Step& step : call.steps) {
+        step.findings = Asked(line, step.findings);
+    }
     PageData page;
     page.title = BaseName(line.pcap ? *line.pcap : line.remote.name) + ", call " + std::to_string(shown + 1) +
                  " of " + std::to_string(calls.size());
     page.notes = outcome.notes;
     page.notes.insert(page.notes.end(), call.notes.begin(), call.notes.end());
     page.call = &call;
-    page.exchanges = ExchangesOf(call, line, receiver);
+    page.exchanges = ExchangesOf(call, receiver);
     Finish(outcome, line, page);
 }
 

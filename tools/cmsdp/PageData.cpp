@@ -36,13 +36,13 @@ Report ReportOf(const ExplainInput& input, const Capabilities& side) {
 
 } // namespace
 
-PageText ReadForPage(const ExplainInput& input, const Capabilities& side) {
+PageText ReadForPage(const ExplainInput& input, const Capabilities& side,
+                     std::vector<ExplainFinding> findings, std::size_t untried) {
     PageText page;
     page.text = Secrets(false).Hide(input.remote);
-    Explanation explanation = Explain(input);
-    page.lines = std::move(explanation.lines);
-    page.findings = std::move(explanation.findings);
-    page.untried = explanation.untried;
+    page.lines = ExplainLines(input);
+    page.findings = std::move(findings);
+    page.untried = untried;
     page.pairs = ExplainWhyNot(input);
     page.report = ReportOf(input, side);
     page.isRead = true;

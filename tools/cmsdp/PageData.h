@@ -51,9 +51,10 @@ struct PageData {
     const Call* call = nullptr; ///< drawn as a timeline; the exchanges are those of its descriptions
 };
 
-/// Reads a description as `input` says: lines, findings, pairs, streams. `findings` are those that were asked
-/// for. `side` is what `input.local` was made from.
-PageText ReadForPage(const ExplainInput& input, const Capabilities& side);
+/// A description that is read as `input` says: lines, pairs, streams, and what Explain found. `side` is what
+/// `input.local` was made from.
+PageText ReadForPage(const ExplainInput& input, const Capabilities& side,
+                     std::vector<ExplainFinding> findings, std::size_t untried);
 
 /// A description that is shown beside one that is read. `input` is that of the other: each line has the
 /// verdict that a reader like this side gives it.

@@ -73,7 +73,8 @@ svg .side { font-weight: bold; }
 .steps > .note { border-left-color: var(--note); }
 .steps > .good { border-left-color: var(--good); }
 .steps > :target { outline: 2px solid var(--join); }
-.texts { display: grid; gap: 1rem; grid-template-columns: repeat(auto-fit, minmax(min(24rem, 100%), 1fr)); }
+.texts { display: grid; gap: 1rem; margin-top: .75rem;
+  grid-template-columns: repeat(auto-fit, minmax(min(24rem, 100%), 1fr)); }
 .text { min-width: 0; }
 .sdp { list-style: none; margin: 0; padding: 0; }
 .sdp li { border-left: .35rem solid var(--rule); padding: .1rem .5rem; margin: 1px 0; }
