@@ -27,9 +27,9 @@
 //
 // Operations that are refused, and why:
 //
-//     call.Offer()            no address was set, or an offer is pending: isTaken false, the state is
-//     unchanged call.Accept(text)       no offer is pending, or the text has other sections than the offer:
-//     unchanged call.Accept(other)      a second answer to one offer that differs from the first: unchanged
+//     call.Offer()            no address was set, or an offer is pending: isTaken false; unchanged
+//     call.Accept(text)       no offer is pending, or the text has other sections: unchanged
+//     call.Accept(other)      a second answer to one offer that differs from the first: unchanged
 //     call.Answer(text)       while our offer is pending: status 491 (RFC 3261, 14.1); unchanged
 //     call.Answer(text)       nothing in it can be taken, a section is missing, or no address was set:
 //                             status 488; unchanged
@@ -94,7 +94,7 @@ public:
     enum Change : std::uint32_t {
         kNothing = 0,
         kStarted = 1,   ///< did not run before: open it
-        kStopped = 2,   ///< ran before: close it
+        kStopped = 2,   ///< ran before: close it; with kStarted another stream takes its section
         kDirection = 4, ///< `send`, `receive` or being held
         kAddress = 8,   ///< address, port or RTCP place of the far end
         kCodec = 16,    ///< codec or payload numbers

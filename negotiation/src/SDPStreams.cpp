@@ -1,7 +1,8 @@
 // Stage: streams, the agreed texts to what the engine starts.
 // Input: the component's record, the far end's sections, the slots, the wishes. Output: one entry per
-// section. Touches the streams of a session; keys are copied into entries that wipe them. Test:
-// tests/negotiation/SDPStreamsTest.cpp
+// section.
+// Touches the streams of a session; keys are copied into entries that wipe them.
+// Test: tests/negotiation/SDPStreamsTest.cpp
 #include "SDPStreams.h"
 
 #include "SDPH264Rates.h"
@@ -255,10 +256,11 @@ void ApplyAgreement(Session& session, const Session& before, const Wishes& wishe
             Stream& stream = session.streams[open];
             RefreshOne(stream, session.slots[open], role, wishes);
             session.slots[open].agreed = FlowOf(stream);
-            stream.changes = wasOpen ? Differences(before.streams[last], before.slots[last].agreed, stream)
-                                     : Running(false, IsRunning(stream.state));
+            stream.changes |= wasOpen ? Differences(before.streams[last], before.slots[last].agreed, stream)
+                                      : Running(false, IsRunning(stream.state));
         } else if (wasOpen && Ran(before.streams[last], before.slots[last].agreed)) {
-            session.streams[last].changes = SDPNegotiator::kStopped;
+            // Another stream may have taken the section.
+            session.streams[last].changes |= SDPNegotiator::kStopped;
         }
     }
 }

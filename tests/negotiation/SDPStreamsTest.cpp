@@ -92,6 +92,22 @@ TEST(Streams, WhatChangedIsTold) {
     EXPECT_EQ(changes("m=audio 0 RTP/AVP 0\n"), SDPNegotiator::kStopped);
 }
 
+TEST(Streams, AStreamThatTakesTheSectionOfAnotherStopsIt) {
+    constexpr std::uint32_t replaced = SDPNegotiator::kStarted | SDPNegotiator::kStopped;
+    const std::string video = "m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n";
+    SDPNegotiator slides = Side(Local());
+    ASSERT_TRUE(slides.Answer(Far(video)).isTaken);
+    ASSERT_TRUE(slides.Answer(Far(video + "a=content:slides\n")).isTaken);
+    EXPECT_TEXT(Lines(slides), "Start receive 97/97 198.51.100.7:30002\n");
+    EXPECT_EQ(slides.Streams()[0].role, VIDEOTYPE_PRESO);
+    EXPECT_EQ(slides.Streams()[0].changes, replaced);
+    SDPNegotiator audio = Side(Local());
+    ASSERT_TRUE(audio.Answer(Far(video)).isTaken);
+    ASSERT_TRUE(audio.Answer(Far("m=audio 30002 RTP/AVP 0\n")).isTaken);
+    EXPECT_TEXT(Lines(audio), "Start send receive 0/0 198.51.100.7:30002\n");
+    EXPECT_EQ(audio.Streams()[0].changes, replaced);
+}
+
 TEST(Streams, ANumberKeepsItsMeaning) {
     SDPNegotiator side = Side(Local());
     ASSERT_TRUE(side.Answer(Far("m=audio 30000 RTP/AVP 97\na=rtpmap:97 PCMU/8000\n")).isTaken);

@@ -1,5 +1,5 @@
 // What the blocks of the pages talk to: a far end that is a negotiator as well, a signalling side that hands
-// texts to it, and an engine that notes what runs.
+// texts to it, and an engine that notes what runs and what it is told.
 #pragma once
 
 #include "Capabilities.h"
@@ -44,7 +44,7 @@ private:
     std::string m_answer;
 };
 
-/// Notes what runs, as "audio main slides floor".
+/// Notes what runs, as "audio main slides floor", and each order.
 class Engine {
 public:
     void Follow(const std::vector<SDPNegotiator::Stream>& streams) {
@@ -56,13 +56,18 @@ public:
             }
         }
     }
-    void Open(const SDPNegotiator::Stream& /*stream*/) {}
-    void Close(const SDPNegotiator::Stream& /*stream*/) {}
-    void Adjust(const SDPNegotiator::Stream& /*stream*/) {}
+    void Open(const SDPNegotiator::Stream& stream) { Note("open", stream.section, Name(stream)); }
+    void Close(std::size_t section) { Note("close", section, ""); }
+    void Adjust(const SDPNegotiator::Stream& stream) { Note("adjust", stream.section, Name(stream)); }
 
     std::string running;
+    std::string told; ///< the orders so far, "open 0 audio, close 1"
 
 private:
+    void Note(const std::string& order, std::size_t section, const std::string& name) {
+        told += (told.empty() ? "" : ", ") + order + " " + std::to_string(section) +
+                (name.empty() ? "" : " " + name);
+    }
     static std::string Name(const SDPNegotiator::Stream& stream) {
         if (stream.media == SDPNegotiator::Media::FloorControl) {
             return "floor";
