@@ -7,8 +7,6 @@
 
 #include "SDPRepeat.h"
 
-#include <algorithm>
-
 namespace negotiation {
 namespace {
 
@@ -66,70 +64,6 @@ void WriteAudioFormats(sdp::Writer& text, const Taken& taken) {
     if (hasEvents) {
         WriteRtpmap(text, sdp::kTelephoneEvent);
     }
-}
-
-/// The level as the component reads it: 1b is FF there, and 5.1 is its highest.
-std::string_view LevelDigits(std::string_view profileLevelId, Repairs& repairs) {
-    constexpr std::size_t length = 6;
-    constexpr std::uint64_t highest = 51;
-    constexpr std::uint64_t level1b = 9;
-    constexpr std::uint64_t level11 = 11;
-    constexpr std::uint64_t constraintSet3 = 0x10;
-    const std::string_view written = profileLevelId.substr(std::min<std::size_t>(4, profileLevelId.size()));
-    if (profileLevelId.size() != length) {
-        return written;
-    }
-    const std::uint64_t level = sdp::HexNumber(written);
-    const std::uint64_t profile = sdp::HexNumber(profileLevelId.substr(0, 2));
-    const std::uint64_t constraints = sdp::HexNumber(profileLevelId.substr(2, 2));
-    // RFC 6184, 8.1: in Baseline, Main and Extended level 11 with constraint_set3 is 1b, elsewhere 9 is.
-    const bool isBelowHigh = profile == 0x42 || profile == 0x4D || profile == 0x58;
-    if (level == level1b || (isBelowHigh && level == level11 && (constraints & constraintSet3) != 0)) {
-        return repairs.Use(RepairId::UnlistedLevel) ? "FF" : written;
-    }
-    const bool isUnlisted = level > highest && level != 0xFF;
-    return isUnlisted && repairs.Use(RepairId::UnlistedLevel) ? "33" : written;
-}
-
-/// Whether a parameter holds a keyword that takes the whole line away from its row [P01].
-bool IsMisread(std::string_view piece, Repairs& repairs) {
-    return sdp::RowOf(piece) < SDPRow::Fmtp && repairs.Use(RepairId::KeywordInside);
-}
-
-/// The name of a parameter as the component reads it, which is case by case.
-std::string_view KnownName(std::string_view name, Repairs& repairs) {
-    for (const auto& parameter : sdp::kH264Parameters) {
-        if (EqualsNoCase(name, parameter.name)) {
-            return name == parameter.name || repairs.Use(RepairId::LetterCase) ? parameter.name : name;
-        }
-    }
-    return name;
-}
-
-void WriteVideoFormat(sdp::Writer& text, const Format& format, Repairs& repairs) {
-    const std::int32_t number = kOwnNumbers[format.meaning];
-    text << " " << number << "\r\na=rtpmap:" << number << " " << sdp::kH264Name << "\r\n";
-    if (format.parms.empty()) {
-        return;
-    }
-    text << "a=fmtp:" << number << " ";
-    EachParameter(format.parms, [&](std::string_view piece) {
-        if (IsMisread(piece, repairs)) {
-            return;
-        }
-        std::string_view value = piece;
-        const std::string_view name = Trim(TakePiece(value, '='));
-        const std::string_view known = KnownName(name, repairs);
-        if (known == sdp::kProfileLevelId) {
-            value = Trim(value);
-            text << known << "=" << value.substr(0, 4) << LevelDigits(value, repairs) << ";";
-        } else if (known != name) {
-            text << known << "=" << Trim(value) << ";";
-        } else {
-            text << piece << ";";
-        }
-    });
-    text << "\r\n";
 }
 
 void WriteFloor(sdp::Writer& text, Lines lines) {

@@ -17,6 +17,10 @@ std::string_view AddressOf(const Description& description, Lines lines);
 /// The attribute that says a direction, "a=sendonly".
 std::string_view KeywordOf(Way way);
 
+/// Writes an H.264 format: the end of the "m=" line, its rtpmap and its fmtp line. Known parameters are
+/// written once, unknown ones and numbers that are no number of 32 bits are not.
+void WriteVideoFormat(sdp::Writer& text, const Format& format, Repairs& repairs);
+
 /// Writes the sections that are taken, repaired, in the component's order and under its payload numbers.
 void WritePrepared(sdp::Writer& text, const Description& description, const std::array<Taken, kRoles>& taken,
                    Repairs& repairs);

@@ -49,7 +49,7 @@ void FillVideo(Stream& stream, const Taken& taken, const VideoParms& record, con
     stream.receivePayload = isRepeated ? format.number : slot.numbers[format.meaning];
     stream.profile = format.profile;
     stream.level = record.strVideoLevel.empty() ? sdp::__H264Profile[0] : record.strVideoLevel;
-    stream.packetizationMode = record.iFmtpPacketizationMode;
+    stream.packetizationMode = format.meaning == kMode1 ? 1 : 0;
     stream.maxMbps = record.iFmtpMaxMbps;
     stream.maxFs = record.iFmtpMaxFrameSize;
     stream.maxBr = record.iFmtpMaxBitRate;

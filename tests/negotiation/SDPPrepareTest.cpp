@@ -80,53 +80,6 @@ TEST(Prepare, AnAddressWithoutAKeywordIsWritten) {
     EXPECT_TEXT(Prepared(head + "c=IN IP4 192.0.2.8\r\n" + section + "c=IN\r\n"), section);
 }
 
-/// The fmtp line that the component reads of one H.264 format.
-std::string PreparedParameters(std::string_view parms, bool isRepaired = true) {
-    const std::string text = Prepared(
-        Far("m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\na=fmtp:97 " + std::string(parms) + "\n"),
-        isRepaired);
-    const std::size_t begin = text.find("a=fmtp:");
-    return begin == std::string::npos ? "" : text.substr(begin, text.find("\r\n", begin) - begin);
-}
-
-TEST(Prepare, ParametersStandUnderTheNamesOfTheComponent) {
-    EXPECT_EQ(PreparedParameters("Max-FS = 3600; x ;;Y=1"), "a=fmtp:96 max-fs=3600;x;Y=1;");
-    EXPECT_EQ(PreparedParameters("Max-FS = 3600; x ;;Y=1", false), "a=fmtp:96 Max-FS = 3600;x;Y=1;");
-    EXPECT_EQ(PreparedParameters("PROFILE-LEVEL-ID= 42E01F "), "a=fmtp:96 profile-level-id=42E01F;");
-    EXPECT_EQ(PreparedParameters("x=m=video;max-fs=3600"), "a=fmtp:96 max-fs=3600;");
-    EXPECT_EQ(PreparedParameters("x=m=video;max-fs=3600", false), "a=fmtp:96 x=m=video;max-fs=3600;");
-}
-
-TEST(Prepare, LevelsAreThoseThatTheComponentLists) {
-    constexpr struct {
-        std::string_view written;
-        std::string_view prepared;
-        std::string_view unrepaired;
-    } kCases[] = {
-        {"42e01f", "42e01f", "42e01f"}, // 3.1
-        {"42e0", "42e0", "42e0"},       // no level
-        {"42", "42", "42"},             // no constraints either
-        {"42e01f1", "42e01f1", "42e01f1"},
-        {"42e009", "42e0FF", "42e009"}, // 1b
-        {"64000b", "64000b", "64000b"}, // 1.1
-        {"64100b", "64100b", "64100b"}, // 1.1: no profile with constraint_set3 as a level
-        {"42100b", "4210FF", "42100b"}, // 1b
-        {"4D100b", "4D10FF", "4D100b"}, // 1b
-        {"58100b", "5810FF", "58100b"}, // 1b
-        {"58000b", "58000b", "58000b"}, // 1.1
-        {"58101f", "58101f", "58101f"}, // 3.1
-        {"42e034", "42e033", "42e034"}, // 5.2
-        {"42e0ff", "42e0ff", "42e0ff"},
-    };
-    for (const auto& one : kCases) {
-        const std::string written = "profile-level-id=" + std::string(one.written);
-        EXPECT_EQ(PreparedParameters(written),
-                  "a=fmtp:96 profile-level-id=" + std::string(one.prepared) + ";");
-        EXPECT_EQ(PreparedParameters(written, false),
-                  "a=fmtp:96 profile-level-id=" + std::string(one.unrepaired) + ";");
-    }
-}
-
 TEST(Prepare, TheLastDirectionCountsTheSectionsBeforeTheSessions) {
     constexpr struct {
         std::string_view section;

@@ -74,6 +74,38 @@ TEST(Streams, LevelsSayWhatTheyCarry) {
     }
 }
 
+TEST(Streams, TheModeIsTheOneOfTheFormat) {
+    constexpr struct {
+        std::string_view parms;
+        int mode;
+        int maxMbps;
+        int maxFs;
+    } kCases[] = {
+        {"profile-level-id = 42801f; packetization-mode = 1; max-mbps = 245000; max-fs = 9000", 1, 245000,
+         9000},
+        {"packetization-mode=0;x-packetization-mode=1;x-max-mbps=777777", 0, 0, 0},
+        {"packetization-mode=0;packetization-mode=1", 0, 0, 0},
+        {"packetization-mode=1;max-mbps=99999999999", 1, 0, 0},
+    };
+    for (const auto& one : kCases) {
+        SCOPED_TRACE(one.parms);
+        for (const bool isRepaired : {true, false}) {
+            SDPNegotiator side = Side(Local());
+            side.SetRepairs(isRepaired);
+            ASSERT_TRUE(side.Answer(Far("m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\na=fmtp:97 " +
+                                        std::string(one.parms) + "\n"))
+                            .isTaken);
+            const Stream& stream = side.Streams()[0];
+            EXPECT_EQ(stream.codec, one.mode == 1 ? PAYLOAD_H264 : PAYLOAD_H264_PACKETIZATION_0);
+            EXPECT_EQ(stream.packetizationMode, one.mode);
+            if (isRepaired) {
+                EXPECT_EQ(stream.maxMbps, one.maxMbps);
+                EXPECT_EQ(stream.maxFs, one.maxFs);
+            }
+        }
+    }
+}
+
 TEST(Streams, WhatChangedIsTold) {
     SDPNegotiator side = Side(AudioOnly());
     const auto changes = [&side](std::string_view lines) {
