@@ -135,7 +135,7 @@ void CallReader::Refuse(const SipMessage& message, Side from, Transaction& trans
     Step step = StepOf(message, from);
     step.text.clear(); // RFC 3261, 21.4.26: what a refusal describes answers nothing.
     step.kind = message.status == 401 || message.status == 407 ? StepKind::Challenge : StepKind::Refusal;
-    if (!transaction.offers.empty()) {
+    if (!transaction.offers.empty() && m_call->steps[transaction.offers.back()].from != from) {
         step.partner = transaction.offers.back();
     }
     if (!message.warning.empty()) {
@@ -172,7 +172,9 @@ void CallReader::ReadResponse(const SipMessage& message, Side requester) {
     const Side from = OtherSide(requester);
     Transaction& transaction = TransactionOf(message, requester);
     if (message.hasDescription && message.status < 300) {
-        if (!transaction.hasOffer && (transaction.isSeen || !transaction.offers.empty())) {
+        const bool isAsked =
+            transaction.isSeen || !transaction.offers.empty() || IsAnsweredBy(transaction, requester);
+        if (isAsked && !transaction.hasOffer) {
             OfferInResponse(message, from, transaction);
         } else if (transaction.answers.empty() || transaction.branches.count(message.toTag) == 0) {
             Answer(message, from, transaction);

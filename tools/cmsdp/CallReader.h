@@ -63,6 +63,7 @@ private:
     void Refuse(const SipMessage& message, Side from, Transaction& transaction);
     void NoAnswer(const SipMessage& message, Side from, Transaction& transaction);
     void Final(const SipMessage& message, Side from, Transaction& transaction);
+    bool IsAnsweredBy(const Transaction& transaction, Side side) const;
     void Close(const Transaction& transaction);
     Transaction*& OpenOf(Side side) { return m_open[static_cast<std::size_t>(side)]; }
 

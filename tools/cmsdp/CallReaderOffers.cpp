@@ -13,6 +13,10 @@ void CallReader::Close(const Transaction& transaction) {
     }
 }
 
+bool CallReader::IsAnsweredBy(const Transaction& transaction, Side side) const {
+    return !transaction.answers.empty() && m_call->steps[transaction.answers.front()].from == side;
+}
+
 void CallReader::Offer(const SipMessage& message, Side from, Transaction& transaction) {
     Step step = StepOf(message, from);
     if (!transaction.offers.empty()) {
@@ -92,13 +96,16 @@ void CallReader::AnswerAgain(const SipMessage& message, Side from, Transaction& 
 
 // RFC 3261, 13.2.1 and RFC 3262, 5: ACK and PRACK answer an offer that a response made.
 void CallReader::AnswerInRequest(const SipMessage& message, Side from, Transaction& offered) {
-    if (!offered.isSeen && offered.offers.empty() && offered.answers.size() == 1) {
+    if (!offered.hasOffer && IsAnsweredBy(offered, OtherSide(from))) {
         // Without the INVITE the description of its response looked like an answer.
-        Step& taken = m_call->steps[offered.answers.front()];
-        taken.kind = StepKind::Offer;
-        taken.notes.clear();
-        offered.offers.swap(offered.answers);
-        offered.offerTexts.swap(offered.answerTexts);
+        for (const std::size_t taken : offered.answers) {
+            m_call->steps[taken].kind = StepKind::Offer;
+            m_call->steps[taken].notes.clear();
+        }
+        offered.offers.insert(offered.offers.begin(), offered.answers.begin(), offered.answers.end());
+        offered.offerTexts.merge(offered.answerTexts);
+        offered.answers.clear();
+        offered.answerTexts.clear();
         offered.branches.clear();
     }
     Transaction none;
