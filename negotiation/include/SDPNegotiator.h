@@ -72,7 +72,8 @@ public:
     /// What this side wants of SRTP with keys in the description (RFC 4568).
     enum class Srtp {
         Off,     ///< plain offers; secure sections are rejected
-        Wanted,  ///< secure offers; secure and plain sections are taken, secure ones first
+        Wanted,  ///< secure offers; secure and plain sections are taken, secure ones first, and a plain
+                 ///< section that continues a secure stream is rejected
         Required ///< secure offers; plain sections are rejected and plain media stop at once
     };
 

@@ -22,8 +22,11 @@ Slot ClosedSlot(const Section& section, const Slot* before) {
     if (slot.formats.empty()) {
         slot.formats = "0";
     }
-    // A stream of ours that is not in this text comes back to a slot of its kind.
-    slot.role = section.role;
+    // A stream of ours that is not in this text comes back to a slot of its kind. A section at port 0 has no
+    // lines that say its role, so it keeps the one that it had.
+    const bool isBare = section.number == 0 && before != nullptr && before->role != kNoRole &&
+                        EqualsNoCase(before->media, section.media);
+    slot.role = isBare ? before->role : section.role;
     if (before != nullptr && before->role == slot.role) {
         slot.bound = before->bound;
         slot.numbers = before->numbers;

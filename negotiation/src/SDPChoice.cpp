@@ -21,6 +21,8 @@ constexpr Verdict kNotWanted = {State::DeclinedByUs, "this side has no codec or 
 constexpr Verdict kSecondOne = {State::DeclinedByUs, "another section of this kind is taken"};
 constexpr Verdict kNoSrtp = {State::DeclinedByUs, "the section is secure, and SRTP is off here"};
 constexpr Verdict kNotSecure = {State::DeclinedByUs, "the section is not secure, and SRTP is required here"};
+constexpr Verdict kStaysSecure = {State::DeclinedByUs,
+                                  "the stream is secure, and becomes plain only by SRTP off"};
 constexpr Verdict kNoCodec = {State::NoCommonCodec, "no format of the section is spoken here"};
 constexpr Verdict kNoKey = {State::NoUsableKey, "no crypto line of the section can be used"};
 constexpr Verdict kNoSlides = {State::DeclinedByUs, "floor control without slides is not taken"};
@@ -48,6 +50,13 @@ Verdict AskPolicy(bool isSecure, Srtp policy) {
         return kNoSrtp;
     }
     return !isSecure && policy == Srtp::Required ? kNotSecure : kTaken;
+}
+
+/// Whether a section would make a secure stream plain. A text that was changed on its way could ask for that.
+bool IsDowngrade(const Section& section, const Wishes& wishes, const Session& session) {
+    const std::size_t open = session.Open(section.role);
+    return wishes.srtp == Srtp::Wanted && !section.isSecure && open < session.slots.size() &&
+           IsSecure(session.slots[open].transport);
 }
 
 /// An offer that rejects every section is a hold.
@@ -78,7 +87,8 @@ Verdict Examine(const Description& description, std::size_t place, Role role, co
         if (policy.state != State::Start) {
             return policy;
         }
-        found.formats.emplace(section, lines, slot == nullptr ? nullptr : slot->bound.get(), repairs);
+        const Known known = {slot == nullptr ? nullptr : slot->bound.get(), slot != nullptr && slot->isOpen};
+        found.formats.emplace(section, lines, known, repairs);
         if (!ChooseFormats(role, wishes, found)) {
             return kNoCodec;
         }
@@ -112,10 +122,13 @@ Choice Choose(const Description& offer, const Wishes& wishes, const Session& ses
             choice.verdicts.push_back(kSecondOne);
             continue;
         }
-        const Slot* const slot =
-            place < session.slots.size() && session.slots[place].isOpen && session.slots[place].role == role
-                ? &session.slots[place]
-                : nullptr;
+        if (IsDowngrade(section, wishes, session)) {
+            choice.verdicts.push_back(kStaysSecure);
+            continue;
+        }
+        const Slot* const slot = place < session.slots.size() && session.slots[place].role == role
+                                     ? &session.slots[place]
+                                     : nullptr;
         const std::size_t before = current.place;
         const Verdict verdict = Examine(offer, place, role, wishes, slot, repairs, current);
         if (verdict.state == State::Start && isTaken) {

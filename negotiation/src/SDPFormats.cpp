@@ -98,6 +98,12 @@ std::string_view ProfileOf(std::string_view parms) {
     return isWhole ? id.substr(0, kDefaultProfile.size()) : kDefaultProfile;
 }
 
+/// Whether packetization-mode is left out. Far ends do that with a number that was offered with mode 1, and
+/// mean the format that was offered.
+bool LacksMode(const Format& format) {
+    return Parameter(format.parms, sdp::kPacketizationMode).empty();
+}
+
 /// Whether the value of a line follows its keyword without a blank, or may all the same. Precondition: there
 /// is a value.
 bool IsClose(const Line& line, std::size_t keyword, Repairs& repairs) {
@@ -106,7 +112,7 @@ bool IsClose(const Line& line, std::size_t keyword, Repairs& repairs) {
 
 } // namespace
 
-Formats::Formats(const Section& section, Lines lines, const Bound* bound, Repairs& repairs) {
+Formats::Formats(const Section& section, Lines lines, Known known, Repairs& repairs) {
     m_index.fill(-1);
     constexpr std::size_t usualFormats = 16;
     m_formats.reserve(usualFormats);
@@ -134,10 +140,15 @@ Formats::Formats(const Section& section, Lines lines, const Bound* bound, Repair
         }
     }
     for (Format& format : m_formats) {
-        const Meaning meaning = MeaningOf(format, repairs);
         const Meaning before =
-            bound == nullptr ? kMeanings : (*bound)[static_cast<std::size_t>(format.number)];
-        format.meaning = before == kMeanings || before == meaning ? meaning : kMeanings;
+            known.bound == nullptr ? kMeanings : (*known.bound)[static_cast<std::size_t>(format.number)];
+        format.meaning = MeaningOf(format, repairs);
+        if (format.meaning == kMode0 && before == kMode1 && LacksMode(format)) {
+            format.meaning = kMode1;
+        }
+        if (known.isFixed && before != kMeanings && before != format.meaning) {
+            format.meaning = kMeanings;
+        }
         if (format.meaning == kMode1 || format.meaning == kMode0) {
             format.profile = ProfileOf(format.parms);
         }

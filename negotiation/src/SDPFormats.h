@@ -42,11 +42,16 @@ struct Format {
 /// What each payload number of a section meant so far in the call; kMeanings: nothing.
 using Bound = std::array<Meaning, kMaxNumber + 1>;
 
+/// What is known of the numbers of a section.
+struct Known {
+    const Bound* bound = nullptr; ///< null: nothing
+    bool isFixed = false;         ///< the stream runs: no meaning can change (RFC 3264, 8.3.2)
+};
+
 /// The formats of one section, in "m=" line order. Tokens that are no payload number are left out.
 class Formats {
 public:
-    /// @param bound  meanings that cannot change any more (RFC 3264, 8.3.2); null: none
-    Formats(const Section& section, Lines lines, const Bound* bound, Repairs& repairs);
+    Formats(const Section& section, Lines lines, Known known, Repairs& repairs);
 
     std::vector<Format>::const_iterator begin() const { return m_formats.begin(); }
     std::vector<Format>::const_iterator end() const { return m_formats.end(); }

@@ -41,7 +41,10 @@ void FillAudio(Stream& stream, const Taken& taken, const RemoteSDP& record, cons
 void FillVideo(Stream& stream, const Taken& taken, const VideoParms& record, const Slot& slot) {
     const Format& format = *taken.video.first;
     stream.address = record.strVideoIPAddr;
-    stream.codec = format.meaning == kMode1 ? PAYLOAD_H264 : PAYLOAD_H264_PACKETIZATION_0;
+    // Without packetization-mode the far end is sent what every mode allows (RFC 6184, 8.1).
+    const bool hasMode1 =
+        format.meaning == kMode1 && !Parameter(format.parms, sdp::kPacketizationMode).empty();
+    stream.codec = hasMode1 ? PAYLOAD_H264 : PAYLOAD_H264_PACKETIZATION_0;
     stream.sendPayload = format.number;
     // Far ends leave packetization-mode out of an answer: the number that they repeat is the format they
     // mean.
@@ -49,7 +52,7 @@ void FillVideo(Stream& stream, const Taken& taken, const VideoParms& record, con
     stream.receivePayload = isRepeated ? format.number : slot.numbers[format.meaning];
     stream.profile = format.profile;
     stream.level = record.strVideoLevel.empty() ? sdp::__H264Profile[0] : record.strVideoLevel;
-    stream.packetizationMode = format.meaning == kMode1 ? 1 : 0;
+    stream.packetizationMode = hasMode1 ? 1 : 0;
     stream.maxMbps = record.iFmtpMaxMbps;
     stream.maxFs = record.iFmtpMaxFrameSize;
     stream.maxBr = record.iFmtpMaxBitRate;

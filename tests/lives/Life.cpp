@@ -288,11 +288,33 @@ void Life::CheckAgreement() {
         Fail("both have the same number of streams");
         return;
     }
+    constexpr std::size_t kinds = 4; // audio, main video, slides, floor control
+    if (near.size() > kinds) {
+        Fail("a stream that comes back takes the section that it had");
+    }
+    for (Side& side : m_sides) {
+        CheckDowngrades(side);
+    }
     for (std::size_t n = 0; n < near.size() && !m_hasFailed; ++n) {
         CheckStreams(near[n], away[n]);
     }
     CheckSecrecy(m_sides[0]);
     CheckSecrecy(m_sides[1]);
+}
+
+void Life::CheckDowngrades(Side& side) {
+    std::vector<bool> secure;
+    for (const Stream& stream : side.call.Streams()) {
+        const std::size_t place = stream.section;
+        const bool wasSecure = place < side.secure.size() && side.secure[place];
+        const bool isPlain = stream.port > 0 && IsMedia(stream) && stream.suite == support::kSuiteNone;
+        if (wasSecure && isPlain && side.srtp != Srtp::Off) {
+            Fail(std::string(side.name) + " has a secure stream become plain without Off in section " +
+                 std::to_string(place));
+        }
+        secure.push_back(stream.suite != support::kSuiteNone);
+    }
+    side.secure = std::move(secure);
 }
 
 void Life::CheckStreams(const Stream& ours, const Stream& theirs) {

@@ -1,7 +1,8 @@
 // One life: two negotiators, random wishes, offers, answers, refusals and glare between them.
 //
 // After each exchange the two must say the same of every stream, the texts of each side must continue its
-// session, and nothing plain may run where SRTP is required. The first law that fails ends the life with a
+// session, no stream may take a second section, nothing plain may run where SRTP is required, and no secure
+// stream may become plain without Off. The first law that fails ends the life with a
 // story: the steps so far and both sides' texts.
 #pragma once
 
@@ -13,6 +14,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace lives {
 
@@ -42,8 +44,9 @@ private:
         std::string_view name;
         SDPNegotiator call;
         SDPNegotiator::Srtp srtp = SDPNegotiator::Srtp::Off;
-        std::string sent;   ///< the last text of this side that the other one has seen
-        std::string agreed; ///< the last one of them that was not refused
+        std::string sent;         ///< the last text of this side that the other one has seen
+        std::string agreed;       ///< the last one of them that was not refused
+        std::vector<bool> secure; ///< of each section: whether its stream was secure in the last agreement
     };
 
     std::size_t Roll(std::size_t sides) { return m_random() % sides; }
@@ -55,6 +58,7 @@ private:
     void Refuse(Side& offerer, int status);
     bool SendText(Side& side, const std::string& text);
     void CheckAgreement();
+    void CheckDowngrades(Side& side);
     void CheckStreams(const SDPNegotiator::Stream& ours, const SDPNegotiator::Stream& theirs);
     void CheckSecrecy(const Side& side);
     void CheckCrossed(const SDPNegotiator::Stream& from, const SDPNegotiator::Stream& to);

@@ -11,7 +11,7 @@ std::string Read(std::string_view section, bool isRepaired = true, const Bound* 
                                                  "events", "mode1", "mode0", "-"};
     Given given(section, isRepaired);
     std::string text;
-    for (const Format& format : Formats(given.First(), given.FirstLines(), bound, given.repairs)) {
+    for (const Format& format : Formats(given.First(), given.FirstLines(), {bound, true}, given.repairs)) {
         text += (text.empty() ? "" : " ") + std::to_string(format.number) + "=" +
                 std::string(names[format.meaning]);
         text += format.profile.empty() ? "" : "(" + std::string(format.profile) + ")";
@@ -106,7 +106,7 @@ std::string Chosen(std::string_view fmtps, bool takesMode1) {
             "a=rtpmap:" + id + " H264/90000\na=fmtp:" + id + " " + std::string(TakePiece(fmtps, ' ')) + "\n";
     }
     Given given(section);
-    const Formats formats(given.First(), given.FirstLines(), nullptr, given.repairs);
+    const Formats formats(given.First(), given.FirstLines(), {}, given.repairs);
     const VideoFormats chosen = ChooseH264(formats, takesMode1);
     return (chosen.first == nullptr ? "-" : std::to_string(chosen.first->number)) + " " +
            (chosen.second == nullptr ? "-" : std::to_string(chosen.second->number));

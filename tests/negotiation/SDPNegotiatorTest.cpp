@@ -323,6 +323,42 @@ Start 192.0.2.2:5010
 )");
 }
 
+TEST(Negotiator, SlidesThatTheFarEndClosedComeBackToTheirSection) {
+    SDPNegotiator side = Side(Local());
+    const std::string others = "m=audio 30000 RTP/AVP 0\nm=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n"
+                               "a=fmtp:97 packetization-mode=1\n";
+    ASSERT_TRUE(side.Answer(Far(others)).isTaken);
+    side.Present(true);
+    ASSERT_TRUE(side.Offer().isTaken);
+    const std::string slides = "m=video 30004 RTP/AVP 97\na=rtpmap:97 H264/90000\n"
+                               "a=fmtp:97 packetization-mode=1\na=content:slides\n";
+    ASSERT_TRUE(side.Accept(Far(others + slides + "m=application 30006 UDP/BFCP *\n")).isTaken);
+    for (int round = 0; round < 2; ++round) {
+        const std::string closed = "m=video 0 RTP/AVP 97\nm=application 0 UDP/BFCP *\n";
+        ASSERT_TRUE(side.Answer(Far(others + closed)).isTaken);
+        side.Present(false);
+        side.Present(true);
+        const std::string offer = side.Offer().text;
+        EXPECT_TEXT(offer.substr(offer.find("m=video 5008")), Text(R"(m=video 5008 RTP/AVP 97 96
+a=rtpmap:97 H264/90000
+a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
+a=rtpmap:96 H264/90000
+a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
+a=sendrecv
+a=rtcp:5009 IN IP4 192.0.2.1
+a=label:9
+a=content:slides
+m=application 5010 UDP/BFCP *
+a=floorctrl:c-s
+a=floorid:2 mstrm:9
+a=confid:15
+a=userid:15
+)"));
+        ASSERT_TRUE(side.Accept(Far(others + slides + "m=application 30006 UDP/BFCP *\n")).isTaken);
+        EXPECT_EQ(side.Streams().size(), 4U);
+    }
+}
+
 TEST(Negotiator, ASecureCallIsGivenNewKeys) {
     Pair pair(AudioOnly(), Srtp::Required);
     EXPECT_TEXT(Lines(pair.near), R"(Start send receive 0/0 192.0.2.2:5004 _80

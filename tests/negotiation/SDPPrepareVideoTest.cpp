@@ -10,7 +10,7 @@ namespace {
 std::string PreparedParameters(std::string_view parms, bool isRepaired = true) {
     Given given("m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\na=fmtp:97 " + std::string(parms) + "\n",
                 isRepaired);
-    const Formats formats(given.First(), given.FirstLines(), nullptr, given.repairs);
+    const Formats formats(given.First(), given.FirstLines(), {}, given.repairs);
     sdp::Writer writer(given.text.size());
     given.repairs.Begin();
     WriteVideoFormat(writer, *formats.begin(), given.repairs);
