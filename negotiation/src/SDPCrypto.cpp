@@ -7,6 +7,7 @@
 #include "SDPHandler.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace negotiation {
 namespace {
@@ -27,8 +28,30 @@ bool IsHarmless(std::string_view parameter) {
     return sdp::StartsWith(parameter, "WSH=") || sdp::StartsWith(parameter, "-");
 }
 
+/// "2^20" or "1048576": how many packets a key may secure, 2^48 at most (RFC 4568, 6.1).
+bool IsLifetime(std::string_view text) {
+    constexpr std::string_view power = "2^";
+    constexpr std::uint64_t highestPower = 48;
+    const bool isPower = sdp::StartsWith(text, power);
+    text.remove_prefix(isPower ? power.size() : 0);
+    std::uint64_t number = 0;
+    const char* const last = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), last, number);
+    return error == std::errc() && end == last && number > 0 &&
+           number <= (isPower ? highestPower : std::uint64_t{1} << highestPower);
+}
+
+/// "1:4": the value of an MKI and its length, 1 to 128 bytes (RFC 4568, 6.1).
+bool IsMki(std::string_view text) {
+    constexpr std::int32_t longest = 128;
+    const std::string_view value = TakePiece(text, ':');
+    const std::int32_t length = NumberOrNone(text);
+    return !value.empty() && std::all_of(value.begin(), value.end(), sdp::IsDigit) && length > 0 &&
+           length <= longest;
+}
+
 /// Reads the key parameters, "inline:KEY|2^20|1:4"; false when they cannot be used. Several keys cannot: the
-/// engine holds one.
+/// engine holds one. Lifetime and MKI are given once at most.
 bool ReadKey(std::string_view text, CryptoLine& crypto) {
     if (!EqualsNoCase(text.substr(0, kInline.size()), kInline) || text.find(';') != std::string_view::npos) {
         return false;
@@ -37,9 +60,15 @@ bool ReadKey(std::string_view text, CryptoLine& crypto) {
     const std::string_view key = TakePiece(text, '|');
     while (!text.empty()) {
         const std::string_view piece = TakePiece(text, '|');
-        (piece.find(':') == std::string_view::npos ? crypto.lifetime : crypto.mki) = piece;
+        const bool isMki = piece.find(':') != std::string_view::npos;
+        std::string_view& place = isMki ? crypto.mki : crypto.lifetime;
+        if (!place.empty() || !(isMki ? IsMki(piece) : IsLifetime(piece))) {
+            return false;
+        }
+        place = piece;
     }
-    return DecodeKey(key, crypto.key);
+    // A key of zeros is what a generator leaves that does nothing.
+    return DecodeKey(key, crypto.key) && crypto.key != Key();
 }
 
 /// Reads one line; without a suite when it cannot be used.

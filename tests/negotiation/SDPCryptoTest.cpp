@@ -34,6 +34,23 @@ TEST(Crypto, KeyParametersAreRead) {
     EXPECT_EQ(Chosen(With("A")), "");
 }
 
+TEST(Crypto, LifetimeAndMkiAreWhatTheRfcAllows) {
+    for (const std::string_view tail : {"|2^1", "|2^48", "|1", "|1048576", "|281474976710656"}) {
+        EXPECT_EQ(Chosen(With(tail)), "1 _32 " + std::string(tail.substr(1)) + " ");
+    }
+    EXPECT_EQ(Chosen(With("|1:1")), "1 _32  1:1");
+    EXPECT_EQ(Chosen(With("|12345678901234567890:128")), "1 _32  12345678901234567890:128");
+    for (const std::string_view tail :
+         {"|2^0", "|2^49", "|0", "|281474976710657", "|99999999999999999999999", "|abc", "|2^20x", "|2^",
+          "|-1", "|2^20|2^30", "|1:4|1:4", "|1:300", "|1:129", "|1:0", "|x:4", "|:4", "|1:", "|:", "||1:4"}) {
+        EXPECT_EQ(Chosen(With(tail)), "") << tail;
+    }
+}
+
+TEST(Crypto, AKeyOfZerosIsNone) {
+    EXPECT_EQ(Chosen("a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:" + std::string(40, 'A') + "\n"), "");
+}
+
 TEST(Crypto, AKeyIsFortyCharactersOfBase64) {
     EXPECT_EQ(Chosen("a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:short\n"), "");
     EXPECT_EQ(Chosen("a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:d2UgbWFrZSB0aGlzIGtleSBmb3IgdGhlIGZ1eno=\n"),
