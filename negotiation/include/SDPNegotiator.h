@@ -140,10 +140,12 @@ public:
         bool send = false;    ///< this side sends: both descriptions allow it, mute and hold do not forbid it
         bool receive = false; ///< this side receives
 
-        std::string address; ///< where to send, as the far end wrote it; with "0.0.0.0" the stream is held
-        int port = 0;        ///< the far end's RTP or floor control port
-        std::string rtcpAddress; ///< from "a=rtcp:" (RFC 3605), otherwise `address`
-        int rtcpPort = 0;        ///< from "a=rtcp:", otherwise `port` + 1
+        /// Where to send: an IPv4 address, an IPv6 address or a host name as the far end wrote it, without a
+        /// TTL. With "0.0.0.0" or "::" the stream is held; with any other word it is empty.
+        std::string address;
+        int port = 0;            ///< the far end's RTP or floor control port
+        std::string rtcpAddress; ///< from an "a=rtcp:" that can be used (RFC 3605), otherwise `address`
+        int rtcpPort = 0;        ///< from the same line, otherwise `port` + 1; 0 when there is no such port
 
         PayloadType_t codec = PAYLOAD_UNKNOWN; ///< the codec of both directions
         int sendPayload = -1;                  ///< the far end's number for it; -1 none

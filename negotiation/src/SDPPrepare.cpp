@@ -5,6 +5,7 @@
 // Test: tests/negotiation/SDPPrepareTest.cpp
 #include "SDPPrepare.h"
 
+#include "SDPAddress.h"
 #include "SDPRepeat.h"
 
 namespace negotiation {
@@ -120,7 +121,10 @@ std::string_view AddressOf(const Description& description, Lines lines) {
     sdp::Words words(line->value);
     words.Next();
     words.Next();
-    return WithoutKeyword(words.Next());
+    // Behind the "/" of an address of a group stand its TTL and the number of groups (RFC 4566, 5.7).
+    const std::string_view word = words.Next();
+    const std::string_view address = word.substr(0, word.find('/'));
+    return IsAddress(address) ? address : std::string_view();
 }
 
 std::string_view KeywordOf(Way way) {

@@ -11,7 +11,8 @@ namespace negotiation {
 /// The direction that a section is written with, its writer's view; sendrecv without a line (RFC 4566, 6).
 Way WayOf(const Description& description, const Section& section, Repairs& repairs);
 
-/// The address of a section's "c=" line or of the session's (RFC 4566, 5.7); empty for none.
+/// The address of a section's "c=" line or of the session's (RFC 4566, 5.7), without a TTL; empty for none
+/// and for a word that is no address.
 std::string_view AddressOf(const Description& description, Lines lines);
 
 /// The attribute that says a direction, "a=sendonly".

@@ -5,6 +5,7 @@
 // Test: tests/negotiation/SDPStreamsTest.cpp
 #include "SDPStreams.h"
 
+#include "SDPAddress.h"
 #include "SDPH264Rates.h"
 #include "SDPPrepare.h"
 
@@ -70,14 +71,19 @@ void FillKeys(Stream& stream, const CryptoLine& crypto, const Key* ourKey) {
     stream.mki = crypto.mki;
 }
 
+/// The place of "a=rtcp:" when it can be used (RFC 3605, 2.1), otherwise the port above RTP.
 void FillRtcp(Stream& stream, Lines lines) {
+    constexpr std::int32_t highest = 65535;
     sdp::Words words(lines.Value(LineKind::Rtcp));
     const std::int32_t port = NumberOrNone(words.Next());
     words.Next();
     words.Next();
     const std::string_view address = words.Next();
-    stream.rtcpPort = port < 0 ? stream.port + 1 : port;
-    stream.rtcpAddress = address.empty() ? std::string_view(stream.address) : address;
+    const bool isPlace = address.empty() || (IsAddress(address) && !IsNowhere(address));
+    const bool isUsable = port > 0 && port <= highest && isPlace;
+    const int next = stream.port < highest ? stream.port + 1 : 0;
+    stream.rtcpPort = isUsable ? port : next;
+    stream.rtcpAddress = isUsable && !address.empty() ? address : std::string_view(stream.address);
 }
 
 void FillIce(Stream& stream, const Description& description, Lines lines, Repairs& repairs) {
@@ -99,11 +105,6 @@ void FillFloor(Stream& stream, Lines lines, const RemoteSDP& record, const Slot&
     stream.conferenceId = record.iBfcpConfid;
     stream.userId = record.iBfcpUserid;
     stream.floor = lines.Value(LineKind::FloorId);
-}
-
-/// An address of a stream that is on hold (RFC 3264, 8.4), which is no place to send to.
-bool IsNowhere(std::string_view address) {
-    return address == "0.0.0.0" || address == "::";
 }
 
 bool IsRunning(State state) {

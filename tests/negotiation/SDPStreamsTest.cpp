@@ -29,6 +29,40 @@ TEST(Streams, NothingIsSentToNowhere) {
               "Held receive 0/0 :::30000, the far end's address is none to send to");
 }
 
+TEST(Streams, AnAddressIsOneThatCanBeSentTo) {
+    constexpr struct {
+        std::string_view connection;
+        std::string_view line;
+    } kCases[] = {
+        {"IN IP4 0.0.0.0/127", "Held receive 0/0 0.0.0.0:30000, the far end's address is none to send to"},
+        {"IN IP6 0:0:0:0:0:0:0:0",
+         "Held receive 0/0 0:0:0:0:0:0:0:0:30000, the far end's address is none to send to"},
+        {"IN IP4 198.51.100.1/127", "Start send receive 0/0 198.51.100.1:30000"},
+        {"IN IP4 far.example", "Start send receive 0/0 far.example:30000"},
+        {"IN IP4 192.0.2.1x", "NoAddress 0/0, the far end gives no address"},
+        {"IN IP4 999.1.1.1", "NoAddress 0/0, the far end gives no address"},
+        {"IN IP4 IP4", "NoAddress 0/0, the far end gives no address"},
+        {"IN IP4", "NoAddress 0/0, the far end gives no address"},
+    };
+    for (const auto& one : kCases) {
+        EXPECT_EQ(Line(Audio("c=" + std::string(one.connection) + "\n")), one.line);
+    }
+}
+
+TEST(Streams, AnRtcpPlaceThatCannotBeUsedIsIgnored) {
+    for (const std::string_view value : {"99999", "0", "-1", "x", "", "0 IN IP4 0.0.0.0", "9 IN IP4 0.0.0.0",
+                                         "40001 IN IP4 999.1.1.1", "40001 IN IP6 ::"}) {
+        const Stream stream = Audio("a=rtcp:" + std::string(value) + "\n");
+        EXPECT_EQ(stream.rtcpAddress, "198.51.100.7") << value;
+        EXPECT_EQ(stream.rtcpPort, 30001) << value;
+    }
+    SDPNegotiator side = Side(AudioOnly());
+    ASSERT_TRUE(side.Answer(Far("m=audio 65535 RTP/AVP 0\n")).isTaken);
+    EXPECT_EQ(side.Streams()[0].rtcpPort, 0);
+    ASSERT_TRUE(side.Answer(Far("m=audio 65535 RTP/AVP 0\na=rtcp:65535\n")).isTaken);
+    EXPECT_EQ(side.Streams()[0].rtcpPort, 65535);
+}
+
 TEST(Streams, RtcpAndPtimeAreRead) {
     const Stream usual = Audio("");
     EXPECT_EQ(usual.rtcpAddress, "198.51.100.7");
