@@ -238,10 +238,12 @@ public:
     ///   * A key row that is not zero is used as the key of that suite; every other key is generated here,
     ///     and so is the session id.
     ///   * iVideoPayloadMode0 and 1 are the numbers to offer, 0: 96 and 97.
+    ///   * strVideoLevel is a level as the component lists them, "1", "1.b", "1.1" to "5.1"; empty: level 2.
     ///   * fVideoTxMuted is what MuteCamera() sets.
     /// Refused: a port beyond 65534 or negative (65535 leaves no RTCP port), a budget that is negative or
     /// from 1 to 999 bit/s, a suite other than the two AES_CM_128 ones, an address or suffix with a blank, a
-    /// control or a non-ASCII character, payload numbers of video outside 96 to 127 or equal, negative
+    /// control or a non-ASCII character, an address that is no IPv4 address, IPv6 address or host name, a
+    /// video level that is not in the list, payload numbers of video outside 96 to 127 or equal, negative
     /// limits, and whatever was given when the generator fails.
     Wish SetLocal(const LocalSDP& local);
     /// The capabilities in force, for a change of one of them:

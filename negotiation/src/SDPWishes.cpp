@@ -2,7 +2,10 @@
 // Input: what the application says. Output: the wishes in force, or a reason.
 // Touches the wishes of the call.
 // Test: tests/negotiation/SDPWishesTest.cpp
+#include "SDPAddress.h"
 #include "SDPCall.h"
+
+#include "H264Level.h"
 
 #include <algorithm>
 #include <cstring>
@@ -44,6 +47,19 @@ bool AreWordsWrong(const LocalSDP& local) {
     return !IsWord(local.strDefaultIPAddr) || !IsWord(local.strMyIPAddr) || !IsWord(local.strOExtension);
 }
 
+bool AreAddressesWrong(const LocalSDP& local) {
+    const auto isWrong = [](const std::string& text) { return !text.empty() && !IsAddress(text); };
+    return isWrong(local.strDefaultIPAddr) || isWrong(local.strMyIPAddr);
+}
+
+bool AreLevelsWrong(const LocalSDP& local) {
+    const auto isWrong = [](const std::string& level) {
+        return !level.empty() && std::find(std::begin(sdp::__H264Profile), std::end(sdp::__H264Profile),
+                                           level) == std::end(sdp::__H264Profile);
+    };
+    return isWrong(local.m_VideoMain.strVideoLevel) || isWrong(local.m_VideoPreso.strVideoLevel);
+}
+
 bool AreNumbersWrong(const LocalSDP& local) {
     constexpr std::int32_t firstDynamic = 96;
     const auto isWrong = [](std::int32_t number) {
@@ -72,6 +88,8 @@ constexpr WishError kWishErrors[] = {
     {IsBudgetWrong, "the bandwidth is negative or below 1000 bit/s"},           // [B04]
     {AreSuitesWrong, "a suite is none of the two that are read, with 128 bit"}, // [B14]
     {AreWordsWrong, "an address or the origin's suffix has a character that is not part of a word"},
+    {AreAddressesWrong, "an address is no IPv4 address, IPv6 address or host name"},
+    {AreLevelsWrong, "a level of video is none of those that the component lists"},
     {AreNumbersWrong, "the payload numbers of video are equal or not from 96 to 127"},
     {AreLimitsWrong, "a limit of video is negative"},
 };

@@ -27,6 +27,14 @@ TEST(Wishes, WhatNoStrictReaderTakesIsAnError) {
          "an address or the origin's suffix has a character that is not part of a word"},
         {[](LocalSDP& local) { local.strMyIPAddr = "192.0.2.1\x7F"; },
          "an address or the origin's suffix has a character that is not part of a word"},
+        {[](LocalSDP& local) { local.strDefaultIPAddr = "1:2:nope"; },
+         "an address is no IPv4 address, IPv6 address or host name"},
+        {[](LocalSDP& local) { local.strMyIPAddr = "999.1.1.1"; },
+         "an address is no IPv4 address, IPv6 address or host name"},
+        {[](LocalSDP& local) { local.m_VideoMain.strVideoLevel = "7.7"; },
+         "a level of video is none of those that the component lists"},
+        {[](LocalSDP& local) { local.m_VideoPreso.strVideoLevel = "3.1 "; },
+         "a level of video is none of those that the component lists"},
         {[](LocalSDP& local) { local.iVideoPayloadMode0 = 128; },
          "the payload numbers of video are equal or not from 96 to 127"},
         {[](LocalSDP& local) { local.m_VideoPreso.iFmtpMaxMbps = -1; }, "a limit of video is negative"},
@@ -55,6 +63,9 @@ TEST(Wishes, TheBordersAreTaken) {
     local.iMaxBandwidth = 1000;
     local.iVideoPayloadMode1 = 127;
     local.iVideoPayloadMode0 = 96;
+    local.strMyIPAddr = "far.example";
+    local.m_VideoMain.strVideoLevel = "1.b";
+    local.m_VideoPreso.strVideoLevel.clear();
     EXPECT_TRUE(SDPNegotiator().SetLocal(local).isTaken);
 }
 
