@@ -38,9 +38,26 @@ bool IsName(std::string_view name, std::string_view wanted, Repairs& repairs) {
     return name == wanted || (EqualsNoCase(name, wanted) && repairs.Use(RepairId::LetterCase));
 }
 
-/// Annex A of G.729 is the same on the wire as G.729 itself (RFC 3551, 4.5.6).
-bool IsG729A(const Format& format) {
-    return format.number == kOwnNumbers[kG729] && EqualsNoCase(format.name, "G729a/8000");
+/// A name under a static number that means the number's own codec.
+struct Spelling {
+    std::string_view name;
+    Meaning meaning;
+};
+
+constexpr Spelling kSpellings[] = {
+    {"G729a/8000", kG729}, // Annex A is the same on the wire (RFC 3551, 4.5.6)
+    {"G722/16000", kG722}, // the sampling rate; the clock rate is 8000 (RFC 3551, 4.5.2)
+    {"G722", kG722},       // without a clock rate
+    {"PCMU", kG711U},      {"G729", kG729},
+};
+
+/// The codec that a static number has by such a name; kMeanings for none.
+Meaning SpelledMeaning(const Format& format) {
+    const auto* const found =
+        std::find_if(std::begin(kSpellings), std::end(kSpellings), [&format](const Spelling& spelling) {
+            return format.number == kOwnNumbers[spelling.meaning] && EqualsNoCase(format.name, spelling.name);
+        });
+    return found == std::end(kSpellings) ? kMeanings : found->meaning;
 }
 
 /// RFC 5577 makes the bit rate mandatory; this side speaks one.
@@ -70,7 +87,8 @@ Meaning NamedMeaning(const Format& format, Repairs& repairs) {
             return audio != kG7221 || HasG7221Rate(format.parms, repairs) ? audio : kMeanings;
         }
     }
-    return IsG729A(format) && repairs.Use(RepairId::RenamedStatic) ? kG729 : kMeanings;
+    const Meaning spelled = SpelledMeaning(format);
+    return spelled != kMeanings && repairs.Use(RepairId::RenamedStatic) ? spelled : kMeanings;
 }
 
 Meaning MeaningOf(const Format& format, Repairs& repairs) {

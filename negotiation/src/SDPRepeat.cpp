@@ -135,8 +135,10 @@ std::string_view RepeatedContent(Lines lines) {
     return content;
 }
 
-bool HasContent(std::string_view list, std::string_view word) {
-    return AnyPiece(list, ',', [word](std::string_view piece) { return piece == word; });
+bool HasContent(std::string_view list, std::string_view word, Repairs& repairs) {
+    return AnyPiece(list, ',', [&](std::string_view piece) {
+        return piece == word || (EqualsNoCase(piece, word) && repairs.Use(RepairId::LetterCase));
+    });
 }
 
 void KeepLabelsApart(Session& session) {

@@ -25,7 +25,7 @@ std::string_view RepeatedValue(Lines lines, LineKind kind);
 std::string_view RepeatedContent(Lines lines);
 
 /// Whether a list of contents holds a word, "slides" in "speaker,slides" (RFC 4796, 4).
-bool HasContent(std::string_view list, std::string_view word);
+bool HasContent(std::string_view list, std::string_view word, Repairs& repairs);
 
 /// Lets no two sections that are open have one label (RFC 4574, 4).
 void KeepLabelsApart(Session& session);

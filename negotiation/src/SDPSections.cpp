@@ -109,9 +109,10 @@ Section ReadMedia(std::string_view value, std::size_t lines) {
     return section;
 }
 
-void AddLine(Section& section, const Line& line) {
+void AddLine(Section& section, const Line& line, Repairs& repairs) {
     ++section.last;
-    if (section.role == kMain && line.kind == LineKind::Content && HasContent(line.value, "slides")) {
+    if (section.role == kMain && line.kind == LineKind::Content &&
+        HasContent(line.value, "slides", repairs)) {
         section.role = kSlides;
     }
 }
@@ -182,7 +183,7 @@ Description Cut(std::string_view text, Repairs& repairs) {
         } else if (line.kind != LineKind::None) {
             description.lines.push_back(line);
             if (!description.sections.empty()) {
-                AddLine(description.sections.back(), line);
+                AddLine(description.sections.back(), line, repairs);
             }
         }
     });

@@ -27,6 +27,11 @@ TEST(Formats, NamesTellTheCodec) {
     EXPECT_EQ(Read("m=audio 1 RTP/AVP 97\na=rtpmap:97 pcmu/8000\n"), "97=PCMU");
     EXPECT_EQ(Read("m=audio 1 RTP/AVP 18\na=rtpmap:18 G729a/8000\n"), "18=G729");
     EXPECT_EQ(Read("m=audio 1 RTP/AVP 97\na=rtpmap:97 G729a/8000\n"), "97=-");
+    EXPECT_EQ(Read("m=audio 1 RTP/AVP 9\na=rtpmap:9 G722/16000\n"), "9=G722");
+    EXPECT_EQ(Read("m=audio 1 RTP/AVP 97\na=rtpmap:97 G722/16000\n"), "97=-");
+    EXPECT_EQ(Read("m=audio 1 RTP/AVP 0 9 18\na=rtpmap:0 pcmu\na=rtpmap:9 G722\na=rtpmap:18 G729\n"),
+              "0=PCMU 9=G722 18=G729");
+    EXPECT_EQ(Read("m=audio 1 RTP/AVP 0 97\na=rtpmap:0 G722\na=rtpmap:97 PCMU\n"), "0=- 97=-");
     EXPECT_EQ(Read("m=audio 1 RTP/AVP 0\na=rtpmap:0 opus/48000/2\n"), "0=-");
     EXPECT_EQ(Read("m=audio 1 RTP/AVP 0\na=rtpmap:0 G722/8000\n"), "0=G722");
     EXPECT_EQ(Read("m=audio 1 RTP/AVP 101\na=rtpmap:101 telephone-event/8000\n"), "101=events");

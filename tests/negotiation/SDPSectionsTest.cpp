@@ -81,6 +81,14 @@ TEST(Sections, ALongerWordIsNoDirection) {
     EXPECT_EQ(given.FirstLines().Find(LineKind::Direction)->text, "a=inactive ");
 }
 
+TEST(Sections, SlidesAreNamedInAnyCase) {
+    for (const std::string_view content : {"slides", "SLIDES", "speaker,Slides"}) {
+        const std::string section = "m=video 1 RTP/AVP 97\na=content:" + std::string(content) + "\n";
+        EXPECT_EQ(Given(section).First().role, kSlides) << content;
+        EXPECT_EQ(Given(section, false).First().role, content == "slides" ? kSlides : kMain) << content;
+    }
+}
+
 TEST(Sections, TransportsAreFoundInAnyCase) {
     EXPECT_EQ(FindTransport("rtp/avpf")->secure, "RTP/SAVPF");
     EXPECT_EQ(FindTransport("RTP/SAVP")->plain, "RTP/AVP");
