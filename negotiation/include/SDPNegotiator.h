@@ -293,7 +293,9 @@ public:
     /// One entry per section of the agreed session, in "m=" line order; empty before the first agreement.
     /// Hold, camera mute and SRTP Required are visible at once. Valid until the next call that is not const.
     const std::vector<Stream>& Streams() const;
-    /// What the far end can take in all, bit/s, from its bandwidth lines; 0: not limited.
+    /// What the far end can take in all, bit/s, by its own lines, "b=TIAS:" (RFC 3890) before "b=AS:": the
+    /// session's, otherwise the sum of the audio and video sections that run. 0, not limited, when one of
+    /// these has none.
     std::int32_t MaxBandwidth() const;
     /// The repairs that the last text of the far end needed, in table order.
     std::vector<Repair> Repairs() const;

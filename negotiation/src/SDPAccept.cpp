@@ -2,6 +2,7 @@
 // Input: the far end's answer, the slots of our offer. Output: the agreed session, or a reason to refuse.
 // Touches the state of the call when the answer is taken.
 // Test: tests/negotiation/SDPAcceptTest.cpp
+#include "SDPBandwidth.h"
 #include "SDPCall.h"
 #include "SDPPrepare.h"
 
@@ -123,7 +124,7 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Accept(std::string_view answer) {
     // Wishes said while the offer was out are still to be told.
     wishes = wishes == offered ? told : Asking(wishes, wishes->asked & ~unsigned{offered->asked});
     lastAnswer = std::move(text);
-    maxBandwidth = record.iMaxBandwidth;
+    maxBandwidth = BandwidthOf(description, choice.taken, repairs);
     Agree(next, std::move(told));
     return outcome;
 }

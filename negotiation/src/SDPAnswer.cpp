@@ -2,6 +2,7 @@
 // Input: the far end's offer, the state of the call. Output: the answer, or a reason to refuse.
 // Touches the state of the call when the offer is answered.
 // Test: tests/negotiation/SDPAnswerTest.cpp
+#include "SDPBandwidth.h"
 #include "SDPCall.h"
 #include "SDPPrepare.h"
 #include "SDPRepeat.h"
@@ -212,7 +213,7 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
     Outcome outcome;
     outcome.text = Seal(component, body);
     wishes = std::move(asking);
-    maxBandwidth = record.iMaxBandwidth;
+    maxBandwidth = BandwidthOf(description, choice.taken, repairs);
     lastAnswer = SecretText();
     Agree(next, std::move(told));
     outcome.isTaken = true;

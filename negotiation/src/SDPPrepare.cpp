@@ -16,32 +16,6 @@ std::string_view WithoutKeyword(std::string_view value) {
     return value.find('=') == std::string_view::npos ? value : std::string_view();
 }
 
-void WriteSessionBandwidth(sdp::Writer& text, const Description& description, Repairs& repairs) {
-    constexpr std::int32_t kilo = 1000;
-    for (const Line& line : description.Session()) {
-        if (line.kind != LineKind::Bandwidth) {
-            continue;
-        }
-        std::string_view value = line.value;
-        const std::string_view type = TakePiece(value, ':');
-        const std::int32_t number = NumberOrNone(Trim(value));
-        if (type == "AS" && number >= 0) {
-            text << "b=AS:" << number << "\r\n";
-        } else if (type == "TIAS" && number >= 0) {
-            text << "b=AS:" << (repairs.Use(RepairId::SessionTias) ? number / kilo : number) << "\r\n";
-        }
-    }
-}
-
-void WriteBandwidth(sdp::Writer& text, Lines lines) {
-    for (const Line& line : lines) {
-        std::string_view value = line.value;
-        if (line.kind == LineKind::Bandwidth && TakePiece(value, ':') == "TIAS") {
-            text << "b=TIAS:" << WithoutKeyword(Trim(value)) << "\r\n";
-        }
-    }
-}
-
 void WriteAddress(sdp::Writer& text, const Description& description, Lines lines) {
     const std::string_view address = AddressOf(description, lines);
     // Every section gets its address: one of the session would count for the next description as well [P18].
@@ -90,7 +64,6 @@ void WriteSection(sdp::Writer& text, const Description& description, Role role, 
     if (role == kFloor) {
         return;
     }
-    WriteBandwidth(text, lines);
     if (role == kSlides) {
         text << "a=content:slides\r\n";
     }
@@ -148,7 +121,6 @@ Way WayOf(const Description& description, const Section& section, Repairs& repai
 
 void WritePrepared(sdp::Writer& text, const Description& description, const std::array<Taken, kRoles>& taken,
                    Repairs& repairs) {
-    WriteSessionBandwidth(text, description, repairs);
     for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
         if (taken[role].section != nullptr) {
             WriteSection(text, description, role, taken[role], repairs);

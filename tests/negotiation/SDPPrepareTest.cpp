@@ -52,25 +52,6 @@ c=IN IP4 198.51.100.7
 )"));
 }
 
-TEST(Prepare, BandwidthIsInKilobitsAtTheSessionAndInBitsInSections) {
-    const std::string offer = Far("m=audio 30000 RTP/AVP 0\nb=AS:64\nb=TIAS: 64000\nb=TIAS:a=x\n",
-                                  "b=AS:512\nb=TIAS:512500\nb=CT:9\nb=AS:-1\nb=TIAS:x\nb=X\n");
-    EXPECT_TEXT(Prepared(offer), Text(R"(b=AS:512
-b=AS:512
-m=audio 30000 RTP/AVP 0
-c=IN IP4 198.51.100.7
-b=TIAS:64000
-b=TIAS:
-)"));
-    EXPECT_TEXT(Prepared(offer, false), Text(R"(b=AS:512
-b=AS:512500
-m=audio 30000 RTP/AVP 0
-c=IN IP4 198.51.100.7
-b=TIAS:64000
-b=TIAS:
-)"));
-}
-
 TEST(Prepare, AnAddressWithoutAKeywordIsWritten) {
     const std::string head = "v=0\r\no=far 7 1 IN IP4 198.51.100.7\r\ns=-\r\nt=0 0\r\n";
     const std::string section = "m=audio 30000 RTP/AVP 0\r\n";
