@@ -98,6 +98,13 @@ void CheckOrigins(std::string_view previous, const Line* before, std::string_vie
     }
 }
 
+/// The media of RFC 4566, 8.2.1, and "image" of RFC 6466.
+bool IsRegistered(std::string_view media) {
+    static constexpr std::string_view kMedia[] = {"audio",       "video",   "text",
+                                                  "application", "message", "image"};
+    return std::find(std::begin(kMedia), std::end(kMedia), media) != std::end(kMedia);
+}
+
 void CheckMeanings(const Section& before, const Section& now, Verdict& verdict) {
     const Encodings old = EncodingsOf(before);
     const Encodings fresh = EncodingsOf(now);
@@ -154,11 +161,11 @@ std::vector<JudgeViolation> CheckNext(std::string_view previous, std::string_vie
         if (!old.IsOpen()) {
             continue;
         }
-        if (old.media != fresh.media) {
+        if (old.media == fresh.media) {
+            CheckMeanings(old, fresh, verdict);
+        } else if (!IsRegistered(fresh.media)) {
             verdict.Add("J53", fresh.line, old.line, fresh,
                         "The medium was " + Quoted(old.media) + " and is " + Quoted(fresh.media) + ".");
-        } else {
-            CheckMeanings(old, fresh, verdict);
         }
     }
     return verdict.Take();

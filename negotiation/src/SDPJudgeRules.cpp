@@ -51,7 +51,7 @@ const std::vector<JudgeRule>& JudgeRules() {
         {"J50", "RFC 3264, 8", "Between two descriptions o= changes in nothing but its version."},
         {"J51", "RFC 3264, 8", "The version grows by one when the text changes, and only then."},
         {"J52", "RFC 3264, 8", "A description has no fewer m= lines than the one before."},
-        {"J53", "RFC 3264, 8.1", "A place is given to another medium only after it was at port 0."},
+        {"J53", "RFC 3264, 8.3.3", "A running stream changes its medium only to one that is registered."},
         {"J54", "RFC 3264, 8.3.2", "A payload type keeps its meaning for the whole session."},
     };
     return rules;

@@ -50,6 +50,16 @@ TEST(Judge, TimesOfTheOfferThatAreNoNumbersAreNotCompared) {
     }
 }
 
+TEST(Judge, ARunningStreamMayBecomeAnotherRegisteredMedium) {
+    const std::string head = Text(kOne).substr(0, Text(kOne).find("m="));
+    const std::string next = Text(kTwo).substr(0, Text(kTwo).find("m="));
+    const std::string before = head + "m=audio 5004 RTP/AVP 97\r\na=rtpmap:97 G722/8000\r\n";
+    EXPECT_TEXT(Next(before, next + "m=video 5004 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\n"), "");
+    EXPECT_TEXT(Next(before, next + "m=image 5004 udptl t38\r\n"), "");
+    EXPECT_TEXT(Next(before, next + "m=picture 5004 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\n"),
+                "J53 line 6, other 6, section 0: The medium was 'audio' and is 'picture'.\n");
+}
+
 TEST(Judge, AFormatThatWasNotListedMayGetAnyMeaning) {
     const std::string head = Text(kOne).substr(0, Text(kOne).find("m="));
     const std::string next =
