@@ -61,6 +61,33 @@ std::vector<Meaning> OfferedMeanings(Role role, const Wishes& told) {
     return meanings;
 }
 
+/// Whether both say the same of the audio codecs and their order.
+bool HaveSameCodecs(const LocalSDP& a, const LocalSDP& b) {
+    return a.eAudioCodec == b.eAudioCodec && a.listAudioCodecPriority == b.listAudioCodecPriority;
+}
+
+/// The wishes with the running audio codec first, so that an offer for another reason does not change it. A
+/// codec wish that is not agreed yet keeps its order.
+/// @param settled  null: nothing was agreed before
+std::shared_ptr<const Wishes> RunningFirst(const std::shared_ptr<const Wishes>& wishes, const Wishes* settled,
+                                           const Session& session) {
+    const std::size_t place = session.Open(kAudio);
+    if (place == session.slots.size() || settled == nullptr ||
+        !HaveSameCodecs(wishes->local, settled->local)) {
+        return wishes;
+    }
+    const int running = session.streams[place].codec;
+    const auto& listed = wishes->local.listAudioCodecPriority;
+    const auto found = std::find(listed.begin(), listed.end(), running);
+    if (found == listed.begin() || found == listed.end()) {
+        return wishes;
+    }
+    const auto next = std::make_shared<Wishes>(*wishes);
+    next->local.listAudioCodecPriority.remove(running);
+    next->local.listAudioCodecPriority.push_front(running);
+    return next;
+}
+
 /// The number that this side offers for a meaning when nothing binds it.
 std::int16_t UsualNumber(Meaning meaning, const LocalSDP& local) {
     if (meaning == kMode1 && local.iVideoPayloadMode1 != 0) {
@@ -177,17 +204,18 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Offer() {
     if (wishes->local.strDefaultIPAddr.empty()) {
         return Refusal("no local address is set");
     }
-    Session next = OfferedSession(*wishes);
+    const std::shared_ptr<const Wishes> told = RunningFirst(wishes, settled.get(), session);
+    Session next = OfferedSession(*told);
     if (next.slots.empty()) {
         return Refusal("there is no stream to offer");
     }
-    const Plans plans = OfferPlans(session, next, *wishes);
+    const Plans plans = OfferPlans(session, next, *told);
     unsigned roles = 0;
     for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
         roles |= plans[role].slot == nullptr ? 0U : unsigned{Wishes::Bit(role)};
     }
     SDPHandler handler;
-    Configure(handler, *wishes, roles);
+    Configure(handler, *told, roles);
     // The component's text has no key: SRTP is off in this handler.
     const std::string component = handler.GetLocalSDP();
     sdp::Writer writer(kUsualLength);

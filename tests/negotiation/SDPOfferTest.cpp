@@ -41,6 +41,20 @@ TEST(Offer, ABoundNumberIsGivenToNoOtherFormat) {
     EXPECT_TEXT(MediaLines(side.Offer().text), "m=video 5006 RTP/AVP 96 97\n");
 }
 
+// They called with PCMU and this side prefers G.722: a hold does not change the codec.
+TEST(Offer, TheRunningCodecComesFirstUntilAnotherIsWished) {
+    SDPNegotiator side = Side(Local());
+    ASSERT_TRUE(side.Answer(Far("m=audio 30000 RTP/AVP 0 9\n")).isTaken);
+    side.Hold(true);
+    EXPECT_TEXT(MediaLines(side.Offer().text), "m=audio 5004 RTP/AVP 0 9 104 18 101\n");
+    ASSERT_TRUE(side.Accept(Far("m=audio 30000 RTP/AVP 0 9\na=recvonly\n")).isTaken);
+    EXPECT_EQ(side.Streams()[0].changes, SDPNegotiator::kDirection);
+    LocalSDP other = side.Local();
+    other.listAudioCodecPriority = {PAYLOAD_G729, PAYLOAD_G711U};
+    ASSERT_TRUE(side.SetLocal(other).isTaken);
+    EXPECT_TEXT(MediaLines(side.Offer().text), "m=audio 5004 RTP/AVP 18 0 101\nm=video 5006 RTP/AVP 97 96\n");
+}
+
 TEST(Offer, TheOriginsAddressIsTheRecordsOwn) {
     LocalSDP local = AudioOnly();
     local.strMyIPAddr = "203.0.113.1";
@@ -61,7 +75,7 @@ a=rtcp:5005 IN IP4 192.0.2.1
 TEST(Offer, AStreamKeepsItsProfileAndARejectedSectionItsPlace) {
     SDPNegotiator side = Side(Local());
     ASSERT_TRUE(side.Answer(Far("m=text 30002 RTP/AVP 98\nm=audio 30000 RTP/AVPF 0\n")).isTaken);
-    EXPECT_TEXT(MediaLines(side.Offer().text), "m=text 0 RTP/AVP 98\nm=audio 5004 RTP/AVPF 9 104 0 18 101\n");
+    EXPECT_TEXT(MediaLines(side.Offer().text), "m=text 0 RTP/AVP 98\nm=audio 5004 RTP/AVPF 0 9 104 18 101\n");
 }
 
 } // namespace
