@@ -116,12 +116,6 @@ std::string_view ProfileOf(std::string_view parms) {
     return isWhole ? id.substr(0, kDefaultProfile.size()) : kDefaultProfile;
 }
 
-/// Whether packetization-mode is left out. Far ends do that with a number that was offered with mode 1, and
-/// mean the format that was offered.
-bool LacksMode(const Format& format) {
-    return Parameter(format.parms, sdp::kPacketizationMode).empty();
-}
-
 /// Whether the value of a line follows its keyword without a blank, or may all the same. Precondition: there
 /// is a value.
 bool IsClose(const Line& line, std::size_t keyword, Repairs& repairs) {
@@ -161,9 +155,6 @@ Formats::Formats(const Section& section, Lines lines, Known known, Repairs& repa
         const Meaning before =
             known.bound == nullptr ? kMeanings : (*known.bound)[static_cast<std::size_t>(format.number)];
         format.meaning = MeaningOf(format, repairs);
-        if (format.meaning == kMode0 && before == kMode1 && LacksMode(format)) {
-            format.meaning = kMode1;
-        }
         if (known.isFixed && before != kMeanings && before != format.meaning) {
             format.meaning = kMeanings;
         }

@@ -386,46 +386,4 @@ DeclinedByUs, the stream is secure, and becomes plain only by SRTP off
     EXPECT_TEXT(Lines(off), "Start send receive 0/0 198.51.100.7:30000\n");
 }
 
-TEST(Answer, APacketizationModeThatIsLeftOutIsTheOneOfTheNumber) {
-    constexpr std::string_view left = "m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n"
-                                      "a=fmtp:97 profile-level-id=42e01f\n";
-    LocalSDP local = Local();
-    local.eAudioCodec = PAYLOAD_UNKNOWN;
-    SDPNegotiator side = Side(local);
-    ASSERT_TRUE(side.Offer().isTaken);
-    ASSERT_TRUE(side.Accept(Far(left)).isTaken);
-    EXPECT_TEXT(Lines(side), "Start send receive 97/97 198.51.100.7:30002\n");
-    const std::string held = R"(v=0
-o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=video 5006 RTP/AVP 97
-a=rtpmap:97 H264/90000
-a=fmtp:97 profile-level-id=42e01F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
-a=recvonly
-a=rtcp:5007 IN IP4 192.0.2.1
-a=label:8
-a=content:main
-)";
-    EXPECT_TEXT(side.Answer(Far(std::string(left) + "a=sendonly\n")).text, Text(held));
-    EXPECT_EQ(side.Streams()[0].changes, SDPNegotiator::kDirection);
-    // The number keeps its format when the section was closed in between.
-    ASSERT_TRUE(side.Answer(Far("m=video 0 RTP/AVP 97\n")).isTaken);
-    EXPECT_TEXT(side.Answer(Far(left)).text, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 4 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=video 5006 RTP/AVP 97
-a=rtpmap:97 H264/90000
-a=fmtp:97 profile-level-id=42e01F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
-a=sendrecv
-a=rtcp:5007 IN IP4 192.0.2.1
-a=label:8
-a=content:main
-)"));
-    EXPECT_TEXT(Lines(side), "Start send receive 97/97 198.51.100.7:30002\n");
-}
-
 } // namespace

@@ -340,7 +340,8 @@ TEST_F(Inspect, TheFarEndCannotPaintTheTableNorLeakAKeyIntoIt) {
                          "                 the last line needs no end\n"
                          "                 R02 (P01): a line or parameter with another line's keyword in\n"
                          "                 it is kept to what it begins with\n"
-                         "                 section 1 is answered in its place\n"
+                         "                 section 1 is answered in its place and not started: the far\n"
+                         "                 end gives no address\n"
                          "                 section 2 is rejected in its place: no format of the section\n"
                          "                 is spoken here\n");
     EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");

@@ -195,6 +195,9 @@ std::string InWords(const Place& place) {
 
 std::string SectionInWords(const SDPNegotiator::Stream& stream) {
     const std::string section = "section " + std::to_string(stream.section + 1);
+    if (stream.state == SDPNegotiator::State::NoAddress) {
+        return section + " is answered in its place and not started: " + std::string(stream.reason);
+    }
     return IsAgreed(stream) ? section + " is answered in its place"
                             : section + " is rejected in its place: " + std::string(stream.reason);
 }
