@@ -101,8 +101,8 @@ need() {
     fi
 }
 
-# configure_and_build PRESET
+# configure_and_build PRESET [TARGET...]: without a target everything.
 configure_and_build() {
     cmake --preset "$1"
-    cmake --build --preset "$1" -j "$jobs"
+    cmake --build --preset "$1" -j "$jobs" ${2:+--target "${@:2}"}
 }
