@@ -107,6 +107,14 @@ Meaning MeaningOf(const Format& format, Repairs& repairs) {
     return !isStatic || repairs.Use(RepairId::DynamicNumber) ? byName : kMeanings;
 }
 
+/// Whether a number of a running stream may go from one meaning to another: its codec stays (RFC
+/// 3264, 8.3.2), and the packetization mode of H.264 is a parameter, so the far end's new offer decides on
+/// it.
+bool MayBecome(Meaning before, Meaning now) {
+    const auto isH264 = [](Meaning meaning) { return meaning == kMode1 || meaning == kMode0; };
+    return before == now || (isH264(before) && isH264(now));
+}
+
 /// Constrained by nothing, which is what a format without profile-level-id says, too.
 std::string_view ProfileOf(std::string_view parms) {
     const std::string_view id = Parameter(parms, sdp::kProfileLevelId);
@@ -155,7 +163,7 @@ Formats::Formats(const Section& section, Lines lines, Known known, Repairs& repa
         const Meaning before =
             known.bound == nullptr ? kMeanings : (*known.bound)[static_cast<std::size_t>(format.number)];
         format.meaning = MeaningOf(format, repairs);
-        if (known.isFixed && before != kMeanings && before != format.meaning) {
+        if (known.isFixed && before != kMeanings && !MayBecome(before, format.meaning)) {
             format.meaning = kMeanings;
         }
         if (format.meaning == kMode1 || format.meaning == kMode0) {

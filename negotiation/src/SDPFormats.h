@@ -45,7 +45,7 @@ using Bound = std::array<Meaning, kMaxNumber + 1>;
 /// What is known of the numbers of a section.
 struct Known {
     const Bound* bound = nullptr; ///< null: nothing
-    bool isFixed = false;         ///< the stream runs: no meaning can change (RFC 3264, 8.3.2)
+    bool isFixed = false;         ///< the stream runs: no number changes its codec (RFC 3264, 8.3.2)
 };
 
 /// The formats of one section, in "m=" line order. Tokens that are no payload number are left out.

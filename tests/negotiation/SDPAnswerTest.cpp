@@ -364,6 +364,60 @@ m=video 0 RTP/AVP 0
 )"));
 }
 
+// The codec of a number stays, and its mode is what the newest offer says (RFC 6184, 8.1: none is mode 0).
+TEST(Answer, AReofferMayChangeTheModeOfItsNumber) {
+    const std::string without = Far("m=video 30002 RTP/AVP 97\n"
+                                    "a=rtpmap:97 H264/90000\n"
+                                    "a=fmtp:97 profile-level-id=42001f\n");
+    const std::string with = Far("m=video 30002 RTP/AVP 97\n"
+                                 "a=rtpmap:97 H264/90000\n"
+                                 "a=fmtp:97 profile-level-id=42001f;packetization-mode=1\n");
+    SDPNegotiator side = Side(Local());
+    EXPECT_TEXT(side.Answer(with).text, Text(R"(v=0
+o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=video 5006 RTP/AVP 97
+a=rtpmap:97 H264/90000
+a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
+a=sendrecv
+a=rtcp:5007 IN IP4 192.0.2.1
+a=label:8
+a=content:main
+)"));
+    EXPECT_TEXT(side.Answer(without).text, Text(R"(v=0
+o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=video 5006 RTP/AVP 97
+a=rtpmap:97 H264/90000
+a=fmtp:97 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
+a=sendrecv
+a=rtcp:5007 IN IP4 192.0.2.1
+a=label:8
+a=content:main
+)"));
+    EXPECT_EQ(side.Streams()[0].packetizationMode, 0);
+    EXPECT_EQ(side.Streams()[0].changes, SDPNegotiator::kCodec);
+    EXPECT_TEXT(side.Answer(with).text, Text(R"(v=0
+o=Quillmarshorizon 578437695752307201 3 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=video 5006 RTP/AVP 97
+a=rtpmap:97 H264/90000
+a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
+a=sendrecv
+a=rtcp:5007 IN IP4 192.0.2.1
+a=label:8
+a=content:main
+)"));
+    EXPECT_EQ(side.Streams()[0].packetizationMode, 1);
+    EXPECT_EQ(side.Streams()[0].changes, SDPNegotiator::kCodec);
+}
+
 TEST(Answer, ASecureStreamBecomesPlainOnlyByOff) {
     const std::string secure = "m=audio 30000 RTP/SAVP 0\n" + Crypto("1 AES_CM_128_HMAC_SHA1_80");
     const std::string video = "m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n";
