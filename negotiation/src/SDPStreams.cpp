@@ -42,9 +42,7 @@ void FillAudio(Stream& stream, const Taken& taken, const RemoteSDP& record, cons
 void FillVideo(Stream& stream, const Taken& taken, const VideoParms& record, const Slot& slot) {
     const Format& format = *taken.video.first;
     stream.address = record.strVideoIPAddr;
-    // Without packetization-mode the far end is sent what every mode allows (RFC 6184, 8.1).
-    const bool hasMode1 =
-        format.meaning == kMode1 && !Parameter(format.parms, sdp::kPacketizationMode).empty();
+    const bool hasMode1 = format.meaning == kMode1;
     stream.codec = hasMode1 ? PAYLOAD_H264 : PAYLOAD_H264_PACKETIZATION_0;
     stream.sendPayload = format.number;
     // Far ends leave packetization-mode out of an answer: the number that they repeat is the format they
@@ -255,14 +253,18 @@ void ApplyAgreement(Session& session, const Session& before, const Wishes& wishe
     for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
         const std::size_t open = session.Open(role);
         const std::size_t last = before.Open(role);
+        const bool isOpen = open < session.slots.size();
         const bool wasOpen = last < before.slots.size();
-        if (open < session.slots.size()) {
+        // A role that goes to another section is another stream there.
+        const bool goesOn = isOpen && wasOpen && open == last;
+        if (isOpen) {
             Stream& stream = session.streams[open];
             RefreshOne(stream, session.slots[open], role, wishes);
             session.slots[open].agreed = FlowOf(stream);
-            stream.changes |= wasOpen ? Differences(before.streams[last], before.slots[last].agreed, stream)
-                                      : Running(false, IsRunning(stream.state));
-        } else if (wasOpen && Ran(before.streams[last], before.slots[last].agreed)) {
+            stream.changes |= goesOn ? Differences(before.streams[last], before.slots[last].agreed, stream)
+                                     : Running(false, IsRunning(stream.state));
+        }
+        if (wasOpen && !goesOn && Ran(before.streams[last], before.slots[last].agreed)) {
             // Another stream may have taken the section.
             session.streams[last].changes |= SDPNegotiator::kStopped;
         }

@@ -174,6 +174,19 @@ TEST(Streams, AStreamThatTakesTheSectionOfAnotherStopsIt) {
     EXPECT_EQ(audio.Streams()[0].changes, replaced);
 }
 
+// Audio stops, and main video goes to its section: there it is another stream than the one that ran before.
+TEST(Streams, ARoleThatGoesToAnotherSectionStartsThere) {
+    const std::string video = "m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n";
+    SDPNegotiator side = Side(Local());
+    ASSERT_TRUE(side.Answer(Far("m=audio 30000 RTP/AVP 0\n" + video)).isTaken);
+    ASSERT_TRUE(side.Answer(Far(video + "m=video 0 RTP/AVP 97\n")).isTaken);
+    EXPECT_TEXT(Lines(side), R"(Start send receive 97/97 198.51.100.7:30002
+DeclinedByThem, the far end's section has port 0
+)");
+    EXPECT_EQ(side.Streams()[0].changes, SDPNegotiator::kStarted | SDPNegotiator::kStopped);
+    EXPECT_EQ(side.Streams()[1].changes, SDPNegotiator::kStopped);
+}
+
 TEST(Streams, ANumberKeepsItsMeaning) {
     SDPNegotiator side = Side(Local());
     ASSERT_TRUE(side.Answer(Far("m=audio 30000 RTP/AVP 97\na=rtpmap:97 PCMU/8000\n")).isTaken);
