@@ -181,6 +181,11 @@ void CheckOneDirection(const Section& level, Verdict& verdict) {
 void CheckLabels(const Text& text, Verdict& verdict) {
     std::map<std::string_view, std::size_t> labels;
     for (const Section& section : text.sections) {
+        const auto [first, last] = section.All("label");
+        if (last - first > 1) {
+            verdict.Add("J18", first[1].line, 0, section,
+                        "Line " + std::to_string(first->line) + " has one too.");
+        }
         if (const Attribute* label = section.First("label"); label != nullptr && !label->value.empty()) {
             if (const auto [at, fresh] = labels.emplace(label->value, label->line); !fresh) {
                 verdict.Add("J15", label->line, 0, section,

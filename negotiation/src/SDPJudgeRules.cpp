@@ -27,6 +27,7 @@ const std::vector<JudgeRule>& JudgeRules() {
         {"J15", "RFC 4574, 4", "A label belongs to one section of a description."},
         {"J16", "RFC 8839, 5.4", "ICE credentials come as a pair."},
         {"J17", "RFC 4566, 6", "One level of a description has one direction at most."},
+        {"J18", "RFC 4574, 4", "A section has one label at most."},
         {"J20", "RFC 3264, 6", "An answer has as many m= lines as its offer."},
         {"J21", "RFC 3264, 6", "The media of an answer stand in the order of the offer."},
         {"J22", "RFC 3264, 6", "A section is answered with the transport it was offered with."},

@@ -55,6 +55,12 @@ TEST(JudgeGrammar, AnOriginHasSixFields) {
     EXPECT_TEXT(Faults(Session("o=a 1 1 IN IP4", "")), fields);
 }
 
+TEST(JudgeGrammar, ASectionHasOneLabel) {
+    EXPECT_TEXT(Faults(AudioText("a=label:8\r\n")), "");
+    EXPECT_TEXT(Faults(AudioText("a=label:8\r\na=label:9\r\na=label:8\r\n")),
+                "J18 line 8, other 0, section 0: Line 7 has one too.\n");
+}
+
 TEST(JudgeGrammar, ABandwidthIsATypeAndANumber) {
     const std::string form =
         "J09 line 7, other 0, section 0: The line is not a type, ':' and a plain number.";
