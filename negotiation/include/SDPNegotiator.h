@@ -72,8 +72,8 @@ public:
     /// What this side wants of SRTP with keys in the description (RFC 4568).
     enum class Srtp {
         Off,     ///< plain offers; secure sections are rejected
-        Wanted,  ///< secure offers; secure and plain sections are taken, secure ones first, and a plain
-                 ///< section that continues a secure stream is rejected
+        Wanted,  ///< secure offers; secure and plain sections are taken, secure ones first; a stream that was
+                 ///< secure in this call is neither offered plain nor taken plain
         Required ///< secure offers; plain sections are rejected and plain media stop at once
     };
 
@@ -259,7 +259,8 @@ public:
     /// Slides are sent. `true` offers a slides section with floor control when there is none; `false` keeps
     /// both and makes our slides recvonly. Slides that the far end offers are received in any case.
     void Present(bool isPresenting);
-    /// SRTP policy. Required stops plain media at once. A running secure stream becomes plain only by Off.
+    /// SRTP policy. Required stops plain media at once. A stream that was secure becomes plain only by Off,
+    /// also when it was closed in between.
     void SetSrtp(Srtp policy);
     /// Makes new keys for the next text. Not taken, and the old keys stay, when the generator fails.
     Wish Rekey();

@@ -14,7 +14,8 @@ using namespace negotiation;
 namespace {
 
 /// The slot that a section of the offer makes, closed.
-Slot ClosedSlot(const Section& section, const Slot* before) {
+/// @param isHold  the offer holds all streams at port 0
+Slot ClosedSlot(const Section& section, const Slot* before, bool isHold) {
     Slot slot;
     // What a short line does not say is said by a word that changes nothing at port 0.
     slot.media = section.media;
@@ -32,6 +33,7 @@ Slot ClosedSlot(const Section& section, const Slot* before) {
         slot.bound = before->bound;
         slot.numbers = before->numbers;
         slot.profile = before->profile;
+        slot.isParked = isHold && before->GoesOn();
     }
     return slot;
 }
@@ -87,8 +89,9 @@ Session AnswerSession(const Reading& reading, const Session& before, const Wishe
     next.streams.reserve(offer.sections.size());
     for (std::size_t place = 0; place < offer.sections.size(); ++place) {
         const Slot* const old = place < before.slots.size() ? &before.slots[place] : nullptr;
-        next.slots.push_back(ClosedSlot(offer.sections[place], old));
-        AddStream(next, reading.choice.verdicts[place]);
+        const Verdict& verdict = reading.choice.verdicts[place];
+        next.slots.push_back(ClosedSlot(offer.sections[place], old, verdict.state == State::Held));
+        AddStream(next, verdict);
     }
     for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
         const Taken& taken = reading.choice.taken[role];

@@ -52,11 +52,10 @@ Verdict AskPolicy(bool isSecure, Srtp policy) {
     return !isSecure && policy == Srtp::Required ? kNotSecure : kTaken;
 }
 
-/// Whether a section would make a secure stream plain. A text that was changed on its way could ask for that.
+/// Whether a section would make a secure stream plain. A text that was changed on its way could ask for that,
+/// at once or after it has closed the stream.
 bool IsDowngrade(const Section& section, const Wishes& wishes, const Session& session) {
-    const std::size_t open = session.Open(section.role);
-    return wishes.srtp == Srtp::Wanted && !section.isSecure && open < session.slots.size() &&
-           IsSecure(session.slots[open].transport);
+    return wishes.srtp == Srtp::Wanted && !section.isSecure && session.isSecured[section.role];
 }
 
 /// An offer that rejects every section is a hold.

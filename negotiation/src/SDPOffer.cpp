@@ -14,30 +14,32 @@ namespace {
 
 /// Whether the offer has a section of the role that is not rejected.
 bool IsOffered(Role role, const Session& session, const Wishes& told) {
-    const bool isOpen = session.Open(role) < session.slots.size();
+    const bool goesOn = session.GoesOn(role);
     if (role == kFloor) {
         // Floor control comes with slides that are offered anew; slides that run without go on without.
         return told.CanServe(kFloor) && IsOffered(kSlides, session, told) &&
-               (isOpen || told.IsAsked(kSlides));
+               (goesOn || told.IsAsked(kSlides));
     }
-    return told.CanServe(role) && (isOpen || told.IsAsked(role));
+    return told.CanServe(role) && (goesOn || told.IsAsked(role));
 }
 
 /// Whether a stream that is offered anew is secure: not beside streams that the far end has plain.
 bool AreNewStreamsSecure(const Session& session, const Wishes& told, bool isNextPlain) {
-    const bool isPlainCall = std::any_of(session.slots.begin(), session.slots.end(), [](const Slot& slot) {
-        return slot.isOpen && slot.role != kFloor && !IsSecure(slot.transport);
+    const bool isPlainCall = std::any_of(session.slots.begin(), session.slots.end(), [&](const Slot& slot) {
+        return slot.GoesOn() && slot.role != kFloor && !session.isSecured[slot.role];
     });
     return told.srtp == Srtp::Required || (told.srtp == Srtp::Wanted && !isNextPlain && !isPlainCall);
 }
 
-/// The transport of a slot's next offer. A running stream keeps its own unless the policy forbids it.
-std::string_view NextTransport(const Slot& slot, const Wishes& told, bool isSecureWhenNew) {
+/// The transport of a slot's next offer. With SRTP wanted a stream that goes on keeps its own, and none that
+/// was secure is offered plain.
+/// @param wasSecure  Session::isSecured of its role
+std::string_view NextTransport(const Slot& slot, const Wishes& told, bool wasSecure, bool isSecureWhenNew) {
     const Transport* const pair = FindTransport(slot.transport);
     const Transport fallback = {"RTP/AVP", "RTP/SAVP"};
     const Transport& choice = pair == nullptr ? fallback : *pair;
-    const bool keeps = slot.isOpen && told.srtp == Srtp::Wanted;
-    return (keeps ? IsSecure(slot.transport) : isSecureWhenNew) ? choice.secure : choice.plain;
+    const bool keeps = (slot.GoesOn() || wasSecure) && told.srtp == Srtp::Wanted;
+    return (keeps ? wasSecure : isSecureWhenNew) ? choice.secure : choice.plain;
 }
 
 /// The codecs of an offer, best first.
@@ -176,6 +178,7 @@ Session SDPNegotiator::Call::OfferedSession(const Wishes& told) const {
         if (!IsOffered(role, session, told)) {
             if (place < session.slots.size()) {
                 next.slots[place].isOpen = false;
+                next.slots[place].isParked = false;
             }
             continue;
         }
@@ -189,12 +192,13 @@ Session SDPNegotiator::Call::OfferedSession(const Wishes& told) const {
             slot.transport = "UDP/BFCP";
             slot.formats = "*";
         } else {
-            slot.transport = NextTransport(slot, told, isSecureWhenNew);
+            slot.transport = NextTransport(slot, told, session.isSecured[role], isSecureWhenNew);
             slot.ours = told.Wanted(role);
             slot.isHeldByUs = told.isHeld;
             ChooseNumbers(slot, OfferedMeanings(role, told), told.local);
         }
         slot.isOpen = true;
+        slot.isParked = false;
     }
     KeepLabelsApart(next);
     return next;

@@ -29,9 +29,10 @@ auto Fields(const LocalSDP& local) {
 }
 
 auto Fields(const Slot& slot) {
-    return std::tie(slot.media, slot.transport, slot.formats, slot.role, slot.isOpen, slot.numbers,
-                    slot.profile, slot.ours, slot.theirs, slot.isHeldByUs, slot.isHeldByThem, slot.agreed,
-                    slot.content, slot.label, slot.floor, slot.conferenceId, slot.userId, slot.floorRole);
+    return std::tie(slot.media, slot.transport, slot.formats, slot.role, slot.isOpen, slot.isParked,
+                    slot.numbers, slot.profile, slot.ours, slot.theirs, slot.isHeldByUs, slot.isHeldByThem,
+                    slot.agreed, slot.content, slot.label, slot.floor, slot.conferenceId, slot.userId,
+                    slot.floorRole);
 }
 
 auto Fields(const Stream& stream) {
@@ -95,7 +96,7 @@ bool Slot::operator==(const Slot& other) const {
 }
 
 bool Session::operator==(const Session& other) const {
-    return slots == other.slots && time == other.time &&
+    return slots == other.slots && time == other.time && isSecured == other.isSecured &&
            std::equal(streams.begin(), streams.end(), other.streams.begin(), other.streams.end(), AreEqual);
 }
 
@@ -106,10 +107,18 @@ std::size_t Session::Open(Role role) const {
 }
 
 std::size_t Session::Last(Role role) const {
-    const std::size_t open = Open(role);
-    const auto found =
-        std::find_if(slots.begin(), slots.end(), [role](const Slot& slot) { return slot.role == role; });
-    return open < slots.size() ? open : static_cast<std::size_t>(found - slots.begin());
+    const auto isOf = [role](const Slot& slot) { return slot.role == role; };
+    auto found = std::find_if(slots.begin(), slots.end(),
+                              [isOf](const Slot& slot) { return isOf(slot) && slot.GoesOn(); });
+    if (found == slots.end()) {
+        found = std::find_if(slots.begin(), slots.end(), isOf);
+    }
+    return static_cast<std::size_t>(found - slots.begin());
+}
+
+bool Session::GoesOn(Role role) const {
+    const std::size_t last = Last(role);
+    return last < slots.size() && slots[last].GoesOn();
 }
 
 } // namespace negotiation

@@ -92,6 +92,7 @@ struct Slot {
     std::string formats;          ///< written when the slot is closed
     Role role = kNoRole;          ///< whose slot it is, or was when it is closed
     bool isOpen = false;          ///< both sides agreed on a port
+    bool isParked = false;        ///< closed by an offer that holds all streams at port 0
     Numbers numbers = kNoNumbers; ///< this side's numbers; kept for the next offer
     /// Meanings that no later text may change; null while nothing is bound. Shared between states, because a
     /// bound meaning is never changed in place.
@@ -110,12 +111,17 @@ struct Slot {
     SDPNegotiator::FloorRole floorRole = SDPNegotiator::FloorRole::None;
 
     bool operator==(const Slot& other) const;
+    /// Whether this side's next offer has the stream without being asked for it.
+    bool GoesOn() const { return isOpen || isParked; }
 };
 
 struct Session {
     std::vector<Slot> slots;
     std::vector<Stream> streams; ///< one per slot; the directions are those that were agreed
     std::string time;            ///< the "t=" lines
+    /// Per role, whether the stream that was agreed last is or was secure. It outlives the stream, so that
+    /// none that is closed in between comes back plain.
+    std::array<bool, kRoles> isSecured{};
 
     bool operator==(const Session& other) const;
 
@@ -123,6 +129,8 @@ struct Session {
     std::size_t Open(Role role) const;
     /// Place of the slot that a role has or last had; the number of slots for none.
     std::size_t Last(Role role) const;
+    /// Whether the role has a slot that goes on.
+    bool GoesOn(Role role) const;
 };
 
 } // namespace negotiation

@@ -257,6 +257,7 @@ void ApplyAgreement(Session& session, const Session& before, const Wishes& wishe
         const bool wasOpen = last < before.slots.size();
         // A role that goes to another section is another stream there.
         const bool goesOn = isOpen && wasOpen && open == last;
+        session.isSecured[role] = isOpen ? IsSecure(session.slots[open].transport) : before.isSecured[role];
         if (isOpen) {
             Stream& stream = session.streams[open];
             RefreshOne(stream, session.slots[open], role, wishes);

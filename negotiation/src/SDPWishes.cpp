@@ -163,7 +163,7 @@ SDPNegotiator::Wish SDPNegotiator::Call::SetLocal(const LocalSDP& local) {
         return {false, kNoRandom};
     }
     for (const Role role : {kAudio, kMain}) {
-        if (next->CanServe(role) && session.Open(role) == session.slots.size()) {
+        if (next->CanServe(role) && !session.GoesOn(role)) {
             next->asked = static_cast<std::uint8_t>(next->asked | Wishes::Bit(role));
         }
     }

@@ -438,6 +438,25 @@ DeclinedByUs, the stream is secure, and becomes plain only by SRTP off
     off.SetSrtp(Srtp::Off);
     EXPECT_TRUE(off.Answer(Far("m=audio 30000 RTP/AVP 0\n")).isTaken);
     EXPECT_TEXT(Lines(off), "Start send receive 0/0 198.51.100.7:30000\n");
+    // From then on it is a plain stream, which goes on when SRTP is wanted again.
+    off.SetSrtp(Srtp::Wanted);
+    EXPECT_TRUE(off.Answer(Far("m=audio 30002 RTP/AVP 0\n")).isTaken);
+    EXPECT_TEXT(Lines(off), "Start send receive 0/0 198.51.100.7:30002\n");
+}
+
+// A call goes on while it is held at port 0, and so does what the streams agreed on.
+TEST(Answer, ASecureStreamIsNotPlainAfterARoundAtPortZero) {
+    const std::string secure = "m=audio 30000 RTP/SAVP 0\n" + Crypto("1 AES_CM_128_HMAC_SHA1_80");
+    SDPNegotiator side = Side(AudioOnly(), Srtp::Wanted);
+    ASSERT_TRUE(side.Answer(Far(secure)).isTaken);
+    ASSERT_TRUE(side.Answer(Far("m=audio 0 RTP/AVP 0\n")).isTaken);
+    const SDPNegotiator held = side;
+    const auto refused = side.Answer(Far("m=audio 30000 RTP/AVP 0\n"));
+    EXPECT_EQ(refused.status, 488);
+    EXPECT_EQ(refused.reason, "the stream is secure, and becomes plain only by SRTP off");
+    EXPECT_TRUE(side == held);
+    EXPECT_TRUE(side.Answer(Far(secure)).isTaken);
+    EXPECT_TEXT(Lines(side), "Start send receive 0/0 198.51.100.7:30000 _80\n");
 }
 
 } // namespace

@@ -55,6 +55,72 @@ TEST(Offer, TheRunningCodecComesFirstUntilAnotherIsWished) {
     EXPECT_TEXT(MediaLines(side.Offer().text), "m=audio 5004 RTP/AVP 18 0 101\nm=video 5006 RTP/AVP 97 96\n");
 }
 
+// Their hold is no wish of this side, so its own offer has the streams, and none that was declined before.
+TEST(Offer, WhileTheyHoldAtPortZeroTheStreamsAreOffered) {
+    SDPNegotiator side = Side(AudioOnly());
+    const std::string held = Far("m=text 0 RTP/AVP 98\nm=audio 0 RTP/AVP 0\n");
+    ASSERT_TRUE(side.Answer(Far("m=text 0 RTP/AVP 98\nm=audio 30000 RTP/AVP 0\n")).isTaken);
+    ASSERT_TRUE(side.Answer(held).isTaken);
+    ASSERT_TRUE(side.Answer(held).isTaken);
+    EXPECT_FALSE(side.NeedsOffer());
+    EXPECT_TEXT(side.Offer().text, Text(R"(v=0
+o=Quillmarshorizon 578437695752307201 3 IN IP4 192.0.2.1
+s=-
+c=IN IP4 192.0.2.1
+t=0 0
+m=text 0 RTP/AVP 98
+m=audio 5004 RTP/AVP 0 101
+a=rtpmap:0 PCMU/8000
+a=rtpmap:101 telephone-event/8000
+a=fmtp:101 0-15
+a=sendrecv
+a=rtcp:5005 IN IP4 192.0.2.1
+)"));
+    SDPNegotiator declined = side;
+    ASSERT_TRUE(side.Accept(Far("m=text 0 RTP/AVP 98\nm=audio 30000 RTP/AVP 0\n")).isTaken);
+    EXPECT_TEXT(Lines(side), R"(DeclinedByUs, the section was offered at port 0
+Start send receive 0/0 198.51.100.7:30000
+)");
+    EXPECT_EQ(side.Streams()[1].changes, SDPNegotiator::kStarted);
+    ASSERT_TRUE(declined.Accept(held).isTaken);
+    EXPECT_TEXT(MediaLines(declined.Offer().text), "m=text 0 RTP/AVP 98\nm=audio 0 RTP/AVP 0 101\n");
+}
+
+TEST(Offer, ACapabilityThatGoesAwayDuringTheirHoldIsNotOffered) {
+    SDPNegotiator side = Side(Local());
+    const std::string video = "m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n";
+    ASSERT_TRUE(side.Answer(Far("m=audio 30000 RTP/AVP 0\n" + video)).isTaken);
+    ASSERT_TRUE(side.Answer(Far("m=audio 0 RTP/AVP 0\nm=video 0 RTP/AVP 97\n")).isTaken);
+    ASSERT_TRUE(side.SetLocal(AudioOnly()).isTaken);
+    EXPECT_TEXT(MediaLines(side.Offer().text), "m=audio 5004 RTP/AVP 0 101\nm=video 0 RTP/AVP 97\n");
+    ASSERT_TRUE(side.Accept(Far("m=audio 30000 RTP/AVP 0\nm=video 0 RTP/AVP 97\n")).isTaken);
+    EXPECT_TEXT(Lines(side), R"(Start send receive 0/0 198.51.100.7:30000
+DeclinedByUs, the section was offered at port 0
+)");
+}
+
+TEST(Offer, AStreamThatWasSecureIsOfferedSecure) {
+    const std::string secure = "m=audio 30000 RTP/SAVP 0\n"
+                               "a=crypto:1 AES_CM_128_HMAC_SHA1_80 "
+                               "inline:AAECAwQFBgcICQoLDA0ODxAREhMUFRYXGBkaGxwd\n";
+    SDPNegotiator held = Side(AudioOnly(), Srtp::Wanted);
+    ASSERT_TRUE(held.Answer(Far(secure)).isTaken);
+    // The transport at port 0 is the far end's own, and says nothing of the stream.
+    ASSERT_TRUE(held.Answer(Far("m=audio 0 RTP/AVP 0\n")).isTaken);
+    EXPECT_TEXT(MediaLines(held.Offer().text), "m=audio 5004 RTP/SAVP 0 101\n");
+    // Beside a plain stream only new streams are plain.
+    SDPNegotiator dropped = Side(Local(), Srtp::Wanted);
+    const std::string video = "m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n";
+    ASSERT_TRUE(dropped.Answer(Far(secure + video)).isTaken);
+    ASSERT_TRUE(dropped.Answer(Far("m=audio 0 RTP/SAVP 0\n" + video)).isTaken);
+    ASSERT_TRUE(dropped.SetLocal(Local()).isTaken);
+    dropped.Present(true);
+    EXPECT_TEXT(MediaLines(dropped.Offer().text), "m=audio 5004 RTP/SAVP 9 104 0 18 101\n"
+                                                  "m=video 5006 RTP/AVP 96 97\n"
+                                                  "m=video 5008 RTP/AVP 97 96\n"
+                                                  "m=application 5010 UDP/BFCP *\n");
+}
+
 TEST(Offer, TheOriginsAddressIsTheRecordsOwn) {
     LocalSDP local = AudioOnly();
     local.strMyIPAddr = "203.0.113.1";

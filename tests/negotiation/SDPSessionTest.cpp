@@ -60,6 +60,7 @@ TEST(Session, SlotsDifferInEachField) {
                                       [](Slot& each) { each.formats = "0"; },
                                       [](Slot& each) { each.role = kAudio; },
                                       [](Slot& each) { each.isOpen = true; },
+                                      [](Slot& each) { each.isParked = true; },
                                       [](Slot& each) { each.numbers[kG722] = 9; },
                                       [](Slot& each) { each.bound = nullptr; },
                                       [](Slot& each) {
@@ -95,6 +96,7 @@ TEST(Session, SessionsDifferInSlotsStreamsAndTimes) {
                      [](negotiation::Session& each) { each.streams.clear(); },
                      [](negotiation::Session& each) { each.streams[0].port = 1; },
                      [](negotiation::Session& each) { each.time = "t=1 2\r\n"; },
+                     [](negotiation::Session& each) { each.isSecured[kMain] = true; },
                  });
 }
 
@@ -105,11 +107,18 @@ TEST(Session, ASlotIsFoundByItsRole) {
     session.slots[2].role = kAudio;
     EXPECT_EQ(session.Open(kAudio), 3U);
     EXPECT_EQ(session.Last(kAudio), 1U);
+    EXPECT_FALSE(session.GoesOn(kAudio));
+    session.slots[2].isParked = true;
+    EXPECT_EQ(session.Open(kAudio), 3U);
+    EXPECT_EQ(session.Last(kAudio), 2U);
+    EXPECT_TRUE(session.GoesOn(kAudio));
+    session.slots[2].isParked = false;
     session.slots[2].isOpen = true;
     EXPECT_EQ(session.Open(kAudio), 2U);
     EXPECT_EQ(session.Last(kAudio), 2U);
     EXPECT_EQ(session.Open(kMain), 3U);
     EXPECT_EQ(session.Last(kMain), 3U);
+    EXPECT_FALSE(session.GoesOn(kMain));
 }
 
 TEST(Session, ARoleIsServedWithACodecAndAPort) {
