@@ -49,6 +49,41 @@ TEST_F(Fit, EverySectionIsAnsweredInItsPlace) {
                                  "a=rtcp:16385 IN IP4 192.0.2.1\r\n");
 }
 
+// The negotiation layer repairs line ends itself, so the exact bytes of such a text are answered as well.
+TEST_F(Fit, LinesThatEndInLfAloneAreRead) {
+    constexpr const char* kOffer = "v=0\n"
+                                   "o=- 1 1 IN IP4 198.51.100.7\n"
+                                   "s=-\n"
+                                   "c=IN IP4 198.51.100.7\n"
+                                   "t=0 0\n"
+                                   "m=audio 5004 RTP/AVP 0\n";
+    constexpr const char* kAnswer = "v=0\r\n"
+                                    "o=Quillmarshorizon ID 1 IN IP4 192.0.2.1\r\n"
+                                    "s=-\r\n"
+                                    "c=IN IP4 192.0.2.1\r\n"
+                                    "b=AS:1064\r\n"
+                                    "t=0 0\r\n"
+                                    "m=audio 16384 RTP/AVP 0\r\n"
+                                    "b=TIAS:64000\r\n"
+                                    "a=rtpmap:0 PCMU/8000\r\n"
+                                    "a=sendrecv\r\n"
+                                    "a=rtcp:16385 IN IP4 192.0.2.1\r\n";
+    const Result exact = CmsdpReads(kOffer, {"answer", "--fit", "--exact"});
+    EXPECT_EQ(exact.status, 0);
+    EXPECT_TEXT(exact.err, "");
+    EXPECT_TEXT(MaskId(exact.out), kAnswer);
+    const Result cleaned = CmsdpReads(kOffer, {"answer", "--fit"});
+    EXPECT_TEXT(cleaned.err,
+                "cmsdp: LF alone was read as CR LF at the end of 6 lines; a far end that sends LF alone has "
+                "each such line joined to the next one, and without any CR LF it is not understood (P03); "
+                "--exact keeps it\n");
+    EXPECT_TEXT(MaskId(cleaned.out), kAnswer);
+    const Result none = CmsdpReads("no description\n", {"answer", "--fit", "--exact"});
+    EXPECT_EQ(none.status, 3);
+    EXPECT_TEXT(none.err, "cmsdp: standard input: holds no SDP line such as \"v=0\" or "
+                          "\"m=audio 5004 RTP/AVP 0\"\n");
+}
+
 TEST_F(Fit, ARefusedOfferWritesNothing) {
     const Result run = CmsdpReads(kSecure, {"answer", "--fit"});
     EXPECT_EQ(run.status, 1);

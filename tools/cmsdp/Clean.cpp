@@ -163,8 +163,8 @@ bool BeginsAnotherPart(std::string_view line, bool isAfterBlank) {
 
 } // namespace
 
-std::size_t Clean(Draft& draft, std::size_t nth, std::vector<std::string>& notes) {
-    const bool exactReads = HoldsSdpLine(draft.text);
+std::size_t Clean(Draft& draft, std::size_t nth, std::vector<std::string>& notes, LineEnd lineEnd) {
+    const bool exactReads = HoldsSdpLine(draft.text, lineEnd);
     Run(kBeforeTheCut, draft, exactReads, notes);
     const std::vector<Body> bodies = FindBodies(draft);
     if (nth > 1 && nth > bodies.size()) {

@@ -9,6 +9,7 @@
 #pragma once
 
 #include "Draft.h"
+#include "Words.h"
 
 #include <cstddef>
 #include <string>
@@ -16,10 +17,11 @@
 
 namespace cmsdp {
 
-/// Runs all steps on the draft; adds their notes. `nth` chooses one of several descriptions, counted from 1.
-/// Returns how many descriptions the input holds, 0 when no line of it is "v=0"; when that is less than `nth`
-/// the draft holds all of them.
-std::size_t Clean(Draft& draft, std::size_t nth, std::vector<std::string>& notes);
+/// Runs all steps on the draft; adds their notes, which point to --exact where the reader of the text, who
+/// takes `lineEnd` for the end of a line, reads it uncleaned as well. `nth` chooses one of several
+/// descriptions, counted from 1. Returns how many descriptions the input holds, 0 when no line of it is
+/// "v=0"; when that is less than `nth` the draft holds all of them.
+std::size_t Clean(Draft& draft, std::size_t nth, std::vector<std::string>& notes, LineEnd lineEnd);
 
 // The steps. Each returns how many lines it changed; for the steps that decode a whole text, 1 or 0.
 

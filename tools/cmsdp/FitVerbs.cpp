@@ -52,7 +52,9 @@ void Finish(Outcome& outcome, const Secrets& secrets) {
 Outcome RunFittedAnswer(const CommandLine& line, const Screen& screen) {
     Outcome outcome;
     SDPNegotiator call = NegotiatorOf(SideOf(line.local), WhoseFile(line));
-    const Draft offer = ReadRemoteText(line.remote, outcome.notes);
+    RemoteSource remote = line.remote;
+    remote.lineEnd = LineEnd::Any;
+    const Draft offer = ReadRemoteText(remote, outcome.notes);
     const SDPNegotiator::Outcome answer = call.Answer(offer.text);
 
     Secrets secrets(line.showSecrets);

@@ -32,7 +32,7 @@ std::string Bytes(const RemoteSource& source) {
 }
 
 void CleanIt(Draft& draft, const RemoteSource& source, std::vector<std::string>& notes) {
-    const std::size_t count = Clean(draft, source.nth, notes);
+    const std::size_t count = Clean(draft, source.nth, notes, source.lineEnd);
     if (source.nth > 1 && count < source.nth) {
         Fail(source, "holds " + std::to_string(count) + (count == 1 ? " description" : " descriptions") +
                          ", so --nth cannot be " + std::to_string(source.nth));
@@ -59,9 +59,11 @@ Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes
     } else {
         CleanIt(draft, source, notes);
     }
-    if (!HoldsSdpLine(draft.text)) {
+    if (!HoldsSdpLine(draft.text, source.lineEnd)) {
         Fail(source, std::string("holds no SDP line such as \"v=0\" or \"m=audio 5004 RTP/AVP 0\"") +
-                         (source.exact ? "; --exact counts only lines that end in CR LF" : ""));
+                         (source.exact && source.lineEnd == LineEnd::CrLf
+                              ? "; --exact counts only lines that end in CR LF"
+                              : ""));
     }
     return draft;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Draft.h"
+#include "Words.h"
 
 #include <cstddef>
 #include <string>
@@ -13,10 +14,11 @@ namespace cmsdp {
 
 /// Which text to read, and how.
 struct RemoteSource {
-    std::string name = "-";       ///< a file, or "-" for standard input
-    bool exact = false;           ///< byte for byte, nothing cleaned and nothing cut
-    std::size_t nth = 1;          ///< which of several descriptions, counted from 1
-    std::string verb = "inspect"; ///< for a message that says how the verb in use reads the input
+    std::string name = "-";          ///< a file, or "-" for standard input
+    bool exact = false;              ///< byte for byte, nothing cleaned and nothing cut
+    std::size_t nth = 1;             ///< which of several descriptions, counted from 1
+    std::string verb = "inspect";    ///< for a message that says how the verb in use reads the input
+    LineEnd lineEnd = LineEnd::CrLf; ///< of the part that reads the text
 };
 
 /// Reads a remote description. Unless `exact`, the steps of Clean.h run, each that changes something with a

@@ -84,11 +84,20 @@ bool LooksLikeSdp(std::string_view line) {
     return at + 1 < line.size() && line[at] >= 'a' && line[at] <= 'z' && line[at + 1] == '=';
 }
 
-bool HoldsSdpLine(std::string_view text) {
+bool HoldsSdpLine(std::string_view text, LineEnd end) {
     bool holds = false;
-    sdp::ForEachLine(text, [&](std::size_t offset, std::size_t length) {
+    const auto look = [&](std::size_t offset, std::size_t length) {
         holds = holds || LooksLikeSdp(text.substr(offset, length));
-    });
+    };
+    if (end == LineEnd::CrLf) {
+        sdp::ForEachLine(text, look);
+        return holds;
+    }
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t next = sdp::FindEither(text, '\r', '\n', at);
+        look(at, next - at);
+        at = next + 1;
+    }
     return holds;
 }
 

@@ -38,8 +38,14 @@ std::string_view TrimmedAtEnd(std::string_view text);
 /// Whether the line begins, after blanks, with a small letter and "=" (RFC 4566, 5).
 bool LooksLikeSdp(std::string_view line);
 
-/// Whether any line that ends in CR LF looks like a line of a description (RFC 4566, 5).
-bool HoldsSdpLine(std::string_view text);
+/// What the reader of a text takes for the end of a line.
+enum class LineEnd {
+    CrLf, ///< the component
+    Any   ///< LF and CR alone, too: the negotiation layer, repair R01
+};
+
+/// Whether any line looks like a line of a description (RFC 4566, 5).
+bool HoldsSdpLine(std::string_view text, LineEnd end = LineEnd::CrLf);
 
 /// "a, b, c"; of a longer list the first `most` and how many there are besides.
 std::string Listed(const std::vector<std::string>& pieces, std::size_t most);
