@@ -17,12 +17,11 @@ namespace {
 /// @param isHold  the offer holds all streams at port 0
 Slot ClosedSlot(const Section& section, const Slot* before, bool isHold) {
     Slot slot;
-    // What a short line does not say is said by a word that changes nothing at port 0.
     slot.media = section.media;
-    slot.transport = section.transport.empty() ? std::string_view("RTP/AVP") : section.transport;
+    slot.transport = RepeatedTransport(section);
     slot.formats = RepeatedFormats(section);
     if (slot.formats.empty()) {
-        slot.formats = "0";
+        slot.formats = "0"; // as with the transport: a word that changes nothing at port 0
     }
     // A stream of ours that is not in this text comes back to a slot of its kind. A section at port 0 has no
     // lines that say its role, so it keeps the one that it had.
@@ -181,7 +180,7 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
                        kNotAcceptable);
     }
     if (!std::all_of(description.sections.begin(), description.sections.end(), CanBeRepeated)) {
-        return Refusal("a medium or transport of the offer is no word", kNotAcceptable);
+        return Refusal("an m= line has no medium that an answer could name", kNotAcceptable);
     }
     const Choice choice = Choose(description, *wishes, session, repairs);
     if (const std::string_view reason = WhyNothing(choice); !reason.empty()) {

@@ -94,7 +94,8 @@ void CheckMedia(const Section& section, Verdict& verdict) {
     const auto words = Split(Raw(section.lines.front()), ' ');
     const bool blank = std::any_of(words.begin(), words.end(), [](auto word) { return word.empty(); });
     const auto port = Split(words.size() < 4 ? std::string_view{} : words[1], '/');
-    if (blank || !section.port || port.size() > 2 || !Number(port.back()) || !IsToken(words[0])) {
+    if (blank || !section.port || port.size() > 2 || !Number(port.back()) || !IsToken(words[0]) ||
+        !IsTransport(words[2])) {
         verdict.Add("J06", section.line, 0, section,
                     "The line is not medium, port, transport and formats between single blanks.");
         return;

@@ -266,7 +266,9 @@ void CheckSection(const Pair& pair) {
     if (!pair.theirs.port || !pair.ours.port) {
         return;
     }
-    if (pair.theirs.transport != pair.ours.transport) {
+    // A transport that is no word can be rejected and not repeated.
+    const bool isAnswered = pair.ours.IsOpen() || IsTransport(pair.theirs.transport);
+    if (isAnswered && pair.theirs.transport != pair.ours.transport) {
         pair.Add("J22", 0, 0,
                  "The transport is " + Quoted(pair.ours.transport) + ", offered is " +
                      Quoted(pair.theirs.transport) + ".");

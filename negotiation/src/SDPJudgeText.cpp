@@ -136,6 +136,11 @@ bool IsToken(std::string_view text) {
     });
 }
 
+bool IsTransport(std::string_view text) {
+    const auto words = Split(text, '/');
+    return std::all_of(words.begin(), words.end(), IsToken);
+}
+
 bool IsDigits(std::string_view text) {
     return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }

@@ -68,6 +68,8 @@ std::vector<std::string_view> Split(std::string_view text, char separator);
 std::string_view Trimmed(std::string_view text);
 std::optional<std::uint64_t> Number(std::string_view digits);
 bool IsToken(std::string_view text);
+/// Words between "/", as "RTP/AVP" (RFC 4566, 9).
+bool IsTransport(std::string_view text);
 /// Digits and nothing else, as many as there are.
 bool IsDigits(std::string_view text);
 /// A number that the ids of floor control can be: 32 bits, ten digits (RFC 4582, 5.1).

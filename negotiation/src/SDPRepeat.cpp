@@ -70,12 +70,18 @@ std::string_view IdOf(std::string_view value) {
 } // namespace
 
 bool CanBeRepeated(const Section& section) {
-    return IsToken(section.media) &&
-           !AnyPiece(section.transport, '/', [](std::string_view word) { return !IsToken(word); });
+    return IsToken(section.media);
+}
+
+std::string_view RepeatedTransport(const Section& section) {
+    const std::string_view transport = section.transport;
+    const bool isOne = !transport.empty() && transport.back() != '/' &&
+                       !AnyPiece(transport, '/', [](std::string_view word) { return !IsToken(word); });
+    return isOne ? transport : "RTP/AVP";
 }
 
 std::string RepeatedFormats(const Section& section) {
-    const bool isRtp = section.transport.find("RTP/") != std::string_view::npos;
+    const bool isRtp = RepeatedTransport(section).find("RTP/") != std::string_view::npos;
     std::set<std::string_view> others;
     std::bitset<kMaxNumber + 1> numbers;
     std::string formats;

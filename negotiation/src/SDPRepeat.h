@@ -7,8 +7,12 @@
 
 namespace negotiation {
 
-/// Whether our text can name the medium and the transport of a section as they are written (RFC 4566, 9).
+/// Whether an answer can name the medium of a section (RFC 4566, 9), which it has to (RFC 3264, 6).
 bool CanBeRepeated(const Section& section);
+
+/// The transport of a section, words between "/" (RFC 4566, 9); "RTP/AVP", which changes nothing at port 0,
+/// where the far end wrote none or another form.
+std::string_view RepeatedTransport(const Section& section);
 
 /// The formats of a section, each once; empty when it has none that can be written.
 std::string RepeatedFormats(const Section& section);

@@ -83,6 +83,10 @@ TEST(JudgeGrammar, AMediaLineHasFourWords) {
     EXPECT_TEXT(MediaFaults("m=audio 0  RTP/AVP 0"), kMedia);
     EXPECT_TEXT(MediaFaults("m=audio 0 RTP/AVP"), kMedia);
     EXPECT_TEXT(MediaFaults("m=au:dio 0 RTP/AVP 0"), kMedia);
+    EXPECT_TEXT(MediaFaults("m=audio 0 udptl 0"), "");
+    EXPECT_TEXT(MediaFaults("m=audio 0 RTP//AVP 0"), kMedia);
+    EXPECT_TEXT(MediaFaults("m=audio 0 RTP/AVP/ 0"), kMedia);
+    EXPECT_TEXT(MediaFaults("m=audio 0 RTP;AVP 0"), kMedia);
     EXPECT_TEXT(MediaFaults("m=audio 0 RTP/AVP 128"),
                 "J07 line 1, other 0, section 0: Format '128' is no payload type.\n");
     EXPECT_TEXT(MediaFaults("m=text 0 TCP/MSRP 128 x"), "");

@@ -29,6 +29,14 @@ std::string Other(const std::string& offered, const std::string& answered) {
 
 } // namespace
 
+TEST(JudgeSection, ATransportThatIsNoWordCanOnlyBeRejected) {
+    EXPECT_TEXT(Answer("m=audio 5004 RTP//AVP 0\r\n", "m=audio 0 RTP/AVP 0\r\n"), "");
+    EXPECT_TEXT(Answer("m=audio 5004 RTP//AVP 0\r\n", "m=audio 5004 RTP/AVP 0\r\n"),
+                "J22 line 6, other 6, section 0: The transport is 'RTP/AVP', offered is 'RTP//AVP'.\n");
+    EXPECT_TEXT(Answer("m=audio 5004 RTP/AVPF 0\r\n", "m=audio 0 RTP/AVP 0\r\n"),
+                "J22 line 6, other 6, section 0: The transport is 'RTP/AVP', offered is 'RTP/AVPF'.\n");
+}
+
 TEST(JudgeSection, ConstrainedOrNotBaselineIsOneProfile) {
     EXPECT_TEXT(Profiles("42e01f", "42000d"), "");
     EXPECT_TEXT(Profiles("4d801f", "42e01f"), "");

@@ -25,15 +25,31 @@ constexpr std::string_view kAudio = "m=audio 5004 RTP/AVP 0\n"
                                     "a=sendrecv\n"
                                     "a=rtcp:5005 IN IP4 192.0.2.1\n";
 
-TEST(Repeat, AMediumOrTransportThatIsNoWordRefusesTheOffer) {
+TEST(Repeat, AMediumThatIsNoWordRefusesTheOffer) {
+    constexpr std::string_view reason = "an m= line has no medium that an answer could name";
     const std::string audio = "m=audio 30000 RTP/AVP 0\n";
-    EXPECT_EQ(Answer(Far(audio + "m=vi;deo 30002 RTP/AVP 31\n")),
-              "a medium or transport of the offer is no word");
-    EXPECT_EQ(Answer(Far(audio + "m=video 30002 RTP//AVP 31\n")),
-              "a medium or transport of the offer is no word");
-    EXPECT_EQ(Answer(Far(audio + std::string("m=a\0b 30002 RTP/AVP 31\n", 24))),
-              "a medium or transport of the offer is no word");
-    EXPECT_EQ(Answer(Far(audio + "m=\n")), "a medium or transport of the offer is no word");
+    EXPECT_EQ(Answer(Far(audio + "m=vi;deo 30002 RTP/AVP 31\n")), reason);
+    EXPECT_EQ(Answer(Far(audio + std::string("m=a\0b 30002 RTP/AVP 31\n", 24))), reason);
+    EXPECT_EQ(Answer(Far(audio + "m=\n")), reason);
+}
+
+TEST(Repeat, ATransportThatIsNoWordCostsItsSection) {
+    EXPECT_TEXT(Answer(Far("m=audio 30000 RTP/AVP 0\n"
+                           "m=video 30002 RTP//AVP 31\n"
+                           "m=video 30004 RTP/AVP/ 31\n"
+                           "m=video 30006 /RTP/AVP 31\n"
+                           "m=text 30008 RTP/AVP;x 98\n" +
+                           std::string("m=image 30010 udp\0tl t38\n", 25) + "m=video 30012\nm=video\n")),
+                Text("t=0 0\n" + std::string(kAudio) +
+                     "m=video 0 RTP/AVP 31\n"
+                     "m=video 0 RTP/AVP 31\n"
+                     "m=video 0 RTP/AVP 31\n"
+                     "m=text 0 RTP/AVP 98\n"
+                     "m=image 0 RTP/AVP 0\n"
+                     "m=video 0 RTP/AVP 0\n"
+                     "m=video 0 RTP/AVP 0\n"));
+    EXPECT_EQ(Answer(Far("m=audio 30000 RTP/;AVP 0\n")),
+              "this side serves no section of this medium and transport");
 }
 
 TEST(Repeat, ARejectedSectionListsEachFormatOnce) {

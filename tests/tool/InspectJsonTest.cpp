@@ -231,7 +231,7 @@ TEST_F(InspectJson, AKeyInThePlaceOfAnAddressOrATransportIsHidden) {
     ]
   },
   "fit": {
-    "why": "a medium or transport of the offer is no word",
+    "why": null,
     "repairs": [
       {
         "id": "R02",
@@ -239,7 +239,18 @@ TEST_F(InspectJson, AKeyInThePlaceOfAnAddressOrATransportIsHidden) {
         "sentence": "a line or parameter with another line's keyword in it is kept to what it begins with"
       }
     ],
-    "sections": []
+    "sections": [
+      {
+        "section": 0,
+        "kept": false,
+        "why": "this side serves no section of this medium and transport"
+      },
+      {
+        "section": 1,
+        "kept": true,
+        "why": null
+      }
+    ]
   }
 }
 )");

@@ -413,8 +413,9 @@ TEST_F(Inspect, AKeyInThePlaceOfAnAddressOrATransportIsHidden) {
                 "with --fit\n"
                 "  does           R02 (P01): a line or parameter with another line's keyword in\n"
                 "                 it is kept to what it begins with\n"
-                "                 the text is refused: a medium or transport of the offer is no\n"
-                "                 word\n");
+                "                 section 1 is rejected in its place: this side serves no\n"
+                "                 section of this medium and transport\n"
+                "                 section 2 is answered in its place\n");
     EXPECT_TEXT(run.err, "cmsdp: SRTP keys are hidden; --show-secrets shows them\n");
 }
 
