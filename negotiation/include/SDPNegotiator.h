@@ -31,8 +31,8 @@
 //     call.Accept(text)       no offer is pending, or the text has other sections: unchanged
 //     call.Accept(other)      a second answer to one offer that differs from the first: unchanged
 //     call.Answer(text)       while our offer is pending: status 491 (RFC 3261, 14.1); unchanged
-//     call.Answer(text)       nothing in it can be taken, a section is missing, or no address was set:
-//                             status 488; unchanged
+//     call.Answer(text)       nothing in it can be taken, a section is missing, an "m=" line has no medium
+//                             that an answer could name, or no address was set: status 488; unchanged
 //     call.Answer("")         a re-INVITE without a body asks for an offer: isTaken false, status 0; do not
 //                             refuse it, send call.Offer().text
 //     call.Refused(488)       no offer is pending: unchanged
@@ -143,7 +143,7 @@ public:
         /// Where to send: an IPv4 address, an IPv6 address or a host name as the far end wrote it, without a
         /// TTL. With "0.0.0.0" or "::" the stream is held; with any other word it is empty.
         std::string address;
-        int port = 0;            ///< the far end's RTP or floor control port
+        int port = 0;            ///< the far end's RTP or floor control port, 1 to 65535; 0: not taken
         std::string rtcpAddress; ///< from an "a=rtcp:" that can be used (RFC 3605), otherwise `address`
         int rtcpPort = 0;        ///< from the same line, otherwise `port` + 1; 0 when there is no such port
 
@@ -168,7 +168,7 @@ public:
         Key ourKey;           ///< this side sends with it; valid only with a suite
         Key theirKey;         ///< this side receives with it; valid only with a suite
         std::string lifetime; ///< of their key, as written, "2^20" (RFC 4568, 6.1); empty: none
-        std::string mki;      ///< of their key, as written, "1:4"; empty: none
+        std::string mki;      ///< of their key, as written, value and length in bytes, "1:4"; empty: none
 
         std::vector<std::string> ice; ///< their "a=ice-" and "a=candidate:" lines, whole (RFC 8839, 5)
 
@@ -201,7 +201,8 @@ public:
         std::string_view sentence; ///< what was wrong and how it is read
     };
 
-    /// Fills `length` bytes; false when it cannot.
+    /// Fills `length` bytes; false when it cannot. SetLocal and Rekey ask for bytes, and Answer when the
+    /// offer repeats a key of this side.
     using Random = bool (*)(unsigned char* bytes, std::size_t length);
 
     /// A negotiator in phase Idle, without capabilities and with SRTP off.
@@ -235,8 +236,8 @@ public:
     ///     declined before. No other wish offers a declined stream again.
     ///   * cryptoAlgo is the suite that is offered first, CRYPTO_NONE: AES_CM_128_HMAC_SHA1_80. In a
     ///     remote offer both 128-bit suites are accepted.
-    ///   * A key row that is not zero is used as the key of that suite; every other key is generated here,
-    ///     and so is the session id.
+    ///   * A key row that is not zero, 16 bytes with their 14 bytes of salt, becomes the key of that suite.
+    ///     The first call generates every other key and the session id; later calls keep them.
     ///   * iVideoPayloadMode0 and 1 are the numbers to offer, 0: 96 and 97.
     ///   * strVideoLevel is a level as the component lists them, "1", "1.b", "1.1" to "5.1"; empty: level 2.
     ///   * fVideoTxMuted is what MuteCamera() sets.
@@ -262,7 +263,8 @@ public:
     /// SRTP policy. Required stops plain media at once. A stream that was secure becomes plain only by Off,
     /// also when it was closed in between.
     void SetSrtp(Srtp policy);
-    /// Makes new keys for the next text. Not taken, and the old keys stay, when the generator fails.
+    /// Makes new keys for all streams and both suites; the next text has them. Not taken, and the old keys
+    /// stay, when the generator fails.
     Wish Rekey();
 
     /// True while a wish is not part of an agreement. An answered offer that contains the wish, an answer of
@@ -284,7 +286,9 @@ public:
     ///                Every other status keeps the wishes. Restrictions (hold, camera muted, SRTP Required)
     ///                stay in every case.
     Outcome Refused(int status);
-    /// Reads an offer and answers it; on success the phase becomes Agreed.
+    /// Reads an offer and answers it; on success the phase becomes Agreed. An offer that repeats a key of
+    /// this side is answered with new ones (RFC 4568, 5.1.2), or refused when the generator fails. What else
+    /// is refused, and with which status, stands at the top of this file.
     Outcome Answer(std::string_view offer);
 
     // The agreed state
@@ -302,7 +306,7 @@ public:
     std::vector<Repair> Repairs() const;
     /// Every repair there is.
     static std::vector<Repair> AllRepairs();
-    /// Switches one repair on or off; all are on at first. False for an unknown id.
+    /// Switches one repair on or off for the texts that follow; all are on at first. False for an unknown id.
     bool SetRepair(std::string_view id, bool isOn);
     /// Switches all of them.
     void SetRepairs(bool isOn);
