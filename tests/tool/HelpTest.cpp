@@ -67,13 +67,14 @@ TEST_F(Help, OfInspect) {
 }
 
 TEST_F(Help, OfCall) {
-    ExpectHelp({"call", "--help"}, "Example:\n"
-                                   "  cmsdp call\n"
-                                   "  cmsdp call --offerer alice.json --then hold --then resume\n"
-                                   "  cmsdp call --answerer bob.json --then answerer:mute\n"
-                                   "\n"
-                                   "Usage: cmsdp call [--offerer FILE] [--answerer FILE] [--then WISH]...\n"
-                                   "                  [--json] [--require LIST] [--show-secrets]\n");
+    ExpectHelp({"call", "--help"},
+               "Example:\n"
+               "  cmsdp call\n"
+               "  cmsdp call --offerer alice.json --then hold --then resume\n"
+               "  cmsdp call --answerer bob.json --then answerer:mute\n"
+               "\n"
+               "Usage: cmsdp call [--offerer FILE] [--answerer FILE] [--then WISH]... [--json]\n"
+               "                  [--require LIST] [--show-secrets]\n");
 }
 
 TEST_F(Help, OfCheck) {

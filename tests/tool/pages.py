@@ -30,7 +30,7 @@ def options(text):
 
 
 def verbs():
-    listed = helped().partition("\nVerbs;")[2].partition("\n\n")[0]
+    listed = helped().partition("\nVerbs:\n")[2].partition("\n\n")[0]
     return [verb for verb in re.findall(r"^  (\w+)", listed, re.MULTILINE) if verb != "help"]
 
 

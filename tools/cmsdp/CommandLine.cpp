@@ -1,11 +1,11 @@
-// The table of verbs and their options; their texts stand in Help.cpp.
-//
+// Stage: command line. The table of verbs; what each takes stands in Declare.cpp and DeclareExplaining.cpp.
+// Input: the words that the user typed. Output: the verb to run with its fields, or the help.
+// Touches nothing else.
 // Tests: tests/tool/StatusTest.cpp, HelpTest.cpp
 #include "CommandLine.h"
 
-#include "Help.h"
+#include "Declare.h"
 #include "Outcome.h"
-#include "Require.h"
 #include "Verbs.h"
 #include "Words.h"
 
@@ -15,162 +15,97 @@ namespace cmsdp {
 
 namespace {
 
-// Hands out the written texts in place of generated ones.
-class WrittenHelp : public CLI::FormatterBase {
+struct VerbRow {
+    const char* name;
+    const char* summary; // in the list of verbs
+    void (*declare)(CLI::App&, CommandLine&);
+    Run run;
+    std::vector<std::string> examples;
+};
+
+const VerbRow kVerbs[] = {
+    {"offer",
+     "write the local offer",
+     DeclareOffer,
+     RunOffer,
+     {"cmsdp offer > offer.sdp",
+      "cmsdp capabilities > me.json     edit me.json, then:", "cmsdp offer --local me.json"}},
+    {"answer",
+     "read a remote offer, write the answer",
+     DeclareAnswer,
+     RunAnswer,
+     {"cmsdp answer --fit offer.sdp > answer.sdp", "xclip -o | cmsdp answer --local me.json"}},
+    {"inspect",
+     "read a remote description, show what the media engine would start with and why it would start without "
+     "the "
+     "rest",
+     DeclareInspect,
+     RunInspect,
+     {"cmsdp inspect offer.sdp", "cmsdp inspect --json offer.sdp | jq .main_video.why"}},
+    {"call",
+     "let two sides negotiate with each other",
+     DeclareCall,
+     RunCall,
+     {"cmsdp call", "cmsdp call --offerer alice.json --then hold --then resume",
+      "cmsdp call --answerer bob.json --then answerer:mute"}},
+    {"check",
+     "judge an answer against its offer as strict readers do",
+     DeclareCheck,
+     RunCheck,
+     {"cmsdp check offer.sdp answer.sdp", "cmsdp answer --show-secrets offer.sdp | cmsdp check offer.sdp -"}},
+    {"explain",
+     "say why a call came up as it did: which line or local field did what, and which edit mends it",
+     DeclareExplain,
+     RunExplain,
+     {"cmsdp explain --about main.picture --top offer.sdp",
+      "cmsdp explain --offered --offer ours.sdp answer.sdp", "cmsdp explain --lines offer.sdp",
+      "cmsdp explain --pcap call.pcap --we caller", "cmsdp explain --html report.html --pcap call.pcap"}},
+    {"whynot", "say why a codec was not chosen", DeclareWhyNot, RunWhyNot, {"cmsdp whynot G7221 offer.sdp"}},
+    {"diff",
+     "say what a new description changes for the media engine",
+     DeclareDiff,
+     RunDiff,
+     {"cmsdp diff offer.sdp reoffer.sdp"}},
+    {"survey",
+     "count the findings and the streams of many descriptions",
+     DeclareSurvey,
+     RunSurvey,
+     {"cmsdp survey /var/log/calls", "zcat night.jsonl.gz | cmsdp survey --json - > night.result"}},
+    {"redact",
+     "write a description for others: other keys, and other addresses and names, with the same meaning",
+     DeclareRedact,
+     RunRedact,
+     {"cmsdp redact --addresses offer.sdp > ticket.sdp"}},
+    {"capabilities",
+     "write what this side can do as JSON, to be edited and given back with --local",
+     DeclareCapabilities,
+     RunCapabilities,
+     {"cmsdp capabilities > me.json     edit me.json, then:", "cmsdp offer --local me.json"}},
+    {"help", "this text, or that of a verb", DeclareHelp, RunHelp, {"cmsdp help explain"}},
+    {"version", "the version", DeclareVersion, RunVersion, {"cmsdp version"}},
+};
+
+// Writes our page in place of the text that CLI11 would generate.
+class PageWriter : public CLI::FormatterBase {
 public:
-    explicit WrittenHelp(const char* text) : m_text(text) {}
-    std::string make_help(const CLI::App* /*app*/, std::string /*name*/,
+    explicit PageWriter(std::vector<std::string> examples) : m_examples(std::move(examples)) {}
+    std::string make_help(const CLI::App* app, std::string /*name*/,
                           CLI::AppFormatMode /*mode*/) const override {
-        return m_text;
+        HelpPage page = PageOf(*app);
+        page.examples = m_examples;
+        return HelpText(page);
     }
 
 private:
-    const char* m_text;
-};
-
-// Options that several verbs have.
-void AddLocal(CLI::App& verb, CommandLine& line) {
-    verb.add_option("--local", line.local)->type_name("FILE");
-}
-
-void AddSecrets(CLI::App& verb, CommandLine& line) {
-    verb.add_flag("--show-secrets", line.showSecrets);
-}
-
-void AddVerdict(CLI::App& verb, CommandLine& line) {
-    verb.add_flag("--json", line.json);
-    verb.add_option_function<std::string>(
-            "--require", [&line](const std::string& list) { line.require = ParseRequired(list); })
-        ->type_name("LIST");
-}
-
-void AddRemote(CLI::App& verb, CommandLine& line) {
-    CLI::Option* const exact = verb.add_flag("--exact", line.remote.exact);
-    verb.add_option("--nth", line.remote.nth)->type_name("N")->check(CLI::Range(1, 1000000))->excludes(exact);
-    verb.add_option("REMOTE", line.remote.name);
-}
-
-void DeclareOffer(CLI::App& verb, CommandLine& line) {
-    AddLocal(verb, line);
-    AddSecrets(verb, line);
-    CLI::Option* const fit = verb.add_flag("--fit", line.fit);
-    verb.add_flag("--json", line.json)->needs(fit);
-}
-
-void DeclareReader(CLI::App& verb, CommandLine& line) {
-    AddLocal(verb, line);
-    AddSecrets(verb, line);
-    AddVerdict(verb, line);
-    AddRemote(verb, line);
-    verb.parse_complete_callback([&line] { line.readsRemote = true; });
-}
-
-void DeclareAnswer(CLI::App& verb, CommandLine& line) {
-    DeclareReader(verb, line);
-    verb.add_flag("--fit", line.fit);
-}
-
-void DeclareInspect(CLI::App& verb, CommandLine& line) {
-    DeclareReader(verb, line);
-    verb.add_flag("--offered", line.offered);
-}
-
-void DeclareCall(CLI::App& verb, CommandLine& line) {
-    verb.add_option("--offerer", line.offerer)->type_name("FILE");
-    verb.add_option("--answerer", line.answerer)->type_name("FILE");
-    verb.add_option("--then", line.then)->type_name("WISH")->take_all()->expected(1);
-    AddSecrets(verb, line);
-    AddVerdict(verb, line);
-}
-
-void DeclareCheck(CLI::App& verb, CommandLine& line) {
-    verb.add_flag("--json", line.json);
-    verb.add_option("OFFER", line.checkedOffer)->required();
-    verb.add_option("ANSWER", line.checkedAnswer)->required();
-}
-
-void DeclareExplain(CLI::App& verb, CommandLine& line) {
-    AddLocal(verb, line);
-    verb.add_flag("--offered", line.offered);
-    verb.add_option("--offer", line.ourOffer)->type_name("FILE");
-    verb.add_option("--before", line.before)->type_name("FILE");
-    CLI::Option* const pcap = verb.add_option("--pcap", line.pcap)->type_name("FILE");
-    verb.add_option("--call", line.call)->type_name("N")->check(CLI::Range(1, 1000000));
-    verb.add_option("--we", line.we)->type_name("SIDE");
-    verb.add_option("--about", line.about)->type_name("TOPIC");
-    verb.add_flag("--top", line.top);
-    verb.add_flag("--lines", line.lines);
-    verb.add_flag("--exact", line.remote.exact);
-    CLI::Option* const json = verb.add_flag("--json", line.json);
-    verb.add_option("--html", line.html)->type_name("FILE")->excludes(json);
-    verb.add_option("REMOTE", line.remote.name)->excludes(pcap);
-    verb.parse_complete_callback([&line] { line.readsRemote = !line.pcap; });
-}
-
-void DeclareWhyNot(CLI::App& verb, CommandLine& line) {
-    AddLocal(verb, line);
-    verb.add_flag("--exact", line.remote.exact);
-    verb.add_option("CODEC", line.codec)->required();
-    verb.add_option("REMOTE", line.remote.name);
-    verb.parse_complete_callback([&line] { line.readsRemote = true; });
-}
-
-void DeclareDiff(CLI::App& verb, CommandLine& line) {
-    AddLocal(verb, line);
-    verb.add_flag("--exact", line.remote.exact);
-    verb.add_option("OLD", line.remote.name)->required();
-    verb.add_option("NEW", line.newer)->required();
-}
-
-void DeclareSurvey(CLI::App& verb, CommandLine& line) {
-    AddLocal(verb, line);
-    verb.add_flag("--offered", line.offered);
-    verb.add_flag("--json", line.json);
-    verb.add_option("PATH", line.paths)->required();
-}
-
-void DeclareRedact(CLI::App& verb, CommandLine& line) {
-    verb.add_flag("--addresses", line.addresses);
-    verb.add_option("REMOTE", line.remote.name);
-    verb.parse_complete_callback([&line] { line.readsRemote = true; });
-}
-
-void DeclareNothing(CLI::App& /*verb*/, CommandLine& /*line*/) {}
-
-void DeclareHelp(CLI::App& verb, CommandLine& line) {
-    verb.add_option("VERB", line.topic);
-}
-
-struct VerbRow {
-    const char* name;
-    const char* const* help; // what VERB --help writes
-    void (*declare)(CLI::App&, CommandLine&);
-    Run run;
-};
-
-constexpr VerbRow kVerbs[] = {
-    {"offer", &kOfferHelp, DeclareOffer, RunOffer},
-    {"answer", &kAnswerHelp, DeclareAnswer, RunAnswer},
-    {"inspect", &kInspectHelp, DeclareInspect, RunInspect},
-    {"call", &kCallHelp, DeclareCall, RunCall},
-    {"check", &kCheckHelp, DeclareCheck, RunCheck},
-    {"explain", &kExplainHelp, DeclareExplain, RunExplain},
-    {"whynot", &kWhyNotHelp, DeclareWhyNot, RunWhyNot},
-    {"diff", &kDiffHelp, DeclareDiff, RunDiff},
-    {"survey", &kSurveyHelp, DeclareSurvey, RunSurvey},
-    {"redact", &kRedactHelp, DeclareRedact, RunRedact},
-    {"capabilities", &kCapabilitiesHelp, DeclareNothing, RunCapabilities},
-    {"help", &kHelp, DeclareHelp, RunHelp},
-    {"version", &kVersionHelp, DeclareNothing, RunVersion},
+    std::vector<std::string> m_examples;
 };
 
 void Declare(CLI::App& app, CommandLine& line) {
-    app.formatter(std::make_shared<WrittenHelp>(kHelp));
     app.set_version_flag("--version", kVersion);
     app.require_subcommand(0, 1);
     for (const VerbRow& row : kVerbs) {
         CLI::App* const verb = app.add_subcommand(row.name);
-        verb->formatter(std::make_shared<WrittenHelp>(*row.help));
+        verb->formatter(std::make_shared<PageWriter>(row.examples));
         verb->callback([&line, &row] {
             line.run = row.run;
             line.remote.verb = row.name;
@@ -179,14 +114,36 @@ void Declare(CLI::App& app, CommandLine& line) {
     }
 }
 
+// The page of the command: its verbs, its own options, the exit statuses (Outcome.h).
+HelpPage CommandPage() {
+    HelpPage page;
+    page.examples = {"cmsdp inspect offer.sdp          what did they offer, and what comes of it?",
+                     "cmsdp answer offer.sdp           what do we answer?"};
+    page.usage = {"VERB", "[OPTIONS]"};
+    page.paragraphs = {"Session descriptions of a video-calling client (RFC 4566, RFC 3264).",
+                       "cmsdp VERB --help tells more of a verb."};
+    HelpList verbs{"Verbs", {}};
+    for (const VerbRow& row : kVerbs) {
+        const char* const operand = row.run == RunHelp ? " [VERB]" : "";
+        verbs.entries.push_back({std::string(row.name) + operand, row.summary});
+    }
+    page.lists = {verbs,
+                  {"Options", {{"-h, --help", "this text"}, {"--version", "the version"}}},
+                  {"Exit status",
+                   {{"0", "done"},
+                    {"1", "done, and nothing was negotiated, or not what --require names"},
+                    {"2", "the command line is wrong"},
+                    {"3", "the remote text cannot be read or holds no SDP line"},
+                    {"4", "the local file is wrong"},
+                    {"5", "the machine failed: output, memory or random numbers, or tshark is missing"}}}};
+    return page;
+}
+
 // The text of `cmsdp help`, or of `cmsdp help VERB`.
 std::string HelpAbout(const std::string& topic) {
-    if (topic.empty()) {
-        return kHelp;
-    }
-    for (const VerbRow& row : kVerbs) {
-        if (topic == row.name) {
-            return *row.help;
+    for (const HelpPage& page : HelpPages()) {
+        if (topic == page.verb) {
+            return HelpText(page);
         }
     }
     throw ToolError(kUsage, Quoted(topic) + " is no verb; see cmsdp --help");
@@ -202,7 +159,7 @@ CommandLine ToWrite(std::string text) {
 // The help that fits: that of the verb when one was typed.
 std::string HelpFor(const CLI::App& app) {
     const std::vector<CLI::App*> typed = app.get_subcommands();
-    return typed.empty() ? app.help() : typed.front()->help();
+    return typed.empty() ? HelpText(CommandPage()) : typed.front()->help();
 }
 
 // The generated words for a missing verb do not repeat what stands in its place.
@@ -220,6 +177,18 @@ std::string HelpWords(const CLI::App& app) {
 }
 
 } // namespace
+
+std::vector<HelpPage> HelpPages() {
+    std::vector<HelpPage> pages{CommandPage()};
+    for (const VerbRow& row : kVerbs) {
+        CommandLine line;
+        CLI::App app;
+        Declare(app, line);
+        pages.push_back(PageOf(*app.get_subcommand(row.name)));
+        pages.back().examples = row.examples;
+    }
+    return pages;
+}
 
 CommandLine ParseCommandLine(int argc, const char* const* argv) {
     CommandLine line;

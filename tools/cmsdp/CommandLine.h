@@ -3,6 +3,7 @@
 // Tests: tests/tool/StatusTest.cpp, HelpTest.cpp
 #pragma once
 
+#include "Help.h"
 #include "RemoteText.h"
 
 #include <optional>
@@ -52,5 +53,8 @@ struct CommandLine {
 
 /// Throws ToolError(kUsage) for words that make no command.
 CommandLine ParseCommandLine(int argc, const char* const* argv);
+
+/// The page of the command, then those of its verbs.
+std::vector<HelpPage> HelpPages();
 
 } // namespace cmsdp

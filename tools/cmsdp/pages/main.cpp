@@ -1,11 +1,12 @@
-// Writes the manual page or a completion of cmsdp, made from its help texts so that nothing is typed twice:
+// Writes the manual page or a completion of cmsdp, made from the pages of its help:
 //
 //     cmsdp_pages man DATE VERSION      cmsdp.1, for man(7)
 //     cmsdp_pages bash                  completion for bash
 //     cmsdp_pages fish                  completion for fish
 //
 // Test: tests/tool/pages.py
-#include "HelpText.h"
+#include "CommandLine.h"
+#include "Help.h"
 
 #include <cstring>
 #include <iostream>
@@ -31,88 +32,93 @@ std::string Roff(const std::string& text) {
     return !out.empty() && (out[0] == '.' || out[0] == '\'') ? "\\&" + out : out;
 }
 
-// A line of running text; it is broken once where the escapes make it longer than 80 columns.
-std::string Prose(const std::string& line) {
-    std::string text = Roff(line);
-    if (text.size() > 80) {
-        text[text.rfind(' ', 80)] = '\n';
+constexpr std::size_t kWidth = 72; // Roff() makes a line longer
+
+void ManText(const std::string& text) {
+    for (const std::string& line : Wrapped(text, kWidth)) {
+        std::cout << Roff(line) << "\n";
     }
-    return text;
 }
 
-void ManEntries(const HelpBlock& block) {
-    for (const HelpEntry& entry : block.entries) {
-        std::cout << ".TP\n.B " << Roff(entry.term) << "\n" << Roff(entry.text) << "\n";
+void ManEntries(const std::vector<HelpEntry>& entries) {
+    for (const HelpEntry& entry : entries) {
+        std::cout << ".TP\n.B " << Roff(entry.term) << "\n";
+        ManText(entry.text);
     }
 }
 
 // `lead` is ".PP\n", or nothing after a heading, which begins a paragraph by itself.
-void ManLiteral(const HelpBlock& block, const char* lead = "") {
+void ManLiteral(const std::vector<std::string>& lines, const char* lead) {
     std::cout << lead << ".nf\n";
-    for (const std::string& line : block.lines) {
+    for (const std::string& line : lines) {
         std::cout << Roff(line) << "\n";
     }
     std::cout << ".fi\n";
 }
 
-void ManParagraph(const HelpBlock& block, const char* lead) {
-    std::cout << lead;
-    for (const std::string& line : block.lines) {
-        std::cout << Prose(line) << "\n";
+void ManParagraphs(const std::vector<std::string>& paragraphs, const char* lead) {
+    for (const std::string& paragraph : paragraphs) {
+        std::cout << lead;
+        ManText(paragraph);
+        lead = ".PP\n";
     }
 }
 
 // A verb: how it is typed, what it does, its arguments and options, an example.
 void ManVerb(const HelpPage& page) {
-    std::cout << ".SS " << page.verb << "\n";
-    ManLiteral(BlockOf(page, "Usage"));
-    for (const HelpBlock& block : page.blocks) {
-        if (!block.entries.empty()) {
-            ManEntries(block);
-        } else if (block.title.empty()) {
-            ManParagraph(block, ".PP\n");
-        }
+    std::cout << ".SS " << page.verb << "\n.nf\n";
+    std::string indent = "cmsdp " + page.verb + " ";
+    std::string lead = indent;
+    indent.assign(indent.size(), ' ');
+    for (const std::string& line : Wrapped(page.usage, kWidth - indent.size())) {
+        std::cout << Roff(lead + line) << "\n";
+        lead = indent;
     }
-    ManLiteral(BlockOf(page, "Example"), ".PP\n");
+    std::cout << ".fi\n";
+    ManParagraphs(page.paragraphs, ".PP\n");
+    for (const HelpList& list : page.lists) {
+        ManEntries(list.entries);
+    }
+    ManParagraphs(page.closing, ".PP\n");
+    ManLiteral(page.examples, ".PP\n");
 }
 
 void Man(const std::string& date, const std::string& version) {
-    const std::vector<HelpPage> pages = ReadHelpPages();
+    const std::vector<HelpPage> pages = HelpPages();
     std::cout << ".TH CMSDP 1 " << date << " \"commonmedia " << version << "\"\n"
               << ".SH NAME\ncmsdp \\- read, answer and judge session descriptions\n"
               << ".SH SYNOPSIS\n.B cmsdp\n.I VERB\n.RI [ OPTIONS ]\n"
               << ".SH DESCRIPTION\n";
-    const char* lead = "";
-    for (const HelpBlock& block : pages[0].blocks) {
-        if (block.title.empty()) {
-            ManParagraph(block, lead);
-            lead = ".PP\n";
-        }
-    }
-    ManEntries(BlockOf(pages[0], "Verbs"));
+    ManParagraphs(pages[0].paragraphs, "");
+    ManEntries(EntriesOf(pages[0], "Verbs"));
     std::cout << ".SH VERBS\n";
     for (std::size_t i = 1; i < pages.size(); ++i) {
         ManVerb(pages[i]);
     }
     std::cout << ".SH OPTIONS\n";
-    ManEntries(BlockOf(pages[0], "Options"));
+    ManEntries(EntriesOf(pages[0], "Options"));
     std::cout << ".SH EXIT STATUS\n";
-    ManEntries(BlockOf(pages[0], "Exit status"));
+    ManEntries(EntriesOf(pages[0], "Exit status"));
     std::cout << ".SH EXAMPLES\n";
-    ManLiteral(BlockOf(pages[0], "Example"));
+    ManLiteral(pages[0].examples, "");
+}
+
+// The first word of a term: "--local" of "--local FILE", "-h" of "-h, --help".
+std::string FirstWord(const std::string& term) {
+    return term.substr(0, term.find_first_of(" ,"));
 }
 
 std::string VerbNames(const std::vector<HelpPage>& pages) {
-    std::string names = "help";
+    std::string names;
     for (std::size_t i = 1; i < pages.size(); ++i) {
-        names += " " + pages[i].verb;
+        names += (i == 1 ? "" : " ") + pages[i].verb;
     }
     return names;
 }
 
 std::string OptionsOf(const HelpPage& page) {
     std::string options;
-    for (const HelpEntry& entry : BlockOf(page, "Options").entries) {
+    for (const HelpEntry& entry : EntriesOf(page, "Options")) {
         const std::size_t name = entry.term.find("--");
         options += (options.empty() ? "" : " ") + FirstWord(entry.term.substr(name));
     }
@@ -121,7 +127,7 @@ std::string OptionsOf(const HelpPage& page) {
 
 // Where no word fits, a file does: the arguments and the values of options are files.
 void Bash() {
-    const std::vector<HelpPage> pages = ReadHelpPages();
+    const std::vector<HelpPage> pages = HelpPages();
     std::cout << "# Completion of cmsdp for bash: verbs, their options, files.\n"
               << "_cmsdp() {\n"
               << "    local current=${COMP_WORDS[COMP_CWORD]} words=\n"
@@ -153,14 +159,14 @@ std::string FishText(const std::string& text) {
 }
 
 void Fish() {
-    const std::vector<HelpPage> pages = ReadHelpPages();
+    const std::vector<HelpPage> pages = HelpPages();
     std::cout << "# Completion of cmsdp for fish: verbs, their options, files.\n";
-    for (const HelpEntry& verb : BlockOf(pages[0], "Verbs").entries) {
+    for (const HelpEntry& verb : EntriesOf(pages[0], "Verbs")) {
         std::cout << "complete -c cmsdp -n __fish_use_subcommand -a " << FirstWord(verb.term) << " -d "
                   << FishText(verb.text) << "\n";
     }
     for (std::size_t i = 1; i < pages.size(); ++i) {
-        for (const HelpEntry& entry : BlockOf(pages[i], "Options").entries) {
+        for (const HelpEntry& entry : EntriesOf(pages[i], "Options")) {
             const std::string option = FirstWord(entry.term.substr(entry.term.find("--") + 2));
             const bool hasValue = entry.term.find(' ', entry.term.find("--")) != std::string::npos;
             std::cout << "complete -c cmsdp -n '__fish_seen_subcommand_from " << pages[i].verb << "' -l "
