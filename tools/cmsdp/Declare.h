@@ -29,4 +29,7 @@ void AddLocal(CLI::App& verb, CommandLine& line);
 /// The operand REMOTE. The verb then reads it, from standard input where it is left out or "-".
 void AddRemote(CLI::App& verb, CommandLine& line, const char* what);
 
+/// What the declaration says of a verb: a page without examples.
+HelpPage PageOf(const CLI::App& verb);
+
 } // namespace cmsdp

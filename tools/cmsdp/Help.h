@@ -8,10 +8,6 @@
 #include <string>
 #include <vector>
 
-namespace CLI {
-class App;
-}
-
 namespace cmsdp {
 
 extern const char* const kVersion;
@@ -36,9 +32,6 @@ struct HelpPage {
     std::vector<HelpList> lists;
     std::vector<std::string> closing; ///< paragraphs about its exit status
 };
-
-/// The page of a declared verb, without examples.
-HelpPage PageOf(const CLI::App& verb);
 
 /// The page as --help writes it: at most 80 columns wide.
 std::string HelpText(const HelpPage& page);
