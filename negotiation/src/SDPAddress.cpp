@@ -5,7 +5,6 @@
 #include "SDPAddress.h"
 
 #include <algorithm>
-#include <array>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -13,21 +12,15 @@
 namespace negotiation {
 namespace {
 
-/// An IPv4 or IPv6 address; an IPv4 address leaves the bytes after its four at zero.
-struct Address {
-    bool isOne = false;
-    std::array<unsigned char, sizeof(in6_addr)> bytes{};
-};
-
-Address Read(std::string_view text) {
-    Address address;
+/// An IPv4 or IPv6 address, as opposed to a name.
+bool IsNumeric(std::string_view text) {
     char ended[INET6_ADDRSTRLEN] = {};
-    if (text.size() < sizeof ended && text.find('\0') == std::string_view::npos) {
-        std::copy(text.begin(), text.end(), ended);
-        address.isOne = inet_pton(AF_INET, ended, address.bytes.data()) == 1 ||
-                        inet_pton(AF_INET6, ended, address.bytes.data()) == 1;
+    if (text.size() >= sizeof ended || text.find('\0') != std::string_view::npos) {
+        return false;
     }
-    return address;
+    std::copy(text.begin(), text.end(), ended);
+    unsigned char bytes[sizeof(in6_addr)];
+    return inet_pton(AF_INET, ended, bytes) == 1 || inet_pton(AF_INET6, ended, bytes) == 1;
 }
 
 bool IsLetter(char c) {
@@ -53,13 +46,11 @@ bool IsHostName(std::string_view text) {
 } // namespace
 
 bool IsAddress(std::string_view text) noexcept {
-    return Read(text).isOne || IsHostName(text);
+    return IsNumeric(text) || IsHostName(text);
 }
 
 bool IsNowhere(std::string_view text) noexcept {
-    const Address address = Read(text);
-    return address.isOne && std::all_of(address.bytes.begin(), address.bytes.end(),
-                                        [](unsigned char byte) { return byte == 0; });
+    return text.find_first_not_of("0.:") == std::string_view::npos && IsNumeric(text);
 }
 
 } // namespace negotiation

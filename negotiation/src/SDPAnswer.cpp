@@ -13,16 +13,18 @@ using namespace negotiation;
 
 namespace {
 
-/// The slot that a section of the offer makes, closed.
+/// The formats of a section at port 0, where "0" changes nothing.
+std::string ClosedFormats(const Section& section) {
+    std::string formats = RepeatedFormats(section);
+    return formats.empty() ? "0" : formats;
+}
+
+/// The slot that a section of the offer makes, closed and without formats.
 /// @param isHold  the offer holds all streams at port 0
 Slot ClosedSlot(const Section& section, const Slot* before, bool isHold) {
     Slot slot;
     slot.media = section.media;
     slot.transport = RepeatedTransport(section);
-    slot.formats = RepeatedFormats(section);
-    if (slot.formats.empty()) {
-        slot.formats = "0"; // as with the transport: a word that changes nothing at port 0
-    }
     // A stream of ours that is not in this text comes back to a slot of its kind. A section at port 0 has no
     // lines that say its role, so it keeps the one that it had.
     const bool isBare = section.number == 0 && before != nullptr && before->role != kNoRole &&
@@ -89,7 +91,11 @@ Session AnswerSession(const Reading& reading, const Session& before, const Wishe
     for (std::size_t place = 0; place < offer.sections.size(); ++place) {
         const Slot* const old = place < before.slots.size() ? &before.slots[place] : nullptr;
         const Verdict& verdict = reading.choice.verdicts[place];
-        next.slots.push_back(ClosedSlot(offer.sections[place], old, verdict.state == State::Held));
+        Slot& slot =
+            next.slots.emplace_back(ClosedSlot(offer.sections[place], old, verdict.state == State::Held));
+        if (verdict.state != State::Start || slot.role == kFloor) {
+            slot.formats = ClosedFormats(offer.sections[place]);
+        }
         AddStream(next, verdict);
     }
     for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
@@ -107,21 +113,26 @@ Session AnswerSession(const Reading& reading, const Session& before, const Wishe
     return next;
 }
 
-Plans AnswerPlans(const Choice& choice, const Session& next, const Wishes& told) {
-    Plans plans;
-    for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
+/// The crypto lines of the answer.
+void PlanCrypto(const Choice& choice, const Keys& keys, Plans& plans) {
+    for (const Role role : {kAudio, kMain, kSlides}) {
         const Taken& taken = choice.taken[role];
-        if (taken.section == nullptr) {
-            continue;
-        }
-        plans[role].slot = &next.slots[taken.place];
-        plans[role].port = told.Port(role);
         if (taken.isSecure) {
             const std::size_t suite = SuiteIndex(taken.crypto.suite);
-            plans[role].crypto[0] = {taken.crypto.tag, suite, &told.keys[role][suite]};
+            plans[role].crypto[0] = {taken.crypto.tag, suite, TextOf(keys[role][suite])};
         }
     }
-    return plans;
+}
+
+/// The rest of the plans: the slots of the answer.
+void PlanSlots(const Choice& choice, const Session& next, const Wishes& told, Plans& plans) {
+    for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
+        const Taken& taken = choice.taken[role];
+        if (taken.section != nullptr) {
+            plans[role].slot = &next.slots[taken.place];
+            plans[role].port = told.Port(role);
+        }
+    }
 }
 
 /// Why nothing of an offer is taken: what is wrong with the first section that has a port. Empty when
@@ -136,23 +147,14 @@ std::string_view WhyNothing(const Choice& choice) {
 
 /// Whether an offer repeats a key that this side would answer with. The answerer's key has to be one of its
 /// own (RFC 4568, 5.1.2).
-bool RepeatsKey(const Description& offer, const Choice& choice, const Keys& keys) {
-    for (const Role role : {kAudio, kMain, kSlides}) {
-        const Taken& taken = choice.taken[role];
-        if (!taken.isSecure) {
-            continue;
-        }
-        const Key& key = keys[role][SuiteIndex(taken.crypto.suite)];
-        std::string text;
-        const sdp::WipedAtEnd wiped(text);
-        GetSRTPKey(text, key.key.data(), key.salt.data());
-        if (std::any_of(offer.lines.begin(), offer.lines.end(), [&text](const Line& line) {
-                return line.kind == LineKind::Crypto && sdp::Contains(line.value, text);
-            })) {
-            return true;
-        }
-    }
-    return false;
+bool RepeatsKey(const Description& offer, const Plans& plans) {
+    return std::any_of(offer.lines.begin(), offer.lines.end(), [&plans](const Line& line) {
+        return line.kind == LineKind::Crypto &&
+               std::any_of(plans.begin(), plans.end(), [&line](const Plan& plan) {
+                   const std::string_view key = plan.crypto[0].key.View();
+                   return !key.empty() && sdp::Contains(line.value, key);
+               });
+    });
 }
 
 unsigned TakenRoles(const Choice& choice) {
@@ -190,12 +192,15 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
     // Slides that are to be presented need an offer of their own when this one has none to take them.
     const unsigned left = phase == Phase::Idle ? unsigned{Wishes::Bit(kSlides)} : ~0U;
     std::shared_ptr<const Wishes> asking = Asking(wishes, wishes->asked & left & ~roles);
-    if (RepeatsKey(description, choice, wishes->keys)) {
+    Plans plans;
+    PlanCrypto(choice, wishes->keys, plans);
+    if (RepeatsKey(description, plans)) {
         const auto rekeyed = std::make_shared<Wishes>(*asking);
         std::uint64_t id = sessionId;
         if (!Make(rekeyed->keys, id, true)) {
             return Refusal(kNoRandom, kNotAcceptable);
         }
+        PlanCrypto(choice, rekeyed->keys, plans);
         asking = rekeyed;
     }
     std::shared_ptr<const Wishes> told = Asking(asking, 0);
@@ -207,10 +212,12 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
     handler.ParseTheSDP(prepared.Take(), record);
     Session next = AnswerSession({description, choice, record, false}, session, *told, repairs);
 
+    PlanSlots(choice, next, *told, plans);
+
     // The component's text has no key: SRTP is off in this handler.
     const std::string component = handler.GetLocalSDP();
     sdp::Writer writer(kUsualLength);
-    WriteBody(writer, component, next, AnswerPlans(choice, next, *told));
+    WriteBody(writer, component, next, plans);
     SecretText body(writer.Take());
     Outcome outcome;
     outcome.text = Seal(component, body);

@@ -32,10 +32,6 @@ auto Fields(const State& call) {
                     call.pending, call.maxBandwidth);
 }
 
-bool IsZero(const Key& key) {
-    return key == Key();
-}
-
 } // namespace
 
 bool SDPNegotiator::Call::operator==(const Call& other) const {

@@ -67,8 +67,7 @@ bool ReadKey(std::string_view text, CryptoLine& crypto) {
         }
         place = piece;
     }
-    // A key of zeros is what a generator leaves that does nothing.
-    return DecodeKey(key, crypto.key) && crypto.key != Key();
+    return DecodeKey(key, crypto.key) && !IsZero(crypto.key);
 }
 
 /// Reads one line; without a suite when it cannot be used.

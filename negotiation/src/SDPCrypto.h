@@ -22,6 +22,11 @@ std::size_t SuiteIndex(sdp::CRYPTO_PROFILE suite) noexcept;
 
 using Key = SDPNegotiator::Key;
 
+/// Whether every byte is zero: no key, or what a generator leaves that does nothing.
+inline bool IsZero(const Key& key) {
+    return key.key == decltype(key.key){} && key.salt == decltype(key.salt){};
+}
+
 /// This side's keys: one per stream and suite, none of them all zero once made.
 using Keys = std::array<std::array<Key, kBothSuites.size()>, baseSDP::SRTP_MAX>;
 

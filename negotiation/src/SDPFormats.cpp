@@ -29,12 +29,13 @@ Meaning StaticMeaning(std::int16_t number) {
     return kMeanings;
 }
 
-/// Whether an encoding name is `wanted`, which may carry the one channel that is the default (RFC 4566, 6).
+/// "PCMU/8000" of "PCMU/8000/1": one channel is the default (RFC 4566, 6).
+std::string_view WithoutOneChannel(std::string_view name) {
+    const std::size_t last = name.size() < 2 ? 0 : name.size() - 2;
+    return name.substr(last) == "/1" ? name.substr(0, last) : name;
+}
+
 bool IsName(std::string_view name, std::string_view wanted, Repairs& repairs) {
-    constexpr std::string_view oneChannel = "/1";
-    if (name.size() == wanted.size() + oneChannel.size() && name.substr(wanted.size()) == oneChannel) {
-        name.remove_suffix(oneChannel.size());
-    }
     return name == wanted || (EqualsNoCase(name, wanted) && repairs.Use(RepairId::LetterCase));
 }
 
@@ -75,15 +76,16 @@ bool HasG7221Rate(std::string_view parms, Repairs& repairs) {
 }
 
 Meaning NamedMeaning(const Format& format, Repairs& repairs) {
-    if (IsName(format.name, sdp::kH264Name, repairs)) {
+    const std::string_view name = WithoutOneChannel(format.name);
+    if (IsName(name, sdp::kH264Name, repairs)) {
         const std::string_view mode = Parameter(format.parms, sdp::kPacketizationMode);
         return mode == "1" ? kMode1 : mode.empty() || mode == "0" ? kMode0 : kMeanings;
     }
-    if (IsName(format.name, sdp::kTelephoneEvent.name, repairs)) {
+    if (IsName(name, sdp::kTelephoneEvent.name, repairs)) {
         return kEvents;
     }
     for (const Meaning audio : {kG722, kG7221, kG711U, kG729}) {
-        if (IsName(format.name, sdp::kAudioCodecs[audio].format.name, repairs)) {
+        if (IsName(name, sdp::kAudioCodecs[audio].format.name, repairs)) {
             return audio != kG7221 || HasG7221Rate(format.parms, repairs) ? audio : kMeanings;
         }
     }

@@ -129,12 +129,6 @@ void ChooseNumbers(Slot& slot, const std::vector<Meaning>& meanings, const Local
     }
     slot.numbers = numbers;
     slot.formats.clear();
-    for (const Meaning meaning : meanings) {
-        if (numbers[meaning] >= 0) {
-            slot.formats += slot.formats.empty() ? "" : " ";
-            slot.formats += std::to_string(numbers[meaning]);
-        }
-    }
 }
 
 /// The crypto lines of an offer: the suite that runs first, else the one that is wished.
@@ -143,8 +137,8 @@ void PlanCrypto(Plan& plan, Role role, sdp::CRYPTO_PROFILE running, const Wishes
     const auto wished = told.local.cryptoAlgo[role];
     const std::size_t known = SuiteIndex(running != sdp::CryptoParams::CRYPTO_NONE ? running : wished);
     const std::size_t first = known < kBothSuites.size() ? known : 0;
-    plan.crypto[0] = {kTags[first], first, &told.keys[role][first]};
-    plan.crypto[1] = {kTags[1 - first], 1 - first, &told.keys[role][1 - first]};
+    plan.crypto[0] = {kTags[first], first, TextOf(told.keys[role][first])};
+    plan.crypto[1] = {kTags[1 - first], 1 - first, TextOf(told.keys[role][1 - first])};
 }
 
 Plans OfferPlans(const Session& session, const Session& next, const Wishes& told) {

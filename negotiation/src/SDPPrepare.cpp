@@ -16,8 +16,7 @@ std::string_view WithoutKeyword(std::string_view value) {
     return value.find('=') == std::string_view::npos ? value : std::string_view();
 }
 
-void WriteAddress(sdp::Writer& text, const Description& description, Lines lines) {
-    const std::string_view address = AddressOf(description, lines);
+void WriteAddress(sdp::Writer& text, std::string_view address) {
     // Every section gets its address: one of the session would count for the next description as well [P18].
     if (!address.empty()) {
         text << "c=IN IP4 " << address << "\r\n";
@@ -47,10 +46,9 @@ void WriteFloor(sdp::Writer& text, Lines lines) {
          << "a=userid:" << RepeatedValue(lines, LineKind::UserId) << "\r\n";
 }
 
-void WriteSection(sdp::Writer& text, const Description& description, Role role, const Taken& taken,
+void WriteSection(sdp::Writer& text, Lines lines, std::string_view address, Role role, const Taken& taken,
                   Repairs& repairs) {
     static constexpr std::string_view kMedia[kRoles] = {"audio", "video", "video", "application"};
-    const Lines lines = description.Of(*taken.section);
     text << "m=" << kMedia[role] << " " << taken.section->number
          << (role == kFloor ? " UDP/BFCP" : " RTP/AVP");
     if (role == kFloor) {
@@ -60,10 +58,7 @@ void WriteSection(sdp::Writer& text, const Description& description, Role role, 
     } else {
         WriteVideoFormat(text, *taken.video.first, repairs);
     }
-    WriteAddress(text, description, lines);
-    if (role == kFloor) {
-        return;
-    }
+    WriteAddress(text, address);
     if (role == kSlides) {
         text << "a=content:slides\r\n";
     }
@@ -85,11 +80,10 @@ const sdp::Direction* LastDirection(Lines lines) {
 
 } // namespace
 
-std::string_view AddressOf(const Description& description, Lines lines) {
-    const Line* const own = lines.Find(LineKind::Connection);
-    const Line* const line = own == nullptr ? description.Session().Find(LineKind::Connection) : own;
+std::string_view AddressOf(Lines lines, std::string_view otherwise) {
+    const Line* const line = lines.Find(LineKind::Connection);
     if (line == nullptr) {
-        return {};
+        return otherwise;
     }
     sdp::Words words(line->value);
     words.Next();
@@ -121,9 +115,11 @@ Way WayOf(const Description& description, const Section& section, Repairs& repai
 
 void WritePrepared(sdp::Writer& text, const Description& description, const std::array<Taken, kRoles>& taken,
                    Repairs& repairs) {
+    const std::string_view ofSession = AddressOf(description.Session());
     for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
         if (taken[role].section != nullptr) {
-            WriteSection(text, description, role, taken[role], repairs);
+            const Lines lines = description.Of(*taken[role].section);
+            WriteSection(text, lines, AddressOf(lines, ofSession), role, taken[role], repairs);
         }
     }
 }

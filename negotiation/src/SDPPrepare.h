@@ -11,9 +11,9 @@ namespace negotiation {
 /// The direction that a section is written with, its writer's view; sendrecv without a line (RFC 4566, 6).
 Way WayOf(const Description& description, const Section& section, Repairs& repairs);
 
-/// The address of a section's "c=" line or of the session's (RFC 4566, 5.7), without a TTL; empty for none
-/// and for a word that is no address.
-std::string_view AddressOf(const Description& description, Lines lines);
+/// The address of a block's "c=" line without a TTL (RFC 4566, 5.7); empty for a word that is no address.
+/// @param otherwise  the address when there is no such line: for a section, that of the session
+std::string_view AddressOf(Lines lines, std::string_view otherwise = {});
 
 /// The attribute that says a direction, "a=sendonly".
 std::string_view KeywordOf(Way way);

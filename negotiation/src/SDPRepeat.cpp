@@ -75,8 +75,9 @@ bool CanBeRepeated(const Section& section) {
 
 std::string_view RepeatedTransport(const Section& section) {
     const std::string_view transport = section.transport;
-    const bool isOne = !transport.empty() && transport.back() != '/' &&
-                       !AnyPiece(transport, '/', [](std::string_view word) { return !IsToken(word); });
+    const bool isOne = section.pair != nullptr ||
+                       (!transport.empty() && transport.back() != '/' &&
+                        !AnyPiece(transport, '/', [](std::string_view word) { return !IsToken(word); }));
     return isOne ? transport : "RTP/AVP";
 }
 

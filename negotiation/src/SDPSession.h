@@ -89,7 +89,7 @@ std::shared_ptr<const Wishes> Asking(const std::shared_ptr<const Wishes>& wishes
 struct Slot {
     std::string media;            ///< "audio"
     std::string transport;        ///< "RTP/SAVPF", as it is written
-    std::string formats;          ///< written when the slot is closed
+    std::string formats;          ///< written when the slot is closed; empty: its numbers
     Role role = kNoRole;          ///< whose slot it is, or was when it is closed
     bool isOpen = false;          ///< both sides agreed on a port
     bool isParked = false;        ///< closed by an offer that holds all streams at port 0

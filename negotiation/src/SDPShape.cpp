@@ -214,15 +214,13 @@ void WriteSession(sdp::Writer& body, std::string_view lines, const Session& sess
 
 void WriteCrypto(sdp::Writer& text, const Plan& plan) {
     for (const Plan::Crypto& crypto : plan.crypto) {
-        if (crypto.key == nullptr) {
+        if (crypto.tag.empty()) {
             return;
         }
-        std::string key;
-        const sdp::WipedAtEnd wiped(key);
-        GetSRTPKey(key, crypto.key->key.data(), crypto.key->salt.data());
         for (const sdp::Suite& suite : sdp::kSuites) {
             if (suite.profile == kBothSuites[crypto.suite]) {
-                text << "a=crypto:" << crypto.tag << " " << suite.name << " inline:" << key << "\r\n";
+                text << "a=crypto:" << crypto.tag << " " << suite.name << " inline:" << crypto.key.View()
+                     << "\r\n";
             }
         }
     }
@@ -241,7 +239,16 @@ void WriteOpen(sdp::Writer& body, std::string_view lines, const Plan& plan) {
 }
 
 void WriteClosed(sdp::Writer& body, const Slot& slot) {
-    body << "m=" << slot.media << " 0 " << slot.transport << " " << slot.formats << "\r\n";
+    body << "m=" << slot.media << " 0 " << slot.transport;
+    if (!slot.formats.empty()) {
+        body << " " << slot.formats;
+    }
+    for (const std::int16_t number : slot.numbers) {
+        if (slot.formats.empty() && number >= 0) {
+            body << " " << number;
+        }
+    }
+    body << "\r\n";
 }
 
 } // namespace
@@ -257,6 +264,12 @@ void WriteBody(sdp::Writer& body, std::string_view component, const Session& ses
             WriteClosed(body, slot);
         }
     }
+}
+
+SecretText TextOf(const Key& key) {
+    std::string text;
+    GetSRTPKey(text, key.key.data(), key.salt.data());
+    return SecretText(std::move(text));
 }
 
 std::string_view OriginUser(std::string_view component) {

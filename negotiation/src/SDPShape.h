@@ -20,11 +20,14 @@ struct Plan {
     struct Crypto {
         std::string_view tag;
         std::size_t suite = 0; ///< index in kBothSuites
-        const Key* key = nullptr;
+        SecretText key;        ///< as the line has it (RFC 4568, 6.1)
     };
     std::array<Crypto, kBothSuites.size()> crypto;
 };
 using Plans = std::array<Plan, kRoles>;
+
+/// The text of a key in a crypto line, 40 characters.
+SecretText TextOf(const Key& key);
 
 /// Writes everything behind the "o=" line: the session's lines, and a section per slot in order. A slot
 /// without a plan is written at port 0 with its formats.

@@ -85,8 +85,14 @@ void FillRtcp(Stream& stream, Lines lines) {
 }
 
 void FillIce(Stream& stream, const Description& description, Lines lines, Repairs& repairs) {
+    constexpr std::size_t ofSession = 2;
+    const auto isIce = [](const Line& line) {
+        return line.kind >= LineKind::Candidate && line.kind <= LineKind::Ice;
+    };
+    stream.ice.reserve(static_cast<std::size_t>(std::count_if(lines.begin(), lines.end(), isIce)) +
+                       ofSession);
     for (const Line& line : lines) {
-        if (line.kind >= LineKind::Candidate && line.kind <= LineKind::Ice) {
+        if (isIce(line)) {
             stream.ice.emplace_back(line.text);
         }
     }
@@ -207,7 +213,7 @@ void FillStream(Stream& stream, const Reading& reading, const Slot& slot, const 
     const Lines lines = reading.description.Of(*taken.section);
     stream.port = taken.section->number;
     if (slot.role == kFloor) {
-        stream.address = AddressOf(reading.description, lines);
+        stream.address = AddressOf(lines, AddressOf(reading.description.Session()));
         FillFloor(stream, lines, reading.record, slot);
         return;
     }

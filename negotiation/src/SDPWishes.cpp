@@ -110,7 +110,7 @@ void TakeKeys(LocalSDP& local, Keys& keys) {
         std::memcpy(key.key.data(), local.bufSRTPKey[role], key.key.size());
         std::memcpy(key.salt.data(), local.bufSRTPSalt[role], key.salt.size());
         const std::size_t wished = SuiteIndex(local.cryptoAlgo[role]);
-        if (!(key == Key())) {
+        if (!IsZero(key)) {
             keys[role][wished < kBothSuites.size() ? wished : 0] = key;
         }
     }
