@@ -160,8 +160,8 @@ inline constexpr std::size_t kExplainTrials = 64;
 /// Explains how the remote text was read and what came of it.
 COMMONMEDIA_EXPORT Explanation Explain(const ExplainInput& input);
 
-/// The findings alone, without cures: `cure` is empty, and `comes` may name an edit that nobody checked.
-/// Every other member is as in Explain(input).findings, at a fraction of its cost.
+/// The findings to be counted: those of Explain(input), in its order, without their sentences, repairs and
+/// cures, at a fraction of its cost.
 COMMONMEDIA_EXPORT std::vector<ExplainFinding> ExplainFindings(const ExplainInput& input);
 
 /// The verdicts of the lines alone.

@@ -4,66 +4,93 @@
 // Test: tests/explain/LawTest.cpp
 #include "Effects.h"
 
+#include <utility>
+
 namespace explain {
 
 namespace {
 
-void Append(std::string& text, const std::string& clause) {
+void AppendClause(std::string& text, std::string_view clause) {
     constexpr std::size_t most = 200;
     if (text.size() + clause.size() < most && text.find(clause) == std::string::npos) {
-        text += (text.empty() ? "" : ", ") + clause;
+        text += text.empty() ? "" : ", ";
+        text += clause;
     }
 }
 
-void Compare(Effect& effect, const Fact* now, const Fact* then) {
-    const bool isSame = now != nullptr && then != nullptr && now->clause == then->clause &&
-                        now->hidden == then->hidden && now->isDead == then->isDead;
-    if (isSame) {
+/// The same fact of another run; null when it has none. Facts stand in one order in all runs, so the search
+/// begins after the last one found.
+class Others {
+public:
+    explicit Others(const State& state) : m_facts(state.facts) {}
+
+    const Fact* Find(const Fact& fact) {
+        for (std::size_t i = 0; i < m_facts.size(); ++i) {
+            const std::size_t at = (m_next + i) % m_facts.size();
+            if (m_facts[at].IsSame(fact)) {
+                m_next = at + 1;
+                return &m_facts[at];
+            }
+        }
+        return nullptr;
+    }
+
+private:
+    const std::vector<Fact>& m_facts;
+    std::size_t m_next = 0;
+};
+
+/// A fact of one run and the same of another.
+struct Comparison {
+    const State& now;
+    const State& then;
+    bool wantsClauses;
+    Effects effects;
+
+    void Compare(const Fact* before, const Fact* after);
+};
+
+void Comparison::Compare(const Fact* before, const Fact* after) {
+    const std::string_view clause = before == nullptr ? "" : now.ClauseOf(*before);
+    const std::string_view other = after == nullptr ? "" : then.ClauseOf(*after);
+    if (before != nullptr && after != nullptr && clause == other && before->hidden == after->hidden &&
+        before->isDead == after->isDead) {
         return;
     }
-    const bool wasDead = now != nullptr && now->isDead;
-    const bool isDead = then != nullptr && then->isDead;
-    const bool isGone = then == nullptr && !wasDead;
+    const bool wasDead = before != nullptr && before->isDead;
+    const bool isDead = after != nullptr && after->isDead;
+    const bool isGone = after == nullptr && !wasDead;
     if (isGone || (wasDead && isDead)) {
         return;
     }
+    Effect& effect = effects[static_cast<std::size_t>((before != nullptr ? before : after)->topic)];
     effect.isAny = true;
-    effect.heals = effect.heals || (wasDead && !isDead && then != nullptr);
-    effect.takes = effect.takes || (!wasDead && isDead && now != nullptr);
-    effect.isHard = effect.isHard || (now != nullptr && now->isHard);
-    if (now != nullptr) {
-        Append(effect.now, now->clause);
+    effect.heals = effect.heals || (wasDead && !isDead && after != nullptr);
+    effect.takes = effect.takes || (!wasDead && isDead && before != nullptr);
+    effect.isHard = effect.isHard || (before != nullptr && before->isHard);
+    if (wantsClauses && before != nullptr) {
+        AppendClause(effect.now, clause);
     }
-    if (then != nullptr && (now == nullptr || now->clause != then->clause)) {
-        Append(effect.then, then->clause);
+    if (wantsClauses && after != nullptr && (before == nullptr || clause != other)) {
+        AppendClause(effect.then, other);
     }
 }
 
 } // namespace
 
-Named ByName(const State& state) {
-    Named named;
-    for (const Fact& fact : state.facts) {
-        named[{fact.topic, fact.name}] = &fact;
-    }
-    return named;
-}
-
-Effects EffectsOf(const State& now, const Named& nowNamed, const State& then) {
-    Effects effects;
-    const Named thenNamed = ByName(then);
-    // In the order of the facts, which begins with what matters most.
+Effects EffectsOf(const State& now, const State& then, bool wantsClauses) {
+    Comparison comparison{now, then, wantsClauses, {}};
+    Others afterwards(then);
     for (const Fact& fact : now.facts) {
-        const auto other = thenNamed.find({fact.topic, fact.name});
-        Compare(effects[static_cast<std::size_t>(fact.topic)], &fact,
-                other == thenNamed.end() ? nullptr : other->second);
+        comparison.Compare(&fact, afterwards.Find(fact));
     }
+    Others before(now);
     for (const Fact& fact : then.facts) {
-        if (nowNamed.count({fact.topic, fact.name}) == 0) {
-            Compare(effects[static_cast<std::size_t>(fact.topic)], nullptr, &fact);
+        if (before.Find(fact) == nullptr) {
+            comparison.Compare(nullptr, &fact);
         }
     }
-    return effects;
+    return std::move(comparison.effects);
 }
 
 } // namespace explain

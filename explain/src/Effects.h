@@ -4,9 +4,7 @@
 #include "State.h"
 
 #include <array>
-#include <map>
 #include <string>
-#include <utility>
 
 namespace explain {
 
@@ -21,11 +19,8 @@ struct Effect {
 };
 
 using Effects = std::array<Effect, kExplainTopics>;
-using Named = std::map<std::pair<ExplainTopic, std::string>, const Fact*>;
 
-/// The facts of a run by topic and name.
-Named ByName(const State& state);
-/// `now` is the run as it is, `then` the run with the edit.
-Effects EffectsOf(const State& now, const Named& nowNamed, const State& then);
+/// `now` is the run as it is, `then` the run with the edit. The clauses are wanted where they are shown.
+Effects EffectsOf(const State& now, const State& then, bool wantsClauses);
 
 } // namespace explain

@@ -26,17 +26,20 @@ void NameRepairs(std::vector<ExplainFinding>& findings, const ExplainInput& inpu
     }
 }
 
-std::vector<ExplainFinding> FindingsOf(const ExplainInput& input, bool checksCures, std::size_t& untried) {
+std::vector<ExplainFinding> FindingsOf(const ExplainInput& input, bool isBrief, std::size_t& untried) {
     const Reading reading = Read(input.remote);
-    const State state = RunState(input);
-    Maker maker(input, reading, state, checksCures);
+    State state;
+    Run(input, state);
+    Maker maker(input, reading, state, isBrief);
     std::size_t skipped = 0;
     for (Suspect& suspect : SuspectsOf(input, reading, state, skipped)) {
         maker.Take(std::move(suspect));
     }
     std::vector<ExplainFinding> findings = maker.Finish();
     untried = maker.untried + skipped;
-    NameRepairs(findings, input);
+    if (!isBrief) {
+        NameRepairs(findings, input);
+    }
     for (ExplainFinding& judged : JudgedFindings(input)) {
         findings.push_back(std::move(judged));
     }
@@ -53,15 +56,17 @@ std::vector<ExplainFinding> FindingsOf(const ExplainInput& input, bool checksCur
 Explanation Explain(const ExplainInput& input) {
     Explanation explanation;
     explanation.lines = ExplainLines(input);
-    explanation.findings = explain::FindingsOf(input, true, explanation.untried);
+    explanation.findings = explain::FindingsOf(input, false, explanation.untried);
     return explanation;
 }
 
 std::vector<ExplainFinding> ExplainFindings(const ExplainInput& input) {
     std::size_t untried = 0;
-    std::vector<ExplainFinding> findings = explain::FindingsOf(input, false, untried);
+    std::vector<ExplainFinding> findings = explain::FindingsOf(input, true, untried);
     for (ExplainFinding& finding : findings) {
-        finding.cure = {};
+        finding.what.clear(); // Those of the judge have sentences.
+        finding.acted.clear();
+        finding.comes.clear();
     }
     return findings;
 }

@@ -30,53 +30,59 @@ bool IsZero(const unsigned char* bytes, int length) {
 }
 
 void AddTheirKey(State& state, const MediaSession* section, baseSDP::SRTP_M_LINE stream) {
-    const std::string name = kStreamNames[stream];
-    Fact suite{kEncryption[stream],
-               "suite",
-               "no suite is read for " + name + ", so it is not encrypted",
-               true,
-               true,
-               0};
-    Fact key{kEncryption[stream], "key", "there is no key for " + name, true, true, 0};
-    if (section != nullptr && section->cryptoAlgo != CryptoParams::CRYPTO_NONE) {
-        suite.clause = name + " has the suite " + SuiteName(section->cryptoAlgo);
-        suite.isDead = false;
-        key.isDead = IsZero(section->bufSRTPKey, baseSDP::kKeyLength);
-        key.clause = key.isDead
-                         ? "the key of " + name + " is all zero, so there is no key"
-                         : name + " is decrypted with the key of tag " + std::to_string(section->iCryptoTag);
-        key.hidden = HashOf(section->bufSRTPKey, baseSDP::kKeyLength) ^
-                     (HashOf(section->bufSRTPSalt, baseSDP::kSaltLength) * 3);
+    const char* const name = kStreamNames[stream];
+    const Topic topic = kEncryption[stream];
+    if (section == nullptr || section->cryptoAlgo == CryptoParams::CRYPTO_NONE) {
+        state.Say({topic, About::Suite, 0, true, true},
+                  {"no suite is read for ", name, ", so it is not encrypted"});
+        state.Say({topic, About::Key, 0, true, true}, {"there is no key for ", name});
+        return;
     }
-    state.facts.push_back(std::move(suite));
-    state.facts.push_back(std::move(key));
+    state.Say({topic, About::Suite, 0, false, true},
+              {name, " has the suite ", SuiteName(section->cryptoAlgo)});
+    Fact key{topic, About::Key, 0, IsZero(section->bufSRTPKey, baseSDP::kKeyLength), true};
+    key.hidden = HashOf(section->bufSRTPKey, baseSDP::kKeyLength) ^
+                 (HashOf(section->bufSRTPSalt, baseSDP::kSaltLength) * 3);
+    if (key.isDead) {
+        state.Say(key, {"the key of ", name, " is all zero, so there is no key"});
+    } else {
+        state.Say(key, {name, " is decrypted with the key of tag ", section->iCryptoTag});
+    }
 }
 
 void AddOurKey(State& state, const ExplainInput& input, const MediaSession* section,
                baseSDP::SRTP_M_LINE stream) {
-    const std::string name = kStreamNames[stream];
-    const std::string text = input.remoteAnswers ? "our offer" : "our answer";
+    const char* const name = kStreamNames[stream];
+    const char* const text = input.remoteAnswers ? "our offer" : "our answer";
     const OurSection* const ours = OurStream(state, stream);
-    Fact fact{kEncryption[stream], "ours", text + " has no section for " + name, false, true, 0};
+    Fact fact{kEncryption[stream], About::OurKey, 0, false, true};
     if (section == nullptr && !input.remoteAnswers) {
-        fact.clause = "the far end has no section for " + name;
-    } else if (ours != nullptr) {
-        const bool saysSecure = Upper(ours->transport).find("SAVP") != std::string::npos;
-        const bool isTheirs = section != nullptr && section->cryptoAlgo != CryptoParams::CRYPTO_NONE;
-        const bool isOtherSuite = isTheirs && ours->hasKey && ours->suite != SuiteName(section->cryptoAlgo);
-        fact.clause = text + " says " + ours->transport + " for " + name +
-                      (!ours->hasKey ? " without a key"
-                                     : " with " + (ours->suite.empty() ? "no suite name" : ours->suite) +
-                                           " under tag " + ours->tag);
-        fact.isDead = saysSecure != ours->hasKey || isOtherSuite || (isTheirs && !ours->hasKey) ||
-                      (ours->hasKey && ours->suite.empty());
-        if (section != nullptr && !input.remoteAnswers) {
-            const bool wantsSecure = Upper(TransportOf(*section)).find("SAVP") != std::string::npos;
-            fact.isDead = fact.isDead || wantsSecure != saysSecure;
-            fact.clause += wantsSecure != saysSecure ? " to an offer of " + Shown(TransportOf(*section)) : "";
-        }
+        state.Say(fact, {"the far end has no section for ", name});
+        return;
     }
-    state.facts.push_back(std::move(fact));
+    if (ours == nullptr) {
+        state.Say(fact, {text, " has no section for ", name});
+        return;
+    }
+    const bool saysSecure = Upper(ours->transport).find("SAVP") != std::string::npos;
+    const bool isTheirs = section != nullptr && section->cryptoAlgo != CryptoParams::CRYPTO_NONE;
+    const bool isOtherSuite = isTheirs && ours->hasKey && ours->suite != SuiteName(section->cryptoAlgo);
+    fact.isDead = saysSecure != ours->hasKey || isOtherSuite || (isTheirs && !ours->hasKey) ||
+                  (ours->hasKey && ours->suite.empty());
+    std::string offered;
+    if (section != nullptr && !input.remoteAnswers) {
+        const std::string_view transport = TransportOf(*section);
+        const bool wantsSecure = Upper(transport).find("SAVP") != std::string::npos;
+        fact.isDead = fact.isDead || wantsSecure != saysSecure;
+        offered = wantsSecure != saysSecure ? " to an offer of " + Shown(transport) : "";
+    }
+    if (ours->hasKey) {
+        state.Say(fact,
+                  {text, " says ", ours->transport, " for ", name, " with ",
+                   ours->suite.empty() ? "no suite name" : ours->suite, " under tag ", ours->tag, offered});
+    } else {
+        state.Say(fact, {text, " says ", ours->transport, " for ", name, " without a key", offered});
+    }
 }
 
 std::size_t KindOf(const MediaSession& section) {
@@ -93,26 +99,38 @@ void AddIce(State& state, const RemoteSections& sections) {
     for (std::size_t i = 0; i < sections.size() && i < kSectionsSaid; ++i) {
         const MediaSession& section = *sections[i];
         const std::size_t kind = KindOf(section);
-        const std::string name = std::string(kKinds[kind]) + " section " + std::to_string(++counts[kind]);
+        const std::size_t number = ++counts[kind];
         const bool hasUser = !section.striceufrag.empty();
         const bool hasPassword = !section.stricepwd.empty();
-        std::size_t hash =
+        Fact fact{Topic::Ice, About::Ice, static_cast<unsigned char>(kind * (kSectionsSaid + 1) + number),
+                  hasUser != hasPassword || (!hasUser && !section.vecCandidate.empty()), true};
+        fact.hidden =
             std::hash<std::string>()(section.striceufrag) ^ (std::hash<std::string>()(section.stricepwd) * 3);
         for (const std::string& candidate : section.vecCandidate) {
-            hash = hash * 31 ^ std::hash<std::string>()(candidate);
+            fact.hidden = fact.hidden * 31 ^ std::hash<std::string>()(candidate);
         }
-        state.facts.push_back(
-            {Topic::Ice, name,
-             name + " has " + (hasUser ? "a" : "no") + " user fragment, " + (hasPassword ? "a" : "no") +
-                 " password and " + std::to_string(section.vecCandidate.size()) + " candidates for ICE",
-             hasUser != hasPassword || (!hasUser && !section.vecCandidate.empty()), true, hash});
+        state.Say(fact, {kKinds[kind], " section ", number, " has ", hasUser ? "a" : "no", " user fragment, ",
+                         hasPassword ? "a" : "no", " password and ", section.vecCandidate.size(),
+                         " candidates for ICE"});
     }
 }
 
-std::string MediaOf(const MediaSession& section) {
+std::string_view MediaOf(const MediaSession& section) {
     const std::vector<std::string_view> words = WordsOf(section.strFullMLine, 1);
-    return words.empty() ? std::string()
-                         : std::string(words[0].substr(std::min<std::size_t>(2, words[0].size())));
+    return words.empty() ? std::string_view() : words[0].substr(std::min<std::size_t>(2, words[0].size()));
+}
+
+void AddTransport(State& state, const MediaSession& section, std::size_t i, bool isSame) {
+    const OurSection& ours = state.ourSections[i];
+    const std::string_view transport = TransportOf(section);
+    const bool isOther = isSame && ours.transport != transport;
+    const Fact fact{Topic::Call, About::Transport, static_cast<unsigned char>(i), isOther};
+    if (isOther) {
+        state.Say(fact, {"section ", i + 1, ", offered as ", Shown(transport), ", is answered as ",
+                         ours.transport});
+    } else {
+        state.Say(fact, {"section ", i + 1, " is answered with its own transport"});
+    }
 }
 
 void AddShape(State& state, const RemoteSections& sections) {
@@ -121,69 +139,63 @@ void AddShape(State& state, const RemoteSections& sections) {
     for (std::size_t i = 0; i < state.ourSections.size(); ++i) {
         const OurSection& ours = state.ourSections[i];
         malformed += ours.hasPort && !ours.formats.empty() ? 0 : 1;
-        if (i < sections.size()) {
-            const bool isSame =
-                MediaOf(*sections[i]) == ours.media &&
-                (sections[i]->eContent == VIDEOTYPE_PRESO) ==
-                    (ours.isSlides || (ours.port == "0" && sections[i]->eContent == VIDEOTYPE_PRESO));
-            wrong = wrong == kNowhere && !isSame ? i : wrong;
-            if (i < kSectionsSaid) {
-                const bool isOther = isSame && ours.transport != TransportOf(*sections[i]);
-                const std::string number = std::to_string(i + 1);
-                state.facts.push_back({Topic::Call, "transport " + number,
-                                       isOther ? "section " + number + ", offered as " +
-                                                     Shown(TransportOf(*sections[i])) + ", is answered as " +
-                                                     ours.transport
-                                               : "section " + number + " is answered with its own transport",
-                                       isOther, false, 0});
-            }
+        if (i >= sections.size()) {
+            continue;
+        }
+        const bool isSlides = sections[i]->eContent == VIDEOTYPE_PRESO;
+        const bool isSame = MediaOf(*sections[i]) == ours.media &&
+                            isSlides == (ours.isSlides || (ours.port == "0" && isSlides));
+        wrong = wrong == kNowhere && !isSame ? i : wrong;
+        if (i < kSectionsSaid) {
+            AddTransport(state, *sections[i], i, isSame);
         }
     }
-    const auto place = [&](std::size_t i) {
-        return "section " + std::to_string(i + 1) + ", offered as " + Shown(MediaOf(*sections[i]));
-    };
     const std::size_t count = state.ourSections.size();
-    state.facts.push_back({Topic::Call, "count",
-                           "our answer has " + std::to_string(count) + " sections for the " +
-                               std::to_string(sections.size()) + " of the offer",
-                           count != sections.size(), true, 0});
-    state.facts.push_back({Topic::Call, "order",
-                           wrong == kNowhere
-                               ? "our sections stand in the offer's order"
-                               : place(wrong) + ", is answered as " + state.ourSections[wrong].media,
-                           wrong != kNowhere, true, 0});
-    state.facts.push_back(
-        {Topic::Call, "malformed",
-         malformed == 0
+    state.Say({Topic::Call, About::Count, 0, count != sections.size(), true},
+              {"our answer has ", count, " sections for the ", sections.size(), " of the offer"});
+    if (wrong == kNowhere) {
+        state.Say({Topic::Call, About::Order, 0, false, true}, {"our sections stand in the offer's order"});
+    } else {
+        state.Say({Topic::Call, About::Order, 0, true, true},
+                  {"section ", wrong + 1, ", offered as ", Shown(MediaOf(*sections[wrong])),
+                   ", is answered as ", state.ourSections[wrong].media});
+    }
+    state.Say(
+        {Topic::Call, About::Malformed, 0, malformed != 0, true},
+        {malformed == 0
              ? "our m= lines are well formed"
-             : "our answer has an m= line without a port or without a format, which strict readers refuse",
-         malformed != 0, true, 0});
+             : "our answer has an m= line without a port or without a format, which strict readers refuse"});
 }
 
 /// A section that is answered by one of ours and rejected as surplus as well.
 void AddRejection(State& state, const ExplainInput& input, const RemoteSections& sections) {
-    const auto add = [&](Topic topic, const char* name, const MediaSession* section, bool isAnswered) {
+    const auto add = [&](Fact fact, const char* name, const MediaSession* section, bool isAnswered) {
         const std::size_t place = PlaceOf(sections, section);
-        const bool isRejected = place != kNowhere && place >= input.servedSections && section->iPort != 0;
-        state.facts.push_back(
-            {topic, std::string("served") + name,
-             !isRejected  ? std::string(name) + " is not rejected by our answer"
-             : isAnswered ? "our answer accepts " + std::string(name) + " and rejects it again at port 0"
-                          : "our answer rejects " + std::string(name) + " at port 0",
-             isRejected, true, 0});
-        Fact call = state.facts.back();
-        call.topic = Topic::Call;
-        state.facts.push_back(std::move(call));
+        fact.about = About::Served;
+        fact.isHard = true;
+        fact.isDead = place != kNowhere && place >= input.servedSections && section->iPort != 0;
+        const Topic own = fact.topic;
+        for (const Topic topic : {own, Topic::Call}) {
+            fact.topic = topic;
+            if (!fact.isDead) {
+                state.Say(fact, {name, " is not rejected by our answer"});
+            } else if (isAnswered) {
+                state.Say(fact, {"our answer accepts ", name, " and rejects it again at port 0"});
+            } else {
+                state.Say(fact, {"our answer rejects ", name, " at port 0"});
+            }
+        }
     };
     for (const auto stream : {baseSDP::SRTP_AUDIO, baseSDP::SRTP_VIDEO, baseSDP::SRTP_VIDEO_PRESO}) {
         constexpr Topic topics[] = {Topic::AudioReceive, Topic::MainReceive, Topic::Slides};
         const OurSection* const ours = OurStream(state, stream);
-        add(topics[stream], kStreamNames[stream], SectionOfStream(sections, stream),
-            ours != nullptr && ours->port != "0");
+        add({topics[stream], About::Served, static_cast<unsigned char>(stream)}, kStreamNames[stream],
+            SectionOfStream(sections, stream), ours != nullptr && ours->port != "0");
     }
     const auto floor = std::find_if(sections.begin(), sections.end(),
                                     [](const MediaSession* section) { return sdp::IsBfcp(*section); });
-    add(Topic::Floor, "floor control", floor == sections.end() ? nullptr : *floor, input.floorControl);
+    add({Topic::Floor, About::Served, baseSDP::SRTP_MAX}, "floor control",
+        floor == sections.end() ? nullptr : *floor, input.floorControl);
 }
 
 } // namespace
@@ -198,19 +210,14 @@ void AddSecurityFacts(State& state, const ExplainInput& input, const RemoteSecti
 }
 
 void AddCallFacts(State& state, const ExplainInput& input, const RemoteSections& sections) {
-    state.facts.push_back(
-        {Topic::Call, "sections",
-         sections.empty() ? "no section of the far end is read" : "sections of the far end are read",
-         sections.empty(), true, 0});
+    state.Say({Topic::Call, About::Sections, 0, sections.empty(), true},
+              {sections.empty() ? "no section of the far end is read" : "sections of the far end are read"});
     const char* const text = input.remoteAnswers ? "our offer" : "our answer";
-    state.facts.push_back(
-        {Topic::Call, "text",
-         state.ours.empty() ? std::string(text) + " is empty" : std::string(text) + " is written",
-         state.ours.empty(), true, 0});
+    state.Say({Topic::Call, About::Text, 0, state.ours.empty(), true},
+              {text, state.ours.empty() ? " is empty" : " is written"});
     const bool hasAddress = !input.local.strDefaultIPAddr.empty();
-    state.facts.push_back({Topic::Call, "address",
-                           std::string(text) + (hasAddress ? " has an address" : " has no address"),
-                           !hasAddress, true, 0});
+    state.Say({Topic::Call, About::Address, 0, !hasAddress, true},
+              {text, hasAddress ? " has an address" : " has no address"});
     if (!input.remoteAnswers && !sections.empty()) {
         AddRejection(state, input, sections);
         AddShape(state, sections);

@@ -27,53 +27,59 @@ struct View {
     bool isThere = false;
     bool hasCodec = false;
     std::string codec;
-    std::string address;
+    std::string_view address;
     std::int32_t port = 0;
     bool send = false;
     bool receive = false;
 };
 
-std::string LimitsOf(const VideoParms& video) {
-    const auto limit = [](const char* name, std::int32_t value) {
-        return value == 0 ? std::string() : std::string(", ") + name + " " + std::to_string(value);
+void AddLimits(std::string& text, const VideoParms& video) {
+    Append(text, {"packetization mode ", video.iFmtpPacketizationMode, ", ",
+                  video.strVideoLevel.empty() ? "no level" : "level ", video.strVideoLevel});
+    const auto limit = [&text](const char* name, std::int32_t value) {
+        if (value != 0) {
+            Append(text, {", ", name, " ", value});
+        }
     };
-    return "packetization mode " + std::to_string(video.iFmtpPacketizationMode) + ", " +
-           (video.strVideoLevel.empty() ? "no level" : "level " + video.strVideoLevel) +
-           limit("max-mbps", video.iFmtpMaxMbps) + limit("max-fs", video.iFmtpMaxFrameSize) +
-           limit("max-br", video.iFmtpMaxBitRate);
+    limit("max-mbps", video.iFmtpMaxMbps);
+    limit("max-fs", video.iFmtpMaxFrameSize);
+    limit("max-br", video.iFmtpMaxBitRate);
 }
 
 View ViewOf(const RemoteSDP& record, baseSDP::SRTP_M_LINE stream) {
     if (stream == baseSDP::SRTP_AUDIO) {
-        const bool hasCodec = record.eAudioCodec != PAYLOAD_UNKNOWN;
-        return {record.fIsAudioValid,
-                hasCodec,
-                hasCodec
-                    ? CodecName(record.eAudioCodec) + " as payload " + std::to_string(record.iAudioPayload)
-                    : "no codec",
-                record.strAudioIPAddr,
-                record.iAudioRTPPort,
-                record.fAudioSend,
-                record.fAudioRecv};
+        View view{record.fIsAudioValid, record.eAudioCodec != PAYLOAD_UNKNOWN,
+                  "no codec",           record.strAudioIPAddr,
+                  record.iAudioRTPPort, record.fAudioSend,
+                  record.fAudioRecv};
+        if (view.hasCodec) {
+            view.codec = CodecName(record.eAudioCodec);
+            Append(view.codec, {" as payload ", record.iAudioPayload});
+        }
+        return view;
     }
     const VideoParms& video = stream == baseSDP::SRTP_VIDEO ? record.m_VideoMain : record.m_VideoPreso;
-    const bool hasCodec = video.iVideoPayload != 0;
-    return {video.fIsVideoValid,
-            hasCodec,
-            hasCodec ? "H.264 as payload " + std::to_string(video.iVideoPayload) : "no H.264 format",
-            video.strVideoIPAddr,
-            video.iVideoRTPPort,
-            video.fVideoSend,
-            video.fVideoRecv};
+    View view{video.fIsVideoValid,
+              video.iVideoPayload != 0,
+              video.iVideoPayload != 0 ? "H.264 as payload " : "no H.264 format",
+              video.strVideoIPAddr,
+              video.iVideoRTPPort,
+              video.fVideoSend,
+              video.fVideoRecv};
+    if (view.hasCodec) {
+        Append(view.codec, {video.iVideoPayload});
+    }
+    return view;
 }
 
-void Add(State& state, Topic topic, const std::string& name, std::string clause, bool isDead,
-         bool isHard = false) {
-    state.facts.push_back({topic, name, std::move(clause), isDead, isHard, 0});
+unsigned char Which(baseSDP::SRTP_M_LINE stream) {
+    return static_cast<unsigned char>(stream);
 }
 
 std::string Place(const View& view) {
-    return Shown(view.address) + " port " + std::to_string(view.port);
+    std::string place = Shown(view.address);
+    Append(place, {" port ", view.port});
+    return place;
 }
 
 bool IsDeadPlace(const View& view) {
@@ -82,154 +88,164 @@ bool IsDeadPlace(const View& view) {
 
 void AddTheirs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE stream) {
     const View view = ViewOf(state.record, stream);
-    const std::string name = kStreamNames[stream];
+    const char* const name = kStreamNames[stream];
+    const unsigned char which = Which(stream);
     const bool runs = view.isThere && view.hasCodec;
     const bool isMuted = stream == baseSDP::SRTP_VIDEO && input.local.fVideoTxMuted;
-    const auto& topics = kTopics[stream];
-    Add(state, topics[0], "codec" + name,
-        !view.isThere ? "there is no section for " + name +
-                            (stream == baseSDP::SRTP_VIDEO_PRESO ? ", all video counts as main video" : "")
-                      : name + " has " + view.codec,
-        !runs, true);
-    Add(state, topics[1], "send" + name, name + (runs && view.send && !isMuted ? " is sent" : " is not sent"),
-        !runs || !view.send || isMuted);
-    Add(state, topics[2], "receive" + name,
-        name + (runs && view.receive ? " is received" : " is not received"), !runs || !view.receive);
+    const auto& [carries, sends, receives] = kTopics[stream];
     if (view.isThere) {
-        Add(state, topics[1], "place" + name,
-            view.address.empty() ? name + " has no address to be sent to"
-                                 : name + " is sent to the address " + Place(view),
-            IsDeadPlace(view), true);
+        state.Say({carries, About::Codec, which, !runs, true}, {name, " has ", view.codec});
     } else {
-        Add(state, topics[1], "place" + name, "there is no section for " + name, true, true);
+        state.Say({carries, About::Codec, which, !runs, true},
+                  {"there is no section for ", name,
+                   stream == baseSDP::SRTP_VIDEO_PRESO ? ", all video counts as main video" : ""});
+    }
+    const bool isSent = runs && view.send && !isMuted;
+    state.Say({sends, About::Sending, which, !isSent}, {name, isSent ? " is sent" : " is not sent"});
+    const bool isReceived = runs && view.receive;
+    state.Say({receives, About::Receiving, which, !isReceived},
+              {name, isReceived ? " is received" : " is not received"});
+    if (!view.isThere) {
+        state.Say({sends, About::Place, which, true, true}, {"there is no section for ", name});
+    } else if (view.address.empty()) {
+        state.Say({sends, About::Place, which, true, true}, {name, " has no address to be sent to"});
+    } else {
+        state.Say({sends, About::Place, which, IsDeadPlace(view), true},
+                  {name, " is sent to the address ", Place(view)});
     }
     if (stream != baseSDP::SRTP_AUDIO && runs) {
-        const VideoParms& video =
-            stream == baseSDP::SRTP_VIDEO ? state.record.m_VideoMain : state.record.m_VideoPreso;
-        Add(state, topics[0], "limits" + name, name + " is sent with " + LimitsOf(video), false);
+        std::string limits;
+        AddLimits(limits,
+                  stream == baseSDP::SRTP_VIDEO ? state.record.m_VideoMain : state.record.m_VideoPreso);
+        state.Say({carries, About::Limits, which}, {name, " is sent with ", limits});
     } else if (stream != baseSDP::SRTP_AUDIO) {
-        Add(state, topics[0], "limits" + name, name + " has no picture format", true);
+        state.Say({carries, About::Limits, which, true}, {name, " has no picture format"});
     }
 }
 
-/// What a far end of the same kind, with every codec, reads in our text.
-RemoteSDP ReadByFarEnd(const std::string& ours) {
-    SDPHandler farEnd;
-    for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
-        farEnd.MyLocalSDP.eAudioCodec =
-            static_cast<PayloadType_t>((farEnd.MyLocalSDP.eAudioCodec & ~PAYLOAD_UNKNOWN) | codec.codec);
-    }
-    RemoteSDP record;
-    farEnd.ParseTheSDP(ours, record);
-    return record;
-}
-
-void AddOurs(State& state, const ExplainInput& input, const RemoteSDP& read, baseSDP::SRTP_M_LINE stream) {
-    const std::string text = input.remoteAnswers ? "our offer" : "our answer";
-    const std::string name = kStreamNames[stream];
-    const View view = ViewOf(read, stream);
-    const auto& topics = kTopics[stream];
+void AddOurs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE stream) {
+    const char* const text = input.remoteAnswers ? "our offer" : "our answer";
+    const char* const name = kStreamNames[stream];
+    const unsigned char which = Which(stream);
+    const View view = ViewOf(*state.read, stream);
+    const auto& [carries, sends, receives] = kTopics[stream];
     if (!view.isThere) {
-        for (std::size_t i = 0; i < topics.size(); ++i) {
-            std::string clause = text;
-            clause.append(" has no section for ").append(name);
-            Add(state, topics[i], "ours" + std::to_string(i) + name, std::move(clause), true);
-        }
+        const Pieces clause = {text, " has no section for ", name};
+        state.Say({carries, About::OurCodec, which, true}, clause);
+        state.Say({sends, About::OurSending, which, true}, clause);
+        state.Say({receives, About::OurReceiving, which, true}, clause);
         return;
     }
     const OurSection* const section = OurStream(state, stream);
-    std::string codec = text + " has " + view.codec + " for " + name;
+    std::string codec;
+    Append(codec, {text, " has ", view.codec, " for ", name});
     if (stream != baseSDP::SRTP_AUDIO && view.hasCodec) {
-        codec += " and " + LimitsOf(stream == baseSDP::SRTP_VIDEO ? read.m_VideoMain : read.m_VideoPreso);
+        codec += " and ";
+        AddLimits(codec, stream == baseSDP::SRTP_VIDEO ? state.read->m_VideoMain : state.read->m_VideoPreso);
     }
     if (section != nullptr && stream == baseSDP::SRTP_AUDIO) {
-        for (const std::string& format : section->formats) {
-            codec += (&format == &section->formats.front() ? ", formats " : " ") + format;
+        const char* before = ", formats ";
+        for (const std::string_view format : section->formats) {
+            Append(codec, {before, format});
+            before = " ";
         }
     }
-    Add(state, topics[0], "ours0" + name, codec, !view.hasCodec);
-    Add(state, topics[1], "ours1" + name,
-        text + (view.receive ? " says that " + name + " is sent" : " says that no " + name + " is sent"),
-        !view.receive);
-    Add(state, topics[2], "ours2" + name,
-        text + (view.send ? " asks for " + name + " at " + Place(view) : " asks for no " + name),
-        !view.send || IsDeadPlace(view));
+    state.Say({carries, About::OurCodec, which, !view.hasCodec}, {codec});
+    state.Say({sends, About::OurSending, which, !view.receive},
+              {text, view.receive ? " says that " : " says that no ", name, " is sent"});
+    if (view.send) {
+        state.Say({receives, About::OurReceiving, which, IsDeadPlace(view)},
+                  {text, " asks for ", name, " at ", Place(view)});
+    } else {
+        state.Say({receives, About::OurReceiving, which, true}, {text, " asks for no ", name});
+    }
 }
 
 /// Whether the codec that is started is the one that our answer lists.
-void AddMatch(State& state, const ExplainInput& input, const RemoteSDP& read) {
-    const bool areThere = state.record.eAudioCodec != PAYLOAD_UNKNOWN && read.eAudioCodec != PAYLOAD_UNKNOWN;
-    const bool isOther = !input.remoteAnswers && areThere && state.record.eAudioCodec != read.eAudioCodec;
+void AddMatch(State& state, const ExplainInput& input) {
+    const PayloadType_t theirs = state.record.eAudioCodec;
+    const PayloadType_t ours = state.read->eAudioCodec;
+    const bool areThere = theirs != PAYLOAD_UNKNOWN && ours != PAYLOAD_UNKNOWN;
+    const bool isOther = !input.remoteAnswers && areThere && theirs != ours;
     for (const Topic topic : {Topic::AudioSend, Topic::AudioReceive, Topic::AudioCodec}) {
-        Add(state, topic, "match",
-            isOther ? "audio is started as " + CodecName(state.record.eAudioCodec) +
-                          " and our answer lists " + CodecName(read.eAudioCodec)
-                    : "our text has the codec that is started",
-            isOther, true);
+        if (isOther) {
+            state.Say({topic, About::Match, 0, true, true},
+                      {"audio is started as ", CodecName(theirs), " and our answer lists ", CodecName(ours)});
+        } else {
+            state.Say({topic, About::Match, 0, false, true}, {"our text has the codec that is started"});
+        }
     }
 }
 
-void AddFloor(State& state, const ExplainInput& input, const RemoteSDP& read,
-              const RemoteSections& sections) {
+void AddFloor(State& state, const ExplainInput& input, const RemoteSections& sections) {
     const RemoteSDP& record = state.record;
+    const RemoteSDP& read = *state.read;
     bool isThere = false;
     for (const MediaSession* const section : sections) {
         isThere = isThere || sdp::IsBfcp(*section);
     }
-    Add(state, Topic::Floor, "port",
-        !isThere ? "there is no floor control section"
-                 : "floor control goes to port " + std::to_string(record.iVideoPresoControlPort),
-        record.iVideoPresoControlPort <= 0 || record.iVideoPresoControlPort > 65535, true);
-    Add(state, Topic::Floor, "ids",
-        "the conference is " + std::to_string(record.iBfcpConfid) + " and the user " +
-            std::to_string(record.iBfcpUserid),
-        false);
-    Add(state, Topic::Floor, "role",
-        record.fBfcpIsServer ? "the far end is the floor control server"
-                             : "the far end is taken as floor control client",
-        false);
-    const std::string text = input.remoteAnswers ? "our offer" : "our answer";
-    Add(state, Topic::Floor, "ours",
-        read.iVideoPresoControlPort == 0
-            ? text + " has no floor control"
-            : text + " has floor control at port " + std::to_string(read.iVideoPresoControlPort) +
-                  (read.fBfcpIsServer ? " as server" : " as client or both"),
-        isThere && read.iVideoPresoControlPort <= 0);
+    const Fact port{Topic::Floor, About::Port, 0,
+                    record.iVideoPresoControlPort <= 0 || record.iVideoPresoControlPort > 65535, true};
+    if (isThere) {
+        state.Say(port, {"floor control goes to port ", record.iVideoPresoControlPort});
+    } else {
+        state.Say(port, {"there is no floor control section"});
+    }
+    state.Say({Topic::Floor, About::Ids},
+              {"the conference is ", record.iBfcpConfid, " and the user ", record.iBfcpUserid});
+    state.Say({Topic::Floor, About::Role},
+              {record.fBfcpIsServer ? "the far end is the floor control server"
+                                    : "the far end is taken as floor control client"});
+    const char* const text = input.remoteAnswers ? "our offer" : "our answer";
+    const Fact ours{Topic::Floor, About::OurFloor, 0, isThere && read.iVideoPresoControlPort <= 0};
+    if (read.iVideoPresoControlPort == 0) {
+        state.Say(ours, {text, " has no floor control"});
+    } else {
+        state.Say(ours, {text, " has floor control at port ", read.iVideoPresoControlPort,
+                         read.fBfcpIsServer ? " as server" : " as client or both"});
+    }
+}
+
+void AddAddress(State& state, baseSDP::SRTP_M_LINE stream) {
+    const View view = ViewOf(state.record, stream);
+    if (!view.isThere) {
+        return;
+    }
+    const bool isLost = view.address.empty() || view.address == "0.0.0.0";
+    state.Say({Topic::Call, About::AddressOf, Which(stream), isLost, true},
+              {kStreamNames[stream],
+               view.address.empty() ? " has no address to be sent to" : " is sent to the address ",
+               Shown(view.address)});
 }
 
 } // namespace
 
 void AddStreamFacts(State& state, const ExplainInput& input, const RemoteSections& sections) {
-    const RemoteSDP read = ReadByFarEnd(state.ours);
     for (const auto stream : {baseSDP::SRTP_AUDIO, baseSDP::SRTP_VIDEO, baseSDP::SRTP_VIDEO_PRESO}) {
-        const View view = ViewOf(state.record, stream);
-        if (view.isThere) {
-            const bool isLost = view.address.empty() || view.address == "0.0.0.0";
-            Add(state, Topic::Call, std::string("address of ") + kStreamNames[stream],
-                std::string(kStreamNames[stream]) + (view.address.empty()
-                                                         ? " has no address to be sent to"
-                                                         : " is sent to the address " + Shown(view.address)),
-                isLost, true);
-        }
+        AddAddress(state, stream);
         AddTheirs(state, input, stream);
-        AddOurs(state, input, read, stream);
+        AddOurs(state, input, stream);
     }
-    AddFloor(state, input, read, sections);
-    AddMatch(state, input, read);
-    const RemoteSDP& record = state.record;
-    Add(state, Topic::Dtmf, "payload",
-        record.iDTMFPayload == 0 ? "tones have no payload and are not sent"
-                                 : "tones are sent as payload " + std::to_string(record.iDTMFPayload),
-        record.iDTMFPayload == 0, true);
-    Add(state, Topic::Bandwidth, "theirs",
-        record.iMaxBandwidth == 0
-            ? "the far end's bandwidth is not limited"
-            : "the far end's limit is " + std::to_string(record.iMaxBandwidth) + " bit/s",
-        false);
-    Add(state, Topic::Bandwidth, "ours",
-        read.iMaxBandwidth == 0 ? "our text gives no bandwidth"
-                                : "our text gives " + std::to_string(read.iMaxBandwidth) + " bit/s in all",
-        false);
+    AddFloor(state, input, sections);
+    AddMatch(state, input);
+    const std::int32_t tones = state.record.iDTMFPayload;
+    if (tones == 0) {
+        state.Say({Topic::Dtmf, About::Payload, 0, true, true}, {"tones have no payload and are not sent"});
+    } else {
+        state.Say({Topic::Dtmf, About::Payload, 0, false, true}, {"tones are sent as payload ", tones});
+    }
+    const std::int32_t theirs = state.record.iMaxBandwidth;
+    if (theirs == 0) {
+        state.Say({Topic::Bandwidth, About::Bandwidth}, {"the far end's bandwidth is not limited"});
+    } else {
+        state.Say({Topic::Bandwidth, About::Bandwidth}, {"the far end's limit is ", theirs, " bit/s"});
+    }
+    const std::int32_t ours = state.read->iMaxBandwidth;
+    if (ours == 0) {
+        state.Say({Topic::Bandwidth, About::OurBandwidth}, {"our text gives no bandwidth"});
+    } else {
+        state.Say({Topic::Bandwidth, About::OurBandwidth}, {"our text gives ", ours, " bit/s in all"});
+    }
 }
 
 } // namespace explain

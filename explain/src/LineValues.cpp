@@ -114,7 +114,7 @@ LineValue ValueOfLine(const SDPLine& line, std::string_view text, Formats& forma
         return {"cryptoAlgo",
                 std::to_string(section.cryptoAlgo) + "/" + std::to_string(section.iCryptoTag) + "/" +
                     section.strBase64Key,
-                SuiteName(section.cryptoAlgo) + ", tag " + std::to_string(section.iCryptoTag) +
+                std::string(SuiteName(section.cryptoAlgo)) + ", tag " + std::to_string(section.iCryptoTag) +
                     (section.strBase64Key.empty() ? "" : ", key ***")};
     case SDPRow::Ice:
         return ValueOfIce(section, text);

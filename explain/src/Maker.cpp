@@ -17,20 +17,17 @@ std::string Sentence(std::string text) {
     return text + ".";
 }
 
-ExplainFinding FindingOf(const Suspect& suspect, ExplainTopic topic, ExplainSeverity severity,
-                         std::string comes) {
-    ExplainFinding finding;
-    finding.id = suspect.rule->id;
-    finding.topic = topic;
-    finding.severity = std::min(severity, suspect.rule->most);
-    finding.lines = suspect.lines;
-    finding.field = suspect.field;
-    finding.what = suspect.what;
-    finding.acted = suspect.acted.empty() ? suspect.rule->acted : suspect.acted;
-    finding.comes = std::move(comes);
-    finding.ledger = *suspect.ledger != '\0' ? suspect.ledger : suspect.rule->ledger;
-    finding.cure = suspect.cure;
-    return finding;
+/// What comes of a suspect on a topic, in sentences.
+std::string ConsequenceOf(const Suspect& suspect, const Effect& effect, ExplainTopic topic) {
+    const auto known = std::find_if(suspect.known.begin(), suspect.known.end(),
+                                    [topic](const auto& each) { return each.first == topic; });
+    std::string comes = known == suspect.known.end() ? std::string() : known->second;
+    if (effect.isAny) {
+        const bool hasCure = !suspect.cure.text.empty() || !suspect.cure.local.empty();
+        comes += (comes.empty() ? "" : " ") + Sentence(effect.now);
+        comes += hasCure && !effect.then.empty() ? " With the cure " + effect.then + "." : "";
+    }
+    return comes;
 }
 
 using Find = void (*)(Scene&);
@@ -101,8 +98,8 @@ std::vector<Suspect> SuspectsOf(const ExplainInput& input, const Reading& readin
     return suspects;
 }
 
-Maker::Maker(const ExplainInput& input, const Reading& reading, const State& state, bool checksCures)
-    : m_input(input), m_reading(reading), m_state(state), m_named(ByName(state)), m_checksCures(checksCures) {
+Maker::Maker(const ExplainInput& input, const Reading& reading, const State& state, bool isBrief)
+    : m_input(input), m_reading(reading), m_state(state), m_isBrief(isBrief) {
     // Small texts are examined in full; for long ones the cost stays in proportion to the length.
     constexpr std::size_t bytes = 1U << 20U;
     constexpr std::size_t most = 256;
@@ -120,52 +117,60 @@ Effects Maker::Try(Suspect& suspect) {
         return {};
     }
     const ExplainInput cured = ExplainCured(m_input, suspect.cure);
-    const State then = RunState(cured);
-    Effects effects = EffectsOf(m_state, m_named, then);
+    State then;
+    Run(cured, then, isLocal ? nullptr : &m_state);
+    Effects effects = EffectsOf(m_state, then, !m_isBrief);
     const bool isFinding =
         !suspect.known.empty() ||
         std::any_of(effects.begin(), effects.end(), [](const Effect& effect) { return effect.isAny; });
-    if (m_checksCures && isFinding && !IsEnded(suspect, m_reading, cured, then)) {
+    if (!m_isBrief && isFinding && !IsEnded(suspect, m_reading, cured, then)) {
         suspect.cure = {};
     }
     return effects;
 }
 
-std::vector<Maker::Weight> Maker::Weigh(const Suspect& suspect, const Effects& effects, bool hasCure) {
+std::vector<Maker::Weight> Maker::Weigh(const Suspect& suspect, const Effects& effects) {
     std::vector<Weight> weights;
+    const Rule& rule = *suspect.rule;
     for (std::size_t i = 0; i < kExplainTopics; ++i) {
         const Effect& effect = effects[i];
         if (!effect.isAny || (effect.takes && !effect.heals && !suspect.isTakenAway)) {
             continue;
         }
-        const auto topic = static_cast<ExplainTopic>(i);
         const bool isError = effect.heals || effect.isHard || (effect.takes && suspect.isTakenAway);
-        std::string comes;
-        for (const auto& known : suspect.known) {
-            comes = known.first == topic ? known.second + " " : comes;
-        }
-        comes += Sentence(effect.now);
-        if (hasCure && !effect.then.empty()) {
-            comes += " With the cure " + effect.then + ".";
-        }
-        weights.push_back(
-            {topic, std::min(suspect.rule->most, isError ? ExplainSeverity::Error : ExplainSeverity::Warning),
-             std::move(comes), suspect.rule->rank + (effect.heals || effect.isHard ? 0 : 5)});
+        weights.push_back({static_cast<ExplainTopic>(i),
+                           std::min(rule.most, isError ? ExplainSeverity::Error : ExplainSeverity::Warning),
+                           rule.rank + (effect.heals || effect.isHard ? 0 : 5)});
     }
     for (const auto& known : suspect.known) {
         if (!effects[static_cast<std::size_t>(known.first)].isAny) {
-            weights.push_back({known.first, suspect.rule->most, known.second, suspect.rule->rank});
+            weights.push_back({known.first, rule.most, rule.rank});
         }
     }
     return weights;
 }
 
+ExplainFinding Maker::FindingOf(const Suspect& suspect, const Effects& effects, const Weight& weight) const {
+    ExplainFinding finding;
+    finding.id = suspect.rule->id;
+    finding.topic = weight.topic;
+    finding.severity = weight.severity;
+    finding.lines = suspect.lines;
+    finding.field = suspect.field;
+    finding.ledger = *suspect.ledger != '\0' ? suspect.ledger : suspect.rule->ledger;
+    if (!m_isBrief) {
+        finding.what = suspect.what;
+        finding.acted = suspect.acted.empty() ? suspect.rule->acted : suspect.acted;
+        finding.comes = ConsequenceOf(suspect, effects[static_cast<std::size_t>(weight.topic)], weight.topic);
+        finding.cure = suspect.cure;
+    }
+    return finding;
+}
+
 void Maker::Take(Suspect suspect) {
     const Effects effects = Try(suspect);
-    const bool hasCure = !suspect.cure.text.empty() || !suspect.cure.local.empty();
-    for (Weight& weight : Weigh(suspect, effects, hasCure)) {
-        m_found.push_back({FindingOf(suspect, weight.topic, weight.severity, std::move(weight.comes)),
-                           weight.rank, m_suspects.size()});
+    for (const Weight& weight : Weigh(suspect, effects)) {
+        m_found.push_back({FindingOf(suspect, effects, weight), weight.rank, m_suspects.size()});
     }
     m_suspects.push_back(std::move(suspect));
 }
@@ -189,8 +194,8 @@ bool Maker::OpensWorse(const Suspect& suspect, ExplainSeverity severity) {
     }
     const ExplainInput cured = ExplainCured(m_input, suspect.cure);
     const Reading reading = Read(cured.remote);
-    const State state = RunState(cured);
-    const Named named = ByName(state);
+    State state;
+    Run(cured, state);
     std::size_t skipped = 0;
     for (const Suspect& other : SuspectsOf(cured, reading, state, skipped)) {
         const bool hasEdit = !other.cure.text.empty() || !other.cure.local.empty();
@@ -201,9 +206,13 @@ bool Maker::OpensWorse(const Suspect& suspect, ExplainSeverity severity) {
             return true;
         }
         --m_allowance;
-        const Effects effects =
-            hasEdit ? EffectsOf(state, named, RunState(ExplainCured(cured, other.cure))) : Effects();
-        for (const Weight& weight : Weigh(other, effects, false)) {
+        Effects effects;
+        if (hasEdit) {
+            State then;
+            Run(ExplainCured(cured, other.cure), then, other.cure.local.empty() ? &state : nullptr);
+            effects = EffectsOf(state, then, false);
+        }
+        for (const Weight& weight : Weigh(other, effects)) {
             if (weight.severity > severity && known.count(PlaceOf(other, reading, {}, weight.topic)) == 0) {
                 return true;
             }
@@ -234,22 +243,21 @@ void Maker::DropBadCures() {
 }
 
 std::vector<ExplainFinding> Maker::Finish() {
-    if (m_checksCures) {
+    if (!m_isBrief) {
         DropBadCures();
     }
     std::stable_sort(m_found.begin(), m_found.end(), [](const Ranked& a, const Ranked& b) {
         return a.finding.severity != b.finding.severity ? a.finding.severity > b.finding.severity
                                                         : a.rank < b.rank;
     });
-    std::set<std::pair<std::string, ExplainTopic>> places;
+    std::set<Place> places;
     std::vector<ExplainFinding> findings;
     for (Ranked& ranked : m_found) {
         const ExplainFinding& finding = ranked.finding;
-        const std::string place =
-            std::string(finding.id) + "/" +
-            (finding.field != nullptr ? std::string(finding.field->file)
-                                      : std::to_string(finding.lines.empty() ? 0 : finding.lines[0]));
-        if (places.emplace(place, finding.topic).second) {
+        const bool isLocal = finding.field != nullptr;
+        const Place place{finding.id, isLocal ? finding.field->file : std::string_view(),
+                          isLocal || finding.lines.empty() ? 0 : finding.lines[0], finding.topic};
+        if (places.insert(place).second) {
             findings.push_back(std::move(ranked.finding));
         }
     }

@@ -22,8 +22,8 @@ std::vector<Suspect> SuspectsOf(const ExplainInput& input, const Reading& readin
 
 class Maker {
 public:
-    /// Without `checksCures` the cures are those that the suspects propose.
-    Maker(const ExplainInput& input, const Reading& reading, const State& state, bool checksCures);
+    /// A brief maker writes no sentences and checks no cures.
+    Maker(const ExplainInput& input, const Reading& reading, const State& state, bool isBrief);
 
     /// Examines the next suspect.
     void Take(Suspect suspect);
@@ -37,7 +37,6 @@ private:
     struct Weight {
         ExplainTopic topic;
         ExplainSeverity severity;
-        std::string comes;
         int rank;
     };
     struct Ranked {
@@ -47,8 +46,9 @@ private:
     };
     using Place = std::tuple<std::string_view, std::string_view, std::size_t, ExplainTopic>;
 
-    static std::vector<Weight> Weigh(const Suspect& suspect, const Effects& effects, bool hasCure);
+    static std::vector<Weight> Weigh(const Suspect& suspect, const Effects& effects);
     Effects Try(Suspect& suspect);
+    ExplainFinding FindingOf(const Suspect& suspect, const Effects& effects, const Weight& weight) const;
     Place PlaceOf(const Suspect& suspect, const Reading& reading, const ExplainCure& cure,
                   ExplainTopic topic) const;
     bool OpensWorse(const Suspect& suspect, ExplainSeverity severity);
@@ -57,10 +57,9 @@ private:
     const ExplainInput& m_input;
     const Reading& m_reading;
     const State& m_state;
-    Named m_named;
     std::vector<Suspect> m_suspects;
     std::vector<Ranked> m_found;
-    bool m_checksCures;
+    bool m_isBrief;
     std::size_t m_tried = 0;
     std::size_t m_allowance; ///< runs that are left for finding what cures open
 };

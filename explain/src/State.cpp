@@ -10,6 +10,8 @@
 #include "SDPTables.h"
 
 #include <algorithm>
+#include <charconv>
+#include <iterator>
 
 namespace explain {
 
@@ -23,18 +25,19 @@ OurSection OurSectionOf(std::string_view line) {
     section.media = words[0].substr(2);
     section.hasPort = words.size() > 1 && (IsDigits(words[1]) || words[1][0] == '-');
     const std::size_t first = section.hasPort ? 1 : 0;
-    section.port = section.hasPort ? std::string(words[1]) : std::string();
-    section.transport = words.size() > first + 1 ? std::string(words[first + 1]) : std::string();
+    section.port = section.hasPort ? words[1] : std::string_view();
+    section.transport = words.size() > first + 1 ? words[first + 1] : std::string_view();
     for (std::size_t i = first + 2; i < words.size(); ++i) {
-        section.formats.emplace_back(words[i]);
+        section.formats.push_back(words[i]);
     }
     return section;
 }
 
 void ScanOurs(State& state) {
     constexpr std::string_view crypto = "a=crypto:";
-    sdp::ForEachLine(state.ours, [&](std::size_t offset, std::size_t length) {
-        const std::string_view line(state.ours.data() + offset, length);
+    const std::string_view ours = state.ours;
+    sdp::ForEachLine(ours, [&](std::size_t offset, std::size_t length) {
+        const std::string_view line = ours.substr(offset, length);
         if (BeginsWith(line, "m=")) {
             state.ourSections.push_back(OurSectionOf(line));
         } else if (state.ourSections.empty()) {
@@ -44,11 +47,31 @@ void ScanOurs(State& state) {
             OurSection& section = state.ourSections.back();
             section.hasKey = true;
             section.tag = words[0].substr(crypto.size());
-            section.suite = words.size() > 2 ? std::string(words[1]) : std::string();
+            section.suite = words.size() > 2 ? words[1] : std::string_view();
         } else if (line == "a=content:slides") {
             state.ourSections.back().isSlides = true;
         }
     });
+}
+
+/// The text after the o= line, whose session id differs between runs.
+std::string_view AfterOrigin(std::string_view text) {
+    return text.substr(std::min(text.find("\r\ns="), text.size()));
+}
+
+void ReadOurs(State& state, const State* known) {
+    if (known != nullptr && state.ours.size() == known->ours.size() &&
+        AfterOrigin(state.ours) == AfterOrigin(known->ours)) {
+        state.read = known->read;
+        return;
+    }
+    state.read = &state.ownRead;
+    SDPHandler farEnd;
+    for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
+        farEnd.MyLocalSDP.eAudioCodec =
+            static_cast<PayloadType_t>((farEnd.MyLocalSDP.eAudioCodec & ~PAYLOAD_UNKNOWN) | codec.codec);
+    }
+    farEnd.ParseTheSDP(state.ours, state.ownRead);
 }
 
 } // namespace
@@ -68,8 +91,8 @@ void PrepareHandler(SDPHandler& handler, const ExplainInput& input, std::string&
     }
 }
 
-State RunState(const ExplainInput& input) {
-    State state;
+void Run(const ExplainInput& input, State& state, const State* known) {
+    constexpr std::size_t usual = 64;
     SDPHandler handler;
     PrepareHandler(handler, input, state.ours);
     handler.ParseTheSDP(input.remote, state.record);
@@ -84,10 +107,31 @@ State RunState(const ExplainInput& input) {
                                               : handler.GetLocalSDP();
     }
     ScanOurs(state);
+    ReadOurs(state, known);
+    state.facts.reserve(usual);
+    state.clauses.reserve(usual * usual);
     AddStreamFacts(state, input, sections);
     AddSecurityFacts(state, input, sections);
     AddCallFacts(state, input, sections);
-    return state;
+}
+
+void Append(std::string& text, Pieces pieces) {
+    for (const Piece& piece : pieces) {
+        if (!piece.isNumber) {
+            text += piece.text;
+            continue;
+        }
+        char digits[24];
+        const auto end = std::to_chars(std::begin(digits), std::end(digits), piece.number);
+        text.append(digits, end.ptr);
+    }
+}
+
+void State::Say(Fact fact, Pieces clause) {
+    fact.begin = clauses.size();
+    Append(clauses, clause);
+    fact.length = clauses.size() - fact.begin;
+    facts.push_back(fact);
 }
 
 const MediaSession* SectionOfStream(const RemoteSections& sections, baseSDP::SRTP_M_LINE stream) {
@@ -113,9 +157,9 @@ const OurSection* OurStream(const State& state, baseSDP::SRTP_M_LINE stream) {
     return nullptr;
 }
 
-std::string TransportOf(const MediaSession& section) {
+std::string_view TransportOf(const MediaSession& section) {
     const std::vector<std::string_view> words = WordsOf(section.strFullMLine, 3);
-    return words.size() < 3 ? std::string() : std::string(words[2]);
+    return words.size() < 3 ? std::string_view() : words[2];
 }
 
 std::string CodecName(std::int32_t codec) {
@@ -137,13 +181,13 @@ std::string CodecName(std::int32_t codec) {
     }
 }
 
-std::string SuiteName(Quor::media::rtp::CryptoParams::CRYPTO_PROFILE suite) {
+std::string_view SuiteName(Quor::media::rtp::CryptoParams::CRYPTO_PROFILE suite) {
     if (suite == Quor::media::rtp::CryptoParams::CRYPTO_NONE) {
         return "no suite";
     }
     for (const sdp::Suite& row : sdp::kSuites) {
         if (row.profile == suite) {
-            return row.name.empty() ? "an AEAD suite" : std::string(row.name);
+            return row.name.empty() ? "an AEAD suite" : row.name;
         }
     }
     return "an unknown suite";

@@ -7,44 +7,120 @@
 #include "SDPExplain.h"
 #include "SDPHandler.h"
 
+#include <initializer_list>
 #include <string>
+#include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace explain {
 
-struct Fact {
-    ExplainTopic topic = ExplainTopic::Call;
-    std::string name;       ///< the same in every run; unique within a topic
-    std::string clause;     ///< "audio has no codec"
-    bool isDead = false;    ///< with this value the topic's stream does not work
-    bool isHard = false;    ///< another value is an error and not a weakness: address, port, key
-    std::size_t hidden = 0; ///< compared, never shown: a hash of key text
+/// What a fact is about.
+enum class About : unsigned char {
+    Codec,
+    Sending,
+    Receiving,
+    Place,
+    Limits,
+    OurCodec,     ///< what our text says of the codec
+    OurSending,   ///< what our text says of sending
+    OurReceiving, ///< what our text asks for
+    OurKey,
+    OurFloor,
+    OurBandwidth,
+    Match, ///< whether our text has the codec that is started
+    Port,
+    Ids,
+    Role,
+    Payload,
+    Bandwidth,
+    Suite,
+    Key,
+    Ice,
+    Sections,
+    Text,
+    Address,
+    AddressOf,
+    Transport,
+    Count,
+    Order,
+    Malformed,
+    Served
 };
 
-/// A section of our own description, which is well formed by construction.
+struct Fact {
+    ExplainTopic topic = ExplainTopic::Call;
+    About about = About::Sections;
+    unsigned char which =
+        0;               ///< a stream or a section; the three are the same in every run and together unique
+    bool isDead = false; ///< with this value the topic's stream does not work
+    bool isHard = false; ///< another value is an error and not a weakness: address, port, key
+    std::size_t hidden = 0; ///< compared, never shown: a hash of key text
+    std::size_t begin = 0;  ///< offset of its clause in State::clauses
+    std::size_t length = 0; ///< of its clause
+
+    bool IsSame(const Fact& other) const {
+        return topic == other.topic && about == other.about && which == other.which;
+    }
+};
+
+/// A part of a clause: a text, which is not copied, or a number.
+struct Piece {
+    Piece(std::string_view words) : text(words) {}
+    Piece(const std::string& words) : text(words) {}
+    Piece(const char* words) : text(words) {}
+    template <typename Number, typename = std::enable_if_t<std::is_integral_v<Number>>>
+    Piece(Number value) : number(static_cast<long long>(value)), isNumber(true) {}
+
+    std::string_view text;
+    long long number = 0;
+    bool isNumber = false;
+};
+using Pieces = std::initializer_list<Piece>;
+
+void Append(std::string& text, Pieces pieces);
+
+/// A section of our own description, which is well formed by construction; views of State::ours.
 struct OurSection {
-    std::string media; ///< "audio"
-    std::string port;
-    std::string transport;
-    std::vector<std::string> formats;
-    std::string tag;   ///< of its crypto line; empty without one
-    std::string suite; ///< of its crypto line; may be empty with one
+    std::string_view media; ///< "audio"
+    std::string_view port;
+    std::string_view transport;
+    std::vector<std::string_view> formats;
+    std::string_view tag;   ///< of its crypto line; empty without one
+    std::string_view suite; ///< of its crypto line; may be empty with one
     bool hasKey = false;
     bool isSlides = false;
     bool hasPort = true; ///< false: an "m=" line without a port
 };
 
-/// What ends of the component hold after the remote text was read.
+/// What both ends hold after the remote text was read. It stays in its place: it has views of itself.
 struct State {
+    State() = default;
+    State(const State&) = delete;
+    State& operator=(const State&) = delete;
+
     RemoteSDP record;
+    /// What a far end of the same kind, with every codec, reads in our text: `ownRead` or that of another
+    /// run.
+    const RemoteSDP* read = nullptr;
+    RemoteSDP ownRead;
     std::string ours; ///< our answer, or our offer when the remote text answers it
     std::vector<OurSection> ourSections;
-    std::vector<Fact> facts;
+    std::vector<Fact> facts; ///< those that matter most first
+    std::string clauses;     ///< of all facts, one after the other
     std::size_t remoteSections = 0;
+
+    /// "audio has no codec"
+    std::string_view ClauseOf(const Fact& fact) const {
+        return std::string_view(clauses).substr(fact.begin, fact.length);
+    }
+    /// Adds a fact; `fact.begin` and `fact.length` are set.
+    void Say(Fact fact, Pieces clause);
 };
 
-/// Runs the component on the input.
-State RunState(const ExplainInput& input);
+/// Runs the component on the input. When our text becomes that of `known`, a run with the same local fields,
+/// what the far end reads in it is taken from there; `known` has to outlive `state`.
+void Run(const ExplainInput& input, State& state, const State* known = nullptr);
 /// A handler with the local side and everything that happened before the remote text.
 void PrepareHandler(SDPHandler& handler, const ExplainInput& input, std::string& offer);
 /// The facts of a run; reads the handler's sections. Defined over Facts*.cpp.
@@ -59,11 +135,11 @@ std::size_t PlaceOf(const RemoteSections& sections, const MediaSession* section)
 /// Our first section of a stream; null without one.
 const OurSection* OurStream(const State& state, baseSDP::SRTP_M_LINE stream);
 /// Transport of a remote section, the third word of its "m=" line.
-std::string TransportOf(const MediaSession& section);
+std::string_view TransportOf(const MediaSession& section);
 /// "G.722".
 std::string CodecName(std::int32_t codec);
 /// "AES_CM_128_HMAC_SHA1_32"; "no suite" for CRYPTO_NONE.
-std::string SuiteName(Quor::media::rtp::CryptoParams::CRYPTO_PROFILE suite);
+std::string_view SuiteName(Quor::media::rtp::CryptoParams::CRYPTO_PROFILE suite);
 
 /// "audio", "main video", "slides".
 extern const char* const kStreamNames[baseSDP::SRTP_MAX];

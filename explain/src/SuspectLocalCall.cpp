@@ -168,7 +168,7 @@ void FindSuite(Scene& scene, baseSDP::SRTP_M_LINE stream) {
     const SuiteField& field = kSuites[stream];
     const std::string name = std::string(field.record) + " (" + field.file + ") is ";
     const bool isNone = suite == CryptoParams::CRYPTO_NONE;
-    const bool isNamed = !isNone && SuiteName(suite).find("AEAD") == std::string::npos;
+    const bool isNamed = !isNone && SuiteName(suite).find("AEAD") == std::string_view::npos;
     const auto remote = scene.state.record.cryptoAlgo[stream];
     const bool isOffer = scene.input.remoteAnswers;
     const bool isOther = isNamed && suite != CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32 &&
@@ -178,9 +178,10 @@ void FindSuite(Scene& scene, baseSDP::SRTP_M_LINE stream) {
     }
     const Rule& rule = isNone ? kNoSuite : !isNamed ? kNoName : isOffer ? kOffered80 : kOtherSuite;
     const OurSection* const ours = OurStream(scene.state, stream);
-    Suspect& suspect = BlameField(scene, rule, field.file, name + (isNone ? "none." : SuiteName(suite) + "."),
-                                  "set " + std::string(field.file) + " to AES_CM_128_HMAC_SHA1_32",
-                                  CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32);
+    Suspect& suspect =
+        BlameField(scene, rule, field.file, name + (isNone ? "none" : std::string(SuiteName(suite))) + ".",
+                   "set " + std::string(field.file) + " to AES_CM_128_HMAC_SHA1_32",
+                   CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32);
     if (ours != nullptr && ours->transport == "RTP/SAVP") {
         suspect.known.emplace_back(
             field.topic,

@@ -247,10 +247,11 @@ void FindOrder(Scene& scene) {
                              {{first, scene.reading.text.size() - first, text}});
     suspect.lines.push_back(later.number);
     const auto order = std::find_if(scene.state.facts.begin(), scene.state.facts.end(), [](const Fact& fact) {
-        return fact.topic == Topic::Call && fact.name == "order";
+        return fact.topic == Topic::Call && fact.about == About::Order;
     });
     if (order != scene.state.facts.end() && order->isDead) {
-        suspect.known.emplace_back(Topic::Call, "In our answer " + order->clause + ".");
+        suspect.known.emplace_back(Topic::Call,
+                                   "In our answer " + std::string(scene.state.ClauseOf(*order)) + ".");
     }
 }
 

@@ -7,7 +7,8 @@
 #include "SDPTables.h"
 #include "State.h"
 
-#include <map>
+#include <algorithm>
+#include <iterator>
 
 namespace explain {
 
@@ -103,8 +104,11 @@ bool IsOurs(const LocalSDP& local, const Codec& codec) {
 
 /// Facts about what the engine starts; the others are about our text.
 bool IsForEngine(const Fact& fact) {
-    return fact.topic != ExplainTopic::Call && fact.name.compare(0, 4, "ours") != 0 &&
-           fact.name.compare(0, 6, "served") != 0 && fact.name != "match";
+    static constexpr About kOurs[] = {About::OurCodec, About::OurSending, About::OurReceiving,
+                                      About::OurKey,   About::OurFloor,   About::OurBandwidth,
+                                      About::Served,   About::Match};
+    return fact.topic != ExplainTopic::Call &&
+           std::find(std::begin(kOurs), std::end(kOurs), fact.about) == std::end(kOurs);
 }
 
 } // namespace
@@ -149,25 +153,28 @@ std::vector<std::string> ExplainDifference(const ExplainInput& input, std::strin
     ExplainInput now = input;
     now.remote = newer;
     now.before = older;
-    const State before = RunState(then);
-    const State after = RunState(now);
-    std::map<std::pair<ExplainTopic, std::string>, const Fact*> earlier;
-    for (const Fact& fact : before.facts) {
-        earlier[{fact.topic, fact.name}] = &fact;
-    }
+    State before;
+    Run(then, before);
+    State after;
+    Run(now, after);
     std::vector<std::string> phrases;
     for (const Fact& fact : after.facts) {
-        const auto found = earlier.find({fact.topic, fact.name});
-        const bool isNew = found == earlier.end();
-        if (!IsForEngine(fact) ||
-            (!isNew && found->second->clause == fact.clause && found->second->hidden == fact.hidden)) {
+        const auto earlier = std::find_if(before.facts.begin(), before.facts.end(),
+                                          [&](const Fact& other) { return other.IsSame(fact); });
+        const bool isNew = earlier == before.facts.end();
+        const std::string_view clause = after.ClauseOf(fact);
+        const bool saysSame = !isNew && before.ClauseOf(*earlier) == clause;
+        if (!IsForEngine(fact) || (saysSame && earlier->hidden == fact.hidden)) {
             continue;
         }
-        const bool isHidden = !isNew && found->second->clause == fact.clause;
-        phrases.push_back(std::string(ExplainTopicName(fact.topic)) + ": " + fact.clause +
-                          (isHidden ? ", which is another one than before"
-                           : isNew  ? ""
-                                    : "; before, " + found->second->clause));
+        std::string phrase;
+        Append(phrase, {ExplainTopicName(fact.topic), ": ", clause});
+        if (saysSame) {
+            phrase += ", which is another one than before";
+        } else if (!isNew) {
+            Append(phrase, {"; before, ", before.ClauseOf(*earlier)});
+        }
+        phrases.push_back(std::move(phrase));
     }
     return phrases;
 }
