@@ -12,17 +12,6 @@ namespace explain {
 
 namespace {
 
-/// Names of encodings that the component compares letter for letter, each with its clock rate.
-std::vector<std::string_view> KnownEncodings() {
-    std::vector<std::string_view> known = {sdp::kH264Name, sdp::kTelephoneEvent.name};
-    for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
-        if (!codec.isStatic) {
-            known.push_back(codec.format.name);
-        }
-    }
-    return known;
-}
-
 /// Letters and digits alone, lower case: "H.264" and "h264" are one name to their writers.
 std::string Squeezed(std::string_view name) {
     std::string squeezed = Lower(name);
@@ -30,6 +19,29 @@ std::string Squeezed(std::string_view name) {
                                   [](unsigned char c) { return std::isalnum(c) == 0; }),
                    squeezed.end());
     return squeezed;
+}
+
+/// An encoding that the component compares letter for letter.
+struct Encoding {
+    std::string_view exact; ///< with its clock rate
+    std::string squeezed;   ///< without it
+    std::string_view rate;
+};
+
+std::vector<Encoding> KnownEncodings() {
+    std::vector<Encoding> known;
+    const auto add = [&known](std::string_view exact) {
+        const std::size_t slash = exact.find('/');
+        known.push_back({exact, Squeezed(exact.substr(0, slash)), exact.substr(slash + 1)});
+    };
+    add(sdp::kH264Name);
+    add(sdp::kTelephoneEvent.name);
+    for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
+        if (!codec.isStatic) {
+            add(codec.format.name);
+        }
+    }
+    return known;
 }
 
 /// Format parameters whose value is a number or hexadecimal digits: those of H.264 and the bit rate of
@@ -91,9 +103,9 @@ std::string Rtpmap(std::string_view line) {
     if (payload.empty()) {
         return std::string(line);
     }
-    const auto after = static_cast<std::size_t>(payload.data() + payload.size() - line.data());
+    const auto ending = static_cast<std::size_t>(payload.data() + payload.size() - line.data());
     std::string name;
-    for (const std::string_view word : WordsOf(line.substr(after), 4)) {
+    for (const std::string_view word : WordsOf(line.substr(ending), 4)) {
         name += word;
     }
     while (!name.empty() && name.front() == ':') {
@@ -102,12 +114,17 @@ std::string Rtpmap(std::string_view line) {
     const std::size_t slash = std::min(name.find('/'), name.size());
     const std::string squeezed = Squeezed(std::string_view(name).substr(0, slash));
     const std::string clock = slash < name.size() ? name.substr(slash + 1) : std::string();
-    for (const std::string_view exact : KnownEncodings()) {
-        const std::string own = Squeezed(exact.substr(0, exact.find('/')));
-        const std::string rate(exact.substr(exact.find('/') + 1));
-        if ((squeezed == own || squeezed == own + "s") &&
-            (clock.empty() || exact == sdp::kH264Name || clock == rate || clock == rate + "/1")) {
-            name = exact;
+    static const std::vector<Encoding> known = KnownEncodings();
+    for (const Encoding& encoding : known) {
+        const bool isName = BeginsWith(squeezed, encoding.squeezed);
+        const std::string_view suffix =
+            isName ? std::string_view(squeezed).substr(encoding.squeezed.size()) : std::string_view();
+        const bool isRate =
+            clock.empty() || encoding.exact == sdp::kH264Name ||
+            (BeginsWith(clock, encoding.rate) &&
+             (clock.size() == encoding.rate.size() || clock.substr(encoding.rate.size()) == "/1"));
+        if (isName && (suffix.empty() || suffix == "s") && isRate) {
+            name = encoding.exact;
         }
     }
     return "a=rtpmap:" + WithoutZeros(payload) + " " + name;
@@ -251,6 +268,12 @@ std::string Attribute(std::string_view line, SDPRow row) {
 }
 
 } // namespace
+
+bool IsCanonical(const TextLine& line) {
+    // These rows have no spelling of their own beyond that of the start.
+    return line.isPlain && (line.meant == SDPRow::Direction || line.meant == SDPRow::Candidate ||
+                            line.meant == SDPRow::Ice || line.meant == SDPRow::None);
+}
 
 std::string Canonical(const TextLine& line, const Reading& /*reading*/) {
     const std::string spelled = StartSpelled(line.text);

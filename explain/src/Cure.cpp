@@ -128,6 +128,19 @@ const Row kRows[] = {
 
 } // namespace
 
+void Edit(const std::string& remote, const ExplainCure& cure, std::string& text) {
+    text.clear();
+    std::size_t at = 0;
+    for (const ExplainTextChange& change : cure.text) {
+        if (change.offset >= at && change.offset <= remote.size()) {
+            text.append(remote, at, change.offset - at);
+            text += change.text;
+            at = std::min(remote.size(), change.offset + change.length);
+        }
+    }
+    text.append(remote, at, std::string::npos);
+}
+
 const ExplainLocalField* LocalField(std::string_view file) {
     const std::vector<ExplainLocalField>& fields = ExplainLocalFields();
     const auto found = std::find_if(fields.begin(), fields.end(),
@@ -150,19 +163,7 @@ const std::vector<ExplainLocalField>& ExplainLocalFields() {
 
 ExplainInput ExplainCured(const ExplainInput& input, const ExplainCure& cure) {
     ExplainInput cured = input;
-    if (!cure.text.empty()) {
-        cured.remote.clear();
-        std::size_t at = 0;
-        for (const ExplainTextChange& change : cure.text) {
-            if (change.offset < at || change.offset > input.remote.size()) {
-                continue;
-            }
-            cured.remote.append(input.remote, at, change.offset - at);
-            cured.remote += change.text;
-            at = std::min(input.remote.size(), change.offset + change.length);
-        }
-        cured.remote.append(input.remote, at, std::string::npos);
-    }
+    explain::Edit(input.remote, cure, cured.remote);
     for (const ExplainLocalChange& change : cure.local) {
         for (const explain::Row& row : explain::kRows) {
             if (change.field != nullptr && row.field.file == change.field->file) {

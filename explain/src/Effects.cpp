@@ -79,6 +79,9 @@ void Comparison::Compare(const Fact* before, const Fact* after) {
 } // namespace
 
 Effects EffectsOf(const State& now, const State& then, bool wantsClauses) {
+    if (then.same == &now) {
+        return {};
+    }
     Comparison comparison{now, then, wantsClauses, {}};
     Others afterwards(then);
     for (const Fact& fact : now.facts) {

@@ -32,7 +32,7 @@ std::vector<ExplainFinding> FindingsOf(const ExplainInput& input, bool isBrief, 
     Run(input, state);
     Maker maker(input, reading, state, isBrief);
     std::size_t skipped = 0;
-    for (Suspect& suspect : SuspectsOf(input, reading, state, skipped)) {
+    for (Suspect& suspect : SuspectsOf(input, reading, state, isBrief, skipped)) {
         maker.Take(std::move(suspect));
     }
     std::vector<ExplainFinding> findings = maker.Finish();
@@ -41,11 +41,11 @@ std::vector<ExplainFinding> FindingsOf(const ExplainInput& input, bool isBrief, 
         NameRepairs(findings, input);
     }
     for (ExplainFinding& judged : JudgedFindings(input)) {
-        findings.push_back(std::move(judged));
+        const auto place = std::upper_bound(
+            findings.begin(), findings.end(), judged,
+            [](const ExplainFinding& a, const ExplainFinding& b) { return a.severity > b.severity; });
+        findings.insert(place, std::move(judged));
     }
-    std::stable_sort(findings.begin(), findings.end(), [](const ExplainFinding& a, const ExplainFinding& b) {
-        return a.severity > b.severity;
-    });
     return findings;
 }
 

@@ -4,7 +4,11 @@
 // Test: tests/explain/LawTest.cpp, tests/explain/judge_cases.py
 #include "Maker.h"
 
+#include "SDPKeyword.h"
+#include "SDPTables.h"
+
 #include <algorithm>
+#include <optional>
 
 namespace explain {
 
@@ -71,7 +75,7 @@ std::size_t OffsetOf(const Reading& reading, const Suspect& suspect) {
 bool IsEnded(const Suspect& suspect, const Reading& reading, const ExplainInput& cured, const State& then) {
     const Reading after = Read(cured.remote);
     std::size_t skipped = 0;
-    const std::vector<Suspect> others = SuspectsOf(cured, after, then, skipped);
+    const std::vector<Suspect> others = SuspectsOf(cured, after, then, false, skipped);
     const std::size_t place = Moved(suspect.cure, OffsetOf(reading, suspect));
     const std::string what = WithoutDigits(suspect.what);
     return std::none_of(others.begin(), others.end(), [&](const Suspect& other) {
@@ -86,9 +90,9 @@ bool IsEnded(const Suspect& suspect, const Reading& reading, const ExplainInput&
 } // namespace
 
 std::vector<Suspect> SuspectsOf(const ExplainInput& input, const Reading& reading, const State& state,
-                                std::size_t& skipped) {
+                                bool isBrief, std::size_t& skipped) {
     std::vector<Suspect> suspects;
-    Scene scene{input, reading, state, suspects};
+    Scene scene{input, reading, state, suspects, isBrief};
     for (const Find find : kFinders) {
         find(scene);
     }
@@ -99,11 +103,55 @@ std::vector<Suspect> SuspectsOf(const ExplainInput& input, const Reading& readin
 }
 
 Maker::Maker(const ExplainInput& input, const Reading& reading, const State& state, bool isBrief)
-    : m_input(input), m_reading(reading), m_state(state), m_isBrief(isBrief) {
+    : m_input(input), m_edited(input), m_reading(reading), m_state(state), m_isBrief(isBrief) {
     // Small texts are examined in full; for long ones the cost stays in proportion to the length.
     constexpr std::size_t bytes = 1U << 20U;
     constexpr std::size_t most = 256;
     m_allowance = kExplainTrials / 4 + std::min(most, bytes / (input.remote.size() + 1));
+    if (isBrief) {
+        FindIdle();
+    }
+}
+
+/// Lines without a row, and attributes that are no direction: no run needs them.
+void Maker::FindIdle() {
+    for (const Host& host : m_reading.hosts) {
+        const bool isIdle =
+            host.row == SDPRow::None ||
+            (host.row == SDPRow::Direction && sdp::FirstKeyword<sdp::kDirections>(host.text) == nullptr);
+        if (isIdle) {
+            const auto begin = static_cast<std::size_t>(host.text.data() - m_reading.text.data());
+            m_idle.emplace_back(begin, begin + host.text.size() + 2);
+        }
+    }
+}
+
+/// The edited text without the idle lines that the edit does not touch.
+void Maker::EditLean(const ExplainCure& cure) {
+    const std::string& from = m_input.remote;
+    std::string& text = m_edited.remote;
+    text.clear();
+    auto idle = m_idle.begin();
+    std::size_t at = 0;
+    const auto copy = [&](std::size_t end) {
+        const std::size_t begin = at;
+        for (; idle != m_idle.end() && idle->first < end; ++idle) {
+            // A line that stands right behind an edit may begin in its text.
+            if ((idle->first >= begin + 2 || begin == 0) && idle->first >= at && idle->second <= end) {
+                text.append(from, at, idle->first - at);
+                at = idle->second;
+            }
+        }
+        text.append(from, at, end - at);
+    };
+    for (const ExplainTextChange& change : cure.text) {
+        if (change.offset >= at && change.offset <= from.size()) {
+            copy(change.offset);
+            text += change.text;
+            at = std::min(from.size(), change.offset + change.length);
+        }
+    }
+    copy(from.size());
 }
 
 /// What the suspect's edit changes. An edit after which the suspect is found again is no cure and is dropped.
@@ -116,7 +164,15 @@ Effects Maker::Try(Suspect& suspect) {
         ++untried;
         return {};
     }
-    const ExplainInput cured = ExplainCured(m_input, suspect.cure);
+    std::optional<ExplainInput> local;
+    if (isLocal) {
+        local.emplace(ExplainCured(m_input, suspect.cure));
+    } else if (m_isBrief) {
+        EditLean(suspect.cure);
+    } else {
+        Edit(m_input.remote, suspect.cure, m_edited.remote);
+    }
+    const ExplainInput& cured = isLocal ? *local : m_edited;
     State then;
     Run(cured, then, isLocal ? nullptr : &m_state);
     Effects effects = EffectsOf(m_state, then, !m_isBrief);
@@ -197,7 +253,7 @@ bool Maker::OpensWorse(const Suspect& suspect, ExplainSeverity severity) {
     State state;
     Run(cured, state);
     std::size_t skipped = 0;
-    for (const Suspect& other : SuspectsOf(cured, reading, state, skipped)) {
+    for (const Suspect& other : SuspectsOf(cured, reading, state, true, skipped)) {
         const bool hasEdit = !other.cure.text.empty() || !other.cure.local.empty();
         if (other.rule->most <= severity || (other.known.empty() && !hasEdit)) {
             continue;
@@ -246,19 +302,24 @@ std::vector<ExplainFinding> Maker::Finish() {
     if (!m_isBrief) {
         DropBadCures();
     }
-    std::stable_sort(m_found.begin(), m_found.end(), [](const Ranked& a, const Ranked& b) {
-        return a.finding.severity != b.finding.severity ? a.finding.severity > b.finding.severity
-                                                        : a.rank < b.rank;
+    std::vector<Ranked*> order;
+    order.reserve(m_found.size());
+    for (Ranked& found : m_found) {
+        order.push_back(&found);
+    }
+    std::stable_sort(order.begin(), order.end(), [](const Ranked* a, const Ranked* b) {
+        return a->finding.severity != b->finding.severity ? a->finding.severity > b->finding.severity
+                                                          : a->rank < b->rank;
     });
     std::set<Place> places;
     std::vector<ExplainFinding> findings;
-    for (Ranked& ranked : m_found) {
-        const ExplainFinding& finding = ranked.finding;
+    for (Ranked* const ranked : order) {
+        const ExplainFinding& finding = ranked->finding;
         const bool isLocal = finding.field != nullptr;
         const Place place{finding.id, isLocal ? finding.field->file : std::string_view(),
                           isLocal || finding.lines.empty() ? 0 : finding.lines[0], finding.topic};
         if (places.insert(place).second) {
-            findings.push_back(std::move(ranked.finding));
+            findings.push_back(std::move(ranked->finding));
         }
     }
     return findings;

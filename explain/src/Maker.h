@@ -17,8 +17,9 @@ namespace explain {
 
 /// The suspects of a text in the order in which they are examined.
 /// `skipped` becomes the number of those that were not made, because their rule has made too many.
+/// With `isBrief` their sentences may be incomplete.
 std::vector<Suspect> SuspectsOf(const ExplainInput& input, const Reading& reading, const State& state,
-                                std::size_t& skipped);
+                                bool isBrief, std::size_t& skipped);
 
 class Maker {
 public:
@@ -47,6 +48,8 @@ private:
     using Place = std::tuple<std::string_view, std::string_view, std::size_t, ExplainTopic>;
 
     static std::vector<Weight> Weigh(const Suspect& suspect, const Effects& effects);
+    void FindIdle();
+    void EditLean(const ExplainCure& cure);
     Effects Try(Suspect& suspect);
     ExplainFinding FindingOf(const Suspect& suspect, const Effects& effects, const Weight& weight) const;
     Place PlaceOf(const Suspect& suspect, const Reading& reading, const ExplainCure& cure,
@@ -55,11 +58,14 @@ private:
     void DropBadCures();
 
     const ExplainInput& m_input;
+    ExplainInput m_edited; ///< with the text of the edit that is tried
     const Reading& m_reading;
     const State& m_state;
     std::vector<Suspect> m_suspects;
     std::vector<Ranked> m_found;
     bool m_isBrief;
+    std::vector<std::pair<std::size_t, std::size_t>>
+        m_idle; ///< offsets of lines that change nothing, and their ends
     std::size_t m_tried = 0;
     std::size_t m_allowance; ///< runs that are left for finding what cures open
 };

@@ -23,11 +23,14 @@ bool IsBlank(char c) {
 }
 
 /// The row whose keyword the line begins with, in any letter case and with blanks that do not belong there.
-SDPRow MeantRow(std::string_view line) {
+SDPRow MeantRow(std::string_view line, bool isPlain) {
     for (const sdp::LineRow& row : sdp::kLineRows) {
         if (row.row != SDPRow::Direction && BeginsWith(line, row.keyword)) {
             return row.row; // As it should be spelled, and as most lines are.
         }
+    }
+    if (isPlain) {
+        return line[0] == 'a' ? SDPRow::Direction : SDPRow::None;
     }
     constexpr std::size_t enough = 32;
     const std::string start = Lower(StartSpelled(Trimmed(line).substr(0, enough)));
@@ -56,7 +59,8 @@ void OpenSection(Reading& reading, std::size_t index) {
 
 void Assign(Reading& reading, std::size_t index) {
     TextLine& line = reading.lines[index];
-    line.meant = MeantRow(line.text);
+    line.isPlain = IsPlain(line.text);
+    line.meant = MeantRow(line.text, line.isPlain);
     reading.hasIce = reading.hasIce || line.meant == SDPRow::Ice;
     reading.hasCandidate = reading.hasCandidate || line.meant == SDPRow::Candidate;
     if (reading.origin.empty() && BeginsWith(line.text, "o=")) {
@@ -114,6 +118,19 @@ Reading Read(std::string_view text) {
     return reading;
 }
 
+bool IsPlain(std::string_view line) {
+    const bool isLine = line.size() > 2 && line[0] >= 'a' && line[0] <= 'z' && line[1] == '=';
+    if (!isLine || IsBlank(line[2]) || IsBlank(line.back())) {
+        return false;
+    }
+    if (line[0] != 'a') {
+        return true;
+    }
+    const auto isOfName = [](char c) { return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-'; };
+    const auto* const end = std::find_if_not(line.begin() + 2, line.end(), isOfName);
+    return end == line.end() || (*end == ':' && end + 1 != line.end() && !IsBlank(end[1]));
+}
+
 std::string StartSpelled(std::string_view line) {
     const std::string_view text = Trimmed(line);
     const std::size_t equals = text.find('=');
@@ -151,7 +168,9 @@ std::string_view Trimmed(std::string_view text) {
 }
 
 std::vector<std::string_view> WordsOf(std::string_view text, std::size_t most) {
+    constexpr std::size_t usual = 8;
     std::vector<std::string_view> words;
+    words.reserve(std::min(most, usual));
     std::size_t at = 0;
     while (words.size() < most) {
         while (at < text.size() && IsBlank(text[at])) {
@@ -301,6 +320,9 @@ std::string Quoted(std::string_view line) {
 }
 
 std::string Shown(std::string_view value) {
+    if (value.size() < kSecretRun && value.find_first_not_of("0123456789.") == std::string_view::npos) {
+        return std::string(value); // A number or an address: shown as it is.
+    }
     if (Lower(value.substr(0, 4096)).find("inline") != std::string::npos) {
         return "***";
     }

@@ -25,6 +25,7 @@ struct TextLine {
     std::string_view text; ///< without its line end
     std::string_view end;  ///< "\r\n", "\n" or, for a last line that was cut, ""
     SDPRow meant = SDPRow::None;
+    bool isPlain = false;           ///< its start is spelled as it should be: see IsPlain
     std::size_t section = kNowhere; ///< meant section; kNowhere before the first
     std::size_t host = kNowhere;    ///< index of the component's line that it is part of
 };
@@ -69,6 +70,9 @@ struct Reading {
 /// Cuts the text into lines; keeps views of it.
 Reading Read(std::string_view text);
 
+/// Whether the line is "x=" and a value, or "a=" and a name in small letters, with ":" and a value after it
+/// or not, without a blank at its ends or beside the ":". StartSpelled leaves such a line as it is.
+bool IsPlain(std::string_view line);
 /// Text without white space at either end.
 std::string_view Trimmed(std::string_view text);
 /// A trimmed line without blanks round its first "=" and before its first ":"; where a keyword that takes a

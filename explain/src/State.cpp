@@ -59,12 +59,7 @@ std::string_view AfterOrigin(std::string_view text) {
     return text.substr(std::min(text.find("\r\ns="), text.size()));
 }
 
-void ReadOurs(State& state, const State* known) {
-    if (known != nullptr && state.ours.size() == known->ours.size() &&
-        AfterOrigin(state.ours) == AfterOrigin(known->ours)) {
-        state.read = known->read;
-        return;
-    }
+void ReadOurs(State& state) {
     state.read = &state.ownRead;
     SDPHandler farEnd;
     for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
@@ -93,11 +88,10 @@ void PrepareHandler(SDPHandler& handler, const ExplainInput& input, std::string&
 
 void Run(const ExplainInput& input, State& state, const State* known) {
     constexpr std::size_t usual = 64;
-    SDPHandler handler;
+    SDPHandler& handler = state.handler;
     PrepareHandler(handler, input, state.ours);
     handler.ParseTheSDP(input.remote, state.record);
     const RemoteSections sections = handler.GetRemoteSections();
-    state.remoteSections = sections.size();
     if (!input.remoteAnswers) {
         const bool isOffered = std::any_of(sections.begin(), sections.end(),
                                            [](const MediaSession* section) { return sdp::IsBfcp(*section); });
@@ -106,8 +100,21 @@ void Run(const ExplainInput& input, State& state, const State* known) {
                      : sections.empty()       ? ""
                                               : handler.GetLocalSDP();
     }
+    const bool isOurs = known != nullptr && AfterOrigin(state.ours) == AfterOrigin(known->ours);
+    if (isOurs && ReadSame(state, *known)) {
+        state.same = known;
+        state.read = known->read;
+        state.ourSections = known->ourSections;
+        state.facts = known->facts;
+        state.clauses = known->clauses;
+        return;
+    }
     ScanOurs(state);
-    ReadOurs(state, known);
+    if (isOurs) {
+        state.read = known->read;
+    } else {
+        ReadOurs(state);
+    }
     state.facts.reserve(usual);
     state.clauses.reserve(usual * usual);
     AddStreamFacts(state, input, sections);

@@ -99,6 +99,7 @@ struct State {
     State(const State&) = delete;
     State& operator=(const State&) = delete;
 
+    SDPHandler handler; ///< has read the remote text
     RemoteSDP record;
     /// What a far end of the same kind, with every codec, reads in our text: `ownRead` or that of another
     /// run.
@@ -106,9 +107,9 @@ struct State {
     RemoteSDP ownRead;
     std::string ours; ///< our answer, or our offer when the remote text answers it
     std::vector<OurSection> ourSections;
-    std::vector<Fact> facts; ///< those that matter most first
-    std::string clauses;     ///< of all facts, one after the other
-    std::size_t remoteSections = 0;
+    std::vector<Fact> facts;     ///< those that matter most first
+    std::string clauses;         ///< of all facts, one after the other
+    const State* same = nullptr; ///< a run whose facts are these, because nothing that they tell differs
 
     /// "audio has no codec"
     std::string_view ClauseOf(const Fact& fact) const {
@@ -118,9 +119,11 @@ struct State {
     void Say(Fact fact, Pieces clause);
 };
 
-/// Runs the component on the input. When our text becomes that of `known`, a run with the same local fields,
-/// what the far end reads in it is taken from there; `known` has to outlive `state`.
+/// Runs the component on the input. What is the same in `known`, a run with the same local fields, is taken
+/// from there; `known` has to outlive `state`.
 void Run(const ExplainInput& input, State& state, const State* known = nullptr);
+/// Whether both runs ended with all that facts are about, our text apart.
+bool ReadSame(const State& one, const State& other);
 /// A handler with the local side and everything that happened before the remote text.
 void PrepareHandler(SDPHandler& handler, const ExplainInput& input, std::string& offer);
 /// The facts of a run; reads the handler's sections. Defined over Facts*.cpp.

@@ -56,7 +56,10 @@ Suspect& BlameField(Scene& scene, const Rule& rule, std::string_view file, std::
     return Add(scene, std::move(suspect));
 }
 
-std::string LineWords(const TextLine& line) {
+std::string LineWords(const Scene& scene, const TextLine& line) {
+    if (scene.isBrief) {
+        return {};
+    }
     return "Line " + std::to_string(line.number) + ", " + Quoted(line.text) + ",";
 }
 

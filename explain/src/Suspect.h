@@ -44,6 +44,7 @@ struct Scene {
     const Reading& reading;
     const State& state;
     std::vector<Suspect>& suspects;
+    bool isBrief = false;    ///< what is found is counted, and its sentences are not shown
     bool hasIce = false;     ///< some section has a user fragment of ICE
     std::size_t skipped = 0; ///< suspects beyond kExplainTrials of one rule, which are counted and not made
     std::unordered_map<const Rule*, std::size_t> made{}; ///< suspects of each rule
@@ -76,8 +77,13 @@ std::vector<ExplainFinding> JudgedFindings(const ExplainInput& input);
 /// The repairs of the negotiation layer that this text needs, as pairs of ledger rows and an ID.
 std::vector<std::pair<std::string_view, std::string_view>> NeededRepairs(const ExplainInput& input);
 
+/// Whether it is seen at once that Canonical(line) is the line itself.
+bool IsCanonical(const TextLine& line);
 /// The line as its writer would have had to spell it; the line itself when nothing is wrong with it.
 std::string Canonical(const TextLine& line, const Reading& reading);
+
+/// The input's text with the edits of a cure, in `text`.
+void Edit(const std::string& remote, const ExplainCure& cure, std::string& text);
 
 // Edits of the remote text.
 ExplainTextChange ReplaceLine(const TextLine& line, std::string text);
@@ -94,8 +100,8 @@ Suspect& BlameField(Scene& scene, const Rule& rule, std::string_view file, std::
                     std::string cureWords, std::int32_t number, std::string text = {});
 /// The field by its name in the local file; every name used is in the table.
 const ExplainLocalField* LocalField(std::string_view file);
-/// "Line 7, "a=sendonly","
-std::string LineWords(const TextLine& line);
+/// "Line 7, "a=sendonly","; empty when no sentence is written.
+std::string LineWords(const Scene& scene, const TextLine& line);
 /// "a connection line" and its like.
 const char* RowWords(SDPRow row);
 /// The line after this one that changes a section most visibly, quoted; "no other line" for none.

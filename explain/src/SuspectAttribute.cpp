@@ -68,10 +68,10 @@ void AddDirection(Scene& scene, const TextLine& line, const sdp::Direction& dire
         return;
     }
     Blame(scene, kDirection, line,
-          LineWords(line) + (direction.sends ? " says that the far end only sends."
-                             : direction.receives
-                                 ? " says that the far end only receives."
-                                 : " says that the far end neither sends nor receives (hold)."),
+          LineWords(scene, line) + (direction.sends ? " says that the far end only sends."
+                                    : direction.receives
+                                        ? " says that the far end only receives."
+                                        : " says that the far end neither sends nor receives (hold)."),
           "write a=sendrecv in line " + std::to_string(line.number), {ReplaceLine(line, "a=sendrecv")});
 }
 
@@ -79,9 +79,10 @@ void AddContent(Scene& scene, const TextLine& line) {
     const std::string_view value = ValueOf(line.text);
     const std::string lower = Lower(value);
     if (!BeginsWith(lower, "main") && !BeginsWith(lower, "slides")) {
-        Suspect& suspect = Blame(scene, kContent, line, LineWords(line) + " has a content that is not known.",
-                                 "write a=content:slides in line " + std::to_string(line.number),
-                                 {ReplaceLine(line, "a=content:slides")});
+        Suspect& suspect =
+            Blame(scene, kContent, line, LineWords(scene, line) + " has a content that is not known.",
+                  "write a=content:slides in line " + std::to_string(line.number),
+                  {ReplaceLine(line, "a=content:slides")});
         suspect.acted =
             "Only a=content:main and a=content:slides are recognised, from the start; a section with another "
             "content is main video, and of two main sections the second is skipped (RFC 4796, 5).";
@@ -103,10 +104,10 @@ void FindSecondVideo(Scene& scene) {
         if (main != nullptr && !isSpelled) {
             const ExplainTextChange change = content == nullptr ? InsertAfter(line, "a=content:slides")
                                                                 : ReplaceLine(*content, "a=content:slides");
-            Suspect& suspect =
-                Blame(scene, kContent, content == nullptr ? line : *content,
-                      LineWords(line) + " is a second video section that is not marked a=content:slides.",
-                      "insert a=content:slides after line " + std::to_string(line.number), {change});
+            Suspect& suspect = Blame(
+                scene, kContent, content == nullptr ? line : *content,
+                LineWords(scene, line) + " is a second video section that is not marked a=content:slides.",
+                "insert a=content:slides after line " + std::to_string(line.number), {change});
             suspect.lines.push_back(line.number);
             suspect.isTakenAway = true;
         }
@@ -116,7 +117,8 @@ void FindSecondVideo(Scene& scene) {
         if (main == nullptr && line.meant == SDPRow::Content &&
             line.text.find("a=content:slides") != std::string_view::npos) {
             Blame(scene, kContent, line,
-                  LineWords(line) + " marks the only video section, so there is no main video section.",
+                  LineWords(scene, line) +
+                      " marks the only video section, so there is no main video section.",
                   "delete line " + std::to_string(line.number), {DeleteLine(line)});
             break;
         }
@@ -148,15 +150,16 @@ void AddBandwidth(Scene& scene, const TextLine& line, bool isInSlides, bool isSe
     if ((!isTias && !BeginsWith(canonical, "b=AS:")) || value < 0) {
         if (value > 0 && BeginsWith(canonical, "b=CT:")) {
             const std::string text = "b=AS:" + std::string(ValueOf(canonical));
-            Blame(scene, kOtherType, line, LineWords(line) + " has a type of bandwidth that is not read.",
+            Blame(scene, kOtherType, line,
+                  LineWords(scene, line) + " has a type of bandwidth that is not read.",
                   "write line " + number + " as " + text, {ReplaceLine(line, text)});
         }
         return;
     }
     const auto rewrite = [&](const Rule& rule, const std::string& why, const char* type, long long to) {
         const std::string text = std::string("b=") + type + ":" + std::to_string(to);
-        Blame(scene, rule, line, LineWords(line) + why, "write line " + number + " as \"" + text + "\"",
-              {ReplaceLine(line, text)});
+        Blame(scene, rule, line, LineWords(scene, line) + why,
+              "write line " + number + " as \"" + text + "\"", {ReplaceLine(line, text)});
     };
     if (isSession && isTias) {
         rewrite(kSessionTias, " gives bit/s at session level.", "AS", std::max(value / 1000, 1LL));
@@ -184,7 +187,7 @@ void AddBandwidth(Scene& scene, const TextLine& line, bool isInSlides, bool isSe
                 InsertAfter(scene.reading.lines[scene.reading.sections.front().line - 1], text));
         }
         Blame(scene, kSlidesLimit, line,
-              LineWords(line) + " stands in the section of the slides (presentation).",
+              LineWords(scene, line) + " stands in the section of the slides (presentation).",
               "give the total as " + text + " before the first m= line", std::move(changes))
             .known.emplace_back(Topic::Bandwidth,
                                 "The total bandwidth does not contain what slides are allowed.");
@@ -197,22 +200,23 @@ void FindFloorSection(Scene& scene, const MeantSection& section) {
         const std::string value(ValueOf(line.text));
         const std::string number = std::to_string(line.number);
         if (line.meant == SDPRow::FloorControl && value != "s-only" && value != "c-only" && value != "c-s") {
-            Blame(scene, kRole, line, LineWords(line) + " has a role that is none of c-only, s-only and c-s.",
+            Blame(scene, kRole, line,
+                  LineWords(scene, line) + " has a role that is none of c-only, s-only and c-s.",
                   "write a=floorctrl:s-only in line " + number, {ReplaceLine(line, "a=floorctrl:s-only")});
         } else if (line.meant == SDPRow::FloorControl) {
-            Blame(scene, kPlainRole, line, LineWords(line) + " gives the far end's role.", "", {})
+            Blame(scene, kPlainRole, line, LineWords(scene, line) + " gives the far end's role.", "", {})
                 .known.emplace_back(Topic::Floor, value == "s-only"
                                                       ? "Our answer says c-only: this side is the client."
                                                       : "Our answer says s-only: this side is the server.");
         }
         if ((line.meant == SDPRow::ConferenceId || line.meant == SDPRow::UserId) && !IsDigits(value)) {
-            Blame(scene, kIdWord, line, LineWords(line) + " has a value that is not a number.",
+            Blame(scene, kIdWord, line, LineWords(scene, line) + " has a value that is not a number.",
                   "write a number in line " + number,
                   {ReplaceLine(line, (line.meant == SDPRow::UserId ? "a=userid:15" : "a=confid:15"))});
         }
         if ((line.meant == SDPRow::ConferenceId || line.meant == SDPRow::UserId) && IsDigits(value) &&
             value != "15") {
-            Blame(scene, kIds, line, LineWords(line) + " assigns another id than 15.", "", {})
+            Blame(scene, kIds, line, LineWords(scene, line) + " assigns another id than 15.", "", {})
                 .known.emplace_back(
                     Topic::Floor,
                     "Our text says 15 where the far end says " + Shown(value) +
@@ -228,7 +232,7 @@ void FindFloorIds(Scene& scene, const MeantSection& section) {
     for (const SDPRow row : {SDPRow::ConferenceId, SDPRow::UserId}) {
         const char* const name = row == SDPRow::UserId ? "a=userid" : "a=confid";
         if (std::none_of(first, last, [&](const TextLine& line) { return line.meant == row; })) {
-            Blame(scene, kNoId, media, LineWords(media) + " has no " + name + " line after it.",
+            Blame(scene, kNoId, media, LineWords(scene, media) + " has no " + name + " line after it.",
                   std::string("insert ") + name + ":15 after line " + std::to_string(media.number),
                   {InsertAfter(media, std::string(name) + ":15")});
         }
@@ -274,7 +278,8 @@ void FindBandwidth(Scene& scene) {
         hasMedia = hasMedia || section != nullptr;
     }
     if (session != nullptr && hasMedia) {
-        Blame(scene, kReplaces, *session, LineWords(*session) + " stands beside bandwidths of sections.",
+        Blame(scene, kReplaces, *session,
+              LineWords(scene, *session) + " stands beside bandwidths of sections.",
               "delete line " + std::to_string(session->number), {DeleteLine(*session)})
             .isTakenAway = true;
     }
@@ -292,7 +297,7 @@ void FindFloor(Scene& scene) {
             FindFloorIds(scene, section);
         } else if (section.media == "application") {
             const TextLine& media = scene.reading.lines[section.line];
-            Blame(scene, kNoFloor, media, LineWords(media) + " has no BFCP transport.", "", {})
+            Blame(scene, kNoFloor, media, LineWords(scene, media) + " has no BFCP transport.", "", {})
                 .known.emplace_back(ExplainTopic::Floor,
                                     "The section is no floor control, so there is none from it.");
         }

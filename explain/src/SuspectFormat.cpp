@@ -55,11 +55,12 @@ void AddRenamed(Scene& scene, const MeantSection& section, const TextLine& media
         if (const TextLine* const fmtp = LineOf(scene, section.fmtp, payload)) {
             changes.push_back(ReplaceLine(*fmtp, WithPayload(*fmtp, free)));
         }
-        Suspect& suspect = Blame(
-            scene, kRenamed, *rtpmap,
-            LineWords(*rtpmap) + " gives the static payload " + std::string(payload) + " another meaning.",
-            "give the format the dynamic payload " + free + " in place of " + std::string(payload),
-            std::move(changes));
+        Suspect& suspect =
+            Blame(scene, kRenamed, *rtpmap,
+                  LineWords(scene, *rtpmap) + " gives the static payload " + std::string(payload) +
+                      " another meaning.",
+                  "give the format the dynamic payload " + free + " in place of " + std::string(payload),
+                  std::move(changes));
         suspect.isTakenAway = true;
     }
 }
@@ -73,7 +74,7 @@ void AddByNumber(Scene& scene, const MeantSection& section, const TextLine& medi
             section.listed.count(number) != 0) {
             continue;
         }
-        std::string what = LineWords(*rtpmap) + " names ";
+        std::string what = LineWords(scene, *rtpmap) + " names ";
         what.append(name).append(" under payload ").append(payload).append(" and not ").append(number);
         Blame(scene, kByNumber, *rtpmap, what + ".",
               "use payload " + number + " in lines " + std::to_string(media.number) + " and " +
@@ -90,7 +91,7 @@ void AddBitRate(Scene& scene, const MeantSection& section, std::string_view payl
     if (Upper(rtpmap->text).find("G7221/16000") == std::string::npos &&
         rtpmap->text.find('/') != std::string_view::npos) {
         Blame(scene, hasCodec ? kOtherClock : kWrongClock, *rtpmap,
-              LineWords(*rtpmap) + " names G.722.1 at another clock rate.",
+              LineWords(scene, *rtpmap) + " names G.722.1 at another clock rate.",
               "offer G7221/16000 under payload " + Shown(payload),
               {ReplaceLine(*rtpmap, "a=rtpmap:" + std::string(payload) + " G7221/16000"),
                fmtp == nullptr ? InsertAfter(*rtpmap, "a=fmtp:" + std::string(payload) + " bitrate=32000")
@@ -99,7 +100,7 @@ void AddBitRate(Scene& scene, const MeantSection& section, std::string_view payl
     }
     const std::string text = "a=fmtp:" + std::string(payload) + " bitrate=32000";
     if (fmtp == nullptr) {
-        Blame(scene, kBitRate, *rtpmap, LineWords(*rtpmap) + " has no fmtp line with a bit rate.",
+        Blame(scene, kBitRate, *rtpmap, LineWords(scene, *rtpmap) + " has no fmtp line with a bit rate.",
               "insert " + Quoted(text) + " after line " + std::to_string(rtpmap->number),
               {InsertAfter(*rtpmap, text)});
     } else {
@@ -111,7 +112,7 @@ void AddBitRate(Scene& scene, const MeantSection& section, std::string_view payl
         const bool isOther = at != std::string_view::npos && IsDigits(fmtp->text.substr(at + 8)) &&
                              fmtp->text.substr(at + 8) != "32000";
         Blame(scene, isOther && hasCodec ? kOtherBitRate : kBitRate, *fmtp,
-              LineWords(*fmtp) + " has no parameter that begins with bitrate=32000.",
+              LineWords(scene, *fmtp) + " has no parameter that begins with bitrate=32000.",
               "write line " + std::to_string(fmtp->number) + " as " + Quoted(text),
               {ReplaceLine(*fmtp, text)});
     }
@@ -124,7 +125,7 @@ void AddUnlisted(Scene& scene, const MeantSection& section, const TextLine& medi
     const std::string_view payload = PayloadOf(line.text);
     const auto& lines = row == SDPRow::Rtpmap ? section.rtpmap : section.fmtp;
     const std::string number = std::to_string(line.number);
-    const std::string what = LineWords(line) + " is for payload " + Shown(payload) + ", which line " +
+    const std::string what = LineWords(scene, line) + " is for payload " + Shown(payload) + ", which line " +
                              std::to_string(media.number) + ", " + Quoted(media.text) + ", does not list.";
     constexpr std::size_t most = 16;
     std::size_t tried = 0;
@@ -164,13 +165,14 @@ void AddNameless(Scene& scene, const MeantSection& section, std::string_view pay
     }
     const std::string rtpmap = "a=rtpmap:" + std::string(payload) + " " + name;
     if (bare != nullptr) {
-        Blame(scene, kNoName, *bare, LineWords(*bare) + " gives payload " + Shown(payload) + " no name.",
+        Blame(scene, kNoName, *bare,
+              LineWords(scene, *bare) + " gives payload " + Shown(payload) + " no name.",
               "write line " + std::to_string(bare->number) + " as " + Quoted(rtpmap),
               {ReplaceLine(*bare, rtpmap)});
         return;
     }
     Blame(scene, kNoName, media,
-          LineWords(media) + " lists payload " + Shown(payload) + ", which has no rtpmap line.",
+          LineWords(scene, media) + " lists payload " + Shown(payload) + ", which has no rtpmap line.",
           "insert " + Quoted(rtpmap) + " after line " + std::to_string(media.number),
           {InsertAfter(media, rtpmap)})
         .lines.push_back(fmtp->number);

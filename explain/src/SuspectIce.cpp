@@ -49,12 +49,14 @@ IceLines IceLinesOf(const Scene& scene, const MeantSection& section) {
     IceLines ice;
     for (std::size_t i = section.line + 1; i <= section.last; ++i) {
         const TextLine& line = scene.reading.lines[i];
+        if (line.meant != SDPRow::Ice && line.meant != SDPRow::Candidate) {
+            continue;
+        }
+        ice.any = ice.any == nullptr ? &line : ice.any;
         const std::string name = Lower(Trimmed(line.text).substr(0, 11));
         ice.user = name == "a=ice-ufrag" ? &line : ice.user;
         ice.password = BeginsWith(name, "a=ice-pwd") ? &line : ice.password;
         ice.other = line.meant == SDPRow::Ice && IsUnknownIce(name) ? &line : ice.other;
-        const bool isIce = line.meant == SDPRow::Ice || line.meant == SDPRow::Candidate;
-        ice.any = ice.any == nullptr && isIce ? &line : ice.any;
     }
     return ice;
 }
@@ -69,7 +71,7 @@ void FindUnread(Scene& scene, const MeantSection& section) {
                          [&](std::string_view unread) { return BeginsWith(line.text, unread); })) {
             continue;
         }
-        Suspect& suspect = Blame(scene, kMux, line, LineWords(line) + " is not read.", "", {});
+        Suspect& suspect = Blame(scene, kMux, line, LineWords(scene, line) + " is not read.", "", {});
         for (const Topic topic : {isAudio ? Topic::AudioSend : Topic::MainSend,
                                   isAudio ? Topic::AudioReceive : Topic::MainReceive}) {
             suspect.known.emplace_back(topic, "RTCP, packet time or port sharing is not what this line asks "
@@ -84,13 +86,14 @@ void AddHalf(Scene& scene, const IceLines& ice) {
     const std::string missing = hasUser ? "a=ice-pwd" : "a=ice-ufrag";
     if (ice.other != nullptr) {
         const std::string text = missing + ":" + std::string(ValueOf(ice.other->text));
-        Blame(scene, kHalfIce, *ice.other, LineWords(*ice.other) + " is neither a=ice-ufrag nor a=ice-pwd.",
+        Blame(scene, kHalfIce, *ice.other,
+              LineWords(scene, *ice.other) + " is neither a=ice-ufrag nor a=ice-pwd.",
               "write its name in line " + std::to_string(ice.other->number) + " as " + missing,
               {ReplaceLine(*ice.other, text)});
         return;
     }
     const TextLine& there = hasUser ? *ice.user : *ice.password;
-    Blame(scene, kHalfIce, there, LineWords(there) + " has no " + missing + " line beside it.",
+    Blame(scene, kHalfIce, there, LineWords(scene, there) + " has no " + missing + " line beside it.",
           "insert the " + missing + " line after line " + std::to_string(there.number),
           {InsertAfter(there, missing + ":none")});
 }
@@ -101,7 +104,8 @@ void FindIceSection(Scene& scene, const MeantSection& section) {
     const bool isRtp = section.media == "audio" || section.media == "video";
     if (ice.user == nullptr && ice.password == nullptr && scene.hasIce && isRtp) {
         Blame(scene, kNoIce, media,
-              LineWords(media) + " has no a=ice-ufrag and a=ice-pwd lines after it, and another section has.",
+              LineWords(scene, media) +
+                  " has no a=ice-ufrag and a=ice-pwd lines after it, and another section has.",
               "", {})
             .known.emplace_back(
                 Topic::Ice,
@@ -112,7 +116,7 @@ void FindIceSection(Scene& scene, const MeantSection& section) {
         AddHalf(scene, ice);
     }
     if (ice.any != nullptr) {
-        Blame(scene, kIce, *ice.any, LineWords(*ice.any) + " offers ICE.", "", {})
+        Blame(scene, kIce, *ice.any, LineWords(scene, *ice.any) + " offers ICE.", "", {})
             .known.emplace_back(
                 Topic::Ice,
                 "The far end sees an end without ICE; a far end that does ICE alone gets no media.");
@@ -124,8 +128,8 @@ void FindDropped(Scene& scene) {
     for (const TextLine& line : scene.reading.lines) {
         const std::string name = line.meant == SDPRow::Ice ? Lower(Trimmed(line.text).substr(0, 11)) : "";
         if (!name.empty() && name != "a=ice-ufrag" && !BeginsWith(name, "a=ice-pwd")) {
-            Blame(scene, kDroppedIce, line, LineWords(line) + " is neither a user fragment nor a password.",
-                  "", {})
+            Blame(scene, kDroppedIce, line,
+                  LineWords(scene, line) + " is neither a user fragment nor a password.", "", {})
                 .known.emplace_back(
                     Topic::Ice, "The ICE agent does not learn it: lite, trickle or pacing have to come to "
                                 "it in another way.");

@@ -115,7 +115,7 @@ void AddMisread(Scene& scene, const TextLine& line, const Host& host) {
         !IsWanted(line) && line.text.substr(0, 2) != "s=" && line.text.substr(0, 2) != "o=";
     Suspect& suspect =
         Blame(scene, kMisread, line,
-              LineWords(line) + " contains \"" + std::string(keyword) + "\" at column " + column + ".",
+              LineWords(scene, line) + " contains \"" + std::string(keyword) + "\" at column " + column + ".",
               canDelete ? "delete line " + std::to_string(line.number)
                         : "take \"" + std::string(keyword) + "\" out of line " + std::to_string(line.number),
               {canDelete ? DeleteLine(line) : ReplaceLine(line, WithoutKeyword(line, keyword))});
@@ -140,7 +140,7 @@ void AddInside(Scene& scene, const TextLine& line) {
         return;
     }
     Blame(scene, kDirectionInside, line,
-          LineWords(line) + " contains \"" + std::string(direction->keyword) + "\".",
+          LineWords(scene, line) + " contains \"" + std::string(direction->keyword) + "\".",
           "delete line " + std::to_string(line.number), {DeleteLine(line)})
         .isTakenAway = true;
 }
@@ -244,7 +244,7 @@ void FindMisread(Scene& scene) {
     for (const TextLine& line : reading.lines) {
         bodies += BeginsWith(line.text, "v=") ? 1 : 0;
         if (bodies == 2 && BeginsWith(line.text, "v=")) {
-            Blame(scene, kTwoBodies, line, LineWords(line) + " begins a second description.",
+            Blame(scene, kTwoBodies, line, LineWords(scene, line) + " begins a second description.",
                   "delete the text from line " + std::to_string(line.number) + " on",
                   {{line.offset, reading.text.size() - line.offset, {}}})
                 .isTakenAway = true;
@@ -266,18 +266,21 @@ void FindMisread(Scene& scene) {
 
 void FindMisspelled(Scene& scene) {
     for (const TextLine& line : scene.reading.lines) {
+        if (IsCanonical(line) || line.meant == SDPRow::Crypto) {
+            continue; // Crypto lines are examined with the others of their section.
+        }
         const std::string canonical = Canonical(line, scene.reading);
         const SDPRow row = line.host == kNowhere ? line.meant : scene.reading.hosts[line.host].row;
         const bool isTaken =
             row == line.meant || row == SDPRow::None || row == SDPRow::Direction || line.text.find('=') != 1;
-        if (canonical == line.text || line.meant == SDPRow::Crypto || !isTaken) {
+        if (canonical == line.text || !isTaken) {
             continue;
         }
         for (const RowSentence& sentence : kRowSentences) {
             if (sentence.row == line.meant) {
                 Suspect& suspect =
                     Blame(scene, kSpelling, line,
-                          LineWords(line) + " " + DifferenceWords(line.text, canonical) + ".",
+                          LineWords(scene, line) + " " + DifferenceWords(line.text, canonical) + ".",
                           "write line " + std::to_string(line.number) + " as " + Quoted(canonical),
                           {ReplaceLine(line, canonical)});
                 suspect.acted = sentence.acted;

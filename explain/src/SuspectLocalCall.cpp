@@ -282,7 +282,7 @@ void FindOwnFloor(Scene& scene) {
 }
 
 void FindServed(Scene& scene) {
-    const std::size_t sections = scene.state.remoteSections;
+    const std::size_t sections = scene.state.handler.GetRemoteSections().size();
     if (scene.input.remoteAnswers || sections <= scene.input.servedSections) {
         return;
     }
@@ -299,7 +299,7 @@ void FindServed(Scene& scene) {
 
 void FindUnasked(Scene& scene) {
     const RemoteSDP& record = scene.state.record;
-    if (scene.input.remoteAnswers || scene.state.remoteSections == 0) {
+    if (scene.input.remoteAnswers || scene.state.handler.GetRemoteSections().empty()) {
         return;
     }
     if (!record.m_VideoMain.fIsVideoValid && OurStream(scene.state, baseSDP::SRTP_VIDEO) != nullptr) {

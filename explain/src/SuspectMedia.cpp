@@ -110,7 +110,7 @@ void AddShort(Scene& scene, const MeantSection& section, const TextLine& line) {
                        (section.transport.empty() ? "RTP/AVP" : section.transport) + formats;
     const std::string words = "write line " + std::to_string(line.number) + " as " + Quoted(text);
     Blame(scene, kShortLine, line,
-          LineWords(line) + " has only " +
+          LineWords(scene, line) + " has only " +
               (WordsOf(line.text).size() == 3 ? "three" : std::to_string(WordsOf(line.text).size())) +
               " words, a format is missing; after it comes " + AfterWords(scene.reading, section.line) + ".",
           words, {ReplaceLine(line, std::move(text))})
@@ -130,13 +130,13 @@ void AddPort(Scene& scene, const MeantSection& section, const TextLine& line, bo
     const bool isUsable = IsDigits(digits) && digits.size() < 6 && std::stoi(std::string(digits)) < 65536;
     const std::string number = std::to_string(line.number);
     if (!isUsable) {
-        Blame(scene, kPort, line, LineWords(line) + " has " + Shown(section.port) + " as its port.",
+        Blame(scene, kPort, line, LineWords(scene, line) + " has " + Shown(section.port) + " as its port.",
               "write a port from 1 to 65535 in line " + number,
               {ReplaceLine(line, WithWord(line, 1, "49170"))});
     } else if (std::stoi(std::string(digits)) == 0) {
         Suspect& suspect = Blame(
             scene, kDeclined, line,
-            LineWords(line) + " has port 0" +
+            LineWords(scene, line) + " has port 0" +
                 (IsBundleOnly(scene, section) ? " and a=bundle-only, but bundling is not read." : "."),
             "write a port other than 0 in line " + number, {ReplaceLine(line, WithWord(line, 1, "49170"))});
         for (const Topic topic : TopicsOf(section, isSlides)) {
@@ -162,8 +162,8 @@ void AddTransport(Scene& scene, const MeantSection& section, const TextLine& lin
                              : isRtp ? kTransport
                                      : kBfcpTransport,
                              line,
-                             LineWords(line) + " has the transport " + Shown(WordsOf(line.text, 3)[2]) +
-                                 " and not " + exact + ".",
+                             LineWords(scene, line) + " has the transport " +
+                                 Shown(WordsOf(line.text, 3)[2]) + " and not " + exact + ".",
                              "write " + exact + " in line " + std::to_string(line.number),
                              {ReplaceLine(line, WithWord(line, 2, exact))});
     if (!isRtp) {
@@ -198,13 +198,13 @@ void AddUnknown(Scene& scene, const MeantSection& section, const TextLine& line)
         const std::string likely(LikelyMedium(scene, section));
         if (!likely.empty()) {
             Blame(scene, kMisnamed, line,
-                  LineWords(line) + " names the medium " + Shown(section.media) + ", and its lines are of " +
-                      likely + ".",
+                  LineWords(scene, line) + " names the medium " + Shown(section.media) +
+                      ", and its lines are of " + likely + ".",
                   "write m=" + likely + " in line " + std::to_string(line.number),
                   {ReplaceLine(line, WithWord(line, 0, "m=" + likely))});
         }
         Suspect& suspect =
-            Blame(scene, kUnknownMedia, line, LineWords(line) + " is of a medium that is not known.",
+            Blame(scene, kUnknownMedia, line, LineWords(scene, line) + " is of a medium that is not known.",
                   "delete the section that begins with line " + std::to_string(line.number),
                   {{line.offset, SectionText(scene, section).size(), {}}});
         suspect.isTakenAway = true;
@@ -241,8 +241,8 @@ void FindOrder(Scene& scene) {
     }
     const std::size_t first = scene.reading.lines[sections.front().line].offset;
     Suspect& suspect = Blame(scene, kOrder, line,
-                             LineWords(line) + " stands before line " + std::to_string(later.number) + ", " +
-                                 Quoted(later.text) + ".",
+                             LineWords(scene, line) + " stands before line " + std::to_string(later.number) +
+                                 ", " + Quoted(later.text) + ".",
                              "offer audio, main video, slides and floor control in this order",
                              {{first, scene.reading.text.size() - first, text}});
     suspect.lines.push_back(later.number);
@@ -259,7 +259,7 @@ void AddSecond(Scene& scene, const MeantSection& section, const TextLine& line, 
     const bool isAudio = section.media == "audio";
     const bool isFloor = section.media == "application";
     Suspect& suspect = Blame(scene, kSecond, line,
-                             LineWords(line) + " is the second " +
+                             LineWords(scene, line) + " is the second " +
                                  (isAudio   ? "audio"
                                   : isFloor ? "floor control"
                                             : "video") +
@@ -289,7 +289,7 @@ void FindAddress(Scene& scene, const TextLine& line) {
     if (words.size() < 3) {
         const std::string text = "c=IN IP4 " + OriginAddress(scene.reading);
         if (WordsOf(Canonical(line, scene.reading), 3).size() < 3) {
-            Blame(scene, kShortAddress, line, LineWords(line) + " has fewer than three words.",
+            Blame(scene, kShortAddress, line, LineWords(scene, line) + " has fewer than three words.",
                   "write line " + number + " as " + Quoted(text), {ReplaceLine(line, text)})
                 .isTakenAway = true;
         }
@@ -300,7 +300,7 @@ void FindAddress(Scene& scene, const TextLine& line) {
     if (address == "0.0.0.0") {
         Suspect& suspect = Blame(
             scene, kZeroAddress, line,
-            LineWords(line) + " has the address 0.0.0.0, an old form of hold or a text for ICE alone" +
+            LineWords(scene, line) + " has the address 0.0.0.0, an old form of hold or a text for ICE alone" +
                 (line.section == kNowhere
                      ? "."
                      : " (section of line " +
@@ -313,12 +313,12 @@ void FindAddress(Scene& scene, const TextLine& line) {
                 Topic::Ice, "There is neither a candidate nor a usable address, so no media flow.");
         }
     } else if (slash != std::string::npos) {
-        Blame(scene, kMulticast, line, LineWords(line) + " has a suffix after its address.",
+        Blame(scene, kMulticast, line, LineWords(scene, line) + " has a suffix after its address.",
               "write the address alone in line " + number,
               {ReplaceLine(line, WithWord(line, 2, address.substr(0, slash)))});
     } else if (!IsIpv4(address) && address.find_first_not_of("0123456789.") == std::string::npos) {
         Suspect& suspect = Blame(scene, kBadAddress, line,
-                                 LineWords(line) + " has digits and dots that are no IPv4 address.",
+                                 LineWords(scene, line) + " has digits and dots that are no IPv4 address.",
                                  "write the far end's address in line " + number,
                                  {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
         for (const Topic topic : {Topic::AudioSend, Topic::MainSend, Topic::Slides, Topic::Call}) {
@@ -326,14 +326,14 @@ void FindAddress(Scene& scene, const TextLine& line) {
         }
     } else if (!IsIpv4(address)) {
         Suspect& suspect = Blame(scene, kAddressKind, line,
-                                 LineWords(line) + " has an address that is no IPv4 address.", "", {});
+                                 LineWords(scene, line) + " has an address that is no IPv4 address.", "", {});
         for (const Topic topic : {Topic::AudioSend, Topic::MainSend, Topic::Call}) {
             suspect.known.emplace_back(topic, "Media go to " + Shown(address) +
                                                   ", which an end with IPv4 alone does not reach.");
         }
     } else if (IsPrivate(address)) {
-        Suspect& suspect =
-            Blame(scene, kAddressKind, line, LineWords(line) + " has a loopback or private address.", "", {});
+        Suspect& suspect = Blame(scene, kAddressKind, line,
+                                 LineWords(scene, line) + " has a loopback or private address.", "", {});
         for (const Topic topic : {Topic::AudioSend, Topic::MainSend}) {
             suspect.known.emplace_back(topic, "Media go to " + Shown(address) +
                                                   ", which is reached from within its own network only.");
@@ -363,7 +363,7 @@ void FindMissingAddress(Scene& scene) {
     constexpr std::size_t most = 8;
     for (std::size_t i = 0; i < bare.size() && i < most; ++i) {
         Blame(scene, kNoAddress, *bare[i],
-              LineWords(*bare[i]) + " has no c= line after it, and the session has none.",
+              LineWords(scene, *bare[i]) + " has no c= line after it, and the session has none.",
               "insert " + Quoted("c=IN IP4 " + origin) + " after line " + std::to_string(bare[i]->number),
               {InsertAfter(*bare[i], "c=IN IP4 " + origin)})
             .isTakenAway = true;

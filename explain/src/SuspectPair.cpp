@@ -106,7 +106,7 @@ void AddFormats(Scene& scene, const Reading& offer, const MeantSection& ours, co
             std::string text(media.text);
             text.replace(text.rfind(format), format.size(), ours.formats.front());
             Suspect& suspect = Blame(scene, kFormat, media,
-                                     LineWords(media) + " lists payload " + Shown(format) +
+                                     LineWords(scene, media) + " lists payload " + Shown(format) +
                                          ", which our offer (" + Payloads(ours) + ") does not.",
                                      "list a payload of the offer in line " + std::to_string(media.number),
                                      {ReplaceLine(media, text)});
@@ -142,7 +142,7 @@ void AddFormats(Scene& scene, const Reading& offer, const MeantSection& ours, co
                                            : text.replace(at + 19, 1, mode);
             Suspect& suspect = Blame(
                 scene, kSwapped, line,
-                LineWords(line) + " gives payload " + Shown(format) +
+                LineWords(scene, line) + " gives payload " + Shown(format) +
                     " another packetization mode than our offer, which lists " + Payloads(ours) + " (" +
                     Quoted(offer.lines[ourLine->second].text) + ").",
                 "write packetization-mode=" + std::string(mode) + " in line " + std::to_string(line.number),
@@ -166,7 +166,8 @@ void AddOwnKey(Scene& scene, const Reading& offer, const TextLine* theirLine, To
         const std::vector<std::string_view> our =
             line.meant == SDPRow::Crypto ? WordsOf(line.text, 3) : std::vector<std::string_view>();
         if (our.size() == 3 && their.size() == 3 && our[2].substr(0, keyEnd) == their[2].substr(0, keyEnd)) {
-            Blame(scene, kOwnKey, *theirLine, LineWords(*theirLine) + " repeats a key of our own offer.",
+            Blame(scene, kOwnKey, *theirLine,
+                  LineWords(scene, *theirLine) + " repeats a key of our own offer.",
                   "answer with a key of the far end's own", {})
                 .known.emplace_back(topic, "Both directions would use one key, which breaks the encryption.");
             return;
@@ -182,7 +183,8 @@ void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, c
     if (ours.transport.find("SAVP") != std::string::npos &&
         theirs.transport.find("SAVP") == std::string::npos && theirs.port != "0") {
         Blame(scene, kPlain, media,
-              LineWords(media) + " answers our " + ours.transport + " with " + Shown(theirs.transport) + ".",
+              LineWords(scene, media) + " answers our " + ours.transport + " with " +
+                  Shown(theirs.transport) + ".",
               "refuse the call or offer RTP/AVP", {})
             .known.emplace_back(
                 topic,
@@ -191,7 +193,7 @@ void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, c
     if (!scene.input.ourOffer.empty() && ours.transport == "RTP/AVP" && theirs.transport == "RTP/SAVP" &&
         theirs.port != "0") {
         Blame(scene, kUnaskedKey, media,
-              LineWords(media) + " answers our " + ours.transport + " with " + theirs.transport + ".",
+              LineWords(scene, media) + " answers our " + ours.transport + " with " + theirs.transport + ".",
               "answer with RTP/AVP in line " + std::to_string(media.number), {})
             .known.emplace_back(topic, "The far end encrypts with a key to which we have none of our own, so "
                                        "the two ends do not understand each other.");
@@ -208,7 +210,7 @@ void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, c
     if (our[0] != their[0] || our[1] != their[1]) {
         Suspect& suspect =
             Blame(scene, kTag, *theirLine,
-                  LineWords(*theirLine) + " differs in tag or suite from our offer's " +
+                  LineWords(scene, *theirLine) + " differs in tag or suite from our offer's " +
                       Quoted(ourLine->text) + ".",
                   "answer with tag and suite of the offer in line " + std::to_string(theirLine->number),
                   {ReplaceLine(*theirLine, std::string(our[0]) + " " + std::string(our[1]) + " " +
@@ -233,7 +235,7 @@ void FindPair(Scene& scene) {
                 break;
             }
             Suspect& suspect = Blame(scene, kOrder, media,
-                                     LineWords(media) + " stands where our offer has " +
+                                     LineWords(scene, media) + " stands where our offer has " +
                                          Quoted(offer.lines[offer.sections[i].line].text) + ".",
                                      "answer in the order of the offer", {});
             suspect.known.emplace_back(Topic::Call, "Section " + std::to_string(i + 1) + " of our offer, " +
@@ -257,7 +259,7 @@ void FindPair(Scene& scene) {
         const std::string text = "m=" + missing.media + " 0 " + missing.transport + " " + Payloads(missing);
         Suspect& suspect =
             Blame(scene, kMissing, last,
-                  LineWords(last) + " is the last of " + std::to_string(theirs.size()) +
+                  LineWords(scene, last) + " is the last of " + std::to_string(theirs.size()) +
                       " sections; our offer has " + std::to_string(offer.sections.size()) + ", next " +
                       Quoted(offer.lines[missing.line].text) + ".",
                   "add " + Quoted(text) + " at the end", {{scene.reading.text.size(), 0, text + "\r\n"}});
@@ -269,8 +271,8 @@ void FindPair(Scene& scene) {
     } else if (theirs.size() > offer.sections.size()) {
         const TextLine& extra = scene.reading.lines[theirs[offer.sections.size()].line];
         Blame(scene, kSurplus, extra,
-              LineWords(extra) + " is a section more than the " + std::to_string(offer.sections.size()) +
-                  " of our offer.",
+              LineWords(scene, extra) + " is a section more than the " +
+                  std::to_string(offer.sections.size()) + " of our offer.",
               "delete the sections from line " + std::to_string(extra.number) + " on",
               {{extra.offset, scene.reading.text.size() - extra.offset, {}}})
             .known.emplace_back(Topic::Call,

@@ -98,9 +98,9 @@ void FindNames(Scene& scene, const TextLine& line) {
         }
         const std::string shown = Shown(line.text.substr(parameter.begin, parameter.length));
         Blame(scene, isExact ? kTwice : kContained, line,
-              LineWords(line) + (isExact ? " gives a second value, " + shown + "."
-                                         : " has the parameter " + shown + ", whose name contains " +
-                                               std::string(known->name) + "."),
+              LineWords(scene, line) + (isExact ? " gives a second value, " + shown + "."
+                                                : " has the parameter " + shown + ", whose name contains " +
+                                                      std::string(known->name) + "."),
               "take " + shown + " out of line " + std::to_string(line.number),
               {ReplaceLine(line, WithoutParameter(line.text, parameter))})
             .isTakenAway = true;
@@ -131,7 +131,7 @@ void FindLimits(Scene& scene, const TextLine& line, const VideoParms& stream, To
             }
             const std::string name(limit.name);
             Blame(scene, given == 0 ? kZeroLimit : kLowLimit, line,
-                  LineWords(line) + " gives " + name + "=" + Shown(parameter.value) +
+                  LineWords(scene, line) + " gives " + name + "=" + Shown(parameter.value) +
                       (given == 0 ? "." : ", less than the " + least + " of its level."),
                   "write " + name + "=" + least + " in line " + std::to_string(line.number),
                   {ReplaceLine(line, WithValue(line.text, parameter, least))})
@@ -149,7 +149,7 @@ void FindLevel(Scene& scene, const TextLine& line, const VideoParms& stream, Top
         if (parameter.name == sdp::kProfileLevelId && parameter.value.size() == 6) {
             const std::string value = std::string(parameter.value.substr(0, 4)) + "1F";
             Blame(scene, kLowLevel, line,
-                  LineWords(line) + " gives the low level " + stream.strVideoLevel + ".",
+                  LineWords(scene, line) + " gives the low level " + stream.strVideoLevel + ".",
                   "write profile-level-id=" + value + " in line " + std::to_string(line.number),
                   {ReplaceLine(line, WithValue(line.text, parameter, value))})
                 .known.emplace_back(topic, "The far end is sent a small picture.");

@@ -67,7 +67,7 @@ void AddLevel(Scene& scene, const TextLine& fmtp, Topic topic) {
     }
     const std::string exact = (isHex ? value.substr(0, 4) : "4200") + digits;
     if (value.substr(0, 2) != "42") {
-        Blame(scene, kProfile, fmtp, LineWords(fmtp) + " has a profile other than baseline.", "", {})
+        Blame(scene, kProfile, fmtp, LineWords(scene, fmtp) + " has a profile other than baseline.", "", {})
             .known.emplace_back(topic,
                                 "The far end may send a profile that this side did not offer to decode.");
     }
@@ -75,7 +75,7 @@ void AddLevel(Scene& scene, const TextLine& fmtp, Topic topic) {
         std::string text(fmtp.text);
         text.replace(text.find(value), value.size(), exact);
         Blame(scene, kLevel, fmtp,
-              LineWords(fmtp) + " has the profile-level-id " + Shown(value) + ", whose level" +
+              LineWords(scene, fmtp) + " has the profile-level-id " + Shown(value) + ", whose level" +
                   (level > 0 ? " " + std::to_string(level / 10) + "." + std::to_string(level % 10) : "") +
                   " is not in the table" + (isLevel1b ? " in this form (1b)." : "."),
               "write profile-level-id=" + exact + " in line " + std::to_string(fmtp.number),
@@ -95,7 +95,7 @@ void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
             text = WithFormat(changed, h264[i], {});
         }
         Blame(scene, kMixed, media,
-              LineWords(media) + " lists several H.264 formats, none with packetization-mode=1.",
+              LineWords(scene, media) + " lists several H.264 formats, none with packetization-mode=1.",
               "list H.264 payload " + Shown(h264.front()) + " alone in line " + std::to_string(media.number),
               {ReplaceLine(media, std::move(text))});
     }
@@ -115,18 +115,18 @@ void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
             std::string text(fmtp->text);
             text.replace(at + 19, 1, "1");
             Blame(scene, kInterleaved, *fmtp,
-                  LineWords(*fmtp) + " has a packetization mode that is neither 0 nor 1.",
+                  LineWords(scene, *fmtp) + " has a packetization mode that is neither 0 nor 1.",
                   "write packetization-mode=1 in line " + number, {ReplaceLine(*fmtp, text)});
         }
     }
     if (stream.iFmtpPacketizationMode == 0) {
-        Blame(scene, kMode, blamed, LineWords(blamed) + " does not say packetization-mode=1.",
+        Blame(scene, kMode, blamed, LineWords(scene, blamed) + " does not say packetization-mode=1.",
               "add packetization-mode=1 for payload " + Shown(payload), {insert("packetization-mode=1")})
             .known.emplace_back(topic,
                                 "The picture is sent in packetization mode 0, one NAL unit in each packet.");
     }
     if (stream.strVideoLevel.empty()) {
-        Blame(scene, kNoLevel, blamed, LineWords(blamed) + " gives no profile-level-id.",
+        Blame(scene, kNoLevel, blamed, LineWords(scene, blamed) + " gives no profile-level-id.",
               "add profile-level-id=42801f for payload " + Shown(payload),
               {insert("profile-level-id=42801f")})
             .known.emplace_back(
@@ -149,7 +149,7 @@ void FindPicture(Scene& scene, const MeantSection& section, const TextLine& medi
     if (stream.fIsVideoValid && stream.iVideoPayload == 0) {
         const std::string free = FreePayload(section);
         Blame(scene, kNoCommonFormat, media,
-              LineWords(media) + " lists " + NamesIn(scene, section) + ", and no H264/90000.",
+              LineWords(scene, media) + " lists " + NamesIn(scene, section) + ", and no H264/90000.",
               "list an H.264 format in line " + std::to_string(media.number),
               {ReplaceLine(media, WithFormat(media, {}, free)),
                InsertAfter(media, "a=rtpmap:" + free + " H264/90000\r\na=fmtp:" + free +

@@ -122,7 +122,7 @@ void FindSessionLevel(Scene& scene, const TextLine& line, std::size_t& budget) {
         }
     }
     if (changes.size() > moved.size()) {
-        Blame(scene, kBeforeSections, line, LineWords(line) + " stands before the first m= line.",
+        Blame(scene, kBeforeSections, line, LineWords(scene, line) + " stands before the first m= line.",
               "move line " + std::to_string(line.number) + " behind the m= lines that it is for",
               std::move(changes))
             .isTakenAway = true;
@@ -139,7 +139,7 @@ void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_
         if (!payload.empty() && !Lists(own, payload) && other != listedIn.end()) {
             const TextLine& media = reading.lines[reading.sections[other->second].line];
             Blame(scene, kOtherSection, line,
-                  LineWords(line) + " stands in the " + own.media +
+                  LineWords(scene, line) + " stands in the " + own.media +
                       " section, whose m= line does not list payload " + Shown(payload) + ".",
                   "move line " + std::to_string(line.number) + " behind line " + std::to_string(media.number),
                   {DeleteLine(line), InsertAfter(media, std::string(line.text))});
@@ -151,7 +151,7 @@ void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_
         if (next != reading.sections.end()) {
             const TextLine& media = reading.lines[next->line];
             Blame(scene, kContentElsewhere, line,
-                  LineWords(line) + " stands in the " + own.media + " section, before line " +
+                  LineWords(scene, line) + " stands in the " + own.media + " section, before line " +
                       std::to_string(media.number) + ", " + Quoted(media.text) + ".",
                   "move line " + std::to_string(line.number) + " behind line " + std::to_string(media.number),
                   {DeleteLine(line), InsertAfter(media, std::string(Trimmed(line.text)))})
@@ -161,7 +161,8 @@ void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_
                 line.meant == SDPRow::UserId) &&
                floor != kNowhere && !IsFloor(own)) {
         const TextLine& media = reading.lines[reading.sections[floor].line];
-        Blame(scene, kFloorElsewhere, line, LineWords(line) + " stands in the " + own.media + " section.",
+        Blame(scene, kFloorElsewhere, line,
+              LineWords(scene, line) + " stands in the " + own.media + " section.",
               "move line " + std::to_string(line.number) + " behind line " + std::to_string(media.number),
               {DeleteLine(line), InsertAfter(media, std::string(line.text))});
     }
@@ -212,8 +213,8 @@ void AddOverridden(Scene& scene, const TextLine& earlier, const TextLine& later)
         return;
     }
     Suspect& suspect = Blame(scene, kOverridden, later,
-                             LineWords(later) + " comes after line " + std::to_string(earlier.number) + ", " +
-                                 Quoted(earlier.text) + ".",
+                             LineWords(scene, later) + " comes after line " + std::to_string(earlier.number) +
+                                 ", " + Quoted(earlier.text) + ".",
                              "delete line " + std::to_string(later.number), {DeleteLine(later)});
     suspect.lines = {later.number, earlier.number};
     suspect.isTakenAway = true;

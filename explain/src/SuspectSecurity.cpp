@@ -109,20 +109,20 @@ void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool 
     const std::string canonical = Canonical(line, scene.reading);
     if (canonical != line.text) {
         Blame(scene, kSpelledSuite, line,
-              LineWords(line) + (IsDigits(words.tag)
-                                     ? (Lower(line.text) == Lower(canonical)
-                                            ? " differs in letter case from what is compared."
-                                        : !BeginsWith(words.key, "inline:")
-                                            ? " has no inline: at the start of its third word."
-                                            : " has a blank or a word where none belongs.")
-                                 : words.tag.empty() ? " has a blank where its tag belongs."
-                                                     : " has a tag that is not a number, so it reads as 1."),
+              LineWords(scene, line) +
+                  (IsDigits(words.tag) ? (Lower(line.text) == Lower(canonical)
+                                              ? " differs in letter case from what is compared."
+                                          : !BeginsWith(words.key, "inline:")
+                                              ? " has no inline: at the start of its third word."
+                                              : " has a blank or a word where none belongs.")
+                   : words.tag.empty() ? " has a blank where its tag belongs."
+                                       : " has a tag that is not a number, so it reads as 1."),
               "write line " + number + " as " + Quoted(canonical), {ReplaceLine(line, canonical)});
     }
     const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(words.suite);
     const std::size_t colon = words.key.find(':');
     if (suite != nullptr && suite->isRead && colon < words.key.size() && !BeginsWith(words.key, "inline:")) {
-        Blame(scene, kMethod, line, LineWords(line) + " has another key method than inline:.",
+        Blame(scene, kMethod, line, LineWords(scene, line) + " has another key method than inline:.",
               "write inline: before the key in line " + number,
               {ReplaceLine(line, Rewritten(words, words.suite, std::string(words.key.substr(colon + 1))))})
             .known.emplace_back(topic, "What stands there is used as the key, and it is not the one that the "
@@ -132,24 +132,24 @@ void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool 
         if (hasRead) {
             return;
         }
-        Blame(scene, kSkipped, line, LineWords(line) + " offers a suite with an 80-bit tag.",
+        Blame(scene, kSkipped, line, LineWords(scene, line) + " offers a suite with an 80-bit tag.",
               "offer " + std::string(kReadSuite) + " in line " + number,
               {ReplaceLine(line, Rewritten(words, kReadSuite, KeyOrSample(words)))});
     } else if (suite == nullptr) {
         if (earlier != nullptr) {
             Suspect& suspect = Blame(scene, kUnknownSuite, line,
-                                     LineWords(line) + " of an unknown suite comes after line " +
+                                     LineWords(scene, line) + " of an unknown suite comes after line " +
                                          std::to_string(earlier->number) + ".",
                                      "delete line " + number, {DeleteLine(line)});
             suspect.lines.push_back(earlier->number);
             suspect.isTakenAway = true;
         }
-        Blame(scene, kUnknownSuite, line, LineWords(line) + " offers a suite that is not known.",
+        Blame(scene, kUnknownSuite, line, LineWords(scene, line) + " offers a suite that is not known.",
               "offer " + std::string(kReadSuite) + " in line " + number,
               {ReplaceLine(line, Rewritten(words, kReadSuite, KeyOrSample(words)))});
     } else if (!HasKey(words)) {
         Blame(scene, kBadKey, line,
-              LineWords(line) + " has a key of " +
+              LineWords(scene, line) + " has a key of " +
                   std::to_string(words.key.size() > 7 ? words.key.size() - 7 : 0) +
                   " characters, not of 40 of base64.",
               "write 40 base64 characters after inline: in line " + number,
@@ -157,14 +157,14 @@ void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool 
     } else if (earlier != nullptr) {
         Suspect& suspect =
             Blame(scene, kLater, line,
-                  LineWords(line) + " comes after line " + std::to_string(earlier->number) + ".",
+                  LineWords(scene, line) + " comes after line " + std::to_string(earlier->number) + ".",
                   "delete line " + number, {DeleteLine(line)});
         suspect.lines.push_back(earlier->number);
         suspect.isTakenAway = true;
     }
     if (!IsDigits(words.tag) && words.tag.find_first_of("0123456789") == std::string_view::npos &&
         suite != nullptr && suite->isRead) {
-        Blame(scene, kTag, line, LineWords(line) + " has a tag that is not a number.",
+        Blame(scene, kTag, line, LineWords(scene, line) + " has a tag that is not a number.",
               "write a number as the tag of line " + number,
               {ReplaceLine(line, Rewritten(words, words.suite, KeyOrSample(words)))})
             .known.emplace_back(topic, "Our answer says tag 1, which the far end did not write and may not "
@@ -183,7 +183,7 @@ void FindKeyParameters(Scene& scene, const TextLine& line, Topic topic) {
         hasMki ? " has an MKI after its key." : " has the session parameter " + Shown(words[3]) + ".";
     const std::string text =
         std::string(words[0]) + " " + std::string(words[1]) + " " + std::string(words[2].substr(0, bar));
-    Blame(scene, kParameters, line, LineWords(line) + what,
+    Blame(scene, kParameters, line, LineWords(scene, line) + what,
           "leave it out in line " + std::to_string(line.number), {ReplaceLine(line, text)})
         .known.emplace_back(
             topic,
@@ -210,8 +210,8 @@ void FindOtherKeys(Scene& scene) {
         if (way == std::end(kWays) || (own != nullptr && own->hasCrypto) || ++count > most) {
             continue;
         }
-        Suspect& suspect =
-            Blame(scene, kOtherKeys, line, LineWords(line) + " offers keys by " + way->name + ".", "", {});
+        Suspect& suspect = Blame(scene, kOtherKeys, line,
+                                 LineWords(scene, line) + " offers keys by " + way->name + ".", "", {});
         for (const MeantSection& section : scene.reading.sections) {
             if ((own == nullptr || own == &section) && !section.hasCrypto && suspect.known.size() < most) {
                 suspect.known.emplace_back(TopicOf(section),
@@ -230,9 +230,10 @@ void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) 
     std::size_t count = 0;
     bool hasRead = false;
     for (std::size_t i = section.line + 1; i <= section.last; ++i) {
-        const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(Cut(scene.reading.lines[i].text).suite);
-        hasRead =
-            hasRead || (scene.reading.lines[i].meant == SDPRow::Crypto && suite != nullptr && suite->isRead);
+        const TextLine& line = scene.reading.lines[i];
+        const sdp::Suite* const suite =
+            line.meant == SDPRow::Crypto ? sdp::FindNamed<sdp::kSuites>(Cut(line.text).suite) : nullptr;
+        hasRead = hasRead || (suite != nullptr && suite->isRead);
     }
     for (std::size_t i = section.line + 1; i <= section.last; ++i) {
         const TextLine& line = scene.reading.lines[i];
@@ -252,13 +253,15 @@ void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) 
         std::string text(media.text);
         const std::size_t at = Upper(text).find("RTP/AVP");
         text.insert(at + 4, "S");
-        Blame(scene, kPlainTransport, media, LineWords(media) + " says RTP/AVP, and crypto lines follow it.",
+        Blame(scene, kPlainTransport, media,
+              LineWords(scene, media) + " says RTP/AVP, and crypto lines follow it.",
               "write RTP/SAVP in line " + std::to_string(media.number), {ReplaceLine(media, text)});
     }
     const bool isPlain = !isSecure && !(isOtherSecure && scene.input.srtp);
     if (!hasLine && isPlain && scene.input.srtp && section.transport.find("TLS") == std::string::npos) {
         Blame(scene, kPlainOffer, media,
-              LineWords(media) + " says " + Shown(section.transport) + " and has no crypto line after it.",
+              LineWords(scene, media) + " says " + Shown(section.transport) +
+                  " and has no crypto line after it.",
               "", {})
             .known.emplace_back(TopicOf(section), "The far end wants no encryption here: no suite and no "
                                                   "key, and our text says RTP/AVP.");
@@ -269,7 +272,7 @@ void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) 
     const bool isMain = section.media == "video" && !section.isSlides;
     const std::string text = std::string("a=crypto:1 ") + kReadSuite + " inline:" + kSampleKey;
     Blame(scene, isMain && isOtherSecure ? kOneSecure : kNoLine, media,
-          LineWords(media) + " has no crypto line after it" +
+          LineWords(scene, media) + " has no crypto line after it" +
               (isMain && isOtherSecure ? ", and the section with a=content:slides has one." : "."),
           "insert a crypto line of " + std::string(kReadSuite) + " after line " +
               std::to_string(media.number),
