@@ -19,16 +19,15 @@ constexpr std::size_t kMostOfALine = 120;
 
 // The rest of the first line that begins like this.
 std::string FirstLine(std::string_view text, std::string_view start) {
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = std::min(text.find_first_of("\r\n", begin), text.size());
-        if (text.substr(begin, start.size()) == start) {
-            begin += start.size();
-            Secrets secrets(false);
-            return secrets.Hide(text.substr(begin, std::min(end - begin, kMostOfALine)));
-        }
-        begin = end + 1;
+    std::size_t at = text.find(start);
+    while (at != std::string_view::npos && at != 0 && text[at - 1] != '\n' && text[at - 1] != '\r') {
+        at = text.find(start, at + 1);
     }
-    return "";
+    if (at == std::string_view::npos) {
+        return "";
+    }
+    const std::string_view line = text.substr(at + start.size(), kMostOfALine);
+    return Secrets(false).Hide(line.substr(0, line.find_first_of("\r\n")));
 }
 
 } // namespace
