@@ -5,9 +5,8 @@
 // Test: tests/explain/judge_cases.py
 #include "Reading.h"
 
+#include "InetPton.h"
 #include "SDPLines.h"
-
-#include <arpa/inet.h>
 
 #include <algorithm>
 #include <cctype>

@@ -4,10 +4,9 @@
 // Test: tests/negotiation/SDPAddressTest.cpp
 #include "SDPAddress.h"
 
-#include <algorithm>
+#include "InetPton.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
+#include <algorithm>
 
 namespace negotiation {
 namespace {

@@ -6,10 +6,10 @@
 // Test: tests/judge/SDPJudgeAttributeTest.cpp, tests/judge/broken
 #include "SDPJudgeText.h"
 
+#include "InetPton.h"
+
 #include <algorithm>
 #include <cctype>
-
-#include <arpa/inet.h>
 
 namespace judge {
 

@@ -129,7 +129,6 @@ def main():
     parser.add_argument("--folder", type=pathlib.Path, required=True)
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--markdown", type=pathlib.Path)
-    parser.add_argument("--keep", action="store_true", help="keep the folders of scenarios that went well")
     parser.add_argument("--one", type=int)
     arguments = parser.parse_args()
     if arguments.one is not None:
@@ -149,8 +148,6 @@ def main():
             folder = arguments.folder / f"{rows[-1]['number']:02d}"
             if not is_good(rows[-1]):
                 print(f"{'':15} {'; '.join(rows[-1]['problems'])}\n{'':15} texts, logs and capture: {folder}", flush=True)
-            elif not arguments.keep:
-                shutil.rmtree(folder)
     rows.sort(key=lambda row: row["number"])
     if arguments.markdown:
         arguments.markdown.write_text(markdown(rows))
