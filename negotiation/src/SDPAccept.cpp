@@ -99,7 +99,6 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Accept(std::string_view answer) {
     const bool isHold = std::none_of(pending.slots.begin(), pending.slots.end(),
                                      [](const Slot& slot) { return slot.isOpen; });
     Choice choice;
-    unsigned roles = 0;
     choice.verdicts.reserve(pending.slots.size());
     for (std::size_t place = 0; place < pending.slots.size(); ++place) {
         const Slot& slot = pending.slots[place];
@@ -107,16 +106,10 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Accept(std::string_view answer) {
         if (slot.isOpen) {
             choice.verdicts.back() =
                 ReadSection(description, place, slot, *offered, repairs, choice.taken[slot.role]);
-            roles |= unsigned{Wishes::Bit(slot.role)};
         }
     }
     SDPHandler handler;
-    RemoteSDP record;
-    Configure(handler, *offered, roles);
-    sdp::Writer prepared(kUsualLength);
-    WritePrepared(prepared, description, choice.taken, repairs);
-    handler.ParseTheSDP(prepared.Take(), record);
-
+    const RemoteSDP record = ReadPrepared(handler, description, choice, *offered);
     Session next = pending;
     FillSession({description, choice, record, true}, *offered, next, repairs);
     SecretText text{std::string(answer)};

@@ -142,7 +142,7 @@ std::string_view WhyNothing(const Choice& choice) {
         std::find_if(choice.verdicts.begin(), choice.verdicts.end(), [](const Verdict& verdict) {
             return verdict.state != State::DeclinedByThem && verdict.state != State::Held;
         });
-    return choice.HasAny() || first == choice.verdicts.end() ? std::string_view() : first->reason;
+    return choice.Roles() != 0 || first == choice.verdicts.end() ? std::string_view() : first->reason;
 }
 
 /// Whether an offer repeats a key that this side would answer with. The answerer's key has to be one of its
@@ -155,14 +155,6 @@ bool RepeatsKey(const Description& offer, const Plans& plans) {
                    return !key.empty() && sdp::Contains(line.value, key);
                });
     });
-}
-
-unsigned TakenRoles(const Choice& choice) {
-    unsigned roles = 0;
-    for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
-        roles |= choice.taken[role].section == nullptr ? 0U : unsigned{Wishes::Bit(role)};
-    }
-    return roles;
 }
 
 } // namespace
@@ -188,10 +180,9 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
     if (const std::string_view reason = WhyNothing(choice); !reason.empty()) {
         return Refusal(reason, kNotAcceptable);
     }
-    const unsigned roles = TakenRoles(choice);
     // Slides that are to be presented need an offer of their own when this one has none to take them.
     const unsigned left = phase == Phase::Idle ? unsigned{Wishes::Bit(kSlides)} : ~0U;
-    std::shared_ptr<const Wishes> asking = Asking(wishes, wishes->asked & left & ~roles);
+    std::shared_ptr<const Wishes> asking = Asking(wishes, wishes->asked & left & ~choice.Roles());
     Plans plans;
     PlanCrypto(choice, wishes->keys, plans);
     if (RepeatsKey(description, plans)) {
@@ -205,11 +196,7 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
     }
     std::shared_ptr<const Wishes> told = Asking(asking, 0);
     SDPHandler handler;
-    RemoteSDP record;
-    Configure(handler, *told, roles);
-    sdp::Writer prepared(kUsualLength);
-    WritePrepared(prepared, description, choice.taken, repairs);
-    handler.ParseTheSDP(prepared.Take(), record);
+    const RemoteSDP record = ReadPrepared(handler, description, choice, *told);
     Session next = AnswerSession({description, choice, record, false}, session, *told, repairs);
 
     PlanSlots(choice, next, *told, plans);

@@ -3,6 +3,7 @@
 // Touches the state of the call, at the end of an operation that succeeds.
 // Test: tests/negotiation/SDPNegotiatorTest.cpp
 #include "SDPCall.h"
+#include "SDPPrepare.h"
 
 #include <openssl/rand.h>
 
@@ -108,6 +109,16 @@ std::string SDPNegotiator::Call::Seal(std::string_view component, SecretText& bo
     return text;
 }
 
+RemoteSDP SDPNegotiator::Call::ReadPrepared(SDPHandler& handler, const Description& description,
+                                            const Choice& choice, const Wishes& told) {
+    RemoteSDP record;
+    Configure(handler, told, choice.Roles());
+    sdp::Writer prepared(kUsualLength);
+    WritePrepared(prepared, description, choice.taken, repairs);
+    handler.ParseTheSDP(prepared.Take(), record);
+    return record;
+}
+
 void SDPNegotiator::Call::Agree(Session& next, std::shared_ptr<const Wishes> told) noexcept {
     const Session old = std::exchange(session, std::move(next));
     pending = Session();
@@ -133,7 +144,7 @@ void Configure(SDPHandler& handler, const Wishes& told, unsigned roles) {
     local.iVideoPayloadMode1 = kOwnNumbers[kMode1];
     local.iVideoPayloadMode0 = kOwnNumbers[kMode0];
     local.fVideoTxMuted = false;
-    handler.SetBfcpSupport(has(kSlides));
+    handler.SetBfcpSupport(has(kSlides) || has(kFloor));
     // No section is left over to be rejected [B18]. Without repairs the component can take a part of a line
     // for one, and that is in no place of the far end's text.
     handler.SetMaxSupportedSessions(std::numeric_limits<std::uint32_t>::max());

@@ -27,6 +27,13 @@ struct SDPNegotiator::Call {
     void Decline();
     /// Takes new wishes, and lets those that only take away count at once.
     void Take(std::shared_ptr<const negotiation::Wishes> next) noexcept;
+    /// Takes the wishes with one of them changed.
+    template <typename Edit>
+    void Change(Edit edit) {
+        const auto next = std::make_shared<negotiation::Wishes>(*wishes);
+        edit(*next);
+        Take(next);
+    }
     /// Makes the keys that are zero, or all of them, and the session id when it is 0. False when the
     /// generator fails; then neither is to be used.
     bool Make(negotiation::Keys& keys, std::uint64_t& id, bool replaces) const;
@@ -36,6 +43,9 @@ struct SDPNegotiator::Call {
     /// A new agreement on what `told` says.
     void Agree(negotiation::Session& next, std::shared_ptr<const negotiation::Wishes> told) noexcept;
 
+    /// Sets a handler up for the roles of a choice and lets it read the sections that are taken.
+    RemoteSDP ReadPrepared(SDPHandler& handler, const negotiation::Description& description,
+                           const negotiation::Choice& choice, const negotiation::Wishes& told);
     /// The slots of our offer, and the plans to write them by.
     negotiation::Session OfferedSession(const negotiation::Wishes& told) const;
     /// Reads the answer's sections into the slots of our offer.

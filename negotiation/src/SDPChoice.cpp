@@ -63,8 +63,12 @@ constexpr Verdict kAllHeld = {State::Held, "the far end holds all streams at por
 
 } // namespace
 
-bool Choice::HasAny() const {
-    return std::any_of(taken.begin(), taken.end(), [](const Taken& one) { return one.section != nullptr; });
+unsigned Choice::Roles() const {
+    unsigned roles = 0;
+    for (const Role role : {kAudio, kMain, kSlides, kFloor}) {
+        roles |= taken[role].section == nullptr ? 0U : unsigned{Wishes::Bit(role)};
+    }
+    return roles;
 }
 
 Verdict Examine(const Description& description, std::size_t place, Role role, const Wishes& wishes,

@@ -30,7 +30,8 @@ struct Choice {
     std::array<Taken, kRoles> taken;
     std::vector<Verdict> verdicts; ///< one per section
 
-    bool HasAny() const;
+    /// The roles that have a section, one bit each (Wishes::Bit).
+    unsigned Roles() const;
 };
 
 /// Looks whether a section can be taken for a role. Fills `taken` when it can.

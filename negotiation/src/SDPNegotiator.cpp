@@ -41,32 +41,26 @@ const LocalSDP& SDPNegotiator::Local() const {
 }
 
 void SDPNegotiator::Hold(bool isHeld) {
-    const auto next = std::make_shared<negotiation::Wishes>(*m_call->wishes);
-    next->isHeld = isHeld;
-    m_call->Take(next);
+    m_call->Change([isHeld](negotiation::Wishes& next) { next.isHeld = isHeld; });
 }
 
 void SDPNegotiator::MuteCamera(bool isMuted) {
-    const auto next = std::make_shared<negotiation::Wishes>(*m_call->wishes);
-    next->local.fVideoTxMuted = isMuted;
-    m_call->Take(next);
+    m_call->Change([isMuted](negotiation::Wishes& next) { next.local.fVideoTxMuted = isMuted; });
 }
 
 void SDPNegotiator::Present(bool isPresenting) {
     using negotiation::kSlides;
-    const auto next = std::make_shared<negotiation::Wishes>(*m_call->wishes);
     const unsigned slides = negotiation::Wishes::Bit(kSlides);
     const bool isOpen = m_call->session.Open(kSlides) < m_call->session.slots.size();
-    next->isPresenting = isPresenting;
-    next->asked =
-        static_cast<std::uint8_t>(isPresenting && !isOpen ? next->asked | slides : next->asked & ~slides);
-    m_call->Take(next);
+    m_call->Change([=](negotiation::Wishes& next) {
+        next.isPresenting = isPresenting;
+        next.asked =
+            static_cast<std::uint8_t>(isPresenting && !isOpen ? next.asked | slides : next.asked & ~slides);
+    });
 }
 
 void SDPNegotiator::SetSrtp(Srtp policy) {
-    const auto next = std::make_shared<negotiation::Wishes>(*m_call->wishes);
-    next->srtp = policy;
-    m_call->Take(next);
+    m_call->Change([policy](negotiation::Wishes& next) { next.srtp = policy; });
 }
 
 SDPNegotiator::Wish SDPNegotiator::Rekey() {

@@ -27,7 +27,6 @@ std::int32_t Mapped(std::string_view number, const Plan& plan) {
     return meaning == kMeanings ? -1 : plan.slot->numbers[meaning];
 }
 
-// m=audio 5004 RTP/AVP 0 101
 void RewriteMedia(sdp::Writer& text, std::string_view value, const Plan& plan) {
     sdp::Words words(value);
     text << "m=" << plan.slot->media;
@@ -47,7 +46,6 @@ void RewriteMedia(sdp::Writer& text, std::string_view value, const Plan& plan) {
     text << "\r\n";
 }
 
-// a=rtpmap:97 H264/90000
 void RewriteRtpmap(sdp::Writer& text, std::string_view value, const Plan& plan) {
     const std::int32_t number = Mapped(TakePiece(value, ' '), plan);
     if (number >= 0) {
@@ -55,7 +53,6 @@ void RewriteRtpmap(sdp::Writer& text, std::string_view value, const Plan& plan) 
     }
 }
 
-// a=fmtp:97 profile-level-id=42001F;packetization-mode=1
 void RewriteFmtp(sdp::Writer& text, std::string_view value, const Plan& plan) {
     constexpr std::string_view level = "profile-level-id=";
     const std::int32_t number = Mapped(TakePiece(value, ' '), plan);
@@ -71,7 +68,6 @@ void RewriteFmtp(sdp::Writer& text, std::string_view value, const Plan& plan) {
     text << value << "\r\n";
 }
 
-// a=sendrecv
 void RewriteDirection(sdp::Writer& text, std::string_view /*value*/, const Plan& plan) {
     text << KeywordOf(plan.slot->ours) << "\r\n";
 }
@@ -85,51 +81,16 @@ void WriteAddress(sdp::Writer& text, std::string_view value) {
     text << "IN " << AddressType(address) << " " << address << "\r\n";
 }
 
-// c=IN IP4 192.0.2.10
 void RewriteConnection(sdp::Writer& text, std::string_view value, const Plan& /*plan*/) {
     text << "c=";
     WriteAddress(text, value);
 }
 
-// a=rtcp:5005 IN IP4 192.0.2.10
 void RewriteRtcp(sdp::Writer& text, std::string_view value, const Plan& /*plan*/) {
     text << "a=rtcp:" << TakePiece(value, ' ') << " ";
     WriteAddress(text, value);
 }
 
-/// A line whose value the far end may have given.
-template <std::string Slot::*kField>
-void RewriteValue(sdp::Writer& text, std::string_view keyword, std::string_view value, const Plan& plan) {
-    const std::string& given = plan.slot->*kField;
-    text << keyword << (given.empty() ? value : std::string_view(given)) << "\r\n";
-}
-
-// a=label:9
-void RewriteLabel(sdp::Writer& text, std::string_view value, const Plan& plan) {
-    RewriteValue<&Slot::label>(text, "a=label:", value, plan);
-}
-
-// a=content:main
-void RewriteContent(sdp::Writer& text, std::string_view value, const Plan& plan) {
-    RewriteValue<&Slot::content>(text, "a=content:", value, plan);
-}
-
-// a=floorid:2 mstrm:9
-void RewriteFloorId(sdp::Writer& text, std::string_view value, const Plan& plan) {
-    RewriteValue<&Slot::floor>(text, "a=floorid:", value, plan);
-}
-
-// a=confid:15
-void RewriteConferenceId(sdp::Writer& text, std::string_view value, const Plan& plan) {
-    RewriteValue<&Slot::conferenceId>(text, "a=confid:", value, plan);
-}
-
-// a=userid:15
-void RewriteUserId(sdp::Writer& text, std::string_view value, const Plan& plan) {
-    RewriteValue<&Slot::userId>(text, "a=userid:", value, plan);
-}
-
-// a=floorctrl:c-s
 void RewriteFloorControl(sdp::Writer& text, std::string_view value, const Plan& plan) {
     using Floor = SDPNegotiator::FloorRole;
     const Floor role = plan.slot->floorRole;
@@ -141,34 +102,46 @@ void RewriteFloorControl(sdp::Writer& text, std::string_view value, const Plan& 
 }
 
 struct Rewrite {
+    std::string_view example;
     std::string_view keyword;
-    void (*write)(sdp::Writer& text, std::string_view value, const Plan& plan);
+    void (*write)(sdp::Writer& text, std::string_view value, const Plan& plan); ///< null: see `given`
+    std::string Slot::*given; ///< the far end's value, which stands in place of the component's; empty: none
 };
 
 constexpr Rewrite kRewrites[] = {
-    {"m=", RewriteMedia},
-    {"c=", RewriteConnection},
-    {"a=rtpmap:", RewriteRtpmap},
-    {"a=fmtp:", RewriteFmtp},
-    {sdp::kDirections[0].keyword, RewriteDirection},
-    {sdp::kDirections[1].keyword, RewriteDirection},
-    {sdp::kDirections[2].keyword, RewriteDirection},
-    {sdp::kDirections[3].keyword, RewriteDirection},
-    {"a=rtcp:", RewriteRtcp},
-    {"a=label:", RewriteLabel},
-    {"a=content:", RewriteContent},
-    {"a=floorctrl:", RewriteFloorControl},
-    {"a=floorid:", RewriteFloorId},
-    {"a=confid:", RewriteConferenceId},
-    {"a=userid:", RewriteUserId},
+    {"m=audio 5004 RTP/AVP 0 101", "m=", RewriteMedia, nullptr},
+    {"c=IN IP4 192.0.2.10", "c=", RewriteConnection, nullptr},
+    {"a=rtpmap:97 H264/90000", "a=rtpmap:", RewriteRtpmap, nullptr},
+    {"a=fmtp:97 profile-level-id=42001F;packetization-mode=1", "a=fmtp:", RewriteFmtp, nullptr},
+    {"a=inactive", sdp::kDirections[0].keyword, RewriteDirection, nullptr},
+    {"a=sendonly", sdp::kDirections[1].keyword, RewriteDirection, nullptr},
+    {"a=recvonly", sdp::kDirections[2].keyword, RewriteDirection, nullptr},
+    {"a=sendrecv", sdp::kDirections[3].keyword, RewriteDirection, nullptr},
+    {"a=rtcp:5005 IN IP4 192.0.2.10", "a=rtcp:", RewriteRtcp, nullptr},
+    {"a=floorctrl:c-s", "a=floorctrl:", RewriteFloorControl, nullptr},
+    {"a=label:9", "a=label:", nullptr, &Slot::label},
+    {"a=content:main", "a=content:", nullptr, &Slot::content},
+    {"a=floorid:2 mstrm:9", "a=floorid:", nullptr, &Slot::floor},
+    {"a=confid:15", "a=confid:", nullptr, &Slot::conferenceId},
+    {"a=userid:15", "a=userid:", nullptr, &Slot::userId},
 };
 
 void RewriteLine(sdp::Writer& text, std::string_view line, const Plan& plan) {
-    const std::size_t row = RowAt<kRewrites>(line);
-    if (row < std::size(kRewrites)) {
-        kRewrites[row].write(text, sdp::After(line, kRewrites[row].keyword.size()), plan);
-    } else {
+    const std::size_t index = RowAt<kRewrites>(line);
+    if (index == std::size(kRewrites)) {
         text << line << "\r\n";
+        return;
+    }
+    const Rewrite& row = kRewrites[index];
+    if (row.write != nullptr) {
+        row.write(text, sdp::After(line, row.keyword.size()), plan);
+        return;
+    }
+    const std::string& given = plan.slot->*row.given;
+    if (given.empty()) {
+        text << line << "\r\n";
+    } else {
+        text << row.keyword << given << "\r\n";
     }
 }
 
