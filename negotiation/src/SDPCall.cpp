@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <limits>
 #include <tuple>
 
@@ -71,7 +70,9 @@ bool SDPNegotiator::Call::Make(Keys& keys, std::uint64_t& id, bool replaces) con
         isMade = !IsZero(*wanted[n]);
     }
     if (id == 0 && isMade) {
-        std::memcpy(&id, bytes, sizeof id);
+        for (std::size_t n = 0; n < sizeof id; ++n) {
+            id |= std::uint64_t{bytes[n]} << (8 * n); // in the same order on every machine
+        }
         id = std::max<std::uint64_t>(id & bits62, 1);
     }
     sdp::Wipe(bytes);
