@@ -103,7 +103,7 @@ void CheckJson(const std::string& json, const Watch& watch) {
 void CheckCleaning(const std::string& text) {
     std::vector<std::string> notes;
     cmsdp::Draft draft = cmsdp::Draft::Of(text);
-    cmsdp::Clean(draft, 1, notes);
+    cmsdp::Clean(draft, 1, notes, cmsdp::LineEnd::CrLf);
     const std::string& cleaned = draft.text;
     const bool isWhole = cleaned.size() >= 2 && cleaned.compare(cleaned.size() - 2, 2, "\r\n") == 0;
     Require(cleaned.empty() || isWhole, "a cleaned text ends in CR LF", cleaned, text);
