@@ -63,6 +63,13 @@ std::string LineWords(const Scene& scene, const TextLine& line) {
     return "Line " + std::to_string(line.number) + ", " + Quoted(line.text) + ",";
 }
 
+std::string WithWord(const TextLine& line, std::size_t index, const std::string& word) {
+    const std::vector<std::string_view> words = WordsOf(line.text, index + 1);
+    const auto at = static_cast<std::size_t>(words[index].data() - line.text.data());
+    return std::string(line.text.substr(0, at)) + word +
+           std::string(line.text.substr(at + words[index].size()));
+}
+
 const char* RowWords(SDPRow row) {
     static constexpr const char* kWords[] = {
         "a connection line (c=)", "a media line (m=)",

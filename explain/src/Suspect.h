@@ -72,6 +72,11 @@ void FindFloor(Scene& scene);
 void FindIce(Scene& scene);
 void FindPair(Scene& scene);
 
+/// Parts of FindLocalCall, and of FindLocalAudio and FindLocalVideo: SRTP and its suites, a port of our text.
+void FindLocalSrtp(Scene& scene);
+void FindLocalPort(Scene& scene, std::string_view file, std::string_view record, std::int32_t port,
+                   const char* stream, ExplainTopic topic);
+
 /// What strict readers say of the answer, when offer and answer are both given (CheckAnswer).
 std::vector<ExplainFinding> JudgedFindings(const ExplainInput& input);
 /// The repairs of the negotiation layer that this text needs, as pairs of ledger rows and an ID.
@@ -102,6 +107,8 @@ Suspect& BlameField(Scene& scene, const Rule& rule, std::string_view file, std::
 const ExplainLocalField* LocalField(std::string_view file);
 /// "Line 7, "a=sendonly","; empty when no sentence is written.
 std::string LineWords(const Scene& scene, const TextLine& line);
+/// The line with another word in place of one of its words, from 0.
+std::string WithWord(const TextLine& line, std::size_t index, const std::string& word);
 /// "a connection line" and its like.
 const char* RowWords(SDPRow row);
 /// The line after this one that changes a section most visibly, quoted; "no other line" for none.

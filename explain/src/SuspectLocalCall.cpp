@@ -1,11 +1,9 @@
-// Stage: suspects in the local fields that concern the whole call: address, bandwidth, SRTP, floor control,
-// the number of sections served.
+// Stage: suspects in the local fields that concern the whole call: address, bandwidth, floor control, the
+// number of sections served.
 // Input: the local record and the switches. Output: suspects that blame a field.
 // Touches the list of suspects.
 // Test: tests/explain/judge_cases.py
 #include "Suspect.h"
-
-#include "SDPTables.h"
 
 #include <algorithm>
 
@@ -35,24 +33,6 @@ constexpr Rule kSmallBudget = {"E138", "B05", ExplainSeverity::Note, 29,
                                "Audio gets 64000 bit/s of the budget and each video section the rest (B05)."};
 constexpr Rule kNoBudget = {"E136", "B04", ExplainSeverity::Note, 30,
                             "A budget of 0 means no limit and writes no b= line (B04)."};
-constexpr Rule kSrtpOff = {
-    "E124", "", ExplainSeverity::Error, 2,
-    "With SRTP off every section of ours is RTP/AVP without a crypto line, whatever the far end wants."};
-constexpr Rule kSrtpUnused = {"E137", "", ExplainSeverity::Note, 22,
-                              "With SRTP off every section of ours is RTP/AVP without a crypto line, and the "
-                              "crypto lines of the far end are not answered."};
-constexpr Rule kNoSuite = {
-    "E125", "B22", ExplainSeverity::Error, 3,
-    "With SRTP on and no suite set a section says RTP/SAVP and has no crypto line (B22)."};
-constexpr Rule kNoName = {"E126", "B14", ExplainSeverity::Error, 3,
-                          "The AEAD suites are written without a name, so the a=crypto line has two blanks "
-                          "before inline: and no reader can use it (B14)."};
-constexpr Rule kOtherSuite = {"E127", "B21", ExplainSeverity::Error, 4,
-                              "Our crypto line has the far end's tag and the suite of this side, whatever "
-                              "the far end offered under that tag (B21)."};
-constexpr Rule kOffered80 = {"E128", "P10", ExplainSeverity::Error, 5,
-                             "What we offer is answered with the same suite, and crypto lines of the 80-bit "
-                             "suites are skipped when they are read (P10)."};
 constexpr Rule kFloorUnasked = {
     "E129", "B15", ExplainSeverity::Error, 48,
     "With floor control on our answer has slides and an m=application line, offered or not; without a floor "
@@ -150,88 +130,6 @@ void FindBudget(Scene& scene) {
                             "Our text says " + text +
                                 (budget < 64000 ? " and has no b=TIAS lines."
                                                 : " and has no limit for video, which gets nothing."));
-}
-
-struct SuiteField {
-    const char* file;
-    const char* record;
-    Topic topic;
-};
-constexpr SuiteField kSuites[baseSDP::SRTP_MAX] = {
-    {"audio.suite", "cryptoAlgo[SRTP_AUDIO]", Topic::EncryptionAudio},
-    {"video.main.suite", "cryptoAlgo[SRTP_VIDEO]", Topic::EncryptionMain},
-    {"video.presentation.suite", "cryptoAlgo[SRTP_VIDEO_PRESO]", Topic::EncryptionSlides},
-};
-
-void FindSuite(Scene& scene, baseSDP::SRTP_M_LINE stream) {
-    const auto suite = scene.input.local.cryptoAlgo[stream];
-    const SuiteField& field = kSuites[stream];
-    const std::string name = std::string(field.record) + " (" + field.file + ") is ";
-    const bool isNone = suite == CryptoParams::CRYPTO_NONE;
-    const bool isNamed = !isNone && SuiteName(suite).find("AEAD") == std::string_view::npos;
-    const auto remote = scene.state.record.cryptoAlgo[stream];
-    const bool isOffer = scene.input.remoteAnswers;
-    const bool isOther = isNamed && suite != CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32 &&
-                         (isOffer || remote != CryptoParams::CRYPTO_NONE);
-    if (!isNone && isNamed && !isOther) {
-        return;
-    }
-    const Rule& rule = isNone ? kNoSuite : !isNamed ? kNoName : isOffer ? kOffered80 : kOtherSuite;
-    const OurSection* const ours = OurStream(scene.state, stream);
-    Suspect& suspect =
-        BlameField(scene, rule, field.file, name + (isNone ? "none" : std::string(SuiteName(suite))) + ".",
-                   "set " + std::string(field.file) + " to AES_CM_128_HMAC_SHA1_32",
-                   CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32);
-    if (ours != nullptr && ours->transport == "RTP/SAVP") {
-        suspect.known.emplace_back(
-            field.topic,
-            std::string("Our section for ") + kStreamNames[stream] +
-                (ours->hasKey
-                     ? " has a key under another suite or none, so the two ends do not decrypt each other."
-                     : " says RTP/SAVP without a key, so the far end declines it."));
-    }
-}
-
-void FindSrtp(Scene& scene) {
-    const Reading& reading = scene.reading;
-    if (scene.input.srtp) {
-        for (const auto stream : {baseSDP::SRTP_AUDIO, baseSDP::SRTP_VIDEO, baseSDP::SRTP_VIDEO_PRESO}) {
-            FindSuite(scene, stream);
-        }
-        return;
-    }
-    std::size_t video = 0;
-    for (const MeantSection& section : reading.sections) {
-        video += section.media == "video" ? 1 : 0;
-        const bool isDemanded = section.transport.find("SAVP") != std::string::npos &&
-                                section.transport.find("TLS") == std::string::npos;
-        const bool isWanted = isDemanded || section.hasCrypto;
-        const Topic topic = section.media == "audio" ? Topic::EncryptionAudio
-                            : video < 2              ? Topic::EncryptionMain
-                                                     : Topic::EncryptionSlides;
-        if (isWanted && (section.media == "audio" || section.media == "video")) {
-            Suspect& suspect = BlameField(
-                scene, isDemanded ? kSrtpOff : kSrtpUnused, "srtp",
-                "m_bSRTP (srtp) is off, and line " + std::to_string(reading.lines[section.line].number) +
-                    (isDemanded ? " wants " + section.transport + "." : " has crypto lines after it."),
-                "set srtp to true", 1);
-            suspect.known.emplace_back(topic, "Our text says RTP/AVP and has no crypto line and no key, so "
-                                              "the section is not encrypted or the far end refuses it.");
-        }
-    }
-    // One field is blamed once; each of its topics keeps the first consequence.
-    const auto isSame = [](const Suspect& suspect) {
-        return suspect.rule == &kSrtpOff || suspect.rule == &kSrtpUnused;
-    };
-    const auto first = std::find_if(scene.suspects.begin(), scene.suspects.end(), isSame);
-    for (auto next = first; next != scene.suspects.end(); ++next) {
-        if (next != first && isSame(*next)) {
-            first->known.push_back(next->known.front());
-        }
-    }
-    if (first != scene.suspects.end()) {
-        scene.suspects.erase(std::remove_if(first + 1, scene.suspects.end(), isSame), scene.suspects.end());
-    }
 }
 
 void FindOwnFloor(Scene& scene) {
@@ -364,7 +262,7 @@ void FindPorts(Scene& scene) {
 } // namespace
 
 void FindLocalCall(Scene& scene) {
-    FindSrtp(scene);
+    FindLocalSrtp(scene);
     FindAddress(scene);
     FindBudget(scene);
     FindOwnFloor(scene);

@@ -138,8 +138,11 @@ void AddFormats(Scene& scene, const Reading& offer, const MeantSection& ours, co
             std::string text(line.text);
             const std::size_t at = text.find("packetization-mode=");
             const char* const mode = isMode1(line.text) ? "0" : "1";
-            text = at == std::string::npos ? text + ";packetization-mode=" + mode
-                                           : text.replace(at + 19, 1, mode);
+            if (at == std::string::npos) {
+                Append(text, {";packetization-mode=", mode});
+            } else {
+                text.replace(at + 19, 1, mode);
+            }
             Suspect& suspect = Blame(
                 scene, kSwapped, line,
                 LineWords(scene, line) + " gives payload " + Shown(format) +

@@ -129,14 +129,22 @@ void FindLimits(Scene& scene, const TextLine& line, const VideoParms& stream, To
                 given >= limits.*limit.ofLevel || stream.strVideoLevel.empty()) {
                 continue;
             }
-            const std::string name(limit.name);
-            Blame(scene, given == 0 ? kZeroLimit : kLowLimit, line,
-                  LineWords(scene, line) + " gives " + name + "=" + Shown(parameter.value) +
-                      (given == 0 ? "." : ", less than the " + least + " of its level."),
-                  "write " + name + "=" + least + " in line " + std::to_string(line.number),
+            const std::string shown = Shown(parameter.value);
+            std::string what = LineWords(scene, line);
+            Append(what, {" gives ", limit.name, "=", shown});
+            if (given == 0) {
+                what += ".";
+            } else {
+                Append(what, {", less than the ", least, " of its level."});
+            }
+            std::string cure;
+            Append(cure, {"write ", limit.name, "=", least, " in line ", line.number});
+            std::string comes;
+            Append(comes, {"The limit of level ", stream.strVideoLevel, " and not ", limit.name, "=", shown,
+                           " is what the far end means."});
+            Blame(scene, given == 0 ? kZeroLimit : kLowLimit, line, std::move(what), std::move(cure),
                   {ReplaceLine(line, WithValue(line.text, parameter, least))})
-                .known.emplace_back(topic, "The limit of level " + stream.strVideoLevel + " and not " + name +
-                                               "=" + Shown(parameter.value) + " is what the far end means.");
+                .known.emplace_back(topic, std::move(comes));
         }
     }
 }

@@ -103,51 +103,77 @@ Topic TopicOf(const MeantSection& section) {
                                     : Topic::EncryptionMain;
 }
 
-void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool hasRead, Topic topic) {
-    const CryptoWords words = Cut(line.text);
+/// What is wrong with the spelling of a crypto line.
+const char* SpellingWords(const TextLine& line, const CryptoWords& words, const std::string& canonical) {
+    if (words.tag.empty()) {
+        return " has a blank where its tag belongs.";
+    }
+    if (!IsDigits(words.tag)) {
+        return " has a tag that is not a number, so it reads as 1.";
+    }
+    if (Lower(line.text) == Lower(canonical)) {
+        return " differs in letter case from what is compared.";
+    }
+    return BeginsWith(words.key, "inline:") ? " has a blank or a word where none belongs."
+                                            : " has no inline: at the start of its third word.";
+}
+
+/// Spelling and key method.
+void FindSpelling(Scene& scene, const TextLine& line, const CryptoWords& words, bool isRead, Topic topic) {
     const std::string number = std::to_string(line.number);
     const std::string canonical = Canonical(line, scene.reading);
     if (canonical != line.text) {
-        Blame(scene, kSpelledSuite, line,
-              LineWords(scene, line) +
-                  (IsDigits(words.tag) ? (Lower(line.text) == Lower(canonical)
-                                              ? " differs in letter case from what is compared."
-                                          : !BeginsWith(words.key, "inline:")
-                                              ? " has no inline: at the start of its third word."
-                                              : " has a blank or a word where none belongs.")
-                   : words.tag.empty() ? " has a blank where its tag belongs."
-                                       : " has a tag that is not a number, so it reads as 1."),
+        Blame(scene, kSpelledSuite, line, LineWords(scene, line) + SpellingWords(line, words, canonical),
               "write line " + number + " as " + Quoted(canonical), {ReplaceLine(line, canonical)});
     }
-    const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(words.suite);
     const std::size_t colon = words.key.find(':');
-    if (suite != nullptr && suite->isRead && colon < words.key.size() && !BeginsWith(words.key, "inline:")) {
+    if (isRead && colon < words.key.size() && !BeginsWith(words.key, "inline:")) {
         Blame(scene, kMethod, line, LineWords(scene, line) + " has another key method than inline:.",
               "write inline: before the key in line " + number,
               {ReplaceLine(line, Rewritten(words, words.suite, std::string(words.key.substr(colon + 1))))})
             .known.emplace_back(topic, "What stands there is used as the key, and it is not the one that the "
                                        "far end uses, so packets fail to decrypt.");
     }
-    if (suite != nullptr && !suite->isRead) {
-        if (hasRead) {
-            return;
+}
+
+/// A line that replaces an earlier one.
+void AddLater(Scene& scene, const Rule& rule, const TextLine& line, const TextLine& earlier,
+              const char* words) {
+    Suspect& suspect =
+        Blame(scene, rule, line, LineWords(scene, line) + words + std::to_string(earlier.number) + ".",
+              "delete line " + std::to_string(line.number), {DeleteLine(line)});
+    suspect.lines.push_back(earlier.number);
+    suspect.isTakenAway = true;
+}
+
+/// A line whose suite is not read, `what`: the suite that is read, in its place.
+void AddSuite(Scene& scene, const Rule& rule, const TextLine& line, const CryptoWords& words,
+              const char* what) {
+    Blame(scene, rule, line, LineWords(scene, line) + what,
+          "offer " + std::string(kReadSuite) + " in line " + std::to_string(line.number),
+          {ReplaceLine(line, Rewritten(words, kReadSuite, KeyOrSample(words)))});
+}
+
+void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool hasRead, Topic topic) {
+    const CryptoWords words = Cut(line.text);
+    const std::string number = std::to_string(line.number);
+    const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(words.suite);
+    const bool isRead = suite != nullptr && suite->isRead;
+    FindSpelling(scene, line, words, isRead, topic);
+    if (suite != nullptr && !isRead) {
+        if (!hasRead) {
+            AddSuite(scene, kSkipped, line, words, " offers a suite with an 80-bit tag.");
         }
-        Blame(scene, kSkipped, line, LineWords(scene, line) + " offers a suite with an 80-bit tag.",
-              "offer " + std::string(kReadSuite) + " in line " + number,
-              {ReplaceLine(line, Rewritten(words, kReadSuite, KeyOrSample(words)))});
-    } else if (suite == nullptr) {
+        return;
+    }
+    if (suite == nullptr) {
         if (earlier != nullptr) {
-            Suspect& suspect = Blame(scene, kUnknownSuite, line,
-                                     LineWords(scene, line) + " of an unknown suite comes after line " +
-                                         std::to_string(earlier->number) + ".",
-                                     "delete line " + number, {DeleteLine(line)});
-            suspect.lines.push_back(earlier->number);
-            suspect.isTakenAway = true;
+            AddLater(scene, kUnknownSuite, line, *earlier, " of an unknown suite comes after line ");
         }
-        Blame(scene, kUnknownSuite, line, LineWords(scene, line) + " offers a suite that is not known.",
-              "offer " + std::string(kReadSuite) + " in line " + number,
-              {ReplaceLine(line, Rewritten(words, kReadSuite, KeyOrSample(words)))});
-    } else if (!HasKey(words)) {
+        AddSuite(scene, kUnknownSuite, line, words, " offers a suite that is not known.");
+        return;
+    }
+    if (!HasKey(words)) {
         Blame(scene, kBadKey, line,
               LineWords(scene, line) + " has a key of " +
                   std::to_string(words.key.size() > 7 ? words.key.size() - 7 : 0) +
@@ -155,15 +181,9 @@ void FindLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool 
               "write 40 base64 characters after inline: in line " + number,
               {ReplaceLine(line, Rewritten(words, words.suite, kSampleKey))});
     } else if (earlier != nullptr) {
-        Suspect& suspect =
-            Blame(scene, kLater, line,
-                  LineWords(scene, line) + " comes after line " + std::to_string(earlier->number) + ".",
-                  "delete line " + number, {DeleteLine(line)});
-        suspect.lines.push_back(earlier->number);
-        suspect.isTakenAway = true;
+        AddLater(scene, kLater, line, *earlier, " comes after line ");
     }
-    if (!IsDigits(words.tag) && words.tag.find_first_of("0123456789") == std::string_view::npos &&
-        suite != nullptr && suite->isRead) {
+    if (!IsDigits(words.tag) && words.tag.find_first_of("0123456789") == std::string_view::npos) {
         Blame(scene, kTag, line, LineWords(scene, line) + " has a tag that is not a number.",
               "write a number as the tag of line " + number,
               {ReplaceLine(line, Rewritten(words, words.suite, KeyOrSample(words)))})

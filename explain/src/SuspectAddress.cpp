@@ -1,0 +1,140 @@
+// Stage: suspects in addresses: connection lines and sections without one.
+// Input: the lines and the sections that the writer meant. Output: suspects.
+// Touches the list of suspects.
+// Test: tests/explain/judge_cases.py
+#include "Suspect.h"
+
+#include <algorithm>
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+
+constexpr Rule kZeroAddress = {"E30", "", ExplainSeverity::Error, 16,
+                               "An address is taken as it stands: 0.0.0.0 is no hold here, the direction "
+                               "stays open (RFC 3264, 8.4 holds by direction)."};
+constexpr Rule kMulticast = {"E31", "", ExplainSeverity::Error, 17,
+                             "The address is the whole third word of a c= line; a suffix for time to live "
+                             "and count stays part of it."};
+constexpr Rule kNoAddress = {"E32", "P18", ExplainSeverity::Error, 8,
+                             "Without a c= line in the section or the session the address of the description "
+                             "read before is kept, or there is none (P18)."};
+constexpr Rule kShortAddress = {"E35", "P18", ExplainSeverity::Error, 7,
+                                "The address is the third word of a c= line, and a line of fewer words is "
+                                "dropped; the address of the session, or of the description before, is kept "
+                                "(P18)."};
+constexpr Rule kBadAddress = {"E34", "", ExplainSeverity::Error, 16,
+                              "An address is taken as it stands and not checked, so the engine gets one that "
+                              "it cannot send to."};
+constexpr Rule kAddressKind = {
+    "E33", "B25", ExplainSeverity::Note, 64,
+    "An address is taken as it stands and not checked, and our own is always written as IP4 (B25)."};
+
+/// The address in the o= line, where the far end is most likely reached.
+std::string OriginAddress(const Reading& reading) {
+    const std::vector<std::string_view> words = WordsOf(reading.origin, 6);
+    const bool isUsable = words.size() == 6 && IsIpv4(words[5]) && words[5] != "0.0.0.0";
+    return isUsable ? std::string(words[5]) : "192.0.2.2";
+}
+
+void FindAddress(Scene& scene, const TextLine& line) {
+    const std::vector<std::string_view> words = WordsOf(line.text, 4);
+    const std::string number = std::to_string(line.number);
+    if (words.size() < 3) {
+        const std::string text = "c=IN IP4 " + OriginAddress(scene.reading);
+        if (WordsOf(Canonical(line, scene.reading), 3).size() < 3) {
+            Blame(scene, kShortAddress, line, LineWords(scene, line) + " has fewer than three words.",
+                  "write line " + number + " as " + Quoted(text), {ReplaceLine(line, text)})
+                .isTakenAway = true;
+        }
+        return;
+    }
+    const std::string address(words[2]);
+    const std::size_t slash = address.find('/');
+    if (address == "0.0.0.0") {
+        Suspect& suspect = Blame(
+            scene, kZeroAddress, line,
+            LineWords(scene, line) + " has the address 0.0.0.0, an old form of hold or a text for ICE alone" +
+                (line.section == kNowhere
+                     ? "."
+                     : " (section of line " +
+                           std::to_string(scene.reading.lines[scene.reading.SectionOf(line)->line].number) +
+                           ")."),
+            "write the far end's address in line " + number,
+            {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
+        if (scene.reading.hasIce && !scene.reading.hasCandidate) {
+            suspect.known.emplace_back(
+                Topic::Ice, "There is neither a candidate nor a usable address, so no media flow.");
+        }
+    } else if (slash != std::string::npos) {
+        Blame(scene, kMulticast, line, LineWords(scene, line) + " has a suffix after its address.",
+              "write the address alone in line " + number,
+              {ReplaceLine(line, WithWord(line, 2, address.substr(0, slash)))});
+    } else if (!IsIpv4(address) && address.find_first_not_of("0123456789.") == std::string::npos) {
+        Suspect& suspect = Blame(scene, kBadAddress, line,
+                                 LineWords(scene, line) + " has digits and dots that are no IPv4 address.",
+                                 "write the far end's address in line " + number,
+                                 {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
+        for (const Topic topic : {Topic::AudioSend, Topic::MainSend, Topic::Slides, Topic::Call}) {
+            suspect.known.emplace_back(topic, "Media would go to " + Shown(address) + ", which is nowhere.");
+        }
+    } else if (!IsIpv4(address)) {
+        Suspect& suspect = Blame(scene, kAddressKind, line,
+                                 LineWords(scene, line) + " has an address that is no IPv4 address.", "", {});
+        for (const Topic topic : {Topic::AudioSend, Topic::MainSend, Topic::Call}) {
+            suspect.known.emplace_back(topic, "Media go to " + Shown(address) +
+                                                  ", which an end with IPv4 alone does not reach.");
+        }
+    } else if (IsPrivate(address)) {
+        Suspect& suspect = Blame(scene, kAddressKind, line,
+                                 LineWords(scene, line) + " has a loopback or private address.", "", {});
+        for (const Topic topic : {Topic::AudioSend, Topic::MainSend}) {
+            suspect.known.emplace_back(topic, "Media go to " + Shown(address) +
+                                                  ", which is reached from within its own network only.");
+        }
+    }
+}
+
+void FindMissingAddress(Scene& scene) {
+    const Reading& reading = scene.reading;
+    bool hasSession = false;
+    const std::string origin = OriginAddress(reading);
+    for (const TextLine& line : reading.lines) {
+        hasSession = hasSession || (line.section == kNowhere && line.meant == SDPRow::Connection);
+    }
+    if (hasSession || reading.sections.empty()) {
+        return;
+    }
+    std::vector<const TextLine*> bare;
+    for (const MeantSection& section : reading.sections) {
+        const auto first = reading.lines.begin() + static_cast<std::ptrdiff_t>(section.line);
+        const auto last = reading.lines.begin() + static_cast<std::ptrdiff_t>(section.last) + 1;
+        if (std::none_of(first, last,
+                         [](const TextLine& line) { return line.meant == SDPRow::Connection; })) {
+            bare.push_back(&*first);
+        }
+    }
+    constexpr std::size_t most = 8;
+    for (std::size_t i = 0; i < bare.size() && i < most; ++i) {
+        Blame(scene, kNoAddress, *bare[i],
+              LineWords(scene, *bare[i]) + " has no c= line after it, and the session has none.",
+              "insert " + Quoted("c=IN IP4 " + origin) + " after line " + std::to_string(bare[i]->number),
+              {InsertAfter(*bare[i], "c=IN IP4 " + origin)})
+            .isTakenAway = true;
+    }
+}
+
+} // namespace
+
+void FindAddresses(Scene& scene) {
+    for (const TextLine& line : scene.reading.lines) {
+        if (line.meant == SDPRow::Connection) {
+            FindAddress(scene, line);
+        }
+    }
+    FindMissingAddress(scene);
+}
+
+} // namespace explain

@@ -1,0 +1,98 @@
+// Stage: suspects in floor control: role, ids, a section without it.
+// Input: the application sections that the writer meant. Output: suspects.
+// Touches the list of suspects.
+// Test: tests/explain/judge_cases.py
+#include "Suspect.h"
+
+#include <algorithm>
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+
+constexpr Rule kRole = {"E80", "", ExplainSeverity::Warning, 30,
+                        "The far end is the server only when the value is exactly s-only; for any other text "
+                        "our answer is s-only."};
+constexpr Rule kPlainRole = {"E85", "B16", ExplainSeverity::Note, 70,
+                             "The role of the last floor control section decides: s-only is answered c-only, "
+                             "anything else s-only (B16)."};
+constexpr Rule kIds = {"E81", "B17", ExplainSeverity::Warning, 45,
+                       "Our text always writes floor 2, stream 9, conference 15 and user 15, whatever the "
+                       "far end assigned (B17)."};
+constexpr Rule kIdWord = {
+    "E87", "G18", ExplainSeverity::Warning, 20,
+    "A number is decimal digits and nothing else; any other text leaves the id at 0 (G18)."};
+constexpr Rule kNoId = {"E88", "G15", ExplainSeverity::Note, 40,
+                        "An id that no line gives is 0 in the record (G15)."};
+constexpr Rule kNoFloor = {"E89", "", ExplainSeverity::Note, 45,
+                           "An application section is floor control only when its m= line contains BFCP."};
+
+void FindFloorSection(Scene& scene, const MeantSection& section) {
+    for (std::size_t i = section.line + 1; i <= section.last; ++i) {
+        const TextLine& line = scene.reading.lines[i];
+        const std::string value(ValueOf(line.text));
+        const std::string number = std::to_string(line.number);
+        if (line.meant == SDPRow::FloorControl && value != "s-only" && value != "c-only" && value != "c-s") {
+            Blame(scene, kRole, line,
+                  LineWords(scene, line) + " has a role that is none of c-only, s-only and c-s.",
+                  "write a=floorctrl:s-only in line " + number, {ReplaceLine(line, "a=floorctrl:s-only")});
+        } else if (line.meant == SDPRow::FloorControl) {
+            Blame(scene, kPlainRole, line, LineWords(scene, line) + " gives the far end's role.", "", {})
+                .known.emplace_back(Topic::Floor, value == "s-only"
+                                                      ? "Our answer says c-only: this side is the client."
+                                                      : "Our answer says s-only: this side is the server.");
+        }
+        if ((line.meant == SDPRow::ConferenceId || line.meant == SDPRow::UserId) && !IsDigits(value)) {
+            Blame(scene, kIdWord, line, LineWords(scene, line) + " has a value that is not a number.",
+                  "write a number in line " + number,
+                  {ReplaceLine(line, (line.meant == SDPRow::UserId ? "a=userid:15" : "a=confid:15"))});
+        }
+        if ((line.meant == SDPRow::ConferenceId || line.meant == SDPRow::UserId) && IsDigits(value) &&
+            value != "15") {
+            Blame(scene, kIds, line, LineWords(scene, line) + " assigns another id than 15.", "", {})
+                .known.emplace_back(
+                    Topic::Floor,
+                    "Our text says 15 where the far end says " + Shown(value) +
+                        ", so the floor control server refuses us or takes us for another user.");
+        }
+    }
+}
+
+void FindFloorIds(Scene& scene, const MeantSection& section) {
+    const TextLine& media = scene.reading.lines[section.line];
+    const auto first = scene.reading.lines.begin() + static_cast<std::ptrdiff_t>(section.line);
+    const auto last = scene.reading.lines.begin() + static_cast<std::ptrdiff_t>(section.last) + 1;
+    for (const SDPRow row : {SDPRow::ConferenceId, SDPRow::UserId}) {
+        const char* const name = row == SDPRow::UserId ? "a=userid" : "a=confid";
+        if (std::none_of(first, last, [&](const TextLine& line) { return line.meant == row; })) {
+            Blame(scene, kNoId, media, LineWords(scene, media) + " has no " + name + " line after it.",
+                  std::string("insert ") + name + ":15 after line " + std::to_string(media.number),
+                  {InsertAfter(media, std::string(name) + ":15")});
+        }
+    }
+}
+
+} // namespace
+
+void FindFloor(Scene& scene) {
+    constexpr std::size_t most = 32;
+    std::size_t count = 0;
+    for (const MeantSection& section : scene.reading.sections) {
+        if (++count > most) {
+            break;
+        }
+        if (section.media == "application" && section.transport.find("BFCP") != std::string::npos) {
+            FindFloorSection(scene, section);
+            FindFloorIds(scene, section);
+        } else if (section.media == "application") {
+            const TextLine& media = scene.reading.lines[section.line];
+            Blame(scene, kNoFloor, media, LineWords(scene, media) + " has no BFCP transport.", "", {})
+                .known.emplace_back(ExplainTopic::Floor,
+                                    "The section is no floor control, so there is none from it.");
+        }
+    }
+}
+
+} // namespace explain

@@ -1,0 +1,81 @@
+// Stage: suspects in the local fields of audio, and in the ports of all streams.
+// Input: the local record. Output: suspects.
+// Touches the list of suspects.
+// Test: tests/explain/judge_cases.py
+#include "Suspect.h"
+
+#include "SDPTables.h"
+
+#include <algorithm>
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+
+constexpr Rule kEmptyPriority = {
+    "E100", "B06", ExplainSeverity::Error, 4,
+    "Without a preference list there is no audio section in our text, whatever codecs are set (B06)."};
+constexpr Rule kMaskLacks = {
+    "E101", "", ExplainSeverity::Error, 18,
+    "A codec counts only when eAudioCodec has its bit, wherever it stands in the preference list."};
+constexpr Rule kPriorityLacks = {"E102", "", ExplainSeverity::Error, 18,
+                                 "Our text lists the codecs of the preference list alone, so a codec of "
+                                 "eAudioCodec that is not in it is read but never written."};
+constexpr Rule kPort = {"E103", "", ExplainSeverity::Error, 5,
+                        "A port is written as it is, and port 0 declines the section (RFC 3264, 6)."};
+
+bool IsPort(std::int32_t port) {
+    return port > 0 && port < 65535;
+}
+
+} // namespace
+
+void FindLocalPort(Scene& scene, std::string_view file, std::string_view record, std::int32_t port,
+                   const char* stream, Topic topic) {
+    if (IsPort(port)) {
+        return;
+    }
+    BlameField(scene, kPort, file,
+               std::string(record) + " (" + std::string(file) + ") is " + std::to_string(port) + ".",
+               "set " + std::string(file) + " to the RTP port", 16384 + static_cast<int>(file.size()) * 2)
+        .known.emplace_back(topic, std::string("Our text declines ") + stream + " with port " +
+                                       std::to_string(port) + ", so none is received.");
+}
+
+void FindLocalAudio(Scene& scene) {
+    const LocalSDP& local = scene.input.local;
+    const auto& priority = local.listAudioCodecPriority;
+    FindLocalPort(scene, "audio.port", "iAudioRTPPort", local.iAudioRTPPort, "audio", Topic::AudioReceive);
+    if (priority.empty()) {
+        BlameField(scene, kEmptyPriority, "audio.priority",
+                   "listAudioCodecPriority (audio.priority) is empty.", "list codecs in audio.priority",
+                   local.eAudioCodec & 0x59)
+            .known.emplace_back(Topic::AudioCodec, "Our text has no audio section.");
+    }
+    for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
+        const bool isPreferred = std::find(priority.begin(), priority.end(), codec.codec) != priority.end();
+        const bool isSet = (local.eAudioCodec & codec.codec) != 0;
+        static constexpr std::pair<std::int32_t, const char*> kNames[] = {{PAYLOAD_G722, "G722"},
+                                                                          {PAYLOAD_G7221, "G7221"},
+                                                                          {PAYLOAD_G711U, "G711U"},
+                                                                          {PAYLOAD_G729, "G729"}};
+        const auto* const name = std::find_if(std::begin(kNames), std::end(kNames),
+                                              [&](const auto& row) { return row.first == codec.codec; });
+        if (!isSet) {
+            BlameField(scene, kMaskLacks, "audio.codecs",
+                       std::string("eAudioCodec (audio.codecs) does not hold ") + name->second +
+                           (isPreferred ? ", which listAudioCodecPriority (audio.priority) prefers." : "."),
+                       std::string("add ") + name->second + " to audio.codecs",
+                       local.eAudioCodec == PAYLOAD_UNKNOWN ? codec.codec : local.eAudioCodec | codec.codec);
+        } else if (!isPreferred && !priority.empty()) {
+            BlameField(scene, kPriorityLacks, "audio.priority",
+                       std::string("listAudioCodecPriority (audio.priority) does not hold ") + name->second +
+                           ", which eAudioCodec (audio.codecs) has.",
+                       std::string("add ") + name->second + " to audio.priority", codec.codec);
+        }
+    }
+}
+
+} // namespace explain
