@@ -31,6 +31,12 @@ std::string Head(const ExplainFinding& finding) {
     return head;
 }
 
+template <typename Text>
+nlohmann::ordered_json OrNull(const Text& text) {
+    using Json = nlohmann::ordered_json;
+    return text.empty() ? Json() : Json(text);
+}
+
 } // namespace
 
 std::string FindingsText(const std::vector<ExplainFinding>& findings) {
@@ -92,9 +98,9 @@ nlohmann::ordered_json FindingsJson(const std::vector<ExplainFinding>& findings)
         entry["what"] = finding.what;
         entry["rule"] = finding.acted;
         entry["consequence"] = finding.comes;
-        entry["ledger"] = finding.ledger.empty() ? Json() : Json(finding.ledger);
-        entry["repair"] = finding.repair.empty() ? Json() : Json(finding.repair);
-        entry["cure"] = finding.cure.words.empty() ? Json() : Json(finding.cure.words);
+        entry["ledger"] = OrNull(finding.ledger);
+        entry["repair"] = OrNull(finding.repair);
+        entry["cure"] = OrNull(finding.cure.words);
         list.push_back(std::move(entry));
     }
     return list;
@@ -107,13 +113,13 @@ nlohmann::ordered_json LinesJson(const std::vector<ExplainedLine>& lines) {
         Json entry;
         entry["number"] = line.number;
         entry["verdict"] = ExplainVerdictName(line.verdict);
-        entry["field"] = line.field.empty() ? Json() : Json(line.field);
+        entry["field"] = OrNull(line.field);
         entry["column"] = line.column;
         entry["before"] = line.before;
         entry["after"] = line.after;
         entry["why"] = line.why;
         entry["by_line"] = line.byLine;
-        entry["ledger"] = line.ledger.empty() ? Json() : Json(line.ledger);
+        entry["ledger"] = OrNull(line.ledger);
         entry["clause"] = line.clause;
         list.push_back(std::move(entry));
     }
