@@ -198,11 +198,11 @@ void FindPayloads(Scene& scene) {
             scene, kSamePayload, "video.payload_type_mode_0",
             "iVideoPayloadMode0 (video.payload_type_mode_0) and iVideoPayloadMode1 are both " + number + ".",
             "set video.payload_type_mode_0 to another number", number == "126" ? 125 : 126);
+        const std::string comes =
+            "Our " + text + " lists payload " + number +
+            " twice, once for each packetization mode, so the far end cannot tell them apart.";
         for (const Topic topic : {Topic::MainReceive, Topic::MainPicture, Topic::Slides, Topic::Call}) {
-            suspect.known.emplace_back(
-                topic,
-                "Our " + text + " lists payload " + number +
-                    " twice, once for each packetization mode, so the far end cannot tell them apart.");
+            suspect.known.emplace_back(topic, comes);
         }
     }
     for (const bool isMode1 : {true, false}) {
