@@ -1,4 +1,4 @@
-// What a shared library of this project shows to others.
+// What a shared library of this project shows to others, and the standard that its public headers need.
 //
 //     class COMMONMEDIA_EXPORT Record { ... };             every operation of the class is exported
 //     COMMONMEDIA_EXPORT void Operation();                 this operation is exported
@@ -8,16 +8,15 @@
 // library and with the plain compiler call the marks change nothing that a program could see.
 #pragma once
 
-#if defined(_WIN32)
-// COMMONMEDIA_DLL is defined while a DLL is compiled. Whoever uses the DLL needs no mark: the import library
-// resolves the functions, and no data is exported.
-#if defined(COMMONMEDIA_DLL)
-#define COMMONMEDIA_EXPORT __declspec(dllexport)
-#else
-#define COMMONMEDIA_EXPORT
+#if (defined(_MSVC_LANG) ? _MSVC_LANG : __cplusplus) < 201703L
+#error "commonmedia needs C++17 or later"
 #endif
+
+#if defined(_WIN32) && defined(COMMONMEDIA_DLL)
+// While a DLL is compiled. Its users need no mark: no data is exported, functions have the import library.
+#define COMMONMEDIA_EXPORT __declspec(dllexport)
 #define COMMONMEDIA_LOCAL
-#elif defined(__GNUC__)
+#elif defined(__GNUC__) && !defined(_WIN32)
 #define COMMONMEDIA_EXPORT __attribute__((visibility("default")))
 #define COMMONMEDIA_LOCAL __attribute__((visibility("hidden")))
 #else

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "CommonMediaExport.h"
-#include "RequireCxx17.h"
 
 #include <cstdint>
 

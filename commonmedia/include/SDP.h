@@ -7,8 +7,7 @@
 // The records hold data only. They can be copied freely; key material is wiped when a record is reset or
 // destroyed. Nothing here throws but std::bad_alloc.
 //
-// Direction flags everywhere are this side's own: `Send` says that this side sends. A far end that writes
-// "a=sendonly" therefore leaves Send clear and Recv set.
+// Direction flags everywhere are this side's own: `Send` says that this side sends.
 //
 //     far end writes   this side sends   this side receives
 //     a=sendrecv       yes               yes
@@ -43,8 +42,7 @@ enum VIDEOTYPE : std::int32_t {
 };
 typedef VIDEOTYPE VideoType_t; ///< the same type
 
-/// Codecs as single bits, so that a set of codecs is one value: `PayloadType_t(PAYLOAD_G711U |
-/// PAYLOAD_G722)`.
+/// Codecs as single bits: a set of codecs is one value, `PayloadType_t(PAYLOAD_G711U | PAYLOAD_G722)`.
 enum PayloadType : std::int32_t {
     PAYLOAD_G711U = 1,
     PAYLOAD_H264 = 2, ///< H.264 in packetization mode 1 (RFC 6184, 6.3)
@@ -62,10 +60,8 @@ struct COMMONMEDIA_EXPORT VideoParms {
     std::int32_t iFmtpMaxMbps = 0;      ///< H.264 max-mbps, macroblocks/s; 0 means not given (RFC 6184, 8.1)
     std::int32_t iFmtpMaxFrameSize = 0; ///< H.264 max-fs, macroblocks; 0 means not given
     std::int32_t iFmtpMaxBitRate = 0;   ///< H.264 max-br, units of 1000 bit/s; 0 means not given
-    /// Local: set of PAYLOAD_H264 and PAYLOAD_H264_PACKETIZATION_0; 0 means no section at all.
-    /// Remote: PAYLOAD_H264 when a section was found.
-    /// A new record has PAYLOAD_UNKNOWN, which writes an "m=video" line without a format: set 0 for no
-    /// section.
+    /// Local: set of PAYLOAD_H264 and PAYLOAD_H264_PACKETIZATION_0; 0 means no section at all. The value of a
+    /// new record writes an "m=video" line without a format. Remote: PAYLOAD_H264 when a section was found.
     PayloadType_t eVideoCodec = PAYLOAD_UNKNOWN;
     VideoType_t eVideoType = VIDEOTYPE_UNKNOWN; ///< main or presentation stream
     std::int32_t iVideoRTPPort = 0;             ///< RTP port; 0 means declined or on hold
@@ -82,8 +78,7 @@ struct COMMONMEDIA_EXPORT VideoParms {
     VideoParms& operator=(const VideoParms&) = default;
     ~VideoParms() = default;
 
-    /// Back to the state of a new record: numbers 0, codec PAYLOAD_UNKNOWN, role VIDEOTYPE_UNKNOWN, flags
-    /// false, texts empty.
+    /// Back to the state of a new record.
     void Reset();
     /// A dump for people, one field per line.
     std::string ToDiag() const;
@@ -113,8 +108,7 @@ struct COMMONMEDIA_EXPORT baseSDP {
     VideoParms m_VideoPreso;             ///< the shared screen
     unsigned char bufSRTPKey[SRTP_MAX][kKeyLength + 1];   ///< master key per stream, last byte spare
     unsigned char bufSRTPSalt[SRTP_MAX][kSaltLength + 1]; ///< master salt per stream, last byte spare
-    /// Suite per stream. Remote: the key rows of a stream mean something only when its suite is not
-    /// CRYPTO_NONE.
+    /// Suite per stream. Remote: with CRYPTO_NONE the key rows of the stream mean nothing.
     Quor::media::rtp::CryptoParams::CRYPTO_PROFILE cryptoAlgo[SRTP_MAX];
 
     baseSDP();
@@ -136,8 +130,7 @@ struct COMMONMEDIA_EXPORT baseSDP {
     void setSRTPKey(SRTP_M_LINE n, const unsigned char* key);
 };
 
-/// The local side's capabilities and addresses. The application fills it and passes it to
-/// SDPHandler::InitializeLocalSDP.
+/// The local side's capabilities and addresses, which the application passes to SDPHandler.
 struct COMMONMEDIA_EXPORT LocalSDP : public baseSDP {
     std::string strMyIPAddr;               ///< address of the origin line; empty: strDefaultIPAddr is used
     std::string strOExtension;             ///< suffix of the origin's user name; empty: none
@@ -159,8 +152,7 @@ struct COMMONMEDIA_EXPORT LocalSDP : public baseSDP {
     std::string ToDiag() const;
 };
 
-/// What the far end offered or accepted, as the media engine needs it. The application owns the record;
-/// SDPHandler::ParseTheSDP writes it.
+/// What the far end offered or accepted. The application owns the record; SDPHandler::ParseTheSDP writes it.
 struct COMMONMEDIA_EXPORT RemoteSDP : public baseSDP {
     std::string strAudioIPAddr; ///< where to send audio, as the far end wrote it
     std::int32_t iAudioPayload; ///< payload type of the chosen codec
@@ -212,8 +204,7 @@ struct MediaSessionFields {
     std::vector<std::string> vecCandidate; ///< every "a=candidate:" line, whole, in order (RFC 8839, 5.1)
 };
 
-/// One media section of the remote description, as it was read. Sections and their payload formats are
-/// created with `new` by SDPHandler and deleted by it.
+/// One media section of the remote description, as it was read. SDPHandler owns it and its payload formats.
 struct COMMONMEDIA_EXPORT MediaSession : public MediaSessionFields {
     MediaSession();
     MediaSession(const MediaSession&) = default;
@@ -222,9 +213,7 @@ struct COMMONMEDIA_EXPORT MediaSession : public MediaSessionFields {
     /// Wipes the key material. The RtpMap objects stay alive: delete them first.
     ~MediaSession();
 
-    /// A dump for the trace, one field per line, without the media kind, the "m=" line, crypto and ICE. A
-    /// line of it ends after 999 bytes.
-    /// The fields are shown as they are. Key text that a malformed line carried into one of them is shown
-    /// too; CommonMediaTrace masks it.
+    /// A dump for the trace, one field per line of at most 999 bytes, without the media kind, the "m=" line,
+    /// crypto and ICE. Key text that a malformed line put into a field is shown; CommonMediaTrace masks it.
     std::string ToDiag() const;
 };

@@ -22,21 +22,20 @@
 //     handler.ParseTheSDP("v=0", remote)    0, and remote is reset: a line counts only when it ends in CR LF
 //     ExtractSRTPKey(text, key, salt)  false: not 40 characters of base64; key and salt keep their bytes
 //
-// The far end's text is untrusted: nothing in it makes a function throw, fail or read out of bounds. A line
-// that cannot be used is ignored. Five kinds of malformed lines have an effect all the same:
+// The far end's text is untrusted: nothing in it makes a function throw, fail or read out of bounds. The cost
+// grows with the length of the text, so the application has to limit that length. A line that cannot be used
+// is ignored. Five kinds of malformed lines have an effect all the same:
 //   - A keyword in the middle of a line decides which operation reads the line.
 //   - A line that ends in LF alone is joined to the next one.
 //   - An "m=" line without a format opens no section; the lines after it are added to the previous section.
 //   - A crypto line of an unknown suite, with a tag that is no number or with a broken key replaces the tag,
 //     and the key text when the new one has at least 40 characters.
 //   - A session bandwidth that is no number replaces the bandwidths of the sections.
-// The cost grows with the length of the text, so the application has to limit that length.
+// commonmedia/DELIBERATE.md lists all behaviour that is surprising and intended.
 //
 // Only std::bad_alloc is thrown. If ParseTheSDP throws it, the handler holds the sections read so far, and
 // GetLocalSDP would answer those; the record may have its previous values or some of the new ones. Parse
 // again, or call ResetRemoteSDP.
-//
-// Behaviour that is surprising and intended is listed in commonmedia/DELIBERATE.md.
 //
 // Threads: a handler belongs to one thread at a time. Handlers share nothing but the trace sink.
 #pragma once
@@ -52,7 +51,7 @@
 #include <vector>
 
 /// Writes the inline key text of an "a=crypto:" line: 16 key bytes and 14 salt bytes in base64, exactly 40
-/// characters (RFC 4568, 6.1). Reads 16 bytes at `key` and 14 at `salt`; replaces the text of strBase64Key.
+/// characters (RFC 4568, 6.1). Reads 16 bytes at `key` and 14 at `salt`; replaces strBase64Key.
 COMMONMEDIA_EXPORT void GetSRTPKey(std::string& strBase64Key, const unsigned char* key,
                                    const unsigned char* salt);
 
@@ -61,13 +60,13 @@ COMMONMEDIA_EXPORT void GetSRTPKey(std::string& strBase64Key, const unsigned cha
 COMMONMEDIA_EXPORT bool ExtractSRTPKey(const unsigned char* bufBase64Key, unsigned char* key,
                                        unsigned char* salt);
 
-/// The sections of the last remote description, in "m=" line order, to be read only. Valid until the handler
-/// parses again, is reset or ends; empty while the handler offers.
+/// A view of the sections of the last remote description, in "m=" line order. Valid until the handler parses
+/// again, is reset or ends; empty while the handler offers.
 ///
 ///     for (const MediaSession* section : handler.GetRemoteSections()) { ... section->vecCandidate ... }
 class RemoteSections {
 public:
-    /// A view of `sections`; the caller keeps them.
+    /// The caller keeps the sections.
     explicit RemoteSections(const std::vector<MediaSession*>& sections)
         : first(sections.data()), count(sections.size()) {}
 
@@ -75,8 +74,7 @@ public:
     const MediaSession* const* end() const { return first + count; } ///< after the last section
     std::size_t size() const { return count; }                       ///< number of sections
     bool empty() const { return count == 0; }                        ///< true without a section
-    /// One section, in "m=" line order.
-    /// @param index  less than size()
+    /// Precondition: index < size().
     const MediaSession* operator[](std::size_t index) const { return first[index]; }
 
 private:
@@ -84,7 +82,7 @@ private:
     std::size_t count;
 };
 
-/// The session description side of one call. One handler serves one call for its whole life.
+/// The descriptions of one call; one handler serves one call for its whole life.
 class SDPHandler {
 public:
     bool m_bSRTP = false; ///< SRTP is wanted: offered always, answered where the far end is secure
@@ -107,22 +105,19 @@ public:
     COMMONMEDIA_EXPORT void SetDefaultLocalIPAddr(std::string s);
     /// Whether descriptions carry the presentation video and its floor control channel.
     COMMONMEDIA_EXPORT void SetBfcpSupport(bool fSupported);
-    /// An answer repeats every remote section after the first `sections` ones at port 0. 2 in a new handler.
-    /// Floor control between two ends needs 4: audio, main video, presentation and the floor control channel
-    /// itself.
+    /// An answer repeats every remote section after the first `sections` ones at port 0. 2 in a new handler;
+    /// floor control needs 4: audio, main video, presentation and the floor control channel.
     COMMONMEDIA_EXPORT void SetMaxSupportedSessions(std::uint32_t sections);
     /// Accepted and not used: no line that this side writes carries a local candidate.
     COMMONMEDIA_EXPORT void SetVideoICECandidate(std::string strCandidate);
-    /// Accepted and not used, as SetVideoICECandidate.
-    COMMONMEDIA_EXPORT void SetAudioICECandidate(std::string strCandidate);
+    COMMONMEDIA_EXPORT void SetAudioICECandidate(std::string strCandidate); ///< not used either
 
     /// Reads a remote description, whose lines end in CR LF, in place of the one held before.
     /// @param sdp_string  the far end's text, any bytes
     /// @param ParsedSDP   reset, then filled with what was negotiated; untouched when the text is empty
     /// @return 1 for an empty text, 0 for every other
     COMMONMEDIA_EXPORT int ParseTheSDP(std::string sdp_string, RemoteSDP& ParsedSDP);
-    /// Fills `ParsedSDP` from the sections held; ParseTheSDP ends with this call. Repeating it gives the same
-    /// record.
+    /// Fills `ParsedSDP` from the sections held, as ParseTheSDP does at its end.
     COMMONMEDIA_EXPORT void GetRTPData(RemoteSDP& ParsedSDP);
 
     /// The local description: an offer while there are no remote sections, otherwise the answer to them. The
@@ -133,8 +128,7 @@ public:
     COMMONMEDIA_EXPORT bool IsOffer() const;
     /// Drops the remote sections, so that the next description is an offer.
     COMMONMEDIA_EXPORT void ResetRemoteSDP();
-    /// The remote sections held: what an application needs beyond the record, such as the lines for its ICE
-    /// agent.
+    /// The remote sections held: what the record has no field for, such as the lines for an ICE agent.
     COMMONMEDIA_EXPORT RemoteSections GetRemoteSections() const;
     /// Reports every line that ParseTheSDP reads to `observer`; null, as in a new handler, reports to nobody
     /// and costs nothing. The caller keeps the record alive until it is replaced or the handler ends.
@@ -156,7 +150,6 @@ private:
     class PayloadIndex;
     PayloadIndex* payloadIndex = nullptr; ///< formats of a large section; only while a text is read
 
-    // Life
     void ClearRemoteMediaSession();
 
     // Parse: text to lines, lines to the section opened last
@@ -180,7 +173,7 @@ private:
 
     // Extract: sections to record
     void GetAudioRTPData(RemoteSDP& ParsedSDP, const MediaSession* ms) const;
-    void GetVideoRTPData(RemoteSDP& ParsedSDP, VideoParms& cVideoParms, const MediaSession* ms) const;
+    void GetVideoRTPData(RemoteSDP& ParsedSDP, VideoParms& rs, const MediaSession* ms) const;
     void GetBfcpData(RemoteSDP& ParsedSDP, const MediaSession* ms) const;
     PayloadType_t MatchAudioCodec(const RtpMap* rm) const;
     bool IsG7221Negotiated(const RtpMap* rm) const;

@@ -8,19 +8,15 @@
 //     handler.SetLineObserver(&observer);
 //     handler.ParseTheSDP(text, remote);     // unread: how many lines no row took
 //     handler.SetLineObserver(nullptr);
-//
-// The component decides which handler reads a line; whoever explains a description asks it here instead of
-// reading the text a second time.
 #pragma once
 
-#include "RequireCxx17.h"
+#include "CommonMediaExport.h"
 
 #include <cstddef>
 
 struct MediaSession;
 
-/// Which handler a line belongs to. The order is the order in which the handlers' keywords are looked for:
-/// the first keyword that occurs anywhere in the line decides.
+/// Which handler reads a line: the first, in this order, whose keyword occurs anywhere in the line.
 enum class SDPRow {
     Connection,   ///< c=IN IP4 192.0.2.10
     Media,        ///< m=audio 49170 RTP/AVP 0 101

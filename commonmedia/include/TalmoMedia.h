@@ -1,10 +1,9 @@
 // The part of the media engine's public interface that session descriptions touch: the SRTP suites.
 //
-// The class is declared exactly as the engine declares it, field for field, so that a suite found in a
-// description passes to the engine unchanged. This component uses only the nested enumeration.
+// The class is declared exactly as the engine declares it. This component uses only the nested enumeration.
 #pragma once
 
-#include "RequireCxx17.h"
+#include "CommonMediaExport.h"
 
 #include <cstdint>
 

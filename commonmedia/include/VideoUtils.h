@@ -2,7 +2,6 @@
 #pragma once
 
 #include "CommonMediaExport.h"
-#include "RequireCxx17.h"
 
 #include <string>
 #include <string_view>
@@ -13,8 +12,7 @@ class COMMONMEDIA_EXPORT VideoUtils {
 public:
     VideoUtils() = delete;
 
-    /// Appends the parts of `text` between occurrences of `separator` to `out`, in order. What `out` contains
-    /// already comes first.
+    /// Appends the parts of `text` between occurrences of `separator` to `out`, in order.
     ///
     ///     split(out, "a;;b;", ";")   appends "a", "", "b", ""
     ///     split(out, "", ";")        appends nothing
@@ -24,9 +22,6 @@ public:
     /// True for one or more decimal digits and nothing else: no sign, no blank, no empty text.
     static bool IsNumber(std::string_view text) noexcept;
 
-    /// Decimal text of a signed number; a negative one begins with "-".
-    static std::string ConvertInt(int number);
-
-    /// Decimal text of an unsigned number.
-    static std::string ConvertUInt(unsigned int number);
+    static std::string ConvertInt(int number);           ///< decimal text of a number
+    static std::string ConvertUInt(unsigned int number); ///< decimal text of a number
 };

@@ -5,7 +5,7 @@
 // Test: tests/unit/CommonMediaTraceTest.cpp
 #include "CommonMediaTrace.h"
 
-#include "SDPMask.h"
+#include "SDPSecrecy.h"
 
 #include <atomic>
 #include <cstdarg>

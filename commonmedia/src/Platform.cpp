@@ -1,8 +1,7 @@
 // Stage: none; the platform's clock.
 // Input: the monotonic clock. Output: a 32-bit tick count.
 // Touches nothing.
-// The steady clock never goes back, so a handler never gets a lower session id than an earlier one, until the
-// count wraps.
+// The clock never goes back: until the count wraps, no handler has a lower session id than an earlier one.
 // Test: tests/unit/PlatformTest.cpp
 #include "Platform.h"
 

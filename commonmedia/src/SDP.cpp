@@ -5,7 +5,7 @@
 // Test: tests/unit/SDPTest.cpp
 #include "SDP.h"
 
-#include "SDPWipe.h"
+#include "SDPSecrecy.h"
 
 #include <cstring>
 
@@ -21,8 +21,7 @@ baseSDP::baseSDP() {
 }
 
 baseSDP& baseSDP::operator=(const baseSDP& other) {
-    // [M01] The BFCP identity is not copied: it belongs to the side that owns the record, not to the
-    // capabilities.
+    // [M01] The BFCP identity is not copied: it belongs to the side that owns the record.
     eAudioCodec = other.eAudioCodec;
     iAudioRTPPort = other.iAudioRTPPort;
     iVideoPresoControlPort = other.iVideoPresoControlPort;
@@ -103,8 +102,7 @@ void RemoteSDP::Reset() {
     fIsAudioValid = false;
 }
 
-// [G15] Fields that no line of the description sets have initial values too, so that a copy never contains
-// uninitialised memory.
+// [G15] Fields that no line sets have initial values too, so that a copy contains no uninitialised memory.
 MediaSession::MediaSession() = default;
 
 MediaSession& MediaSession::operator=(const MediaSession& other) {
@@ -117,8 +115,8 @@ MediaSession& MediaSession::operator=(const MediaSession& other) {
 }
 
 MediaSession::~MediaSession() {
-    // [M04] The payload formats stay alive, because a copy of the section shares them; the handler deletes
-    // them before it deletes a section.
+    // [M04] The payload formats stay alive for copies of the section, which share them; the handler deletes
+    // them before the section.
     sdp::Wipe(bufSRTPKey);
     sdp::Wipe(bufSRTPSalt);
     sdp::Wipe(strBase64Key);

@@ -48,12 +48,16 @@ public:
     void OfferPreamble();
     void O();
     void C();
+    void Application();
+    void FloorControl();
+    void Unsupported();
 
     // SDPBuildAttribute.cpp
     void Bandwidth();
     void BandwidthTIAS(bool isVideo);
     void Directional(MediaType media, VIDEOTYPE role);
     void RTCPAttribute(std::int32_t port);
+    void Crypto(SRTP_M_LINE n);
 
     // SDPBuildAudio.cpp
     void Audio();
@@ -61,18 +65,9 @@ public:
 
     // SDPBuildVideo.cpp
     void Video(const VideoParms& parms);
-    void H264Profile(const VideoParms& parms, std::string_view levelDigits);
-    void H264ProfilePacketization0(const VideoParms& parms, std::string_view levelDigits);
+    void H264Parameters(const VideoParms& parms, std::string_view levelDigits, bool isMode1);
     void Label(VIDEOTYPE role);
     void Content(VIDEOTYPE role);
-
-    // SDPBuildSecurity.cpp
-    void Crypto(SRTP_M_LINE n);
-
-    // SDPBuildPresentation.cpp
-    void Application();
-    void FloorControl();
-    void Unsupported();
 
 private:
     const SDPHandler& m_handler;

@@ -1,18 +1,32 @@
-// Stage: build, the lines that sections share: bandwidth, direction, RTCP (RFC 4566, 3890, 3605).
-// Input: MyLocalSDP, the sections held. Output: one line or none.
-// Touches nothing but the text that it appends to.
-// The direction comes from the table that the parser reads.
-// Test: tests/unit/SDPBuildAttributeTest.cpp
+// Stage: build, lines that sections share (RFC 4566, 3890, 3605, 4568), and whether a section is secure.
+// Input: MyLocalSDP, the SRTP switch, the sections held. Output: one line or none; yes or no.
+// Touches nothing but the text that it appends to; the key text in between is wiped.
+// The secure test and the crypto line match sections by different rules, see kStreams.
+// Tests: tests/unit/SDPBuildAttributeTest.cpp, tests/unit/SDPBuildSecurityTest.cpp
 #include "SDPBuild.h"
 
+#include "SDPSecrecy.h"
 #include "SDPTables.h"
 
 #include <algorithm>
 
 namespace {
 
-/// Audio's share of the whole budget, bit/s. Video gets the rest.
-constexpr std::int32_t kAudioShare = 64000;
+bool IsStream(baseSDP::SRTP_M_LINE n) {
+    return n >= baseSDP::SRTP_AUDIO && n < baseSDP::SRTP_MAX;
+}
+
+/// The first secure section of the stream; null when there is none.
+const MediaSession* FindSecure(const std::vector<MediaSession*>& sections, const sdp::StreamMatch& stream,
+                               bool anyContent) {
+    for (const MediaSession* const ms : sections) {
+        if (ms->cryptoAlgo != sdp::CryptoParams::CRYPTO_NONE && ms->eMedia == stream.media &&
+            (anyContent || ms->eContent == stream.content)) {
+            return ms;
+        }
+    }
+    return nullptr;
+}
 
 } // namespace
 
@@ -29,11 +43,12 @@ std::string SDPHandler::AddBandwidth() const {
 }
 
 void SDPHandler::Build::BandwidthTIAS(bool isVideo) {
-    if (m_local.iMaxBandwidth < kAudioShare) {
+    constexpr std::int32_t audioShare = 64000; // bit/s of the whole budget; video gets the rest
+    if (m_local.iMaxBandwidth < audioShare) {
         return;
     }
     // [B05] Main and presentation video each get the full rest; "b=AS:" limits their sum.
-    const std::int32_t bandwidth = isVideo ? m_local.iMaxBandwidth - kAudioShare : kAudioShare;
+    const std::int32_t bandwidth = isVideo ? m_local.iMaxBandwidth - audioShare : audioShare;
     if (bandwidth >= 1) {
         m_out << "b=TIAS:" << bandwidth << "\r\n";
     }
@@ -79,4 +94,43 @@ void SDPHandler::Build::RTCPAttribute(std::int32_t port) {
 
 std::string SDPHandler::AddRTCPAttribute(int port) const {
     return Build::Lines(*this, &Build::RTCPAttribute, port);
+}
+
+bool SDPHandler::IsRemoteSecure(SRTP_M_LINE n) const {
+    return IsStream(n) && FindSecure(vecRemoteMediaSession, sdp::kStreams[n],
+                                     sdp::kStreams[n].isSecureByAnyContent) != nullptr;
+}
+
+bool SDPHandler::UseSecureParms(SRTP_M_LINE n) const {
+    return m_bSRTP && (vecRemoteMediaSession.empty() || IsRemoteSecure(n));
+}
+
+void SDPHandler::Build::Crypto(SRTP_M_LINE n) {
+    // [B22] Without a local suite there is no line, although the profile may say SAVP.
+    if (!IsStream(n) || m_local.cryptoAlgo[n] == sdp::CryptoParams::CRYPTO_NONE) {
+        return;
+    }
+    std::int32_t tag = 1;
+    if (!m_sections.empty()) {
+        const MediaSession* const ms =
+            FindSecure(m_sections, sdp::kStreams[n], sdp::kStreams[n].isTagOfAnyContent);
+        if (ms == nullptr) {
+            return;
+        }
+        tag = ms->iCryptoTag;
+    }
+    // [B21] The tag is the far end's (RFC 4568, 5.1.2), the suite this side's own, whatever suite the far end
+    // offered with that tag.
+    m_out << "a=crypto:" << tag << " ";
+    if (const auto* const suite = sdp::FindRow(sdp::kSuites, &sdp::Suite::profile, m_local.cryptoAlgo[n])) {
+        m_out << suite->name;
+    }
+    std::string keyText;
+    const sdp::WipedAtEnd wiped(keyText);
+    GetSRTPKey(keyText, m_local.bufSRTPKey[n], m_local.bufSRTPSalt[n]);
+    m_out << " inline:" << keyText << "\r\n";
+}
+
+std::string SDPHandler::AddCrypto(SRTP_M_LINE n) const {
+    return Build::Lines(*this, &Build::Crypto, n);
 }

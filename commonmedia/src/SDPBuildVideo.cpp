@@ -5,26 +5,9 @@
 // Test: tests/unit/SDPBuildVideoTest.cpp
 #include "SDPBuild.h"
 
+#include "SDPKeyword.h"
 #include "SDPTables.h"
 #include "SDPText.h"
-
-namespace {
-
-/// One of the two "a=fmtp:" lines. They differ in payload type and in the parameters of the packetization.
-void WriteFormatParameters(sdp::Writer& out, std::int32_t payload, const VideoParms& parms,
-                           std::string_view levelDigits, std::string_view packetization) {
-    // Baseline profile, no constraint
-    out << "a=fmtp:" << payload << " " << sdp::kProfileLevelId << "=4200" << levelDigits;
-    for (const sdp::H264Parameter* const limit : sdp::kWrittenLimits) {
-        const std::int32_t value = parms.*limit->field;
-        if (value != 0) {
-            out << ";" << limit->name << "=" << (limit->isMadeOdd ? value | 1 : value);
-        }
-    }
-    out << ";" << sdp::kPacketizationMode << packetization << ";level-asymmetry-allowed=1\r\n";
-}
-
-} // namespace
 
 void SDPHandler::Build::Video(const VideoParms& parms) {
     if (parms.eVideoCodec == 0) {
@@ -55,11 +38,11 @@ void SDPHandler::Build::Video(const VideoParms& parms) {
             Crypto(stream);
         }
         RTPMap(PAYLOAD_H264);
-        H264Profile(parms, levelDigits);
+        H264Parameters(parms, levelDigits, true);
     }
     if (hasAnyMode) {
         RTPMap(PAYLOAD_H264_PACKETIZATION_0);
-        H264ProfilePacketization0(parms, levelDigits);
+        H264Parameters(parms, levelDigits, false);
         Directional(MEDIA_VIDEO, parms.eVideoType);
         if (parms.iVideoRTPPort != 0) {
             RTCPAttribute(sdp::WrappingAdd(parms.iVideoRTPPort, 1));
@@ -73,22 +56,35 @@ std::string SDPHandler::AddVideo(const VideoParms& parms) const {
     return Build::Lines(*this, &Build::Video, parms);
 }
 
-void SDPHandler::Build::H264Profile(const VideoParms& parms, std::string_view levelDigits) {
-    WriteFormatParameters(m_out, m_local.iVideoPayloadMode1, parms, levelDigits,
-                          "=1;max-rcmd-nalu-size=32000");
+void SDPHandler::Build::H264Parameters(const VideoParms& parms, std::string_view levelDigits, bool isMode1) {
+    // Baseline profile, no constraint
+    m_out << "a=fmtp:" << (isMode1 ? m_local.iVideoPayloadMode1 : m_local.iVideoPayloadMode0) << " "
+          << sdp::kProfileLevelId << "=4200" << levelDigits;
+    for (const sdp::H264Parameter* const limit : sdp::kWrittenLimits) {
+        const std::int32_t value = parms.*limit->field;
+        if (value != 0) {
+            m_out << ";" << limit->name << "=" << (limit->isMadeOdd ? value | 1 : value);
+        }
+    }
+    m_out << ";" << sdp::kPacketizationMode
+          << (isMode1 ? "=1;max-rcmd-nalu-size=32000" : "=0;max-rcmd-nalu-size=0")
+          << ";level-asymmetry-allowed=1\r\n";
 }
 
 std::string SDPHandler::AddH264Profile(const VideoParms& parms) const {
-    return Build::Lines(*this, &Build::H264Profile, parms, ReverseConvertVideoLevel(parms.strVideoLevel));
-}
-
-void SDPHandler::Build::H264ProfilePacketization0(const VideoParms& parms, std::string_view levelDigits) {
-    WriteFormatParameters(m_out, m_local.iVideoPayloadMode0, parms, levelDigits, "=0;max-rcmd-nalu-size=0");
+    return Build::Lines(*this, &Build::H264Parameters, parms, ReverseConvertVideoLevel(parms.strVideoLevel),
+                        true);
 }
 
 std::string SDPHandler::AddH264ProfilePacketization0(const VideoParms& parms) const {
-    return Build::Lines(*this, &Build::H264ProfilePacketization0, parms,
-                        ReverseConvertVideoLevel(parms.strVideoLevel));
+    return Build::Lines(*this, &Build::H264Parameters, parms, ReverseConvertVideoLevel(parms.strVideoLevel),
+                        false);
+}
+
+std::string SDPHandler::ReverseConvertVideoLevel(const std::string& strLevel) const {
+    const std::size_t row =
+        sdp::FirstMatch<sdp::__H264Profile>([&](std::string_view name) { return name == strLevel; });
+    return row == sdp::kH264Levels ? "14" : sdp::__strH264Profile2[row];
 }
 
 void SDPHandler::Build::Label(VIDEOTYPE role) {

@@ -6,7 +6,7 @@
 // Test: tests/unit/SDPDumpTest.cpp
 #include "SDP.h"
 
-#include "SDPMask.h"
+#include "SDPSecrecy.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -16,8 +16,7 @@
 
 namespace {
 
-/// [M03] A line of a dump ends after 999 bytes, its line end included, so that one long attribute cannot fill
-/// a log.
+/// [M03] A line ends after 999 bytes, its line end included, so that one long attribute cannot fill a log.
 constexpr std::size_t kLongestLine = 999;
 
 template <typename... Parts>

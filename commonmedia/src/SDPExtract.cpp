@@ -10,17 +10,6 @@
 #include "SDPText.h"
 #include "VideoUtils.h"
 
-namespace {
-
-/// Adds a section's "b=TIAS:" to the total, bit/s.
-void CountBandwidth(RemoteSDP& ParsedSDP, const MediaSession& ms) {
-    if (VideoUtils::IsNumber(ms.strMaxBandwidth)) {
-        ParsedSDP.iMaxBandwidth = sdp::WrappingAdd(ParsedSDP.iMaxBandwidth, sdp::Number(ms.strMaxBandwidth));
-    }
-}
-
-} // namespace
-
 void SDPHandler::GetRTPData(RemoteSDP& ParsedSDP) {
     ParsedSDP.Reset();
     if (VideoUtils::IsNumber(strMaxSessionBandwidth)) {
@@ -28,8 +17,13 @@ void SDPHandler::GetRTPData(RemoteSDP& ParsedSDP) {
         // far end that asks for more than an int holds gets a wrong number, and nothing is undefined.
         ParsedSDP.iMaxBandwidth = sdp::WrappingMultiply(sdp::Number(strMaxSessionBandwidth), 1000);
     }
-    // [X09] A session bandwidth, numeric or not, replaces the sum of the sections.
-    const bool sectionsCount = strMaxSessionBandwidth.empty();
+    const auto countBandwidth = [&](const MediaSession& ms) {
+        // [X09] A session bandwidth, numeric or not, replaces the sum of the sections.
+        if (strMaxSessionBandwidth.empty() && VideoUtils::IsNumber(ms.strMaxBandwidth)) {
+            ParsedSDP.iMaxBandwidth =
+                sdp::WrappingAdd(ParsedSDP.iMaxBandwidth, sdp::Number(ms.strMaxBandwidth));
+        }
+    };
     for (const MediaSession* const ms : vecRemoteMediaSession) {
         if (CommonMediaTraceEnabled()) {
             CommonMediaTrace(__FILE__, "GetRTPData", __LINE__, "Dump Media Session: \n%s",
@@ -45,15 +39,13 @@ void SDPHandler::GetRTPData(RemoteSDP& ParsedSDP) {
             if (hasRole && !stream.fIsVideoValid) {
                 GetVideoRTPData(ParsedSDP, stream, ms);
                 // [X10] The presentation's bandwidth never counts: it shares what main video was given.
-                if (sectionsCount && ms->eContent == VIDEOTYPE_MAIN) {
-                    CountBandwidth(ParsedSDP, *ms);
+                if (ms->eContent == VIDEOTYPE_MAIN) {
+                    countBandwidth(*ms);
                 }
             }
         } else if (ms->eMedia == MEDIA_AUDIO && !ParsedSDP.fIsAudioValid) {
             GetAudioRTPData(ParsedSDP, ms);
-            if (sectionsCount) {
-                CountBandwidth(ParsedSDP, *ms);
-            }
+            countBandwidth(*ms);
         }
     }
 }

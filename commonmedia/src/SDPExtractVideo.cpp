@@ -10,6 +10,7 @@
 #include "SDPText.h"
 #include "VideoUtils.h"
 
+#include <cstdint>
 #include <iterator>
 
 namespace {
@@ -30,14 +31,9 @@ const sdp::H264Parameter* FindParameter(std::string_view name) {
     return nullptr;
 }
 
-/// Characters of profile-level-id before the level: profile and constraint bytes, which are not examined.
-constexpr std::size_t kProfileLength = 4;
-
 } // namespace
 
-void SDPHandler::GetVideoRTPData(RemoteSDP& ParsedSDP, VideoParms& cVideoParms,
-                                 const MediaSession* ms) const {
-    VideoParms& rs = cVideoParms;
+void SDPHandler::GetVideoRTPData(RemoteSDP& ParsedSDP, VideoParms& rs, const MediaSession* ms) const {
     const SRTP_M_LINE stream =
         ms->eContent == VIDEOTYPE_PRESO ? baseSDP::SRTP_VIDEO_PRESO : baseSDP::SRTP_VIDEO;
     rs.eVideoCodec = PAYLOAD_H264;
@@ -68,6 +64,8 @@ void SDPHandler::GetVideoRTPData(RemoteSDP& ParsedSDP, VideoParms& cVideoParms,
 }
 
 void SDPHandler::LoadH264Parms(VideoParms& rs, const RtpMap* rm) const {
+    // Characters of profile-level-id before the level: profile and constraint bytes, which are not examined.
+    constexpr std::size_t profileLength = 4;
     for (const std::string& parm : rm->vecFmtpParms) {
         // [G08] A parameter without "=", an empty one included, has no value and is skipped.
         const std::string_view text(parm);
@@ -87,8 +85,21 @@ void SDPHandler::LoadH264Parms(VideoParms& rs, const RtpMap* rm) const {
             if (!digits.empty() && (more.empty() || more.front() == '=')) {
                 rs.*row->field = sdp::Number(digits);
             }
-        } else if (sdp::FindByte(valueAndMore, '=') >= kProfileLength) {
-            rs.strVideoLevel = ConvertVideoLevel(sdp::After(valueAndMore, kProfileLength));
+        } else if (sdp::FindByte(valueAndMore, '=') >= profileLength) {
+            rs.strVideoLevel = ConvertVideoLevel(sdp::After(valueAndMore, profileLength));
         }
     }
+}
+
+std::string SDPHandler::ConvertVideoLevel(std::string_view strLevel) const {
+    // [G13] The number is compared in 64 bits: narrowed, digits that do not fit an int would name a level.
+    const std::uint64_t level = sdp::HexNumber(strLevel);
+    for (int row = 0; row < sdp::kH264Levels; ++row) {
+        if (static_cast<std::uint64_t>(sdp::__iH264Profile[row]) == level) {
+            return sdp::__H264Profile[row];
+        }
+    }
+    // [X06] An unknown remote level reads 1.3, so that little is sent to an unknown decoder; an unknown local
+    // name is written as level 2. The two differ on purpose.
+    return "1.3";
 }

@@ -54,16 +54,13 @@ void SDPHandler::ResetRemoteSDP() {
 }
 
 void SDPHandler::ClearRemoteMediaSession() {
-    while (!vecRemoteMediaSession.empty()) {
-        MediaSession* const ms = vecRemoteMediaSession.back();
-        while (!ms->vecRtpMap.empty()) {
-            delete ms->vecRtpMap.back();
-            ms->vecRtpMap.pop_back();
+    for (const MediaSession* const ms : vecRemoteMediaSession) {
+        for (const RtpMap* const rm : ms->vecRtpMap) {
+            delete rm;
         }
         delete ms;
-        vecRemoteMediaSession.pop_back();
     }
+    vecRemoteMediaSession.clear();
     strMaxSessionBandwidth.clear();
-    // [P18] The session address is kept: a description without a session-level "c=" line uses the address of
-    // the previous description.
+    // [P18] The session address is kept for a next description without a session-level "c=" line.
 }

@@ -14,24 +14,24 @@
 #include <cstdint>
 #include <iterator>
 #include <string_view>
-#include <utility>
 
 namespace sdp {
 
-/// Index of the row with this name, one comparison for each row; the number of rows for none.
-template <const auto& kTable, std::size_t... kRow>
-std::size_t RowNamed(std::string_view name, std::index_sequence<kRow...> /*rows*/) {
-    std::size_t row = 0;
-    static_cast<void>(((name == kTable[kRow].name || (++row, false)) || ...));
-    return row;
+/// Index of the first row, from kRow on, for which `matches(row)` is true; the number of rows for none.
+template <const auto& kTable, std::size_t kRow = 0, typename Matches>
+[[gnu::always_inline]] inline std::size_t FirstMatch(Matches matches) {
+    if constexpr (kRow == std::size(kTable)) {
+        return kRow;
+    } else {
+        return matches(kTable[kRow]) ? kRow : FirstMatch<kTable, kRow + 1>(matches);
+    }
 }
 
 /// The row of a table with this name; null for none.
 template <const auto& kTable>
 auto FindNamed(std::string_view name) -> decltype(&kTable[0]) {
-    constexpr std::size_t rows = std::size(kTable);
-    const std::size_t row = RowNamed<kTable>(name, std::make_index_sequence<rows>());
-    return row == rows ? nullptr : &kTable[row];
+    const std::size_t row = FirstMatch<kTable>([name](const auto& named) { return name == named.name; });
+    return row == std::size(kTable) ? nullptr : &kTable[row];
 }
 
 /// One bit for a letter. Some other characters share the bit of a letter: a bit that is set means "compare".
@@ -56,25 +56,14 @@ constexpr Keywords Examine(const Row (&table)[N]) {
     return all;
 }
 
-/// Index of the first row whose keyword `text` begins with, one comparison for each row; the number of rows
-/// for none.
-template <const auto& kTable, std::size_t... kRow>
-[[gnu::always_inline]] inline std::size_t RowAtStart(std::string_view text,
-                                                     std::index_sequence<kRow...> /*rows*/) {
-    std::size_t row = 0;
-    static_cast<void>(((StartsWith(text, kTable[kRow].keyword) || (++row, false)) || ...));
-    return row;
-}
-
 /// Index of the first row of the table, in table order, whose keyword occurs anywhere in the line; the number
 /// of rows for none. Every keyword has its "=" in second place, so the line's "=" signs are the only places
 /// to look, and one pass over them replaces a substring search per row.
 template <const auto& kTable>
 [[gnu::always_inline]] inline std::size_t FirstRow(std::string_view line) {
-    constexpr std::size_t rows = std::size(kTable);
     constexpr Keywords keywords = Examine(kTable);
     static_assert(keywords.isSignSecond);
-    std::size_t best = rows;
+    std::size_t best = std::size(kTable);
     if (line.size() < keywords.shortest) {
         return best;
     }
@@ -85,7 +74,9 @@ template <const auto& kTable>
     for (; at < signs.size(); at = FindByte(signs, '=', at + 1)) {
         // Most other "=" signs of a line, those of format parameters, follow a letter that begins no keyword.
         if ((keywords.firstLetters & LetterBit(line[at - 1])) != 0) {
-            best = std::min(best, RowAtStart<kTable>(After(line, at - 1), std::make_index_sequence<rows>()));
+            const std::string_view text = After(line, at - 1);
+            best = std::min(
+                best, FirstMatch<kTable>([text](const auto& row) { return StartsWith(text, row.keyword); }));
         }
     }
     return best;

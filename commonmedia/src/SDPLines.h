@@ -73,8 +73,7 @@ std::size_t ForEachLine(std::string_view text, Visit visit) {
             begin = at + 2;
         }
     }
-    // [P02] Text after the last CR LF is not a line: a text that was cut in transit must not contribute half
-    // an attribute.
+    // [P02] Text after the last CR LF is no line: a text that was cut must not contribute half an attribute.
     return begin;
 }
 

@@ -7,7 +7,7 @@
 
 #include "SDPLines.h"
 #include "SDPPayloadIndex.h"
-#include "SDPWipe.h"
+#include "SDPSecrecy.h"
 
 #include <cstddef>
 #include <iterator>

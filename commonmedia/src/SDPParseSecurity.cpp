@@ -6,17 +6,10 @@
 #include "SDPHandler.h"
 
 #include "SDPKeyword.h"
+#include "SDPSecrecy.h"
 #include "SDPTables.h"
 #include "SDPText.h"
-#include "SDPWipe.h"
 #include "VideoUtils.h"
-
-namespace {
-
-constexpr std::string_view kKeyMethod = "inline:";
-constexpr std::size_t kKeyTextLength = 40;
-
-} // namespace
 
 void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
     if (vecRemoteMediaSession.empty()) {
@@ -48,11 +41,13 @@ void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
     const std::string_view tag = tagAndMore.substr(0, sdp::FindByte(tagAndMore, ':'));
     ms->iCryptoTag = VideoUtils::IsNumber(tag) ? sdp::Number(tag) : 1;
 
-    if (key.size() < kKeyMethod.size() + kKeyTextLength) {
+    constexpr std::size_t methodLength = std::string_view("inline:").size();
+    constexpr std::size_t keyTextLength = 40;
+    if (key.size() < methodLength + keyTextLength) {
         return;
     }
     // [P21] The seven characters before the key are skipped without a comparison.
-    const std::string_view keyText = key.substr(kKeyMethod.size());
+    const std::string_view keyText = key.substr(methodLength);
     sdp::Wipe(ms->strBase64Key);
     ms->strBase64Key = std::string(keyText.substr(0, keyText.find('\0')));
     // [P12] Text that cannot be decoded replaces the text as well; key and salt keep their bytes.
@@ -68,11 +63,9 @@ void SDPHandler::ProcessICEFragPwd(std::string_view SDPLine) {
         {"a=ice-ufrag", &MediaSession::striceufrag}, // a=ice-ufrag:F7gI
         {"a=ice-pwd", &MediaSession::stricepwd},     // a=ice-pwd:x9cml/YzichV2+XlhiMu8g
     };
-    if (vecRemoteMediaSession.empty()) {
-        return;
-    }
+    const Row* const row = sdp::FirstKeyword<kRows>(SDPLine);
     // [P13] The value is the whole line, because the ICE agent reads whole lines.
-    if (const Row* const row = sdp::FirstKeyword<kRows>(SDPLine)) {
+    if (row != nullptr && !vecRemoteMediaSession.empty()) {
         vecRemoteMediaSession.back()->*row->field = std::string(SDPLine);
     }
 }

@@ -1,9 +1,9 @@
-// Searches in text: a byte, one of two bytes, white space. Each returns the length of the text when nothing
+// Searches in text: a byte, one of two, white space. Each returns the length of the text when nothing
 // matches.
 //
 // Words and lines are so short that a call of memchr for each costs more than it saves. Where a text has
-// sixteen bytes, they are compared at once, which gives sixteen bits, one for each byte. Test:
-// tests/unit/SDPSearchTest.cpp
+// sixteen bytes, they are compared at once, which gives sixteen bits, one for each byte.
+// Test: tests/unit/SDPSearchTest.cpp
 #pragma once
 
 #include <cstddef>
@@ -30,9 +30,6 @@ public:
     explicit SixteenBytes(const char* at) noexcept { std::memcpy(&m_bytes, at, kSize); }
 
     unsigned Equal(char c) const noexcept { return Bits(m_bytes == static_cast<unsigned char>(c)); }
-    unsigned EqualEither(char a, char b) const noexcept {
-        return Bits((m_bytes == static_cast<unsigned char>(a)) | (m_bytes == static_cast<unsigned char>(b)));
-    }
     unsigned Blank() const noexcept { return Bits((m_bytes == ' ') | (m_bytes - '\t' <= '\r' - '\t')); }
 
 private:
@@ -72,8 +69,7 @@ template <typename Bits, typename Matches>
                 return at + static_cast<std::size_t>(__builtin_ctz(found));
             }
         }
-        // Fewer than sixteen remain; they are compared together with bytes before them, which are shifted
-        // out.
+        // Fewer than sixteen remain: they are compared with bytes before them, which are shifted out.
         const unsigned found = bits(SixteenBytes(text.data() + last)) >> (at - last);
         return found == 0 ? text.size() : at + static_cast<std::size_t>(__builtin_ctz(found));
     }
@@ -93,7 +89,7 @@ template <typename Bits, typename Matches>
 /// Offset of the first `a` or `b` at or after `at`.
 inline std::size_t FindEither(std::string_view text, char a, char b, std::size_t at = 0) noexcept {
     return FindFirst(
-        text, at, [a, b](SixteenBytes bytes) { return bytes.EqualEither(a, b); },
+        text, at, [a, b](SixteenBytes bytes) { return bytes.Equal(a) | bytes.Equal(b); },
         [a, b](char c) { return c == a || c == b; });
 }
 

@@ -1,8 +1,7 @@
 // The tables that reading and writing share: each exists once, for both directions.
 //
-// The tables are known at compile time, and a search by FindNamed or FirstKeyword is unrolled into
-// comparisons with constants. H.264 levels have tables of their own in H264Level.h. Test:
-// tests/unit/SDPTablesTest.cpp
+// They are known at compile time; the searches of SDPKeyword.h are unrolled into comparisons with constants.
+// Tests: tests/unit/SDPTablesTest.cpp, tests/unit/H264LevelTest.cpp
 #pragma once
 
 #include "SDP.h"
@@ -56,12 +55,10 @@ constexpr const AudioCodec* FindAudioCodec(std::int32_t codec) {
     return FindRow(kAudioCodecs, &AudioCodec::codec, static_cast<PayloadType_t>(codec));
 }
 
-/// Encoding name of both H.264 formats (RFC 6184, 8.2.1).
-inline constexpr char kH264Name[] = "H264/90000";
-
 /// The two H.264 bits of a stream's codec set.
 inline constexpr std::int32_t kAnyH264 = PAYLOAD_H264 | PAYLOAD_H264_PACKETIZATION_0;
 
+inline constexpr char kH264Name[] = "H264/90000"; ///< encoding name of both formats (RFC 6184, 8.2.1)
 inline constexpr char kProfileLevelId[] = "profile-level-id";
 inline constexpr char kPacketizationMode[] = "packetization-mode";
 
@@ -87,6 +84,19 @@ inline constexpr const H264Parameter* kWrittenLimits[] = {
     FindRow(kH264Parameters, &H264Parameter::place, 2),
     FindRow(kH264Parameters, &H264Parameter::place, 3),
 };
+
+// H.264 levels: name, number and the digits that profile-level-id ends in (RFC 6184, 8.1), row by row.
+// [X05] Level 1b is 255 and "FF" in both directions. The code is private: RFC 6184 writes level 11 with
+// constraint_set3, so only a far end of the same kind reads 1b here.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
+inline constexpr int kH264Levels = 16;
+inline constexpr char __H264Profile[kH264Levels][40] = {"1", "1.b", "1.1", "1.2", "1.3", "2",   "2.1", "2.2",
+                                                        "3", "3.1", "3.2", "4",   "4.1", "4.2", "5",   "5.1"};
+inline constexpr int __iH264Profile[kH264Levels] = {10, 255, 11, 12, 13, 20, 21, 22,
+                                                    30, 31,  32, 40, 41, 42, 50, 51};
+inline constexpr char __strH264Profile2[kH264Levels][40] = {"0A", "FF", "0B", "0C", "0D", "14", "15", "16",
+                                                            "1E", "1F", "20", "28", "29", "2A", "32", "33"};
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
 
 /// Roles of video streams (RFC 4796, 5) and the labels that they are written with (RFC 4574, 4).
 struct VideoRole {

@@ -1,16 +1,17 @@
 // Text helpers of the component: words and numbers. They return views, not copies, and throw nothing.
-//
 // Test: tests/unit/SDPTextTest.cpp
 #pragma once
 
 #include "SDPSearch.h"
 
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
 #include <optional>
 #include <string_view>
+#include <system_error>
 
 namespace sdp {
 
@@ -85,13 +86,19 @@ inline std::string_view Digits(std::string_view text) noexcept {
     return {text.data(), length};
 }
 
-/// The number at the start of a text, read as atoi reads it: white space, a sign, digits; 0 without digits.
-inline std::int32_t Number(std::string_view text) {
-    text = After(text, FindNoBlank(text));
+/// Removes the white space and the sign that a number may begin with. True for "-".
+inline bool TakeSign(std::string_view& text) {
+    text.remove_prefix(FindNoBlank(text));
     const bool isNegative = StartsWith(text, "-");
     if (isNegative || StartsWith(text, "+")) {
         text.remove_prefix(1);
     }
+    return isNegative;
+}
+
+/// The number at the start of a text, read as atoi reads it: white space, a sign, digits; 0 without digits.
+inline std::int32_t Number(std::string_view text) {
+    const bool isNegative = TakeSign(text);
     // [G04] Digits saturate at 64 bits and the result is narrowed to 32, as the C library does where a long
     // has 64 bits: "4294967295" reads -1, "9999999999" reads 1410065407, and twenty nines read -1 again.
     std::int64_t number = 0;
@@ -106,37 +113,17 @@ inline std::int32_t Number(std::string_view text) {
     return Narrow(static_cast<std::uint64_t>(isNegative ? -number : number));
 }
 
-/// The value of a hexadecimal digit; 16 for any other character.
-constexpr std::uint64_t HexDigit(char c) noexcept {
-    if (IsDigit(c)) {
-        return static_cast<std::uint64_t>(c - '0');
-    }
-    const char lower = static_cast<char>(c | 0x20);
-    return lower >= 'a' && lower <= 'f' ? static_cast<std::uint64_t>(lower - 'a') + 10 : 16;
-}
-
 /// The number at the start of a text, read as strtoul reads base 16: white space, a sign, "0x", digits; 0
 /// without digits, the largest number for digits that do not fit 64 bits.
 inline std::uint64_t HexNumber(std::string_view text) {
-    const std::size_t start = FindNoBlank(text);
-    text.remove_prefix(start);
-    const bool isNegative = StartsWith(text, "-");
-    if (isNegative || StartsWith(text, "+")) {
-        text.remove_prefix(1);
-    }
-    if (text.size() > 1 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) {
+    const bool isNegative = TakeSign(text);
+    if (StartsWith(text, "0x") || StartsWith(text, "0X")) {
         text.remove_prefix(2);
     }
     std::uint64_t number = 0;
-    for (const char c : text) {
-        const std::uint64_t digit = HexDigit(c);
-        if (digit == 16) {
-            break;
-        }
-        if (number >> 60U != 0) {
-            return std::numeric_limits<std::uint64_t>::max();
-        }
-        number = number << 4U | digit;
+    if (std::from_chars(text.data(), text.data() + text.size(), number, 16).ec ==
+        std::errc::result_out_of_range) {
+        return std::numeric_limits<std::uint64_t>::max();
     }
     return isNegative ? 0 - number : number;
 }

@@ -8,7 +8,7 @@
 // Test: tests/unit/SDPWriterTest.cpp
 #pragma once
 
-#include "SDPWipe.h"
+#include "SDPSecrecy.h"
 
 #include <algorithm>
 #include <charconv>

@@ -5,7 +5,7 @@
 // Test: tests/unit/SRTPKeyTest.cpp
 #include "SDP.h"
 #include "SDPHandler.h"
-#include "SDPWipe.h"
+#include "SDPSecrecy.h"
 
 #include <openssl/evp.h>
 

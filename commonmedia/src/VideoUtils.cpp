@@ -5,6 +5,8 @@
 // Test: tests/unit/VideoUtilsTest.cpp
 #include "VideoUtils.h"
 
+#include "SDPText.h"
+
 #include <algorithm>
 
 void VideoUtils::split(std::vector<std::string>& out, std::string_view text, std::string_view separator) {
@@ -18,8 +20,7 @@ void VideoUtils::split(std::vector<std::string>& out, std::string_view text, std
         return;
     }
     // Estimating the number of parts saves 9 % of a parse, because the vector need not grow. Six is the
-    // least: smaller blocks would compete with the parts for the few small blocks that the allocator keeps
-    // ready.
+    // least: smaller blocks would compete with the parts for the small blocks that the allocator keeps ready.
     constexpr std::size_t usualParts = 6;
     constexpr std::size_t usualLength = 16; // bytes
     out.reserve(out.size() + std::max(usualParts, 1 + text.size() / usualLength));
@@ -36,12 +37,7 @@ void VideoUtils::split(std::vector<std::string>& out, std::string_view text, std
 bool VideoUtils::IsNumber(std::string_view text) noexcept {
     // [G18] Digits only: with a sign, a blank or a fraction the far end means something else, and the
     // previous value is kept.
-    for (const char c : text) {
-        if (c < '0' || c > '9') {
-            return false;
-        }
-    }
-    return !text.empty();
+    return !text.empty() && sdp::Digits(text).size() == text.size();
 }
 
 std::string VideoUtils::ConvertInt(int number) {

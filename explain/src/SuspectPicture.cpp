@@ -4,7 +4,7 @@
 // Test: tests/explain/judge_cases.py
 #include "FormatLines.h"
 
-#include "H264Level.h"
+#include "SDPTables.h"
 
 #include <algorithm>
 

@@ -121,8 +121,8 @@ bool MayBecome(Meaning before, Meaning now) {
 std::string_view ProfileOf(std::string_view parms) {
     const std::string_view id = Parameter(parms, sdp::kProfileLevelId);
     constexpr std::size_t length = 6;
-    const bool isWhole = id.size() == length &&
-                         std::all_of(id.begin(), id.end(), [](char c) { return sdp::HexDigit(c) < 16; });
+    const bool isWhole =
+        id.size() == length && id.find_first_not_of("0123456789ABCDEFabcdef") == std::string_view::npos;
     return isWhole ? id.substr(0, kDefaultProfile.size()) : kDefaultProfile;
 }
 

@@ -4,7 +4,7 @@
 // Test: tests/negotiation/SDPStreamsTest.cpp
 #pragma once
 
-#include "H264Level.h"
+#include "SDPTables.h"
 
 #include <cstdint>
 #include <string_view>

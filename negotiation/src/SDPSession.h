@@ -7,7 +7,7 @@
 #include "SDPCrypto.h"
 #include "SDPFormats.h"
 #include "SDPNegotiator.h"
-#include "SDPWipe.h"
+#include "SDPSecrecy.h"
 
 #include <array>
 #include <cstdint>

@@ -9,7 +9,7 @@
 #include "SDPH264Rates.h"
 #include "SDPPrepare.h"
 
-#include "H264Level.h"
+#include "SDPTables.h"
 
 #include <algorithm>
 #include <tuple>

@@ -5,7 +5,7 @@
 #include "SDPAddress.h"
 #include "SDPCall.h"
 
-#include "H264Level.h"
+#include "SDPTables.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,5 +1,5 @@
 // H264Level: the rows of the level tables, and both conversions.
-#include "H264Level.h"
+#include "SDPTables.h"
 
 #include <SDPHandler.h>
 

@@ -9,7 +9,6 @@
 #include <random>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -49,7 +48,9 @@ std::size_t RowOf(std::string_view line) {
 
 template <const auto& kTable>
 std::size_t RowAt(std::string_view here) {
-    return sdp::RowAtStart<kTable>(Exact(here).View(), std::make_index_sequence<std::size(kTable)>());
+    const Exact exact(here);
+    return sdp::FirstMatch<kTable>(
+        [&](const Row& row) { return sdp::StartsWith(exact.View(), row.keyword); });
 }
 
 template <const auto& kTable>
@@ -155,15 +156,22 @@ TEST(SDPKeyword, ATableHasAShortestKeyword) {
 }
 
 TEST(SDPKeyword, RowsAreFoundByNumber) {
-    constexpr auto rows = std::make_index_sequence<3>();
-    EXPECT_EQ(sdp::RowAtStart<kThree>("c=...", rows), 0U);
-    EXPECT_EQ(sdp::RowAtStart<kThree>("a=ice", rows), 1U);
-    EXPECT_EQ(sdp::RowAtStart<kThree>("a=icy", rows), 2U);
-    EXPECT_EQ(sdp::RowAtStart<kThree>("b=ice", rows), 3U);
-    constexpr auto names = std::make_index_sequence<5>();
-    EXPECT_EQ(sdp::RowNamed<kNames>("audio", names), 0U);
-    EXPECT_EQ(sdp::RowNamed<kNames>("video2", names), 2U);
-    EXPECT_EQ(sdp::RowNamed<kNames>("image", names), 5U);
+    const auto find = [](std::string_view wanted) {
+        return sdp::FirstMatch<kNames>([wanted](const Named& row) { return row.name == wanted; });
+    };
+    EXPECT_EQ(find("audio"), 0U);
+    EXPECT_EQ(find("video2"), 2U);
+    EXPECT_EQ(find("image"), 5U);
+}
+
+TEST(SDPKeyword, SearchOfRowsEndsAtTheFirstMatch) {
+    int asked = 0;
+    const auto isVideo = [&asked](const Named& row) {
+        ++asked;
+        return row.name == "video";
+    };
+    EXPECT_EQ(sdp::FirstMatch<kNames>(isVideo), 1U);
+    EXPECT_EQ(asked, 2);
 }
 
 TEST(SDPKeyword, KeywordStandsAtTheStartOfAText) {

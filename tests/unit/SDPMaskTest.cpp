@@ -1,5 +1,5 @@
 // SDPMask: which part of a text is key text, and what stays visible.
-#include "SDPMask.h"
+#include "SDPSecrecy.h"
 
 #include "Expect.h"
 

@@ -318,21 +318,6 @@ TEST(SDPText, NumberIsTheNarrowedNumberOfTheCLibrary) {
     }
 }
 
-TEST(SDPText, HexDigitsHaveBothCases) {
-    static_assert(sdp::HexDigit('f') == 15);
-    for (int c = 0; c < 256; ++c) {
-        std::uint64_t expected = 16;
-        if (c >= 0x30 && c <= 0x39) {
-            expected = static_cast<std::uint64_t>(c - 0x30);
-        } else if (c >= 0x41 && c <= 0x46) {
-            expected = static_cast<std::uint64_t>(c - 0x41 + 10);
-        } else if (c >= 0x61 && c <= 0x66) {
-            expected = static_cast<std::uint64_t>(c - 0x61 + 10);
-        }
-        EXPECT_EQ(sdp::HexDigit(static_cast<char>(c)), expected) << c;
-    }
-}
-
 TEST(SDPText, HexNumberReadsAsTheCLibraryDoes) {
     constexpr std::uint64_t most = 0xFFFFFFFFFFFFFFFFU;
     struct {

@@ -1,5 +1,5 @@
 // SDPWipe: no byte of a wiped text or array is left, whatever its length.
-#include "SDPWipe.h"
+#include "SDPSecrecy.h"
 
 #include "Expect.h"
 

@@ -3,7 +3,6 @@
 // Tests: tests/tool/NotesTest.cpp
 #include "Notes.h"
 
-#include "H264Level.h"
 #include "SDPTables.h"
 #include "SDPText.h"
 #include "Words.h"

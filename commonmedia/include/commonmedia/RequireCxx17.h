@@ -1,1 +1,0 @@
-#include "../RequireCxx17.h"
