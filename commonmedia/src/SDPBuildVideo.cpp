@@ -5,7 +5,6 @@
 // Test: tests/unit/SDPBuildVideoTest.cpp
 #include "SDPBuild.h"
 
-#include "SDPKeyword.h"
 #include "SDPTables.h"
 #include "SDPText.h"
 
@@ -79,12 +78,6 @@ std::string SDPHandler::AddH264Profile(const VideoParms& parms) const {
 std::string SDPHandler::AddH264ProfilePacketization0(const VideoParms& parms) const {
     return Build::Lines(*this, &Build::H264Parameters, parms, ReverseConvertVideoLevel(parms.strVideoLevel),
                         false);
-}
-
-std::string SDPHandler::ReverseConvertVideoLevel(const std::string& strLevel) const {
-    const std::size_t row =
-        sdp::FirstMatch<sdp::__H264Profile>([&](std::string_view name) { return name == strLevel; });
-    return row == sdp::kH264Levels ? "14" : sdp::__strH264Profile2[row];
 }
 
 void SDPHandler::Build::Label(VIDEOTYPE role) {

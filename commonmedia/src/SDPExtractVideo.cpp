@@ -10,7 +10,6 @@
 #include "SDPText.h"
 #include "VideoUtils.h"
 
-#include <cstdint>
 #include <iterator>
 
 namespace {
@@ -89,17 +88,4 @@ void SDPHandler::LoadH264Parms(VideoParms& rs, const RtpMap* rm) const {
             rs.strVideoLevel = ConvertVideoLevel(sdp::After(valueAndMore, profileLength));
         }
     }
-}
-
-std::string SDPHandler::ConvertVideoLevel(std::string_view strLevel) const {
-    // [G13] The number is compared in 64 bits: narrowed, digits that do not fit an int would name a level.
-    const std::uint64_t level = sdp::HexNumber(strLevel);
-    for (int row = 0; row < sdp::kH264Levels; ++row) {
-        if (static_cast<std::uint64_t>(sdp::__iH264Profile[row]) == level) {
-            return sdp::__H264Profile[row];
-        }
-    }
-    // [X06] An unknown remote level reads 1.3, so that little is sent to an unknown decoder; an unknown local
-    // name is written as level 2. The two differ on purpose.
-    return "1.3";
 }
