@@ -7,6 +7,8 @@
 
 #include "Platform.h"
 
+#include <algorithm>
+
 // The tick count is stored unchanged: counts from 2147483648 become negative ids, which the origin line
 // writes as unsigned numbers.
 SDPHandler::SDPHandler() : m_iSessionID(static_cast<std::int32_t>(GetTickCount())) {}
@@ -54,13 +56,12 @@ void SDPHandler::ResetRemoteSDP() {
 }
 
 void SDPHandler::ClearRemoteMediaSession() {
-    for (const MediaSession* const ms : vecRemoteMediaSession) {
-        for (const RtpMap* const rm : ms->vecRtpMap) {
-            delete rm;
-        }
+    // Last first: the allocator then needs fewer steps for the next description.
+    for (; !vecRemoteMediaSession.empty(); vecRemoteMediaSession.pop_back()) {
+        const MediaSession* const ms = vecRemoteMediaSession.back();
+        std::for_each(ms->vecRtpMap.rbegin(), ms->vecRtpMap.rend(), [](const RtpMap* rm) { delete rm; });
         delete ms;
     }
-    vecRemoteMediaSession.clear();
     strMaxSessionBandwidth.clear();
     // [P18] The session address is kept for a next description without a session-level "c=" line.
 }
