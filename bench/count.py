@@ -78,6 +78,9 @@ def compare(figures, budgets):
             yield f"{name}: {count:,} instructions, {100 * (count / int(budget) - 1):.1f} % over the budget"
         if allocated > int(allocation_budget):
             yield f"{name}: {allocated:,} allocations, budget {allocation_budget}"
+        for value, limit, unit in ((count, target, "instructions"), (allocated, allocation_target, "allocations")):
+            if limit != "-" and value > int(limit):
+                yield f"{name}: {value:,} {unit}, target {int(limit):,}"
     for name in budgets:
         if name not in figures:
             yield f"{name}: has a budget and is not measured"

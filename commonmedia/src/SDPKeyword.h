@@ -29,7 +29,7 @@ template <const auto& kTable, std::size_t kRow = 0, typename Matches>
 
 /// The row of a table with this name; null for none.
 template <const auto& kTable>
-auto FindNamed(std::string_view name) -> decltype(&kTable[0]) {
+[[gnu::always_inline]] inline auto FindNamed(std::string_view name) -> decltype(&kTable[0]) {
     const std::size_t row = FirstMatch<kTable>([name](const auto& named) { return name == named.name; });
     return row == std::size(kTable) ? nullptr : &kTable[row];
 }
