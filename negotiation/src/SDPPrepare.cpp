@@ -16,7 +16,7 @@ std::string_view WithoutKeyword(std::string_view value) {
     return value.find('=') == std::string_view::npos ? value : std::string_view();
 }
 
-void WriteAddress(sdp::Writer& text, std::string_view address) {
+void WriteConnection(sdp::Writer& text, std::string_view address) {
     // Every section gets its address: one of the session would count for the next description as well [P18].
     if (!address.empty()) {
         text << "c=IN IP4 " << address << "\r\n";
@@ -58,7 +58,7 @@ void WriteSection(sdp::Writer& text, Lines lines, std::string_view address, Role
     } else {
         WriteVideoFormat(text, *taken.video.first, repairs);
     }
-    WriteAddress(text, address);
+    WriteConnection(text, address);
     if (role == kSlides) {
         text << "a=content:slides\r\n";
     }
