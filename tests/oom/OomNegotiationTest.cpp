@@ -52,6 +52,25 @@ const std::string kOffer = "v=0\r\no=far 7 1 IN IP4 198.51.100.7\r\ns=-\r\nc=IN 
                            "a=floorid:1 mstrm:a-label-that-is-longer-than-a-short-text\r\n"
                            "m=message 30008 TCP/MSRP a b\r\n";
 
+/// All streams of the offer on hold at port 0.
+const std::string kHeld = "v=0\r\no=far 7 2 IN IP4 198.51.100.7\r\ns=-\r\nc=IN IP4 198.51.100.7\r\nt=0 0\r\n"
+                          "m=audio 0 RTP/SAVP 9 0 101\r\n"
+                          "m=video 0 RTP/SAVP 97 126\r\n"
+                          "m=video 0 RTP/AVP 100\r\n"
+                          "m=application 0 UDP/BFCP *\r\n"
+                          "m=message 0 TCP/MSRP a b\r\n";
+
+/// Sections that are rejected, each for what its "m=" line lacks.
+const std::string kOdd =
+    "v=0\r\no=far 7 1 IN IP4 198.51.100.7\r\ns=-\r\nc=IN IP4 198.51.100.7\r\n"
+    "t=3724394400 3724398000\r\nr=604800 3600 0 90000\r\nt=0 0\r\n"
+    "m=audio 30000 RTP/AVP 0\r\n"
+    "m=a-medium-that-is-longer-than-a-short-text 30002 RTP//AVP 31 a-format-of-some-length\r\n"
+    "m=a-medium-that-is-longer-than-a-short-text 30004\r\n"
+    "m=a-medium-that-is-longer-than-a-short-text\r\n"
+    "m=video 30006 RTP/AVP 97\r\n"
+    "a=rtpmap:97 H264/90000\r\n";
+
 LocalSDP Local() {
     return support::PresentationLocal();
 }
@@ -83,6 +102,17 @@ void BeginOffered(SDPNegotiator& call) {
     g_answer = AnswerTo(call.Offer().text);
 }
 
+void BeginHeld(SDPNegotiator& call) {
+    BeginAnswered(call);
+    call.Answer(kHeld);
+}
+
+/// The far end offers what this side answered, keys included.
+void BeginEchoed(SDPNegotiator& call) {
+    Begin(call);
+    g_answer = call.Answer(kOffer).text;
+}
+
 struct Operation {
     const char* name;
     void (*prepare)(SDPNegotiator& call);
@@ -97,6 +127,13 @@ constexpr Operation kOperations[] = {
     {"AnswerAgain", BeginAnswered, [](SDPNegotiator& call) { EXPECT_TRUE(call.Answer(kOffer).isTaken); }, 40},
     {"OfferAgain", BeginAnswered, [](SDPNegotiator& call) { EXPECT_TRUE(call.Offer().isTaken); }, 20},
     {"Accept", BeginOffered, [](SDPNegotiator& call) { EXPECT_TRUE(call.Accept(g_answer).isTaken); }, 40},
+    {"AnswerHeld", BeginAnswered, [](SDPNegotiator& call) { EXPECT_TRUE(call.Answer(kHeld).isTaken); }, 15},
+    {"AnswerResumed", BeginHeld, [](SDPNegotiator& call) { EXPECT_TRUE(call.Answer(kOffer).isTaken); }, 40},
+    {"OfferHeld", BeginHeld, [](SDPNegotiator& call) { EXPECT_TRUE(call.Offer().isTaken); }, 20},
+    {"AnswerOdd", Begin, [](SDPNegotiator& call) { EXPECT_TRUE(call.Answer(kOdd).isTaken); }, 40},
+    {"AnswerEchoed", BeginEchoed, [](SDPNegotiator& call) { EXPECT_TRUE(call.Answer(g_answer).isTaken); },
+     40},
+    {"AnswerPlain", BeginHeld, [](SDPNegotiator& call) { EXPECT_EQ(call.Answer(kOdd).status, 488); }, 3},
     {"Refused488", BeginOffered, [](SDPNegotiator& call) { EXPECT_TRUE(call.Refused(488).isTaken); }, 1},
     {"Rekey", BeginAnswered, [](SDPNegotiator& call) { EXPECT_TRUE(call.Rekey().isTaken); }, 1},
     {"Hold", BeginAnswered, [](SDPNegotiator& call) { call.Hold(true); }, 1},
