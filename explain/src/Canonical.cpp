@@ -195,8 +195,27 @@ std::string Fmtp(std::string_view line) {
     return text;
 }
 
+/// The words of a crypto line after its keyword, with the key method at the start of a word and behind the
+/// suite.
+std::vector<std::string_view> CryptoWordsOf(std::string_view line) {
+    std::vector<std::string_view> words = WordsOf(line.substr(8));
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::size_t method = Lower(words[i]).find("inline:");
+        if (method != std::string::npos && method > 0 && words[i][method - 1] != ':') {
+            const std::string_view key = words[i].substr(method);
+            words[i] = words[i].substr(0, method);
+            words.insert(words.begin() + static_cast<std::ptrdiff_t>(i) + 1, key);
+        }
+        if (i > 0 && Upper(words[i]).find("AES_") != std::string::npos &&
+            BeginsWith(Lower(words[i - 1]), "inline:")) {
+            std::swap(words[i], words[i - 1]);
+        }
+    }
+    return words;
+}
+
 std::string CryptoLine(std::string_view line) {
-    const std::vector<std::string_view> words = WordsOf(line.substr(8));
+    const std::vector<std::string_view> words = CryptoWordsOf(line);
     const std::string_view first = line.substr(0, line.find_first_of(" \t", 10));
     const std::size_t digit = first.find_first_of("0123456789");
     const std::string_view digits =

@@ -169,13 +169,13 @@ void AddShape(State& state, const RemoteSections& sections) {
 
 /// A section that is answered by one of ours and rejected as surplus as well.
 void AddRejection(State& state, const ExplainInput& input, const RemoteSections& sections) {
-    const auto add = [&](Fact fact, const char* name, const MediaSession* section, bool isAnswered) {
+    using Topics = std::initializer_list<Topic>;
+    const auto add = [&](Topics topics, unsigned char which, const char* name, const MediaSession* section,
+                         bool isAnswered) {
         const std::size_t place = PlaceOf(sections, section);
-        fact.about = About::Served;
-        fact.isHard = true;
+        Fact fact{Topic::Call, About::Served, which, false, true};
         fact.isDead = place != kNowhere && place >= input.servedSections && section->iPort != 0;
-        const Topic own = fact.topic;
-        for (const Topic topic : {own, Topic::Call}) {
+        for (const Topic topic : topics) {
             fact.topic = topic;
             if (!fact.isDead) {
                 state.Say(fact, {name, " is not rejected by our answer"});
@@ -187,14 +187,16 @@ void AddRejection(State& state, const ExplainInput& input, const RemoteSections&
         }
     };
     for (const auto stream : {baseSDP::SRTP_AUDIO, baseSDP::SRTP_VIDEO, baseSDP::SRTP_VIDEO_PRESO}) {
-        constexpr Topic topics[] = {Topic::AudioReceive, Topic::MainReceive, Topic::Slides};
+        static constexpr Topics kTopics[] = {{Topic::AudioReceive, Topic::AudioSend, Topic::Call},
+                                             {Topic::MainReceive, Topic::MainSend, Topic::Call},
+                                             {Topic::Slides, Topic::Call}};
         const OurSection* const ours = OurStream(state, stream);
-        add({topics[stream], About::Served, static_cast<unsigned char>(stream)}, kStreamNames[stream],
+        add(kTopics[stream], static_cast<unsigned char>(stream), kStreamNames[stream],
             SectionOfStream(sections, stream), ours != nullptr && ours->port != "0");
     }
     const auto floor = std::find_if(sections.begin(), sections.end(),
                                     [](const MediaSession* section) { return sdp::IsBfcp(*section); });
-    add({Topic::Floor, About::Served, baseSDP::SRTP_MAX}, "floor control",
+    add({Topic::Floor, Topic::Call}, baseSDP::SRTP_MAX, "floor control",
         floor == sections.end() ? nullptr : *floor, input.floorControl);
 }
 

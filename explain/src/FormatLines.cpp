@@ -19,9 +19,9 @@ std::string NameOf(const Scene& scene, const MeantSection& section, std::string_
     return words.size() < 2 ? std::string() : Upper(words[1].substr(0, words[1].find('/')));
 }
 
-const TextLine* LineOf(const Scene& scene, const FormatLines& lines, std::string_view payload) {
+const TextLine* LineOf(const Reading& reading, const FormatLines& lines, std::string_view payload) {
     const auto found = lines.find(payload);
-    return found == lines.end() ? nullptr : &scene.reading.lines[found->second];
+    return found == lines.end() ? nullptr : &reading.lines[found->second];
 }
 
 std::string NamesIn(const Scene& scene, const MeantSection& section) {
@@ -29,7 +29,7 @@ std::string NamesIn(const Scene& scene, const MeantSection& section) {
     std::string names;
     std::size_t count = 0;
     for (const std::string_view format : section.formats) {
-        const TextLine* const line = LineOf(scene, section.rtpmap, format);
+        const TextLine* const line = LineOf(scene.reading, section.rtpmap, format);
         if (++count > most) {
             return names + " and more";
         }
@@ -40,6 +40,14 @@ std::string NamesIn(const Scene& scene, const MeantSection& section) {
                                   : Shown(words[1]) + " (line " + std::to_string(line->number) + ")";
     }
     return names;
+}
+
+std::string Payloads(const MeantSection& section) {
+    std::string text;
+    for (std::size_t i = 0; i < section.formats.size() && i < 8; ++i) {
+        text += (i == 0 ? "" : " ") + Shown(section.formats[i]);
+    }
+    return text;
 }
 
 std::string WithFormat(const TextLine& line, std::string_view from, std::string_view to) {

@@ -16,9 +16,11 @@ extern const Rule kNoCommonFormat;
 /// The name in the last rtpmap line of a payload, without clock rate, upper case; empty without one.
 std::string NameOf(const Scene& scene, const MeantSection& section, std::string_view payload);
 /// The last of these lines for a payload; null without one.
-const TextLine* LineOf(const Scene& scene, const FormatLines& lines, std::string_view payload);
+const TextLine* LineOf(const Reading& reading, const FormatLines& lines, std::string_view payload);
 /// "VP8/90000 (line 10), payload 34": what a section lists.
 std::string NamesIn(const Scene& scene, const MeantSection& section);
+/// "97 126": the formats of a section, of many the first.
+std::string Payloads(const MeantSection& section);
 /// The m= line with one format replaced, added at its end (`from` empty) or removed (`to` empty).
 std::string WithFormat(const TextLine& line, std::string_view from, std::string_view to);
 /// The line with another payload after its colon.

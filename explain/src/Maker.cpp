@@ -36,10 +36,10 @@ std::string ConsequenceOf(const Suspect& suspect, const Effect& effect, ExplainT
 
 using Find = void (*)(Scene&);
 constexpr Find kFinders[] = {
-    FindLocalAudio, FindLocalVideo,   FindLocalCall,    FindPair,       FindLineEnds,
-    FindMisread,    FindMedia,        FindMisplaced,    FindMisspelled, FindOverridden,
-    FindAddresses,  FindAudioFormats, FindVideoFormats, FindParameters, FindSecurity,
-    FindStreams,    FindBandwidth,    FindFloor,        FindIce,
+    FindLocalAudio, FindLocalVideo, FindLocalCall,    FindPair,         FindLineEnds,
+    FindMisread,    FindNames,      FindMedia,        FindMisplaced,    FindMisspelled,
+    FindOverridden, FindAddresses,  FindAudioFormats, FindVideoFormats, FindParameters,
+    FindSecurity,   FindStreams,    FindBandwidth,    FindFloor,        FindIce,
 };
 
 void DropCure(ExplainFinding& finding) {

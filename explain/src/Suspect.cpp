@@ -4,6 +4,8 @@
 // Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
+#include "SDPTables.h"
+
 #include <algorithm>
 
 namespace explain {
@@ -101,6 +103,18 @@ std::string AfterWords(const Reading& reading, std::size_t index) {
     }
     return next == nullptr ? "no other line"
                            : "line " + std::to_string(next->number) + ", " + Quoted(next->text);
+}
+
+std::string_view SectionText(const Reading& reading, const MeantSection& section) {
+    const TextLine& first = reading.lines[section.line];
+    const TextLine& last = reading.lines[section.last];
+    return reading.text.substr(first.offset, last.offset + last.text.size() + last.end.size() - first.offset);
+}
+
+bool IsDirection(const TextLine& line) {
+    const std::string text = Lower(Trimmed(line.text));
+    return std::any_of(std::begin(sdp::kDirections), std::end(sdp::kDirections),
+                       [&](const sdp::Direction& direction) { return text == direction.keyword; });
 }
 
 std::string FreePayload(const MeantSection& section) {

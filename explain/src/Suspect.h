@@ -57,6 +57,7 @@ void FindLocalVideo(Scene& scene);
 void FindLocalCall(Scene& scene);
 void FindLineEnds(Scene& scene);
 void FindMisread(Scene& scene);
+void FindNames(Scene& scene);
 void FindMisspelled(Scene& scene);
 void FindMisplaced(Scene& scene);
 void FindOverridden(Scene& scene);
@@ -76,6 +77,17 @@ void FindPair(Scene& scene);
 void FindLocalSrtp(Scene& scene);
 void FindLocalPort(Scene& scene, std::string_view file, std::string_view record, std::int32_t port,
                    const char* stream, ExplainTopic topic);
+/// Part of FindLocalCall: ports of ours that overlap.
+void FindOverlap(Scene& scene);
+/// Part of FindMedia: the order of the sections, and several sections of one kind.
+void FindSections(Scene& scene);
+/// Part of FindSecurity: what is wrong with one crypto line. `earlier` is the last line before it in its
+/// section with a suite that is read, or null; `hasRead`: the section has a line of such a suite.
+void FindCryptoLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool hasRead,
+                    ExplainTopic topic);
+/// Part of FindPair: formats of a section of the answer that differ from those of our offer.
+void FindPairFormats(Scene& scene, const Reading& offer, const MeantSection& ours, const MeantSection& theirs,
+                     const std::vector<ExplainTopic>& topics);
 
 /// What strict readers say of the answer, when offer and answer are both given (CheckAnswer).
 std::vector<ExplainFinding> JudgedFindings(const ExplainInput& input);
@@ -113,6 +125,10 @@ std::string WithWord(const TextLine& line, std::size_t index, const std::string&
 const char* RowWords(SDPRow row);
 /// The line after this one that changes a section most visibly, quoted; "no other line" for none.
 std::string AfterWords(const Reading& reading, std::size_t index);
+/// The bytes of a section, from its m= line to its last line.
+std::string_view SectionText(const Reading& reading, const MeantSection& section);
+/// Whether the line is a direction and nothing else.
+bool IsDirection(const TextLine& line);
 /// A payload number that the section does not use.
 std::string FreePayload(const MeantSection& section);
 

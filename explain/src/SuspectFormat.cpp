@@ -44,7 +44,7 @@ std::string_view NameOfCodec(const sdp::AudioCodec& codec) {
 void AddRenamed(Scene& scene, const MeantSection& section, const TextLine& media, std::string_view payload,
                 const std::string& name) {
     for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
-        const TextLine* const rtpmap = LineOf(scene, section.rtpmap, payload);
+        const TextLine* const rtpmap = LineOf(scene.reading, section.rtpmap, payload);
         if (!codec.isStatic || payload != codec.format.payload || name.empty() ||
             name == NameOfCodec(codec) || rtpmap == nullptr) {
             continue;
@@ -52,7 +52,7 @@ void AddRenamed(Scene& scene, const MeantSection& section, const TextLine& media
         const std::string free = FreePayload(section);
         std::vector<ExplainTextChange> changes = {ReplaceLine(media, WithFormat(media, payload, free)),
                                                   ReplaceLine(*rtpmap, WithPayload(*rtpmap, free))};
-        if (const TextLine* const fmtp = LineOf(scene, section.fmtp, payload)) {
+        if (const TextLine* const fmtp = LineOf(scene.reading, section.fmtp, payload)) {
             changes.push_back(ReplaceLine(*fmtp, WithPayload(*fmtp, free)));
         }
         Suspect& suspect =
@@ -68,7 +68,7 @@ void AddRenamed(Scene& scene, const MeantSection& section, const TextLine& media
 void AddByNumber(Scene& scene, const MeantSection& section, const TextLine& media, std::string_view payload,
                  const std::string& name) {
     for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
-        const TextLine* const rtpmap = LineOf(scene, section.rtpmap, payload);
+        const TextLine* const rtpmap = LineOf(scene.reading, section.rtpmap, payload);
         const std::string number(codec.format.payload);
         if (!codec.isStatic || name != NameOfCodec(codec) || payload == number || rtpmap == nullptr ||
             section.listed.count(number) != 0) {
@@ -85,8 +85,8 @@ void AddByNumber(Scene& scene, const MeantSection& section, const TextLine& medi
 }
 
 void AddBitRate(Scene& scene, const MeantSection& section, std::string_view payload) {
-    const TextLine* const fmtp = LineOf(scene, section.fmtp, payload);
-    const TextLine* const rtpmap = LineOf(scene, section.rtpmap, payload);
+    const TextLine* const fmtp = LineOf(scene.reading, section.fmtp, payload);
+    const TextLine* const rtpmap = LineOf(scene.reading, section.rtpmap, payload);
     const bool hasCodec = scene.state.record.eAudioCodec != PAYLOAD_UNKNOWN;
     if (Upper(rtpmap->text).find("G7221/16000") == std::string::npos &&
         rtpmap->text.find('/') != std::string_view::npos) {
@@ -157,8 +157,8 @@ const char* NameByParameters(const MeantSection& section, const TextLine* fmtp) 
 
 void AddNameless(Scene& scene, const MeantSection& section, std::string_view payload) {
     const TextLine& media = scene.reading.lines[section.line];
-    const TextLine* const fmtp = LineOf(scene, section.fmtp, payload);
-    const TextLine* const bare = LineOf(scene, section.rtpmap, payload);
+    const TextLine* const fmtp = LineOf(scene.reading, section.fmtp, payload);
+    const TextLine* const bare = LineOf(scene.reading, section.rtpmap, payload);
     const std::string name = NameByParameters(section, fmtp);
     if (name.empty()) {
         return;

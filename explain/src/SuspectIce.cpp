@@ -24,6 +24,9 @@ constexpr Rule kDroppedIce = {"E97", "P04", ExplainSeverity::Note, 49,
 constexpr Rule kNoIce = {"E86", "", ExplainSeverity::Note, 48,
                          "User fragment and password are those of the section itself; bundling is not read, "
                          "and no section takes those of another."};
+constexpr Rule kShortIce = {"E99", "P13", ExplainSeverity::Warning, 13,
+                            "The line is kept whole for an agent, which refuses a user fragment of fewer "
+                            "than 4 characters and a password of fewer than 22 (P13; RFC 8839, 5.4)."};
 constexpr Rule kMux = {"E84", "", ExplainSeverity::Note, 65,
                        "This attribute is not read: RTCP goes to the port after the RTP port, each section "
                        "has its own ports, and the packet time is the engine's."};
@@ -98,6 +101,18 @@ void AddHalf(Scene& scene, const IceLines& ice) {
           {InsertAfter(there, missing + ":none")});
 }
 
+/// User fragment or password without a value, or with one that an agent refuses.
+void AddShortValue(Scene& scene, const TextLine* line, std::size_t least) {
+    const std::size_t length = line == nullptr ? least : ValueOf(line->text).size();
+    if (length < least) {
+        const std::string count =
+            length == 0 ? "no value" : "a value of " + std::to_string(length) + " characters";
+        Blame(scene, kShortIce, *line, LineWords(scene, *line) + " has " + count + ".", "", {})
+            .known.emplace_back(Topic::Ice, "An ICE agent refuses the user fragment and the password of this "
+                                            "section, so it checks no candidate.");
+    }
+}
+
 void FindIceSection(Scene& scene, const MeantSection& section) {
     const IceLines ice = IceLinesOf(scene, section);
     const TextLine& media = scene.reading.lines[section.line];
@@ -112,6 +127,8 @@ void FindIceSection(Scene& scene, const MeantSection& section) {
                 "The section for " + section.media +
                     " has no ufrag and no password, so an ICE agent cannot check its candidates.");
     }
+    AddShortValue(scene, ice.user, 4);
+    AddShortValue(scene, ice.password, 22);
     if ((ice.user == nullptr) != (ice.password == nullptr)) {
         AddHalf(scene, ice);
     }

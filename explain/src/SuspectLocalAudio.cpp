@@ -1,4 +1,4 @@
-// Stage: suspects in the local fields of audio, and in the ports of all streams.
+// Stage: suspects in the local fields of audio.
 // Input: the local record. Output: suspects.
 // Touches the list of suspects.
 // Test: tests/explain/judge_cases.py
@@ -23,38 +23,25 @@ constexpr Rule kMaskLacks = {
 constexpr Rule kPriorityLacks = {"E102", "", ExplainSeverity::Error, 18,
                                  "Our text lists the codecs of the preference list alone, so a codec of "
                                  "eAudioCodec that is not in it is read but never written."};
-constexpr Rule kPort = {"E103", "", ExplainSeverity::Error, 5,
-                        "A port is written as it is, and port 0 declines the section (RFC 3264, 6)."};
-
-bool IsPort(std::int32_t port) {
-    return port > 0 && port < 65535;
-}
-
 } // namespace
-
-void FindLocalPort(Scene& scene, std::string_view file, std::string_view record, std::int32_t port,
-                   const char* stream, Topic topic) {
-    if (IsPort(port)) {
-        return;
-    }
-    BlameField(scene, kPort, file,
-               std::string(record) + " (" + std::string(file) + ") is " + std::to_string(port) + ".",
-               "set " + std::string(file) + " to the RTP port", 16384 + static_cast<int>(file.size()) * 2)
-        .known.emplace_back(topic, std::string("Our text declines ") + stream + " with port " +
-                                       std::to_string(port) + ", so none is received.");
-}
 
 void FindLocalAudio(Scene& scene) {
     const LocalSDP& local = scene.input.local;
     const auto& priority = local.listAudioCodecPriority;
     FindLocalPort(scene, "audio.port", "iAudioRTPPort", local.iAudioRTPPort, "audio", Topic::AudioReceive);
     if (priority.empty()) {
-        BlameField(scene, kEmptyPriority, "audio.priority",
-                   "listAudioCodecPriority (audio.priority) is empty.", "list codecs in audio.priority",
-                   local.eAudioCodec & 0x59)
-            .known.emplace_back(Topic::AudioCodec, "Our text has no audio section.");
+        Suspect& suspect = BlameField(scene, kEmptyPriority, "audio.priority",
+                                      "listAudioCodecPriority (audio.priority) is empty.",
+                                      "list codecs in audio.priority", local.eAudioCodec & 0x59);
+        suspect.known.emplace_back(Topic::AudioCodec, "Our text has no audio section.");
+        suspect.known.emplace_back(Topic::Dtmf, "Our text has no audio section, so there are no tones.");
     }
-    for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
+    std::vector<sdp::AudioCodec> codecs(std::begin(sdp::kAudioCodecs), std::end(sdp::kAudioCodecs));
+    // The codec that the far end chose comes first: it is what the call lacks.
+    std::stable_partition(codecs.begin(), codecs.end(), [&](const sdp::AudioCodec& codec) {
+        return codec.codec == scene.state.record.eAudioCodec;
+    });
+    for (const sdp::AudioCodec& codec : codecs) {
         const bool isPreferred = std::find(priority.begin(), priority.end(), codec.codec) != priority.end();
         const bool isSet = (local.eAudioCodec & codec.codec) != 0;
         static constexpr std::pair<std::int32_t, const char*> kNames[] = {{PAYLOAD_G722, "G722"},

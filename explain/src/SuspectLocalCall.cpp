@@ -50,8 +50,6 @@ constexpr Rule kServed = {"E132", "B18", ExplainSeverity::Error, 25,
 constexpr Rule kUnasked = {"E133", "B20", ExplainSeverity::Error, 47,
                            "Each section that the local record has is written, offered or not (B20); an "
                            "answer may have only the sections of its offer (RFC 3264, 6)."};
-constexpr Rule kSamePorts = {"E134", "", ExplainSeverity::Error, 9,
-                             "Ports are written as they are, and RTCP takes the port after each."};
 constexpr Rule kOrigin = {"E135", "", ExplainSeverity::Error, 9,
                           "The extension is written into the first word of the o= line as it is."};
 
@@ -227,38 +225,6 @@ void FindUnasked(Scene& scene) {
     }
 }
 
-void FindPorts(Scene& scene) {
-    const LocalSDP& local = scene.input.local;
-    const std::pair<const char*, std::int32_t> ports[] = {
-        {"audio.port", local.iAudioRTPPort},
-        {"video.main.port", local.m_VideoMain.iVideoRTPPort},
-        {"video.presentation.port", local.m_VideoPreso.iVideoRTPPort}};
-    constexpr Topic topics[] = {Topic::AudioReceive, Topic::MainReceive, Topic::Slides};
-    for (std::size_t i = 0; i < 3; ++i) {
-        for (std::size_t j = 0; j < i; ++j) {
-            const long distance = static_cast<long>(ports[i].second) - ports[j].second;
-            if (ports[i].second == 0 || ports[j].second == 0 || distance > 1 || distance < -1 ||
-                (i == 2 && !scene.input.floorControl)) {
-                continue;
-            }
-            Suspect& suspect =
-                BlameField(scene, kSamePorts, ports[i].first,
-                           LocalField(ports[i].first) == nullptr
-                               ? ""
-                               : std::string(LocalField(ports[i].first)->record) + " (" + ports[i].first +
-                                     ") is " + std::to_string(ports[i].second) + ", beside " +
-                                     ports[j].first + " " + std::to_string(ports[j].second) + ".",
-                           std::string("set ") + ports[i].first + " to a port of its own",
-                           ports[j].second > 0 && ports[j].second < 65530 ? ports[j].second + 4 : 16384);
-            for (const std::size_t k : {i, j}) {
-                suspect.known.emplace_back(
-                    topics[k],
-                    "Our text asks for two streams at ports that overlap, so they cannot be told apart.");
-            }
-        }
-    }
-}
-
 } // namespace
 
 void FindLocalCall(Scene& scene) {
@@ -268,7 +234,7 @@ void FindLocalCall(Scene& scene) {
     FindOwnFloor(scene);
     FindServed(scene);
     FindUnasked(scene);
-    FindPorts(scene);
+    FindOverlap(scene);
 }
 
 } // namespace explain

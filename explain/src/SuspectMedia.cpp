@@ -1,4 +1,4 @@
-// Stage: suspects in m= lines: ports, transports, the order and the number of sections.
+// Stage: suspects in m= lines: media, ports, transports.
 // Input: the sections that the writer meant. Output: suspects.
 // Touches the list of suspects.
 // Test: tests/explain/judge_cases.py
@@ -29,10 +29,6 @@ constexpr Rule kPort = {
 constexpr Rule kDeclined = {
     "E23", "", ExplainSeverity::Note, 60,
     "Port 0 declines a section or rejects it, so it neither sends nor receives (RFC 3264, 5.1 and 6)."};
-constexpr Rule kOrder = {"E24", "B03", ExplainSeverity::Error, 30,
-                         "An answer has audio, main video, slides, floor control in this order, whatever the "
-                         "order of the offer (B03; RFC 3264, 6 wants the offer's)."};
-constexpr Rule kSecond = {"E25", "X08", ExplainSeverity::Error, 22, ""};
 constexpr Rule kBfcpTransport = {"E28", "", ExplainSeverity::Error, 30,
                                  "A section is floor control when its line contains BFCP in capital letters, "
                                  "over whatever transport, and our answer always says UDP/BFCP."};
@@ -42,13 +38,6 @@ constexpr Rule kTransport = {"E26", "", ExplainSeverity::Warning, 55,
 constexpr Rule kDtls = {"E27", "", ExplainSeverity::Error, 50,
                         "DTLS (fingerprint and setup lines) is not read, and the transport is not examined: "
                         "the answer says RTP/AVP and has no a=crypto line and no key."};
-
-int RankOf(const MeantSection& section, bool isSlides) {
-    return section.media == "audio"         ? 0
-           : section.media == "video"       ? (isSlides ? 2 : 1)
-           : section.media == "application" ? 3
-                                            : 4;
-}
 
 std::vector<Topic> TopicsOf(const MeantSection& section, bool isSlides) {
     if (section.media == "audio") {
@@ -68,13 +57,6 @@ bool IsBundleOnly(const Scene& scene, const MeantSection& section) {
         }
     }
     return false;
-}
-
-std::string_view SectionText(const Scene& scene, const MeantSection& section) {
-    const TextLine& first = scene.reading.lines[section.line];
-    const TextLine& last = scene.reading.lines[section.last];
-    return scene.reading.text.substr(first.offset,
-                                     last.offset + last.text.size() + last.end.size() - first.offset);
 }
 
 void AddShort(Scene& scene, const MeantSection& section, const TextLine& line) {
@@ -179,99 +161,25 @@ void AddUnknown(Scene& scene, const MeantSection& section, const TextLine& line)
         Suspect& suspect =
             Blame(scene, kUnknownMedia, line, LineWords(scene, line) + " is of a medium that is not known.",
                   "delete the section that begins with line " + std::to_string(line.number),
-                  {{line.offset, SectionText(scene, section).size(), {}}});
+                  {{line.offset, SectionText(scene.reading, section).size(), {}}});
         suspect.isTakenAway = true;
     }
-}
-
-void FindOrder(Scene& scene) {
-    const std::vector<MeantSection>& sections = scene.reading.sections;
-    constexpr std::size_t most = 64;
-    if (sections.size() < 2 || sections.size() > most) {
-        return;
-    }
-    std::vector<std::pair<int, std::size_t>> ranks;
-    int highest = 0;
-    for (std::size_t i = 0; i < sections.size(); ++i) {
-        // A medium that is not known has no place of its own; it stays behind the section before it.
-        const int rank = RankOf(sections[i], sections[i].isSlides);
-        highest = rank == 4 ? highest : std::max(highest, rank);
-        ranks.emplace_back(rank == 4 ? highest : rank, i);
-    }
-    const auto wrong = std::is_sorted_until(ranks.begin(), ranks.end());
-    if (wrong == ranks.end()) {
-        return;
-    }
-    const TextLine& later = scene.reading.lines[sections[wrong->second].line];
-    const auto before =
-        std::find_if(ranks.begin(), wrong, [&](const auto& rank) { return rank.first > wrong->first; });
-    const TextLine& line = scene.reading.lines[sections[before->second].line];
-    std::stable_sort(ranks.begin(), ranks.end());
-    std::string text;
-    for (const auto& rank : ranks) {
-        text += SectionText(scene, sections[rank.second]);
-        text += text.substr(text.size() - 2) == "\r\n" ? "" : "\r\n";
-    }
-    const std::size_t first = scene.reading.lines[sections.front().line].offset;
-    Suspect& suspect = Blame(scene, kOrder, line,
-                             LineWords(scene, line) + " stands before line " + std::to_string(later.number) +
-                                 ", " + Quoted(later.text) + ".",
-                             "offer audio, main video, slides and floor control in this order",
-                             {{first, scene.reading.text.size() - first, text}});
-    suspect.lines.push_back(later.number);
-    const auto order = std::find_if(scene.state.facts.begin(), scene.state.facts.end(), [](const Fact& fact) {
-        return fact.topic == Topic::Call && fact.about == About::Order;
-    });
-    if (order != scene.state.facts.end() && order->isDead) {
-        suspect.known.emplace_back(Topic::Call,
-                                   "In our answer " + std::string(scene.state.ClauseOf(*order)) + ".");
-    }
-}
-
-void AddSecond(Scene& scene, const MeantSection& section, const TextLine& line, const TextLine& first) {
-    const bool isAudio = section.media == "audio";
-    const bool isFloor = section.media == "application";
-    Suspect& suspect = Blame(scene, kSecond, line,
-                             LineWords(scene, line) + " is the second " +
-                                 (isAudio   ? "audio"
-                                  : isFloor ? "floor control"
-                                            : "video") +
-                                 " section of its kind, after line " + std::to_string(first.number) + ".",
-                             "delete the section that begins with line " + std::to_string(line.number),
-                             {{line.offset, SectionText(scene, section).size(), {}}});
-    suspect.lines.push_back(first.number);
-    suspect.acted = isAudio ? "The record is filled from the first audio section, the answer takes its codec "
-                              "from the last one that has a common codec (X08)."
-                    : isFloor ? "Each floor control section overwrites the one before it in the record, so "
-                                "the last one stands; the first one gives the port of the answer (X11, B16)."
-                              : "The first video section of a kind is taken; a further one is not read, and "
-                                "it takes a place in the answer.";
-    suspect.isTakenAway = true;
 }
 
 } // namespace
 
 void FindMedia(Scene& scene) {
-    const TextLine* first[4] = {};
     for (const MeantSection& section : scene.reading.sections) {
         const TextLine& line = scene.reading.lines[section.line];
-        const bool isSlides = section.isSlides;
         if (section.formats.empty()) {
             AddShort(scene, section, line);
             continue;
         }
-        AddPort(scene, section, line, isSlides);
+        AddPort(scene, section, line, section.isSlides);
         AddTransport(scene, section, line);
         AddUnknown(scene, section, line);
-        const int rank = RankOf(section, isSlides);
-        const bool isKind = rank < 3 || (rank == 3 && section.transport.find("BFCP") != std::string::npos);
-        if (isKind && first[rank] != nullptr) {
-            AddSecond(scene, section, line, *first[rank]);
-        } else if (isKind) {
-            first[rank] = &line;
-        }
     }
-    FindOrder(scene);
+    FindSections(scene);
 }
 
 } // namespace explain

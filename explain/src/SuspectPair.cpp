@@ -20,12 +20,6 @@ constexpr Rule kSurplus = {"E148", "", ExplainSeverity::Error, 26,
 constexpr Rule kOrder = {"E141", "", ExplainSeverity::Error, 5,
                          "The sections of an answer stand in the order of the offer (RFC 3264, 6); this side "
                          "finds them by their kind, another end by their place."};
-constexpr Rule kFormat = {"E142", "", ExplainSeverity::Error, 8,
-                          "An answer lists formats of the offer (RFC 3264, 6.1); a payload that was not "
-                          "offered is taken as it stands."};
-constexpr Rule kSwapped = {"E143", "", ExplainSeverity::Error, 7,
-                           "A payload number keeps the meaning that the offer gave it (RFC 3264, 6.1); the "
-                           "answer's own parameters are taken as they stand."};
 constexpr Rule kPlain = {
     "E144", "", ExplainSeverity::Error, 6,
     "The transport is not examined: an answer without a usable crypto line leaves the stream without suite "
@@ -40,14 +34,6 @@ constexpr Rule kOwnKey = {
     "E147", "", ExplainSeverity::Error, 4,
     "The key of their line is the one that they send with; it has to differ from ours (RFC 4568, 6.1)."};
 
-std::string Payloads(const MeantSection& section) {
-    std::string text;
-    for (std::size_t i = 0; i < section.formats.size() && i < 8; ++i) {
-        text += (i == 0 ? "" : " ") + Shown(section.formats[i]);
-    }
-    return text;
-}
-
 std::vector<Topic> TopicsOf(const MeantSection& section, bool isSlides) {
     if (section.media == "audio") {
         return {Topic::AudioCodec, Topic::AudioSend, Topic::AudioReceive, Topic::Call};
@@ -58,6 +44,14 @@ std::vector<Topic> TopicsOf(const MeantSection& section, bool isSlides) {
                    : std::vector<Topic>{Topic::MainPicture, Topic::MainSend, Topic::MainReceive, Topic::Call};
     }
     return {Topic::Floor, Topic::Call};
+}
+
+/// Whether the answer has a further video section of the kind that stands at this place of the offer.
+bool HasOther(const Scene& scene, std::size_t at) {
+    const std::vector<MeantSection>& sections = scene.reading.sections;
+    return std::any_of(sections.begin(), sections.end(), [&](const MeantSection& section) {
+        return section.media == "video" && section.isSlides != sections[at].isSlides;
+    });
 }
 
 Topic EncryptionOf(const MeantSection& section, bool isSlides) {
@@ -73,91 +67,6 @@ const TextLine* CryptoOf(const Reading& reading, const MeantSection& section) {
         }
     }
     return nullptr;
-}
-
-/// The payload of tones in our offer; empty without any.
-std::string_view TonesOf(const Reading& offer, const MeantSection& section) {
-    for (const std::string_view format : section.formats) {
-        const auto name = section.rtpmap.find(format);
-        if (name != section.rtpmap.end() &&
-            offer.lines[name->second].text.find("telephone-event") != std::string_view::npos) {
-            return format;
-        }
-    }
-    return {};
-}
-
-/// Tones under a number that was not offered: the offer's number in the m= line and in the rtpmap line.
-void AddTones(Suspect& suspect, const TextLine& media, const TextLine& rtpmap, std::string_view format,
-              std::string_view tones) {
-    suspect.cure.words = "use payload " + std::string(tones) + " for tones, as the offer does";
-    suspect.cure.text = {ReplaceLine(media, WithFormat(media, format, tones)),
-                         ReplaceLine(rtpmap, WithPayload(rtpmap, tones))};
-    suspect.known.emplace_back(Topic::Dtmf, "Tones are sent as payload " + Shown(format) +
-                                                ", a number that our offer did not give to tones.");
-}
-
-void AddFormats(Scene& scene, const Reading& offer, const MeantSection& ours, const MeantSection& theirs,
-                const std::vector<Topic>& topics) {
-    const TextLine& media = scene.reading.lines[theirs.line];
-    for (std::size_t i = 0; i < theirs.formats.size() && i < 16; ++i) {
-        const std::string_view format = theirs.formats[i];
-        if (theirs.port != "0" && ours.listed.count(format) == 0 && !ours.formats.empty()) {
-            std::string text(media.text);
-            text.replace(text.rfind(format), format.size(), ours.formats.front());
-            Suspect& suspect = Blame(scene, kFormat, media,
-                                     LineWords(scene, media) + " lists payload " + Shown(format) +
-                                         ", which our offer (" + Payloads(ours) + ") does not.",
-                                     "list a payload of the offer in line " + std::to_string(media.number),
-                                     {ReplaceLine(media, text)});
-            const auto name = theirs.rtpmap.find(format);
-            const bool isTones =
-                name != theirs.rtpmap.end() &&
-                Lower(scene.reading.lines[name->second].text).find("telephone-event") != std::string::npos;
-            const std::string_view tones = isTones ? TonesOf(offer, ours) : std::string_view();
-            if (!tones.empty()) {
-                AddTones(suspect, media, scene.reading.lines[name->second], format, tones);
-                continue;
-            }
-            for (const Topic topic : topics) {
-                suspect.known.emplace_back(topic, "The far end uses a payload number that our offer gave no "
-                                                  "codec, so what it sends is not decoded.");
-            }
-            continue;
-        }
-        const auto ourLine = ours.fmtp.find(format);
-        const auto theirLine = theirs.fmtp.find(format);
-        if (ourLine == ours.fmtp.end() || theirLine == theirs.fmtp.end()) {
-            continue;
-        }
-        const auto isMode1 = [](std::string_view line) {
-            return line.find("packetization-mode=1") != std::string_view::npos;
-        };
-        const TextLine& line = scene.reading.lines[theirLine->second];
-        if (theirs.media == "video" && isMode1(offer.lines[ourLine->second].text) != isMode1(line.text)) {
-            std::string text(line.text);
-            const std::size_t at = text.find("packetization-mode=");
-            const char* const mode = isMode1(line.text) ? "0" : "1";
-            if (at == std::string::npos) {
-                Append(text, {";packetization-mode=", mode});
-            } else {
-                text.replace(at + 19, 1, mode);
-            }
-            Suspect& suspect = Blame(
-                scene, kSwapped, line,
-                LineWords(scene, line) + " gives payload " + Shown(format) +
-                    " another packetization mode than our offer, which lists " + Payloads(ours) + " (" +
-                    Quoted(offer.lines[ourLine->second].text) + ").",
-                "write packetization-mode=" + std::string(mode) + " in line " + std::to_string(line.number),
-                {ReplaceLine(line, text)});
-            for (const Topic topic : topics) {
-                suspect.known.emplace_back(topic,
-                                           "We would send payload " + Shown(format) +
-                                               " in a packetization mode that our offer gave to another "
-                                               "payload, so the two ends mean different formats.");
-            }
-        }
-    }
 }
 
 /// A key of any section of our offer in their line.
@@ -233,7 +142,9 @@ void FindPair(Scene& scene) {
     const std::size_t common = std::min<std::size_t>(std::min(offer.sections.size(), theirs.size()), 32);
     for (std::size_t i = 0; i < common; ++i) {
         const TextLine& media = scene.reading.lines[theirs[i].line];
-        if (theirs[i].media != offer.sections[i].media) {
+        const bool isOtherVideo = theirs[i].media == "video" && theirs[i].port != "0" &&
+                                  theirs[i].isSlides != offer.sections[i].isSlides && HasOther(scene, i);
+        if (theirs[i].media != offer.sections[i].media || isOtherVideo) {
             if (scene.input.ourOffer.empty()) {
                 break;
             }
@@ -241,15 +152,24 @@ void FindPair(Scene& scene) {
                                      LineWords(scene, media) + " stands where our offer has " +
                                          Quoted(offer.lines[offer.sections[i].line].text) + ".",
                                      "answer in the order of the offer", {});
-            suspect.known.emplace_back(Topic::Call, "Section " + std::to_string(i + 1) + " of our offer, " +
-                                                        offer.sections[i].media + ", is answered as " +
-                                                        Shown(theirs[i].media) +
-                                                        ": each end may send one to the port of the other.");
+            const bool isSlides = offer.sections[i].isSlides;
+            const std::string comes =
+                "Section " + std::to_string(i + 1) + " of our offer, " +
+                (isOtherVideo ? (isSlides ? "slides" : "main video") : offer.sections[i].media) +
+                ", is answered as " +
+                (isOtherVideo ? (isSlides ? "main video" : "slides") : Shown(theirs[i].media)) +
+                ": each end may send one to the port of the other.";
+            for (const Topic topic : TopicsOf(offer.sections[i], isSlides)) {
+                suspect.known.emplace_back(topic, comes);
+            }
+            if (isOtherVideo && !isSlides) {
+                suspect.known.emplace_back(Topic::Slides, comes);
+            }
             break;
         }
         const bool isSlides = offer.sections[i].isSlides;
         if (!scene.input.ourOffer.empty()) {
-            AddFormats(scene, offer, offer.sections[i], theirs[i], TopicsOf(theirs[i], isSlides));
+            FindPairFormats(scene, offer, offer.sections[i], theirs[i], TopicsOf(theirs[i], isSlides));
         }
         AddSecurity(scene, offer, offer.sections[i], theirs[i], EncryptionOf(theirs[i], isSlides));
     }

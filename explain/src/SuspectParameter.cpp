@@ -179,7 +179,7 @@ void FindParameters(Scene& scene) {
             section.isSlides ? scene.state.record.m_VideoPreso : scene.state.record.m_VideoMain;
         const std::string chosen = std::to_string(stream.iVideoPayload);
         for (std::size_t i = 0; i < section.formats.size() && i < most; ++i) {
-            const TextLine* const line = LineOf(scene, section.fmtp, section.formats[i]);
+            const TextLine* const line = LineOf(scene.reading, section.fmtp, section.formats[i]);
             if (line == nullptr || NameOf(scene, section, section.formats[i]) != "H264") {
                 continue;
             }

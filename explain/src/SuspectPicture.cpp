@@ -102,8 +102,8 @@ void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
     const std::string chosen = std::to_string(stream.iVideoPayload);
     const std::string payload(std::find(h264.begin(), h264.end(), chosen) == h264.end() ? h264.back()
                                                                                         : chosen);
-    const TextLine* const fmtp = LineOf(scene, section.fmtp, payload);
-    const TextLine& blamed = fmtp != nullptr ? *fmtp : *LineOf(scene, section.rtpmap, payload);
+    const TextLine* const fmtp = LineOf(scene.reading, section.fmtp, payload);
+    const TextLine& blamed = fmtp != nullptr ? *fmtp : *LineOf(scene.reading, section.rtpmap, payload);
     const std::string number = std::to_string(blamed.number);
     const auto insert = [&](const std::string& parameter) {
         return fmtp != nullptr ? ReplaceLine(*fmtp, std::string(Trimmed(fmtp->text)) + ";" + parameter)
@@ -139,7 +139,7 @@ void FindPicture(Scene& scene, const MeantSection& section, const TextLine& medi
     for (const std::string_view format : section.formats) {
         if (NameOf(scene, section, format) == "H264") {
             h264.push_back(format);
-            if (const TextLine* const fmtp = LineOf(scene, section.fmtp, format)) {
+            if (const TextLine* const fmtp = LineOf(scene.reading, section.fmtp, format)) {
                 AddLevel(scene, *fmtp, topic);
             }
         }

@@ -1,10 +1,8 @@
-// Stage: suspects about where a line stands: outside of its section, or overridden by a later one.
+// Stage: suspects about where a line stands: before the sections, or in another one than its own.
 // Input: the lines of the text and the sections they were meant for. Output: suspects.
 // Touches the list of suspects.
 // Test: tests/explain/judge_cases.py
 #include "Suspect.h"
-
-#include "SDPTables.h"
 
 #include <algorithm>
 #include <map>
@@ -25,25 +23,12 @@ constexpr Rule kFloorElsewhere = {"E12", "P17", ExplainSeverity::Error, 11,
 constexpr Rule kContentElsewhere = {"E15", "", ExplainSeverity::Error, 9,
                                     "A content line counts for the section opened last and for a video "
                                     "section alone; without one a video section is main video."};
-constexpr Rule kOverridden = {
-    "E13", "", ExplainSeverity::Error, 14,
-    "Of several such lines in one section the last one stands, so it replaces the earlier one."};
-constexpr Rule kTwoFormats = {
-    "E14", "P08", ExplainSeverity::Error, 12,
-    "The last fmtp line of a payload replaces the earlier ones, whose parameters are lost (P08)."};
-
 constexpr std::size_t kMoved = 4;    ///< lines of the session that move together at most
 constexpr std::size_t kTargets = 32; ///< sections that one edit moves lines to at most
 
 bool IsSectionRow(SDPRow row) {
     return row != SDPRow::Connection && row != SDPRow::Media && row != SDPRow::Bandwidth &&
            row != SDPRow::None;
-}
-
-bool IsDirection(const TextLine& line) {
-    const std::string text = Lower(Trimmed(line.text));
-    return std::any_of(std::begin(sdp::kDirections), std::end(sdp::kDirections),
-                       [&](const sdp::Direction& direction) { return text == direction.keyword; });
 }
 
 bool Lists(const MeantSection& section, std::string_view payload) {
@@ -129,6 +114,25 @@ void FindSessionLevel(Scene& scene, const TextLine& line, std::size_t& budget) {
     }
 }
 
+/// A crypto line of a section that has no use for it, for the last secure section that has none.
+void AddForeignKey(Scene& scene, const TextLine& line, const MeantSection& own) {
+    const std::vector<MeantSection>& sections = scene.reading.sections;
+    const auto lacking = std::find_if(sections.rbegin(), sections.rend(), [](const MeantSection& section) {
+        return section.transport.find("SAVP") != std::string::npos && !section.hasCrypto;
+    });
+    if (lacking == sections.rend()) {
+        return;
+    }
+    const TextLine& media = scene.reading.lines[lacking->line];
+    Blame(scene, kOtherSection, line,
+          LineWords(scene, line) + " stands in the " + Shown(own.media) + " section, and line " +
+              std::to_string(media.number) + ", " + Quoted(media.text) + ", has none.",
+          "move line " + std::to_string(line.number) + " behind line " + std::to_string(media.number),
+          {DeleteLine(line), InsertAfter(media, std::string(Trimmed(line.text)))})
+        .acted = "A crypto line counts for the section that was opened last, so the section that it is for "
+                 "has no suite and no key.";
+}
+
 void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_view, std::size_t>& listedIn,
                  std::size_t floor) {
     const Reading& reading = scene.reading;
@@ -157,6 +161,8 @@ void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_
                   {DeleteLine(line), InsertAfter(media, std::string(Trimmed(line.text)))})
                 .isTakenAway = true;
         }
+    } else if (line.meant == SDPRow::Crypto && own.media != "audio" && own.media != "video") {
+        AddForeignKey(scene, line, own);
     } else if ((line.meant == SDPRow::FloorControl || line.meant == SDPRow::ConferenceId ||
                 line.meant == SDPRow::UserId) &&
                floor != kNowhere && !IsFloor(own)) {
@@ -165,65 +171,6 @@ void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_
               LineWords(scene, line) + " stands in the " + own.media + " section.",
               "move line " + std::to_string(line.number) + " behind line " + std::to_string(media.number),
               {DeleteLine(line), InsertAfter(media, std::string(line.text))});
-    }
-}
-
-/// What a line sets, so that two lines of one key compete.
-std::string KeyOf(const TextLine& line) {
-    switch (line.meant) {
-    case SDPRow::Rtpmap:
-    case SDPRow::Fmtp:
-        return std::to_string(static_cast<int>(line.meant)) + std::string(PayloadOf(line.text));
-    case SDPRow::Direction:
-        return IsDirection(line) ? "direction" : "";
-    case SDPRow::Bandwidth: {
-        const bool isTias = line.text.find("TIAS:") != std::string_view::npos;
-        return line.section == kNowhere ? (line.text.find("AS:") == std::string_view::npos ? "" : "b")
-                                        : (isTias ? "t" : "");
-    }
-    case SDPRow::Connection:
-    case SDPRow::Content:
-    case SDPRow::FloorControl:
-    case SDPRow::ConferenceId:
-    case SDPRow::UserId:
-        return std::to_string(static_cast<int>(line.meant));
-    case SDPRow::Ice: {
-        const std::string_view name = line.text.substr(0, line.text.find(':'));
-        return name == "a=ice-ufrag" || name == "a=ice-pwd" ? std::string(name) : "";
-    }
-    default:
-        return {};
-    }
-}
-
-void AddOverridden(Scene& scene, const TextLine& earlier, const TextLine& later) {
-    if (later.meant == SDPRow::Fmtp) {
-        const auto payload = PayloadOf(later.text);
-        const std::size_t after =
-            static_cast<std::size_t>(payload.data() - later.text.data()) + payload.size();
-        Suspect& suspect = Blame(
-            scene, kTwoFormats, later,
-            "Lines " + std::to_string(earlier.number) + " and " + std::to_string(later.number) +
-                " are fmtp lines of payload " + Shown(payload) + ", " + Quoted(later.text) + " the last.",
-            "join line " + std::to_string(later.number) + " to line " + std::to_string(earlier.number),
-            {ReplaceLine(earlier,
-                         std::string(earlier.text) + ";" + std::string(Trimmed(later.text.substr(after)))),
-             DeleteLine(later)});
-        suspect.lines = {earlier.number, later.number};
-        return;
-    }
-    Suspect& suspect = Blame(scene, kOverridden, later,
-                             LineWords(scene, later) + " comes after line " + std::to_string(earlier.number) +
-                                 ", " + Quoted(earlier.text) + ".",
-                             "delete line " + std::to_string(later.number), {DeleteLine(later)});
-    suspect.lines = {later.number, earlier.number};
-    suspect.isTakenAway = true;
-    const MeantSection* const section = scene.reading.SectionOf(later);
-    if (later.meant == SDPRow::Rtpmap && section != nullptr &&
-        section->listed.size() < section->formats.size()) {
-        suspect.acted = "When an m= line (line " + std::to_string(scene.reading.lines[section->line].number) +
-                        ") lists a payload twice, rtpmap and fmtp lines reach its first entry only, and the "
-                        "last of them stands (P07).";
     }
 }
 
@@ -249,26 +196,6 @@ void FindMisplaced(Scene& scene) {
             FindForeign(scene, line, listedIn, floor);
             foreign += scene.suspects.size() - before;
         }
-    }
-}
-
-void FindOverridden(Scene& scene) {
-    std::map<std::string, const TextLine*> last;
-    std::size_t section = kNowhere;
-    for (const TextLine& line : scene.reading.lines) {
-        if (line.section != section) {
-            last.clear();
-            section = line.section;
-        }
-        const std::string key = KeyOf(line);
-        if (key.empty()) {
-            continue;
-        }
-        const TextLine*& earlier = last[key];
-        if (earlier != nullptr && Trimmed(earlier->text) != Trimmed(line.text)) {
-            AddOverridden(scene, *earlier, line);
-        }
-        earlier = &line;
     }
 }
 

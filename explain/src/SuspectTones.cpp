@@ -31,7 +31,7 @@ void FindTones(Scene& scene, const MeantSection& section) {
     std::vector<std::string_view> good;
     for (const std::string_view format : section.formats) {
         if (NameOf(scene, section, format) == "TELEPHONE-EVENT") {
-            const TextLine* const line = LineOf(scene, section.rtpmap, format);
+            const TextLine* const line = LineOf(scene.reading, section.rtpmap, format);
             if (Lower(line->text).find("telephone-event/8000") != std::string::npos) {
                 good.push_back(format);
             } else {
@@ -45,7 +45,7 @@ void FindTones(Scene& scene, const MeantSection& section) {
               "write line " + std::to_string(other->number) + " as " + Quoted(text),
               {ReplaceLine(*other, text)});
     } else if (good.size() > 1) {
-        const TextLine* const line = LineOf(scene, section.rtpmap, good.back());
+        const TextLine* const line = LineOf(scene.reading, section.rtpmap, good.back());
         Blame(scene, kManyTones, *line,
               LineWords(scene, *line) + " is one of " + std::to_string(good.size()) +
                   " telephone-event/8000 formats.",

@@ -1,0 +1,74 @@
+// Stage: suspects in the local ports: of a stream, and of two that overlap.
+// Input: the local record. Output: suspects that blame a field.
+// Touches the list of suspects.
+// Test: tests/explain/judge_cases.py
+#include "Suspect.h"
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+
+constexpr Rule kPort = {"E103", "", ExplainSeverity::Error, 5,
+                        "A port is written as it is, and port 0 declines the section (RFC 3264, 6)."};
+
+constexpr Rule kSamePorts = {"E134", "", ExplainSeverity::Error, 9,
+                             "Ports are written as they are, and RTCP takes the port after each."};
+
+bool IsPort(std::int32_t port) {
+    return port > 0 && port < 65535;
+}
+
+} // namespace
+
+void FindLocalPort(Scene& scene, std::string_view file, std::string_view record, std::int32_t port,
+                   const char* stream, Topic topic) {
+    if (IsPort(port)) {
+        return;
+    }
+    Suspect& suspect = BlameField(
+        scene, kPort, file,
+        std::string(record) + " (" + std::string(file) + ") is " + std::to_string(port) + ".",
+        "set " + std::string(file) + " to the RTP port", 16384 + static_cast<int>(file.size()) * 2);
+    suspect.known.emplace_back(topic, std::string("Our text declines ") + stream + " with port " +
+                                          std::to_string(port) + ", so none is received.");
+    if (topic == Topic::AudioReceive) {
+        suspect.known.emplace_back(Topic::Dtmf, "Our text declines audio, so there are no tones in it.");
+    }
+}
+
+void FindOverlap(Scene& scene) {
+    const LocalSDP& local = scene.input.local;
+    const std::pair<const char*, std::int32_t> ports[] = {
+        {"audio.port", local.iAudioRTPPort},
+        {"video.main.port", local.m_VideoMain.iVideoRTPPort},
+        {"video.presentation.port", local.m_VideoPreso.iVideoRTPPort},
+        {"floor_control.port", local.iVideoPresoControlPort}};
+    constexpr Topic topics[] = {Topic::AudioReceive, Topic::MainReceive, Topic::Slides, Topic::Floor};
+    for (std::size_t i = 0; i < std::size(ports); ++i) {
+        for (std::size_t j = 0; j < i; ++j) {
+            const long distance = static_cast<long>(ports[i].second) - ports[j].second;
+            if (ports[i].second == 0 || ports[j].second == 0 || distance > 1 ||
+                distance < (i == 3 ? 0 : -1) || (i >= 2 && !scene.input.floorControl)) {
+                continue;
+            }
+            Suspect& suspect =
+                BlameField(scene, kSamePorts, ports[i].first,
+                           LocalField(ports[i].first) == nullptr
+                               ? ""
+                               : std::string(LocalField(ports[i].first)->record) + " (" + ports[i].first +
+                                     ") is " + std::to_string(ports[i].second) + ", beside " +
+                                     ports[j].first + " " + std::to_string(ports[j].second) + ".",
+                           std::string("set ") + ports[i].first + " to a port of its own",
+                           ports[j].second > 0 && ports[j].second < 65530 ? ports[j].second + 4 : 16384);
+            for (const std::size_t k : {i, j}) {
+                suspect.known.emplace_back(
+                    topics[k],
+                    "Our text asks for two streams at ports that overlap, so they cannot be told apart.");
+            }
+        }
+    }
+}
+
+} // namespace explain

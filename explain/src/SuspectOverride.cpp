@@ -1,0 +1,101 @@
+// Stage: suspects in lines that a later line of their section overrides.
+// Input: the lines of the text and the sections they were meant for. Output: suspects.
+// Touches the list of suspects.
+// Test: tests/explain/judge_cases.py
+#include "Suspect.h"
+
+#include <map>
+
+namespace explain {
+
+namespace {
+
+constexpr Rule kOverridden = {
+    "E13", "", ExplainSeverity::Error, 14,
+    "Of several such lines in one section the last one stands, so it replaces the earlier one."};
+constexpr Rule kTwoFormats = {
+    "E14", "P08", ExplainSeverity::Error, 12,
+    "The last fmtp line of a payload replaces the earlier ones, whose parameters are lost (P08)."};
+
+/// What a line sets, so that two lines of one key compete.
+std::string KeyOf(const TextLine& line) {
+    switch (line.meant) {
+    case SDPRow::Rtpmap:
+    case SDPRow::Fmtp:
+        return std::to_string(static_cast<int>(line.meant)) + std::string(PayloadOf(line.text));
+    case SDPRow::Direction:
+        return IsDirection(line) ? "direction" : "";
+    case SDPRow::Bandwidth: {
+        const bool isTias = line.text.find("TIAS:") != std::string_view::npos;
+        return line.section == kNowhere ? (line.text.find("AS:") == std::string_view::npos ? "" : "b")
+                                        : (isTias ? "t" : "");
+    }
+    case SDPRow::Connection:
+    case SDPRow::Content:
+    case SDPRow::FloorControl:
+    case SDPRow::ConferenceId:
+    case SDPRow::UserId:
+        return std::to_string(static_cast<int>(line.meant));
+    case SDPRow::Ice: {
+        const std::string_view name = line.text.substr(0, line.text.find(':'));
+        return name == "a=ice-ufrag" || name == "a=ice-pwd" ? std::string(name) : "";
+    }
+    default:
+        return {};
+    }
+}
+
+void AddOverridden(Scene& scene, const TextLine& earlier, const TextLine& later) {
+    if (later.meant == SDPRow::Fmtp) {
+        const auto payload = PayloadOf(later.text);
+        const std::size_t after =
+            static_cast<std::size_t>(payload.data() - later.text.data()) + payload.size();
+        Suspect& suspect = Blame(
+            scene, kTwoFormats, later,
+            "Lines " + std::to_string(earlier.number) + " and " + std::to_string(later.number) +
+                " are fmtp lines of payload " + Shown(payload) + ", " + Quoted(later.text) + " the last.",
+            "join line " + std::to_string(later.number) + " to line " + std::to_string(earlier.number),
+            {ReplaceLine(earlier,
+                         std::string(earlier.text) + ";" + std::string(Trimmed(later.text.substr(after)))),
+             DeleteLine(later)});
+        suspect.lines = {earlier.number, later.number};
+        return;
+    }
+    Suspect& suspect = Blame(scene, kOverridden, later,
+                             LineWords(scene, later) + " comes after line " + std::to_string(earlier.number) +
+                                 ", " + Quoted(earlier.text) + ".",
+                             "delete line " + std::to_string(later.number), {DeleteLine(later)});
+    suspect.lines = {later.number, earlier.number};
+    suspect.isTakenAway = true;
+    const MeantSection* const section = scene.reading.SectionOf(later);
+    if (later.meant == SDPRow::Rtpmap && section != nullptr &&
+        section->listed.size() < section->formats.size()) {
+        suspect.acted = "When an m= line (line " + std::to_string(scene.reading.lines[section->line].number) +
+                        ") lists a payload twice, rtpmap and fmtp lines reach its first entry only, and the "
+                        "last of them stands (P07).";
+    }
+}
+
+} // namespace
+
+void FindOverridden(Scene& scene) {
+    std::map<std::string, const TextLine*> last;
+    std::size_t section = kNowhere;
+    for (const TextLine& line : scene.reading.lines) {
+        if (line.section != section) {
+            last.clear();
+            section = line.section;
+        }
+        const std::string key = KeyOf(line);
+        if (key.empty()) {
+            continue;
+        }
+        const TextLine*& earlier = last[key];
+        if (earlier != nullptr && Trimmed(earlier->text) != Trimmed(line.text)) {
+            AddOverridden(scene, *earlier, line);
+        }
+        earlier = &line;
+    }
+}
+
+} // namespace explain

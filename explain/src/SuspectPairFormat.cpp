@@ -1,0 +1,140 @@
+// Stage: suspects in the formats of an answer, beside those of our offer.
+// Input: a section of our offer and the one that answers it. Output: suspects.
+// Touches the list of suspects.
+// Test: tests/explain/judge_cases.py
+#include "FormatLines.h"
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+
+constexpr Rule kFormat = {"E142", "", ExplainSeverity::Error, 8,
+                          "An answer lists formats of the offer (RFC 3264, 6.1); a payload that was not "
+                          "offered is taken as it stands."};
+constexpr Rule kSwapped = {"E143", "", ExplainSeverity::Error, 7,
+                           "A payload number keeps the meaning that the offer gave it (RFC 3264, 6.1); the "
+                           "answer's own parameters are taken as they stand."};
+
+/// The payload of tones in our offer; empty without any.
+std::string_view TonesOf(const Reading& offer, const MeantSection& section) {
+    for (const std::string_view format : section.formats) {
+        const auto name = section.rtpmap.find(format);
+        if (name != section.rtpmap.end() &&
+            offer.lines[name->second].text.find("telephone-event") != std::string_view::npos) {
+            return format;
+        }
+    }
+    return {};
+}
+
+/// Tones under a number that was not offered: the offer's number in the m= line and in the rtpmap line.
+void AddTones(Suspect& suspect, const TextLine& media, const TextLine& rtpmap, std::string_view format,
+              std::string_view tones) {
+    suspect.cure.words = "use payload " + std::string(tones) + " for tones, as the offer does";
+    suspect.cure.text = {ReplaceLine(media, WithFormat(media, format, tones)),
+                         ReplaceLine(rtpmap, WithPayload(rtpmap, tones))};
+    suspect.known.emplace_back(Topic::Dtmf, "Tones are sent as payload " + Shown(format) +
+                                                ", a number that our offer did not give to tones.");
+}
+
+/// The encoding name of an rtpmap line, without clock rate, upper case; empty for null.
+std::string EncodingOf(const TextLine* rtpmap) {
+    const std::vector<std::string_view> words =
+        rtpmap == nullptr ? std::vector<std::string_view>() : WordsOf(rtpmap->text, 2);
+    return words.size() < 2 ? std::string() : Upper(words[1].substr(0, words[1].find('/')));
+}
+
+/// A payload of the offer under another encoding name.
+void AddRenamed(Scene& scene, const TextLine* ours, const TextLine* theirs,
+                const std::vector<Topic>& topics) {
+    const std::string offered = EncodingOf(ours);
+    const std::string answered = EncodingOf(theirs);
+    if (offered.empty() || answered.empty() || offered == answered) {
+        return;
+    }
+    Suspect& suspect = Blame(scene, kSwapped, *theirs,
+                             LineWords(scene, *theirs) + " gives a payload of our offer another name than " +
+                                 Quoted(ours->text) + ".",
+                             "write line " + std::to_string(theirs->number) + " as " + Quoted(ours->text),
+                             {ReplaceLine(*theirs, std::string(ours->text))});
+    if (offered == "TELEPHONE-EVENT") {
+        suspect.known.emplace_back(Topic::Dtmf, "The far end does not take tones under the number that our "
+                                                "offer gave them, so none are sent.");
+        return;
+    }
+    for (const Topic topic : topics) {
+        suspect.known.emplace_back(topic, "The two ends mean different codecs by one number, so what either "
+                                          "sends is not decoded.");
+    }
+}
+
+} // namespace
+
+void FindPairFormats(Scene& scene, const Reading& offer, const MeantSection& ours, const MeantSection& theirs,
+                     const std::vector<Topic>& topics) {
+    const TextLine& media = scene.reading.lines[theirs.line];
+    for (std::size_t i = 0; i < theirs.formats.size() && i < 16; ++i) {
+        const std::string_view format = theirs.formats[i];
+        if (theirs.port != "0" && ours.listed.count(format) == 0 && !ours.formats.empty()) {
+            std::string text(media.text);
+            text.replace(text.rfind(format), format.size(), ours.formats.front());
+            Suspect& suspect = Blame(scene, kFormat, media,
+                                     LineWords(scene, media) + " lists payload " + Shown(format) +
+                                         ", which our offer (" + Payloads(ours) + ") does not.",
+                                     "list a payload of the offer in line " + std::to_string(media.number),
+                                     {ReplaceLine(media, text)});
+            const auto name = theirs.rtpmap.find(format);
+            const bool isTones =
+                name != theirs.rtpmap.end() &&
+                Lower(scene.reading.lines[name->second].text).find("telephone-event") != std::string::npos;
+            const std::string_view tones = isTones ? TonesOf(offer, ours) : std::string_view();
+            if (!tones.empty()) {
+                AddTones(suspect, media, scene.reading.lines[name->second], format, tones);
+                continue;
+            }
+            for (const Topic topic : topics) {
+                suspect.known.emplace_back(topic, "The far end uses a payload number that our offer gave no "
+                                                  "codec, so what it sends is not decoded.");
+            }
+            continue;
+        }
+        AddRenamed(scene, LineOf(offer, ours.rtpmap, format), LineOf(scene.reading, theirs.rtpmap, format),
+                   topics);
+        const auto ourLine = ours.fmtp.find(format);
+        const auto theirLine = theirs.fmtp.find(format);
+        if (ourLine == ours.fmtp.end() || theirLine == theirs.fmtp.end()) {
+            continue;
+        }
+        const auto isMode1 = [](std::string_view line) {
+            return line.find("packetization-mode=1") != std::string_view::npos;
+        };
+        const TextLine& line = scene.reading.lines[theirLine->second];
+        if (theirs.media == "video" && isMode1(offer.lines[ourLine->second].text) != isMode1(line.text)) {
+            std::string text(line.text);
+            const std::size_t at = text.find("packetization-mode=");
+            const char* const mode = isMode1(line.text) ? "0" : "1";
+            if (at == std::string::npos) {
+                Append(text, {";packetization-mode=", mode});
+            } else {
+                text.replace(at + 19, 1, mode);
+            }
+            Suspect& suspect = Blame(
+                scene, kSwapped, line,
+                LineWords(scene, line) + " gives payload " + Shown(format) +
+                    " another packetization mode than our offer, which lists " + Payloads(ours) + " (" +
+                    Quoted(offer.lines[ourLine->second].text) + ").",
+                "write packetization-mode=" + std::string(mode) + " in line " + std::to_string(line.number),
+                {ReplaceLine(line, text)});
+            for (const Topic topic : topics) {
+                suspect.known.emplace_back(topic,
+                                           "We would send payload " + Shown(format) +
+                                               " in a packetization mode that our offer gave to another "
+                                               "payload, so the two ends mean different formats.");
+            }
+        }
+    }
+}
+
+} // namespace explain

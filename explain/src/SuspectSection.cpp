@@ -1,0 +1,162 @@
+// Stage: suspects in the order of the sections, and in several sections of one kind.
+// Input: the sections that the writer meant. Output: suspects.
+// Touches the list of suspects.
+// Test: tests/explain/judge_cases.py
+#include "FormatLines.h"
+
+#include <algorithm>
+
+namespace explain {
+
+namespace {
+
+using Topic = ExplainTopic;
+
+constexpr Rule kOrder = {"E24", "B03", ExplainSeverity::Error, 30,
+                         "An answer has audio, main video, slides, floor control in this order, whatever the "
+                         "order of the offer (B03; RFC 3264, 6 wants the offer's)."};
+constexpr Rule kSecond = {"E25", "X08", ExplainSeverity::Error, 22, ""};
+constexpr Rule kFirst = {"E98", "X08", ExplainSeverity::Error, 21,
+                         "Of several sections of one kind the first one fills the record, usable or not, and "
+                         "no later one is tried in its place (X08)."};
+
+int RankOf(const MeantSection& section, bool isSlides) {
+    return section.media == "audio"         ? 0
+           : section.media == "video"       ? (isSlides ? 2 : 1)
+           : section.media == "application" ? 3
+                                            : 4;
+}
+
+bool IsSecure(const MeantSection& section) {
+    return section.transport.find("SAVP") != std::string::npos;
+}
+
+bool ListsH264(const Scene& scene, const MeantSection& section) {
+    return std::any_of(section.formats.begin(), section.formats.end(),
+                       [&](std::string_view format) { return NameOf(scene, section, format) == "H264"; });
+}
+
+/// What the first section of a kind lacks and a later one has; null for nothing.
+const char* LackWords(const Scene& scene, const MeantSection& first, const MeantSection& later) {
+    if (first.media == "application" || later.port == "0") {
+        return nullptr;
+    }
+    if (first.port == "0") {
+        return "has port 0";
+    }
+    const bool hasCodec =
+        first.media == "audio" ? scene.state.record.eAudioCodec != PAYLOAD_UNKNOWN : ListsH264(scene, first);
+    const bool hasLater =
+        first.media == "audio" ? scene.state.read->eAudioCodec != PAYLOAD_UNKNOWN : ListsH264(scene, later);
+    if (!hasCodec && hasLater) {
+        return "lists no codec that this side has";
+    }
+    return scene.input.srtp && !IsSecure(first) && IsSecure(later) && later.hasCrypto ? "is not secure"
+                                                                                      : nullptr;
+}
+
+/// The first section of a kind, when it cannot be used and a later one could.
+void AddFirst(Scene& scene, const MeantSection& first, const MeantSection& later) {
+    const char* const lack = LackWords(scene, first, later);
+    if (lack == nullptr) {
+        return;
+    }
+    const TextLine& line = scene.reading.lines[first.line];
+    const TextLine& second = scene.reading.lines[later.line];
+    Suspect& suspect =
+        Blame(scene, kFirst, line,
+              LineWords(scene, line) + " " + lack + " and is the first section of its kind, before line " +
+                  std::to_string(second.number) + ", " + Quoted(second.text) + ".",
+              "delete the section that begins with line " + std::to_string(line.number),
+              {{line.offset, SectionText(scene.reading, first).size(), {}}});
+    suspect.lines.push_back(second.number);
+}
+
+void FindOrder(Scene& scene) {
+    const std::vector<MeantSection>& sections = scene.reading.sections;
+    constexpr std::size_t most = 64;
+    if (sections.size() < 2 || sections.size() > most) {
+        return;
+    }
+    std::vector<std::pair<int, std::size_t>> ranks;
+    int highest = 0;
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+        // A medium that is not known has no place of its own; it stays behind the section before it.
+        const int rank = RankOf(sections[i], sections[i].isSlides);
+        highest = rank == 4 ? highest : std::max(highest, rank);
+        ranks.emplace_back(rank == 4 ? highest : rank, i);
+    }
+    const auto wrong = std::is_sorted_until(ranks.begin(), ranks.end());
+    if (wrong == ranks.end()) {
+        return;
+    }
+    const TextLine& later = scene.reading.lines[sections[wrong->second].line];
+    const auto before =
+        std::find_if(ranks.begin(), wrong, [&](const auto& rank) { return rank.first > wrong->first; });
+    const TextLine& line = scene.reading.lines[sections[before->second].line];
+    std::stable_sort(ranks.begin(), ranks.end());
+    std::string text;
+    for (const auto& rank : ranks) {
+        text += SectionText(scene.reading, sections[rank.second]);
+        text += text.substr(text.size() - 2) == "\r\n" ? "" : "\r\n";
+    }
+    const std::size_t first = scene.reading.lines[sections.front().line].offset;
+    Suspect& suspect = Blame(scene, kOrder, line,
+                             LineWords(scene, line) + " stands before line " + std::to_string(later.number) +
+                                 ", " + Quoted(later.text) + ".",
+                             "offer audio, main video, slides and floor control in this order",
+                             {{first, scene.reading.text.size() - first, text}});
+    suspect.lines.push_back(later.number);
+    const auto order = std::find_if(scene.state.facts.begin(), scene.state.facts.end(), [](const Fact& fact) {
+        return fact.topic == Topic::Call && fact.about == About::Order;
+    });
+    if (order != scene.state.facts.end() && order->isDead) {
+        suspect.known.emplace_back(Topic::Call,
+                                   "In our answer " + std::string(scene.state.ClauseOf(*order)) + ".");
+    }
+}
+
+void AddSecond(Scene& scene, const MeantSection& section, const MeantSection& firstSection) {
+    const TextLine& line = scene.reading.lines[section.line];
+    const TextLine& first = scene.reading.lines[firstSection.line];
+    const bool isAudio = section.media == "audio";
+    const bool isFloor = section.media == "application";
+    Suspect& suspect = Blame(scene, kSecond, line,
+                             LineWords(scene, line) + " is the second " +
+                                 (isAudio   ? "audio"
+                                  : isFloor ? "floor control"
+                                            : "video") +
+                                 " section of its kind, after line " + std::to_string(first.number) + ".",
+                             "delete the section that begins with line " + std::to_string(line.number),
+                             {{line.offset, SectionText(scene.reading, section).size(), {}}});
+    suspect.lines.push_back(first.number);
+    suspect.acted = isAudio ? "The record is filled from the first audio section, the answer takes its codec "
+                              "from the last one that has a common codec (X08)."
+                    : isFloor ? "Each floor control section overwrites the one before it in the record, so "
+                                "the last one stands; the first one gives the port of the answer (X11, B16)."
+                              : "The first video section of a kind is taken; a further one is not read, and "
+                                "it takes a place in the answer.";
+    suspect.isTakenAway = true;
+}
+
+} // namespace
+
+void FindSections(Scene& scene) {
+    const MeantSection* first[4] = {};
+    for (const MeantSection& section : scene.reading.sections) {
+        const int rank = RankOf(section, section.isSlides);
+        const bool isKind = rank < 3 || (rank == 3 && section.transport.find("BFCP") != std::string::npos);
+        if (section.formats.empty() || !isKind) {
+            continue;
+        }
+        if (first[rank] != nullptr) {
+            AddFirst(scene, *first[rank], section);
+            AddSecond(scene, section, *first[rank]);
+        } else {
+            first[rank] = &section;
+        }
+    }
+    FindOrder(scene);
+}
+
+} // namespace explain
