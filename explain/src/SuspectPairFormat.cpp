@@ -70,34 +70,40 @@ void AddRenamed(Scene& scene, const TextLine* ours, const TextLine* theirs,
     }
 }
 
+/// A payload that our offer does not list.
+void AddNotOffered(Scene& scene, const Reading& offer, const MeantSection& ours, const MeantSection& theirs,
+                   std::string_view format, const std::vector<Topic>& topics) {
+    const TextLine& media = scene.reading.lines[theirs.line];
+    std::string text(media.text);
+    text.replace(text.rfind(format), format.size(), ours.formats.front());
+    Suspect& suspect = Blame(scene, kFormat, media,
+                             LineWords(scene, media) + " lists payload " + Shown(format) +
+                                 ", which our offer (" + Payloads(ours) + ") does not.",
+                             "list a payload of the offer in line " + std::to_string(media.number),
+                             {ReplaceLine(media, text)});
+    const auto name = theirs.rtpmap.find(format);
+    const bool isTones =
+        name != theirs.rtpmap.end() &&
+        Lower(scene.reading.lines[name->second].text).find("telephone-event") != std::string::npos;
+    const std::string_view tones = isTones ? TonesOf(offer, ours) : std::string_view();
+    if (!tones.empty()) {
+        AddTones(suspect, media, scene.reading.lines[name->second], format, tones);
+        return;
+    }
+    for (const Topic topic : topics) {
+        suspect.known.emplace_back(topic, "The far end uses a payload number that our offer gave no "
+                                          "codec, so what it sends is not decoded.");
+    }
+}
+
 } // namespace
 
 void FindPairFormats(Scene& scene, const Reading& offer, const MeantSection& ours, const MeantSection& theirs,
                      const std::vector<Topic>& topics) {
-    const TextLine& media = scene.reading.lines[theirs.line];
     for (std::size_t i = 0; i < theirs.formats.size() && i < 16; ++i) {
         const std::string_view format = theirs.formats[i];
         if (theirs.port != "0" && ours.listed.count(format) == 0 && !ours.formats.empty()) {
-            std::string text(media.text);
-            text.replace(text.rfind(format), format.size(), ours.formats.front());
-            Suspect& suspect = Blame(scene, kFormat, media,
-                                     LineWords(scene, media) + " lists payload " + Shown(format) +
-                                         ", which our offer (" + Payloads(ours) + ") does not.",
-                                     "list a payload of the offer in line " + std::to_string(media.number),
-                                     {ReplaceLine(media, text)});
-            const auto name = theirs.rtpmap.find(format);
-            const bool isTones =
-                name != theirs.rtpmap.end() &&
-                Lower(scene.reading.lines[name->second].text).find("telephone-event") != std::string::npos;
-            const std::string_view tones = isTones ? TonesOf(offer, ours) : std::string_view();
-            if (!tones.empty()) {
-                AddTones(suspect, media, scene.reading.lines[name->second], format, tones);
-                continue;
-            }
-            for (const Topic topic : topics) {
-                suspect.known.emplace_back(topic, "The far end uses a payload number that our offer gave no "
-                                                  "codec, so what it sends is not decoded.");
-            }
+            AddNotOffered(scene, offer, ours, theirs, format, topics);
             continue;
         }
         AddRenamed(scene, LineOf(offer, ours.rtpmap, format), LineOf(scene.reading, theirs.rtpmap, format),
