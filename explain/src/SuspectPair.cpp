@@ -131,6 +131,29 @@ void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, c
     }
 }
 
+/// A section that stands where the offer has one of another kind; `isOtherVideo`: slides for main video, or
+/// the other way round.
+void AddOtherOrder(Scene& scene, const Reading& offer, std::size_t i, bool isOtherVideo) {
+    const std::vector<MeantSection>& theirs = scene.reading.sections;
+    const TextLine& media = scene.reading.lines[theirs[i].line];
+    Suspect& suspect = Blame(scene, kOrder, media,
+                             LineWords(scene, media) + " stands where our offer has " +
+                                 Quoted(offer.lines[offer.sections[i].line].text) + ".",
+                             "answer in the order of the offer", {});
+    const bool isSlides = offer.sections[i].isSlides;
+    const std::string comes =
+        "Section " + std::to_string(i + 1) + " of our offer, " +
+        (isOtherVideo ? (isSlides ? "slides" : "main video") : offer.sections[i].media) +
+        ", is answered as " + (isOtherVideo ? (isSlides ? "main video" : "slides") : Shown(theirs[i].media)) +
+        ": each end may send one to the port of the other.";
+    for (const Topic topic : TopicsOf(offer.sections[i], isSlides)) {
+        suspect.known.emplace_back(topic, comes);
+    }
+    if (isOtherVideo && !isSlides) {
+        suspect.known.emplace_back(Topic::Slides, comes);
+    }
+}
+
 } // namespace
 
 void FindPair(Scene& scene) {
@@ -141,30 +164,13 @@ void FindPair(Scene& scene) {
     const std::vector<MeantSection>& theirs = scene.reading.sections;
     const std::size_t common = std::min<std::size_t>(std::min(offer.sections.size(), theirs.size()), 32);
     for (std::size_t i = 0; i < common; ++i) {
-        const TextLine& media = scene.reading.lines[theirs[i].line];
         const bool isOtherVideo = theirs[i].media == "video" && theirs[i].port != "0" &&
                                   theirs[i].isSlides != offer.sections[i].isSlides && HasOther(scene, i);
         if (theirs[i].media != offer.sections[i].media || isOtherVideo) {
             if (scene.input.ourOffer.empty()) {
                 break;
             }
-            Suspect& suspect = Blame(scene, kOrder, media,
-                                     LineWords(scene, media) + " stands where our offer has " +
-                                         Quoted(offer.lines[offer.sections[i].line].text) + ".",
-                                     "answer in the order of the offer", {});
-            const bool isSlides = offer.sections[i].isSlides;
-            const std::string comes =
-                "Section " + std::to_string(i + 1) + " of our offer, " +
-                (isOtherVideo ? (isSlides ? "slides" : "main video") : offer.sections[i].media) +
-                ", is answered as " +
-                (isOtherVideo ? (isSlides ? "main video" : "slides") : Shown(theirs[i].media)) +
-                ": each end may send one to the port of the other.";
-            for (const Topic topic : TopicsOf(offer.sections[i], isSlides)) {
-                suspect.known.emplace_back(topic, comes);
-            }
-            if (isOtherVideo && !isSlides) {
-                suspect.known.emplace_back(Topic::Slides, comes);
-            }
+            AddOtherOrder(scene, offer, i, isOtherVideo);
             break;
         }
         const bool isSlides = offer.sections[i].isSlides;
