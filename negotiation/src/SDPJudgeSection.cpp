@@ -85,10 +85,21 @@ void CheckParameters(const Pair& pair, std::string_view format, const std::strin
     }
 }
 
+// Whether an offer has an encoding under its static number by a name that is not whole: "G722" without a
+// clock rate, or "G722/16000" with the sampling rate (RFC 3551, 4.5.2).
+bool IsOfferedInPart(std::string_view format, const std::set<std::string>& offered,
+                     const std::string& encoding) {
+    constexpr std::uint64_t firstDynamic = 96;
+    const auto number = Number(format);
+    return number && *number < firstDynamic &&
+           (offered.count(encoding.substr(0, encoding.find('/'))) != 0 ||
+            (encoding == "g722/8000" && offered.count("g722/16000") != 0));
+}
+
 void CheckMeaning(const Pair& pair, std::string_view format, const std::set<std::string>& offered,
                   const std::set<std::string>& answered) {
     for (const std::string& encoding : answered) {
-        if (offered.count(encoding) == 0) {
+        if (offered.count(encoding) == 0 && !IsOfferedInPart(format, offered, encoding)) {
             pair.Add("J26", 0, 0,
                      "Format " + Quoted(format) + " is " + Quoted(encoding) + ", offered is " +
                          Quoted(*offered.begin()) + ".");

@@ -52,6 +52,28 @@ TEST(JudgeSection, ConstrainedOrNotBaselineIsOneProfile) {
     EXPECT_TEXT(Answer(Video("max-fs=1"), Video("packetization-mode=")), "");
 }
 
+TEST(JudgeSection, AStaticNumberMayBeOfferedWithHalfAName) {
+    const auto named = [](const std::string& format, const std::string& name) {
+        return "m=audio 5004 RTP/AVP " + format + "\r\na=rtpmap:" + format + " " + name + "\r\n";
+    };
+    EXPECT_TEXT(Answer(named("9", "G722"), named("9", "G722/8000")), "");
+    EXPECT_TEXT(Answer(named("9", "g722/16000"), named("9", "G722/8000")), "");
+    EXPECT_TEXT(Answer(named("0", "PCMU"), named("0", "PCMU/8000")), "");
+    EXPECT_TEXT(Answer(named("9", "G722/8000"), named("9", "G722/16000")),
+                "J26 line 6, other 6, section 0: Format '9' is 'g722/16000', offered is 'g722/8000'.\n");
+    EXPECT_TEXT(Answer(named("0", "PCMU/16000"), named("0", "PCMU/8000")),
+                "J26 line 6, other 6, section 0: Format '0' is 'pcmu/8000', offered is 'pcmu/16000'.\n");
+    EXPECT_TEXT(Answer(named("9", "PCMU"), named("9", "G722/8000")),
+                "J26 line 6, other 6, section 0: Format '9' is 'g722/8000', offered is 'pcmu'.\n");
+    EXPECT_TEXT(Answer(named("97", "G722/16000"), named("97", "G722/8000")),
+                "J26 line 6, other 6, section 0: Format '97' is 'g722/8000', offered is 'g722/16000'.\n");
+    EXPECT_TEXT(Answer(named("x", "G722"), named("x", "G722/8000")),
+                "J07 line 6, other 0, section 0: Format 'x' is no payload type.\n"
+                "J26 line 6, other 6, section 0: Format 'x' is 'g722/8000', offered is 'g722'.\n"
+                "J12 line 7, other 0, section 0: Attribute 'rtpmap' is not written as in "
+                "a=rtpmap:97 H264/90000.\n");
+}
+
 TEST(JudgeSection, TonesAloneAreNoCall) {
     const std::string offer = "m=audio 5004 RTP/AVP 0 13 101\r\na=rtpmap:101 telephone-event/8000\r\n";
     const std::string tones =
