@@ -15,7 +15,8 @@ TEST(Address, IsANumberOrAHostName) {
     }
     for (const std::string_view text :
          {"", ".", "....", "192.0.2.1x", "999.1.1.1", "192.0.2", "IP4", "1:2:nope", "192.0.2.1/127",
-          "m=audio", "far_example", "far.example/1", "2001:db8::9::1", "fe80::1%eth0"}) {
+          "m=audio", "far_example", "far.example/1", "far.{ample", "far.[ample", "2001:db8::9::1",
+          "fe80::1%eth0"}) {
         EXPECT_FALSE(IsAddress(text)) << text;
     }
     EXPECT_FALSE(IsAddress(std::string_view("192.0.2.1\0", 10)));

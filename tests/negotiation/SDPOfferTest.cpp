@@ -86,6 +86,16 @@ Start send receive 0/0 198.51.100.7:30000
     EXPECT_TEXT(MediaLines(declined.Offer().text), "m=text 0 RTP/AVP 98\nm=audio 0 RTP/AVP 0 101\n");
 }
 
+// At port 0 only a section of the same medium is still the stream that it was.
+TEST(Offer, AStreamThatGaveItsSectionToAnotherMediumIsNotOffered) {
+    const std::string audio = "m=audio 30000 RTP/AVP 0\n";
+    SDPNegotiator side = Side(Local());
+    ASSERT_TRUE(side.Answer(Far(audio + "m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n")).isTaken);
+    EXPECT_TEXT(MediaLines(side.Answer(Far(audio + "m=text 0 RTP/AVP 98\n")).text),
+                "m=audio 5004 RTP/AVP 0\nm=text 0 RTP/AVP 98\n");
+    EXPECT_TEXT(MediaLines(side.Offer().text), "m=audio 5004 RTP/AVP 0 9 104 18 101\nm=text 0 RTP/AVP 98\n");
+}
+
 TEST(Offer, ACapabilityThatGoesAwayDuringTheirHoldIsNotOffered) {
     SDPNegotiator side = Side(Local());
     const std::string video = "m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n";

@@ -188,6 +188,17 @@ TEST(Repairs, TheSessionsTiasIsInBits) {
     EXPECT_EQ(side.MaxBandwidth(), 768000000);
 }
 
+TEST(Repairs, AllAreSwitchedTogether) {
+    const std::string offer = LineFeeds(Far("m=audio 30000 RTP/AVP 0\n"));
+    SDPNegotiator side = Side(Local());
+    side.SetRepairs(false);
+    EXPECT_EQ(side.Answer(offer).reason, "the offer has no section");
+    EXPECT_TEXT(Repaired(side), "");
+    side.SetRepairs(true);
+    EXPECT_TRUE(side.Answer(offer).isTaken);
+    EXPECT_TEXT(Repaired(side), "R01");
+}
+
 TEST(Repairs, TheTableIsWhole) {
     const std::vector<SDPNegotiator::Repair> all = SDPNegotiator::AllRepairs();
     ASSERT_EQ(all.size(), 15U);
