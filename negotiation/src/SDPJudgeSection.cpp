@@ -92,8 +92,10 @@ bool IsOfferedInPart(std::string_view format, const std::set<std::string>& offer
     constexpr std::uint64_t firstDynamic = 96;
     const auto number = Number(format);
     return number && *number < firstDynamic &&
-           (offered.count(encoding.substr(0, encoding.find('/'))) != 0 ||
-            (encoding == "g722/8000" && offered.count("g722/16000") != 0));
+           std::any_of(offered.begin(), offered.end(), [&encoding](const std::string& name) {
+               return encoding.compare(0, encoding.find('/'), name) == 0 ||
+                      (encoding == "g722/8000" && name == "g722/16000");
+           });
 }
 
 void CheckMeaning(const Pair& pair, std::string_view format, const std::set<std::string>& offered,
