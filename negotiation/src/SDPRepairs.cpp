@@ -49,6 +49,10 @@ static_assert(AreRowsInOrder());
 
 } // namespace
 
+void Repairs::SetAll(bool isOn) noexcept {
+    m_on = isOn ? ~std::uint32_t{0} : 0;
+}
+
 bool Repairs::Set(std::string_view id, bool isOn) noexcept {
     for (const Row& row : kRepairs) {
         if (row.repair.id == id) {

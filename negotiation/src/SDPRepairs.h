@@ -43,7 +43,7 @@ public:
 
     /// Forgets what the text before needed.
     void Begin() noexcept { m_needed = 0; }
-    void SetAll(bool isOn) noexcept { m_on = isOn ? ~std::uint32_t{0} : 0; }
+    void SetAll(bool isOn) noexcept;
     bool Set(std::string_view id, bool isOn) noexcept;
     /// Those that the last text needed and that are on.
     std::vector<SDPNegotiator::Repair> Applied() const;
