@@ -101,6 +101,17 @@ need() {
     fi
 }
 
+# write_table TABLE PAGE: replaces what the page has between "<!-- this script -->" and "<!-- end -->".
+write_table() {
+    python3 - "$script" "$@" <<'PYTHON'
+import pathlib, re, sys
+script, table, page = sys.argv[1:]
+mark = re.compile(rf"(<!-- {re.escape(script)} -->\n).*?(?=<!-- end -->)", re.DOTALL)
+text = pathlib.Path(page).read_text()
+pathlib.Path(page).write_text(mark.sub(lambda found: found.group(1) + pathlib.Path(table).read_text(), text))
+PYTHON
+}
+
 # configure_and_build PRESET [TARGET...]: without a target everything.
 configure_and_build() {
     cmake --preset "$1"

@@ -13,7 +13,8 @@
 #endif
 
 #if defined(_WIN32) && defined(COMMONMEDIA_DLL)
-// While a DLL is compiled. Its users need no mark: no data is exported, functions have the import library.
+// Defined while the DLL itself is compiled. Programs that use it need no mark: it exports functions alone,
+// and the import library resolves them.
 #define COMMONMEDIA_EXPORT __declspec(dllexport)
 #define COMMONMEDIA_LOCAL
 #elif defined(__GNUC__) && !defined(_WIN32)

@@ -7,7 +7,8 @@
 // The records hold data only. They can be copied freely; key material is wiped when a record is reset or
 // destroyed. Nothing here throws but std::bad_alloc.
 //
-// Direction flags everywhere are this side's own: `Send` says that this side sends.
+// Direction flags everywhere are this side's own: `Send` says that this side sends. A far end that writes
+// "a=sendonly" therefore leaves Send clear and Recv set.
 //
 //     far end writes   this side sends   this side receives
 //     a=sendrecv       yes               yes

@@ -110,7 +110,7 @@ public:
     COMMONMEDIA_EXPORT void SetMaxSupportedSessions(std::uint32_t sections);
     /// Accepted and not used: no line that this side writes carries a local candidate.
     COMMONMEDIA_EXPORT void SetVideoICECandidate(std::string strCandidate);
-    COMMONMEDIA_EXPORT void SetAudioICECandidate(std::string strCandidate); ///< not used either
+    COMMONMEDIA_EXPORT void SetAudioICECandidate(std::string strCandidate); ///< accepted and not used
 
     /// Reads a remote description, whose lines end in CR LF, in place of the one held before.
     /// @param sdp_string  the far end's text, any bytes

@@ -1,8 +1,8 @@
 // Stage: streams, the bandwidth lines.
 // Input: the far end's sections, and those that are taken. Output: bit/s in all.
 // Touches nothing but the list of repairs.
-// The lines are not in the copy that the component reads: its sum leaves out AS of sections and the slides
-// [X10]. Test: tests/negotiation/SDPBandwidthTest.cpp
+// The component's own sum is not used: it leaves out the slides and the "b=AS:" of sections [X10].
+// Test: tests/negotiation/SDPBandwidthTest.cpp
 #include "SDPBandwidth.h"
 
 #include <algorithm>

@@ -88,7 +88,7 @@ std::string_view AddressOf(Lines lines, std::string_view otherwise) {
     sdp::Words words(line->value);
     words.Next();
     words.Next();
-    // Behind the "/" of an address of a group stand its TTL and the number of groups (RFC 4566, 5.7).
+    // A group address is followed by "/", its TTL and the number of groups (RFC 4566, 5.7).
     const std::string_view word = words.Next();
     const std::string_view address = word.substr(0, word.find('/'));
     return IsAddress(address) ? address : std::string_view();

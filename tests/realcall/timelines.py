@@ -36,7 +36,7 @@ def explained(cmsdp, capture, number):
 def problems_of(cmsdp, capture):
     calls = on_the_wire(capture)
     listed = explained(cmsdp, capture, 1)["calls"]
-    found = []
+    found = [] if calls else ["no description on the wire"]
     seen = {call["call_id"]: call for call in listed}
     for call, messages in calls.items():
         if call not in seen:

@@ -24,14 +24,55 @@ protected:
         }
         EXPECT_EQ(run.out.back(), '\n');
     }
+
+    void ExpectWholeHelp(const std::vector<std::string>& arguments, const std::string& text) const {
+        ExpectHelp(arguments, text);
+        EXPECT_TEXT(Cmsdp(arguments).out, text);
+    }
 };
 
 TEST_F(Help, OfTheTool) {
-    ExpectHelp({"--help"}, "Example:\n"
-                           "  cmsdp inspect offer.sdp          what did they offer, and what comes of it?\n"
-                           "  cmsdp answer offer.sdp           what do we answer?\n"
-                           "\n"
-                           "Usage: cmsdp VERB [OPTIONS]\n");
+    ExpectWholeHelp({"--help"},
+                    "Example:\n"
+                    "  cmsdp inspect offer.sdp          what did they offer, and what comes of it?\n"
+                    "  cmsdp answer offer.sdp           what do we answer?\n"
+                    "\n"
+                    "Usage: cmsdp VERB [OPTIONS]\n"
+                    "\n"
+                    "Session descriptions of a video-calling client (RFC 4566, RFC 3264).\n"
+                    "\n"
+                    "cmsdp VERB --help tells more about a verb.\n"
+                    "\n"
+                    "Verbs:\n"
+                    "  offer            write the local offer\n"
+                    "  answer           read a remote offer, write the answer\n"
+                    "  inspect          read a remote description, show what the media engine would\n"
+                    "                   start with and why it would start without the rest\n"
+                    "  call             let two sides negotiate with each other\n"
+                    "  check            judge an answer against its offer as strict readers do\n"
+                    "  explain          say why a call came up as it did: which line or local field\n"
+                    "                   did what, and which edit mends it\n"
+                    "  whynot           say why a codec was not chosen\n"
+                    "  diff             say what a new description changes for the media engine\n"
+                    "  survey           count the findings and the streams of many descriptions\n"
+                    "  redact           write a description for others: other keys, and other\n"
+                    "                   addresses and names, with the same meaning\n"
+                    "  capabilities     write what this side can do as JSON, to be edited and given\n"
+                    "                   back with --local\n"
+                    "  help [VERB]      this text, or that of a verb\n"
+                    "  version          the version\n"
+                    "\n"
+                    "Options:\n"
+                    "  --version        the version\n"
+                    "  -h, --help       this text\n"
+                    "\n"
+                    "Exit status:\n"
+                    "  0  done\n"
+                    "  1  done, and nothing was negotiated, or not what --require names\n"
+                    "  2  the command line is wrong\n"
+                    "  3  the remote text cannot be read or holds no SDP line\n"
+                    "  4  the local file is wrong\n"
+                    "  5  the machine failed: output, memory or random numbers, or tshark is missing\n");
 }
 
 TEST_F(Help, OfTheToolInShort) {
@@ -78,11 +119,27 @@ TEST_F(Help, OfCall) {
 }
 
 TEST_F(Help, OfCheck) {
-    ExpectHelp({"check", "--help"}, "Example:\n"
-                                    "  cmsdp check offer.sdp answer.sdp\n"
-                                    "  cmsdp answer --show-secrets offer.sdp | cmsdp check offer.sdp -\n"
-                                    "\n"
-                                    "Usage: cmsdp check [--json] OFFER ANSWER\n");
+    ExpectWholeHelp({"check", "--help"},
+                    "Example:\n"
+                    "  cmsdp check offer.sdp answer.sdp\n"
+                    "  cmsdp answer --show-secrets offer.sdp | cmsdp check offer.sdp -\n"
+                    "\n"
+                    "Usage: cmsdp check [--json] OFFER ANSWER\n"
+                    "\n"
+                    "Judges an answer against its offer: each line of the output is one violation,\n"
+                    "with the ID of the rule, the line of the answer, the clause it comes from, and\n"
+                    "what is wrong. Nothing is written when a strict reader takes the answer.\n"
+                    "\n"
+                    "  OFFER            file with the offer, which is not judged; - for standard\n"
+                    "                   input; at most 16 MiB\n"
+                    "  ANSWER           file with the answer, or -. It is judged byte for byte, line\n"
+                    "                   ends and keys included\n"
+                    "\n"
+                    "Options:\n"
+                    "  --json           JSON in place of the lines\n"
+                    "  -h, --help       this text\n"
+                    "\n"
+                    "Exit status 1: there are violations.\n");
 }
 
 TEST_F(Help, OfSurvey) {

@@ -101,7 +101,7 @@ private:
 };
 
 void Declare(CLI::App& app, CommandLine& line) {
-    app.set_version_flag("--version", kVersion);
+    app.set_version_flag("--version", kVersion, "the version");
     app.require_subcommand(0, 1);
     for (const VerbRow& row : kVerbs) {
         CLI::App* const verb = app.add_subcommand(row.name);
@@ -115,20 +115,20 @@ void Declare(CLI::App& app, CommandLine& line) {
 }
 
 // The page of the command: its verbs, its own options, the exit statuses (Outcome.h).
-HelpPage CommandPage() {
+HelpPage CommandPage(const CLI::App& app) {
     HelpPage page;
     page.examples = {"cmsdp inspect offer.sdp          what did they offer, and what comes of it?",
                      "cmsdp answer offer.sdp           what do we answer?"};
     page.usage = {"VERB", "[OPTIONS]"};
     page.paragraphs = {"Session descriptions of a video-calling client (RFC 4566, RFC 3264).",
-                       "cmsdp VERB --help tells more of a verb."};
+                       "cmsdp VERB --help tells more about a verb."};
     HelpList verbs{"Verbs", {}};
     for (const VerbRow& row : kVerbs) {
         const char* const operand = row.run == RunHelp ? " [VERB]" : "";
         verbs.entries.push_back({std::string(row.name) + operand, row.summary});
     }
     page.lists = {verbs,
-                  {"Options", {{"-h, --help", "this text"}, {"--version", "the version"}}},
+                  {"Options", EntriesOf(PageOf(app), "Options")},
                   {"Exit status",
                    {{"0", "done"},
                     {"1", "done, and nothing was negotiated, or not what --require names"},
@@ -159,7 +159,7 @@ CommandLine ToWrite(std::string text) {
 // The help that fits: that of the verb when one was typed.
 std::string HelpFor(const CLI::App& app) {
     const std::vector<CLI::App*> typed = app.get_subcommands();
-    return typed.empty() ? HelpText(CommandPage()) : typed.front()->help();
+    return typed.empty() ? HelpText(CommandPage(app)) : typed.front()->help();
 }
 
 // The generated words for a missing verb do not repeat what stands in its place.
@@ -179,11 +179,11 @@ std::string HelpWords(const CLI::App& app) {
 } // namespace
 
 std::vector<HelpPage> HelpPages() {
-    std::vector<HelpPage> pages{CommandPage()};
+    CommandLine line;
+    CLI::App app;
+    Declare(app, line);
+    std::vector<HelpPage> pages{CommandPage(app)};
     for (const VerbRow& row : kVerbs) {
-        CommandLine line;
-        CLI::App app;
-        Declare(app, line);
         pages.push_back(PageOf(*app.get_subcommand(row.name)));
         pages.back().examples = row.examples;
     }
