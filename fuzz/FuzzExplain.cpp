@@ -1,7 +1,7 @@
 // Any bytes as the far end's text, explained for any side.
 //
-// The first bytes choose the side, its switches and the finding whose cure is applied; the rest is the text.
-// What a verdict and a cure promise is judged by runs of the component alone.
+// The first bytes choose the side, its switches, the laws, and the finding whose cure is applied; the rest is
+// the text. What a verdict and a cure promise is judged by runs of the component alone.
 #include "Cost.h"
 #include "Keys.h"
 #include "Laws.h"
@@ -26,6 +26,11 @@ std::string Outcome(const ExplainInput& input) {
     handler.SetBfcpSupport(input.floorControl);
     handler.SetMaxSupportedSessions(input.servedSections);
     RemoteSDP record;
+    if (!input.before.empty()) {
+        handler.ParseTheSDP(input.before, record);
+        handler.ResetRemoteSDP();
+        record = {};
+    }
     handler.ParseTheSDP(input.remote, record);
     const bool isAnswered = !input.remoteAnswers && !handler.IsOffer();
     const std::string ours = isAnswered ? handler.GetLocalSDP() : std::string();
@@ -118,10 +123,20 @@ void CheckCure(const ExplainInput& input, const Explanation& explanation, std::s
         return;
     }
     const ExplainFinding& finding = *cured[choice % cured.size()];
-    const Explanation after = Explain(ExplainCured(input, finding.cure));
-    const std::size_t offset = Moved(finding.cure, PlaceOf(explanation, finding));
-    Require(!IsStillThere(finding, offset, after), "a cure ends its finding",
-            std::string(finding.id) + " " + finding.what + " Cure: " + finding.cure.words, input.remote);
+    const std::string words = std::string(finding.id) + " " + finding.what + " Cure: " + finding.cure.words;
+    const ExplainInput better = ExplainCured(input, finding.cure);
+    Explanation after;
+    after.lines = ExplainLines(better);
+    after.findings = ExplainFindings(better);
+    const auto isSameRule = [&](const ExplainFinding& other) {
+        return other.id == finding.id && other.topic == finding.topic && other.field == finding.field;
+    };
+    // Sentences are needed only where the rule still finds something on this topic.
+    if (std::any_of(after.findings.begin(), after.findings.end(), isSameRule)) {
+        after = Explain(better);
+        const std::size_t offset = Moved(finding.cure, PlaceOf(explanation, finding));
+        Require(!IsStillThere(finding, offset, after), "a cure ends its finding", words, input.remote);
+    }
     for (const ExplainFinding& other : after.findings) {
         const bool isOld =
             std::any_of(explanation.findings.begin(), explanation.findings.end(), [&](const auto& old) {
@@ -130,8 +145,7 @@ void CheckCure(const ExplainInput& input, const Explanation& explanation, std::s
                         Moved(finding.cure, PlaceOf(explanation, old)) == PlaceOf(after, other));
             });
         Require(isOld || other.severity <= finding.severity, "a cure opens nothing worse",
-                std::string(finding.id) + " " + finding.what + " Cure: " + finding.cure.words + "\nopens " +
-                    std::string(other.id) + " " + other.what,
+                words + "\nopens " + std::string(other.id) + " " + ExplainTopicName(other.topic),
                 input.remote);
     }
 }
@@ -158,6 +172,76 @@ void CheckLinesOf(const Explanation& explanation, const std::string& text) {
     Require(at == text.size(), "lines cover the text", std::to_string(at), text);
 }
 
+/// Names, topics, places and severities, a line for each finding.
+std::string FindingsText(const std::vector<ExplainFinding>& findings) {
+    std::string text;
+    for (const ExplainFinding& finding : findings) {
+        text += std::string(finding.id) + " " + ExplainTopicName(finding.topic) + " " +
+                ExplainSeverityName(finding.severity) + " " +
+                std::string(finding.field == nullptr ? "" : finding.field->file);
+        for (const std::size_t line : finding.lines) {
+            text += " " + std::to_string(line);
+        }
+        text += "\n";
+    }
+    return text;
+}
+
+void CheckLineLaws(const ExplainInput& input, std::size_t choice, const Watch& watch) {
+    const Meter meter;
+    Explanation explanation;
+    explanation.lines = ExplainLines(input);
+    CheckCost(kExplain, meter.Read(), input.remote.size());
+    CheckLinesOf(explanation, input.remote);
+    CheckWords(explanation, watch);
+    CheckVerdicts(input, explanation.lines, choice);
+}
+
+void CheckFindings(const ExplainInput& input) {
+    const Meter meter;
+    const std::vector<ExplainFinding> findings = ExplainFindings(input);
+    CheckCost(kExplain, meter.Read(), input.remote.size());
+    Require(std::is_sorted(findings.begin(), findings.end(),
+                           [](const auto& a, const auto& b) { return a.severity > b.severity; }),
+            "findings stand most harmful first", FindingsText(findings), input.remote);
+}
+
+void CheckExplanation(const ExplainInput& input, std::size_t choice, const Watch& watch) {
+    const Meter meter;
+    const Explanation explanation = Explain(input);
+    CheckCost(kExplain, meter.Read(), input.remote.size());
+    CheckLinesOf(explanation, input.remote);
+    CheckWords(explanation, watch);
+    RequireSame("the findings alone are those of the explanation", "alone",
+                FindingsText(ExplainFindings(input)), "explained", FindingsText(explanation.findings));
+    CheckCure(input, explanation, choice);
+}
+
+enum class Laws { Lines, Findings, All };
+
+/// An explanation tries some hundred edits and lines take none, so most inputs check the laws of lines. The
+/// header may choose; otherwise a hash of the input does.
+Laws LawsOf(std::size_t header, std::uint64_t secret) {
+    static constexpr Laws kChosen[4] = {Laws::Lines, Laws::Lines, Laws::Findings, Laws::All};
+    constexpr std::uint64_t rare = 48;
+    const std::size_t chosen = header / 4 % 4;
+    if (chosen != 0) {
+        return kChosen[chosen];
+    }
+    const std::uint64_t turn = secret % rare;
+    return turn == 0 ? Laws::All : turn == 1 ? Laws::Findings : Laws::Lines;
+}
+
+/// The rest of the input: the text and, where the header says so, a second one after the last zero byte, read
+/// before it or our offer.
+void TakeTexts(ExplainInput& explained, std::size_t header, const std::string& rest, const Key& theirs) {
+    const std::size_t zero = header < 64 ? std::string::npos : rest.rfind('\0');
+    if (zero != std::string::npos) {
+        (header < 128 ? explained.before : explained.ourOffer) = rest.substr(zero + 1);
+    }
+    explained.remote = Plant(rest.substr(0, zero), theirs);
+}
+
 void Run(Input input, std::uint64_t secret) {
     const Side side = AnySide(input, secret);
     const Key theirs(secret ^ 0xfa4e0dU);
@@ -168,16 +252,19 @@ void Run(Input input, std::uint64_t secret) {
     explained.srtp = side.usesSrtp;
     explained.floorControl = side.usesBfcp;
     explained.servedSections = static_cast<std::uint32_t>(input.Below(6));
-    explained.remoteAnswers = input.Below(4) == 0;
+    const std::size_t header = input.Byte();
+    explained.remoteAnswers = header % 4 == 0;
     const std::size_t choice = input.Byte();
-    explained.remote = Plant(input.Rest(), theirs);
-    const Meter meter;
-    const Explanation explanation = Explain(explained);
-    CheckCost(kExplain, meter.Read(), explained.remote.size());
-    CheckLinesOf(explanation, explained.remote);
-    CheckWords(explanation, watch);
-    CheckVerdicts(explained, explanation.lines, choice);
-    CheckCure(explained, explanation, choice);
+    TakeTexts(explained, header, input.Rest(), theirs);
+    const Laws laws = LawsOf(header, secret);
+    if (laws == Laws::Lines) {
+        CheckLineLaws(explained, choice, watch);
+    } else if (laws == Laws::Findings) {
+        CheckFindings(explained);
+    } else {
+        CheckLineLaws(explained, choice, watch);
+        CheckExplanation(explained, choice, watch);
+    }
 }
 
 } // namespace
