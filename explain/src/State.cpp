@@ -10,8 +10,6 @@
 #include "SDPTables.h"
 
 #include <algorithm>
-#include <charconv>
-#include <iterator>
 
 namespace explain {
 
@@ -120,18 +118,6 @@ void Run(const ExplainInput& input, State& state, const State* known) {
     AddStreamFacts(state, input, sections);
     AddSecurityFacts(state, input, sections);
     AddCallFacts(state, input, sections);
-}
-
-void Append(std::string& text, Pieces pieces) {
-    for (const Piece& piece : pieces) {
-        if (!piece.isNumber) {
-            text += piece.text;
-            continue;
-        }
-        char digits[24];
-        const auto end = std::to_chars(std::begin(digits), std::end(digits), piece.number);
-        text.append(digits, end.ptr);
-    }
 }
 
 void State::Say(Fact fact, Pieces clause) {

@@ -4,13 +4,12 @@
 // of a sentence, so that a finding can say what its cause changes.
 #pragma once
 
+#include "Pieces.h"
 #include "SDPExplain.h"
 #include "SDPHandler.h"
 
-#include <initializer_list>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <vector>
 
 namespace explain {
@@ -63,22 +62,6 @@ struct Fact {
         return topic == other.topic && about == other.about && which == other.which;
     }
 };
-
-/// A part of a clause: a text, which is not copied, or a number.
-struct Piece {
-    Piece(std::string_view words) : text(words) {}
-    Piece(const std::string& words) : text(words) {}
-    Piece(const char* words) : text(words) {}
-    template <typename Number, typename = std::enable_if_t<std::is_integral_v<Number>>>
-    Piece(Number value) : number(static_cast<long long>(value)), isNumber(true) {}
-
-    std::string_view text;
-    long long number = 0;
-    bool isNumber = false;
-};
-using Pieces = std::initializer_list<Piece>;
-
-void Append(std::string& text, Pieces pieces);
 
 /// A section of our own description, which is well formed by construction; views of State::ours.
 struct OurSection {

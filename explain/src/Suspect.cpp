@@ -33,13 +33,25 @@ Suspect& Add(Scene& scene, Suspect suspect) {
     return scene.suspects.back();
 }
 
-Suspect& Blame(Scene& scene, const Rule& rule, const TextLine& line, std::string what, std::string cureWords,
-               std::vector<ExplainTextChange> changes) {
+namespace {
+
+Suspect SuspectOf(const Scene& scene, const Rule& rule, Pieces what, Pieces cureWords) {
     Suspect suspect;
     suspect.rule = &rule;
+    suspect.isBrief = scene.isBrief;
+    if (!scene.isBrief) {
+        suspect.what = Joined(what);
+        suspect.cure.words = Joined(cureWords);
+    }
+    return suspect;
+}
+
+} // namespace
+
+Suspect& Blame(Scene& scene, const Rule& rule, const TextLine& line, Pieces what, Pieces cureWords,
+               std::vector<ExplainTextChange> changes) {
+    Suspect suspect = SuspectOf(scene, rule, what, cureWords);
     suspect.lines = {line.number};
-    suspect.what = std::move(what);
-    suspect.cure.words = std::move(cureWords);
     std::stable_sort(
         changes.begin(), changes.end(),
         [](const ExplainTextChange& a, const ExplainTextChange& b) { return a.offset < b.offset; });
@@ -47,22 +59,26 @@ Suspect& Blame(Scene& scene, const Rule& rule, const TextLine& line, std::string
     return Add(scene, std::move(suspect));
 }
 
-Suspect& BlameField(Scene& scene, const Rule& rule, std::string_view file, std::string what,
-                    std::string cureWords, std::int32_t number, std::string text) {
-    Suspect suspect;
-    suspect.rule = &rule;
+Suspect& BlameField(Scene& scene, const Rule& rule, std::string_view file, Pieces what, Pieces cureWords,
+                    std::int32_t number, std::string text) {
+    Suspect suspect = SuspectOf(scene, rule, what, cureWords);
     suspect.field = LocalField(file);
-    suspect.what = std::move(what);
-    suspect.cure.words = std::move(cureWords);
     suspect.cure.local.push_back({suspect.field, number, std::move(text)});
     return Add(scene, std::move(suspect));
 }
 
-std::string LineWords(const Scene& scene, const TextLine& line) {
-    if (scene.isBrief) {
-        return {};
+void Suspect::Know(ExplainTopic topic, Pieces comes) {
+    known.emplace_back(topic, isBrief ? std::string() : Joined(comes));
+}
+
+void Suspect::SayActed(Pieces sentence) {
+    if (!isBrief) {
+        acted = Joined(sentence);
     }
-    return "Line " + std::to_string(line.number) + ", " + Quoted(line.text) + ",";
+}
+
+Piece LineWords(const TextLine& line) {
+    return {Piece::Kind::Line, line.text, static_cast<long long>(line.number)};
 }
 
 std::string WithWord(const TextLine& line, std::size_t index, const std::string& word) {

@@ -4,6 +4,7 @@
 // what the component makes of it. Whether a suspect does harm is decided by a run with its edit.
 #pragma once
 
+#include "Pieces.h"
 #include "Reading.h"
 #include "SDPExplain.h"
 #include "State.h"
@@ -36,6 +37,12 @@ struct Suspect {
     std::vector<std::pair<ExplainTopic, std::string>> known;
     /// The edit takes something away that only seemed to work, so what dies by it counts as harm too.
     bool isTakenAway = false;
+    bool isBrief = false; ///< its sentences are not shown and stay empty
+
+    /// Reports the suspect on a topic, with what comes of it.
+    void Know(ExplainTopic topic, Pieces comes);
+    /// What the component does with such a place, in place of the rule's sentence.
+    void SayActed(Pieces sentence);
 };
 
 /// Everything a finder looks at.
@@ -110,15 +117,15 @@ ExplainTextChange InsertAfter(const TextLine& line, const std::string& text);
 /// Adds a suspect; returns it, or one that nobody examines when its rule has made too many.
 Suspect& Add(Scene& scene, Suspect suspect);
 /// Adds a suspect that blames one remote line.
-Suspect& Blame(Scene& scene, const Rule& rule, const TextLine& line, std::string what, std::string cureWords,
+Suspect& Blame(Scene& scene, const Rule& rule, const TextLine& line, Pieces what, Pieces cureWords,
                std::vector<ExplainTextChange> changes);
 /// Adds a suspect that blames a local field.
-Suspect& BlameField(Scene& scene, const Rule& rule, std::string_view file, std::string what,
-                    std::string cureWords, std::int32_t number, std::string text = {});
+Suspect& BlameField(Scene& scene, const Rule& rule, std::string_view file, Pieces what, Pieces cureWords,
+                    std::int32_t number, std::string text = {});
 /// The field by its name in the local file; every name used is in the table.
 const ExplainLocalField* LocalField(std::string_view file);
-/// "Line 7, "a=sendonly","; empty when no sentence is written.
-std::string LineWords(const Scene& scene, const TextLine& line);
+/// "Line 7, "a=sendonly","
+Piece LineWords(const TextLine& line);
 /// The line with another word in place of one of its words, from 0.
 std::string WithWord(const TextLine& line, std::size_t index, const std::string& word);
 /// "a connection line" and its like.

@@ -45,8 +45,8 @@ void FindAddress(Scene& scene, const TextLine& line) {
     if (words.size() < 3) {
         const std::string text = "c=IN IP4 " + OriginAddress(scene.reading);
         if (WordsOf(Canonical(line, scene.reading), 3).size() < 3) {
-            Blame(scene, kShortAddress, line, LineWords(scene, line) + " has fewer than three words.",
-                  "write line " + number + " as " + Quoted(text), {ReplaceLine(line, text)})
+            Blame(scene, kShortAddress, line, {LineWords(line), " has fewer than three words."},
+                  {"write line ", number, " as ", InQuotes(text)}, {ReplaceLine(line, text)})
                 .isTakenAway = true;
         }
         return;
@@ -54,45 +54,45 @@ void FindAddress(Scene& scene, const TextLine& line) {
     const std::string address(words[2]);
     const std::size_t slash = address.find('/');
     if (address == "0.0.0.0") {
+        const MeantSection* const section = scene.reading.SectionOf(line);
+        const std::string place =
+            section == nullptr
+                ? "."
+                : Joined({" (section of line ", scene.reading.lines[section->line].number, ")."});
         Suspect& suspect = Blame(
             scene, kZeroAddress, line,
-            LineWords(scene, line) + " has the address 0.0.0.0, an old form of hold or a text for ICE alone" +
-                (line.section == kNowhere
-                     ? "."
-                     : " (section of line " +
-                           std::to_string(scene.reading.lines[scene.reading.SectionOf(line)->line].number) +
-                           ")."),
-            "write the far end's address in line " + number,
+            {LineWords(line), " has the address 0.0.0.0, an old form of hold or a text for ICE alone", place},
+            {"write the far end's address in line ", number},
             {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
         if (scene.reading.hasIce && !scene.reading.hasCandidate) {
-            suspect.known.emplace_back(
-                Topic::Ice, "There is neither a candidate nor a usable address, so no media flow.");
+            suspect.Know(Topic::Ice,
+                         {"There is neither a candidate nor a usable address, so no media flow."});
         }
     } else if (slash != std::string::npos) {
-        Blame(scene, kMulticast, line, LineWords(scene, line) + " has a suffix after its address.",
-              "write the address alone in line " + number,
+        Blame(scene, kMulticast, line, {LineWords(line), " has a suffix after its address."},
+              {"write the address alone in line ", number},
               {ReplaceLine(line, WithWord(line, 2, address.substr(0, slash)))});
     } else if (!IsIpv4(address) && address.find_first_not_of("0123456789.") == std::string::npos) {
         Suspect& suspect = Blame(scene, kBadAddress, line,
-                                 LineWords(scene, line) + " has digits and dots that are no IPv4 address.",
-                                 "write the far end's address in line " + number,
+                                 {LineWords(line), " has digits and dots that are no IPv4 address."},
+                                 {"write the far end's address in line ", number},
                                  {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
         for (const Topic topic : {Topic::AudioSend, Topic::MainSend, Topic::Slides, Topic::Call}) {
-            suspect.known.emplace_back(topic, "Media would go to " + Shown(address) + ", which is nowhere.");
+            suspect.Know(topic, {"Media would go to ", AsShown(address), ", which is nowhere."});
         }
     } else if (!IsIpv4(address)) {
         Suspect& suspect = Blame(scene, kAddressKind, line,
-                                 LineWords(scene, line) + " has an address that is no IPv4 address.", "", {});
+                                 {LineWords(line), " has an address that is no IPv4 address."}, {}, {});
         for (const Topic topic : {Topic::AudioSend, Topic::MainSend, Topic::Call}) {
-            suspect.known.emplace_back(topic, "Media go to " + Shown(address) +
-                                                  ", which an end with IPv4 alone does not reach.");
+            suspect.Know(
+                topic, {"Media go to ", AsShown(address), ", which an end with IPv4 alone does not reach."});
         }
     } else if (IsPrivate(address)) {
         Suspect& suspect = Blame(scene, kAddressKind, line,
-                                 LineWords(scene, line) + " has a loopback or private address.", "", {});
+                                 {LineWords(line), " has a loopback or private address."}, {}, {});
         for (const Topic topic : {Topic::AudioSend, Topic::MainSend}) {
-            suspect.known.emplace_back(topic, "Media go to " + Shown(address) +
-                                                  ", which is reached from within its own network only.");
+            suspect.Know(topic, {"Media go to ", AsShown(address),
+                                 ", which is reached from within its own network only."});
         }
     }
 }
@@ -119,8 +119,8 @@ void FindMissingAddress(Scene& scene) {
     constexpr std::size_t most = 8;
     for (std::size_t i = 0; i < bare.size() && i < most; ++i) {
         Blame(scene, kNoAddress, *bare[i],
-              LineWords(scene, *bare[i]) + " has no c= line after it, and the session has none.",
-              "insert " + Quoted("c=IN IP4 " + origin) + " after line " + std::to_string(bare[i]->number),
+              {LineWords(*bare[i]), " has no c= line after it, and the session has none."},
+              {"insert ", InQuotes("c=IN IP4 " + origin), " after line ", bare[i]->number},
               {InsertAfter(*bare[i], "c=IN IP4 " + origin)})
             .isTakenAway = true;
     }

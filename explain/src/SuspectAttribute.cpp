@@ -52,11 +52,11 @@ void AddDirection(Scene& scene, const TextLine& line, const sdp::Direction& dire
         return;
     }
     Blame(scene, kDirection, line,
-          LineWords(scene, line) + (direction.sends ? " says that the far end only sends."
-                                    : direction.receives
-                                        ? " says that the far end only receives."
-                                        : " says that the far end neither sends nor receives (hold)."),
-          "write a=sendrecv in line " + std::to_string(line.number), {ReplaceLine(line, "a=sendrecv")});
+          {LineWords(line), direction.sends ? " says that the far end only sends."
+                            : direction.receives
+                                ? " says that the far end only receives."
+                                : " says that the far end neither sends nor receives (hold)."},
+          {"write a=sendrecv in line ", line.number}, {ReplaceLine(line, "a=sendrecv")});
 }
 
 void AddContent(Scene& scene, const TextLine& line) {
@@ -64,12 +64,12 @@ void AddContent(Scene& scene, const TextLine& line) {
     const std::string lower = Lower(value);
     if (!BeginsWith(lower, "main") && !BeginsWith(lower, "slides")) {
         Suspect& suspect =
-            Blame(scene, kContent, line, LineWords(scene, line) + " has a content that is not known.",
-                  "write a=content:slides in line " + std::to_string(line.number),
-                  {ReplaceLine(line, "a=content:slides")});
-        suspect.acted =
-            "Only a=content:main and a=content:slides are recognised, from the start; a section with another "
-            "content is main video, and of two main sections the second is skipped (RFC 4796, 5).";
+            Blame(scene, kContent, line, {LineWords(line), " has a content that is not known."},
+                  {"write a=content:slides in line ", line.number}, {ReplaceLine(line, "a=content:slides")});
+        suspect.SayActed(
+            {"Only a=content:main and a=content:slides are recognised, from the start; a section with "
+             "another content is main video, and of two main sections the second is skipped (RFC 4796, "
+             "5)."});
     }
 }
 
@@ -88,10 +88,10 @@ void FindSecondVideo(Scene& scene) {
         if (main != nullptr && !isSpelled) {
             const ExplainTextChange change = content == nullptr ? InsertAfter(line, "a=content:slides")
                                                                 : ReplaceLine(*content, "a=content:slides");
-            Suspect& suspect = Blame(
-                scene, kContent, content == nullptr ? line : *content,
-                LineWords(scene, line) + " is a second video section that is not marked a=content:slides.",
-                "insert a=content:slides after line " + std::to_string(line.number), {change});
+            Suspect& suspect =
+                Blame(scene, kContent, content == nullptr ? line : *content,
+                      {LineWords(line), " is a second video section that is not marked a=content:slides."},
+                      {"insert a=content:slides after line ", line.number}, {change});
             suspect.lines.push_back(line.number);
             suspect.isTakenAway = true;
         }
@@ -101,25 +101,21 @@ void FindSecondVideo(Scene& scene) {
         if (main == nullptr && line.meant == SDPRow::Content &&
             line.text.find("a=content:slides") != std::string_view::npos) {
             Blame(scene, kContent, line,
-                  LineWords(scene, line) +
-                      " marks the only video section, so there is no main video section.",
-                  "delete line " + std::to_string(line.number), {DeleteLine(line)});
+                  {LineWords(line), " marks the only video section, so there is no main video section."},
+                  {"delete line ", line.number}, {DeleteLine(line)});
             break;
         }
     }
 }
 
 void AddMissing(Scene& scene, const char* words, std::initializer_list<Topic> topics) {
-    Suspect suspect;
-    suspect.rule = &kNoSection;
-    suspect.lines = {scene.reading.lines.empty() ? 0 : scene.reading.lines.back().number};
-    suspect.what = std::string("No line up to line ") + std::to_string(suspect.lines[0]) +
-                   " opens a section for " + words + ".";
+    const TextLine last = scene.reading.lines.empty() ? TextLine() : scene.reading.lines.back();
+    Suspect& suspect =
+        Blame(scene, kNoSection, last,
+              {"No line up to line ", last.number, " opens a section for ", words, "."}, {}, {});
     for (const Topic topic : topics) {
-        suspect.known.emplace_back(topic, std::string("There is no section for ") + words +
-                                              ", so it does not come up.");
+        suspect.Know(topic, {"There is no section for ", words, ", so it does not come up."});
     }
-    Add(scene, std::move(suspect));
 }
 
 long long NumberOf(std::string_view value) {
@@ -134,16 +130,15 @@ void AddBandwidth(Scene& scene, const TextLine& line, bool isInSlides, bool isSe
     if ((!isTias && !BeginsWith(canonical, "b=AS:")) || value < 0) {
         if (value > 0 && BeginsWith(canonical, "b=CT:")) {
             const std::string text = "b=AS:" + std::string(ValueOf(canonical));
-            Blame(scene, kOtherType, line,
-                  LineWords(scene, line) + " has a type of bandwidth that is not read.",
-                  "write line " + number + " as " + text, {ReplaceLine(line, text)});
+            Blame(scene, kOtherType, line, {LineWords(line), " has a type of bandwidth that is not read."},
+                  {"write line ", number, " as ", text}, {ReplaceLine(line, text)});
         }
         return;
     }
     const auto rewrite = [&](const Rule& rule, const std::string& why, const char* type, long long to) {
         const std::string text = std::string("b=") + type + ":" + std::to_string(to);
-        Blame(scene, rule, line, LineWords(scene, line) + why,
-              "write line " + number + " as \"" + text + "\"", {ReplaceLine(line, text)});
+        Blame(scene, rule, line, {LineWords(line), why}, {"write line ", number, " as \"", text, "\""},
+              {ReplaceLine(line, text)});
     };
     if (isSession && isTias) {
         rewrite(kSessionTias, " gives bit/s at session level.", "AS", std::max(value / 1000, 1LL));
@@ -171,10 +166,9 @@ void AddBandwidth(Scene& scene, const TextLine& line, bool isInSlides, bool isSe
                 InsertAfter(scene.reading.lines[scene.reading.sections.front().line - 1], text));
         }
         Blame(scene, kSlidesLimit, line,
-              LineWords(scene, line) + " stands in the section of the slides (presentation).",
-              "give the total as " + text + " before the first m= line", std::move(changes))
-            .known.emplace_back(Topic::Bandwidth,
-                                "The total bandwidth does not contain what slides are allowed.");
+              {LineWords(line), " stands in the section of the slides (presentation)."},
+              {"give the total as ", text, " before the first m= line"}, std::move(changes))
+            .Know(Topic::Bandwidth, {"The total bandwidth does not contain what slides are allowed."});
     }
 }
 
@@ -217,9 +211,8 @@ void FindBandwidth(Scene& scene) {
         hasMedia = hasMedia || section != nullptr;
     }
     if (session != nullptr && hasMedia) {
-        Blame(scene, kReplaces, *session,
-              LineWords(scene, *session) + " stands beside bandwidths of sections.",
-              "delete line " + std::to_string(session->number), {DeleteLine(*session)})
+        Blame(scene, kReplaces, *session, {LineWords(*session), " stands beside bandwidths of sections."},
+              {"delete line ", session->number}, {DeleteLine(*session)})
             .isTakenAway = true;
     }
 }

@@ -94,30 +94,29 @@ void FindSpelling(Scene& scene, const TextLine& line, const CryptoWords& words, 
     const std::string canonical = Canonical(line, scene.reading);
     if (canonical != line.text) {
         Suspect& suspect =
-            Blame(scene, kSpelledSuite, line, LineWords(scene, line) + SpellingWords(line, words, canonical),
-                  "write line " + number + " as " + Quoted(canonical), {ReplaceLine(line, canonical)});
+            Blame(scene, kSpelledSuite, line, {LineWords(line), SpellingWords(line, words, canonical)},
+                  {"write line ", number, " as ", InQuotes(canonical)}, {ReplaceLine(line, canonical)});
         if (!BeginsWith(line.text, "a=crypto:")) {
-            suspect.acted = "A keyword is compared letter for letter, so a line that does not begin with "
-                            "a=crypto: gives no suite and no key.";
+            suspect.SayActed({"A keyword is compared letter for letter, so a line that does not begin with "
+                              "a=crypto: gives no suite and no key."});
             suspect.ledger = "G02";
         }
     }
     const std::size_t colon = words.key.find(':');
     if (isRead && colon < words.key.size() && !BeginsWith(words.key, "inline:")) {
-        Blame(scene, kMethod, line, LineWords(scene, line) + " has another key method than inline:.",
-              "write inline: before the key in line " + number,
+        Blame(scene, kMethod, line, {LineWords(line), " has another key method than inline:."},
+              {"write inline: before the key in line ", number},
               {ReplaceLine(line, Rewritten(words, words.suite, std::string(words.key.substr(colon + 1))))})
-            .known.emplace_back(topic, "What stands there is used as the key, and it is not the one that the "
-                                       "far end uses, so packets fail to decrypt.");
+            .Know(topic, {"What stands there is used as the key, and it is not the one that the "
+                          "far end uses, so packets fail to decrypt."});
     }
 }
 
 /// A line that replaces an earlier one.
 void AddLater(Scene& scene, const Rule& rule, const TextLine& line, const TextLine& earlier,
               const char* words) {
-    Suspect& suspect =
-        Blame(scene, rule, line, LineWords(scene, line) + words + std::to_string(earlier.number) + ".",
-              "delete line " + std::to_string(line.number), {DeleteLine(line)});
+    Suspect& suspect = Blame(scene, rule, line, {LineWords(line), words, earlier.number, "."},
+                             {"delete line ", line.number}, {DeleteLine(line)});
     suspect.lines.push_back(earlier.number);
     suspect.isTakenAway = true;
 }
@@ -125,8 +124,7 @@ void AddLater(Scene& scene, const Rule& rule, const TextLine& line, const TextLi
 /// A line whose suite is not read, `what`: the suite that is read, in its place.
 void AddSuite(Scene& scene, const Rule& rule, const TextLine& line, const CryptoWords& words,
               const char* what) {
-    Blame(scene, rule, line, LineWords(scene, line) + what,
-          "offer " + std::string(kReadSuite) + " in line " + std::to_string(line.number),
+    Blame(scene, rule, line, {LineWords(line), what}, {"offer ", kReadSuite, " in line ", line.number},
           {ReplaceLine(line, Rewritten(words, kReadSuite, KeyOrSample(words)))});
 }
 
@@ -137,17 +135,16 @@ void FindKeyParameters(Scene& scene, const TextLine& line, Topic topic) {
     if (!hasMki && words.size() < 4) {
         return;
     }
-    const std::string what =
-        hasMki ? " has an MKI after its key." : " has the session parameter " + Shown(words[3]) + ".";
     const std::string text =
         std::string(words[0]) + " " + std::string(words[1]) + " " + std::string(words[2].substr(0, bar));
-    Blame(scene, kParameters, line, LineWords(scene, line) + what,
-          "leave it out in line " + std::to_string(line.number), {ReplaceLine(line, text)})
-        .known.emplace_back(
-            topic,
-            hasMki ? "Their packets carry an MKI that the engine does not expect, so they fail to decrypt."
-                   : "The engine does not follow the parameter, so the two ends may protect packets "
-                     "differently.");
+    Blame(scene, kParameters, line,
+          {LineWords(line), hasMki ? " has an MKI after its key" : " has the session parameter ",
+           hasMki ? Piece("") : AsShown(words[3]), "."},
+          {"leave it out in line ", line.number}, {ReplaceLine(line, text)})
+        .Know(topic,
+              {hasMki ? "Their packets carry an MKI that the engine does not expect, so they fail to decrypt."
+                      : "The engine does not follow the parameter, so the two ends may protect packets "
+                        "differently."});
 }
 
 } // namespace
@@ -178,20 +175,19 @@ void FindCryptoLine(Scene& scene, const TextLine& line, const TextLine* earlier,
     }
     if (!HasKey(words)) {
         Blame(scene, kBadKey, line,
-              LineWords(scene, line) + " has a key of " +
-                  std::to_string(words.key.size() > 7 ? words.key.size() - 7 : 0) +
-                  " characters, not of 40 of base64.",
-              "write 40 base64 characters after inline: in line " + number,
+              {LineWords(line), " has a key of ", words.key.size() > 7 ? words.key.size() - 7 : 0,
+               " characters, not of 40 of base64."},
+              {"write 40 base64 characters after inline: in line ", number},
               {ReplaceLine(line, Rewritten(words, words.suite, kSampleKey))});
     } else if (earlier != nullptr) {
         AddLater(scene, kLater, line, *earlier, " comes after line ");
     }
     if (!IsDigits(words.tag) && words.tag.find_first_of("0123456789") == std::string_view::npos) {
-        Blame(scene, kTag, line, LineWords(scene, line) + " has a tag that is not a number.",
-              "write a number as the tag of line " + number,
+        Blame(scene, kTag, line, {LineWords(line), " has a tag that is not a number."},
+              {"write a number as the tag of line ", number},
               {ReplaceLine(line, Rewritten(words, words.suite, KeyOrSample(words)))})
-            .known.emplace_back(topic, "Our answer says tag 1, which the far end did not write and may not "
-                                       "accept.");
+            .Know(topic, {"Our answer says tag 1, which the far end did not write and may not "
+                          "accept."});
     }
 }
 

@@ -36,26 +36,24 @@ void FindFloorSection(Scene& scene, const MeantSection& section) {
         const std::string number = std::to_string(line.number);
         if (line.meant == SDPRow::FloorControl && value != "s-only" && value != "c-only" && value != "c-s") {
             Blame(scene, kRole, line,
-                  LineWords(scene, line) + " has a role that is none of c-only, s-only and c-s.",
-                  "write a=floorctrl:s-only in line " + number, {ReplaceLine(line, "a=floorctrl:s-only")});
+                  {LineWords(line), " has a role that is none of c-only, s-only and c-s."},
+                  {"write a=floorctrl:s-only in line ", number}, {ReplaceLine(line, "a=floorctrl:s-only")});
         } else if (line.meant == SDPRow::FloorControl) {
-            Blame(scene, kPlainRole, line, LineWords(scene, line) + " gives the far end's role.", "", {})
-                .known.emplace_back(Topic::Floor, value == "s-only"
-                                                      ? "Our answer says c-only: this side is the client."
-                                                      : "Our answer says s-only: this side is the server.");
+            Blame(scene, kPlainRole, line, {LineWords(line), " gives the far end's role."}, {}, {})
+                .Know(Topic::Floor, {value == "s-only" ? "Our answer says c-only: this side is the client."
+                                                       : "Our answer says s-only: this side is the server."});
         }
         if ((line.meant == SDPRow::ConferenceId || line.meant == SDPRow::UserId) && !IsDigits(value)) {
-            Blame(scene, kIdWord, line, LineWords(scene, line) + " has a value that is not a number.",
-                  "write a number in line " + number,
+            Blame(scene, kIdWord, line, {LineWords(line), " has a value that is not a number."},
+                  {"write a number in line ", number},
                   {ReplaceLine(line, (line.meant == SDPRow::UserId ? "a=userid:15" : "a=confid:15"))});
         }
         if ((line.meant == SDPRow::ConferenceId || line.meant == SDPRow::UserId) && IsDigits(value) &&
             value != "15") {
-            Blame(scene, kIds, line, LineWords(scene, line) + " assigns another id than 15.", "", {})
-                .known.emplace_back(
-                    Topic::Floor,
-                    "Our text says 15 where the far end says " + Shown(value) +
-                        ", so the floor control server refuses us or takes us for another user.");
+            Blame(scene, kIds, line, {LineWords(line), " assigns another id than 15."}, {}, {})
+                .Know(Topic::Floor,
+                      {"Our text says 15 where the far end says ", AsShown(value),
+                       ", so the floor control server refuses us or takes us for another user."});
         }
     }
 }
@@ -67,8 +65,8 @@ void FindFloorIds(Scene& scene, const MeantSection& section) {
     for (const SDPRow row : {SDPRow::ConferenceId, SDPRow::UserId}) {
         const char* const name = row == SDPRow::UserId ? "a=userid" : "a=confid";
         if (std::none_of(first, last, [&](const TextLine& line) { return line.meant == row; })) {
-            Blame(scene, kNoId, media, LineWords(scene, media) + " has no " + name + " line after it.",
-                  std::string("insert ") + name + ":15 after line " + std::to_string(media.number),
+            Blame(scene, kNoId, media, {LineWords(media), " has no ", name, " line after it."},
+                  {"insert ", name, ":15 after line ", media.number},
                   {InsertAfter(media, std::string(name) + ":15")});
         }
     }
@@ -88,9 +86,8 @@ void FindFloor(Scene& scene) {
             FindFloorIds(scene, section);
         } else if (section.media == "application") {
             const TextLine& media = scene.reading.lines[section.line];
-            Blame(scene, kNoFloor, media, LineWords(scene, media) + " has no BFCP transport.", "", {})
-                .known.emplace_back(ExplainTopic::Floor,
-                                    "The section is no floor control, so there is none from it.");
+            Blame(scene, kNoFloor, media, {LineWords(media), " has no BFCP transport."}, {}, {})
+                .Know(ExplainTopic::Floor, {"The section is no floor control, so there is none from it."});
         }
     }
 }

@@ -55,12 +55,10 @@ void AddRenamed(Scene& scene, const MeantSection& section, const TextLine& media
         if (const TextLine* const fmtp = LineOf(scene.reading, section.fmtp, payload)) {
             changes.push_back(ReplaceLine(*fmtp, WithPayload(*fmtp, free)));
         }
-        Suspect& suspect =
-            Blame(scene, kRenamed, *rtpmap,
-                  LineWords(scene, *rtpmap) + " gives the static payload " + std::string(payload) +
-                      " another meaning.",
-                  "give the format the dynamic payload " + free + " in place of " + std::string(payload),
-                  std::move(changes));
+        Suspect& suspect = Blame(
+            scene, kRenamed, *rtpmap,
+            {LineWords(*rtpmap), " gives the static payload ", payload, " another meaning."},
+            {"give the format the dynamic payload ", free, " in place of ", payload}, std::move(changes));
         suspect.isTakenAway = true;
     }
 }
@@ -74,11 +72,9 @@ void AddByNumber(Scene& scene, const MeantSection& section, const TextLine& medi
             section.listed.count(number) != 0) {
             continue;
         }
-        std::string what = LineWords(scene, *rtpmap) + " names ";
-        what.append(name).append(" under payload ").append(payload).append(" and not ").append(number);
-        Blame(scene, kByNumber, *rtpmap, what + ".",
-              "use payload " + number + " in lines " + std::to_string(media.number) + " and " +
-                  std::to_string(rtpmap->number),
+        Blame(scene, kByNumber, *rtpmap,
+              {LineWords(*rtpmap), " names ", name, " under payload ", payload, " and not ", number, "."},
+              {"use payload ", number, " in lines ", media.number, " and ", rtpmap->number},
               {ReplaceLine(media, WithFormat(media, payload, number)),
                ReplaceLine(*rtpmap, WithPayload(*rtpmap, number))});
     }
@@ -91,8 +87,8 @@ void AddBitRate(Scene& scene, const MeantSection& section, std::string_view payl
     if (Upper(rtpmap->text).find("G7221/16000") == std::string::npos &&
         rtpmap->text.find('/') != std::string_view::npos) {
         Blame(scene, hasCodec ? kOtherClock : kWrongClock, *rtpmap,
-              LineWords(scene, *rtpmap) + " names G.722.1 at another clock rate.",
-              "offer G7221/16000 under payload " + Shown(payload),
+              {LineWords(*rtpmap), " names G.722.1 at another clock rate."},
+              {"offer G7221/16000 under payload ", AsShown(payload)},
               {ReplaceLine(*rtpmap, "a=rtpmap:" + std::string(payload) + " G7221/16000"),
                fmtp == nullptr ? InsertAfter(*rtpmap, "a=fmtp:" + std::string(payload) + " bitrate=32000")
                                : ReplaceLine(*fmtp, "a=fmtp:" + std::string(payload) + " bitrate=32000")});
@@ -100,9 +96,8 @@ void AddBitRate(Scene& scene, const MeantSection& section, std::string_view payl
     }
     const std::string text = "a=fmtp:" + std::string(payload) + " bitrate=32000";
     if (fmtp == nullptr) {
-        Blame(scene, kBitRate, *rtpmap, LineWords(scene, *rtpmap) + " has no fmtp line with a bit rate.",
-              "insert " + Quoted(text) + " after line " + std::to_string(rtpmap->number),
-              {InsertAfter(*rtpmap, text)});
+        Blame(scene, kBitRate, *rtpmap, {LineWords(*rtpmap), " has no fmtp line with a bit rate."},
+              {"insert ", InQuotes(text), " after line ", rtpmap->number}, {InsertAfter(*rtpmap, text)});
     } else {
         const std::string canonical = Canonical(*fmtp, scene.reading);
         if (canonical != fmtp->text && canonical.find("bitrate=32000") != std::string::npos) {
@@ -112,9 +107,8 @@ void AddBitRate(Scene& scene, const MeantSection& section, std::string_view payl
         const bool isOther = at != std::string_view::npos && IsDigits(fmtp->text.substr(at + 8)) &&
                              fmtp->text.substr(at + 8) != "32000";
         Blame(scene, isOther && hasCodec ? kOtherBitRate : kBitRate, *fmtp,
-              LineWords(scene, *fmtp) + " has no parameter that begins with bitrate=32000.",
-              "write line " + std::to_string(fmtp->number) + " as " + Quoted(text),
-              {ReplaceLine(*fmtp, text)});
+              {LineWords(*fmtp), " has no parameter that begins with bitrate=32000."},
+              {"write line ", fmtp->number, " as ", InQuotes(text)}, {ReplaceLine(*fmtp, text)});
     }
 }
 
@@ -124,24 +118,25 @@ void AddUnlisted(Scene& scene, const MeantSection& section, const TextLine& medi
     const TextLine& line = scene.reading.lines[index];
     const std::string_view payload = PayloadOf(line.text);
     const auto& lines = row == SDPRow::Rtpmap ? section.rtpmap : section.fmtp;
-    const std::string number = std::to_string(line.number);
-    const std::string what = LineWords(scene, line) + " is for payload " + Shown(payload) + ", which line " +
-                             std::to_string(media.number) + ", " + Quoted(media.text) + ", does not list.";
+    const auto blame = [&](Pieces cureWords, std::vector<ExplainTextChange> changes) {
+        Blame(scene, kUnlisted, line,
+              {LineWords(line), " is for payload ", AsShown(payload), ", which line ", media.number, ", ",
+               InQuotes(media.text), ", does not list."},
+              cureWords, std::move(changes))
+            .lines.push_back(media.number);
+    };
     constexpr std::size_t most = 16;
     std::size_t tried = 0;
     for (const std::string_view format : section.formats) {
         const bool isStatic = row == SDPRow::Rtpmap && format.size() < 2;
         if (lines.count(format) == 0 && !isStatic && ++tried <= most) {
-            Blame(scene, kUnlisted, line, what, "write payload " + std::string(format) + " in line " + number,
-                  {ReplaceLine(line, WithPayload(line, format))})
-                .lines.push_back(media.number);
+            blame({"write payload ", format, " in line ", line.number},
+                  {ReplaceLine(line, WithPayload(line, format))});
         }
     }
     if (row == SDPRow::Rtpmap && !payload.empty()) {
-        Blame(scene, kUnlisted, line, what,
-              "list payload " + std::string(payload) + " in line " + std::to_string(media.number),
-              {ReplaceLine(media, WithFormat(media, {}, payload))})
-            .lines.push_back(media.number);
+        blame({"list payload ", payload, " in line ", media.number},
+              {ReplaceLine(media, WithFormat(media, {}, payload))});
     }
 }
 
@@ -165,16 +160,13 @@ void AddNameless(Scene& scene, const MeantSection& section, std::string_view pay
     }
     const std::string rtpmap = "a=rtpmap:" + std::string(payload) + " " + name;
     if (bare != nullptr) {
-        Blame(scene, kNoName, *bare,
-              LineWords(scene, *bare) + " gives payload " + Shown(payload) + " no name.",
-              "write line " + std::to_string(bare->number) + " as " + Quoted(rtpmap),
-              {ReplaceLine(*bare, rtpmap)});
+        Blame(scene, kNoName, *bare, {LineWords(*bare), " gives payload ", AsShown(payload), " no name."},
+              {"write line ", bare->number, " as ", InQuotes(rtpmap)}, {ReplaceLine(*bare, rtpmap)});
         return;
     }
     Blame(scene, kNoName, media,
-          LineWords(scene, media) + " lists payload " + Shown(payload) + ", which has no rtpmap line.",
-          "insert " + Quoted(rtpmap) + " after line " + std::to_string(media.number),
-          {InsertAfter(media, rtpmap)})
+          {LineWords(media), " lists payload ", AsShown(payload), ", which has no rtpmap line."},
+          {"insert ", InQuotes(rtpmap), " after line ", media.number}, {InsertAfter(media, rtpmap)})
         .lines.push_back(fmtp->number);
 }
 

@@ -74,11 +74,11 @@ void FindUnread(Scene& scene, const MeantSection& section) {
                          [&](std::string_view unread) { return BeginsWith(line.text, unread); })) {
             continue;
         }
-        Suspect& suspect = Blame(scene, kMux, line, LineWords(scene, line) + " is not read.", "", {});
+        Suspect& suspect = Blame(scene, kMux, line, {LineWords(line), " is not read."}, {}, {});
         for (const Topic topic : {isAudio ? Topic::AudioSend : Topic::MainSend,
                                   isAudio ? Topic::AudioReceive : Topic::MainReceive}) {
-            suspect.known.emplace_back(topic, "RTCP, packet time or port sharing is not what this line asks "
-                                              "for; RTP itself is not affected.");
+            suspect.Know(topic, {"RTCP, packet time or port sharing is not what this line asks "
+                                 "for; RTP itself is not affected."});
         }
     }
 }
@@ -89,15 +89,14 @@ void AddHalf(Scene& scene, const IceLines& ice) {
     const std::string missing = hasUser ? "a=ice-pwd" : "a=ice-ufrag";
     if (ice.other != nullptr) {
         const std::string text = missing + ":" + std::string(ValueOf(ice.other->text));
-        Blame(scene, kHalfIce, *ice.other,
-              LineWords(scene, *ice.other) + " is neither a=ice-ufrag nor a=ice-pwd.",
-              "write its name in line " + std::to_string(ice.other->number) + " as " + missing,
+        Blame(scene, kHalfIce, *ice.other, {LineWords(*ice.other), " is neither a=ice-ufrag nor a=ice-pwd."},
+              {"write its name in line ", ice.other->number, " as ", missing},
               {ReplaceLine(*ice.other, text)});
         return;
     }
     const TextLine& there = hasUser ? *ice.user : *ice.password;
-    Blame(scene, kHalfIce, there, LineWords(scene, there) + " has no " + missing + " line beside it.",
-          "insert the " + missing + " line after line " + std::to_string(there.number),
+    Blame(scene, kHalfIce, there, {LineWords(there), " has no ", missing, " line beside it."},
+          {"insert the ", missing, " line after line ", there.number},
           {InsertAfter(there, missing + ":none")});
 }
 
@@ -105,11 +104,10 @@ void AddHalf(Scene& scene, const IceLines& ice) {
 void AddShortValue(Scene& scene, const TextLine* line, std::size_t least) {
     const std::size_t length = line == nullptr ? least : ValueOf(line->text).size();
     if (length < least) {
-        const std::string count =
-            length == 0 ? "no value" : "a value of " + std::to_string(length) + " characters";
-        Blame(scene, kShortIce, *line, LineWords(scene, *line) + " has " + count + ".", "", {})
-            .known.emplace_back(Topic::Ice, "An ICE agent refuses the user fragment and the password of this "
-                                            "section, so it checks no candidate.");
+        const std::string count = length == 0 ? "no value" : Joined({"a value of ", length, " characters"});
+        Blame(scene, kShortIce, *line, {LineWords(*line), " has ", count, "."}, {}, {})
+            .Know(Topic::Ice, {"An ICE agent refuses the user fragment and the password of this "
+                               "section, so it checks no candidate."});
     }
 }
 
@@ -118,14 +116,13 @@ void FindIceSection(Scene& scene, const MeantSection& section) {
     const TextLine& media = scene.reading.lines[section.line];
     const bool isRtp = section.media == "audio" || section.media == "video";
     if (ice.user == nullptr && ice.password == nullptr && scene.hasIce && isRtp) {
-        Blame(scene, kNoIce, media,
-              LineWords(scene, media) +
-                  " has no a=ice-ufrag and a=ice-pwd lines after it, and another section has.",
-              "", {})
-            .known.emplace_back(
-                Topic::Ice,
-                "The section for " + section.media +
-                    " has no ufrag and no password, so an ICE agent cannot check its candidates.");
+        Blame(
+            scene, kNoIce, media,
+            {LineWords(media), " has no a=ice-ufrag and a=ice-pwd lines after it, and another section has."},
+            {}, {})
+            .Know(Topic::Ice,
+                  {"The section for ", section.media,
+                   " has no ufrag and no password, so an ICE agent cannot check its candidates."});
     }
     AddShortValue(scene, ice.user, 4);
     AddShortValue(scene, ice.password, 22);
@@ -133,10 +130,9 @@ void FindIceSection(Scene& scene, const MeantSection& section) {
         AddHalf(scene, ice);
     }
     if (ice.any != nullptr) {
-        Blame(scene, kIce, *ice.any, LineWords(scene, *ice.any) + " offers ICE.", "", {})
-            .known.emplace_back(
-                Topic::Ice,
-                "The far end sees an end without ICE; a far end that does ICE alone gets no media.");
+        Blame(scene, kIce, *ice.any, {LineWords(*ice.any), " offers ICE."}, {}, {})
+            .Know(Topic::Ice,
+                  {"The far end sees an end without ICE; a far end that does ICE alone gets no media."});
     }
 }
 
@@ -145,11 +141,10 @@ void FindDropped(Scene& scene) {
     for (const TextLine& line : scene.reading.lines) {
         const std::string name = line.meant == SDPRow::Ice ? Lower(Trimmed(line.text).substr(0, 11)) : "";
         if (!name.empty() && name != "a=ice-ufrag" && !BeginsWith(name, "a=ice-pwd")) {
-            Blame(scene, kDroppedIce, line,
-                  LineWords(scene, line) + " is neither a user fragment nor a password.", "", {})
-                .known.emplace_back(
-                    Topic::Ice, "The ICE agent does not learn it: lite, trickle or pacing have to come to "
-                                "it in another way.");
+            Blame(scene, kDroppedIce, line, {LineWords(line), " is neither a user fragment nor a password."},
+                  {}, {})
+                .Know(Topic::Ice, {"The ICE agent does not learn it: lite, trickle or pacing have to come to "
+                                   "it in another way."});
             return;
         }
     }

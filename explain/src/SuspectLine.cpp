@@ -48,14 +48,29 @@ std::string Through(const Reading& reading, std::size_t first, std::size_t last)
            (last - first > 1 ? " to " + std::to_string(reading.lines[last - 1].number) : "");
 }
 
-void AddJoined(Scene& scene, const Rule& rule, std::size_t first, std::size_t last, const std::string& what) {
+void AddJoined(Scene& scene, const Rule& rule, std::size_t first, std::size_t last, Pieces what) {
     Suspect& suspect = Blame(scene, rule, scene.reading.lines[first], what,
-                             "end lines " + Through(scene.reading, first, last) + " with CR LF",
+                             {"end lines ", Through(scene.reading, first, last), " with CR LF"},
                              EndWithCrLf(scene.reading, first, last));
     suspect.isTakenAway = true;
     constexpr std::size_t named = 8;
     for (std::size_t i = first + 1; i < last && i < first + named; ++i) {
         suspect.lines.push_back(scene.reading.lines[i].number);
+    }
+}
+
+/// A line of the component that is several lines of an editor, or has a CR in it.
+void AddHost(Scene& scene, const Host& host) {
+    const std::vector<TextLine>& lines = scene.reading.lines;
+    const TextLine& line = lines[host.first];
+    const std::size_t end = host.first + host.count;
+    if (host.count == 1) {
+        AddJoined(scene, kBareLf, host.first, end,
+                  {LineWords(line), " ends in LF or CR alone and not in CR LF."});
+    } else {
+        AddJoined(scene, kBareLf, host.first, end,
+                  {LineWords(line), " ends in LF or CR alone and not in CR LF, so it is one line with ",
+                   lines[end - 1].number, ", ", InQuotes(lines[host.first + 1].text), "."});
     }
 }
 
@@ -72,15 +87,14 @@ void FindTail(Scene& scene, std::size_t tail) {
     if (tail + 1 == reading.lines.size() && line.end.empty() &&
         line.text.find('\r') == std::string_view::npos) {
         Blame(scene, kCut, line,
-              "The last line, line " + std::to_string(line.number) + ", " + Quoted(line.text) +
-                  ", has no CR LF at its end.",
-              "end line " + std::to_string(line.number) + " with CR LF", EndWithCrLf(reading, tail, tail + 1))
+              {"The last line, line ", line.number, ", ", InQuotes(line.text), ", has no CR LF at its end."},
+              {"end line ", line.number, " with CR LF"}, EndWithCrLf(reading, tail, tail + 1))
             .isTakenAway = true;
         return;
     }
     AddJoined(scene, kCut, tail, reading.lines.size(),
-              "Lines " + Through(reading, tail, reading.lines.size()) +
-                  " do not end in CR LF but in LF or CR alone, up to the end of the text.");
+              {"Lines ", Through(reading, tail, reading.lines.size()),
+               " do not end in CR LF but in LF or CR alone, up to the end of the text."});
 }
 
 std::size_t KeywordIn(const Host& host) {
@@ -110,14 +124,13 @@ bool IsWanted(const TextLine& line) {
 
 void AddMisread(Scene& scene, const TextLine& line, const Host& host) {
     const std::string_view keyword = sdp::kLineRows[static_cast<std::size_t>(host.row)].keyword;
-    const std::string column = std::to_string(KeywordIn(host) + 1);
     const bool canDelete =
         !IsWanted(line) && line.text.substr(0, 2) != "s=" && line.text.substr(0, 2) != "o=";
     Suspect& suspect =
         Blame(scene, kMisread, line,
-              LineWords(scene, line) + " contains \"" + std::string(keyword) + "\" at column " + column + ".",
-              canDelete ? "delete line " + std::to_string(line.number)
-                        : "take \"" + std::string(keyword) + "\" out of line " + std::to_string(line.number),
+              {LineWords(line), " contains \"", keyword, "\" at column ", KeywordIn(host) + 1, "."},
+              {canDelete ? "delete" : "take \"", canDelete ? "" : keyword,
+               canDelete ? " line " : "\" out of line ", line.number},
               {canDelete ? DeleteLine(line) : ReplaceLine(line, WithoutKeyword(line, keyword))});
     const std::size_t words = WordsOf(line.text, 4).size();
     const std::string then =
@@ -128,9 +141,8 @@ void AddMisread(Scene& scene, const TextLine& line, const Host& host) {
                    ? " that opens a section, to which belongs " + AfterWords(scene.reading, line.number - 1)
                    : " of fewer than four words, and is dropped")
             : "";
-    suspect.acted =
-        std::string("The first keyword found anywhere in a line takes it (P01), so it is read as ") +
-        RowWords(host.row) + " and not as " + RowWords(line.meant) + then + ".";
+    suspect.SayActed({"The first keyword found anywhere in a line takes it (P01), so it is read as ",
+                      RowWords(host.row), " and not as ", RowWords(line.meant), then, "."});
     suspect.isTakenAway = true;
 }
 
@@ -139,9 +151,8 @@ void AddInside(Scene& scene, const TextLine& line) {
     if (direction == nullptr || BeginsWith(Trimmed(line.text), direction->keyword)) {
         return;
     }
-    Blame(scene, kDirectionInside, line,
-          LineWords(scene, line) + " contains \"" + std::string(direction->keyword) + "\".",
-          "delete line " + std::to_string(line.number), {DeleteLine(line)})
+    Blame(scene, kDirectionInside, line, {LineWords(line), " contains \"", direction->keyword, "\"."},
+          {"delete line ", line.number}, {DeleteLine(line)})
         .isTakenAway = true;
 }
 
@@ -219,22 +230,12 @@ void FindLineEnds(Scene& scene) {
     for (const Host& host : reading.hosts) {
         next = host.first + host.count;
         if ((host.count > 1 || HasLoneCr(host)) && host.count != 0 && ++joined <= most) {
-            AddJoined(scene, kBareLf, host.first, next,
-                      "Line " + std::to_string(reading.lines[host.first].number) + ", " +
-                          Quoted(reading.lines[host.first].text) +
-                          ", ends in LF or CR alone and not in CR LF" +
-                          (host.count > 1
-                               ? ", so it is one line with " +
-                                     std::to_string(host.count == 2 ? reading.lines[host.first + 1].number
-                                                                    : reading.lines[next - 1].number) +
-                                     ", " + Quoted(reading.lines[host.first + 1].text) + "."
-                               : "."));
+            AddHost(scene, host);
         }
     }
     FindTail(scene, next);
     if (joined > 1) {
-        AddJoined(scene, kBareLf, 0, reading.lines.size(),
-                  std::to_string(joined) + " lines end in LF or CR alone.");
+        AddJoined(scene, kBareLf, 0, reading.lines.size(), {joined, " lines end in LF or CR alone."});
     }
 }
 
@@ -244,8 +245,8 @@ void FindMisread(Scene& scene) {
     for (const TextLine& line : reading.lines) {
         bodies += BeginsWith(line.text, "v=") ? 1 : 0;
         if (bodies == 2 && BeginsWith(line.text, "v=")) {
-            Blame(scene, kTwoBodies, line, LineWords(scene, line) + " begins a second description.",
-                  "delete the text from line " + std::to_string(line.number) + " on",
+            Blame(scene, kTwoBodies, line, {LineWords(line), " begins a second description."},
+                  {"delete the text from line ", line.number, " on"},
                   {{line.offset, reading.text.size() - line.offset, {}}})
                 .isTakenAway = true;
         }
@@ -278,12 +279,11 @@ void FindMisspelled(Scene& scene) {
         }
         for (const RowSentence& sentence : kRowSentences) {
             if (sentence.row == line.meant) {
-                Suspect& suspect =
-                    Blame(scene, kSpelling, line,
-                          LineWords(scene, line) + " " + DifferenceWords(line.text, canonical) + ".",
-                          "write line " + std::to_string(line.number) + " as " + Quoted(canonical),
-                          {ReplaceLine(line, canonical)});
-                suspect.acted = sentence.acted;
+                Suspect& suspect = Blame(scene, kSpelling, line,
+                                         {LineWords(line), " ", DifferenceWords(line.text, canonical), "."},
+                                         {"write line ", line.number, " as ", InQuotes(canonical)},
+                                         {ReplaceLine(line, canonical)});
+                suspect.SayActed({sentence.acted});
                 suspect.ledger = sentence.ledger;
                 suspect.isTakenAway = true;
             }

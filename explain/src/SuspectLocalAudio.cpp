@@ -31,10 +31,10 @@ void FindLocalAudio(Scene& scene) {
     FindLocalPort(scene, "audio.port", "iAudioRTPPort", local.iAudioRTPPort, "audio", Topic::AudioReceive);
     if (priority.empty()) {
         Suspect& suspect = BlameField(scene, kEmptyPriority, "audio.priority",
-                                      "listAudioCodecPriority (audio.priority) is empty.",
-                                      "list codecs in audio.priority", local.eAudioCodec & 0x59);
-        suspect.known.emplace_back(Topic::AudioCodec, "Our text has no audio section.");
-        suspect.known.emplace_back(Topic::Dtmf, "Our text has no audio section, so there are no tones.");
+                                      {"listAudioCodecPriority (audio.priority) is empty."},
+                                      {"list codecs in audio.priority"}, local.eAudioCodec & 0x59);
+        suspect.Know(Topic::AudioCodec, {"Our text has no audio section."});
+        suspect.Know(Topic::Dtmf, {"Our text has no audio section, so there are no tones."});
     }
     std::vector<sdp::AudioCodec> codecs(std::begin(sdp::kAudioCodecs), std::end(sdp::kAudioCodecs));
     // The codec that the far end chose comes first: it is what the call lacks.
@@ -52,15 +52,15 @@ void FindLocalAudio(Scene& scene) {
                                               [&](const auto& row) { return row.first == codec.codec; });
         if (!isSet) {
             BlameField(scene, kMaskLacks, "audio.codecs",
-                       std::string("eAudioCodec (audio.codecs) does not hold ") + name->second +
-                           (isPreferred ? ", which listAudioCodecPriority (audio.priority) prefers." : "."),
-                       std::string("add ") + name->second + " to audio.codecs",
+                       {"eAudioCodec (audio.codecs) does not hold ", name->second,
+                        isPreferred ? ", which listAudioCodecPriority (audio.priority) prefers." : "."},
+                       {"add ", name->second, " to audio.codecs"},
                        local.eAudioCodec == PAYLOAD_UNKNOWN ? codec.codec : local.eAudioCodec | codec.codec);
         } else if (!isPreferred && !priority.empty()) {
             BlameField(scene, kPriorityLacks, "audio.priority",
-                       std::string("listAudioCodecPriority (audio.priority) does not hold ") + name->second +
-                           ", which eAudioCodec (audio.codecs) has.",
-                       std::string("add ") + name->second + " to audio.priority", codec.codec);
+                       {"listAudioCodecPriority (audio.priority) does not hold ", name->second,
+                        ", which eAudioCodec (audio.codecs) has."},
+                       {"add ", name->second, " to audio.priority"}, codec.codec);
         }
     }
 }

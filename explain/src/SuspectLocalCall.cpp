@@ -55,43 +55,42 @@ constexpr Rule kOrigin = {"E135", "", ExplainSeverity::Error, 9,
 
 void FindAddress(Scene& scene) {
     const std::string& address = scene.input.local.strDefaultIPAddr;
-    const std::string name = "strDefaultIPAddr (default_address) ";
-    const auto known = [&](Suspect& suspect, const std::string& comes) {
+    constexpr const char* name = "strDefaultIPAddr (default_address) ";
+    const auto known = [](Suspect& suspect, Pieces comes) {
         for (const Topic topic : {Topic::Call, Topic::AudioReceive, Topic::MainReceive, Topic::Slides}) {
-            suspect.known.emplace_back(topic, comes);
+            suspect.Know(topic, comes);
         }
     };
     if (address.empty()) {
-        known(BlameField(scene, kNoAddress, "default_address", name + "is empty.", "set default_address", 0,
-                         "192.0.2.1"),
-              scene.input.remoteAnswers ? "No offer is written at all."
-                                        : "Our answer's c= line has no address, so nothing can be sent to us "
-                                          "and a strict reader refuses the text.");
+        known(BlameField(scene, kNoAddress, "default_address", {name, "is empty."}, {"set default_address"},
+                         0, "192.0.2.1"),
+              {scene.input.remoteAnswers ? "No offer is written at all."
+                                         : "Our answer's c= line has no address, so nothing can be sent to "
+                                           "us and a strict reader refuses the text."});
     } else if (!IsIpv4(address) || address == "0.0.0.0") {
         known(BlameField(scene, kAddressKind, "default_address",
-                         name + "is " + Shown(address) + ", no usable IPv4 address.",
-                         "set default_address to an IPv4 address", 0, "192.0.2.1"),
-              "Our text says c=IN IP4 " + Shown(address) + ", where the far end cannot send to.");
+                         {name, "is ", AsShown(address), ", no usable IPv4 address."},
+                         {"set default_address to an IPv4 address"}, 0, "192.0.2.1"),
+              {"Our text says c=IN IP4 ", AsShown(address), ", where the far end cannot send to."});
     } else if (IsPrivate(address)) {
         known(BlameField(scene, kPrivate, "default_address",
-                         name + "is " + address + ", a loopback, private or link-local address.",
-                         "set default_address to an address that the far end reaches", 0, "192.0.2.1"),
-              "Media for us go to " + address + ", which is reached from within its own network only.");
+                         {name, "is ", address, ", a loopback, private or link-local address."},
+                         {"set default_address to an address that the far end reaches"}, 0, "192.0.2.1"),
+              {"Media for us go to ", address, ", which is reached from within its own network only."});
     }
     if (!scene.input.local.strMyIPAddr.empty() && scene.input.local.strMyIPAddr != address) {
         known(BlameField(scene, kTwoAddresses, "origin_address",
-                         "strMyIPAddr (origin_address) is " + Shown(scene.input.local.strMyIPAddr) + " and " +
-                             name + "is " + Shown(address) + ".",
-                         "set origin_address to the default address", 0, address),
-              "Media are asked for at the default address, " + Shown(address) + ", alone.");
+                         {"strMyIPAddr (origin_address) is ", AsShown(scene.input.local.strMyIPAddr), " and ",
+                          name, "is ", AsShown(address), "."},
+                         {"set origin_address to the default address"}, 0, address),
+              {"Media are asked for at the default address, ", AsShown(address), ", alone."});
     }
     const std::string& extension = scene.input.local.strOExtension;
     if (extension.find_first_of(" \t\r\n") != std::string::npos) {
         BlameField(scene, kOrigin, "origin_extension",
-                   "strOExtension (origin_extension) contains white space.",
-                   "take the white space out of origin_extension", 0, "x")
-            .known.emplace_back(Topic::Call,
-                                "Our o= line has a word too many, so a strict reader refuses the text.");
+                   {"strOExtension (origin_extension) contains white space."},
+                   {"take the white space out of origin_extension"}, 0, "x")
+            .Know(Topic::Call, {"Our o= line has a word too many, so a strict reader refuses the text."});
     }
 }
 
@@ -99,35 +98,31 @@ void FindBudget(Scene& scene) {
     const std::int32_t budget = scene.input.local.iMaxBandwidth;
     if (budget == 0) {
         BlameField(scene, kNoBudget, "max_bandwidth_bit_per_s",
-                   "iMaxBandwidth (max_bandwidth_bit_per_s) is 0.",
-                   "set max_bandwidth_bit_per_s to the budget in bit/s", 1064000)
-            .known.emplace_back(Topic::Bandwidth,
-                                "Our text has no b= line, so the far end takes us as not limited.");
+                   {"iMaxBandwidth (max_bandwidth_bit_per_s) is 0."},
+                   {"set max_bandwidth_bit_per_s to the budget in bit/s"}, 1064000)
+            .Know(Topic::Bandwidth, {"Our text has no b= line, so the far end takes us as not limited."});
     }
     constexpr std::int32_t audioShare = 64000;
     constexpr std::int32_t leastForVideo = 128000;
     if (budget > audioShare && budget < audioShare + leastForVideo) {
         BlameField(scene, kSmallBudget, "max_bandwidth_bit_per_s",
-                   "iMaxBandwidth (max_bandwidth_bit_per_s) is " + std::to_string(budget) + " bit/s.",
-                   "set max_bandwidth_bit_per_s to 1064000", 1064000)
-            .known.emplace_back(Topic::Bandwidth, "Our text leaves video " +
-                                                      std::to_string(budget - audioShare) +
-                                                      " bit/s, so the far end sends a poor picture.");
+                   {"iMaxBandwidth (max_bandwidth_bit_per_s) is ", budget, " bit/s."},
+                   {"set max_bandwidth_bit_per_s to 1064000"}, 1064000)
+            .Know(Topic::Bandwidth, {"Our text leaves video ", budget - audioShare,
+                                     " bit/s, so the far end sends a poor picture."});
     }
     if (budget == 0 || budget > audioShare) {
         return;
     }
-    const std::string text = "b=AS:" + std::to_string(budget / 1000);
     BlameField(scene, kBandwidth, "max_bandwidth_bit_per_s",
-               "iMaxBandwidth (max_bandwidth_bit_per_s) is " + std::to_string(budget) + " bit/s" +
-                   (budget < 64000 ? ", which looks like kbit/s." : ", the share of audio alone."),
-               "set max_bandwidth_bit_per_s to " +
-                   std::to_string(budget < 0 || budget == 64000 ? 1064000 : std::min(budget, 2147483) * 1000),
+               {"iMaxBandwidth (max_bandwidth_bit_per_s) is ", budget, " bit/s",
+                budget < 64000 ? ", which looks like kbit/s." : ", the share of audio alone."},
+               {"set max_bandwidth_bit_per_s to ",
+                budget < 0 || budget == 64000 ? 1064000 : std::min(budget, 2147483) * 1000},
                budget < 0 || budget == 64000 ? 1064000 : budget * 1000)
-        .known.emplace_back(Topic::Bandwidth,
-                            "Our text says " + text +
-                                (budget < 64000 ? " and has no b=TIAS lines."
-                                                : " and has no limit for video, which gets nothing."));
+        .Know(Topic::Bandwidth, {"Our text says b=AS:", budget / 1000,
+                                 budget < 64000 ? " and has no b=TIAS lines."
+                                                : " and has no limit for video, which gets nothing."});
 }
 
 void FindOwnFloor(Scene& scene) {
@@ -142,24 +137,22 @@ void FindOwnFloor(Scene& scene) {
     if (isOn && !hasFloor && !scene.input.remoteAnswers && !scene.input.floorControlIfOffered) {
         BlameField(
             scene, kFloorUnasked, "floor_control.enabled",
-            "SetBfcpSupport (floor_control.enabled) is on, and the far end has no floor control section.",
-            "set floor_control.enabled to false", 0);
+            {"SetBfcpSupport (floor_control.enabled) is on, and the far end has no floor control section."},
+            {"set floor_control.enabled to false"}, 0);
     } else if (!isOn && (hasFloor || hasSlides)) {
         Suspect& suspect = BlameField(scene, kFloorOff, "floor_control.enabled",
-                                      "SetBfcpSupport (floor_control.enabled) is off.",
-                                      "set floor_control.enabled to true", 1);
-        suspect.known.emplace_back(Topic::Slides, "Our text has no slides section (presentation) and no "
-                                                  "floor control, so slides are not received.");
-        suspect.known.emplace_back(Topic::Floor,
-                                   "Our text has no floor control section, so no floor can be asked for.");
+                                      {"SetBfcpSupport (floor_control.enabled) is off."},
+                                      {"set floor_control.enabled to true"}, 1);
+        suspect.Know(Topic::Slides, {"Our text has no slides section (presentation) and no "
+                                     "floor control, so slides are not received."});
+        suspect.Know(Topic::Floor, {"Our text has no floor control section, so no floor can be asked for."});
     }
     const std::int32_t port = scene.input.local.iVideoPresoControlPort;
     if (isOn && (port <= 0 || port > 65535)) {
         BlameField(scene, kFloorPort, "floor_control.port",
-                   "iVideoPresoControlPort (floor_control.port) is " + std::to_string(port) + ".",
-                   "set floor_control.port to a port from 1 to 65535", 16390)
-            .known.emplace_back(Topic::Floor, "Our text declines floor control or names no port: " +
-                                                  std::to_string(port) + ".");
+                   {"iVideoPresoControlPort (floor_control.port) is ", port, "."},
+                   {"set floor_control.port to a port from 1 to 65535"}, 16390)
+            .Know(Topic::Floor, {"Our text declines floor control or names no port: ", port, "."});
     }
     const std::pair<const char*, std::int32_t> ids[] = {
         {"floor_control.conference_id", scene.input.local.iBfcpConfid},
@@ -168,11 +161,9 @@ void FindOwnFloor(Scene& scene) {
         constexpr std::int32_t written = 15;
         if (isOn && hasFloor && id.second != 0 && id.second != written) {
             BlameField(scene, kOwnIds, id.first,
-                       std::string(LocalField(id.first)->record) + " (" + id.first + ") is " +
-                           std::to_string(id.second) + ".",
-                       "set " + std::string(id.first) + " to 15", written)
-                .known.emplace_back(Topic::Floor, "Our text says 15 and not " + std::to_string(id.second) +
-                                                      ", whatever is set here.");
+                       {LocalField(id.first)->record, " (", id.first, ") is ", id.second, "."},
+                       {"set ", id.first, " to 15"}, written)
+                .Know(Topic::Floor, {"Our text says 15 and not ", id.second, ", whatever is set here."});
         }
     }
 }
@@ -184,13 +175,13 @@ void FindServed(Scene& scene) {
     }
     const std::string count = std::to_string(scene.input.servedSections);
     Suspect& suspect = BlameField(scene, kServed, "served_sections",
-                                  "SetMaxSupportedSessions (served_sections) is " + count +
-                                      ", and the far end has " + std::to_string(sections) + " sections.",
-                                  "set served_sections to " + std::to_string(sections),
+                                  {"SetMaxSupportedSessions (served_sections) is ", count,
+                                   ", and the far end has ", sections, " sections."},
+                                  {"set served_sections to ", sections},
                                   static_cast<std::int32_t>(std::min<std::size_t>(sections, 1000000)));
-    suspect.acted = "Of the far end's sections " + count +
-                    " are served; each one after them is repeated at port 0 at the end of the answer, also "
-                    "when one of ours answers it (B18).";
+    suspect.SayActed({"Of the far end's sections ", count,
+                      " are served; each one after them is repeated at port 0 at the end of the answer, also "
+                      "when one of ours answers it (B18)."});
 }
 
 void FindUnasked(Scene& scene) {
@@ -201,9 +192,9 @@ void FindUnasked(Scene& scene) {
     if (!record.m_VideoMain.fIsVideoValid && OurStream(scene.state, baseSDP::SRTP_VIDEO) != nullptr) {
         BlameField(
             scene, kUnasked, "video.main.codecs",
-            "m_VideoMain.eVideoCodec (video.main.codecs) is set, and the far end offers no main video.",
-            "empty video.main.codecs for this call", 0)
-            .known.emplace_back(Topic::Call, "Our answer has an m=video section that nobody offered.");
+            {"m_VideoMain.eVideoCodec (video.main.codecs) is set, and the far end offers no main video."},
+            {"empty video.main.codecs for this call"}, 0)
+            .Know(Topic::Call, {"Our answer has an m=video section that nobody offered."});
     }
     const bool hasFloor = std::any_of(
         scene.reading.sections.begin(), scene.reading.sections.end(), [](const MeantSection& section) {
@@ -211,17 +202,17 @@ void FindUnasked(Scene& scene) {
         });
     if (hasFloor && !record.m_VideoPreso.fIsVideoValid &&
         OurStream(scene.state, baseSDP::SRTP_VIDEO_PRESO) != nullptr) {
-        BlameField(
-            scene, kUnasked, "video.presentation.codecs",
-            "m_VideoPreso.eVideoCodec (video.presentation.codecs) is set, and the far end offers no slides.",
-            "empty video.presentation.codecs for this call", 0)
-            .known.emplace_back(Topic::Call, "Our answer has a slides section that nobody offered.");
+        BlameField(scene, kUnasked, "video.presentation.codecs",
+                   {"m_VideoPreso.eVideoCodec (video.presentation.codecs) is set, and the far end offers no "
+                    "slides."},
+                   {"empty video.presentation.codecs for this call"}, 0)
+            .Know(Topic::Call, {"Our answer has a slides section that nobody offered."});
     }
     if (!record.fIsAudioValid && OurStream(scene.state, baseSDP::SRTP_AUDIO) != nullptr) {
         BlameField(scene, kUnasked, "audio.priority",
-                   "listAudioCodecPriority (audio.priority) is set, and the far end offers no audio.",
-                   "empty audio.priority for this call", 0)
-            .known.emplace_back(Topic::Call, "Our answer has an m=audio section that nobody offered.");
+                   {"listAudioCodecPriority (audio.priority) is set, and the far end offers no audio."},
+                   {"empty audio.priority for this call"}, 0)
+            .Know(Topic::Call, {"Our answer has an m=audio section that nobody offered."});
     }
 }
 

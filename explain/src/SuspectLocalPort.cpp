@@ -27,14 +27,12 @@ void FindLocalPort(Scene& scene, std::string_view file, std::string_view record,
     if (IsPort(port)) {
         return;
     }
-    Suspect& suspect = BlameField(
-        scene, kPort, file,
-        std::string(record) + " (" + std::string(file) + ") is " + std::to_string(port) + ".",
-        "set " + std::string(file) + " to the RTP port", 16384 + static_cast<int>(file.size()) * 2);
-    suspect.known.emplace_back(topic, std::string("Our text declines ") + stream + " with port " +
-                                          std::to_string(port) + ", so none is received.");
+    Suspect& suspect =
+        BlameField(scene, kPort, file, {record, " (", file, ") is ", port, "."},
+                   {"set ", file, " to the RTP port"}, 16384 + static_cast<int>(file.size()) * 2);
+    suspect.Know(topic, {"Our text declines ", stream, " with port ", port, ", so none is received."});
     if (topic == Topic::AudioReceive) {
-        suspect.known.emplace_back(Topic::Dtmf, "Our text declines audio, so there are no tones in it.");
+        suspect.Know(Topic::Dtmf, {"Our text declines audio, so there are no tones in it."});
     }
 }
 
@@ -55,17 +53,14 @@ void FindOverlap(Scene& scene) {
             }
             Suspect& suspect =
                 BlameField(scene, kSamePorts, ports[i].first,
-                           LocalField(ports[i].first) == nullptr
-                               ? ""
-                               : std::string(LocalField(ports[i].first)->record) + " (" + ports[i].first +
-                                     ") is " + std::to_string(ports[i].second) + ", beside " +
-                                     ports[j].first + " " + std::to_string(ports[j].second) + ".",
-                           std::string("set ") + ports[i].first + " to a port of its own",
+                           {LocalField(ports[i].first)->record, " (", ports[i].first, ") is ",
+                            ports[i].second, ", beside ", ports[j].first, " ", ports[j].second, "."},
+                           {"set ", ports[i].first, " to a port of its own"},
                            ports[j].second > 0 && ports[j].second < 65530 ? ports[j].second + 4 : 16384);
             for (const std::size_t k : {i, j}) {
-                suspect.known.emplace_back(
+                suspect.Know(
                     topics[k],
-                    "Our text asks for two streams at ports that overlap, so they cannot be told apart.");
+                    {"Our text asks for two streams at ports that overlap, so they cannot be told apart."});
             }
         }
     }

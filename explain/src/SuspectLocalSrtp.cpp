@@ -58,17 +58,16 @@ void FindSuite(Scene& scene, baseSDP::SRTP_M_LINE stream) {
     }
     const Rule& rule = isNone ? kNoSuite : !isNamed ? kNoName : isOffer ? kOffered80 : kOtherSuite;
     const OurSection* const ours = OurStream(scene.state, stream);
-    Suspect& suspect =
-        BlameField(scene, rule, field.file, name + (isNone ? "none" : std::string(SuiteName(suite))) + ".",
-                   "set " + std::string(field.file) + " to AES_CM_128_HMAC_SHA1_32",
-                   CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32);
+    Suspect& suspect = BlameField(
+        scene, rule, field.file, {name, isNone ? "none" : std::string(SuiteName(suite)), "."},
+        {"set ", field.file, " to AES_CM_128_HMAC_SHA1_32"}, CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32);
     if (ours != nullptr && ours->transport == "RTP/SAVP") {
-        suspect.known.emplace_back(
+        suspect.Know(
             field.topic,
-            std::string("Our section for ") + kStreamNames[stream] +
-                (ours->hasKey
-                     ? " has a key under another suite or none, so the two ends do not decrypt each other."
-                     : " says RTP/SAVP without a key, so the far end declines it."));
+            {"Our section for ", kStreamNames[stream],
+             ours->hasKey
+                 ? " has a key under another suite or none, so the two ends do not decrypt each other."
+                 : " says RTP/SAVP without a key, so the far end declines it."});
     }
 }
 
@@ -92,13 +91,13 @@ void FindLocalSrtp(Scene& scene) {
                             : video < 2              ? Topic::EncryptionMain
                                                      : Topic::EncryptionSlides;
         if (isWanted && (section.media == "audio" || section.media == "video")) {
-            Suspect& suspect = BlameField(
-                scene, isDemanded ? kSrtpOff : kSrtpUnused, "srtp",
-                "m_bSRTP (srtp) is off, and line " + std::to_string(reading.lines[section.line].number) +
-                    (isDemanded ? " wants " + section.transport + "." : " has crypto lines after it."),
-                "set srtp to true", 1);
-            suspect.known.emplace_back(topic, "Our text says RTP/AVP and has no crypto line and no key, so "
-                                              "the section is not encrypted or the far end refuses it.");
+            Suspect& suspect =
+                BlameField(scene, isDemanded ? kSrtpOff : kSrtpUnused, "srtp",
+                           {"m_bSRTP (srtp) is off, and line ", reading.lines[section.line].number,
+                            isDemanded ? " wants " + section.transport + "." : " has crypto lines after it."},
+                           {"set srtp to true"}, 1);
+            suspect.Know(topic, {"Our text says RTP/AVP and has no crypto line and no key, so "
+                                 "the section is not encrypted or the far end refuses it."});
         }
     }
     // One field is blamed once; each of its topics keeps the first consequence.

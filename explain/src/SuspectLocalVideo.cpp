@@ -69,24 +69,22 @@ void FindVideoCodecs(Scene& scene, const VideoField& field, const VideoParms& vi
     const std::string name = record + " (" + file + ")";
     const bool isSecure = scene.input.srtp;
     if (video.eVideoCodec == 0) {
-        BlameField(scene, kNoVideo, file, name + " is empty.", "put H264_MODE_1 and H264_MODE_0 into " + file,
-                   sdp::kAnyH264);
+        BlameField(scene, kNoVideo, file, {name, " is empty."},
+                   {"put H264_MODE_1 and H264_MODE_0 into ", file}, sdp::kAnyH264);
     } else if ((video.eVideoCodec & sdp::kAnyH264) == 0) {
         BlameField(scene, kNotH264, file,
-                   name + " holds " + (video.eVideoCodec == PAYLOAD_VP8 ? "VP8 alone" : "no H.264 mode") +
-                       ".",
-                   "put H264_MODE_1 and H264_MODE_0 into " + file, sdp::kAnyH264)
-            .known.emplace_back(field.carries,
-                                std::string("Our section for ") + field.name +
-                                    " lists no format, so the far end declines it or refuses the text.");
+                   {name, " holds ", video.eVideoCodec == PAYLOAD_VP8 ? "VP8 alone" : "no H.264 mode", "."},
+                   {"put H264_MODE_1 and H264_MODE_0 into ", file}, sdp::kAnyH264)
+            .Know(field.carries, {"Our section for ", field.name,
+                                  " lists no format, so the far end declines it or refuses the text."});
     } else if ((video.eVideoCodec & PAYLOAD_H264) == 0) {
-        Suspect& suspect = BlameField(scene, kMode0, file, name + " holds H264_MODE_0 alone.",
-                                      "add H264_MODE_1 to " + file, sdp::kAnyH264);
+        Suspect& suspect = BlameField(scene, kMode0, file, {name, " holds H264_MODE_0 alone."},
+                                      {"add H264_MODE_1 to ", file}, sdp::kAnyH264);
         if (isSecure) {
-            suspect.known.emplace_back(
+            suspect.Know(
                 field.role == VIDEOTYPE_MAIN ? Topic::EncryptionMain : Topic::EncryptionSlides,
-                std::string("Our section for ") + field.name +
-                    " says RTP/SAVP and has no key, so the far end declines it or sends in the clear.");
+                {"Our section for ", field.name,
+                 " says RTP/SAVP and has no key, so the far end declines it or sends in the clear."});
         }
     }
 }
@@ -112,22 +110,19 @@ void FindLimits(Scene& scene, const VideoField& field, const VideoParms& video) 
     for (const LimitField& limit : kLimits) {
         const std::int32_t own = video.*limit.own;
         const std::string file = std::string(field.file) + limit.file;
-        const std::string name =
-            std::string(field.record) + limit.record + " (" + file + ") is " + std::to_string(own);
         if (own != 0 && own < limits.*limit.ofLevel) {
             BlameField(scene, kLimit, file,
-                       name + ", less than the " + std::to_string(limits.*limit.ofLevel) + " of level " +
-                           Shown(video.strVideoLevel) + ".",
-                       "set " + file + " to 0, so that the level counts", 0)
-                .known.emplace_back(field.receives,
-                                    std::string("Our text says ") + limit.parameter + "=" +
-                                        std::to_string(own) +
-                                        ", so the far end may send a smaller, slower or coarser picture.");
+                       {field.record, limit.record, " (", file, ") is ", own, ", less than the ",
+                        limits.*limit.ofLevel, " of level ", AsShown(video.strVideoLevel), "."},
+                       {"set ", file, " to 0, so that the level counts"}, 0)
+                .Know(field.receives, {"Our text says ", limit.parameter, "=", own,
+                                       ", so the far end may send a smaller, slower or coarser picture."});
         } else if (own != 0 && own % 2 == 0 && limit.own == &VideoParms::iFmtpMaxFrameSize) {
-            BlameField(scene, kOdd, file, name + ", an even number.", "set " + file + " to an odd number",
-                       own - 1)
-                .known.emplace_back(field.receives, "Our text says max-fs=" + std::to_string(own + 1) +
-                                                        ", one macroblock more than was set.");
+            BlameField(scene, kOdd, file,
+                       {field.record, limit.record, " (", file, ") is ", own, ", an even number."},
+                       {"set ", file, " to an odd number"}, own - 1)
+                .Know(field.receives,
+                      {"Our text says max-fs=", own + 1, ", one macroblock more than was set."});
         }
     }
 }
@@ -144,41 +139,38 @@ void FindVideo(Scene& scene, const VideoField& field) {
                   field.receives);
     if (!IsLevelName(video.strVideoLevel)) {
         BlameField(scene, kLevel, file + ".level",
-                   record + ".strVideoLevel (" + file + ".level) is \"" + Shown(video.strVideoLevel) +
-                       "\", which is the name of no level.",
-                   "set " + file + ".level to the name of a level, such as \"3.1\"", 0, "3.1")
-            .known.emplace_back(
-                field.receives,
-                "Our text promises level 2, so the far end sends a picture of 352 x 288 or so.");
+                   {record, ".strVideoLevel (", file, ".level) is \"", AsShown(video.strVideoLevel),
+                    "\", which is the name of no level."},
+                   {"set ", file, ".level to the name of a level, such as \"3.1\""}, 0, "3.1")
+            .Know(field.receives,
+                  {"Our text promises level 2, so the far end sends a picture of 352 x 288 or so."});
     } else if (video.strVideoLevel < "3") {
-        BlameField(scene, kLowLevel, file + ".level",
-                   record + ".strVideoLevel (" + file + ".level) is \"" + video.strVideoLevel +
-                       "\", a low level.",
-                   "set " + file + ".level to \"3.1\"", 0, "3.1")
-            .known.emplace_back(
-                field.receives,
-                "Our text asks for a picture of this low level, so the far end sends a small one.");
+        BlameField(
+            scene, kLowLevel, file + ".level",
+            {record, ".strVideoLevel (", file, ".level) is \"", video.strVideoLevel, "\", a low level."},
+            {"set ", file, ".level to \"3.1\""}, 0, "3.1")
+            .Know(field.receives,
+                  {"Our text asks for a picture of this low level, so the far end sends a small one."});
     }
     FindLimits(scene, field, video);
     if (video.eVideoType != field.role) {
         const bool isSwapped = video.eVideoType == VIDEOTYPE_MAIN || video.eVideoType == VIDEOTYPE_PRESO;
-        Suspect& suspect =
-            BlameField(scene, kRole, file + ".role",
-                       record + ".eVideoType (" + file + ".role) is " +
-                           (video.eVideoType == VIDEOTYPE_MAIN ? "main"
-                            : isSwapped                        ? "presentation"
-                                                               : "no role") +
-                           ".",
-                       "set " + file + ".role to " + (field.role == VIDEOTYPE_MAIN ? "main" : "presentation"),
-                       field.role);
+        Suspect& suspect = BlameField(
+            scene, kRole, file + ".role",
+            {record, ".eVideoType (", file, ".role) is ",
+             video.eVideoType == VIDEOTYPE_MAIN ? "main"
+             : isSwapped                        ? "presentation"
+                                                : "no role",
+             "."},
+            {"set ", file, ".role to ", field.role == VIDEOTYPE_MAIN ? "main" : "presentation"}, field.role);
         const std::string comes =
             isSwapped
                 ? std::string("Our text marks ") + field.name +
                       (video.eVideoType == VIDEOTYPE_MAIN ? " as a=content:main" : " as a=content:slides") +
                       ", so the far end takes it for the other stream."
                 : "Our text has bare a=label: and a=content: prefixes, which run into the next line.";
-        suspect.known.emplace_back(field.carries, comes);
-        suspect.known.emplace_back(Topic::Call, comes);
+        suspect.Know(field.carries, {comes});
+        suspect.Know(Topic::Call, {comes});
     }
 }
 
@@ -196,13 +188,13 @@ void FindPayloads(Scene& scene) {
         const std::string number = std::to_string(local.iVideoPayloadMode0);
         Suspect& suspect = BlameField(
             scene, kSamePayload, "video.payload_type_mode_0",
-            "iVideoPayloadMode0 (video.payload_type_mode_0) and iVideoPayloadMode1 are both " + number + ".",
-            "set video.payload_type_mode_0 to another number", number == "126" ? 125 : 126);
+            {"iVideoPayloadMode0 (video.payload_type_mode_0) and iVideoPayloadMode1 are both ", number, "."},
+            {"set video.payload_type_mode_0 to another number"}, number == "126" ? 125 : 126);
         const std::string comes =
             "Our " + text + " lists payload " + number +
             " twice, once for each packetization mode, so the far end cannot tell them apart.";
         for (const Topic topic : {Topic::MainReceive, Topic::MainPicture, Topic::Slides, Topic::Call}) {
-            suspect.known.emplace_back(topic, comes);
+            suspect.Know(topic, {comes});
         }
     }
     for (const bool isMode1 : {true, false}) {
@@ -211,14 +203,13 @@ void FindPayloads(Scene& scene) {
             continue;
         }
         const std::string file = isMode1 ? "video.payload_type_mode_1" : "video.payload_type_mode_0";
-        Suspect& suspect = BlameField(scene, kPayloadRange, file,
-                                      std::string(isMode1 ? "iVideoPayloadMode1 (" : "iVideoPayloadMode0 (") +
-                                          file + ") is " + std::to_string(payload) + ".",
-                                      "set " + file + " to a number from 96 to 127", isMode1 ? 97 : 126);
+        Suspect& suspect = BlameField(
+            scene, kPayloadRange, file,
+            {isMode1 ? "iVideoPayloadMode1 (" : "iVideoPayloadMode0 (", file, ") is ", payload, "."},
+            {"set ", file, " to a number from 96 to 127"}, isMode1 ? 97 : 126);
         for (const Topic topic : {Topic::MainReceive, Topic::MainPicture, Topic::Slides}) {
-            suspect.known.emplace_back(
-                topic,
-                "Our " + text + " uses a number that the far end takes for another format or refuses.");
+            suspect.Know(topic, {"Our ", text,
+                                 " uses a number that the far end takes for another format or refuses."});
         }
     }
 }
@@ -232,8 +223,8 @@ void FindLocalVideo(Scene& scene) {
         }
     }
     if (scene.input.local.fVideoTxMuted) {
-        BlameField(scene, kMuted, "video.muted", "fVideoTxMuted (video.muted) is set.",
-                   "set video.muted to false", 0);
+        BlameField(scene, kMuted, "video.muted", {"fVideoTxMuted (video.muted) is set."},
+                   {"set video.muted to false"}, 0);
     }
     FindPayloads(scene);
 }

@@ -69,14 +69,13 @@ void AddShort(Scene& scene, const MeantSection& section, const TextLine& line) {
     if (formats.empty()) {
         formats = section.media == "application" ? " *" : section.media == "video" ? " 97" : " 0";
     }
-    std::string text = "m=" + section.media + " " + (section.port.empty() ? "5004" : section.port) + " " +
-                       (section.transport.empty() ? "RTP/AVP" : section.transport) + formats;
-    const std::string words = "write line " + std::to_string(line.number) + " as " + Quoted(text);
+    const std::string text = "m=" + section.media + " " + (section.port.empty() ? "5004" : section.port) +
+                             " " + (section.transport.empty() ? "RTP/AVP" : section.transport) + formats;
     Blame(scene, kShortLine, line,
-          LineWords(scene, line) + " has only " +
-              (WordsOf(line.text).size() == 3 ? "three" : std::to_string(WordsOf(line.text).size())) +
-              " words, a format is missing; after it comes " + AfterWords(scene.reading, section.line) + ".",
-          words, {ReplaceLine(line, std::move(text))})
+          {LineWords(line), " has only ",
+           WordsOf(line.text).size() == 3 ? "three" : std::to_string(WordsOf(line.text).size()),
+           " words, a format is missing; after it comes ", AfterWords(scene.reading, section.line), "."},
+          {"write line ", line.number, " as ", InQuotes(text)}, {ReplaceLine(line, text)})
         .isTakenAway = true;
 }
 
@@ -85,19 +84,18 @@ void AddPort(Scene& scene, const MeantSection& section, const TextLine& line, bo
     const bool isUsable = IsDigits(digits) && digits.size() < 6 && std::stoi(std::string(digits)) < 65536;
     const std::string number = std::to_string(line.number);
     if (!isUsable) {
-        Blame(scene, kPort, line, LineWords(scene, line) + " has " + Shown(section.port) + " as its port.",
-              "write a port from 1 to 65535 in line " + number,
+        Blame(scene, kPort, line, {LineWords(line), " has ", AsShown(section.port), " as its port."},
+              {"write a port from 1 to 65535 in line ", number},
               {ReplaceLine(line, WithWord(line, 1, "49170"))});
     } else if (std::stoi(std::string(digits)) == 0) {
         Suspect& suspect = Blame(
             scene, kDeclined, line,
-            LineWords(scene, line) + " has port 0" +
-                (IsBundleOnly(scene, section) ? " and a=bundle-only, but bundling is not read." : "."),
-            "write a port other than 0 in line " + number, {ReplaceLine(line, WithWord(line, 1, "49170"))});
+            {LineWords(line), " has port 0",
+             IsBundleOnly(scene, section) ? " and a=bundle-only, but bundling is not read." : "."},
+            {"write a port other than 0 in line ", number}, {ReplaceLine(line, WithWord(line, 1, "49170"))});
         for (const Topic topic : TopicsOf(section, isSlides)) {
-            suspect.known.emplace_back(topic,
-                                       "The far end has declined " + section.media +
-                                           ": the stream does not start, and no media flow either way.");
+            suspect.Know(topic, {"The far end has declined ", section.media,
+                                 ": the stream does not start, and no media flow either way."});
         }
     }
 }
@@ -112,19 +110,18 @@ void AddTransport(Scene& scene, const MeantSection& section, const TextLine& lin
     if ((!isRtp && !isBfcp) || section.transport == exact || WordsOf(line.text, 4).size() < 4) {
         return;
     }
-    Suspect& suspect = Blame(scene,
-                             isDtls  ? kDtls
-                             : isRtp ? kTransport
-                                     : kBfcpTransport,
-                             line,
-                             LineWords(scene, line) + " has the transport " +
-                                 Shown(WordsOf(line.text, 3)[2]) + " and not " + exact + ".",
-                             "write " + exact + " in line " + std::to_string(line.number),
-                             {ReplaceLine(line, WithWord(line, 2, exact))});
+    Suspect& suspect = Blame(
+        scene,
+        isDtls  ? kDtls
+        : isRtp ? kTransport
+                : kBfcpTransport,
+        line,
+        {LineWords(line), " has the transport ", AsShown(WordsOf(line.text, 3)[2]), " and not ", exact, "."},
+        {"write ", exact, " in line ", line.number}, {ReplaceLine(line, WithWord(line, 2, exact))});
     if (!isRtp) {
-        suspect.known.emplace_back(
+        suspect.Know(
             Topic::Floor,
-            "Our answer says UDP/BFCP for what was offered otherwise, so the two ends do not meet.");
+            {"Our answer says UDP/BFCP for what was offered otherwise, so the two ends do not meet."});
     }
 }
 
@@ -153,14 +150,14 @@ void AddUnknown(Scene& scene, const MeantSection& section, const TextLine& line)
         const std::string likely(LikelyMedium(scene, section));
         if (!likely.empty()) {
             Blame(scene, kMisnamed, line,
-                  LineWords(scene, line) + " names the medium " + Shown(section.media) +
-                      ", and its lines are of " + likely + ".",
-                  "write m=" + likely + " in line " + std::to_string(line.number),
+                  {LineWords(line), " names the medium ", AsShown(section.media), ", and its lines are of ",
+                   likely, "."},
+                  {"write m=", likely, " in line ", line.number},
                   {ReplaceLine(line, WithWord(line, 0, "m=" + likely))});
         }
         Suspect& suspect =
-            Blame(scene, kUnknownMedia, line, LineWords(scene, line) + " is of a medium that is not known.",
-                  "delete the section that begins with line " + std::to_string(line.number),
+            Blame(scene, kUnknownMedia, line, {LineWords(line), " is of a medium that is not known."},
+                  {"delete the section that begins with line ", line.number},
                   {{line.offset, SectionText(scene.reading, section).size(), {}}});
         suspect.isTakenAway = true;
     }

@@ -86,9 +86,8 @@ void AddName(Scene& scene, const TextLine& line) {
         return;
     }
     const std::string text = std::string(keyword) + spelled.substr(colon);
-    Blame(scene, kName, line,
-          LineWords(scene, line) + " has a name that is nearly " + std::string(keyword) + ".",
-          "write line " + std::to_string(line.number) + " as " + Quoted(text), {ReplaceLine(line, text)})
+    Blame(scene, kName, line, {LineWords(line), " has a name that is nearly ", keyword, "."},
+          {"write line ", line.number, " as ", InQuotes(text)}, {ReplaceLine(line, text)})
         .isTakenAway = true;
 }
 
@@ -123,8 +122,8 @@ void AddTwoLines(Scene& scene, const TextLine& line) {
     while (end > 0 && std::string_view(" \t;,").find(line.text[end - 1]) != std::string_view::npos) {
         --end;
     }
-    Blame(scene, kTwoLines, line, LineWords(scene, line) + " holds a second line, " + Quoted(rest) + ".",
-          "end line " + std::to_string(line.number) + " before " + Quoted(rest) + " and begin another",
+    Blame(scene, kTwoLines, line, {LineWords(line), " holds a second line, ", InQuotes(rest), "."},
+          {"end line ", line.number, " before ", InQuotes(rest), " and begin another"},
           {{line.offset + end, at - end, "\r\n"}})
         .isTakenAway = true;
 }

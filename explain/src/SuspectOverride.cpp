@@ -50,29 +50,30 @@ void AddOverridden(Scene& scene, const TextLine& earlier, const TextLine& later)
         const auto payload = PayloadOf(later.text);
         const std::size_t after =
             static_cast<std::size_t>(payload.data() - later.text.data()) + payload.size();
-        Suspect& suspect = Blame(
-            scene, kTwoFormats, later,
-            "Lines " + std::to_string(earlier.number) + " and " + std::to_string(later.number) +
-                " are fmtp lines of payload " + Shown(payload) + ", " + Quoted(later.text) + " the last.",
-            "join line " + std::to_string(later.number) + " to line " + std::to_string(earlier.number),
-            {ReplaceLine(earlier,
-                         std::string(earlier.text) + ";" + std::string(Trimmed(later.text.substr(after)))),
-             DeleteLine(later)});
+        Suspect& suspect =
+            Blame(scene, kTwoFormats, later,
+                  {"Lines ", earlier.number, " and ", later.number, " are fmtp lines of payload ",
+                   AsShown(payload), ", ", InQuotes(later.text), " the last."},
+                  {"join line ", later.number, " to line ", earlier.number},
+                  {ReplaceLine(earlier, std::string(earlier.text) + ";" +
+                                            std::string(Trimmed(later.text.substr(after)))),
+                   DeleteLine(later)});
         suspect.lines = {earlier.number, later.number};
         return;
     }
-    Suspect& suspect = Blame(scene, kOverridden, later,
-                             LineWords(scene, later) + " comes after line " + std::to_string(earlier.number) +
-                                 ", " + Quoted(earlier.text) + ".",
-                             "delete line " + std::to_string(later.number), {DeleteLine(later)});
+    Suspect& suspect =
+        Blame(scene, kOverridden, later,
+              {LineWords(later), " comes after line ", earlier.number, ", ", InQuotes(earlier.text), "."},
+              {"delete line ", later.number}, {DeleteLine(later)});
     suspect.lines = {later.number, earlier.number};
     suspect.isTakenAway = true;
     const MeantSection* const section = scene.reading.SectionOf(later);
     if (later.meant == SDPRow::Rtpmap && section != nullptr &&
         section->listed.size() < section->formats.size()) {
-        suspect.acted = "When an m= line (line " + std::to_string(scene.reading.lines[section->line].number) +
-                        ") lists a payload twice, rtpmap and fmtp lines reach its first entry only, and the "
-                        "last of them stands (P07).";
+        suspect.SayActed(
+            {"When an m= line (line ", scene.reading.lines[section->line].number,
+             ") lists a payload twice, rtpmap and fmtp lines reach its first entry only, and the "
+             "last of them stands (P07)."});
     }
 }
 

@@ -78,10 +78,9 @@ void AddOwnKey(Scene& scene, const Reading& offer, const TextLine* theirLine, To
         const std::vector<std::string_view> our =
             line.meant == SDPRow::Crypto ? WordsOf(line.text, 3) : std::vector<std::string_view>();
         if (our.size() == 3 && their.size() == 3 && our[2].substr(0, keyEnd) == their[2].substr(0, keyEnd)) {
-            Blame(scene, kOwnKey, *theirLine,
-                  LineWords(scene, *theirLine) + " repeats a key of our own offer.",
-                  "answer with a key of the far end's own", {})
-                .known.emplace_back(topic, "Both directions would use one key, which breaks the encryption.");
+            Blame(scene, kOwnKey, *theirLine, {LineWords(*theirLine), " repeats a key of our own offer."},
+                  {"answer with a key of the far end's own"}, {})
+                .Know(topic, {"Both directions would use one key, which breaks the encryption."});
             return;
         }
     }
@@ -95,20 +94,18 @@ void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, c
     if (ours.transport.find("SAVP") != std::string::npos &&
         theirs.transport.find("SAVP") == std::string::npos && theirs.port != "0") {
         Blame(scene, kPlain, media,
-              LineWords(scene, media) + " answers our " + ours.transport + " with " +
-                  Shown(theirs.transport) + ".",
-              "refuse the call or offer RTP/AVP", {})
-            .known.emplace_back(
-                topic,
-                "The far end does not encrypt: no suite and no key, and media would flow in the clear.");
+              {LineWords(media), " answers our ", ours.transport, " with ", AsShown(theirs.transport), "."},
+              {"refuse the call or offer RTP/AVP"}, {})
+            .Know(topic,
+                  {"The far end does not encrypt: no suite and no key, and media would flow in the clear."});
     }
     if (!scene.input.ourOffer.empty() && ours.transport == "RTP/AVP" && theirs.transport == "RTP/SAVP" &&
         theirs.port != "0") {
         Blame(scene, kUnaskedKey, media,
-              LineWords(scene, media) + " answers our " + ours.transport + " with " + theirs.transport + ".",
-              "answer with RTP/AVP in line " + std::to_string(media.number), {})
-            .known.emplace_back(topic, "The far end encrypts with a key to which we have none of our own, so "
-                                       "the two ends do not understand each other.");
+              {LineWords(media), " answers our ", ours.transport, " with ", theirs.transport, "."},
+              {"answer with RTP/AVP in line ", media.number}, {})
+            .Know(topic, {"The far end encrypts with a key to which we have none of our own, so "
+                          "the two ends do not understand each other."});
     }
     AddOwnKey(scene, offer, theirLine, topic);
     if (ourLine == nullptr || theirLine == nullptr) {
@@ -120,14 +117,13 @@ void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, c
         return;
     }
     if (our[0] != their[0] || our[1] != their[1]) {
-        Suspect& suspect =
-            Blame(scene, kTag, *theirLine,
-                  LineWords(scene, *theirLine) + " differs in tag or suite from our offer's " +
-                      Quoted(ourLine->text) + ".",
-                  "answer with tag and suite of the offer in line " + std::to_string(theirLine->number),
-                  {ReplaceLine(*theirLine, std::string(our[0]) + " " + std::string(our[1]) + " " +
-                                               std::string(their[2]))});
-        suspect.known.emplace_back(topic, "The two ends use different suites, so packets fail to decrypt.");
+        Suspect& suspect = Blame(scene, kTag, *theirLine,
+                                 {LineWords(*theirLine), " differs in tag or suite from our offer's ",
+                                  InQuotes(ourLine->text), "."},
+                                 {"answer with tag and suite of the offer in line ", theirLine->number},
+                                 {ReplaceLine(*theirLine, std::string(our[0]) + " " + std::string(our[1]) +
+                                                              " " + std::string(their[2]))});
+        suspect.Know(topic, {"The two ends use different suites, so packets fail to decrypt."});
     }
 }
 
@@ -137,20 +133,19 @@ void AddOtherOrder(Scene& scene, const Reading& offer, std::size_t i, bool isOth
     const std::vector<MeantSection>& theirs = scene.reading.sections;
     const TextLine& media = scene.reading.lines[theirs[i].line];
     Suspect& suspect = Blame(scene, kOrder, media,
-                             LineWords(scene, media) + " stands where our offer has " +
-                                 Quoted(offer.lines[offer.sections[i].line].text) + ".",
-                             "answer in the order of the offer", {});
+                             {LineWords(media), " stands where our offer has ",
+                              InQuotes(offer.lines[offer.sections[i].line].text), "."},
+                             {"answer in the order of the offer"}, {});
     const bool isSlides = offer.sections[i].isSlides;
-    const std::string comes =
-        "Section " + std::to_string(i + 1) + " of our offer, " +
-        (isOtherVideo ? (isSlides ? "slides" : "main video") : offer.sections[i].media) +
-        ", is answered as " + (isOtherVideo ? (isSlides ? "main video" : "slides") : Shown(theirs[i].media)) +
-        ": each end may send one to the port of the other.";
-    for (const Topic topic : TopicsOf(offer.sections[i], isSlides)) {
-        suspect.known.emplace_back(topic, comes);
-    }
+    const Piece offered = !isOtherVideo ? Piece(offer.sections[i].media) : isSlides ? "slides" : "main video";
+    const Piece answered = !isOtherVideo ? AsShown(theirs[i].media) : isSlides ? "main video" : "slides";
+    std::vector<Topic> topics = TopicsOf(offer.sections[i], isSlides);
     if (isOtherVideo && !isSlides) {
-        suspect.known.emplace_back(Topic::Slides, comes);
+        topics.push_back(Topic::Slides);
+    }
+    for (const Topic topic : topics) {
+        suspect.Know(topic, {"Section ", i + 1, " of our offer, ", offered, ", is answered as ", answered,
+                             ": each end may send one to the port of the other."});
     }
 }
 
@@ -188,24 +183,20 @@ void FindPair(Scene& scene) {
         const std::string text = "m=" + missing.media + " 0 " + missing.transport + " " + Payloads(missing);
         Suspect& suspect =
             Blame(scene, kMissing, last,
-                  LineWords(scene, last) + " is the last of " + std::to_string(theirs.size()) +
-                      " sections; our offer has " + std::to_string(offer.sections.size()) + ", next " +
-                      Quoted(offer.lines[missing.line].text) + ".",
-                  "add " + Quoted(text) + " at the end", {{scene.reading.text.size(), 0, text + "\r\n"}});
+                  {LineWords(last), " is the last of ", theirs.size(), " sections; our offer has ",
+                   offer.sections.size(), ", next ", InQuotes(offer.lines[missing.line].text), "."},
+                  {"add ", InQuotes(text), " at the end"}, {{scene.reading.text.size(), 0, text + "\r\n"}});
         for (const Topic topic : TopicsOf(missing, missing.isSlides)) {
-            suspect.known.emplace_back(topic, "Section " + std::to_string(theirs.size() + 1) +
-                                                  " of our offer, " + missing.media +
-                                                  ", has no answer, so it does not start.");
+            suspect.Know(topic, {"Section ", theirs.size() + 1, " of our offer, ", missing.media,
+                                 ", has no answer, so it does not start."});
         }
     } else if (theirs.size() > offer.sections.size()) {
         const TextLine& extra = scene.reading.lines[theirs[offer.sections.size()].line];
         Blame(scene, kSurplus, extra,
-              LineWords(scene, extra) + " is a section more than the " +
-                  std::to_string(offer.sections.size()) + " of our offer.",
-              "delete the sections from line " + std::to_string(extra.number) + " on",
+              {LineWords(extra), " is a section more than the ", offer.sections.size(), " of our offer."},
+              {"delete the sections from line ", extra.number, " on"},
               {{extra.offset, scene.reading.text.size() - extra.offset, {}}})
-            .known.emplace_back(Topic::Call,
-                                "The answer does not fit its offer, so what it adds is bound to nothing.");
+            .Know(Topic::Call, {"The answer does not fit its offer, so what it adds is bound to nothing."});
     }
 }
 

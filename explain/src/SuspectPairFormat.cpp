@@ -35,8 +35,8 @@ void AddTones(Suspect& suspect, const TextLine& media, const TextLine& rtpmap, s
     suspect.cure.words = "use payload " + std::string(tones) + " for tones, as the offer does";
     suspect.cure.text = {ReplaceLine(media, WithFormat(media, format, tones)),
                          ReplaceLine(rtpmap, WithPayload(rtpmap, tones))};
-    suspect.known.emplace_back(Topic::Dtmf, "Tones are sent as payload " + Shown(format) +
-                                                ", a number that our offer did not give to tones.");
+    suspect.Know(Topic::Dtmf, {"Tones are sent as payload ", AsShown(format),
+                               ", a number that our offer did not give to tones."});
 }
 
 /// The encoding name of an rtpmap line, without clock rate, upper case; empty for null.
@@ -54,19 +54,19 @@ void AddRenamed(Scene& scene, const TextLine* ours, const TextLine* theirs,
     if (offered.empty() || answered.empty() || offered == answered) {
         return;
     }
-    Suspect& suspect = Blame(scene, kSwapped, *theirs,
-                             LineWords(scene, *theirs) + " gives a payload of our offer another name than " +
-                                 Quoted(ours->text) + ".",
-                             "write line " + std::to_string(theirs->number) + " as " + Quoted(ours->text),
-                             {ReplaceLine(*theirs, std::string(ours->text))});
+    Suspect& suspect = Blame(
+        scene, kSwapped, *theirs,
+        {LineWords(*theirs), " gives a payload of our offer another name than ", InQuotes(ours->text), "."},
+        {"write line ", theirs->number, " as ", InQuotes(ours->text)},
+        {ReplaceLine(*theirs, std::string(ours->text))});
     if (offered == "TELEPHONE-EVENT") {
-        suspect.known.emplace_back(Topic::Dtmf, "The far end does not take tones under the number that our "
-                                                "offer gave them, so none are sent.");
+        suspect.Know(Topic::Dtmf, {"The far end does not take tones under the number that our "
+                                   "offer gave them, so none are sent."});
         return;
     }
     for (const Topic topic : topics) {
-        suspect.known.emplace_back(topic, "The two ends mean different codecs by one number, so what either "
-                                          "sends is not decoded.");
+        suspect.Know(topic, {"The two ends mean different codecs by one number, so what either "
+                             "sends is not decoded."});
     }
 }
 
@@ -76,11 +76,11 @@ void AddNotOffered(Scene& scene, const Reading& offer, const MeantSection& ours,
     const TextLine& media = scene.reading.lines[theirs.line];
     std::string text(media.text);
     text.replace(text.rfind(format), format.size(), ours.formats.front());
-    Suspect& suspect = Blame(scene, kFormat, media,
-                             LineWords(scene, media) + " lists payload " + Shown(format) +
-                                 ", which our offer (" + Payloads(ours) + ") does not.",
-                             "list a payload of the offer in line " + std::to_string(media.number),
-                             {ReplaceLine(media, text)});
+    Suspect& suspect =
+        Blame(scene, kFormat, media,
+              {LineWords(media), " lists payload ", AsShown(format), ", which our offer (", Payloads(ours),
+               ") does not."},
+              {"list a payload of the offer in line ", media.number}, {ReplaceLine(media, text)});
     const auto name = theirs.rtpmap.find(format);
     const bool isTones =
         name != theirs.rtpmap.end() &&
@@ -91,8 +91,8 @@ void AddNotOffered(Scene& scene, const Reading& offer, const MeantSection& ours,
         return;
     }
     for (const Topic topic : topics) {
-        suspect.known.emplace_back(topic, "The far end uses a payload number that our offer gave no "
-                                          "codec, so what it sends is not decoded.");
+        suspect.Know(topic, {"The far end uses a payload number that our offer gave no "
+                             "codec, so what it sends is not decoded."});
     }
 }
 
@@ -128,16 +128,14 @@ void FindPairFormats(Scene& scene, const Reading& offer, const MeantSection& our
             }
             Suspect& suspect = Blame(
                 scene, kSwapped, line,
-                LineWords(scene, line) + " gives payload " + Shown(format) +
-                    " another packetization mode than our offer, which lists " + Payloads(ours) + " (" +
-                    Quoted(offer.lines[ourLine->second].text) + ").",
-                "write packetization-mode=" + std::string(mode) + " in line " + std::to_string(line.number),
-                {ReplaceLine(line, text)});
+                {LineWords(line), " gives payload ", AsShown(format),
+                 " another packetization mode than our offer, which lists ", Payloads(ours), " (",
+                 InQuotes(offer.lines[ourLine->second].text), ")."},
+                {"write packetization-mode=", mode, " in line ", line.number}, {ReplaceLine(line, text)});
             for (const Topic topic : topics) {
-                suspect.known.emplace_back(topic,
-                                           "We would send payload " + Shown(format) +
-                                               " in a packetization mode that our offer gave to another "
-                                               "payload, so the two ends mean different formats.");
+                suspect.Know(topic, {"We would send payload ", AsShown(format),
+                                     " in a packetization mode that our offer gave to another "
+                                     "payload, so the two ends mean different formats."});
             }
         }
     }

@@ -96,12 +96,11 @@ void FindNames(Scene& scene, const TextLine& line) {
         if ((isExact && isNew) || ++count > most) {
             continue;
         }
-        const std::string shown = Shown(line.text.substr(parameter.begin, parameter.length));
+        const Piece shown = AsShown(line.text.substr(parameter.begin, parameter.length));
         Blame(scene, isExact ? kTwice : kContained, line,
-              LineWords(scene, line) + (isExact ? " gives a second value, " + shown + "."
-                                                : " has the parameter " + shown + ", whose name contains " +
-                                                      std::string(known->name) + "."),
-              "take " + shown + " out of line " + std::to_string(line.number),
+              {LineWords(line), isExact ? " gives a second value, " : " has the parameter ", shown,
+               isExact ? "" : ", whose name contains ", isExact ? "" : known->name, "."},
+              {"take ", shown, " out of line ", line.number},
               {ReplaceLine(line, WithoutParameter(line.text, parameter))})
             .isTakenAway = true;
     }
@@ -129,22 +128,15 @@ void FindLimits(Scene& scene, const TextLine& line, const VideoParms& stream, To
                 given >= limits.*limit.ofLevel || stream.strVideoLevel.empty()) {
                 continue;
             }
-            const std::string shown = Shown(parameter.value);
-            std::string what = LineWords(scene, line);
-            Append(what, {" gives ", limit.name, "=", shown});
-            if (given == 0) {
-                what += ".";
-            } else {
-                Append(what, {", less than the ", least, " of its level."});
-            }
-            std::string cure;
-            Append(cure, {"write ", limit.name, "=", least, " in line ", line.number});
-            std::string comes;
-            Append(comes, {"The limit of level ", stream.strVideoLevel, " and not ", limit.name, "=", shown,
-                           " is what the far end means."});
-            Blame(scene, given == 0 ? kZeroLimit : kLowLimit, line, std::move(what), std::move(cure),
+            const Piece shown = AsShown(parameter.value);
+            const bool isZero = given == 0;
+            Blame(scene, isZero ? kZeroLimit : kLowLimit, line,
+                  {LineWords(line), " gives ", limit.name, "=", shown, isZero ? "." : ", less than the ",
+                   isZero ? "" : least, isZero ? "" : " of its level."},
+                  {"write ", limit.name, "=", least, " in line ", line.number},
                   {ReplaceLine(line, WithValue(line.text, parameter, least))})
-                .known.emplace_back(topic, std::move(comes));
+                .Know(topic, {"The limit of level ", stream.strVideoLevel, " and not ", limit.name, "=",
+                              shown, " is what the far end means."});
         }
     }
 }
@@ -157,10 +149,10 @@ void FindLevel(Scene& scene, const TextLine& line, const VideoParms& stream, Top
         if (parameter.name == sdp::kProfileLevelId && parameter.value.size() == 6) {
             const std::string value = std::string(parameter.value.substr(0, 4)) + "1F";
             Blame(scene, kLowLevel, line,
-                  LineWords(scene, line) + " gives the low level " + stream.strVideoLevel + ".",
-                  "write profile-level-id=" + value + " in line " + std::to_string(line.number),
+                  {LineWords(line), " gives the low level ", stream.strVideoLevel, "."},
+                  {"write profile-level-id=", value, " in line ", line.number},
                   {ReplaceLine(line, WithValue(line.text, parameter, value))})
-                .known.emplace_back(topic, "The far end is sent a small picture.");
+                .Know(topic, {"The far end is sent a small picture."});
         }
     }
 }

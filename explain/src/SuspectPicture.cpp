@@ -67,18 +67,17 @@ void AddLevel(Scene& scene, const TextLine& fmtp, Topic topic) {
     }
     const std::string exact = (isHex ? value.substr(0, 4) : "4200") + digits;
     if (value.substr(0, 2) != "42") {
-        Blame(scene, kProfile, fmtp, LineWords(scene, fmtp) + " has a profile other than baseline.", "", {})
-            .known.emplace_back(topic,
-                                "The far end may send a profile that this side did not offer to decode.");
+        Blame(scene, kProfile, fmtp, {LineWords(fmtp), " has a profile other than baseline."}, {}, {})
+            .Know(topic, {"The far end may send a profile that this side did not offer to decode."});
     }
     if (Upper(exact) != Upper(value)) {
         std::string text(fmtp.text);
         text.replace(text.find(value), value.size(), exact);
         Blame(scene, kLevel, fmtp,
-              LineWords(scene, fmtp) + " has the profile-level-id " + Shown(value) + ", whose level" +
-                  (level > 0 ? " " + std::to_string(level / 10) + "." + std::to_string(level % 10) : "") +
-                  " is not in the table" + (isLevel1b ? " in this form (1b)." : "."),
-              "write profile-level-id=" + exact + " in line " + std::to_string(fmtp.number),
+              {LineWords(fmtp), " has the profile-level-id ", AsShown(value), ", whose level",
+               level > 0 ? " " + std::to_string(level / 10) + "." + std::to_string(level % 10) : "",
+               " is not in the table", isLevel1b ? " in this form (1b)." : "."},
+              {"write profile-level-id=", exact, " in line ", fmtp.number},
               {ReplaceLine(fmtp, std::move(text))});
     }
 }
@@ -95,8 +94,8 @@ void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
             text = WithFormat(changed, h264[i], {});
         }
         Blame(scene, kMixed, media,
-              LineWords(scene, media) + " lists several H.264 formats, none with packetization-mode=1.",
-              "list H.264 payload " + Shown(h264.front()) + " alone in line " + std::to_string(media.number),
+              {LineWords(media), " lists several H.264 formats, none with packetization-mode=1."},
+              {"list H.264 payload ", AsShown(h264.front()), " alone in line ", media.number},
               {ReplaceLine(media, std::move(text))});
     }
     const std::string chosen = std::to_string(stream.iVideoPayload);
@@ -115,22 +114,20 @@ void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
             std::string text(fmtp->text);
             text.replace(at + 19, 1, "1");
             Blame(scene, kInterleaved, *fmtp,
-                  LineWords(scene, *fmtp) + " has a packetization mode that is neither 0 nor 1.",
-                  "write packetization-mode=1 in line " + number, {ReplaceLine(*fmtp, text)});
+                  {LineWords(*fmtp), " has a packetization mode that is neither 0 nor 1."},
+                  {"write packetization-mode=1 in line ", number}, {ReplaceLine(*fmtp, text)});
         }
     }
     if (stream.iFmtpPacketizationMode == 0) {
-        Blame(scene, kMode, blamed, LineWords(scene, blamed) + " does not say packetization-mode=1.",
-              "add packetization-mode=1 for payload " + Shown(payload), {insert("packetization-mode=1")})
-            .known.emplace_back(topic,
-                                "The picture is sent in packetization mode 0, one NAL unit in each packet.");
+        Blame(scene, kMode, blamed, {LineWords(blamed), " does not say packetization-mode=1."},
+              {"add packetization-mode=1 for payload ", AsShown(payload)}, {insert("packetization-mode=1")})
+            .Know(topic, {"The picture is sent in packetization mode 0, one NAL unit in each packet."});
     }
     if (stream.strVideoLevel.empty()) {
-        Blame(scene, kNoLevel, blamed, LineWords(scene, blamed) + " gives no profile-level-id.",
-              "add profile-level-id=42801f for payload " + Shown(payload),
+        Blame(scene, kNoLevel, blamed, {LineWords(blamed), " gives no profile-level-id."},
+              {"add profile-level-id=42801f for payload ", AsShown(payload)},
               {insert("profile-level-id=42801f")})
-            .known.emplace_back(
-                topic, "The level of the picture is not known, so the far end's decoder sets no limit.");
+            .Know(topic, {"The level of the picture is not known, so the far end's decoder sets no limit."});
     }
 }
 
@@ -149,8 +146,8 @@ void FindPicture(Scene& scene, const MeantSection& section, const TextLine& medi
     if (stream.fIsVideoValid && stream.iVideoPayload == 0) {
         const std::string free = FreePayload(section);
         Blame(scene, kNoCommonFormat, media,
-              LineWords(scene, media) + " lists " + NamesIn(scene, section) + ", and no H264/90000.",
-              "list an H.264 format in line " + std::to_string(media.number),
+              {LineWords(media), " lists ", NamesIn(scene, section), ", and no H264/90000."},
+              {"list an H.264 format in line ", media.number},
               {ReplaceLine(media, WithFormat(media, {}, free)),
                InsertAfter(media, "a=rtpmap:" + free + " H264/90000\r\na=fmtp:" + free +
                                       " profile-level-id=42801f;packetization-mode=1")});

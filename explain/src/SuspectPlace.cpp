@@ -107,9 +107,8 @@ void FindSessionLevel(Scene& scene, const TextLine& line, std::size_t& budget) {
         }
     }
     if (changes.size() > moved.size()) {
-        Blame(scene, kBeforeSections, line, LineWords(scene, line) + " stands before the first m= line.",
-              "move line " + std::to_string(line.number) + " behind the m= lines that it is for",
-              std::move(changes))
+        Blame(scene, kBeforeSections, line, {LineWords(line), " stands before the first m= line."},
+              {"move line ", line.number, " behind the m= lines that it is for"}, std::move(changes))
             .isTakenAway = true;
     }
 }
@@ -125,12 +124,12 @@ void AddForeignKey(Scene& scene, const TextLine& line, const MeantSection& own) 
     }
     const TextLine& media = scene.reading.lines[lacking->line];
     Blame(scene, kOtherSection, line,
-          LineWords(scene, line) + " stands in the " + Shown(own.media) + " section, and line " +
-              std::to_string(media.number) + ", " + Quoted(media.text) + ", has none.",
-          "move line " + std::to_string(line.number) + " behind line " + std::to_string(media.number),
+          {LineWords(line), " stands in the ", AsShown(own.media), " section, and line ", media.number, ", ",
+           InQuotes(media.text), ", has none."},
+          {"move line ", line.number, " behind line ", media.number},
           {DeleteLine(line), InsertAfter(media, std::string(Trimmed(line.text)))})
-        .acted = "A crypto line counts for the section that was opened last, so the section that it is for "
-                 "has no suite and no key.";
+        .SayActed({"A crypto line counts for the section that was opened last, so the section that it is for "
+                   "has no suite and no key."});
 }
 
 void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_view, std::size_t>& listedIn,
@@ -143,9 +142,9 @@ void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_
         if (!payload.empty() && !Lists(own, payload) && other != listedIn.end()) {
             const TextLine& media = reading.lines[reading.sections[other->second].line];
             Blame(scene, kOtherSection, line,
-                  LineWords(scene, line) + " stands in the " + own.media +
-                      " section, whose m= line does not list payload " + Shown(payload) + ".",
-                  "move line " + std::to_string(line.number) + " behind line " + std::to_string(media.number),
+                  {LineWords(line), " stands in the ", own.media,
+                   " section, whose m= line does not list payload ", AsShown(payload), "."},
+                  {"move line ", line.number, " behind line ", media.number},
                   {DeleteLine(line), InsertAfter(media, std::string(line.text))});
         }
     } else if (line.meant == SDPRow::Content && own.media != "video") {
@@ -155,9 +154,9 @@ void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_
         if (next != reading.sections.end()) {
             const TextLine& media = reading.lines[next->line];
             Blame(scene, kContentElsewhere, line,
-                  LineWords(scene, line) + " stands in the " + own.media + " section, before line " +
-                      std::to_string(media.number) + ", " + Quoted(media.text) + ".",
-                  "move line " + std::to_string(line.number) + " behind line " + std::to_string(media.number),
+                  {LineWords(line), " stands in the ", own.media, " section, before line ", media.number,
+                   ", ", InQuotes(media.text), "."},
+                  {"move line ", line.number, " behind line ", media.number},
                   {DeleteLine(line), InsertAfter(media, std::string(Trimmed(line.text)))})
                 .isTakenAway = true;
         }
@@ -167,9 +166,8 @@ void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_
                 line.meant == SDPRow::UserId) &&
                floor != kNowhere && !IsFloor(own)) {
         const TextLine& media = reading.lines[reading.sections[floor].line];
-        Blame(scene, kFloorElsewhere, line,
-              LineWords(scene, line) + " stands in the " + own.media + " section.",
-              "move line " + std::to_string(line.number) + " behind line " + std::to_string(media.number),
+        Blame(scene, kFloorElsewhere, line, {LineWords(line), " stands in the ", own.media, " section."},
+              {"move line ", line.number, " behind line ", media.number},
               {DeleteLine(line), InsertAfter(media, std::string(line.text))});
     }
 }

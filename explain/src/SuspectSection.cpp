@@ -65,9 +65,9 @@ void AddFirst(Scene& scene, const MeantSection& first, const MeantSection& later
     const TextLine& second = scene.reading.lines[later.line];
     Suspect& suspect =
         Blame(scene, kFirst, line,
-              LineWords(scene, line) + " " + lack + " and is the first section of its kind, before line " +
-                  std::to_string(second.number) + ", " + Quoted(second.text) + ".",
-              "delete the section that begins with line " + std::to_string(line.number),
+              {LineWords(line), " ", lack, " and is the first section of its kind, before line ",
+               second.number, ", ", InQuotes(second.text), "."},
+              {"delete the section that begins with line ", line.number},
               {{line.offset, SectionText(scene.reading, first).size(), {}}});
     suspect.lines.push_back(second.number);
 }
@@ -101,18 +101,17 @@ void FindOrder(Scene& scene) {
         text += text.substr(text.size() - 2) == "\r\n" ? "" : "\r\n";
     }
     const std::size_t first = scene.reading.lines[sections.front().line].offset;
-    Suspect& suspect = Blame(scene, kOrder, line,
-                             LineWords(scene, line) + " stands before line " + std::to_string(later.number) +
-                                 ", " + Quoted(later.text) + ".",
-                             "offer audio, main video, slides and floor control in this order",
-                             {{first, scene.reading.text.size() - first, text}});
+    Suspect& suspect =
+        Blame(scene, kOrder, line,
+              {LineWords(line), " stands before line ", later.number, ", ", InQuotes(later.text), "."},
+              {"offer audio, main video, slides and floor control in this order"},
+              {{first, scene.reading.text.size() - first, text}});
     suspect.lines.push_back(later.number);
     const auto order = std::find_if(scene.state.facts.begin(), scene.state.facts.end(), [](const Fact& fact) {
         return fact.topic == Topic::Call && fact.about == About::Order;
     });
     if (order != scene.state.facts.end() && order->isDead) {
-        suspect.known.emplace_back(Topic::Call,
-                                   "In our answer " + std::string(scene.state.ClauseOf(*order)) + ".");
+        suspect.Know(Topic::Call, {"In our answer ", scene.state.ClauseOf(*order), "."});
     }
 }
 
@@ -122,20 +121,21 @@ void AddSecond(Scene& scene, const MeantSection& section, const MeantSection& fi
     const bool isAudio = section.media == "audio";
     const bool isFloor = section.media == "application";
     Suspect& suspect = Blame(scene, kSecond, line,
-                             LineWords(scene, line) + " is the second " +
-                                 (isAudio   ? "audio"
-                                  : isFloor ? "floor control"
-                                            : "video") +
-                                 " section of its kind, after line " + std::to_string(first.number) + ".",
-                             "delete the section that begins with line " + std::to_string(line.number),
+                             {LineWords(line), " is the second ",
+                              isAudio   ? "audio"
+                              : isFloor ? "floor control"
+                                        : "video",
+                              " section of its kind, after line ", first.number, "."},
+                             {"delete the section that begins with line ", line.number},
                              {{line.offset, SectionText(scene.reading, section).size(), {}}});
     suspect.lines.push_back(first.number);
-    suspect.acted = isAudio ? "The record is filled from the first audio section, the answer takes its codec "
-                              "from the last one that has a common codec (X08)."
-                    : isFloor ? "Each floor control section overwrites the one before it in the record, so "
-                                "the last one stands; the first one gives the port of the answer (X11, B16)."
-                              : "The first video section of a kind is taken; a further one is not read, and "
-                                "it takes a place in the answer.";
+    suspect.SayActed(
+        {isAudio   ? "The record is filled from the first audio section, the answer takes its codec "
+                     "from the last one that has a common codec (X08)."
+         : isFloor ? "Each floor control section overwrites the one before it in the record, so "
+                     "the last one stands; the first one gives the port of the answer (X11, B16)."
+                   : "The first video section of a kind is taken; a further one is not read, and "
+                     "it takes a place in the answer."});
     suspect.isTakenAway = true;
 }
 

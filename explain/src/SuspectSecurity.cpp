@@ -54,13 +54,13 @@ void FindOtherKeys(Scene& scene) {
         if (way == std::end(kWays) || (own != nullptr && own->hasCrypto) || ++count > most) {
             continue;
         }
-        Suspect& suspect = Blame(scene, kOtherKeys, line,
-                                 LineWords(scene, line) + " offers keys by " + way->name + ".", "", {});
+        Suspect& suspect =
+            Blame(scene, kOtherKeys, line, {LineWords(line), " offers keys by ", way->name, "."}, {}, {});
         for (const MeantSection& section : scene.reading.sections) {
             if ((own == nullptr || own == &section) && !section.hasCrypto && suspect.known.size() < most) {
-                suspect.known.emplace_back(TopicOf(section),
-                                           "No suite and no key are read for it, so it is not encrypted or "
-                                           "the far end refuses it.");
+                suspect.Know(TopicOf(section),
+                             {"No suite and no key are read for it, so it is not encrypted or "
+                              "the far end refuses it."});
             }
         }
     }
@@ -95,18 +95,16 @@ void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) 
         std::string text(media.text);
         const std::size_t at = Upper(text).find("RTP/AVP");
         text.insert(at + 4, "S");
-        Blame(scene, kPlainTransport, media,
-              LineWords(scene, media) + " says RTP/AVP, and crypto lines follow it.",
-              "write RTP/SAVP in line " + std::to_string(media.number), {ReplaceLine(media, text)});
+        Blame(scene, kPlainTransport, media, {LineWords(media), " says RTP/AVP, and crypto lines follow it."},
+              {"write RTP/SAVP in line ", media.number}, {ReplaceLine(media, text)});
     }
     const bool isPlain = !isSecure && !(isOtherSecure && scene.input.srtp);
     if (!hasLine && isPlain && scene.input.srtp && section.transport.find("TLS") == std::string::npos) {
         Blame(scene, kPlainOffer, media,
-              LineWords(scene, media) + " says " + Shown(section.transport) +
-                  " and has no crypto line after it.",
-              "", {})
-            .known.emplace_back(TopicOf(section), "The far end wants no encryption here: no suite and no "
-                                                  "key, and our text says RTP/AVP.");
+              {LineWords(media), " says ", AsShown(section.transport), " and has no crypto line after it."},
+              {}, {})
+            .Know(TopicOf(section), {"The far end wants no encryption here: no suite and no "
+                                     "key, and our text says RTP/AVP."});
     }
     if (hasLine || isPlain) {
         return;
@@ -114,11 +112,9 @@ void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) 
     const bool isMain = section.media == "video" && !section.isSlides;
     const std::string text = std::string("a=crypto:1 ") + kReadSuite + " inline:" + kSampleKey;
     Blame(scene, isMain && isOtherSecure ? kOneSecure : kNoLine, media,
-          LineWords(scene, media) + " has no crypto line after it" +
-              (isMain && isOtherSecure ? ", and the section with a=content:slides has one." : "."),
-          "insert a crypto line of " + std::string(kReadSuite) + " after line " +
-              std::to_string(media.number),
-          {InsertAfter(media, text)});
+          {LineWords(media), " has no crypto line after it",
+           isMain && isOtherSecure ? ", and the section with a=content:slides has one." : "."},
+          {"insert a crypto line of ", kReadSuite, " after line ", media.number}, {InsertAfter(media, text)});
 }
 
 } // namespace

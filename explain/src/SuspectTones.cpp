@@ -41,25 +41,22 @@ void FindTones(Scene& scene, const MeantSection& section) {
     }
     if (good.empty() && other != nullptr) {
         const std::string text = "a=rtpmap:" + std::string(PayloadOf(other->text)) + " telephone-event/8000";
-        Blame(scene, kOtherRate, *other, LineWords(scene, *other) + " has another clock rate than 8000.",
-              "write line " + std::to_string(other->number) + " as " + Quoted(text),
-              {ReplaceLine(*other, text)});
+        Blame(scene, kOtherRate, *other, {LineWords(*other), " has another clock rate than 8000."},
+              {"write line ", other->number, " as ", InQuotes(text)}, {ReplaceLine(*other, text)});
     } else if (good.size() > 1) {
         const TextLine* const line = LineOf(scene.reading, section.rtpmap, good.back());
         Blame(scene, kManyTones, *line,
-              LineWords(scene, *line) + " is one of " + std::to_string(good.size()) +
-                  " telephone-event/8000 formats.",
-              "take payload " + Shown(good.back()) + " out of line " + std::to_string(media.number),
+              {LineWords(*line), " is one of ", good.size(), " telephone-event/8000 formats."},
+              {"take payload ", AsShown(good.back()), " out of line ", media.number},
               {ReplaceLine(media, WithFormat(media, good.back(), {}))})
             .lines.push_back(media.number);
     } else if (good.empty()) {
         const std::string free = section.listed.count("101") == 0 ? "101" : FreePayload(section);
-        Blame(scene, kNoTones, media, LineWords(scene, media) + " lists no telephone-event format.",
-              "list payload " + free + " in line " + std::to_string(media.number) +
-                  " and insert its rtpmap line",
+        Blame(scene, kNoTones, media, {LineWords(media), " lists no telephone-event format."},
+              {"list payload ", free, " in line ", media.number, " and insert its rtpmap line"},
               {ReplaceLine(media, WithFormat(media, {}, free)),
                InsertAfter(media, "a=rtpmap:" + free + " telephone-event/8000")})
-            .known.emplace_back(Topic::Dtmf, "Tones have no payload, so none are sent to the far end.");
+            .Know(Topic::Dtmf, {"Tones have no payload, so none are sent to the far end."});
     }
 }
 
@@ -71,9 +68,8 @@ void FindChoice(Scene& scene, const MeantSection& section) {
         const bool hasStatic = (mask & PAYLOAD_G711U) != 0;
         const std::string format = hasStatic ? "0" : (mask & PAYLOAD_G722) != 0 ? "9" : "18";
         Blame(scene, kNoCommonFormat, media,
-              LineWords(scene, media) + " lists " + NamesIn(scene, section) +
-                  ", no codec that this side has.",
-              "list payload " + format + " in line " + std::to_string(media.number),
+              {LineWords(media), " lists ", NamesIn(scene, section), ", no codec that this side has."},
+              {"list payload ", format, " in line ", media.number},
               {ReplaceLine(media, WithFormat(media, {}, format))});
         return;
     }
@@ -89,9 +85,9 @@ void FindChoice(Scene& scene, const MeantSection& section) {
                 text.insert(static_cast<std::size_t>(words[3].data() - std::string_view(text).data()),
                             std::string(format) + " ");
                 Blame(scene, kTheirOrder, media,
-                      LineWords(scene, media) + " lists payload " + Shown(section.formats.front()) +
-                          " before " + Shown(format) + ".",
-                      "list payload " + Shown(format) + " first in line " + std::to_string(media.number),
+                      {LineWords(media), " lists payload ", AsShown(section.formats.front()), " before ",
+                       AsShown(format), "."},
+                      {"list payload ", AsShown(format), " first in line ", media.number},
                       {ReplaceLine(media, std::move(text))});
                 return;
             }
