@@ -25,12 +25,12 @@ std::string Outcome(const ExplainInput& input) {
     handler.m_bSRTP = input.srtp;
     handler.SetBfcpSupport(input.floorControl);
     handler.SetMaxSupportedSessions(input.servedSections);
-    RemoteSDP record;
     if (!input.before.empty()) {
-        handler.ParseTheSDP(input.before, record);
+        RemoteSDP earlier;
+        handler.ParseTheSDP(input.before, earlier);
         handler.ResetRemoteSDP();
-        record = {};
     }
+    RemoteSDP record;
     handler.ParseTheSDP(input.remote, record);
     const bool isAnswered = !input.remoteAnswers && !handler.IsOffer();
     const std::string ours = isAnswered ? handler.GetLocalSDP() : std::string();

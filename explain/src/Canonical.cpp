@@ -79,8 +79,31 @@ std::string Connection(std::string_view line) {
            std::string(address);
 }
 
+/// "audio32000" and "5004RTP/AVP" are two words without a blank between them.
+void PartGlued(std::vector<std::string_view>& words) {
+    const auto part = [&words](std::size_t at, std::size_t length) {
+        const std::string_view rest = words[at].substr(length);
+        words[at] = words[at].substr(0, length);
+        words.insert(words.begin() + static_cast<std::ptrdiff_t>(at) + 1, rest);
+    };
+    for (const std::string_view media : {"audio", "video", "application"}) {
+        if (!words.empty() && words[0].size() > media.size() && BeginsWith(Lower(words[0]), media) &&
+            IsDigits(words[0].substr(media.size()))) {
+            part(0, media.size());
+        }
+    }
+    const std::size_t end =
+        words.size() < 2 ? std::string_view::npos : words[1].find_first_not_of("0123456789");
+    if (end != std::string_view::npos && end != 0 &&
+        (BeginsWith(Upper(words[1].substr(end)), "RTP/") ||
+         BeginsWith(Upper(words[1].substr(end)), "UDP/"))) {
+        part(1, end);
+    }
+}
+
 std::string MediaLine(std::string_view line) {
     std::vector<std::string_view> words = WordsOf(line.substr(2));
+    PartGlued(words);
     if (words.size() < 4) {
         return std::string(line);
     }

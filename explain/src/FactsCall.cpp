@@ -191,8 +191,14 @@ void AddRejection(State& state, const ExplainInput& input, const RemoteSections&
                                              {Topic::MainReceive, Topic::MainSend, Topic::Call},
                                              {Topic::Slides, Topic::Call}};
         const OurSection* const ours = OurStream(state, stream);
-        add(kTopics[stream], static_cast<unsigned char>(stream), kStreamNames[stream],
-            SectionOfStream(sections, stream), ours != nullptr && ours->port != "0");
+        const MediaSession* const section = SectionOfStream(sections, stream);
+        const bool isAnswered = ours != nullptr && ours->port != "0";
+        add(kTopics[stream], static_cast<unsigned char>(stream), kStreamNames[stream], section, isAnswered);
+        const bool isSecure = section != nullptr && section->cryptoAlgo != CryptoParams::CRYPTO_NONE;
+        if (input.srtp && isSecure) {
+            add({kEncryption[stream]}, static_cast<unsigned char>(stream), kStreamNames[stream], section,
+                isAnswered);
+        }
     }
     const auto floor = std::find_if(sections.begin(), sections.end(),
                                     [](const MediaSession* section) { return sdp::IsBfcp(*section); });

@@ -88,6 +88,8 @@ void FindLocalPort(Scene& scene, std::string_view file, std::string_view record,
 void FindOverlap(Scene& scene);
 /// Part of FindMedia: the order of the sections, and several sections of one kind.
 void FindSections(Scene& scene);
+/// Part of FindMisplaced: lines of a neighbouring section.
+void FindStrays(Scene& scene);
 /// Part of FindSecurity: what is wrong with one crypto line. `earlier` is the last line before it in its
 /// section with a suite that is read, or null; `hasRead`: the section has a line of such a suite.
 void FindCryptoLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool hasRead,

@@ -6,6 +6,8 @@
 
 #include "SDPTables.h"
 
+#include <algorithm>
+
 namespace explain {
 
 namespace {
@@ -150,6 +152,14 @@ const char* NameByParameters(const MeantSection& section, const TextLine* fmtp) 
     return has("bitrate=") ? "G7221/16000" : has(" 0-1") ? "telephone-event/8000" : "";
 }
 
+/// Whether an rtpmap line of this name is for a payload that the section does not list.
+bool HasUnlisted(const Scene& scene, const MeantSection& section, const std::string& name) {
+    return std::any_of(section.rtpmap.begin(), section.rtpmap.end(), [&](const auto& entry) {
+        return section.listed.count(entry.first) == 0 &&
+               scene.reading.lines[entry.second].text.find(name) != std::string_view::npos;
+    });
+}
+
 void AddNameless(Scene& scene, const MeantSection& section, std::string_view payload) {
     const TextLine& media = scene.reading.lines[section.line];
     const TextLine* const fmtp = LineOf(scene.reading, section.fmtp, payload);
@@ -157,6 +167,9 @@ void AddNameless(Scene& scene, const MeantSection& section, std::string_view pay
     const std::string name = NameByParameters(section, fmtp);
     if (name.empty()) {
         return;
+    }
+    if (bare == nullptr && HasUnlisted(scene, section, name)) {
+        return; // The number in that line is blamed.
     }
     const std::string rtpmap = "a=rtpmap:" + std::string(payload) + " " + name;
     if (bare != nullptr) {

@@ -78,6 +78,22 @@ bool HasLoneCr(const Host& host) {
     return host.text.find('\r') != std::string_view::npos;
 }
 
+/// An m= line that was cut: whatever came after it is not there either, so its edit alone mends nothing.
+void AddCutSection(Scene& scene, Suspect& suspect) {
+    using Topic = ExplainTopic;
+    const MeantSection& section = scene.reading.sections.back();
+    std::vector<Topic> topics = {Topic::Floor};
+    if (section.media == "audio") {
+        topics = {Topic::AudioCodec, Topic::AudioSend, Topic::AudioReceive};
+    } else if (section.media == "video") {
+        topics = {Topic::MainPicture, Topic::MainSend, Topic::MainReceive, Topic::Slides};
+    }
+    for (const Topic topic : topics) {
+        suspect.Know(topic, {"The text ends within the m= line of the ", AsShown(section.media),
+                             " section, so that section is not opened and does not come up."});
+    }
+}
+
 void FindTail(Scene& scene, std::size_t tail) {
     const Reading& reading = scene.reading;
     if (tail == reading.lines.size()) {
@@ -86,10 +102,14 @@ void FindTail(Scene& scene, std::size_t tail) {
     const TextLine& line = reading.lines[tail];
     if (tail + 1 == reading.lines.size() && line.end.empty() &&
         line.text.find('\r') == std::string_view::npos) {
-        Blame(scene, kCut, line,
-              {"The last line, line ", line.number, ", ", InQuotes(line.text), ", has no CR LF at its end."},
-              {"end line ", line.number, " with CR LF"}, EndWithCrLf(reading, tail, tail + 1))
-            .isTakenAway = true;
+        Suspect& suspect = Blame(
+            scene, kCut, line,
+            {"The last line, line ", line.number, ", ", InQuotes(line.text), ", has no CR LF at its end."},
+            {"end line ", line.number, " with CR LF"}, EndWithCrLf(reading, tail, tail + 1));
+        suspect.isTakenAway = true;
+        if (line.meant == SDPRow::Media) {
+            AddCutSection(scene, suspect);
+        }
         return;
     }
     AddJoined(scene, kCut, tail, reading.lines.size(),
@@ -177,8 +197,11 @@ const char* DifferenceWords(std::string_view text, std::string_view canonical) {
     if (text.find("a=rtpmap ") == 0 || text.find("a=fmtp ") == 0) {
         return "has a blank in place of its colon";
     }
-    return bare(text) == bare(canonical) ? "has a blank that does not belong there"
-                                         : "is not spelled as the RFC has it";
+    if (bare(text) != bare(canonical)) {
+        return "is not spelled as the RFC has it";
+    }
+    return text.size() < canonical.size() ? "lacks a blank between two words"
+                                          : "has a blank that does not belong there";
 }
 
 struct RowSentence {

@@ -20,7 +20,7 @@ constexpr Rule kNoAddress = {"E120", "B01", ExplainSeverity::Error, 3,
 constexpr Rule kAddressKind = {"E121", "B25", ExplainSeverity::Error, 4,
                                "Each address of ours is written after IP4, so the line reads c=IN IP4 and an "
                                "address of another kind (B25)."};
-constexpr Rule kTwoAddresses = {"E122", "B01", ExplainSeverity::Note, 50,
+constexpr Rule kTwoAddresses = {"E122", "B01", ExplainSeverity::Note, 49,
                                 "The c= line has the default address and the o= line the own one (B01)."};
 constexpr Rule kPrivate = {"E139", "B01", ExplainSeverity::Note, 50,
                            "The c= line always has the default address, whatever network the far end is in "
@@ -61,30 +61,45 @@ void FindAddress(Scene& scene) {
             suspect.Know(topic, comes);
         }
     };
+    const std::string& own = scene.input.local.strMyIPAddr;
     if (address.empty()) {
-        known(BlameField(scene, kNoAddress, "default_address", {name, "is empty."}, {"set default_address"},
-                         0, "192.0.2.1"),
-              {scene.input.remoteAnswers ? "No offer is written at all."
-                                         : "Our answer's c= line has no address, so nothing can be sent to "
-                                           "us and a strict reader refuses the text."});
+        Suspect& suspect = BlameField(scene, kNoAddress, "default_address", {name, "is empty."},
+                                      {"set default_address"}, 0, "192.0.2.1");
+        const char* const comes = scene.input.remoteAnswers
+                                      ? "No offer is written at all."
+                                      : "Our answer's c= line has no address, so nothing can be sent to us "
+                                        "and a strict reader refuses the text.";
+        known(suspect, {comes});
+        suspect.Know(Topic::AudioSend, {comes});
+        suspect.Know(Topic::MainSend, {comes});
     } else if (!IsIpv4(address) || address == "0.0.0.0") {
         known(BlameField(scene, kAddressKind, "default_address",
                          {name, "is ", AsShown(address), ", no usable IPv4 address."},
                          {"set default_address to an IPv4 address"}, 0, "192.0.2.1"),
               {"Our text says c=IN IP4 ", AsShown(address), ", where the far end cannot send to."});
     } else if (IsPrivate(address)) {
-        known(BlameField(scene, kPrivate, "default_address",
-                         {name, "is ", address, ", a loopback, private or link-local address."},
-                         {"set default_address to an address that the far end reaches"}, 0, "192.0.2.1"),
+        const bool isOwnPublic = IsIpv4(own) && !IsPrivate(own);
+        known(BlameField(
+                  scene, kPrivate, "default_address",
+                  {name, "is ", address, ", a loopback, private or link-local address",
+                   isOwnPublic ? ", and strMyIPAddr (origin_address) is " : "", isOwnPublic ? own : "", "."},
+                  {"set default_address to ", isOwnPublic ? own : "an address that the far end reaches"}, 0,
+                  isOwnPublic ? own : "192.0.2.1"),
               {"Media for us go to ", address, ", which is reached from within its own network only."});
+        if (isOwnPublic) {
+            return;
+        }
     }
-    if (!scene.input.local.strMyIPAddr.empty() && scene.input.local.strMyIPAddr != address) {
+    if (!own.empty() && own != address) {
         known(BlameField(scene, kTwoAddresses, "origin_address",
-                         {"strMyIPAddr (origin_address) is ", AsShown(scene.input.local.strMyIPAddr), " and ",
-                          name, "is ", AsShown(address), "."},
+                         {"strMyIPAddr (origin_address) is ", AsShown(own), " and ", name, "is ",
+                          AsShown(address), "."},
                          {"set origin_address to the default address"}, 0, address),
               {"Media are asked for at the default address, ", AsShown(address), ", alone."});
     }
+}
+
+void FindOrigin(Scene& scene) {
     const std::string& extension = scene.input.local.strOExtension;
     if (extension.find_first_of(" \t\r\n") != std::string::npos) {
         BlameField(scene, kOrigin, "origin_extension",
@@ -221,6 +236,7 @@ void FindUnasked(Scene& scene) {
 void FindLocalCall(Scene& scene) {
     FindLocalSrtp(scene);
     FindAddress(scene);
+    FindOrigin(scene);
     FindBudget(scene);
     FindOwnFloor(scene);
     FindServed(scene);

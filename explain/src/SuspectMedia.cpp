@@ -79,7 +79,44 @@ void AddShort(Scene& scene, const MeantSection& section, const TextLine& line) {
         .isTakenAway = true;
 }
 
-void AddPort(Scene& scene, const MeantSection& section, const TextLine& line, bool isSlides) {
+/// Whether a section of the same medium, and of the same content as far as it is told, stands before it.
+bool HasEarlier(const Reading& reading, const MeantSection& section) {
+    for (const MeantSection& other : reading.sections) {
+        if (&other == &section) {
+            return false;
+        }
+        if (other.media == section.media && other.isSlides == section.isSlides) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool IsDeclined(const MeantSection& section) {
+    return section.port == "0";
+}
+
+/// What comes of a declined section. A video section that is not marked as slides and is not the first one
+/// takes the place of the slides: a declined section rarely has a content line.
+void AddDeclined(Scene& scene, Suspect& suspect, const MeantSection& section) {
+    const std::vector<MeantSection>& sections = scene.reading.sections;
+    const bool isFurther = HasEarlier(scene.reading, section);
+    const bool isSlides = section.media == "video" && (section.isSlides || isFurther);
+    const std::string stream = isSlides                         ? "slides"
+                               : section.media == "application" ? "floor control"
+                                                                : section.media;
+    if (!isFurther || isSlides) {
+        for (const Topic topic : TopicsOf(section, isSlides)) {
+            suspect.Know(topic, {"The far end has declined ", stream,
+                                 ": the stream does not start, and no media flow either way."});
+        }
+    }
+    if (&section == &sections.front() && std::all_of(sections.begin(), sections.end(), IsDeclined)) {
+        suspect.Know(Topic::Call, {"The far end has declined every section: nothing starts."});
+    }
+}
+
+void AddPort(Scene& scene, const MeantSection& section, const TextLine& line) {
     const std::string_view digits = std::string_view(section.port).substr(0, section.port.find('/'));
     const bool isUsable = IsDigits(digits) && digits.size() < 6 && std::stoi(std::string(digits)) < 65536;
     const std::string number = std::to_string(line.number);
@@ -93,10 +130,7 @@ void AddPort(Scene& scene, const MeantSection& section, const TextLine& line, bo
             {LineWords(line), " has port 0",
              IsBundleOnly(scene, section) ? " and a=bundle-only, but bundling is not read." : "."},
             {"write a port other than 0 in line ", number}, {ReplaceLine(line, WithWord(line, 1, "49170"))});
-        for (const Topic topic : TopicsOf(section, isSlides)) {
-            suspect.Know(topic, {"The far end has declined ", section.media,
-                                 ": the stream does not start, and no media flow either way."});
-        }
+        AddDeclined(scene, suspect, section);
     }
 }
 
@@ -172,7 +206,7 @@ void FindMedia(Scene& scene) {
             AddShort(scene, section, line);
             continue;
         }
-        AddPort(scene, section, line, section.isSlides);
+        AddPort(scene, section, line);
         AddTransport(scene, section, line);
         AddUnknown(scene, section, line);
     }

@@ -160,7 +160,7 @@ void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_
                   {DeleteLine(line), InsertAfter(media, std::string(Trimmed(line.text)))})
                 .isTakenAway = true;
         }
-    } else if (line.meant == SDPRow::Crypto && own.media != "audio" && own.media != "video") {
+    } else if (line.meant == SDPRow::Crypto && own.transport.find("SAVP") == std::string::npos) {
         AddForeignKey(scene, line, own);
     } else if ((line.meant == SDPRow::FloorControl || line.meant == SDPRow::ConferenceId ||
                 line.meant == SDPRow::UserId) &&
@@ -184,6 +184,7 @@ void FindMisplaced(Scene& scene) {
         }
         floor = floor == kNowhere && IsFloor(reading.sections[i]) ? i : floor;
     }
+    FindStrays(scene);
     std::size_t budget = 16;
     std::size_t foreign = 0;
     for (const TextLine& line : reading.lines) {
