@@ -274,6 +274,11 @@ struct Wrong {
     const char* message;
 };
 
+/// Without it a failure prints the bytes of the row, its padding included.
+void PrintTo(const Wrong& wrong, std::ostream* out) {
+    *out << wrong.name;
+}
+
 class WrongCapabilities : public ::testing::TestWithParam<Wrong> {};
 
 TEST_P(WrongCapabilities, AreNamedByPath) {

@@ -8,15 +8,19 @@ namespace tool {
 
 namespace {
 
-class Output : public ToolTest {
+template <typename Test>
+class OutputOf : public Test {
 protected:
     Result To(Out out, const std::vector<std::string>& arguments) const {
         How how;
         how.out = out;
         how.environment = {{"TERM", "xterm"}, {"NO_COLOR", ""}};
-        return Cmsdp(arguments, how);
+        return this->Cmsdp(arguments, how);
     }
 };
+
+using Output = OutputOf<ToolTest>;
+using TerminalOutput = OutputOf<TerminalTest>;
 
 const std::vector<std::vector<std::string>> kWriters = {{"offer"},
                                                         {"answer", "offer.sdp"},
@@ -92,7 +96,7 @@ constexpr const char* kPlainTable =
     "with --fit\n"
     "  does           section 1 is answered in its place\n";
 
-TEST_F(Output, ColourOnATerminal) {
+TEST_F(TerminalOutput, ColourOnATerminal) {
     Write("held.sdp", kHeld);
     const Result run = To(Out::kTerminal, {"inspect", "held.sdp"});
     EXPECT_EQ(run.status, 0);
@@ -132,7 +136,7 @@ TEST_F(Output, ColourOnATerminal) {
                          "  does           section 1 is answered in its place\n");
 }
 
-TEST_F(Output, NoColourWithNoColorSet) {
+TEST_F(TerminalOutput, NoColourWithNoColorSet) {
     Write("held.sdp", kHeld);
     How how;
     how.out = Out::kTerminal;
@@ -140,7 +144,7 @@ TEST_F(Output, NoColourWithNoColorSet) {
     EXPECT_TEXT(Cmsdp({"inspect", "held.sdp"}, how).out, kPlainTable);
 }
 
-TEST_F(Output, NoColourOnADumbTerminal) {
+TEST_F(TerminalOutput, NoColourOnADumbTerminal) {
     Write("held.sdp", kHeld);
     How how;
     how.out = Out::kTerminal;
@@ -153,14 +157,14 @@ TEST_F(Output, NoColourInAFile) {
     EXPECT_TEXT(To(Out::kFile, {"inspect", "held.sdp"}).out, kPlainTable);
 }
 
-TEST_F(Output, NoColourInJson) {
+TEST_F(TerminalOutput, NoColourInJson) {
     Write("held.sdp", kHeld);
     const Result file = To(Out::kFile, {"inspect", "--json", "held.sdp"});
     const Result terminal = To(Out::kTerminal, {"inspect", "--json", "held.sdp"});
     EXPECT_TEXT(terminal.out, file.out);
 }
 
-TEST_F(Output, ATableFillsTheTerminal) {
+TEST_F(TerminalOutput, ATableFillsTheTerminal) {
     Write("vp8.sdp", "v=0\r\nm=video 5006 RTP/AVP 96\r\na=rtpmap:96 VP8/90000\r\n");
     How how;
     how.out = Out::kTerminal;
@@ -209,7 +213,7 @@ TEST_F(Output, AnswersKeepTheirBytesInAFile) {
                                  "m=text 0 RTP/AVP \x1b[2J\xe2\x80\xae\r\n");
 }
 
-TEST_F(Output, AnswersAreHarmlessOnATerminal) {
+TEST_F(TerminalOutput, AnswersAreHarmlessOnATerminal) {
     Write("painting.sdp", kPainting);
     Write(
         "audio.json",

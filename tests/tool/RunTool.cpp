@@ -119,10 +119,26 @@ int OpenOut(const How& how, const std::string& path, const Terminal* terminal) {
 
 } // namespace
 
+bool HasTerminals() {
+    const int near = posix_openpt(O_RDWR | O_NOCTTY);
+    const bool isGiven = near >= 0 && grantpt(near) == 0 && unlockpt(near) == 0 && ptsname(near) != nullptr;
+    const int far = isGiven ? open(ptsname(near), O_RDWR | O_NOCTTY) : -1;
+    close(far);
+    close(near);
+    return far >= 0;
+}
+
 void ToolTest::SetUp() {
     std::string pattern = ::testing::TempDir() + "cmsdp-XXXXXX";
     ASSERT_NE(mkdtemp(pattern.data()), nullptr);
     m_directory = pattern;
+}
+
+void TerminalTest::SetUp() {
+    ToolTest::SetUp();
+    if (!HasTerminals()) {
+        GTEST_SKIP() << "the system gives no pseudo-terminal";
+    }
 }
 
 void ToolTest::TearDown() {

@@ -29,6 +29,9 @@ struct How {
     std::vector<std::pair<std::string, std::string>> environment;
 };
 
+/// False where the system gives no pseudo-terminal, as in a bare chroot without /dev/pts.
+bool HasTerminals();
+
 /// A test with a directory of its own.
 class ToolTest : public ::testing::Test {
 protected:
@@ -44,6 +47,12 @@ protected:
     Result CmsdpReads(const std::string& input, const std::vector<std::string>& arguments) const;
 
     std::string m_directory;
+};
+
+/// A test that runs the command on a terminal; skipped where there is none.
+class TerminalTest : public ToolTest {
+protected:
+    void SetUp() override;
 };
 
 /// The session id is the tick count of the run, so it is written as "ID". Nothing else is changed.
