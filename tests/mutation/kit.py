@@ -1,8 +1,8 @@
 """Compiles a changed copy of the library and runs the tests against it.
 
-The tests are built once, linked to a shared library. A change of a source therefore costs the compilation of
-that source and one link; a change of a private header costs every object that includes it, the tests among
-them included.
+The tests are built once and linked to a shared library of the component. A change of a source therefore costs the
+compilation of that source and one link; a change of a private header costs every object that includes it, the tests
+among them included.
 """
 import json
 import os
@@ -14,9 +14,24 @@ import shutil
 import subprocess
 import time
 
-ORDER = ["unit", "deliberate", "corpus", "conversation", "laws", "wipe", "hostile", "replay", "oom", "threads"]
+# The suites that judge the component, the quick ones first.
+ORDER = [
+    "unit",
+    "search_portable",
+    "deliberate",
+    "corpus",
+    "conversation",
+    "laws",
+    "wipe",
+    "hostile",
+    "replay",
+    "oom",
+    "threads",
+]
 # Optimised, because the comparison of objects needs it, with the checks of the standard library switched on.
-LIBRARY_FLAGS = ["-O2", "-g0", "-w"]
+# Everything is visible, because the tests call private members.
+LIBRARY_FLAGS = ["-O2", "-g0", "-w", "-fvisibility=default"]
+SHARED = "libcommonmedia_mutated.so"
 TEST_FLAGS = ["-w"]
 MEMORY = 4 << 30
 OUTPUT = 64 << 20
@@ -39,22 +54,17 @@ class Plan:
         self.root = root
         self.build = build
         self.library = {}  # object -> command
-        self.tests = {}  # directory -> {object -> command}
+        self.tests = {name: {} for name in ORDER}  # suite -> {object -> command}
         for entry in json.loads((build / "compile_commands.json").read_text()):
             command = shlex.split(entry["command"])
             output = command[command.index("-o") + 1]
-            path = pathlib.Path(entry["file"])
-            if path.is_relative_to(root / "commonmedia"):
+            target = re.search(r"/CMakeFiles/(\w+)\.dir/", output).group(1)
+            if target == "commonmedia":
                 self.library[output] = command
-            elif path.is_relative_to(root / "tests"):
-                self.tests.setdefault(path.relative_to(root / "tests").parts[0], {})[output] = command
-        self.order = [name for name in ORDER if name in self.tests]
-        self.order += sorted(set(self.tests) - set(self.order))
+            elif target.removeprefix("test_") in self.tests:
+                self.tests[target.removeprefix("test_")][output] = command
         self.includes = self._includes()
-        self.links = {name: self._link(f"test_{name}") for name in self.order}
-        library = next(pathlib.Path(build, "commonmedia").glob("libcommonmedia.so"))
-        found = re.search(r"SONAME\s+(\S+)", self._read(["objdump", "-p", str(library)]))
-        self.soname = found.group(1)
+        self.links = {name: self._link(f"test_{name}") for name in ORDER}
         self.times = {}
 
     def _read(self, command):
@@ -92,7 +102,7 @@ class Bench:
         shutil.rmtree(place, ignore_errors=True)
         if like is not None:
             shutil.copytree(like.place, place)
-            self.plain, self.probes, self.whole = like.plain, like.probes, like.whole
+            self.plain, self.probes, self.whole, self.programs = like.plain, like.probes, like.whole, like.programs
             return
         (place / "lib").mkdir(parents=True)
         shutil.copytree(plan.root / "commonmedia", place / "commonmedia")
@@ -106,8 +116,12 @@ class Bench:
         if None in self.probes.values():
             raise Broken("a private header does not compile by itself")
         self.link_library()
-        self.whole = place / plan.soname
-        shutil.copyfile(place / "lib" / plan.soname, self.whole)
+        self.whole = place / SHARED
+        shutil.copyfile(place / "lib" / SHARED, self.whole)
+        self.programs = {name: place / f"plain_{name}" for name in ORDER}
+        for name, program in self.programs.items():
+            if not self.link_test(name, program, []):
+                raise Broken(f"test_{name} does not link")
 
     def object(self, output):
         return self.place / "objects" / output
@@ -126,7 +140,7 @@ class Bench:
         return subprocess.run(command, cwd=self.plan.build, capture_output=True, check=False).returncode == 0
 
     def probe(self, header):
-        """All inline functions of a header as an object; None if it does not compile."""
+        """All inline functions of a header as objects, with SSE2 and without; None if one does not compile."""
         source = self.place / "probe.cpp"
         target = self.place / "probe.o"
         source.write_text(f'#include "commonmedia/src/{header}"\n')
@@ -134,15 +148,26 @@ class Bench:
         command = [self.here(word) for word in some]
         command[command.index("-o") + 1] = str(target)
         command[command.index("-c") + 1] = str(source)
-        if not self.quiet(command + self.flags + ["-fkeep-inline-functions"]):
-            return None
-        return target.read_bytes()
+        objects = []
+        for machine in ([], ["-U__SSE2__"]):
+            if not self.quiet(command + self.flags + ["-fkeep-inline-functions", *machine]):
+                return None
+            objects.append(target.read_bytes())
+        return objects
 
     def link_library(self):
-        target = self.place / "lib" / self.plan.soname
+        target = self.place / "lib" / SHARED
         objects = [str(self.object(output)) for output in self.plan.library]
-        if not self.quiet(["g++", "-shared", f"-Wl,-soname,{self.plan.soname}", "-o", str(target), *objects, "-lcrypto"]):
+        if not self.quiet(["g++", "-shared", f"-Wl,-soname,{SHARED}", "-o", str(target), *objects, "-lcrypto"]):
             raise Broken("the library does not link")
+
+    def link_test(self, name, program, changed):
+        """Links a test program with the shared library in place of the static one."""
+        shared = str(self.place / "lib" / SHARED)
+        command = [str(self.object(word)) if word in changed else word for word in self.plan.links[name]]
+        command = [shared if word == "commonmedia/libcommonmedia.a" else word for word in command]
+        command[command.index("-o") + 1] = str(program)
+        return self.quiet(command)
 
     def try_out(self, mutant, text):
         path = self.place / mutant.file
@@ -155,7 +180,7 @@ class Bench:
             path.write_text(text)
             for output in outputs:
                 self.object(output).write_bytes(self.plain[output])
-            shutil.copyfile(self.whole, self.place / "lib" / self.plan.soname)
+            shutil.copyfile(self.whole, self.place / "lib" / SHARED)
 
     def _try_out(self, mutant, original, outputs):
         same = True
@@ -166,7 +191,7 @@ class Bench:
                 return Outcome("invalid")
             same = probe == self.probes[original.name]
             # The header's own tests run first, before a dozen sources are compiled again.
-            for name in self.plan.order:
+            for name in ORDER:
                 if self.plan.depending(self.plan.tests[name], original):
                     outcome = self._ask(name, original)
                     if outcome is not None:
@@ -178,7 +203,7 @@ class Bench:
         if same:
             return Outcome("same")
         self.link_library()
-        for name in self.plan.order:
+        for name in ORDER:
             outcome = self._ask(name, original if header else None)
             if outcome is not None:
                 return outcome
@@ -197,17 +222,15 @@ class Bench:
         commands = self.plan.tests[name]
         changed = self.plan.depending(commands, header) if header else []
         if not changed:
-            return self.plan.build / "tests" / f"test_{name}"
+            return self.programs[name]
         for output in changed:
             if not self.compile(commands, output, TEST_FLAGS):
                 return None
         program = self.place / f"test_{name}"
-        command = [str(self.object(word)) if word in changed else word for word in self.plan.links[name]]
-        command[command.index("-o") + 1] = str(program)
-        return program if self.quiet(command) else None
+        return program if self.link_test(name, program, changed) else None
 
-    def run(self, name, program):
-        """The first failure, or an empty text. A timeout and a crash are failures."""
+    def run(self, name, program, only="*"):
+        """The first failure among the tests `only`, or an empty text. A timeout and a crash are failures."""
         seconds = int(10 * self.plan.times.get(name, 60)) + 5
 
         def limit():
@@ -222,7 +245,7 @@ class Bench:
         with log.open("wb") as out:
             try:
                 status = subprocess.run(
-                    [str(program), "--gtest_fail_fast", "--gtest_brief=1"],
+                    [str(program), "--gtest_fail_fast", "--gtest_brief=1", f"--gtest_filter={only}"],
                     cwd=self.plan.build / "tests",
                     stdout=out,
                     stderr=subprocess.STDOUT,
@@ -245,8 +268,8 @@ class Bench:
 
     def check(self):
         """Runs the unchanged tests and stores how long they take."""
-        for name in self.plan.order:
-            failure = self.run(name, self.plan.build / "tests" / f"test_{name}")
+        for name in ORDER:
+            failure = self.run(name, self.programs[name])
             if failure:
                 raise Broken(f"without any change: {failure}; see {self.place / 'test.log'}")
             self.plan.times[name] = self.spent

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Makes small mistakes in the library, one at a time, and counts how many the tests detect.
 
-    mutate.py --build DIR [--count N] [--seed S] [--file F] [--all] [--again] [--list]
+    mutate.py --build DIR --place DIR [--count N] [--seed S] [--file F] [--all] [--again] [--list]
 
 A mutant that does not compile, or whose optimised objects are those of the original, does not count. The
 explanations of survivors are read from docs/mutation.md.
@@ -29,6 +29,7 @@ def arguments():
     parser = argparse.ArgumentParser(description="Counts the mistakes that the tests notice.")
     parser.add_argument("--root", type=pathlib.Path, default=pathlib.Path(__file__).resolve().parents[2])
     parser.add_argument("--build", type=pathlib.Path, required=True, help="build directory of the tests")
+    parser.add_argument("--place", type=pathlib.Path, required=True, help="directory for changed copies and the log")
     parser.add_argument("--count", type=int, default=400, help="mutants that count, over all files (default 400)")
     parser.add_argument("--seed", type=int, default=1, help="which of them (default 1)")
     parser.add_argument("--file", action="append", help="only this source, by its name; may be repeated")
@@ -81,7 +82,7 @@ class Campaign:
         for bench in benches:
             self.benches.put(bench)
         self.outcomes = collections.defaultdict(list)  # file -> [(mutant, outcome)]
-        self.log = plan.build / "mutation.log"
+        self.log = options.place / "mutation.log"
         self.log.write_text("")
         self.done = 0
         self.began = time.monotonic()
@@ -160,7 +161,7 @@ def main():
     options = arguments()
     os.nice(5)
     root = options.root.resolve()
-    build = options.build.resolve()
+    place = options.place = options.place.resolve()
     texts = sources(root, options.file)
     found = {name: mutants.find(name, text) for name, text in texts.items()}
     found = {name: each for name, each in found.items() if each}
@@ -170,18 +171,19 @@ def main():
                 print(f"{mutant.file}:{mutant.line}: {mutant.kind}\n  - {mutant.before}\n  + {mutant.after}")
         print(f"{sum(map(len, found.values()))} mutants in {len(found)} files")
         return 0
-    survivors = build / "survivors.json"
+    survivors = place / "survivors.json"
     if options.again:
         last = json.loads(survivors.read_text())
         found = {name: [each for each in all_ if key(each) in last] for name, all_ in found.items()}
     try:
-        plan = kit.Plan(root, build)
-        benches = [kit.Bench(plan, build / "bench0")]
+        plan = kit.Plan(root, options.build.resolve())
+        place.mkdir(parents=True, exist_ok=True)
+        benches = [kit.Bench(plan, place / "bench0")]
         benches[0].check()
-        benches += [kit.Bench(plan, build / f"bench{n}", benches[0]) for n in range(1, options.jobs)]
+        benches += [kit.Bench(plan, place / f"bench{n}", benches[0]) for n in range(1, options.jobs)]
     except kit.Broken as broken:
         sys.exit(f"cannot begin: {broken}")
-    print("   tests: " + ", ".join(f"{name} {plan.times[name]:.1f} s" for name in plan.order), flush=True)
+    print("   tests: " + ", ".join(f"{name} {plan.times[name]:.1f} s" for name in kit.ORDER), flush=True)
     campaign = Campaign(options, texts, plan, benches)
     campaign.run(found)
     alive = [key(mutant) for each in campaign.outcomes.values() for mutant, outcome in each if outcome.state == "survived"]
