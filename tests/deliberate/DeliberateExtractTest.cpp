@@ -245,6 +245,22 @@ TEST(Deliberate, X12_StaticPayloadsByNumberAlone) {
                      "a=rtpmap:96 G722/8000\r\n"),
                 "audio codec=256 payload=0 dtmf=0 addr= port=5000 send=0 recv=0 valid=1\n" +
                     kNothingBehindAudio);
+    // The same for the other two static payload types, whatever their rtpmap and fmtp lines say.
+    for (const char* const lines :
+         {"", "a=rtpmap:0 opus/48000/2\r\n", "a=rtpmap:0 PCMA/8000\r\n", "a=rtpmap:0 G729/8000\r\n",
+          "a=rtpmap:0 G7221/16000\r\n", "a=rtpmap:0 PCMU/16000\r\na=fmtp:0 annexb=yes\r\n"}) {
+        EXPECT_TEXT(Read("m=audio 5000 RTP/AVP 0\r\n" + std::string(lines)),
+                    "audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" +
+                        kNothingBehindAudio);
+    }
+    for (const char* const lines :
+         {"", "a=rtpmap:18 PCMU/8000\r\n", "a=rtpmap:18 opus/48000/2\r\n", "a=rtpmap:18 G729/16000\r\n",
+          "a=fmtp:18 annexb=yes\r\n", "a=rtpmap:18 G729/8000\r\na=fmtp:18 annexb=yes\r\n",
+          "a=rtpmap:18 G729/8000\r\na=fmtp:18 annexb=no\r\n"}) {
+        EXPECT_TEXT(Read("m=audio 5000 RTP/AVP 18\r\n" + std::string(lines)),
+                    "audio codec=8 payload=18 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n" +
+                        kNothingBehindAudio);
+    }
 }
 
 } // namespace

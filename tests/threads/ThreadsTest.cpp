@@ -59,20 +59,29 @@ std::vector<std::string> Results(const std::vector<std::string>& texts, std::siz
     return results;
 }
 
-/// Two sinks that are never destroyed, as an installed sink must not be.
-std::atomic<std::size_t> g_traces{0};
-std::atomic<std::size_t> g_badTraces{0};
+/// What one sink has received.
+struct Received {
+    std::atomic<std::size_t> traces{0};
+    std::atomic<std::size_t> bad{0};       ///< another text than a section's dump
+    std::atomic<std::size_t> strangers{0}; ///< with the context of another sink
+};
 
+/// Two sinks that are never destroyed, as an installed sink must not be. Each has a function of its own, so a
+/// call with one sink's function and the other's context is seen.
+Received g_received[2];
+
+template <int Own>
 void Receive(void* context, const char*, const char* function, int, const char* text) {
     const char* const start = "Dump Media Session: \neContent: ";
-    ++g_traces;
-    if (std::strcmp(function, "GetRTPData") != 0 || std::strncmp(text, start, std::strlen(start)) != 0 ||
-        (context != &g_traces && context != &g_badTraces)) {
-        ++g_badTraces;
-    }
+    Received& received = g_received[Own];
+    ++received.traces;
+    received.strangers += context != &received ? 1 : 0;
+    received.bad +=
+        std::strcmp(function, "GetRTPData") != 0 || std::strncmp(text, start, std::strlen(start)) != 0 ? 1
+                                                                                                       : 0;
 }
 
-const CommonMediaTraceSink kSinks[] = {{Receive, &g_traces}, {Receive, &g_badTraces}};
+const CommonMediaTraceSink kSinks[] = {{Receive<0>, &g_received[0]}, {Receive<1>, &g_received[1]}};
 
 /// Installs one sink, the other, and none in turn until it is told to stop.
 void SwapSinks(const std::atomic<bool>& stop) {
@@ -110,8 +119,11 @@ TEST(Threads, EightHandlersReadAndAnswerWhileSinksAreSwapped) {
             EXPECT_TEXT(results[n], alone[n]);
         }
     }
-    EXPECT_GT(g_traces.load(), 0U);
-    EXPECT_EQ(g_badTraces.load(), 0U);
+    for (const Received& received : g_received) {
+        EXPECT_GT(received.traces.load(), 0U);
+        EXPECT_EQ(received.bad.load(), 0U);
+        EXPECT_EQ(received.strangers.load(), 0U);
+    }
     EXPECT_FALSE(CommonMediaTraceEnabled());
 }
 

@@ -3,9 +3,14 @@
 
 #include "Expect.h"
 
+#include <cstdio>
 #include <cwchar>
 #include <string>
 #include <vector>
+
+#ifdef __GLIBC__
+#include <printf.h>
+#endif
 
 namespace {
 
@@ -105,6 +110,17 @@ TEST_F(CommonMediaTraceSeam, KeyTextIsMaskedInTheFinishedText) {
     EXPECT_TEXT(m_records[1].text, "online:c2hvd24");
 }
 
+TEST_F(CommonMediaTraceSeam, KeyTextIsMaskedInALongTextAsWell) {
+    SetCommonMediaTraceSink(&m_sink);
+    for (const std::size_t length : {1000U, 65536U, 1048576U}) {
+        m_records.clear();
+        const std::string filler(length, 'x');
+        CommonMediaTrace("a.cpp", "F", 1, "inline:c2VjcmV0 %s inline:%s", filler.c_str(), "bW9yZQ");
+        ASSERT_EQ(m_records.size(), 1U);
+        EXPECT_TRUE(m_records[0].text == "inline:*** " + filler + " inline:***") << length;
+    }
+}
+
 TEST_F(CommonMediaTraceSeam, RemovedSinkGetsNothingMore) {
     SetCommonMediaTraceSink(&m_sink);
     CommonMediaTrace("a.cpp", "F", 1, "heard");
@@ -125,5 +141,47 @@ TEST_F(CommonMediaTraceSeam, NewSinkReplacesTheOldOne) {
     ASSERT_EQ(others.size(), 1U);
     EXPECT_EQ(others[0].file, "b.cpp");
 }
+
+#ifdef __GLIBC__
+const CommonMediaTraceSink* g_next = nullptr;
+
+/// Writes "swapped" for the specifier %W, and installs the next sink meanwhile.
+int WriteAndSwap(FILE* stream, const printf_info*, const void* const*) {
+    SetCommonMediaTraceSink(g_next);
+    return std::fputs("swapped", stream) < 0 ? -1 : 7;
+}
+
+int CountArguments(const printf_info*, std::size_t, int*, int*) {
+    return 0;
+}
+
+// A trace that loaded the sink twice would call a null pointer, or one sink's function with the other's
+// context.
+TEST_F(CommonMediaTraceSeam, SinkOfATraceIsTheOneAtItsStart) {
+    ASSERT_EQ(register_printf_specifier('W', WriteAndSwap, CountArguments), 0);
+    // The compiler knows no %W.
+    void (*const trace)(const char*, const char*, int, const char*, ...) = CommonMediaTrace;
+    Records others;
+    const CommonMediaTraceSink other = {[](void* context, const char*, const char*, int, const char* text) {
+                                            static_cast<Records*>(context)->push_back({"other", "", 0, text});
+                                        },
+                                        &others};
+    for (const CommonMediaTraceSink* const next :
+         {&other, static_cast<const CommonMediaTraceSink*>(nullptr)}) {
+        m_records.clear();
+        g_next = next;
+        SetCommonMediaTraceSink(&m_sink);
+        trace("a.cpp", "F", 1, "%W");
+        ASSERT_EQ(m_records.size(), 1U);
+        EXPECT_TEXT(m_records[0].text, "swapped");
+        EXPECT_TRUE(others.empty());
+    }
+    g_next = &other;
+    SetCommonMediaTraceSink(nullptr);
+    trace("a.cpp", "F", 1, "%W");
+    EXPECT_TRUE(others.empty());
+    ASSERT_EQ(register_printf_specifier('W', nullptr, nullptr), 0);
+}
+#endif
 
 } // namespace

@@ -93,6 +93,29 @@ TEST(H264Level, UnknownLevelNamesWriteTheDigitsOfLevel2) {
     }
 }
 
+// Every part of a level's name and every name with one more character is that of another level or of none.
+TEST(H264Level, PrefixesOfLevelNamesNameTheirOwnLevelOrNone) {
+    const SDPHandler h;
+    const auto digitsOf = [](const std::string& name) {
+        for (const Level& level : kLevels) {
+            if (name == level.name) {
+                return level.digits;
+            }
+        }
+        return "14";
+    };
+    for (const Level& level : kLevels) {
+        const std::string name = level.name;
+        for (std::size_t length = 0; length <= name.size(); ++length) {
+            EXPECT_EQ(h.ReverseConvertVideoLevel(name.substr(0, length)), digitsOf(name.substr(0, length)));
+            EXPECT_EQ(h.ReverseConvertVideoLevel(name.substr(length)), digitsOf(name.substr(length)));
+        }
+        for (const char* const more : {".", ".1", "1", "b", " ", "x"}) {
+            EXPECT_EQ(h.ReverseConvertVideoLevel(name + more), digitsOf(name + more)) << name << more;
+        }
+    }
+}
+
 TEST(H264Level, LevelNamesAreComparedInFullLength) {
     const SDPHandler h;
     EXPECT_EQ(h.ReverseConvertVideoLevel(std::string("1\0", 2)), "14");

@@ -20,6 +20,17 @@ TEST(SDPDump, ASectionIsShownExactly) {
                                   "iBfcpConfid: 0\niBfcpUserid: 0\nstrFloorctrl: \n\n\n");
 }
 
+// Only the list of codecs makes a record's dump longer than its fields, whose lines are cut.
+TEST(SDPDump, KeyTextIsMaskedInALargeDump) {
+    LocalSDP local;
+    local.listAudioCodecPriority.assign(400000, 64);
+    local.strOExtension = kJoined;
+    const std::string dump = local.ToDiag();
+    EXPECT_GT(dump.size(), 1000000U);
+    EXPECT_NE(dump.find("strOExtension: a inline:*** b\n"), std::string::npos);
+    EXPECT_EQ(dump.find("YWRkcmVzcw"), std::string::npos);
+}
+
 TEST(SDPDump, KeyTextIsMaskedInTheDumpsOfTheFourRecords) {
     VideoParms video;
     video.strVideoIPAddr = kJoined;

@@ -35,6 +35,24 @@ TEST(SDPMask, AKeyEndsAtAnyWhiteSpace) {
                 "a inline:***\tb inline:***\nc inline:***\rd");
 }
 
+TEST(SDPMask, AKeyEndsAtNoOtherByte) {
+    for (int byte = 0; byte < 256; ++byte) {
+        const bool isBlank = byte == ' ' || (byte >= '\t' && byte <= '\r');
+        const std::string text = std::string("inline:YWJj") + static_cast<char>(byte) + "ZGVm x";
+        const std::string after = static_cast<char>(byte) + std::string("ZGVm");
+        EXPECT_TEXT(sdp::Masked(text), "inline:***" + (isBlank ? after : "") + " x");
+    }
+}
+
+TEST(SDPMask, KeysAreMaskedInTextsOfEveryLength) {
+    for (const std::size_t length : {255U, 256U, 65535U, 65536U, 65537U, 131072U, 1048576U}) {
+        const std::string filler(length, 'x');
+        EXPECT_TRUE(sdp::Masked(filler + " inline:YWJj y") == filler + " inline:*** y") << length;
+        EXPECT_TRUE(sdp::Masked("inline:YWJj " + filler) == "inline:*** " + filler) << length;
+        EXPECT_TRUE(sdp::Masked("inline:" + filler + " y") == "inline:*** y") << length;
+    }
+}
+
 TEST(SDPMask, TextWithoutAKeyIsUnchanged) {
     EXPECT_TEXT(sdp::Masked(""), "");
     EXPECT_TEXT(sdp::Masked("iPort: 5004\nstrIPAddr: 192.0.2.1\n"), "iPort: 5004\nstrIPAddr: 192.0.2.1\n");

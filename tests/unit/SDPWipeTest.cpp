@@ -15,6 +15,13 @@ TEST(SDPWipe, ArrayIsZeroed) {
     EXPECT_EQ(std::memcmp(key, zeros, sizeof key), 0);
 }
 
+TEST(SDPWipe, LargeArrayIsZeroed) {
+    static unsigned char bytes[65536 + 3];
+    std::memset(bytes, 'x', sizeof bytes);
+    sdp::Wipe(bytes);
+    EXPECT_EQ(std::string(bytes, bytes + sizeof bytes), std::string(sizeof bytes, '\0'));
+}
+
 TEST(SDPWipe, RowsAreZeroed) {
     unsigned char keys[2][3] = {{1, 2, 3}, {4, 5, 6}};
     sdp::Wipe(keys);
@@ -40,7 +47,8 @@ TEST(SDPWipe, EmptyTextStaysEmpty) {
 
 TEST(SDPWipe, TextsOfEveryLengthAreZeroed) {
     for (const std::size_t length :
-         {1U, 2U, 15U, 16U, 17U, 1023U, 1024U, 1025U, 2047U, 2048U, 2049U, 5000U}) {
+         {1U,    2U,    15U,   16U,   17U,   255U,   256U,   257U,   1023U,   1024U,
+          1025U, 2047U, 2048U, 2049U, 5000U, 65535U, 65536U, 65537U, 131072U, 1048577U}) {
         std::string text(length, 'x');
         const char* const at = text.data();
         sdp::Wipe(text);

@@ -73,6 +73,14 @@ TEST(WipeMemory, Handler) {
     EXPECT_EQ(handler.CountWindowsAfterItsEnd(), 0U);
 }
 
+/// Runs the work so deep in the stack that the end of the thread overwrites nothing that it leaves there.
+[[gnu::noinline]] void RunDeep(const std::function<void()>& work) {
+    volatile unsigned char room[65536];
+    room[0] = 0;
+    work();
+    static_cast<void>(room[0]);
+}
+
 /// Runs the work in a thread whose stack is a buffer of the test, and counts the secrets left on it.
 std::size_t CountWindowsOnce(const std::function<void()>& work) {
     constexpr std::size_t size = std::size_t{1} << 20U;
@@ -83,7 +91,7 @@ std::size_t CountWindowsOnce(const std::function<void()>& work) {
     EXPECT_EQ(pthread_attr_setstack(&attributes, stack.get(), size), 0);
     pthread_t thread{};
     const auto run = [](void* argument) -> void* {
-        (*static_cast<const std::function<void()>*>(argument))();
+        RunDeep(*static_cast<const std::function<void()>*>(argument));
         return nullptr;
     };
     EXPECT_EQ(pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&work)), 0);
@@ -103,12 +111,11 @@ std::size_t CountWindowsOnTheStackOf(const std::function<void()>& work) {
 TEST(WipeStack, SeesASecretThatIsLeftBehind) {
     const std::vector<std::string> secrets = wipe::Secrets();
     EXPECT_GT(CountWindowsOnTheStackOf([&secrets] {
-                  // Deep enough in the stack that the end of the thread does not overwrite it.
-                  volatile unsigned char deep[65536];
-                  for (std::size_t n = 0; n < secrets[0].size(); ++n) {
-                      deep[n] = static_cast<unsigned char>(secrets[0][n]);
+                  volatile unsigned char left[16];
+                  for (std::size_t n = 0; n < sizeof left; ++n) {
+                      left[n] = static_cast<unsigned char>(secrets[0][n]);
                   }
-                  static_cast<void>(deep[0]);
+                  static_cast<void>(left[0]);
               }),
               0U);
 }
@@ -125,6 +132,26 @@ TEST(WipeStack, KeyTextInBothDirections) {
               }),
               0U);
     EXPECT_EQ(text, "bmVhciBhdWRpbyBrZXkgMW5lYXIgYXVkaW9zYWx0");
+}
+
+// Up to nine tenths of a key are decoded before the character that is no base64.
+TEST(WipeStack, KeyTextThatCannotBeDecoded) {
+    unsigned char key[baseSDP::kKeyLength];
+    unsigned char salt[baseSDP::kSaltLength];
+    support::WriteKey(key, salt, "near", "audio");
+    std::string text;
+    GetSRTPKey(text, key, salt);
+    unsigned char read[baseSDP::kKeyLength] = {};
+    for (const std::size_t at : {16U, 24U, 36U, 39U}) {
+        std::string broken = text;
+        broken[at] = '!';
+        bool isKey = true;
+        const std::size_t found = CountWindowsOnTheStackOf([&] {
+            isKey = ExtractSRTPKey(reinterpret_cast<const unsigned char*>(broken.data()), read, read);
+        });
+        EXPECT_FALSE(isKey) << at;
+        EXPECT_EQ(found, 0U) << at;
+    }
 }
 
 TEST(WipeStack, ParseAnswerAndOffer) {

@@ -202,6 +202,44 @@ TEST(Wipe, ShortKeyTextAfterALongOneAndLongAfterShort) {
     ExpectClean(watch);
 }
 
+// A length that is cut to sixteen bits leaves the end of these texts.
+TEST(Wipe, SecretsBeyondSixtyFourKibibytes) {
+    const std::string filler(70000, 'x');
+    const std::string longKey = kAudioKey + "|" + filler + kVideoKey;
+    const std::string text =
+        Section("a=x:" + filler + "\r\n" + CryptoLine(longKey) + CryptoLine(kAudioKey) + CryptoLine(longKey));
+    auto handler = std::make_unique<SDPHandler>();
+    Begin(*handler);
+    RemoteSDP remote;
+    const Watch watch;
+    handler->ParseTheSDP(text, remote);
+    EXPECT_EQ(handler->vecRemoteMediaSession[0]->strBase64Key, longKey);
+    MediaSession copy = *handler->vecRemoteMediaSession[0];
+    copy = MediaSession();
+    handler->ParseTheSDP(text, remote);
+    handler->ResetRemoteSDP();
+    handler.reset();
+    ExpectClean(watch);
+}
+
+TEST(Wipe, AnswerBeyondSixtyFourKibibytes) {
+    LocalSDP local = NearLocal();
+    local.strDefaultIPAddr = std::string(70000, '1');
+    SDPHandler handler;
+    Begin(handler);
+    handler.InitializeLocalSDP(local);
+    RemoteSDP remote;
+    std::string offer;
+    std::string answer;
+    const Watch watch;
+    offer = handler.GetLocalSDP();
+    handler.ParseTheSDP(kConference, remote);
+    answer = handler.GetLocalSDP();
+    ExpectClean(watch);
+    EXPECT_GT(offer.size(), 300000U);
+    EXPECT_GT(answer.size(), 300000U);
+}
+
 TEST(Wipe, UndecodableKeyAfterAGoodOne) {
     SDPHandler handler;
     RemoteSDP remote;
