@@ -1,5 +1,6 @@
 #include "Cost.h"
 
+#include "Judged.h"
 #include "Laws.h"
 
 #include <cstdlib>
@@ -58,11 +59,21 @@ void* operator new(std::size_t size) {
     throw std::bad_alloc();
 }
 
+// The buffer of std::stable_sort comes from this form and goes to the usual operator delete.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    Count(size);
+    return std::malloc(size == 0 ? 1 : size);
+}
+
 void operator delete(void* block) noexcept {
     std::free(block);
 }
 
 void operator delete(void* block, std::size_t /*size*/) noexcept {
+    std::free(block);
+}
+
+void operator delete(void* block, const std::nothrow_t& /*tag*/) noexcept {
     std::free(block);
 }
 
@@ -125,7 +136,8 @@ Cost Meter::Read() const {
     return {t_cost.bytes - m_begin.bytes, t_cost.calls - m_begin.calls, t_cost.steps - m_begin.steps};
 }
 
-void CheckCost(const Budget& budget, const Cost& cost, std::size_t length) {
+void CheckCost(const Budget& budget, Cost cost, std::size_t length) {
+    Judged("cost", cost);
     if (std::getenv("FUZZ_SHOW_COST") != nullptr) {
         std::fprintf(stderr, "cost %s: length %zu bytes %llu (%.1f per byte) steps %llu (%.1f per byte)\n",
                      budget.what, length, static_cast<unsigned long long>(cost.bytes),
@@ -135,14 +147,11 @@ void CheckCost(const Budget& budget, const Cost& cost, std::size_t length) {
     }
     const std::uint64_t bytes = budget.bytes + budget.bytesPerByte * length;
     const std::uint64_t steps = budget.steps + budget.stepsPerByte * length;
-    if (cost.bytes > bytes) {
-        Broken("allocations stay in their budget", budget.what, std::to_string(cost.bytes), "allowed",
-               std::to_string(bytes));
-    }
-    if (cost.steps > steps) {
-        Broken("steps stay in their budget", budget.what, std::to_string(cost.steps), "allowed",
-               std::to_string(steps));
-    }
+    const std::string what = std::string(budget.what) + ", allowed ";
+    Require(cost.bytes <= bytes, "allocations stay in their budget", std::to_string(cost.bytes),
+            what + std::to_string(bytes));
+    Require(cost.steps <= steps, "steps stay in their budget", std::to_string(cost.steps),
+            what + std::to_string(steps));
 }
 
 } // namespace fuzz

@@ -36,6 +36,6 @@ struct Budget {
     std::uint64_t stepsPerByte;
 };
 
-void CheckCost(const Budget& budget, const Cost& cost, std::size_t length);
+void CheckCost(const Budget& budget, Cost cost, std::size_t length);
 
 } // namespace fuzz

@@ -4,12 +4,15 @@
 // Byte 0 chooses the local audio codecs, byte 1 how many formats there are; the rest is text: its first line
 // lists formats, and every further line is one that the dispatch gives to the format handlers.
 #include "Cost.h"
+#include "Handling.h"
+#include "Judged.h"
 #include "Keys.h"
 #include "Laws.h"
 #include "Targets.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <sstream>
 #include <vector>
 
@@ -96,15 +99,20 @@ void ReadLine(Formats& formats, const std::string& line) {
     }
 }
 
+const char* const kLevels[] = {"1",   "1.1", "1.2", "1.3", "2",   "2.1", "2.2", "3",
+                               "3.1", "3.2", "4",   "4.1", "4.2", "5",   "5.1"};
+
+bool IsLevel(const std::string& name) {
+    return name == "1.b" || std::find(std::begin(kLevels), std::end(kLevels), name) != std::end(kLevels);
+}
+
 /// Computes the levels: ten times the level in hexadecimal, and the private code of 1b.
 std::string LevelName(const std::string& digits) {
     const unsigned long number = std::strtoul(digits.c_str(), nullptr, 16);
     if (number == 255) {
         return "1.b";
     }
-    static const char* const names[] = {"1",   "1.1", "1.2", "1.3", "2",   "2.1", "2.2", "3",
-                                        "3.1", "3.2", "4",   "4.1", "4.2", "5",   "5.1"};
-    for (const char* const name : names) {
+    for (const char* const name : kLevels) {
         const std::string text(name);
         const unsigned long tenfold = static_cast<unsigned long>(text[0] - '0') * 10 +
                                       (text.size() == 3 ? static_cast<unsigned long>(text[2] - '0') : 0UL);
@@ -251,9 +259,10 @@ std::string MediaLine(const char* media, const Formats& formats) {
 void CheckLevels(SDPHandler& handler, const std::string& text) {
     for (const std::string& piece : SplitAt(text, ';')) {
         RequireSame("digits name a level", "wanted", LevelName(piece), "read",
-                    handler.ConvertVideoLevel(piece));
-        const std::string digits = handler.ReverseConvertVideoLevel(piece);
-        RequireSame("a level's digits name it again", "wanted", digits == "14" ? "2" : piece, "read",
+                    Judged("level", handler.ConvertVideoLevel(piece)));
+        std::string digits = handler.ReverseConvertVideoLevel(piece);
+        Judged("digits", digits);
+        RequireSame("a level's digits name it again", "wanted", IsLevel(piece) ? piece : "2", "read",
                     handler.ConvertVideoLevel(digits));
     }
 }
@@ -291,7 +300,8 @@ void Run(Input input, std::uint64_t secret) {
     handler.ParseTheSDP(text, remote);
     CheckCost(kFormats, meter.Read(), text.size());
 
-    Require(handler.vecRemoteMediaSession.size() == 2, "two sections are opened", text, text);
+    Require(Judged("handler", handler).vecRemoteMediaSession.size() == 2, "two sections are opened", text,
+            text);
     for (const MediaSession* const ms : handler.vecRemoteMediaSession) {
         RequireSame("formats carry what their lines say", "wanted", FormatsText(formats), "read",
                     FormatsText(*ms));
@@ -300,9 +310,10 @@ void Run(Input input, std::uint64_t secret) {
     WantAudio(wanted, formats, side.local.eAudioCodec);
     wanted.m_VideoMain = WantedVideo(formats);
     RequireSame("the record holds what the formats say", "wanted", RecordText(wanted), "read",
-                RecordText(remote));
+                RecordText(Judged("record", remote)));
     CheckLevels(handler, text);
     CheckGoodTextAfterwards(handler, side);
+    CheckHandling(side, text, {});
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 // filled. A harmless mutation must change neither record nor answer; after any other one the laws of every
 // text hold.
 #include "Handling.h"
+#include "Judged.h"
 #include "Laws.h"
 #include "Scenario.h"
 #include "Targets.h"
@@ -302,18 +303,20 @@ void Run(Input input, std::uint64_t secret) {
     const Key planted(secret ^ 0xfa4e0dU);
     scenario.keys.Add(planted);
     const std::string text = Join(scenario.lines);
-    const Handled valid = CheckHandling(side, text, scenario.keys);
+    Handled valid = CheckHandling(side, text, scenario.keys);
     RequireSame("a valid description gives the generator's record", "generated", RecordText(scenario.wanted),
-                "read", valid.record);
+                "read", Judged("record of a valid text", valid.record));
 
     if (choice < std::size(kHarmless)) {
         const std::string mutated = kHarmless[choice](mutation);
-        const Handled result = CheckHandling(side, mutated, scenario.keys);
-        if (result.record != valid.record || result.answer != valid.answer) {
-            Broken("a harmless mutation changes neither record nor answer", "valid",
-                   text + valid.record + valid.answer, "mutated", mutated + result.record + result.answer);
-        }
+        Handled result = CheckHandling(side, mutated, scenario.keys);
+        Judged("answer to a mutated text", result.answer);
+        Require(result.record == valid.record && result.answer == valid.answer,
+                "a harmless mutation changes neither record nor answer",
+                mutated + result.record + result.answer, text + valid.record + valid.answer);
+        Reached("a harmless mutation");
     } else {
+        Reached("another mutation");
         CheckHandling(side, Plant(kHarmful[choice - std::size(kHarmless)](mutation), planted), scenario.keys);
     }
 }

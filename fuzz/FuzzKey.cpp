@@ -3,6 +3,8 @@
 // Bytes 0 to 29 are a key and a salt and bytes 30 to 69 a key text. The next two are an offset in that text
 // and the character put there. The rest are crypto lines of one audio section, separated by LF.
 #include "Cost.h"
+#include "Handling.h"
+#include "Judged.h"
 #include "Keys.h"
 #include "Laws.h"
 #include "Targets.h"
@@ -77,25 +79,28 @@ void CheckEncode(const std::string& material, const std::string& before) {
     std::copy_n(material.begin() + baseSDP::kKeyLength, baseSDP::kSaltLength, from.salt.get());
     std::string text = before;
     GetSRTPKey(text, from.key.get(), from.salt.get());
-    RequireSame("a key is written as base64", "written", text, "wanted", Base64(material));
+    RequireSame("a key is written as base64", "written", Judged("key text", text), "wanted",
+                Base64(material));
 
     Buffers to('#');
-    const bool isDecoded =
+    bool isDecoded =
         ExtractSRTPKey(reinterpret_cast<const unsigned char*>(text.data()), to.key.get(), to.salt.get());
-    Require(isDecoded, "what is written is read", text, text);
-    RequireSame("a key comes back", "written", material, "read", to.Material());
+    Require(Judged("decoded own text", isDecoded), "a key that is written is read", text, text);
+    RequireSame("a key comes back", "written", material, "read", Judged("own key", to).Material());
 }
 
 void CheckDecode(const std::string& text) {
     const std::unique_ptr<unsigned char[]> exact(new unsigned char[kTextLength]);
     std::copy_n(text.begin(), kTextLength, exact.get());
     Buffers to('#');
-    const bool isDecoded = ExtractSRTPKey(exact.get(), to.key.get(), to.salt.get());
+    bool isDecoded = ExtractSRTPKey(exact.get(), to.key.get(), to.salt.get());
     const std::string wanted = Decode(text);
-    Require(isDecoded == !wanted.empty(), "base64 is read and nothing else", std::to_string(isDecoded), text);
+    Reached(wanted.empty() ? "a text that is no key" : "a text that is a key");
+    Require(Judged("decoded", isDecoded) == !wanted.empty(), "base64 is read and nothing else",
+            std::to_string(isDecoded), text);
     RequireSame("a text that is no key changes no byte", "wanted",
                 wanted.empty() ? std::string(baseSDP::kKeyLength + baseSDP::kSaltLength, '#') : wanted,
-                "read", to.Material());
+                "read", Judged("key", to).Material());
 }
 
 /// The independent model: the values that crypto lines store in a section.
@@ -167,18 +172,22 @@ void CheckLinesOf(const std::string& text, std::uint64_t secret) {
         handler.ProcessCrypto(line);
         CheckCost(kLine, meter.Read(), line.size());
         model.Read(line);
-        RequireSame(line.c_str(), "wanted", model.Text(), "read",
-                    SectionText(*handler.vecRemoteMediaSession.back()));
+        RequireSame("a crypto line is read as the model reads it", line.c_str(), model.Text(), "read",
+                    SectionText(*Judged("handler", handler).vecRemoteMediaSession.back()));
     }
+    Reached(model.suite == 0 ? "no crypto line counted" : "a crypto line counted");
     RequireSame("our answer takes the tag", "wanted", AnswerLine(side, model), "written",
-                handler.AddCrypto(baseSDP::SRTP_AUDIO));
+                Judged("crypto line", handler.AddCrypto(baseSDP::SRTP_AUDIO)));
     handler.GetRTPData(remote);
     RequireSame("the record holds the section's key", "wanted", model.material, "record",
-                Key(remote.bufSRTPKey[0], remote.bufSRTPSalt[0]).material);
-    Watch watch;
-    watch.Add(Key(side.local.bufSRTPKey[0], side.local.bufSRTPSalt[0]));
-    watch.Check("the dump of the capabilities", handler.MyLocalSDP.ToDiag());
+                Key(Judged("record", remote).bufSRTPKey[0], remote.bufSRTPSalt[0]).material);
     CheckGoodTextAfterwards(handler, side);
+
+    std::string whole = "m=audio 5004 RTP/SAVP 0\r\n";
+    for (std::istringstream lines(text); std::getline(lines, line);) {
+        whole += line + "\r\n";
+    }
+    CheckHandling(side, whole, {});
 }
 
 void Run(Input input, std::uint64_t secret) {

@@ -4,8 +4,11 @@
 //
 // The first bytes choose a side, the next one the start of the counters. Then each call is one byte, followed
 // by its arguments.
+#include "Handling.h"
+#include "Judged.h"
 #include "Laws.h"
 #include "Targets.h"
+#include "Trace.h"
 
 #include <iterator>
 #include <optional>
@@ -71,6 +74,7 @@ struct Model {
     std::optional<Held> local = Held(LocalSDP());
     bool usesSrtp = false;
     bool usesBfcp = false;
+    std::uint32_t served = 2;
     std::int32_t id = 0;
     std::uint32_t version = 1;
     std::size_t sections = 0;
@@ -88,22 +92,10 @@ void ModelInitialize(Model& model, const LocalSDP& local) {
 }
 
 void ModelParse(Model& model, const std::string& text) {
-    model.sections = 0;
+    const Reading reading = Read(text, model.address);
+    model.sections = reading.sections.size();
+    model.address = reading.address;
     model.text = text;
-    std::size_t from = 0;
-    for (std::size_t end = text.find("\r\n"); end != std::string::npos; end = text.find("\r\n", from)) {
-        const std::string line = text.substr(from, end - from);
-        from = end + 2;
-        std::istringstream stream(line);
-        const std::vector<std::string> words{std::istream_iterator<std::string>(stream), {}};
-        if (line.find("c=") != std::string::npos) {
-            if (words.size() >= 3 && model.sections == 0) {
-                model.address = words[2];
-            }
-        } else if (line.find("m=") != std::string::npos && words.size() >= 4) {
-            ++model.sections;
-        }
-    }
 }
 
 /// Gives a new handler the state of the model. The tested handler must read and write what this one does.
@@ -111,26 +103,29 @@ void MakeFresh(SDPHandler& fresh, const Model& model, const std::string& address
     fresh.InitializeLocalSDP(*model.local);
     fresh.m_bSRTP = model.usesSrtp;
     fresh.SetBfcpSupport(model.usesBfcp);
+    fresh.SetMaxSupportedSessions(model.served);
     fresh.m_iSessionID = model.id;
     fresh.m_iSessionVersion = model.version;
     fresh.strSessionIPAddr = address;
     fresh.ParseTheSDP(model.text, remote);
 }
 
-std::string StateText(bool isOffer, const LocalSDP& local, bool usesSrtp, bool usesBfcp, std::int32_t id,
-                      std::uint32_t version, const std::string& address) {
-    return "offer=" + std::to_string(isOffer) + " srtp=" + std::to_string(usesSrtp) +
-           " bfcp=" + std::to_string(usesBfcp) + " id=" + std::to_string(id) +
-           " version=" + std::to_string(version) + " address=" + address + "\n" + RecordText(local);
+std::string StateText(bool isOffer, const LocalSDP& local, bool usesSrtp, bool usesBfcp, std::uint32_t served,
+                      std::int32_t id, std::uint32_t version, const std::string& address) {
+    return "served=" + std::to_string(served) + " offer=" + std::to_string(isOffer) +
+           " srtp=" + std::to_string(usesSrtp) + " bfcp=" + std::to_string(usesBfcp) +
+           " id=" + std::to_string(id) + " version=" + std::to_string(version) + " address=" + address +
+           "\n" + RecordText(local);
 }
 
 void CheckState(const SDPHandler& handler, const Model& model, const char* call) {
-    RequireSame(call, "model",
-                StateText(model.sections == 0, *model.local, model.usesSrtp, model.usesBfcp, model.id,
-                          model.version, model.address),
+    RequireSame("the state is that of the model", (std::string("model, ") + call).c_str(),
+                StateText(model.sections == 0, *model.local, model.usesSrtp, model.usesBfcp, model.served,
+                          model.id, model.version, model.address),
                 "handler",
                 StateText(handler.IsOffer(), handler.MyLocalSDP, handler.m_bSRTP, handler.m_fBfcpSupported,
-                          handler.m_iSessionID, handler.m_iSessionVersion, handler.strSessionIPAddr));
+                          handler.m_iMaxSupportedSessions, handler.m_iSessionID, handler.m_iSessionVersion,
+                          handler.strSessionIPAddr));
 }
 
 std::string OriginLine(const Model& model) {
@@ -144,13 +139,15 @@ std::string OriginLine(const Model& model) {
 
 class Life {
 public:
-    Life(const Side& side, std::uint8_t start) : m_plain(side.isPlain) {
+    Life(const Side& side, std::uint8_t start) : m_trace(side.isTraced), m_plain(side.isPlain) {
         static constexpr std::uint32_t versions[] = {1, 0x7ffffffe, 0xfffffffd, 0};
         static constexpr std::int32_t ids[] = {1000, -1, 0x7fffffff, static_cast<std::int32_t>(0x80000000)};
         Prepare(m_handler, side);
         ModelInitialize(m_model, side.local);
         m_model.usesSrtp = side.usesSrtp;
         m_model.usesBfcp = side.usesBfcp;
+        m_model.served = side.served;
+        m_isTraced = side.isTraced;
         m_model.version = m_handler.m_iSessionVersion = versions[start & 3U];
         m_model.id = m_handler.m_iSessionID = ids[(start >> 2U) & 3U];
         CheckState(m_handler, m_model, "the state after preparation");
@@ -171,8 +168,7 @@ public:
         case 7:
             return Address(input);
         case 8:
-            m_model.usesBfcp = (input.Byte() & 1U) != 0;
-            return m_handler.SetBfcpSupport(m_model.usesBfcp);
+            return Switch(input.Byte());
         case 9:
             m_handler.m_bSRTP = m_model.usesSrtp = (input.Byte() & 1U) != 0;
             return;
@@ -192,17 +188,44 @@ public:
         }
     }
 
-    void Check(const char* what) const { CheckState(m_handler, m_model, what); }
+    void Check(const char* what) { CheckState(Judged("handler of a life", m_handler), m_model, what); }
 
     void End() {
-        Side side;
-        side.local = *m_model.local;
-        side.usesSrtp = m_model.usesSrtp;
-        side.usesBfcp = m_model.usesBfcp;
-        CheckGoodTextAfterwards(m_handler, side);
+        Watch watch;
+        for (int n = 0; n < baseSDP::SRTP_MAX; ++n) {
+            watch.Add(Key(m_model.local->bufSRTPKey[n], m_model.local->bufSRTPSalt[n]));
+        }
+        watch.Check("a dump", m_remote.ToDiag() + m_handler.MyLocalSDP.ToDiag());
+        watch.Check("the trace", m_trace.Text());
+        CheckGoodTextAfterwards(m_handler, OwnSide());
     }
 
 private:
+    /// The side whose handler has the state of the model.
+    Side OwnSide() const {
+        Side side;
+        side.local = *m_model.local;
+        // Not assigned with the rest (M01).
+        side.local.iBfcpConfid = m_model.local->iBfcpConfid;
+        side.local.iBfcpUserid = m_model.local->iBfcpUserid;
+        side.local.fBfcpIsServer = m_model.local->fBfcpIsServer;
+        side.usesSrtp = m_model.usesSrtp;
+        side.usesBfcp = m_model.usesBfcp;
+        side.served = m_model.served;
+        side.isTraced = m_isTraced;
+        side.isPlain = m_plain;
+        return side;
+    }
+
+    void Switch(std::uint8_t bits) {
+        m_model.usesBfcp = (bits & 1U) != 0;
+        m_handler.SetBfcpSupport(m_model.usesBfcp);
+        if ((bits & 2U) != 0) {
+            m_model.served = bits >> 2U;
+            m_handler.SetMaxSupportedSessions(m_model.served);
+        }
+    }
+
     /// Some lines of the pool, then bytes of the input.
     static std::string AnyText(Input& input) {
         std::string text;
@@ -214,22 +237,20 @@ private:
 
     void Parse(const std::string& text) {
         const std::string addressBefore = m_model.address;
-        const std::string before = RecordText(m_remote);
         ModelParse(m_model, text);
-        const int result = m_handler.ParseTheSDP(text, m_remote);
-        Require(result == (text.empty() ? 1 : 0), "the result is 1 for an empty text and 0 otherwise",
-                std::to_string(result), text);
+        CheckReading(m_handler, OwnSide(), text);
         if (text.empty()) {
-            RequireSame("an empty text leaves the record", "before", before, "after", RecordText(m_remote));
+            Reached("an empty text was read");
             return;
         }
         SDPHandler fresh;
         RemoteSDP wanted;
         MakeFresh(fresh, m_model, addressBefore, wanted);
+        m_handler.GetRTPData(m_remote);
         RequireSame("an old handler reads as a fresh one", "fresh", RecordText(wanted), "old",
-                    RecordText(m_remote));
+                    RecordText(Judged("record of a life", m_remote)));
         RequireSame("an old handler holds what a fresh one does", "fresh", SectionsText(fresh), "old",
-                    SectionsText(m_handler));
+                    SectionsText(Judged("handler of a life", m_handler)));
     }
 
     void Extract() {
@@ -239,7 +260,7 @@ private:
         fresh.GetRTPData(wanted);
         m_handler.GetRTPData(m_remote);
         RequireSame("extraction gives what a fresh handler reads", "fresh", RecordText(wanted), "old",
-                    RecordText(m_remote));
+                    RecordText(Judged("record of a life", m_remote)));
     }
 
     void Describe() {
@@ -247,7 +268,9 @@ private:
         SDPHandler fresh;
         MakeFresh(fresh, m_model, m_model.address, unused);
         const bool isOffer = m_model.sections == 0;
-        const std::string text = m_handler.GetLocalSDP();
+        const Reading remote = Read(m_model.text);
+        std::string text = CheckWriting(m_handler, OwnSide(), remote, m_model.text.size());
+        Judged("text of a life", text);
         RequireSame("an old handler writes as a fresh one", "fresh", fresh.GetLocalSDP(), "old", text);
         if (isOffer && m_model.local->strDefaultIPAddr.empty()) {
             RequireSame("no address, no offer", "wanted", "", "written", text);
@@ -257,16 +280,12 @@ private:
         const std::string origin = OriginLine(m_model);
         RequireSame("the origin line follows the counters", "wanted", origin, "written",
                     text.substr(0, 5 + origin.size()).erase(0, 5));
-        Side side;
-        side.local = *m_model.local;
-        side.usesSrtp = m_model.usesSrtp;
-        side.usesBfcp = m_model.usesBfcp;
-        side.isPlain = m_plain;
-        CheckDescription(m_handler, side, text);
+        Reached(isOffer ? "an offer was written" : "an answer was written");
         m_last = text;
     }
 
     void Reset() {
+        Reached("the remote side was reset");
         m_handler.ResetRemoteSDP();
         m_model.sections = 0;
         m_model.text.clear();
@@ -296,7 +315,9 @@ private:
     SDPHandler m_handler;
     Model m_model;
     RemoteSDP m_remote;
+    Trace m_trace;
     std::string m_last;
+    bool m_isTraced = false;
     bool m_plain;
 };
 

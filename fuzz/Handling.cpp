@@ -1,8 +1,11 @@
 #include "Handling.h"
 
 #include "Cost.h"
+#include "Judged.h"
 #include "Laws.h"
 #include "Trace.h"
+
+#include <cstring>
 
 namespace fuzz {
 
@@ -12,16 +15,98 @@ constexpr Budget kParse = {"parse", 4096, 72, 4096, 64};
 constexpr Budget kTraced = {"parse with a trace sink", 16384, 320, 8192, 64};
 constexpr Budget kAnswer = {"answer", 65536, 8, 16384, 16};
 
-/// The result of a parse depends only on the text, the codec set and the session address before it.
-void CheckDependence(const Side& side, const std::string& text, const std::string& record) {
+void Fill(VideoParms& video) {
+    video.iFmtpMaxMbps = 7;
+    video.iFmtpMaxFrameSize = 7;
+    video.iFmtpMaxBitRate = 7;
+    video.eVideoCodec = PAYLOAD_H264;
+    video.iVideoRTPPort = 7;
+    video.strVideoLevel = "7";
+    video.strVideoIPAddr = "7";
+    video.iVideoPayload = 7;
+    video.iFmtpPacketizationMode = 7;
+    video.fVideoSend = video.fVideoRecv = video.fIsVideoValid = true;
+}
+
+/// A record in which no field but the roles of the streams is that of a reset one.
+void Fill(RemoteSDP& remote) {
+    remote.eAudioCodec = PAYLOAD_G722;
+    remote.iAudioRTPPort = remote.iVideoPresoControlPort = 7;
+    remote.iBfcpConfid = remote.iBfcpUserid = 7;
+    remote.fBfcpIsServer = true;
+    remote.iMaxBandwidth = 7;
+    Fill(remote.m_VideoMain);
+    Fill(remote.m_VideoPreso);
+    for (int n = 0; n < baseSDP::SRTP_MAX; ++n) {
+        std::memset(remote.bufSRTPKey[n], 7, sizeof remote.bufSRTPKey[n]);
+        std::memset(remote.bufSRTPSalt[n], 7, sizeof remote.bufSRTPSalt[n]);
+        remote.cryptoAlgo[n] = Quor::media::rtp::CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_80;
+    }
+    remote.strAudioIPAddr = "7";
+    remote.iAudioPayload = remote.iDTMFPayload = 7;
+    remote.fAudioSend = remote.fAudioRecv = remote.fIsAudioValid = true;
+}
+
+/// The result of a parse depends only on the text, the codec set and the session address before it, and not
+/// on what the record held.
+void CheckDependence(const Side& side, const std::string& address, const std::string& text,
+                     const std::string& record) {
+    if (text.empty()) {
+        return;
+    }
     SDPHandler other;
     other.MyLocalSDP.eAudioCodec = side.local.eAudioCodec;
     other.m_bSRTP = !side.usesSrtp;
     other.SetBfcpSupport(!side.usesBfcp);
+    other.SetMaxSupportedSessions(side.served + 1);
+    other.strSessionIPAddr = address;
     RemoteSDP ofOther;
     other.ParseTheSDP(text, ofOther);
     RequireSame("the record depends on text and codecs only", "this side", record, "another side",
-                RecordText(ofOther));
+                RecordText(Judged("another side's record", ofOther)));
+}
+
+/// Extracting and parsing again give the same.
+void CheckRepetition(SDPHandler& handler, const std::string& text, const std::string& record) {
+    RemoteSDP once;
+    Fill(once);
+    handler.GetRTPData(once);
+    RequireSame("extraction twice gives the same", "first", text.empty() ? RecordText(RemoteSDP()) : record,
+                "second", RecordText(Judged("extracted record", once)));
+    const std::string sections = SectionsText(handler);
+    handler.ParseTheSDP(text, once);
+    RequireSame("parsing twice gives the same", "first", sections + (text.empty() ? "" : record), "second",
+                SectionsText(Judged("handler that read twice", handler)) +
+                    (text.empty() ? "" : RecordText(once)));
+}
+
+/// What a run reached, so that the kept inputs can be required to reach it.
+void Note(const Side& side, const RemoteSDP& remote, const std::string& answer) {
+    const auto note = [](bool isReached, const char* state) {
+        if (isReached) {
+            Reached(state);
+        }
+    };
+    note(remote.fIsAudioValid, "audio was read");
+    note(remote.fIsAudioValid && remote.eAudioCodec != PAYLOAD_UNKNOWN, "audio has a codec");
+    note(remote.iDTMFPayload != 0, "telephone events were read");
+    note(remote.m_VideoMain.fIsVideoValid, "main video was read");
+    note(remote.m_VideoPreso.fIsVideoValid, "a presentation was read");
+    note(remote.m_VideoMain.iFmtpPacketizationMode == 1, "packetization mode 1 was read");
+    note(remote.iVideoPresoControlPort != 0, "floor control was read");
+    note(remote.fBfcpIsServer, "the far end serves the floor");
+    note(remote.iMaxBandwidth != 0, "bandwidth was read");
+    note(remote.cryptoAlgo[baseSDP::SRTP_AUDIO] != 0, "a key was read");
+    note(answer.find("m=audio") != std::string::npos, "audio was written");
+    note(answer.find("a=content:main") != std::string::npos, "main video was written");
+    note(answer.find("a=content:slides") != std::string::npos, "a presentation was written");
+    note(answer.find("a=floorctrl:") != std::string::npos, "floor control was written");
+    note(answer.find(" inline:") != std::string::npos, "a key was written");
+    static const char* const settings[] = {"SRTP off, floor control off", "SRTP on, floor control off",
+                                           "SRTP off, floor control on", "SRTP and floor control on"};
+    Reached(settings[(side.usesSrtp ? 1 : 0) + (side.usesBfcp ? 2 : 0)]);
+    note(side.isTraced, "a trace sink was installed");
+    note(side.served != 2, "another number of sections was served");
 }
 
 /// The dumps of the records, which show no key. A section's dump shows its fields as they are; its trace is
@@ -32,43 +117,63 @@ std::string Dumps(const SDPHandler& handler, const RemoteSDP& remote) {
 
 } // namespace
 
+std::string CheckReading(SDPHandler& handler, const Side& side, const std::string& text) {
+    const std::string settings = SettingsText(handler);
+    const std::string address = handler.strSessionIPAddr;
+    const Reading wanted = Read(text, address);
+    RemoteSDP remote;
+    Fill(remote);
+    const std::string filled = RecordText(remote);
+
+    const Meter parsing;
+    int result = handler.ParseTheSDP(text, remote);
+    CheckCost(side.isTraced ? kTraced : kParse, parsing.Read(), text.size());
+    Require(Judged("result", result) == (text.empty() ? 1 : 0),
+            "the result is 1 for an empty text and 0 otherwise", std::to_string(result), text);
+    const std::string record = RecordText(Judged("record", remote));
+    if (text.empty()) {
+        RequireSame("an empty text leaves the record", "before", filled, "after", record);
+    } else if (text.find("\r\n") == std::string::npos) {
+        RequireSame("a text without a whole line resets the record", "reset", RecordText(RemoteSDP()), "read",
+                    record);
+    }
+    RequireSame("the handler holds what the text opens", "opened", HeldText(wanted), "held",
+                HeldText(Judged("handler", handler)));
+    RequireSame("reading changes no setting", "before", settings, "after", SettingsText(handler));
+    CheckDependence(side, address, text, record);
+    CheckRepetition(handler, text, record);
+    return record;
+}
+
+std::string CheckWriting(SDPHandler& handler, const Side& side, const Reading& remote, std::size_t length) {
+    const std::string before = SettingsText(handler) + SectionsText(handler);
+    const Meter building;
+    std::string description = handler.GetLocalSDP();
+    CheckCost(kAnswer, building.Read(), length);
+    Judged("handler that wrote", handler);
+    RequireSame("writing changes the version alone", "before", before, "after",
+                SettingsText(handler) + SectionsText(handler));
+    CheckDescription(side, remote, Judged("description", description));
+    return description;
+}
+
 Handled CheckHandling(const Side& side, const std::string& text, Watch watch) {
     Trace trace(side.isTraced);
     SDPHandler handler;
     Prepare(handler, side);
     handler.m_iSessionID = 1000;
+    const std::string record = CheckReading(handler, side, text);
     RemoteSDP remote;
-    const std::string untouched = RecordText(remote);
+    handler.GetRTPData(remote);
 
-    const Meter parsing;
-    const int result = handler.ParseTheSDP(text, remote);
-    CheckCost(side.isTraced ? kTraced : kParse, parsing.Read(), text.size());
-    const std::string record = RecordText(remote);
-    Require(result == (text.empty() ? 1 : 0), "the result is 1 for an empty text and 0 otherwise",
-            std::to_string(result), text);
-    if (text.find("\r\n") == std::string::npos) {
-        RequireSame("a text without a whole line leaves the record unchanged", "before", untouched, "after",
-                    record);
-    }
-
-    RemoteSDP again;
-    handler.GetRTPData(again);
-    RequireSame("extraction twice gives the same", "first", record, "second", RecordText(again));
-    CheckDependence(side, text, record);
-    const std::string sections = SectionsText(handler);
-    handler.ParseTheSDP(text, again);
-    RequireSame("parsing twice gives the same", "first", sections, "second", SectionsText(handler));
-
-    const Meter building;
-    const std::string description = handler.GetLocalSDP();
-    CheckCost(kAnswer, building.Read(), text.size());
-    CheckDescription(handler, side, description);
+    std::string description = CheckWriting(handler, side, Read(text), text.size());
+    Note(side, remote, description);
 
     for (int n = 0; n < baseSDP::SRTP_MAX; ++n) {
         watch.Add(Key(side.local.bufSRTPKey[n], side.local.bufSRTPSalt[n]));
     }
-    watch.Check("a dump", Dumps(handler, remote));
-    watch.Check("the trace", trace.Text());
+    watch.Check("a dump", Judged("dump", Dumps(handler, remote)));
+    watch.Check("the trace", Judged("trace", std::string(trace.Text())));
     CheckGoodTextAfterwards(handler, side);
     return {record, description};
 }

@@ -2,6 +2,7 @@
 // the fuzzer keeps the input and the replay test fails.
 #pragma once
 
+#include "Reading.h"
 #include "Side.h"
 
 #include <SDPHandler.h>
@@ -18,7 +19,7 @@ std::string Visible(std::string_view text);
 [[noreturn]] void Broken(const char* law, const char* left, std::string_view leftText, const char* right,
                          std::string_view rightText);
 
-/// Requires that the two texts are equal.
+/// Requires that the two texts are equal. A law is the same wherever it has the same name.
 void RequireSame(const char* law, const char* left, std::string_view leftText, const char* right,
                  std::string_view rightText);
 
@@ -31,22 +32,25 @@ std::string RecordText(const RemoteSDP& remote);
 std::string RecordText(const LocalSDP& local);
 /// Every field of every section held.
 std::string SectionsText(const SDPHandler& handler);
+/// What the application has set: the switches and the capabilities.
+std::string SettingsText(const SDPHandler& handler);
 
 /// Checks this side's own lines: each ends in CR LF, none is empty, and the session lines come first. The one
 /// exception are the bare prefixes "a=label:" and "a=content:" of a stream without a role. A bare "a=rtpmap:"
 /// never occurs, because no section asks for a codec without a table row.
 void CheckLines(const Side& side, const std::string& text);
 
-/// Checks a description that the handler has just written: CheckLines and CheckReadsBack for this side's
-/// lines, and whole lines for the rejected surplus sections after them.
-void CheckDescription(const SDPHandler& handler, const Side& side, const std::string& text);
+/// Checks a description that was written after a text with this reading: CheckLines and CheckReadsBack for
+/// this side's lines, and the declined sections after them.
+void CheckDescription(const Side& side, const Reading& remote, const std::string& text);
 
-/// Requires that a second handler with every codec reads this side's values from the description: ports,
-/// addresses, payload numbers, levels and limits, and in an offer codecs, directions, keys and bandwidth.
+/// Requires that a second handler with every codec reads this side's values from the description: sections,
+/// ports, addresses, payload numbers, levels and limits, and in an offer codecs, directions, keys and
+/// bandwidth.
 void CheckReadsBack(const Side& side, const std::string& text, bool isOffer);
 
-/// Requires that the handler reads and answers a good text as a new one does. Only the session address is
-/// kept from an earlier parse.
+/// Requires that the handler has the settings of its side, and reads and answers a good text as a new one
+/// does. Only the session address is kept from an earlier parse.
 void CheckGoodTextAfterwards(SDPHandler& used, const Side& side);
 
 } // namespace fuzz

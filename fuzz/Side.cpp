@@ -109,6 +109,8 @@ Side AnySide(Input& input, std::uint64_t secret) {
     side.isTraced = (switches & 4U) != 0;
     side.plantsKeys = (switches & 8U) != 0;
     local.fVideoTxMuted = (switches & 16U) != 0;
+    static constexpr std::uint32_t served[8] = {2, 4, 0, 1, 3, 256, 5, 0xffffffffU};
+    side.served = served[switches >> 5U];
 
     const std::uint8_t codecs = input.Byte();
     // The byte says which of the four audio bits to clear, so 0 means all codecs.
@@ -171,6 +173,7 @@ void Prepare(SDPHandler& handler, const Side& side) {
     handler.InitializeLocalSDP(side.local);
     handler.m_bSRTP = side.usesSrtp;
     handler.SetBfcpSupport(side.usesBfcp);
+    handler.SetMaxSupportedSessions(side.served);
 }
 
 } // namespace fuzz

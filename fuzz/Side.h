@@ -15,8 +15,9 @@ struct Side {
     LocalSDP local;
     bool usesSrtp = false;
     bool usesBfcp = false;
-    bool isTraced = false;   ///< a trace sink is installed while the handler works
-    bool plantsKeys = false; ///< the far end's keys are replaced by known random ones
+    std::uint32_t served = 2; ///< remote sections that are answered; the rest is declined
+    bool isTraced = false;    ///< a trace sink is installed while the handler works
+    bool plantsKeys = false;  ///< the far end's keys are replaced by known random ones
     /// The application's texts are plain addresses and names, so a second handler must read back what this
     /// side writes.
     bool isPlain = true;

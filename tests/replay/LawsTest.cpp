@@ -67,7 +67,7 @@ TEST(LawsDeathTest, ChangedHandlerIsReported) {
     fuzz::Prepare(handler, side);
     fuzz::CheckGoodTextAfterwards(handler, side);
     handler.MyLocalSDP.iAudioRTPPort = 4;
-    EXPECT_DEATH(fuzz::CheckGoodTextAfterwards(handler, side), "a used handler answers as a fresh one does");
+    EXPECT_DEATH(fuzz::CheckGoodTextAfterwards(handler, side), "a used handler has the settings of its side");
 }
 
 TEST(LawsDeathTest, KeyWindowsAreFoundInEveryForm) {

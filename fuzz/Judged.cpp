@@ -1,0 +1,48 @@
+#include "Judged.h"
+
+#include <utility>
+
+namespace fuzz {
+
+namespace {
+
+Mistake g_mistake;
+std::string g_only;
+
+void Count(const char* name) {
+    auto& tally = Tally();
+    const auto found = tally.find(std::string_view(name));
+    ++(found == tally.end() ? tally[name] : found->second);
+}
+
+} // namespace
+
+void SetMistake(Mistake mistake) {
+    g_mistake = std::move(mistake);
+}
+
+void Pass(std::string_view what, const std::type_info& type, void* result) {
+    if (g_mistake) {
+        g_mistake(what, type, result);
+    }
+}
+
+void EnforceOnly(std::string law) {
+    g_only = std::move(law);
+}
+
+bool IsInForce(const char* law) {
+    Count(law);
+    return g_only.empty() || g_only == law;
+}
+
+void Reached(const char* state) {
+    Count(state);
+}
+
+std::map<std::string, std::size_t, std::less<>>& Tally() {
+    static std::map<std::string, std::size_t, std::less<>> tally;
+    return tally;
+}
+
+} // namespace fuzz
