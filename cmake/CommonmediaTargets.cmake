@@ -16,3 +16,11 @@ function(commonmedia_target_defaults target)
         target_link_options(${target} PUBLIC -fsanitize=${COMMONMEDIA_SANITIZE})
     endif()
 endfunction()
+
+# With COMMONMEDIA_UNITY some sources of the target, in the order of their names, are one translation unit, which the
+# compiler and clang-tidy read in a tenth of the time. Two sources of one unit cannot define a file-local name twice.
+function(commonmedia_unity target)
+    if(COMMONMEDIA_UNITY)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 16)
+    endif()
+endfunction()

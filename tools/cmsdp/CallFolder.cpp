@@ -36,7 +36,7 @@ std::vector<std::string> NamesIn(const std::string& folder) {
     return names;
 }
 
-bool Contains(const std::string& text, std::string_view word) {
+bool Holds(const std::string& text, std::string_view word) {
     return text.find(word) != std::string::npos;
 }
 
@@ -62,7 +62,7 @@ public:
         Step step;
         step.message = name;
         step.text = std::move(text);
-        const bool isAnswer = Contains(name, "answer") || (!Contains(name, "offer") && m_open);
+        const bool isAnswer = Holds(name, "answer") || (!Holds(name, "offer") && m_open);
         step.from = SideOf(step, isAnswer);
         m_origins[static_cast<std::size_t>(step.from)] = OriginOf(step.text);
         if (!isAnswer) {
@@ -80,11 +80,11 @@ public:
 
 private:
     Side SideOf(const Step& step, bool isAnswer) {
-        if (Contains(step.message, "caller") != Contains(step.message, "callee")) {
-            return Contains(step.message, "caller") ? Side::Caller : Side::Callee;
+        if (Holds(step.message, "caller") != Holds(step.message, "callee")) {
+            return Holds(step.message, "caller") ? Side::Caller : Side::Callee;
         }
-        if (Contains(step.message, "sent") != Contains(step.message, "received")) {
-            const bool isSent = Contains(step.message, "sent");
+        if (Holds(step.message, "sent") != Holds(step.message, "received")) {
+            const bool isSent = Holds(step.message, "sent");
             m_firstIsSent = m_firstIsSent.value_or(isSent);
             return isSent == *m_firstIsSent ? Side::Caller : Side::Callee;
         }

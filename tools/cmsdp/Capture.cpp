@@ -47,7 +47,7 @@ std::vector<std::string> CommandFor(const std::string& file) {
             "tcp.reassemble_out_of_order:TRUE"};
 }
 
-int HexDigit(char c) {
+int HalfByte(char c) {
     return c >= '0' && c <= '9' ? c - '0' : c >= 'a' && c <= 'f' ? c - 'a' + 10 : 0;
 }
 
@@ -57,7 +57,7 @@ std::string FromHex(const json& value) {
         const auto& hex = value.get_ref<const std::string&>();
         bytes.reserve(hex.size() / 2);
         for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
-            bytes += static_cast<char>(HexDigit(hex[i]) * 16 + HexDigit(hex[i + 1]));
+            bytes += static_cast<char>(HalfByte(hex[i]) * 16 + HalfByte(hex[i + 1]));
         }
     }
     return bytes;

@@ -13,8 +13,6 @@ namespace cmsdp {
 
 namespace {
 
-constexpr std::string_view kFirstLine = "v=0";
-
 struct Step {
     const char* example; // of an input that the step changes
     std::size_t (*clean)(Draft&);
@@ -97,7 +95,7 @@ std::string NoteOf(const Step& step, std::size_t count, std::size_t left, bool e
 }
 
 template <std::size_t N>
-void Run(const Step (&steps)[N], Draft& draft, bool exactReads, std::vector<std::string>& notes) {
+void RunSteps(const Step (&steps)[N], Draft& draft, bool exactReads, std::vector<std::string>& notes) {
     for (const Step& step : steps) {
         const std::size_t count = step.clean(draft);
         if (count != 0) {
@@ -165,7 +163,7 @@ bool BeginsAnotherPart(std::string_view line, bool isAfterBlank) {
 
 std::size_t Clean(Draft& draft, std::size_t nth, std::vector<std::string>& notes, LineEnd lineEnd) {
     const bool exactReads = HoldsSdpLine(draft.text, lineEnd);
-    Run(kBeforeTheCut, draft, exactReads, notes);
+    RunSteps(kBeforeTheCut, draft, exactReads, notes);
     const std::vector<Body> bodies = FindBodies(draft);
     if (nth > 1 && nth > bodies.size()) {
         return bodies.size();
@@ -173,7 +171,7 @@ std::size_t Clean(Draft& draft, std::size_t nth, std::vector<std::string>& notes
     if (!bodies.empty()) {
         CutAround(draft, bodies, nth, exactReads, notes);
     }
-    Run(kAfterTheCut, draft, exactReads, notes);
+    RunSteps(kAfterTheCut, draft, exactReads, notes);
     return bodies.size();
 }
 

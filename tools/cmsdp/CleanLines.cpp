@@ -16,7 +16,6 @@ namespace cmsdp {
 
 namespace {
 
-constexpr std::string_view kFirstLine = "v=0";
 constexpr std::size_t kLongestPrefix = 400;
 
 bool IsDigit(char c) {

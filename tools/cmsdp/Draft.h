@@ -13,6 +13,9 @@
 
 namespace cmsdp {
 
+/// The line with which every description begins (RFC 4566, 5.1).
+constexpr std::string_view kFirstLine = "v=0";
+
 /// A text and the input line number of each of its lines. Lines end in LF or in CR LF; the end of the last
 /// one may be missing, whole or by its LF.
 struct Draft {

@@ -159,7 +159,7 @@ Note SecureWithoutKey(const StreamView& view) {
                : Note{};
 }
 
-constexpr NoteRule kRules[] = {
+constexpr NoteRule kKeyRules[] = {
     {"a=crypto:1 AES_CM_128_HMAC_SHA1_32 ...\na=crypto:2 AES_256_CM_HMAC_SHA1_80 ...", ReplacedKey},
     {"a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:short", UnreadableKey},
     {"a=crypto:x AES_CM_128_HMAC_SHA1_32 ...", TagOfLetters},
@@ -172,7 +172,7 @@ constexpr NoteRule kRules[] = {
 } // namespace
 
 std::vector<std::string> NotesOnKeys(const StreamView& view) {
-    return NotesBy(kRules, view);
+    return NotesBy(kKeyRules, view);
 }
 
 } // namespace cmsdp

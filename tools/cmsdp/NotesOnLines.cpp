@@ -115,7 +115,7 @@ struct Rule {
     std::string (*sentence)(const Reading&, const ReadLine&); // empty: the rule does not apply
 };
 
-constexpr Rule kRules[] = {
+constexpr Rule kLineRules[] = {
     {"a=tool:x c=IN IP4 192.0.2.1", "P01", Misread},       {"m=video 5006 RTP/AVP", "P05", TooShort},
     {"a=sendonly\na=rtpmap:97 H264/90000", "P03", Joined}, {"m=audio 4294972296 RTP/AVP 0", "G04", OddPort},
     {"m=audio abc RTP/AVP 0", "G18", PortWithoutDigits},   {"b=TIAS:64000", "P15", SessionTias},
@@ -133,7 +133,7 @@ std::vector<std::string> NotesOnLines(const Reading& reading) {
     std::vector<std::string> notes;
     std::size_t more = 0;
     for (const ReadLine& line : reading.lines) {
-        for (const Rule& rule : kRules) {
+        for (const Rule& rule : kLineRules) {
             std::string sentence = rule.sentence(reading, line);
             if (sentence.empty()) {
                 continue;

@@ -129,7 +129,7 @@ Note Muted(const StreamView& view) {
                       "sent"};
 }
 
-constexpr NoteRule kRules[] = {
+constexpr NoteRule kStreamRules[] = {
     {"a=fmtp:97 packetization-mode=1\na=fmtp:97 max-fs=3600", ReplacedParameters},
     {"a=fmtp:97 profile-level-id=42e034", UnknownLevel},
     {"m=audio 5004 RTP/AVP 0", NoAddress},
@@ -140,7 +140,7 @@ constexpr NoteRule kRules[] = {
 } // namespace
 
 std::vector<std::string> NotesOnStream(const StreamView& view) {
-    return NotesBy(kRules, view);
+    return NotesBy(kStreamRules, view);
 }
 
 } // namespace cmsdp

@@ -22,7 +22,7 @@ bool HasBit(PayloadType_t set, std::int32_t bit) {
 }
 
 // "(line 4, P05)": where a reason comes from. An empty ID is left out.
-std::string Place(std::uint32_t line, const char* id) {
+std::string PlaceOf(std::uint32_t line, const char* id) {
     return " (line " + std::to_string(line) + (*id == '\0' ? "" : ", ") + id + ")";
 }
 
@@ -36,7 +36,7 @@ std::string Declined(const Section* section) {
     }
     const bool hasDigits = port.find_first_of("0123456789") != std::string_view::npos;
     return "its port " + Quoted(port) + " is read as 0, with which a far end declines" +
-           Place(section->line, hasDigits ? "G04" : "G18");
+           PlaceOf(section->line, hasDigits ? "G04" : "G18");
 }
 
 // The codecs of the set in words; those of the component's table that a payload type tells, or name and
@@ -69,7 +69,7 @@ std::string InCapitals(std::string text) {
 // "; letter case counts" when a format's name differs by its letter case alone. `id` is that of the ledger.
 std::string LetterCase(const Section& section, const RtpMap& format, std::string_view name, const char* id) {
     return InCapitals(format.strEncodingName) == name && format.strEncodingName != name
-               ? "; letter case counts" + Place(LineOf(section, SDPRow::Rtpmap, format.strPayload), id)
+               ? "; letter case counts" + PlaceOf(LineOf(section, SDPRow::Rtpmap, format.strPayload), id)
                : "";
 }
 
@@ -86,7 +86,7 @@ std::string OtherParameters(const Section& section, const RtpMap& format, const 
     return "; payload type " + format.strPayload + " has " +
            (parameters.empty() ? "no parameter" : "the parameters " + Listed(parameters, most)) +
            ", none of which begins with " + std::string(codec.parameters) +
-           Place(LineOf(section, SDPRow::Fmtp, format.strPayload), "X01");
+           PlaceOf(LineOf(section, SDPRow::Fmtp, format.strPayload), "X01");
 }
 
 // What keeps a format from being G.722.1; empty when no format is nearly that.
@@ -128,7 +128,7 @@ std::string NoSection(const Reading& reading, std::string_view begin, const std:
     return found == reading.lines.end()
                ? missing
                : "the far end's m= line for it has fewer than four words and opens no section" +
-                     Place(found->number, "P05");
+                     PlaceOf(found->number, "P05");
 }
 
 std::string MissingMain(const Reading& reading) {

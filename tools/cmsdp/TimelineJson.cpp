@@ -16,14 +16,14 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::string Shown(const std::string& text) {
+std::string Hidden(const std::string& text) {
     return Secrets(false).Hide(text);
 }
 
 Json Texts(const std::vector<std::string>& texts) {
     Json list = Json::array();
     for (const std::string& text : texts) {
-        list.push_back(Shown(text));
+        list.push_back(Hidden(text));
     }
     return list;
 }
@@ -33,13 +33,13 @@ Json StepNumber(const std::optional<std::size_t>& index) {
 }
 
 Json TextOrNull(const std::string& text) {
-    return text.empty() ? Json() : Json(Shown(text));
+    return text.empty() ? Json() : Json(Hidden(text));
 }
 
 Json CallJson(const Call& call, std::size_t number) {
     Json entry;
     entry["number"] = number;
-    entry["call_id"] = Shown(call.id);
+    entry["call_id"] = Hidden(call.id);
     entry["caller"] = TextOrNull(call.callerName);
     entry["caller_address"] = TextOrNull(call.caller);
     entry["callee"] = TextOrNull(call.calleeName);
@@ -59,7 +59,7 @@ Json StepJson(const Call& call, std::size_t index, const CommandLine& line, cons
     entry["kind"] = StepKindName(step.kind);
     entry["again"] = step.isReOffer;
     entry["status"] = step.status == 0 ? Json() : Json(step.status);
-    entry["message"] = Shown(step.message);
+    entry["message"] = Hidden(step.message);
     entry["sender"] = TextOrNull(step.sender);
     entry["receiver"] = TextOrNull(step.receiver);
     entry["repeats"] = step.repeats;
