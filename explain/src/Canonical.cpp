@@ -167,7 +167,7 @@ std::string_view ParameterAt(const std::string& lower, std::size_t at) {
     return {};
 }
 
-std::string Parameter(std::string_view piece) {
+std::string InOneForm(std::string_view piece) {
     const std::string_view text = Trimmed(piece);
     const std::string_view name = ParameterAt(Lower(text.substr(0, 64)), 0);
     if (name.empty()) {
@@ -211,7 +211,7 @@ std::string Fmtp(std::string_view line) {
             piece.remove_suffix(1);
         }
         if (!piece.empty()) {
-            text += (text.back() == ' ' ? "" : ";") + Parameter(piece);
+            text += (text.back() == ' ' ? "" : ";") + InOneForm(piece);
         }
         begin = isEnd ? at + 1 : at;
     }

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr const char* kTopics[] = {
+constexpr const char* kTopicNames[] = {
     "audio.codec",
     "audio.send",
     "audio.receive",
@@ -26,7 +26,7 @@ constexpr const char* kTopics[] = {
     "ice",
     "call",
 };
-static_assert(std::size(kTopics) == kExplainTopics);
+static_assert(std::size(kTopicNames) == kExplainTopics);
 constexpr const char* kVerdicts[] = {"used",      "agrees",  "overridden", "misread",
                                      "tolerated", "dropped", "ignored",    "joined"};
 constexpr const char* kSeverities[] = {"note", "warning", "error"};
@@ -40,7 +40,7 @@ const char* NameIn(const char* const (&names)[N], Value value) {
 } // namespace
 
 const char* ExplainTopicName(ExplainTopic topic) {
-    return NameIn(kTopics, topic);
+    return NameIn(kTopicNames, topic);
 }
 
 const char* ExplainVerdictName(ExplainVerdict verdict) {

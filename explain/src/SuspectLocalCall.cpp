@@ -14,10 +14,10 @@ namespace {
 using Topic = ExplainTopic;
 using CryptoParams = Quor::media::rtp::CryptoParams;
 
-constexpr Rule kNoAddress = {"E120", "B01", ExplainSeverity::Error, 3,
+constexpr Rule kNoOwnAddress = {"E120", "B01", ExplainSeverity::Error, 3,
                              "The c= and a=rtcp lines always have the default address; an offer is not "
                              "written without one, and an answer has a c= line without an address (B01)."};
-constexpr Rule kAddressKind = {"E121", "B25", ExplainSeverity::Error, 4,
+constexpr Rule kOwnAddressKind = {"E121", "B25", ExplainSeverity::Error, 4,
                                "Each address of ours is written after IP4, so the line reads c=IN IP4 and an "
                                "address of another kind (B25)."};
 constexpr Rule kTwoAddresses = {"E122", "B01", ExplainSeverity::Note, 49,
@@ -53,7 +53,7 @@ constexpr Rule kUnasked = {"E133", "B20", ExplainSeverity::Error, 47,
 constexpr Rule kOrigin = {"E135", "", ExplainSeverity::Error, 9,
                           "The extension is written into the first word of the o= line as it is."};
 
-void FindAddress(Scene& scene) {
+void FindOwnAddress(Scene& scene) {
     const std::string& address = scene.input.local.strDefaultIPAddr;
     constexpr const char* name = "strDefaultIPAddr (default_address) ";
     const auto known = [](Suspect& suspect, Pieces comes) {
@@ -63,7 +63,7 @@ void FindAddress(Scene& scene) {
     };
     const std::string& own = scene.input.local.strMyIPAddr;
     if (address.empty()) {
-        Suspect& suspect = BlameField(scene, kNoAddress, "default_address", {name, "is empty."},
+        Suspect& suspect = BlameField(scene, kNoOwnAddress, "default_address", {name, "is empty."},
                                       {"set default_address"}, 0, "192.0.2.1");
         const char* const comes = scene.input.remoteAnswers
                                       ? "No offer is written at all."
@@ -73,7 +73,7 @@ void FindAddress(Scene& scene) {
         suspect.Know(Topic::AudioSend, {comes});
         suspect.Know(Topic::MainSend, {comes});
     } else if (!IsIpv4(address) || address == "0.0.0.0") {
-        known(BlameField(scene, kAddressKind, "default_address",
+        known(BlameField(scene, kOwnAddressKind, "default_address",
                          {name, "is ", AsShown(address), ", no usable IPv4 address."},
                          {"set default_address to an IPv4 address"}, 0, "192.0.2.1"),
               {"Our text says c=IN IP4 ", AsShown(address), ", where the far end cannot send to."});
@@ -235,7 +235,7 @@ void FindUnasked(Scene& scene) {
 
 void FindLocalCall(Scene& scene) {
     FindLocalSrtp(scene);
-    FindAddress(scene);
+    FindOwnAddress(scene);
     FindOrigin(scene);
     FindBudget(scene);
     FindOwnFloor(scene);

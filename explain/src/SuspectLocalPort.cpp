@@ -10,8 +10,8 @@ namespace {
 
 using Topic = ExplainTopic;
 
-constexpr Rule kPort = {"E103", "", ExplainSeverity::Error, 5,
-                        "A port is written as it is, and port 0 declines the section (RFC 3264, 6)."};
+constexpr Rule kOwnPort = {"E103", "", ExplainSeverity::Error, 5,
+                           "A port is written as it is, and port 0 declines the section (RFC 3264, 6)."};
 
 constexpr Rule kSamePorts = {"E134", "", ExplainSeverity::Error, 9,
                              "Ports are written as they are, and RTCP takes the port after each."};
@@ -28,7 +28,7 @@ void FindLocalPort(Scene& scene, std::string_view file, std::string_view record,
         return;
     }
     Suspect& suspect =
-        BlameField(scene, kPort, file, {record, " (", file, ") is ", port, "."},
+        BlameField(scene, kOwnPort, file, {record, " (", file, ") is ", port, "."},
                    {"set ", file, " to the RTP port"}, 16384 + static_cast<int>(file.size()) * 2);
     suspect.Know(topic, {"Our text declines ", stream, " with port ", port, ", so none is received."});
     if (topic == Topic::AudioReceive) {

@@ -22,9 +22,10 @@ constexpr Rule kSrtpUnused = {"E137", "", ExplainSeverity::Note, 22,
 constexpr Rule kNoSuite = {
     "E125", "B22", ExplainSeverity::Error, 3,
     "With SRTP on and no suite set a section says RTP/SAVP and has no crypto line (B22)."};
-constexpr Rule kNoName = {"E126", "B14", ExplainSeverity::Error, 3,
-                          "The AEAD suites are written without a name, so the a=crypto line has two blanks "
-                          "before inline: and no reader can use it (B14)."};
+constexpr Rule kNoSuiteName = {
+    "E126", "B14", ExplainSeverity::Error, 3,
+    "The AEAD suites are written without a name, so the a=crypto line has two blanks "
+    "before inline: and no reader can use it (B14)."};
 constexpr Rule kOtherSuite = {"E127", "B21", ExplainSeverity::Error, 4,
                               "Our crypto line has the far end's tag and the suite of this side, whatever "
                               "the far end offered under that tag (B21)."};
@@ -56,7 +57,7 @@ void FindSuite(Scene& scene, baseSDP::SRTP_M_LINE stream) {
     if (!isNone && isNamed && !isOther) {
         return;
     }
-    const Rule& rule = isNone ? kNoSuite : !isNamed ? kNoName : isOffer ? kOffered80 : kOtherSuite;
+    const Rule& rule = isNone ? kNoSuite : !isNamed ? kNoSuiteName : isOffer ? kOffered80 : kOtherSuite;
     const OurSection* const ours = OurStream(scene.state, stream);
     Suspect& suspect = BlameField(
         scene, rule, field.file, {name, isNone ? "none" : std::string(SuiteName(suite)), "."},

@@ -23,10 +23,10 @@ constexpr Rule kNotH264 = {"E105", "B23", ExplainSeverity::Error, 6,
 constexpr Rule kMode0 = {"E106", "B11", ExplainSeverity::Error, 12,
                          "A section of packetization mode 0 alone has neither b=TIAS nor a crypto line, also "
                          "where it says RTP/SAVP (B11), and two blanks before its format (B10)."};
-constexpr Rule kLevel = {
+constexpr Rule kVideoLevel = {
     "E107", "X06", ExplainSeverity::Warning, 10,
     "A level name that is not in the table is written as level 2, profile-level-id=420014 (X06)."};
-constexpr Rule kRole = {
+constexpr Rule kVideoRole = {
     "E108", "B09", ExplainSeverity::Error, 8,
     "Label and content of a section follow eVideoType alone: main is a=content:main, presentation "
     "a=content:slides, anything else a bare a=label: and a=content: without line ends (B09)."};
@@ -39,7 +39,7 @@ constexpr Rule kSamePayload = {"E110", "", ExplainSeverity::Error, 9,
 constexpr Rule kPayloadRange = {
     "E111", "", ExplainSeverity::Error, 10,
     "Payload numbers are written as they are; dynamic ones are 96 to 127 (RFC 3551, 6)."};
-constexpr Rule kLowLevel = {
+constexpr Rule kLowVideoLevel = {
     "E112", "", ExplainSeverity::Note, 50,
     "The level and its limits in our text are what the far end may send us at most (RFC 6184, 8.1)."};
 constexpr Rule kLimit = {"E113", "", ExplainSeverity::Warning, 49,
@@ -96,7 +96,7 @@ struct LimitField {
     std::int32_t negotiation::H264Limits::*ofLevel;
     std::int32_t VideoParms::*own;
 };
-constexpr LimitField kLimits[] = {
+constexpr LimitField kVideoLimits[] = {
     {".max_macroblocks_per_s", ".iFmtpMaxMbps", "max-mbps", &negotiation::H264Limits::maxMbps,
      &VideoParms::iFmtpMaxMbps},
     {".max_frame_macroblocks", ".iFmtpMaxFrameSize", "max-fs", &negotiation::H264Limits::maxFs,
@@ -105,9 +105,9 @@ constexpr LimitField kLimits[] = {
      &VideoParms::iFmtpMaxBitRate},
 };
 
-void FindLimits(Scene& scene, const VideoField& field, const VideoParms& video) {
+void FindVideoLimits(Scene& scene, const VideoField& field, const VideoParms& video) {
     const negotiation::H264Limits limits = negotiation::LimitsOfLevel(video.strVideoLevel);
-    for (const LimitField& limit : kLimits) {
+    for (const LimitField& limit : kVideoLimits) {
         const std::int32_t own = video.*limit.own;
         const std::string file = std::string(field.file) + limit.file;
         if (own != 0 && own < limits.*limit.ofLevel) {
@@ -138,7 +138,7 @@ void FindVideo(Scene& scene, const VideoField& field) {
     FindLocalPort(scene, file + ".port", record + ".iVideoRTPPort", video.iVideoRTPPort, field.name,
                   field.receives);
     if (!IsLevelName(video.strVideoLevel)) {
-        BlameField(scene, kLevel, file + ".level",
+        BlameField(scene, kVideoLevel, file + ".level",
                    {record, ".strVideoLevel (", file, ".level) is \"", AsShown(video.strVideoLevel),
                     "\", which is the name of no level."},
                    {"set ", file, ".level to the name of a level, such as \"3.1\""}, 0, "3.1")
@@ -146,17 +146,17 @@ void FindVideo(Scene& scene, const VideoField& field) {
                   {"Our text promises level 2, so the far end sends a picture of 352 x 288 or so."});
     } else if (video.strVideoLevel < "3") {
         BlameField(
-            scene, kLowLevel, file + ".level",
+            scene, kLowVideoLevel, file + ".level",
             {record, ".strVideoLevel (", file, ".level) is \"", video.strVideoLevel, "\", a low level."},
             {"set ", file, ".level to \"3.1\""}, 0, "3.1")
             .Know(field.receives,
                   {"Our text asks for a picture of this low level, so the far end sends a small one."});
     }
-    FindLimits(scene, field, video);
+    FindVideoLimits(scene, field, video);
     if (video.eVideoType != field.role) {
         const bool isSwapped = video.eVideoType == VIDEOTYPE_MAIN || video.eVideoType == VIDEOTYPE_PRESO;
         Suspect& suspect = BlameField(
-            scene, kRole, file + ".role",
+            scene, kVideoRole, file + ".role",
             {record, ".eVideoType (", file, ".role) is ",
              video.eVideoType == VIDEOTYPE_MAIN ? "main"
              : isSwapped                        ? "presentation"

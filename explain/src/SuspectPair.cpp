@@ -17,16 +17,18 @@ constexpr Rule kMissing = {"E140", "", ExplainSeverity::Error, 6,
                            "refuses one with port 0 (RFC 3264, 6)."};
 constexpr Rule kSurplus = {"E148", "", ExplainSeverity::Error, 26,
                            "An answer has one section for each section of the offer (RFC 3264, 6)."};
-constexpr Rule kOrder = {"E141", "", ExplainSeverity::Error, 5,
-                         "The sections of an answer stand in the order of the offer (RFC 3264, 6); this side "
-                         "finds them by their kind, another end by their place."};
+constexpr Rule kAnswerOrder = {
+    "E141", "", ExplainSeverity::Error, 5,
+    "The sections of an answer stand in the order of the offer (RFC 3264, 6); this side "
+    "finds them by their kind, another end by their place."};
 constexpr Rule kPlain = {
     "E144", "", ExplainSeverity::Error, 6,
     "The transport is not examined: an answer without a usable crypto line leaves the stream without suite "
     "and key, and a secure offer must never be started in the clear."};
-constexpr Rule kTag = {"E145", "", ExplainSeverity::Error, 7,
-                       "The answer repeats tag and suite of the crypto line that it accepts (RFC 4568, "
-                       "5.1.3); this side takes what it reads."};
+constexpr Rule kForeignTag = {
+    "E145", "", ExplainSeverity::Error, 7,
+    "The answer repeats tag and suite of the crypto line that it accepts (RFC 4568, "
+    "5.1.3); this side takes what it reads."};
 constexpr Rule kUnaskedKey = {"E149", "", ExplainSeverity::Error, 6,
                               "The answer has the transport of the offer (RFC 3264, 6.1); a key in an answer "
                               "to a plain offer is taken as it stands."};
@@ -34,7 +36,7 @@ constexpr Rule kOwnKey = {
     "E147", "", ExplainSeverity::Error, 4,
     "The key of their line is the one that they send with; it has to differ from ours (RFC 4568, 6.1)."};
 
-std::vector<Topic> TopicsOf(const MeantSection& section, bool isSlides) {
+std::vector<Topic> TopicsOfPair(const MeantSection& section, bool isSlides) {
     if (section.media == "audio") {
         return {Topic::AudioCodec, Topic::AudioSend, Topic::AudioReceive, Topic::Call};
     }
@@ -117,7 +119,7 @@ void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, c
         return;
     }
     if (our[0] != their[0] || our[1] != their[1]) {
-        Suspect& suspect = Blame(scene, kTag, *theirLine,
+        Suspect& suspect = Blame(scene, kForeignTag, *theirLine,
                                  {LineWords(*theirLine), " differs in tag or suite from our offer's ",
                                   InQuotes(ourLine->text), "."},
                                  {"answer with tag and suite of the offer in line ", theirLine->number},
@@ -132,14 +134,14 @@ void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, c
 void AddOtherOrder(Scene& scene, const Reading& offer, std::size_t i, bool isOtherVideo) {
     const std::vector<MeantSection>& theirs = scene.reading.sections;
     const TextLine& media = scene.reading.lines[theirs[i].line];
-    Suspect& suspect = Blame(scene, kOrder, media,
+    Suspect& suspect = Blame(scene, kAnswerOrder, media,
                              {LineWords(media), " stands where our offer has ",
                               InQuotes(offer.lines[offer.sections[i].line].text), "."},
                              {"answer in the order of the offer"}, {});
     const bool isSlides = offer.sections[i].isSlides;
     const Piece offered = !isOtherVideo ? Piece(offer.sections[i].media) : isSlides ? "slides" : "main video";
     const Piece answered = !isOtherVideo ? AsShown(theirs[i].media) : isSlides ? "main video" : "slides";
-    std::vector<Topic> topics = TopicsOf(offer.sections[i], isSlides);
+    std::vector<Topic> topics = TopicsOfPair(offer.sections[i], isSlides);
     if (isOtherVideo && !isSlides) {
         topics.push_back(Topic::Slides);
     }
@@ -170,7 +172,7 @@ void FindPair(Scene& scene) {
         }
         const bool isSlides = offer.sections[i].isSlides;
         if (!scene.input.ourOffer.empty()) {
-            FindPairFormats(scene, offer, offer.sections[i], theirs[i], TopicsOf(theirs[i], isSlides));
+            FindPairFormats(scene, offer, offer.sections[i], theirs[i], TopicsOfPair(theirs[i], isSlides));
         }
         AddSecurity(scene, offer, offer.sections[i], theirs[i], EncryptionOf(theirs[i], isSlides));
     }
@@ -186,7 +188,7 @@ void FindPair(Scene& scene) {
                   {LineWords(last), " is the last of ", theirs.size(), " sections; our offer has ",
                    offer.sections.size(), ", next ", InQuotes(offer.lines[missing.line].text), "."},
                   {"add ", InQuotes(text), " at the end"}, {{scene.reading.text.size(), 0, text + "\r\n"}});
-        for (const Topic topic : TopicsOf(missing, missing.isSlides)) {
+        for (const Topic topic : TopicsOfPair(missing, missing.isSlides)) {
             suspect.Know(topic, {"Section ", theirs.size() + 1, " of our offer, ", missing.media,
                                  ", has no answer, so it does not start."});
         }

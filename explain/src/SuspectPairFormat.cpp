@@ -47,8 +47,8 @@ std::string EncodingOf(const TextLine* rtpmap) {
 }
 
 /// A payload of the offer under another encoding name.
-void AddRenamed(Scene& scene, const TextLine* ours, const TextLine* theirs,
-                const std::vector<Topic>& topics) {
+void AddOtherEncoding(Scene& scene, const TextLine* ours, const TextLine* theirs,
+                      const std::vector<Topic>& topics) {
     const std::string offered = EncodingOf(ours);
     const std::string answered = EncodingOf(theirs);
     if (offered.empty() || answered.empty() || offered == answered) {
@@ -106,8 +106,8 @@ void FindPairFormats(Scene& scene, const Reading& offer, const MeantSection& our
             AddNotOffered(scene, offer, ours, theirs, format, topics);
             continue;
         }
-        AddRenamed(scene, LineOf(offer, ours.rtpmap, format), LineOf(scene.reading, theirs.rtpmap, format),
-                   topics);
+        AddOtherEncoding(scene, LineOf(offer, ours.rtpmap, format),
+                         LineOf(scene.reading, theirs.rtpmap, format), topics);
         const auto ourLine = ours.fmtp.find(format);
         const auto theirLine = theirs.fmtp.find(format);
         if (ourLine == ours.fmtp.end() || theirLine == theirs.fmtp.end()) {
