@@ -48,8 +48,8 @@ bool IsAddress(std::string_view text) noexcept {
     return IsNumeric(text) || IsHostName(text);
 }
 
-bool IsNowhere(std::string_view text) noexcept {
-    return text.find_first_not_of("0.:") == std::string_view::npos && IsNumeric(text);
+bool IsNowhere(std::string_view address) noexcept {
+    return address.find_first_not_of("0.:") == std::string_view::npos && IsNumeric(address);
 }
 
 } // namespace negotiation

@@ -43,7 +43,7 @@ struct Section {
     std::vector<Attribute> attributes; ///< sorted by name, of one name in the order of the text
 
     bool IsOpen() const { return port.value_or(0) != 0; }
-    bool IsRtp() const { return transport.find("RTP/") != transport.npos; }
+    bool IsRtp() const { return transport.find("RTP/") != std::string_view::npos; }
     /// The attributes of one name, as a pair of iterators.
     std::pair<const Attribute*, const Attribute*> All(std::string_view name) const;
     /// The first one, or null.

@@ -111,10 +111,11 @@ Call CallOfFolder(const std::string& folder) {
     call.id = folder;
     FolderReader reader(call);
     for (const std::string& name : NamesIn(folder)) {
+        const std::string path = (fs::path(folder) / name).string();
         try {
-            reader.Read(name, ReadFile(folder + "/" + name));
+            reader.Read(name, ReadFile(path));
         } catch (const ReadError& error) {
-            throw ToolError(kRemoteText, folder + "/" + name + ": cannot be read: " + error.what());
+            throw ToolError(kRemoteText, path + ": cannot be read: " + error.what());
         }
     }
     if (call.steps.empty()) {

@@ -9,9 +9,8 @@
 
 namespace cmsdp {
 
-CallReader::CallReader(const SipMessage& first) {
+CallReader::CallReader(const SipMessage& first) : m_start(first.time) {
     const bool isRequest = !first.method.empty();
-    m_start = first.time;
     m_call->id = first.callId;
     m_call->start = first.time.value_or(0);
     m_call->caller = isRequest ? first.sender : first.receiver;

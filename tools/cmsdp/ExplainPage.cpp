@@ -107,8 +107,11 @@ void MakePage(Outcome& outcome, const CommandLine& line, const ExplainInput& inp
     page.notes = outcome.notes;
     PageExchange exchange;
     PageText ours = OurText(line, input, theirs);
-    exchange.offer = input.remoteAnswers ? std::move(ours) : std::move(theirs);
-    exchange.answer = input.remoteAnswers ? std::move(theirs) : std::move(ours);
+    if (input.remoteAnswers) {
+        std::swap(ours, theirs);
+    }
+    exchange.offer = std::move(theirs);
+    exchange.answer = std::move(ours);
     page.exchanges.push_back(std::move(exchange));
     Finish(outcome, line, page);
 }

@@ -26,8 +26,11 @@ std::string JoiningRules(const PageData& page) {
     std::string rules;
     for (std::size_t i = 1; i <= count && i <= kMostJoined; ++i) {
         const std::string anchor = ".f" + std::to_string(i);
-        rules += "main:has(" + anchor + ":is(:hover, :focus-within, :target)) " + anchor +
-                 " { outline: 2px solid var(--join); background: var(--lit); }\n";
+        rules.append("main:has(")
+            .append(anchor)
+            .append(":is(:hover, :focus-within, :target)) ")
+            .append(anchor);
+        rules += " { outline: 2px solid var(--join); background: var(--lit); }\n";
     }
     return rules;
 }

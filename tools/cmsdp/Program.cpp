@@ -14,8 +14,6 @@
 #include <system_error>
 #include <unistd.h>
 
-extern char** environ;
-
 namespace cmsdp {
 
 namespace {
@@ -38,8 +36,11 @@ public:
         posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
         posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
         std::vector<char*> arguments;
+        arguments.reserve(words.size() + 1);
         for (const std::string& word : words) {
-            arguments.push_back(const_cast<char*>(word.c_str())); // the program gets a copy
+            // The call takes them without const and changes none: the program gets a copy.
+            arguments.push_back(
+                const_cast<char*>(word.c_str())); // NOLINT(cppcoreguidelines-pro-type-const-cast)
         }
         arguments.push_back(nullptr);
         m_error = posix_spawnp(&m_id, arguments[0], &actions, nullptr, arguments.data(), environ);

@@ -161,7 +161,7 @@ bool EndsWith(std::string_view text, std::string_view end) {
 
 // The candidate of a number, from 0.
 std::string Candidate(const Original& original, const std::string& form, std::size_t count) {
-    const std::string number = std::to_string(count + 1);
+    std::string number = std::to_string(count + 1);
     const std::size_t ofRange = 256 * kHosts;
     switch (original.kind) {
     case Kind::kAddress4:
