@@ -6,6 +6,8 @@
 #                             the script with the stage's name
 #   shown PATTERN NAME COMMAND...
 #                             a stage whose log is shown from the last line on that matches the pattern
+#   figure NAME VALUE         notes a measured figure; one outside of its limit in scripts/floors.txt ends the script
+#   write_table TABLE PAGE    puts a table into the place of a page that is marked for the script
 #   result TEXT               prints the last line of a script that succeeded
 
 set -euo pipefail
@@ -67,6 +69,16 @@ shown() {
     if [ -n "$from" ]; then
         tail -n "+$from" "$last_log" | sed 's/^/     /'
     fi
+}
+
+figure() {
+    local relation limit
+    read -r relation limit < <(awk -v name="$1" '$1 == name { print $2, $3 }' scripts/floors.txt) ||
+        fail "figure $1, which has no row in scripts/floors.txt"
+    printf '%s %s\n' "$1" "$2" >>"$logs/figures.txt"
+    awk -v value="$2" -v relation="$relation" -v limit="$limit" \
+        'BEGIN { exit !(value != "" && (relation == "<=" ? value + 0 <= limit + 0 : value + 0 >= limit + 0)) }' ||
+        fail "figure $1: it is ${2:-missing} and must be $relation $limit"
 }
 
 as_root() {

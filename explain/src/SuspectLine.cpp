@@ -13,6 +13,8 @@ namespace explain {
 
 namespace {
 
+using Topic = ExplainTopic;
+
 constexpr Rule kBareLf = {
     "E01", "P03", ExplainSeverity::Error, 1,
     "Only CR LF ends a line, so the lines are read as one, and only the first of them counts (P03)."};
@@ -80,7 +82,6 @@ bool HasLoneCr(const Host& host) {
 
 /// An m= line that was cut: whatever came after it is not there either, so its edit alone mends nothing.
 void AddCutSection(Scene& scene, Suspect& suspect) {
-    using Topic = ExplainTopic;
     const MeantSection& section = scene.reading.sections.back();
     std::vector<Topic> topics = {Topic::Floor};
     if (section.media == "audio") {

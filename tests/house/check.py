@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
 """Checks the rules of this repository that no compiler knows.
 
-    check.py [--root DIR] NAME...     NAME: ledger shape names includes heads readme corpus keywords selfcheck,
-                                      or all
+    check.py [--root DIR] NAME...     NAME: ledger shape names includes heads readme corpus keywords figures
+                                      selfcheck, or all
 
 Prints what it found, one problem per line, and ends with status 1 when there was any.
 """
 import contextlib
 import io
+import os
 import pathlib
 import re
 import shutil
@@ -15,6 +16,9 @@ import statistics
 import subprocess
 import sys
 import tempfile
+
+sys.dont_write_bytecode = True
+import figures  # noqa: E402
 
 ID = r"[MPXBG]\d\d"
 MAX_FUNCTION = 60
@@ -37,12 +41,12 @@ def read(path):
 
 def files(root, *suffixes):
     """Every file of the tree but what is generated or not ours to word."""
-    for path in sorted(root.rglob("*")):
-        parts = path.relative_to(root).parts
-        if parts[0] in (".git", "build") or "__pycache__" in parts or not path.is_file():
-            continue
-        if not suffixes or path.suffix in suffixes:
-            yield path
+    for folder, below, names in os.walk(root):
+        skipped = {"__pycache__"} | ({".git", "build"} if pathlib.Path(folder) == root else set())
+        below[:] = sorted(set(below) - skipped)
+        for name in sorted(names):
+            if not suffixes or pathlib.Path(name).suffix in suffixes:
+                yield pathlib.Path(folder, name)
 
 
 def component(root):
@@ -364,6 +368,22 @@ def check_keywords(root):
     print(f"keywords: {count} files that ask for them")
 
 
+# --- figures --------------------------------------------------------------------------------------------
+
+
+def check_figures(root):
+    """A page quotes a measured figure as `<!-- figure NAME -->VALUE<!-- end -->`; the value is the last measured one."""
+    values = figures.recorded(root)
+    count = 0
+    for path in files(root, ".md"):
+        for name, quoted in re.findall(r"<!-- figure (\S+) -->(.*?)<!-- end -->", read(path)):
+            count += 1
+            if quoted != values.get(name):
+                measured = values.get(name, "never measured")
+                yield f"{path.relative_to(root)}: quotes {name} as {quoted}; docs/figures/nightly.md says {measured}"
+    print(f"figures: {len(values)} measured, {count} quoted")
+
+
 # --- selfcheck ------------------------------------------------------------------------------------------
 
 
@@ -464,6 +484,7 @@ CHECKS = {
     "readme": check_readme,
     "corpus": check_corpus,
     "keywords": check_keywords,
+    "figures": check_figures,
     "selfcheck": check_selfcheck,
 }
 
