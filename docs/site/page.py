@@ -6,7 +6,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-PAGES = [*ROOT.glob("*.md"), *ROOT.glob("docs/*.md"), ROOT / "commonmedia" / "DELIBERATE.md"]
+PAGES = [*ROOT.glob("*.md"), *ROOT.glob("docs/*.md"), *ROOT.glob("docs/figures/*.md"), ROOT / "commonmedia" / "DELIBERATE.md"]
 PUBLIC = {path.name for folder in ("commonmedia", "negotiation", "explain")
           for path in (ROOT / folder / "include").glob("*.h")}
 
@@ -40,6 +40,8 @@ def link(page, match):
     return f"{words} (`{path.relative_to(ROOT)}`)"
 
 
+# scripts/docs puts every picture beside the pages.
+PICTURE_OF = r'@htmlonly<img src="\2" alt="\1" style="max-width: 100%">@endhtmlonly'
 # The front page opens with the data flow.
 PICTURE = '@htmlonly<img src="flow.svg" alt="data flow from texts to the media engine and back">@endhtmlonly\n'
 
@@ -62,7 +64,7 @@ def convert(page):
                     line += "\n\n" + PICTURE
             else:
                 line = re.sub(r"(?<!!)\[([^\]]*)\]\(([^)\s]+)\)", lambda match: link(page, match), line)
-                line = re.sub(r"!\[([^\]]*)\]\(([^)\s]+)\)", r"*\1*", line)
+                line = re.sub(r"!\[([^\]]*)\]\((?:[^)\s]*/)?([^)\s/]+)\)", PICTURE_OF, line)
         out.append(line)
     return "\n".join(out)
 

@@ -376,7 +376,8 @@ def check_figures(root):
     values = figures.recorded(root)
     count = 0
     for path in files(root, ".md"):
-        for name, quoted in re.findall(r"<!-- figure (\S+) -->(.*?)<!-- end -->", read(path)):
+        words = re.sub(r"`[^`]*`", "", read(path))  # code shows how to quote
+        for name, quoted in re.findall(r"<!-- figure (\S+) -->(.*?)<!-- end -->", words):
             count += 1
             if quoted != values.get(name):
                 measured = values.get(name, "never measured")
@@ -468,11 +469,25 @@ def keywords_selfcheck(root, target):
     yield from (f"one keyword: {problem}" for problem in check_keywords(copy))
 
 
+def figures_selfcheck(target):
+    shutil.rmtree(target)
+    (target / "docs" / "figures").mkdir(parents=True)
+    (target / "docs" / "figures" / "nightly.md").write_text(
+        "| figure | value | limit | counted |\n|---|--:|--:|---|\n| `a.b` | 98.5 | >= 98 | branches |\n",
+        encoding="utf-8")
+    page = target / "docs" / "page.md"
+    page.write_text("<!-- figure a.b -->98.5<!-- end --> %, as in `<!-- figure c -->1<!-- end -->`\n", encoding="utf-8")
+    yield from (f"true quote: {problem}" for problem in check_figures(target))
+    page.write_text("<!-- figure a.b -->98.6<!-- end --> %\n", encoding="utf-8")
+    yield from expect(check_figures(target), "quotes a.b as 98.6", "another value")
+
+
 def check_selfcheck(root):
     """The checks above find what they are there to find."""
     with tempfile.TemporaryDirectory() as directory, contextlib.redirect_stdout(io.StringIO()):
         target = pathlib.Path(directory) / "copy"
-        return [*ledger_selfcheck(root, target), *keywords_selfcheck(root, target), *shape_selfcheck(target)]
+        return [*ledger_selfcheck(root, target), *keywords_selfcheck(root, target), *shape_selfcheck(target),
+                *figures_selfcheck(target)]
 
 
 CHECKS = {

@@ -77,7 +77,7 @@ def write_tables(root, logs):
         found = [logs / f"{source}.log" for source in sources]
         if all(path.is_file() for path in found):
             tables = [table for path in found for table in TABLE.findall(path.read_text())]
-            parts = [f"# {title}\n", f"Written by `scripts/nightly` from the output of `{script}`.\n"]
+            parts = [f"# {title}\n", f"The output of `{script}`, written by `scripts/nightly`.\n"]
             parts += [f"{words}\n"] if words else []
             (root / "docs" / "figures" / f"{name}.md").write_text("\n".join(parts + tables))
 

