@@ -47,7 +47,8 @@ def rows(path, width):
 
 def recorded(root):
     """The value of each figure that docs/figures/nightly.md holds."""
-    return {name.strip("`"): value for name, value, _, _ in rows(root / "docs" / "figures" / "nightly.md", 4)}
+    found = rows(root / "docs" / "figures" / "nightly.md", 4)
+    return {name.strip("`"): value for name, value, _, _ in found if name.startswith("`")}
 
 
 def write_nightly(root, logs):

@@ -24,8 +24,10 @@ cmsdp::Outcome Run(const cmsdp::CommandLine& line) {
 } // namespace
 
 int main(int argc, char** argv) {
+#ifdef SIGPIPE
     // A reader that went away, such as `head`, ends the command quietly, whatever its parent process ignores.
     static_cast<void>(std::signal(SIGPIPE, SIG_DFL));
+#endif
     try {
         const cmsdp::Outcome outcome = Run(cmsdp::ParseCommandLine(argc, argv));
         cmsdp::WriteOutput(outcome.text, outcome.file);
