@@ -187,9 +187,10 @@ void AddRejection(State& state, const ExplainInput& input, const RemoteSections&
         }
     };
     for (const auto stream : {baseSDP::SRTP_AUDIO, baseSDP::SRTP_VIDEO, baseSDP::SRTP_VIDEO_PRESO}) {
-        static constexpr Topics kTopics[] = {{Topic::AudioReceive, Topic::AudioSend, Topic::Call},
-                                             {Topic::MainReceive, Topic::MainSend, Topic::Call},
-                                             {Topic::Slides, Topic::Call}};
+        static constexpr Topics kTopics[] = {
+            {Topic::AudioReceive, Topic::AudioSend, Topic::Dtmf, Topic::Call},
+            {Topic::MainReceive, Topic::MainSend, Topic::Call},
+            {Topic::Slides, Topic::Call}};
         const OurSection* const ours = OurStream(state, stream);
         const MediaSession* const section = SectionOfStream(sections, stream);
         const bool isAnswered = ours != nullptr && ours->port != "0";

@@ -206,6 +206,20 @@ void AddFloor(State& state, const ExplainInput& input, const RemoteSections& sec
     }
 }
 
+/// Tones are sent in the RTP stream of the audio (RFC 4733, 2.1).
+void AddTones(State& state) {
+    const View audio = ViewOf(state.record, baseSDP::SRTP_AUDIO);
+    const std::int32_t tones = state.record.iDTMFPayload;
+    if (tones == 0) {
+        state.Say({Topic::Dtmf, About::Payload, 0, true, true}, {"tones have no payload and are not sent"});
+    } else if (!audio.isThere || !audio.hasCodec || !audio.send || IsDeadPlace(audio)) {
+        state.Say({Topic::Dtmf, About::Payload, 0, true, true},
+                  {"tones are not sent, because audio is not sent"});
+    } else {
+        state.Say({Topic::Dtmf, About::Payload, 0, false, true}, {"tones are sent as payload ", tones});
+    }
+}
+
 void AddAddress(State& state, baseSDP::SRTP_M_LINE stream) {
     const View view = ViewOf(state.record, stream);
     if (!view.isThere) {
@@ -228,12 +242,7 @@ void AddStreamFacts(State& state, const ExplainInput& input, const RemoteSection
     }
     AddFloor(state, input, sections);
     AddMatch(state, input);
-    const std::int32_t tones = state.record.iDTMFPayload;
-    if (tones == 0) {
-        state.Say({Topic::Dtmf, About::Payload, 0, true, true}, {"tones have no payload and are not sent"});
-    } else {
-        state.Say({Topic::Dtmf, About::Payload, 0, false, true}, {"tones are sent as payload ", tones});
-    }
+    AddTones(state);
     const std::int32_t theirs = state.record.iMaxBandwidth;
     if (theirs == 0) {
         state.Say({Topic::Bandwidth, About::Bandwidth}, {"the far end's bandwidth is not limited"});

@@ -107,7 +107,9 @@ Maker::Maker(const ExplainInput& input, const Reading& reading, const State& sta
     // Small texts are examined in full; for long ones the cost stays in proportion to the length.
     constexpr std::size_t bytes = 1U << 20U;
     constexpr std::size_t most = 256;
+    constexpr std::size_t fewest = 4;
     m_allowance = kExplainTrials / 4 + std::min(most, bytes / (input.remote.size() + 1));
+    m_mostTrials = std::min(kExplainTrials, fewest + 2 * bytes / (input.remote.size() + 1));
     if (isBrief) {
         FindIdle();
     }
@@ -160,7 +162,7 @@ Effects Maker::Try(Suspect& suspect) {
     if (suspect.cure.text.empty() && !isLocal) {
         return {};
     }
-    if (!isLocal && ++m_tried > kExplainTrials) {
+    if (!isLocal && ++m_tried > m_mostTrials) {
         ++untried;
         return {};
     }
@@ -190,10 +192,12 @@ std::vector<Maker::Weight> Maker::Weigh(const Suspect& suspect, const Effects& e
     const Rule& rule = *suspect.rule;
     for (std::size_t i = 0; i < kExplainTopics; ++i) {
         const Effect& effect = effects[i];
-        if (!effect.isAny || (effect.takes && !effect.heals && !suspect.isTakenAway)) {
+        // Tones that are sent although the far end holds the call are no harm.
+        const bool isHarm = suspect.isTakenAway && static_cast<ExplainTopic>(i) != ExplainTopic::Dtmf;
+        if (!effect.isAny || (effect.takes && !effect.heals && !isHarm)) {
             continue;
         }
-        const bool isError = effect.heals || effect.isHard || (effect.takes && suspect.isTakenAway);
+        const bool isError = effect.heals || effect.isHard || (effect.takes && isHarm);
         weights.push_back({static_cast<ExplainTopic>(i),
                            std::min(rule.most, isError ? ExplainSeverity::Error : ExplainSeverity::Warning),
                            rule.rank + (effect.heals || effect.isHard ? 0 : 5)});

@@ -67,7 +67,8 @@ private:
     std::vector<std::pair<std::size_t, std::size_t>>
         m_idle; ///< offsets of lines that change nothing, and their ends
     std::size_t m_tried = 0;
-    std::size_t m_allowance; ///< runs that are left for finding what cures open
+    std::size_t m_mostTrials; ///< kExplainTrials, and fewer for a text of more than 32 KiB
+    std::size_t m_allowance;  ///< runs that are left for finding what cures open
 };
 
 } // namespace explain

@@ -27,9 +27,38 @@ constexpr Rule kNoIce = {"E86", "", ExplainSeverity::Note, 48,
 constexpr Rule kShortIce = {"E99", "P13", ExplainSeverity::Warning, 13,
                             "The line is kept whole for an agent, which refuses a user fragment of fewer "
                             "than 4 characters and a password of fewer than 22 (P13; RFC 8839, 5.4)."};
-constexpr Rule kMux = {"E84", "", ExplainSeverity::Note, 65,
-                       "This attribute is not read: RTCP goes to the port after the RTP port, each section "
-                       "has its own ports, and the packet time is the engine's."};
+constexpr Rule kMux = {"E84", "", ExplainSeverity::Note, 65, "No row reads this attribute."};
+
+/// An attribute that changes how RTP is sent and that nothing reads.
+struct Unread {
+    std::string_view start;
+    const char* asks;
+    const char* comes;
+};
+constexpr Unread kUnread[] = {
+    {"a=rtcp-mux", " asks for RTCP on the RTP port.",
+     "RTCP goes to the port after the RTP port, where a far end that shares one port does not receive it; "
+     "RTP "
+     "is not affected."},
+    {"a=rtcp:", " asks for RTCP on a port of its own.",
+     "RTCP goes to the port after the RTP port and not to this one; RTP is not affected."},
+    {"a=ptime:", " asks for a packet time.",
+     "The engine chooses the packet time, so packets may be longer or "
+     "shorter than the far end wants."},
+    {"a=maxptime:", " limits the packet time.",
+     "The engine chooses the packet time, so packets may be longer than the far end wants."},
+    {"a=bundle-only", " offers the section only as part of a bundle.",
+     "The section has ports of its own in our text, and a far end that bundles may not send to them."},
+};
+
+/// Whether "a=rtcp:5005" names the port after the RTP port, where RTCP goes in any case.
+bool IsUsualRtcp(std::string_view line, const MeantSection& section) {
+    const std::vector<std::string_view> words = WordsOf(line, 1);
+    const std::string_view port = words.empty() ? std::string_view() : ValueOf(words[0]);
+    constexpr std::size_t longest = 5;
+    return IsDigits(port) && IsDigits(section.port) && port.size() <= longest &&
+           section.port.size() <= longest && std::stoi(std::string(port)) == std::stoi(section.port) + 1;
+}
 
 /// Whether an ICE line has a name that no RFC gives (RFC 8839, 5).
 bool IsUnknownIce(const std::string& name) {
@@ -65,20 +94,20 @@ IceLines IceLinesOf(const Scene& scene, const MeantSection& section) {
 }
 
 void FindUnread(Scene& scene, const MeantSection& section) {
-    static constexpr std::string_view kUnread[] = {"a=rtcp-mux",
-                                                   "a=rtcp:", "a=ptime:", "a=maxptime:", "a=bundle-only"};
     const bool isAudio = section.media == "audio";
     for (std::size_t i = section.line + 1; i <= section.last; ++i) {
         const TextLine& line = scene.reading.lines[i];
-        if (std::none_of(std::begin(kUnread), std::end(kUnread),
-                         [&](std::string_view unread) { return BeginsWith(line.text, unread); })) {
+        const auto* const unread =
+            std::find_if(std::begin(kUnread), std::end(kUnread),
+                         [&](const Unread& each) { return BeginsWith(line.text, each.start); });
+        const bool isUsual = BeginsWith(line.text, "a=rtcp:") && IsUsualRtcp(line.text, section);
+        if (unread == std::end(kUnread) || isUsual) {
             continue;
         }
-        Suspect& suspect = Blame(scene, kMux, line, {LineWords(line), " is not read."}, {}, {});
+        Suspect& suspect = Blame(scene, kMux, line, {LineWords(line), unread->asks}, {}, {});
         for (const Topic topic : {isAudio ? Topic::AudioSend : Topic::MainSend,
                                   isAudio ? Topic::AudioReceive : Topic::MainReceive}) {
-            suspect.Know(topic, {"RTCP, packet time or port sharing is not what this line asks "
-                                 "for; RTP itself is not affected."});
+            suspect.Know(topic, {unread->comes});
         }
     }
 }

@@ -96,6 +96,21 @@ void AddNotOffered(Scene& scene, const Reading& offer, const MeantSection& ours,
     }
 }
 
+/// Whether an fmtp line of this payload before the last one gives a packetization mode, which the last one
+/// takes away; then the last one is blamed for that.
+bool HasEarlierMode(const Scene& scene, const MeantSection& section, const TextLine& last,
+                    std::string_view payload) {
+    for (std::size_t i = section.line + 1; i + 1 < last.number; ++i) {
+        const TextLine& line = scene.reading.lines[i];
+        if (line.meant == SDPRow::Fmtp && PayloadOf(line.text) == payload &&
+            line.text.find("packetization-mode=") != std::string_view::npos &&
+            last.text.find("packetization-mode=") == std::string_view::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 void FindPairFormats(Scene& scene, const Reading& offer, const MeantSection& ours, const MeantSection& theirs,
@@ -117,7 +132,9 @@ void FindPairFormats(Scene& scene, const Reading& offer, const MeantSection& our
             return line.find("packetization-mode=1") != std::string_view::npos;
         };
         const TextLine& line = scene.reading.lines[theirLine->second];
-        if (theirs.media == "video" && isMode1(offer.lines[ourLine->second].text) != isMode1(line.text)) {
+        const bool isOursMode1 = isMode1(offer.lines[ourLine->second].text);
+        if (theirs.media == "video" && isOursMode1 != isMode1(line.text) &&
+            !HasEarlierMode(scene, theirs, line, format)) {
             std::string text(line.text);
             const std::size_t at = text.find("packetization-mode=");
             const char* const mode = isMode1(line.text) ? "0" : "1";

@@ -82,11 +82,20 @@ void AddLevel(Scene& scene, const TextLine& fmtp, Topic topic) {
     }
 }
 
+/// Whether a packetization mode stands in the fmtp line of a payload that the section does not list; then the
+/// number in that line is blamed.
+bool HasUnlistedMode(const Scene& scene, const MeantSection& section) {
+    return std::any_of(section.fmtp.begin(), section.fmtp.end(), [&](const auto& entry) {
+        return section.listed.count(entry.first) == 0 &&
+               scene.reading.lines[entry.second].text.find("packetization-mode=") != std::string_view::npos;
+    });
+}
+
 void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
               const std::vector<std::string_view>& h264, Topic topic) {
     const VideoParms& stream =
         topic == Topic::Slides ? scene.state.record.m_VideoPreso : scene.state.record.m_VideoMain;
-    if (stream.iFmtpPacketizationMode == 0 && h264.size() > 1) {
+    if (stream.iFmtpPacketizationMode == 0 && h264.size() > 1 && !HasUnlistedMode(scene, section)) {
         std::string text(media.text);
         for (std::size_t i = 1; i < h264.size() && i < 16; ++i) {
             TextLine changed = media;
