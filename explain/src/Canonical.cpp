@@ -318,8 +318,8 @@ bool IsCanonical(const TextLine& line) {
 }
 
 std::string Canonical(const TextLine& line, const Reading& /*reading*/) {
-    const std::string spelled = StartSpelled(line.text);
-    const std::string_view text = spelled;
+    const std::string spelled = line.isPlain ? std::string() : StartSpelled(line.text);
+    const std::string_view text = line.isPlain ? line.text : spelled;
     switch (line.meant) {
     case SDPRow::Connection:
         return Connection(text);

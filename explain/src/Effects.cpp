@@ -22,7 +22,7 @@ void AppendClause(std::string& text, std::string_view clause) {
 /// begins after the last one found.
 class Others {
 public:
-    explicit Others(const State& state) : m_facts(state.facts) {}
+    explicit Others(const State& state) : m_facts(state.Facts()) {}
 
     const Fact* Find(const Fact& fact) {
         for (std::size_t i = 0; i < m_facts.size(); ++i) {
@@ -51,10 +51,8 @@ struct Comparison {
 };
 
 void Comparison::Compare(const Fact* before, const Fact* after) {
-    const std::string_view clause = before == nullptr ? "" : now.ClauseOf(*before);
-    const std::string_view other = after == nullptr ? "" : then.ClauseOf(*after);
-    if (before != nullptr && after != nullptr && clause == other && before->hidden == after->hidden &&
-        before->isDead == after->isDead) {
+    const bool saysSame = before != nullptr && after != nullptr && now.SaysSame(*before, then, *after);
+    if (saysSame && before->hidden == after->hidden && before->isDead == after->isDead) {
         return;
     }
     const bool wasDead = before != nullptr && before->isDead;
@@ -69,10 +67,10 @@ void Comparison::Compare(const Fact* before, const Fact* after) {
     effect.takes = effect.takes || (!wasDead && isDead && before != nullptr);
     effect.isHard = effect.isHard || (before != nullptr && before->isHard);
     if (wantsClauses && before != nullptr) {
-        AppendClause(effect.now, clause);
+        AppendClause(effect.now, now.ClauseOf(*before));
     }
-    if (wantsClauses && after != nullptr && (before == nullptr || clause != other)) {
-        AppendClause(effect.then, other);
+    if (wantsClauses && after != nullptr && !saysSame) {
+        AppendClause(effect.then, then.ClauseOf(*after));
     }
 }
 
@@ -84,11 +82,17 @@ Effects EffectsOf(const State& now, const State& then, bool wantsClauses) {
     }
     Comparison comparison{now, then, wantsClauses, {}};
     Others afterwards(then);
-    for (const Fact& fact : now.facts) {
-        comparison.Compare(&fact, afterwards.Find(fact));
+    std::size_t found = 0;
+    for (const Fact& fact : now.Facts()) {
+        const Fact* const other = afterwards.Find(fact);
+        found += other == nullptr ? 0 : 1;
+        comparison.Compare(&fact, other);
+    }
+    if (found == then.Facts().size()) {
+        return std::move(comparison.effects); // There is no fact that is new.
     }
     Others before(now);
-    for (const Fact& fact : then.facts) {
+    for (const Fact& fact : then.Facts()) {
         if (before.Find(fact) == nullptr) {
             comparison.Compare(nullptr, &fact);
         }

@@ -8,6 +8,7 @@
 #include "SDPTables.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 
 namespace explain {
@@ -69,19 +70,22 @@ void AddOurKey(State& state, const ExplainInput& input, const MediaSession* sect
     const bool isOtherSuite = isTheirs && ours->hasKey && ours->suite != SuiteName(section->cryptoAlgo);
     fact.isDead = saysSecure != ours->hasKey || isOtherSuite || (isTheirs && !ours->hasKey) ||
                   (ours->hasKey && ours->suite.empty());
-    std::string offered;
+    std::array<Piece, 2> offered = {"", ""};
     if (section != nullptr && !input.remoteAnswers) {
         const std::string_view transport = TransportOf(*section);
         const bool wantsSecure = Upper(transport).find("SAVP") != std::string::npos;
         fact.isDead = fact.isDead || wantsSecure != saysSecure;
-        offered = wantsSecure != saysSecure ? " to an offer of " + Shown(transport) : "";
+        if (wantsSecure != saysSecure) {
+            offered = {" to an offer of ", AsShown(transport)};
+        }
     }
     if (ours->hasKey) {
-        state.Say(fact,
-                  {text, " says ", ours->transport, " for ", name, " with ",
-                   ours->suite.empty() ? "no suite name" : ours->suite, " under tag ", ours->tag, offered});
+        state.Say(fact, {text, " says ", ours->transport, " for ", name, " with ",
+                         ours->suite.empty() ? "no suite name" : ours->suite, " under tag ", ours->tag,
+                         offered[0], offered[1]});
     } else {
-        state.Say(fact, {text, " says ", ours->transport, " for ", name, " without a key", offered});
+        state.Say(fact,
+                  {text, " says ", ours->transport, " for ", name, " without a key", offered[0], offered[1]});
     }
 }
 
@@ -126,7 +130,7 @@ void AddTransport(State& state, const MediaSession& section, std::size_t i, bool
     const bool isOther = isSame && ours.transport != transport;
     const Fact fact{Topic::Call, About::Transport, static_cast<unsigned char>(i), isOther};
     if (isOther) {
-        state.Say(fact, {"section ", i + 1, ", offered as ", Shown(transport), ", is answered as ",
+        state.Say(fact, {"section ", i + 1, ", offered as ", AsShown(transport), ", is answered as ",
                          ours.transport});
     } else {
         state.Say(fact, {"section ", i + 1, " is answered with its own transport"});
@@ -157,7 +161,7 @@ void AddShape(State& state, const RemoteSections& sections) {
         state.Say({Topic::Call, About::Order, 0, false, true}, {"our sections stand in the offer's order"});
     } else {
         state.Say({Topic::Call, About::Order, 0, true, true},
-                  {"section ", wrong + 1, ", offered as ", Shown(MediaOf(*sections[wrong])),
+                  {"section ", wrong + 1, ", offered as ", AsShown(MediaOf(*sections[wrong])),
                    ", is answered as ", state.ourSections[wrong].media});
     }
     state.Say(

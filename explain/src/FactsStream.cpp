@@ -26,19 +26,20 @@ constexpr std::array<Topic, 3> kTopics[baseSDP::SRTP_MAX] = {
 struct View {
     bool isThere = false;
     bool hasCodec = false;
-    std::string codec;
+    std::array<Piece, 3> codec;
     std::string_view address;
     std::int32_t port = 0;
     bool send = false;
     bool receive = false;
 };
 
-void AddLimits(std::string& text, const VideoParms& video) {
-    Append(text, {"packetization mode ", video.iFmtpPacketizationMode, ", ",
-                  video.strVideoLevel.empty() ? "no level" : "level ", video.strVideoLevel});
-    const auto limit = [&text](const char* name, std::int32_t value) {
+/// Adds the limits of a picture to what was said last.
+void SayLimits(State& state, const VideoParms& video) {
+    state.SayMore({"packetization mode ", video.iFmtpPacketizationMode, ", ",
+                   video.strVideoLevel.empty() ? "no level" : "level ", video.strVideoLevel});
+    const auto limit = [&state](const char* name, std::int32_t value) {
         if (value != 0) {
-            Append(text, {", ", name, " ", value});
+            state.SayMore({", ", name, " ", value});
         }
     };
     limit("max-mbps", video.iFmtpMaxMbps);
@@ -49,37 +50,26 @@ void AddLimits(std::string& text, const VideoParms& video) {
 View ViewOf(const RemoteSDP& record, baseSDP::SRTP_M_LINE stream) {
     if (stream == baseSDP::SRTP_AUDIO) {
         View view{record.fIsAudioValid, record.eAudioCodec != PAYLOAD_UNKNOWN,
-                  "no codec",           record.strAudioIPAddr,
+                  {"no codec", "", ""}, record.strAudioIPAddr,
                   record.iAudioRTPPort, record.fAudioSend,
                   record.fAudioRecv};
         if (view.hasCodec) {
-            view.codec = CodecName(record.eAudioCodec);
-            Append(view.codec, {" as payload ", record.iAudioPayload});
+            view.codec = {CodecName(record.eAudioCodec), " as payload ", record.iAudioPayload};
         }
         return view;
     }
     const VideoParms& video = stream == baseSDP::SRTP_VIDEO ? record.m_VideoMain : record.m_VideoPreso;
-    View view{video.fIsVideoValid,
-              video.iVideoPayload != 0,
-              video.iVideoPayload != 0 ? "H.264 as payload " : "no H.264 format",
-              video.strVideoIPAddr,
-              video.iVideoRTPPort,
-              video.fVideoSend,
+    View view{video.fIsVideoValid,  video.iVideoPayload != 0, {"no H.264 format", "", ""},
+              video.strVideoIPAddr, video.iVideoRTPPort,      video.fVideoSend,
               video.fVideoRecv};
     if (view.hasCodec) {
-        Append(view.codec, {video.iVideoPayload});
+        view.codec = {"H.264 as payload ", video.iVideoPayload, ""};
     }
     return view;
 }
 
 unsigned char Which(baseSDP::SRTP_M_LINE stream) {
     return static_cast<unsigned char>(stream);
-}
-
-std::string Place(const View& view) {
-    std::string place = Shown(view.address);
-    Append(place, {" port ", view.port});
-    return place;
 }
 
 bool IsDeadPlace(const View& view) {
@@ -94,7 +84,8 @@ void AddTheirs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE str
     const bool isMuted = stream == baseSDP::SRTP_VIDEO && input.local.fVideoTxMuted;
     const auto& [carries, sends, receives] = kTopics[stream];
     if (view.isThere) {
-        state.Say({carries, About::Codec, which, !runs, true}, {name, " has ", view.codec});
+        state.Say({carries, About::Codec, which, !runs, true},
+                  {name, " has ", view.codec[0], view.codec[1], view.codec[2]});
     } else {
         state.Say({carries, About::Codec, which, !runs, true},
                   {"there is no section for ", name,
@@ -111,13 +102,12 @@ void AddTheirs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE str
         state.Say({sends, About::Place, which, true, true}, {name, " has no address to be sent to"});
     } else {
         state.Say({sends, About::Place, which, IsDeadPlace(view), true},
-                  {name, " is sent to the address ", Place(view)});
+                  {name, " is sent to the address ", AsShown(view.address), " port ", view.port});
     }
     if (stream != baseSDP::SRTP_AUDIO && runs) {
-        std::string limits;
-        AddLimits(limits,
+        state.Say({carries, About::Limits, which}, {name, " is sent with "});
+        SayLimits(state,
                   stream == baseSDP::SRTP_VIDEO ? state.record.m_VideoMain : state.record.m_VideoPreso);
-        state.Say({carries, About::Limits, which}, {name, " is sent with ", limits});
     } else if (stream != baseSDP::SRTP_AUDIO) {
         state.Say({carries, About::Limits, which, true}, {name, " has no picture format"});
     }
@@ -137,25 +127,24 @@ void AddOurs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE strea
         return;
     }
     const OurSection* const section = OurStream(state, stream);
-    std::string codec;
-    Append(codec, {text, " has ", view.codec, " for ", name});
+    state.Say({carries, About::OurCodec, which, !view.hasCodec},
+              {text, " has ", view.codec[0], view.codec[1], view.codec[2], " for ", name});
     if (stream != baseSDP::SRTP_AUDIO && view.hasCodec) {
-        codec += " and ";
-        AddLimits(codec, stream == baseSDP::SRTP_VIDEO ? state.read->m_VideoMain : state.read->m_VideoPreso);
+        state.SayMore({" and "});
+        SayLimits(state, stream == baseSDP::SRTP_VIDEO ? state.read->m_VideoMain : state.read->m_VideoPreso);
     }
     if (section != nullptr && stream == baseSDP::SRTP_AUDIO) {
         const char* before = ", formats ";
         for (const std::string_view format : section->formats) {
-            Append(codec, {before, format});
+            state.SayMore({before, format});
             before = " ";
         }
     }
-    state.Say({carries, About::OurCodec, which, !view.hasCodec}, {codec});
     state.Say({sends, About::OurSending, which, !view.receive},
               {text, view.receive ? " says that " : " says that no ", name, " is sent"});
     if (view.send) {
         state.Say({receives, About::OurReceiving, which, IsDeadPlace(view)},
-                  {text, " asks for ", name, " at ", Place(view)});
+                  {text, " asks for ", name, " at ", AsShown(view.address), " port ", view.port});
     } else {
         state.Say({receives, About::OurReceiving, which, true}, {text, " asks for no ", name});
     }
@@ -229,7 +218,7 @@ void AddAddress(State& state, baseSDP::SRTP_M_LINE stream) {
     state.Say({Topic::Call, About::AddressOf, Which(stream), isLost, true},
               {kStreamNames[stream],
                view.address.empty() ? " has no address to be sent to" : " is sent to the address ",
-               Shown(view.address)});
+               AsShown(view.address)});
 }
 
 } // namespace

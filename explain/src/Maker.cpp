@@ -317,6 +317,7 @@ std::vector<ExplainFinding> Maker::Finish() {
     });
     std::set<Place> places;
     std::vector<ExplainFinding> findings;
+    findings.reserve(order.size());
     for (Ranked* const ranked : order) {
         const ExplainFinding& finding = ranked->finding;
         const bool isLocal = finding.field != nullptr;

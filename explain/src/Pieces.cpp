@@ -6,6 +6,7 @@
 
 #include "Reading.h"
 
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 
@@ -41,10 +42,12 @@ void AppendPiece(std::string& text, const Piece& piece) {
 
 } // namespace
 
+void Append(std::string& text, const Piece* pieces, std::size_t count) {
+    std::for_each(pieces, pieces + count, [&text](const Piece& piece) { AppendPiece(text, piece); });
+}
+
 void Append(std::string& text, Pieces pieces) {
-    for (const Piece& piece : pieces) {
-        AppendPiece(text, piece);
-    }
+    Append(text, pieces.begin(), pieces.size());
 }
 
 std::string Joined(Pieces pieces) {

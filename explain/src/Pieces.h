@@ -3,6 +3,7 @@
 // The pieces are put together only where the sentence is wanted, so a run that counts findings writes none.
 #pragma once
 
+#include <cstddef>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -30,6 +31,18 @@ struct Piece {
     Piece(Number value) : number(static_cast<long long>(value)), kind(Kind::Number) {}
     Piece(Kind how, std::string_view words, long long value = 0) : text(words), number(value), kind(how) {}
 
+    /// Whether both are words, and one is no beginning of the other: all texts with them differ.
+    bool BeginsOtherwise(const Piece& other) const {
+        const std::size_t length = text.size() < other.text.size() ? text.size() : other.text.size();
+        return kind == Kind::Words && other.kind == Kind::Words &&
+               text.substr(0, length) != other.text.substr(0, length);
+    }
+    /// Equal pieces have equal words; unequal ones may have.
+    bool operator==(const Piece& other) const {
+        return kind == other.kind && number == other.number && text.size() == other.text.size() &&
+               (text.data() == other.text.data() || text == other.text);
+    }
+
     std::string_view text;
     long long number = 0;
     Kind kind = Kind::Words;
@@ -45,6 +58,7 @@ inline Piece AsShown(std::string_view value) {
     return {Piece::Kind::Value, value};
 }
 
+void Append(std::string& text, const Piece* pieces, std::size_t count);
 void Append(std::string& text, Pieces pieces);
 std::string Joined(Pieces pieces);
 

@@ -24,7 +24,10 @@ bool IsBlank(char c) {
 /// The row whose keyword the line begins with, in any letter case and with blanks that do not belong there.
 SDPRow MeantRow(std::string_view line, bool isPlain) {
     for (const sdp::LineRow& row : sdp::kLineRows) {
-        if (row.row != SDPRow::Direction && BeginsWith(line, row.keyword)) {
+        constexpr std::size_t name = 2; // where the name of an attribute begins
+        const bool isOther =
+            row.keyword.size() > name && line.size() > name && line[name] != row.keyword[name];
+        if (!isOther && row.row != SDPRow::Direction && BeginsWith(line, row.keyword)) {
             return row.row; // As it should be spelled, and as most lines are.
         }
     }

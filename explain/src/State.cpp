@@ -85,7 +85,6 @@ void PrepareHandler(SDPHandler& handler, const ExplainInput& input, std::string&
 }
 
 void Run(const ExplainInput& input, State& state, const State* known) {
-    constexpr std::size_t usual = 64;
     SDPHandler& handler = state.handler;
     PrepareHandler(handler, input, state.ours);
     handler.ParseTheSDP(input.remote, state.record);
@@ -103,28 +102,51 @@ void Run(const ExplainInput& input, State& state, const State* known) {
         state.same = known;
         state.read = known->read;
         state.ourSections = known->ourSections;
-        state.facts = known->facts;
-        state.clauses = known->clauses;
         return;
     }
-    ScanOurs(state);
     if (isOurs) {
         state.read = known->read;
+        state.ourSections = known->ourSections;
     } else {
+        ScanOurs(state);
         ReadOurs(state);
     }
-    state.facts.reserve(usual);
-    state.clauses.reserve(usual * usual);
     AddStreamFacts(state, input, sections);
     AddSecurityFacts(state, input, sections);
     AddCallFacts(state, input, sections);
 }
 
 void State::Say(Fact fact, Pieces clause) {
-    fact.begin = clauses.size();
-    Append(clauses, clause);
-    fact.length = clauses.size() - fact.begin;
-    facts.push_back(fact);
+    constexpr std::size_t usual = 64;
+    if (m_facts.empty()) {
+        m_facts.reserve(usual);
+        m_pieces.reserve(usual * 4);
+    }
+    fact.begin = m_pieces.size();
+    m_facts.push_back(fact);
+    SayMore(clause);
+}
+
+void State::SayMore(Pieces pieces) {
+    m_pieces.insert(m_pieces.end(), pieces);
+    m_facts.back().count += pieces.size();
+}
+
+std::string State::ClauseOf(const Fact& fact) const {
+    std::string clause;
+    Append(clause, PiecesOf(fact), fact.count);
+    return clause;
+}
+
+bool State::SaysSame(const Fact& fact, const State& other, const Fact& theirs) const {
+    const Piece* const end = PiecesOf(fact) + fact.count;
+    const Piece* const otherEnd = other.PiecesOf(theirs) + theirs.count;
+    const auto [piece, otherPiece] = std::mismatch(PiecesOf(fact), end, other.PiecesOf(theirs), otherEnd);
+    if (piece == end && otherPiece == otherEnd) {
+        return true;
+    }
+    const bool isEnd = piece == end || otherPiece == otherEnd;
+    return (isEnd || !piece->BeginsOtherwise(*otherPiece)) && ClauseOf(fact) == other.ClauseOf(theirs);
 }
 
 const MediaSession* SectionOfStream(const RemoteSections& sections, baseSDP::SRTP_M_LINE stream) {
@@ -155,7 +177,7 @@ std::string_view TransportOf(const MediaSession& section) {
     return words.size() < 3 ? std::string_view() : words[2];
 }
 
-std::string CodecName(std::int32_t codec) {
+std::string_view CodecName(std::int32_t codec) {
     switch (codec) {
     case PAYLOAD_G711U:
         return "G.711 mu-law";
@@ -170,7 +192,7 @@ std::string CodecName(std::int32_t codec) {
     case PAYLOAD_H264_PACKETIZATION_0:
         return "H.264 in packetization mode 0";
     default:
-        return "codec " + std::to_string(codec);
+        return "another codec";
     }
 }
 

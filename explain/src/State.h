@@ -55,8 +55,8 @@ struct Fact {
     bool isDead = false; ///< with this value the topic's stream does not work
     bool isHard = false; ///< another value is an error and not a weakness: address, port, key
     std::size_t hidden = 0; ///< compared, never shown: a hash of key text
-    std::size_t begin = 0;  ///< offset of its clause in State::clauses
-    std::size_t length = 0; ///< of its clause
+    std::size_t begin = 0;  ///< index of the first piece of its clause
+    std::size_t count = 0;  ///< pieces of its clause
 
     bool IsSame(const Fact& other) const {
         return topic == other.topic && about == other.about && which == other.which;
@@ -90,16 +90,26 @@ struct State {
     RemoteSDP ownRead;
     std::string ours; ///< our answer, or our offer when the remote text answers it
     std::vector<OurSection> ourSections;
-    std::vector<Fact> facts;     ///< those that matter most first
-    std::string clauses;         ///< of all facts, one after the other
     const State* same = nullptr; ///< a run whose facts are these, because nothing that they tell differs
 
+    /// Those that matter most first.
+    const std::vector<Fact>& Facts() const { return same == nullptr ? m_facts : same->Facts(); }
     /// "audio has no codec"
-    std::string_view ClauseOf(const Fact& fact) const {
-        return std::string_view(clauses).substr(fact.begin, fact.length);
-    }
-    /// Adds a fact; `fact.begin` and `fact.length` are set.
+    std::string ClauseOf(const Fact& fact) const;
+    /// Whether a fact of this run has the clause of a fact of another.
+    bool SaysSame(const Fact& fact, const State& other, const Fact& theirs) const;
+    /// Adds a fact. The texts of its pieces have to be constant, or part of this run or of `known`.
     void Say(Fact fact, Pieces clause);
+    /// Adds to the clause of the last fact.
+    void SayMore(Pieces pieces);
+
+private:
+    const Piece* PiecesOf(const Fact& fact) const {
+        return (same == nullptr ? m_pieces : same->m_pieces).data() + fact.begin;
+    }
+
+    std::vector<Fact> m_facts;
+    std::vector<Piece> m_pieces; ///< of the clauses of all facts, one after the other
 };
 
 /// Runs the component on the input. What is the same in `known`, a run with the same local fields, is taken
@@ -123,7 +133,7 @@ const OurSection* OurStream(const State& state, baseSDP::SRTP_M_LINE stream);
 /// Transport of a remote section, the third word of its "m=" line.
 std::string_view TransportOf(const MediaSession& section);
 /// "G.722".
-std::string CodecName(std::int32_t codec);
+std::string_view CodecName(std::int32_t codec);
 /// "AES_CM_128_HMAC_SHA1_32"; "no suite" for CRYPTO_NONE.
 std::string_view SuiteName(Quor::media::rtp::CryptoParams::CRYPTO_PROFILE suite);
 

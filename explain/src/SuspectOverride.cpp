@@ -17,31 +17,36 @@ constexpr Rule kTwoFormats = {
     "E14", "P08", ExplainSeverity::Error, 12,
     "The last fmtp line of a payload replaces the earlier ones, whose parameters are lost (P08)."};
 
-/// What a line sets, so that two lines of one key compete.
-std::string KeyOf(const TextLine& line) {
+/// What a line sets, so that two lines of one key compete: its row, and which of several things. A line
+/// that competes with none has no row.
+using Key = std::pair<SDPRow, std::string_view>;
+constexpr Key kNoKey = {SDPRow::None, ""};
+
+Key KeyOf(const TextLine& line) {
     switch (line.meant) {
     case SDPRow::Rtpmap:
     case SDPRow::Fmtp:
-        return std::to_string(static_cast<int>(line.meant)) + std::string(PayloadOf(line.text));
+        return {line.meant, PayloadOf(line.text)};
     case SDPRow::Direction:
-        return IsDirection(line) ? "direction" : "";
+        return IsDirection(line) ? Key{line.meant, ""} : kNoKey;
     case SDPRow::Bandwidth: {
         const bool isTias = line.text.find("TIAS:") != std::string_view::npos;
-        return line.section == kNowhere ? (line.text.find("AS:") == std::string_view::npos ? "" : "b")
-                                        : (isTias ? "t" : "");
+        const bool isRead =
+            line.section == kNowhere ? line.text.find("AS:") != std::string_view::npos : isTias;
+        return isRead ? Key{line.meant, ""} : kNoKey;
     }
     case SDPRow::Connection:
     case SDPRow::Content:
     case SDPRow::FloorControl:
     case SDPRow::ConferenceId:
     case SDPRow::UserId:
-        return std::to_string(static_cast<int>(line.meant));
+        return {line.meant, ""};
     case SDPRow::Ice: {
         const std::string_view name = line.text.substr(0, line.text.find(':'));
-        return name == "a=ice-ufrag" || name == "a=ice-pwd" ? std::string(name) : "";
+        return name == "a=ice-ufrag" || name == "a=ice-pwd" ? Key{line.meant, name} : kNoKey;
     }
     default:
-        return {};
+        return kNoKey;
     }
 }
 
@@ -80,15 +85,15 @@ void AddOverridden(Scene& scene, const TextLine& earlier, const TextLine& later)
 } // namespace
 
 void FindOverridden(Scene& scene) {
-    std::map<std::string, const TextLine*> last;
+    std::map<Key, const TextLine*> last;
     std::size_t section = kNowhere;
     for (const TextLine& line : scene.reading.lines) {
         if (line.section != section) {
             last.clear();
             section = line.section;
         }
-        const std::string key = KeyOf(line);
-        if (key.empty()) {
+        const Key key = KeyOf(line);
+        if (key == kNoKey) {
             continue;
         }
         const TextLine*& earlier = last[key];

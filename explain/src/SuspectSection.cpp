@@ -107,10 +107,11 @@ void FindOrder(Scene& scene) {
               {"offer audio, main video, slides and floor control in this order"},
               {{first, scene.reading.text.size() - first, text}});
     suspect.lines.push_back(later.number);
-    const auto order = std::find_if(scene.state.facts.begin(), scene.state.facts.end(), [](const Fact& fact) {
+    const std::vector<Fact>& facts = scene.state.Facts();
+    const auto order = std::find_if(facts.begin(), facts.end(), [](const Fact& fact) {
         return fact.topic == Topic::Call && fact.about == About::Order;
     });
-    if (order != scene.state.facts.end() && order->isDead) {
+    if (order != facts.end() && order->isDead) {
         suspect.Know(Topic::Call, {"In our answer ", scene.state.ClauseOf(*order), "."});
     }
 }

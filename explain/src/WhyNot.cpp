@@ -62,7 +62,7 @@ bool IsTaken(const Format& format, const Codec& codec) {
 std::string FaultOf(const Format& format, const Codec& codec) {
     if (!codec.payload.empty()) {
         return "Its payload number is " + Shown(format.payload) + " and not " + std::string(codec.payload) +
-               ", by which alone " + CodecName(codec.codec) + " is known (X12).";
+               ", by which alone " + std::string(CodecName(codec.codec)) + " is known (X12).";
     }
     Format named = format;
     named.name = codec.name;
@@ -78,8 +78,8 @@ std::string FaultOf(const Format& format, const Codec& codec) {
     }
     return (format.parameters.empty() ? std::string("It has no fmtp line")
                                       : "None of its parameters is read as needed") +
-           ": " + CodecName(codec.codec) + " takes a parameter that begins with " + codec.parameters +
-           (codec.media == "audio" ? " (X01)." : ".");
+           ": " + std::string(CodecName(codec.codec)) + " takes a parameter that begins with " +
+           codec.parameters + (codec.media == "audio" ? " (X01)." : ".");
 }
 
 Format FormatAt(const Reading& reading, const MeantSection& section, std::string_view payload) {
@@ -134,10 +134,11 @@ std::vector<ExplainPair> ExplainWhyNot(const ExplainInput& input) {
                 pair.codec = codec.codec;
                 const bool isTaken = IsTaken(format, codec);
                 pair.isMatch = isTaken && IsOurs(input.local, codec);
-                pair.firstFault = !isTaken       ? FaultOf(format, codec)
-                                  : pair.isMatch ? ""
-                                                 : "This side does not have " + CodecName(codec.codec) +
-                                                       " in its codec set.";
+                pair.firstFault = !isTaken ? FaultOf(format, codec)
+                                  : pair.isMatch
+                                      ? ""
+                                      : "This side does not have " + std::string(CodecName(codec.codec)) +
+                                            " in its codec set.";
                 pairs.push_back(std::move(pair));
             }
         }
@@ -158,11 +159,11 @@ std::vector<std::string> ExplainDifference(const ExplainInput& input, std::strin
     State after;
     Run(now, after);
     std::vector<std::string> phrases;
-    for (const Fact& fact : after.facts) {
-        const auto earlier = std::find_if(before.facts.begin(), before.facts.end(),
+    for (const Fact& fact : after.Facts()) {
+        const auto earlier = std::find_if(before.Facts().begin(), before.Facts().end(),
                                           [&](const Fact& other) { return other.IsSame(fact); });
-        const bool isNew = earlier == before.facts.end();
-        const std::string_view clause = after.ClauseOf(fact);
+        const bool isNew = earlier == before.Facts().end();
+        const std::string clause = after.ClauseOf(fact);
         const bool saysSame = !isNew && before.ClauseOf(*earlier) == clause;
         if (!IsForEngine(fact) || (saysSame && earlier->hidden == fact.hidden)) {
             continue;

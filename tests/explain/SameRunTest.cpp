@@ -13,7 +13,7 @@ using support::Side;
 
 std::string FactsOf(const explain::State& state) {
     std::string text;
-    for (const explain::Fact& fact : state.facts) {
+    for (const explain::Fact& fact : state.Facts()) {
         explain::Append(text, {ExplainTopicName(fact.topic), " ", static_cast<int>(fact.about), " ",
                                static_cast<int>(fact.which), fact.isDead ? " dead" : "",
                                fact.isHard ? " hard " : " ", fact.hidden, " ", state.ClauseOf(fact), "\n"});

@@ -61,7 +61,9 @@ SurveyResult Surveyor::Examine(const Surveyed& item) {
     }
     m_input.remote = item.text;
     m_input.remoteAnswers = item.remoteAnswers;
-    for (ExplainFinding& finding : ExplainFindings(m_input)) {
+    std::vector<ExplainFinding> findings = ExplainFindings(m_input);
+    result.findings.reserve(findings.size());
+    for (ExplainFinding& finding : findings) {
         result.findings.push_back({finding.id, finding.topic, finding.severity, std::move(finding.lines)});
     }
     TakeStreams(result, item);

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <set>
 #include <vector>
 
 namespace cmsdp {
@@ -56,13 +55,22 @@ constexpr std::size_t kMostFarEnds = 40;
 
 } // namespace
 
-void SurveyTally::Count(Entries& entries, Entries::key_type key, const std::string& example) {
-    if (entries.size() >= kMostKinds && entries.count(key) == 0) {
-        key = {"others", "", ""};
+void SurveyTally::Count(Entries& entries, const Kind& kind, const std::string& example) {
+    auto found = entries.find(kind);
+    if (found == entries.end()) {
+        const Kind made = entries.size() >= kMostKinds ? Kind{"others", "", ""} : kind;
+        found = entries.emplace(made, Entry()).first;
     }
-    Entry& entry = entries[std::move(key)];
-    if (entry.count++ == 0) {
-        entry.example = example;
+    if (found->second.count++ == 0) {
+        found->second.example = example;
+    }
+}
+
+void SurveyTally::CountOnce(Entries& entries, std::vector<Kind>& kinds, const std::string& example) {
+    std::sort(kinds.begin(), kinds.end());
+    kinds.erase(std::unique(kinds.begin(), kinds.end()), kinds.end());
+    for (const Kind& kind : kinds) {
+        Count(entries, kind, example);
     }
 }
 
@@ -75,20 +83,18 @@ void SurveyTally::Add(const SurveyResult& result) {
     const bool isAgreed = std::any_of(result.streams.begin(), result.streams.end(),
                                       [](const SurveyStream& stream) { return stream.isAgreed; });
     m_agreed += isAgreed ? 1 : 0;
-    std::set<Entries::key_type> once;
+    std::vector<Kind> findings;
     for (const SurveyFinding& finding : result.findings) {
-        once.emplace(finding.id, ExplainTopicName(finding.topic), ExplainSeverityName(finding.severity));
+        findings.emplace_back(finding.id, ExplainTopicName(finding.topic),
+                              ExplainSeverityName(finding.severity));
     }
-    for (const Entries::key_type& key : once) {
-        Count(m_findings, key, result.name);
-    }
-    once.clear();
+    CountOnce(m_findings, findings, result.name);
+    std::vector<Kind> streams;
     for (const SurveyStream& stream : result.streams) {
-        once.emplace(stream.stream.empty() ? "other" : stream.stream, stream.state, "");
+        streams.emplace_back(stream.stream.empty() ? "other" : std::string_view(stream.stream), stream.state,
+                             "");
     }
-    for (const Entries::key_type& key : once) {
-        Count(m_streams, key, result.name);
-    }
+    CountOnce(m_streams, streams, result.name);
     if (!result.refused.empty()) {
         Count(m_refused, {result.refused, "", ""}, result.name);
     }

@@ -7,9 +7,12 @@
 #include "SurveyOne.h"
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 #include <tuple>
+#include <vector>
 
 namespace cmsdp {
 
@@ -30,9 +33,12 @@ private:
         std::size_t count = 0;
         std::string example;
     };
-    using Entries = std::map<std::tuple<std::string, std::string, std::string>, Entry>;
+    using Kind = std::tuple<std::string_view, std::string_view, std::string_view>;
+    /// A kind is looked up without a copy of its words.
+    using Entries = std::map<std::tuple<std::string, std::string, std::string>, Entry, std::less<>>;
 
-    static void Count(Entries& entries, Entries::key_type key, const std::string& example);
+    static void Count(Entries& entries, const Kind& kind, const std::string& example);
+    static void CountOnce(Entries& entries, std::vector<Kind>& kinds, const std::string& example);
 
     std::size_t m_read = 0;
     std::size_t m_unread = 0;
