@@ -1,0 +1,180 @@
+// Documents: tests as text. ReadDocument(path, text) cuts a file NAME.cases into its sections and steps.
+//
+//     # A line that begins with "#" is for the reader.
+//     === Suite.Name                  a test, called so by ctest
+//     One line that says why.         directly after the heading
+//     near = audio                    a step: support/DocumentRun.h lists them
+//         iAudioRTPPort = 17000       indented by four blanks: the fields, the text or the record of the step
+//
+// Steps before the first heading are run at the start of every test of the file. Tests: DocumentTest.cpp.
+#pragma once
+
+#include <cstddef>
+#include <set>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace documents {
+
+/// A line of a document and where it is.
+struct Line {
+    std::string path;
+    int number = 0;
+    std::string text;
+
+    std::string Place() const { return path + ":" + std::to_string(number); }
+};
+
+struct Step {
+    Line head;
+    std::vector<Line> block;
+};
+
+struct Section {
+    Line heading; ///< its text is "Suite.Name"
+    std::vector<Step> steps;
+};
+
+struct Document {
+    std::vector<Step> shared;
+    std::vector<Section> sections;
+};
+
+/// What is wrong with a document; begins with "file:line: ".
+class Malformed : public std::runtime_error {
+public:
+    Malformed(const Line& line, const std::string& what)
+        : std::runtime_error(line.Place() + ": " + what), m_line(line) {}
+    const Line& Where() const { return m_line; }
+
+private:
+    Line m_line;
+};
+
+inline std::vector<std::string> WordsOf(const std::string& text) {
+    std::istringstream in(text);
+    std::vector<std::string> words;
+    for (std::string word; in >> word;) {
+        words.push_back(word);
+    }
+    return words;
+}
+
+inline bool StartsWith(const std::string& text, const std::string& prefix) {
+    return text.compare(0, prefix.size(), prefix) == 0;
+}
+
+class Reader {
+public:
+    Document Read(const std::string& path, const std::string& text) {
+        std::istringstream in(text);
+        m_line = {path, 0, ""};
+        while (std::getline(in, m_line.text)) {
+            ++m_line.number;
+            Take();
+        }
+        EndSection();
+        return m_document;
+    }
+
+private:
+    void Take() {
+        const std::string& text = m_line.text;
+        for (const char c : text) {
+            if (c < 0x20 || c > 0x7e) {
+                throw Malformed(m_line, "a byte that is not printable ASCII; write \\r, \\n, \\t or \\xNN");
+            }
+        }
+        if (!text.empty() && text.back() == ' ') {
+            throw Malformed(m_line, "a blank at the end cannot be seen; write \\x20");
+        }
+        if (m_wantsReason) {
+            if (text.empty() || text.back() != '.' || text[0] == ' ') {
+                throw Malformed(m_line, "the line after a heading is one sentence that says why");
+            }
+            m_wantsReason = false;
+        } else if (StartsWith(text, "=== ")) {
+            Heading(text.substr(4));
+        } else if (StartsWith(text, "    ")) {
+            TakeBlockLine();
+        } else if (StartsWith(text, " ")) {
+            throw Malformed(m_line, "fields, texts and records are indented by four blanks");
+        } else if (!text.empty() && text[0] != '#') {
+            Steps().push_back({m_line, {}});
+        }
+    }
+
+    void Heading(const std::string& name) {
+        EndSection();
+        const std::size_t dot = name.find('.');
+        if (dot == 0 || dot >= name.size() - 1 || name.find_first_of(". ", dot + 1) != std::string::npos) {
+            throw Malformed(m_line, "a heading is === Suite.Name");
+        }
+        if (!m_names.insert(name).second) {
+            throw Malformed(m_line, "a second section " + name);
+        }
+        m_document.sections.push_back({{m_line.path, m_line.number, name}, {}});
+        m_wantsReason = true;
+    }
+
+    void TakeBlockLine() {
+        if (Steps().empty()) {
+            throw Malformed(m_line, "an indented line without a step before it");
+        }
+        Steps().back().block.push_back({m_line.path, m_line.number, m_line.text.substr(4)});
+    }
+
+    void EndSection() const {
+        if (!m_document.sections.empty() && m_document.sections.back().steps.empty()) {
+            throw Malformed(m_document.sections.back().heading, "a section without a step");
+        }
+    }
+
+    std::vector<Step>& Steps() {
+        return m_document.sections.empty() ? m_document.shared : m_document.sections.back().steps;
+    }
+
+    Document m_document;
+    Line m_line;
+    bool m_wantsReason = false;
+    std::set<std::string> m_names;
+};
+
+inline Document ReadDocument(const std::string& path, const std::string& text) {
+    return Reader().Read(path, text);
+}
+
+/// The bytes of a block's lines. A line ends in CR LF; one that ends in "\n" or "\r" has that end alone, and
+/// one that ends in a lone backslash has none: the next line goes on where it stops.
+inline std::string Unescape(const Line& line) {
+    static const std::string letters = "rnt\\";
+    static const std::string bytes = "\r\n\t\\";
+    std::string out;
+    std::string end = "\r\n";
+    for (std::size_t at = 0; at < line.text.size(); ++at) {
+        const bool isLast = at + 1 == line.text.size();
+        if (line.text[at] != '\\') {
+            out += line.text[at];
+        } else if (isLast) {
+            end.clear();
+        } else if (const std::size_t letter = letters.find(line.text[++at]); letter != std::string::npos) {
+            out += bytes[letter];
+            if (at + 1 == line.text.size() && letter < 2) {
+                end.clear();
+            }
+        } else {
+            const std::string digits = line.text.substr(at + 1, 2);
+            if (line.text[at] != 'x' || digits.size() != 2 ||
+                digits.find_first_not_of("0123456789abcdef") != std::string::npos) {
+                throw Malformed(line, "an escape is one of \\r \\n \\t \\\\ \\xNN");
+            }
+            out += static_cast<char>(std::stoi(digits, nullptr, 16));
+            at += 2;
+        }
+    }
+    return out + end;
+}
+
+} // namespace documents

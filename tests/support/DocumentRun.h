@@ -1,0 +1,254 @@
+// Runs a section of a document: one or two handlers do what its steps say, and every text and record is
+// compared as a whole. Player::Rows lists the steps. Tests: DocumentTest.cpp.
+#pragma once
+
+#include "Describe.h"
+#include "DocumentLocal.h"
+#include "Expect.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace documents {
+
+/// Gets the line of a difference and what it is.
+using Report = std::function<void(const Line&, const std::string&)>;
+
+/// Plays the steps of one test. `near` is at 192.0.2.1 with session id 1000; `far` has what its set says, at
+/// 192.0.2.2, 4000 ports higher, with session id 2000.
+class Player {
+public:
+    explicit Player(Report report) : m_report(std::move(report)) {}
+
+    void Play(const Step& step) {
+        m_step = step;
+        m_words = WordsOf(step.head.text);
+        for (const Row& row : Rows()) {
+            if (Matches(row.pattern)) {
+                if (!row.takesLines && !step.block.empty()) {
+                    throw Malformed(step.block[0], "the step takes no lines");
+                }
+                (this->*row.play)();
+                return;
+            }
+        }
+        throw Malformed(step.head, "no such step");
+    }
+
+    /// How many texts and records were compared.
+    int Compared() const { return m_compared; }
+
+private:
+    using Lines = std::vector<Line>;
+    struct Side {
+        SDPHandler handler;
+        RemoteSDP remote;
+    };
+    struct Row {
+        const char* pattern; // a word in capitals matches any word; one in brackets may be left out
+        bool takesLines;
+        void (Player::*play)();
+    };
+    static const std::vector<Row>& Rows();
+
+    bool Matches(const char* pattern) const {
+        const std::vector<std::string> wanted = WordsOf(pattern);
+        const std::size_t least = wanted.size() - (wanted.back()[0] == '[' ? 1 : 0);
+        return m_words.size() >= least && m_words.size() <= wanted.size() &&
+               std::equal(m_words.begin(), m_words.end(), wanted.begin(),
+                          [](const std::string& word, const std::string& want) {
+                              return want == word || want[0] == '[' || (want[0] >= 'A' && want[0] <= 'Z');
+                          });
+    }
+
+    template <typename Value>
+    void Define(std::map<std::string, Value>& named, Value value) {
+        if (!named.emplace(m_words[1], std::move(value)).second) {
+            throw Malformed(m_step.head, "a second definition of " + m_words[1]);
+        }
+    }
+
+    template <typename Value>
+    const Value& Find(const std::map<std::string, Value>& named, std::size_t word) const {
+        const auto found = named.find(m_words[word]);
+        if (found == named.end()) {
+            throw Malformed(m_step.head, "nothing is called " + m_words[word]);
+        }
+        return found->second;
+    }
+
+    // The lines of the step, or those that its last word names.
+    Lines LinesOf(const std::map<std::string, Lines>& named, std::size_t word) const {
+        if (word >= m_words.size()) {
+            return m_step.block;
+        }
+        if (!m_step.block.empty()) {
+            throw Malformed(m_step.head, "a name, and lines as well");
+        }
+        return Find(named, word);
+    }
+
+    Lines TextOf(std::size_t word) const {
+        Lines lines = LinesOf(m_texts, word);
+        for (Line& line : lines) {
+            line.text = Unescape(line);
+        }
+        return lines;
+    }
+
+    LocalSDP LocalOf(std::size_t word) const {
+        LocalSDP local = Find(m_locals, word);
+        ApplyFields(local, m_step.block);
+        return local;
+    }
+
+    Side& TheSide() const { return *Find(m_sides, 0); }
+
+    // Expected lines carry their ends. A difference is reported at the first line that differs, or at the
+    // step when no line of the document does.
+    void Compare(const std::string& actual, const Lines& expected) {
+        ++m_compared;
+        const Line* different = &m_step.head;
+        std::string text;
+        for (const Line& line : expected) {
+            if (different == &m_step.head && actual.compare(text.size(), line.text.size(), line.text) != 0) {
+                different = &line;
+            }
+            text += line.text;
+        }
+        if (const auto same = support::SameText("this program", "this document", actual, text); !same) {
+            m_report(*different, m_step.head.text + ": " + same.message());
+        }
+    }
+
+    void CompareRecord(const RemoteSDP& remote, const Lines& rows) {
+        Lines expected;
+        for (const std::string& row : support::CutLines(support::kFreshRemote)) {
+            expected.push_back({m_step.head.path, m_step.head.number, row});
+        }
+        std::set<std::string> given;
+        for (const Line& row : rows) {
+            const std::string key = row.text.substr(0, row.text.find('=')) + "=";
+            const auto found = std::find_if(expected.begin(), expected.end(),
+                                            [&](const Line& line) { return StartsWith(line.text, key); });
+            if (found == expected.end() || !given.insert(key).second) {
+                throw Malformed(row, "no row of a record, or a second one");
+            }
+            *found = {row.path, row.number, row.text + "\n"};
+        }
+        Compare(support::Describe(remote), expected);
+    }
+
+    void ExpectOffer(bool offers) {
+        ++m_compared;
+        if (TheSide().handler.IsOffer() != offers) {
+            m_report(m_step.head, offers ? "it would answer" : "it would offer");
+        }
+    }
+
+    void Parse(int result) {
+        Side& side = TheSide();
+        const int parsed = side.handler.ParseTheSDP(m_arriving, side.remote);
+        if (parsed != result) {
+            m_report(m_step.head, "ParseTheSDP returned " + std::to_string(parsed));
+        }
+        CompareRecord(side.remote, LinesOf(m_records, 2));
+    }
+
+    void DefineText() { Define(m_texts, m_step.block); }
+    void DefineRecord() { Define(m_records, m_step.block); }
+    void DefineLocal() { Define(m_locals, LocalOf(3)); }
+
+    void Start() {
+        const bool isFar = m_words[0] == "far";
+        if (!isFar && m_words[0] != "near") {
+            throw Malformed(m_step.head, "a handler is called near or far");
+        }
+        const LocalSDP local = LocalOf(2);
+        const auto side = std::make_shared<Side>();
+        support::Start(side->handler, isFar ? support::Away(local) : local, isFar ? 2000 : 1000);
+        m_sides[m_words[0]] = side;
+    }
+
+    void Sets() { ApplyFields(TheSide().handler.MyLocalSDP, m_step.block); }
+    void WantsSrtp() { TheSide().handler.m_bSRTP = true; }
+    void WantsFloorControl() { TheSide().handler.SetBfcpSupport(true); }
+    void ServesFour() { TheSide().handler.SetMaxSupportedSessions(4); }
+    void Resets() { TheSide().handler.ResetRemoteSDP(); }
+    void WouldOffer() { ExpectOffer(true); }
+    void WouldAnswer() { ExpectOffer(false); }
+
+    void Writes() {
+        m_arriving = TheSide().handler.GetLocalSDP();
+        Compare(m_arriving, TextOf(2));
+    }
+
+    void Arrives() {
+        m_arriving.clear();
+        for (const Line& line : TextOf(1)) {
+            m_arriving += line.text;
+        }
+    }
+
+    void Reads() { Parse(0); }
+    void Refuses() { Parse(1); }
+
+    Report m_report;
+    Step m_step;
+    std::vector<std::string> m_words;
+    std::map<std::string, Lines> m_texts;
+    std::map<std::string, Lines> m_records;
+    std::map<std::string, LocalSDP> m_locals = {{"audio", support::AudioLocal()},
+                                                {"video", support::VideoLocal()},
+                                                {"presentation", support::PresentationLocal()}};
+    std::map<std::string, std::shared_ptr<Side>> m_sides;
+    std::string m_arriving;
+    int m_compared = 0;
+};
+
+inline const std::vector<Player::Row>& Player::Rows() {
+    static const std::vector<Row> rows = {
+        // Definitions: the lines are the text, the record, or the fields that differ from another set.
+        {"text NAME", true, &Player::DefineText},
+        {"record NAME", true, &Player::DefineRecord},
+        {"local NAME = LOCAL", true, &Player::DefineLocal},
+        // A handler, and what its application does. The lines are fields of the local set.
+        {"SIDE = LOCAL", true, &Player::Start},
+        {"SIDE sets", true, &Player::Sets},
+        {"SIDE wants srtp", false, &Player::WantsSrtp},
+        {"SIDE wants floor control", false, &Player::WantsFloorControl},
+        {"SIDE serves four sections", false, &Player::ServesFour},
+        {"SIDE resets", false, &Player::Resets},
+        {"SIDE would offer", false, &Player::WouldOffer},
+        {"SIDE would answer", false, &Player::WouldAnswer},
+        // The description that the handler writes. The next reader gets it, unless another text arrives.
+        {"SIDE writes [TEXT]", true, &Player::Writes},
+        {"arrives [TEXT]", true, &Player::Arrives},
+        // The record after reading; a row that is not given is that of a new record.
+        {"SIDE reads [RECORD]", true, &Player::Reads},
+        {"SIDE refuses [RECORD]", true, &Player::Refuses},
+    };
+    return rows;
+}
+
+/// Plays the shared steps and then those of the section. Without a comparison the section is malformed.
+inline void Run(const std::vector<Step>& shared, const Section& section, const Report& report) {
+    Player player(report);
+    for (const std::vector<Step>* steps : {&shared, &section.steps}) {
+        for (const Step& step : *steps) {
+            player.Play(step);
+        }
+    }
+    if (player.Compared() == 0) {
+        throw Malformed(section.heading, "a section that compares nothing");
+    }
+}
+
+} // namespace documents

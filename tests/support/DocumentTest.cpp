@@ -1,0 +1,159 @@
+// Documents: which steps there are, where a difference is reported, and what is said of a malformed document.
+#include "DocumentRun.h"
+#include "Expect.h"
+
+#include <string>
+
+namespace {
+
+// The reports of a document's sections, one line each, and what is malformed.
+std::string ReportsOf(const std::string& text) {
+    std::string reports;
+    const documents::Report report = [&](const documents::Line& line, const std::string& what) {
+        reports += line.Place() + ": " + what.substr(0, what.find('\n')) + "\n";
+    };
+    try {
+        const documents::Document document = documents::ReadDocument("a.cases", text);
+        for (const documents::Section& section : document.sections) {
+            documents::Run(document.shared, section, report);
+        }
+    } catch (const documents::Malformed& problem) {
+        reports += std::string(problem.what()) + "\n";
+    }
+    return reports;
+}
+
+const std::string kHeading = "=== Suite.Name\n"
+                             "Why.\n";
+const std::string kOffer = "near = audio\n"
+                           "    listAudioCodecPriority =\n"
+                           "near writes\n"
+                           "    v=0\n"
+                           "    o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\n"
+                           "    s=-\n"
+                           "    c=IN IP4 192.0.2.1\n"
+                           "    t=0 0\n";
+const std::string kReading = "near = audio\n"
+                             "arrives\n"
+                             "    m=audio 5000 RTP/AVP 0\n"
+                             "near reads\n"
+                             "    audio codec=1 payload=0 dtmf=0 addr= port=5000 send=1 recv=1 valid=1\n";
+
+std::string Replaced(std::string text, const std::string& what, const std::string& with) {
+    return text.replace(text.find(what), what.size(), with);
+}
+
+TEST(Document, WhatIsAsTheDocumentSaysIsNotReported) {
+    EXPECT_TEXT(
+        ReportsOf("# For the reader.\n\n" + kHeading + kOffer + "\n=== Suite.Other\nWhy.\n" + kReading), "");
+}
+
+TEST(Document, ADifferenceIsReportedAtItsLine) {
+    const std::string first = ": near writes: The texts differ first in line ";
+    EXPECT_TEXT(ReportsOf(kHeading + Replaced(kOffer, "s=-", "s=x")), "a.cases:8" + first + "3.\n");
+    EXPECT_TEXT(ReportsOf(kHeading + Replaced(kOffer, "s=-", "s=-\\n")), "a.cases:8" + first + "3.\n");
+    EXPECT_TEXT(ReportsOf(kHeading + kOffer + "    a=more\n"), "a.cases:11" + first + "6.\n");
+    // A text that goes on after the last line differs nowhere in the document but at the step.
+    EXPECT_TEXT(ReportsOf(kHeading + Replaced(kOffer, "    t=0 0\n", "")), "a.cases:5" + first + "5.\n");
+}
+
+TEST(Document, ADifferentRecordIsReportedAtItsRowOrTheStep) {
+    const std::string first = ": near reads: The texts differ first in line ";
+    EXPECT_TEXT(ReportsOf(kHeading + Replaced(kReading, "port=5000", "port=5001")),
+                "a.cases:7" + first + "1.\n");
+    EXPECT_TEXT(ReportsOf(kHeading + kReading + "    bandwidth=1\n"), "a.cases:8" + first + "5.\n");
+    // A row that is not given is that of a new record.
+    const std::string::size_type row = kReading.find("    audio");
+    EXPECT_TEXT(ReportsOf(kHeading + kReading.substr(0, row)), "a.cases:6" + first + "1.\n");
+}
+
+TEST(Document, ResultsAndRolesAreReportedAtTheStep) {
+    EXPECT_TEXT(ReportsOf(kHeading + Replaced(kReading, "near reads", "near refuses")),
+                "a.cases:6: ParseTheSDP returned 0\n");
+    EXPECT_TEXT(ReportsOf(kHeading + kReading + "near would offer\n"), "a.cases:8: it would answer\n");
+    EXPECT_TEXT(ReportsOf(kHeading + kReading + "near resets\nnear would answer\n"),
+                "a.cases:9: it would offer\n");
+}
+
+TEST(Document, NamedTextsRecordsAndSetsStandBeforeTheFirstHeading) {
+    EXPECT_TEXT(ReportsOf("local silent = audio\n"
+                          "    listAudioCodecPriority =\n"
+                          "text offer\n"
+                          "    v=0\n"
+                          "    o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\n"
+                          "    s=-\n"
+                          "    c=IN IP4 192.0.2.1\n"
+                          "    t=0 0\n"
+                          "record nothing\n" +
+                          kHeading +
+                          "near = silent\n"
+                          "far = silent\n"
+                          "near writes offer\n"
+                          "far reads nothing\n"),
+                "");
+}
+
+TEST(Document, LineEndsAndBytesAreVisible) {
+    const auto bytes = [](const std::string& text) { return documents::Unescape({"a.cases", 1, text}); };
+    EXPECT_TEXT(bytes("s=-"), "s=-\r\n");
+    EXPECT_TEXT(bytes(""), "\r\n");
+    EXPECT_TEXT(bytes("s=-\\n"), "s=-\n");
+    EXPECT_TEXT(bytes("s=-\\r"), "s=-\r");
+    EXPECT_TEXT(bytes("s=-\\r\\n"), "s=-\r\n");
+    EXPECT_TEXT(bytes("s=-\\"), "s=-");
+    EXPECT_TEXT(bytes("s=\\\\"), "s=\\\r\n");
+    EXPECT_TEXT(bytes("\\"), "");
+    EXPECT_TEXT(bytes("a\\tb\\nc\\x20\\xff"), "a\tb\nc \xff\r\n");
+    EXPECT_THROW(bytes("\\q"), documents::Malformed);
+    EXPECT_THROW(bytes("\\xF"), documents::Malformed);
+}
+
+TEST(Document, AMalformedDocumentIsAnErrorAtItsLine) {
+    const struct {
+        std::string text;
+        const char* report;
+    } rows[] = {
+        // The document as a whole.
+        {"    v=0\n", "a.cases:1: an indented line without a step before it\n"},
+        {"=== Suite\nWhy.\n", "a.cases:1: a heading is === Suite.Name\n"},
+        {"=== Suite.Name\nnear = audio\n",
+         "a.cases:2: the line after a heading is one sentence that says why\n"},
+        {kHeading, "a.cases:1: a section without a step\n"},
+        {kHeading + "near = audio\n", "a.cases:1: a section that compares nothing\n"},
+        {kHeading + kOffer + kHeading, "a.cases:11: a second section Suite.Name\n"},
+        {kHeading + "near = audio\n  iAudioRTPPort = 1\n",
+         "a.cases:4: fields, texts and records are indented by four blanks\n"},
+        {kHeading + "near = audio \n", "a.cases:3: a blank at the end cannot be seen; write \\x20\n"},
+        {kHeading + "near = audio\r\n",
+         "a.cases:3: a byte that is not printable ASCII; write \\r, \\n, \\t or \\xNN\n"},
+        // Its steps.
+        {kHeading + "near sings\n", "a.cases:3: no such step\n"},
+        {kHeading + "near reads\n", "a.cases:3: nothing is called near\n"},
+        {kHeading + "third = audio\n", "a.cases:3: a handler is called near or far\n"},
+        {kHeading + "near = radio\n", "a.cases:3: nothing is called radio\n"},
+        {kHeading + "near = audio\nnear resets\n    v=0\n", "a.cases:5: the step takes no lines\n"},
+        {"text offer\n" + kHeading + "near = audio\nnear writes offer\n    v=0\n",
+         "a.cases:5: a name, and lines as well\n"},
+        {"text offer\ntext offer\n" + kHeading + kOffer, "a.cases:2: a second definition of offer\n"},
+        // Their lines.
+        {kHeading + "near = audio\n    iAudioRtpPort = 1\n",
+         "a.cases:4: no \"field = value\" with a field of a local set\n"},
+        {kHeading + "near = audio\n    iAudioRTPPort\n",
+         "a.cases:4: no \"field = value\" with a field of a local set\n"},
+        {kHeading + "near = audio\n    iAudioRTPPort = 1x\n", "a.cases:4: no 32-bit number: 1x\n"},
+        {kHeading + "near = audio\n    fVideoTxMuted = 1\n", "a.cases:4: neither true nor false: 1\n"},
+        {kHeading + "near = audio\n    eAudioCodec = G722\n", "a.cases:4: no codec is called G722\n"},
+        {kHeading + "near = audio\n    keys = near\n",
+         "a.cases:4: keys are near or away, and a suite: near\n"},
+        {kHeading + "near = audio\n    keys = near AES\n", "a.cases:4: no suite is called AES\n"},
+        {kHeading + "arrives\n    a\\q\n", "a.cases:4: an escape is one of \\r \\n \\t \\\\ \\xNN\n"},
+        {kHeading + kReading + "    bandwith=1\n", "a.cases:8: no row of a record, or a second one\n"},
+        {kHeading + kReading + "    bandwidth=0\n    bandwidth=0\n",
+         "a.cases:9: no row of a record, or a second one\n"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_TEXT(ReportsOf(row.text), row.report);
+    }
+}
+
+} // namespace
