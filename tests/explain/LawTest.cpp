@@ -57,9 +57,10 @@ std::string Bare(const ExplainFinding& finding) {
 
 TEST(ExplainLaw, WithoutSentencesTheFindingsAreTheSame) {
     for (const NamedText& named : AllTexts()) {
-        for (const bool srtp : {false, true}) {
+        for (const int way : {0, 1, 2, 3}) {
             ExplainInput input = Side(named.text);
-            input.srtp = srtp;
+            input.srtp = way % 2 == 1;
+            input.remoteAnswers = way > 1;
             std::string with;
             for (const ExplainFinding& finding : Explain(input).findings) {
                 with += Bare(finding);
