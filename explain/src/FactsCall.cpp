@@ -156,7 +156,8 @@ void AddShape(State& state, const RemoteSections& sections) {
     }
     const std::size_t count = state.ourSections.size();
     state.Say({Topic::Call, About::Count, 0, count != sections.size(), true},
-              {"our answer has ", count, " sections for the ", sections.size(), " of the offer"});
+              {"our answer has ", count, count == 1 ? " section" : " sections", " for the ", sections.size(),
+               " of the offer"});
     if (wrong == kNowhere) {
         state.Say({Topic::Call, About::Order, 0, false, true}, {"our sections stand in the offer's order"});
     } else {
@@ -200,7 +201,8 @@ void AddRejection(State& state, const ExplainInput& input, const RemoteSections&
         const bool isAnswered = ours != nullptr && ours->port != "0";
         add(kTopics[stream], static_cast<unsigned char>(stream), kStreamNames[stream], section, isAnswered);
         const bool isSecure = section != nullptr && section->cryptoAlgo != CryptoParams::CRYPTO_NONE;
-        if (input.srtp && isSecure) {
+        // The key of a section that is not rejected is told by other facts.
+        if (input.srtp && isSecure && PlaceOf(sections, section) >= input.servedSections) {
             add({kEncryption[stream]}, static_cast<unsigned char>(stream), kStreamNames[stream], section,
                 isAnswered);
         }

@@ -26,6 +26,9 @@ std::string ConsequenceOf(const Suspect& suspect, const Effect& effect, ExplainT
     const auto known = std::find_if(suspect.known.begin(), suspect.known.end(),
                                     [topic](const auto& each) { return each.first == topic; });
     std::string comes = known == suspect.known.end() ? std::string() : known->second;
+    if (effect.isAny && effect.now.empty()) {
+        return comes + (comes.empty() ? "" : " ") + "Only with an edit " + effect.then + ".";
+    }
     if (effect.isAny) {
         const bool hasCure = !suspect.cure.text.empty() || !suspect.cure.local.empty();
         comes += (comes.empty() ? "" : " ") + Sentence(effect.now);

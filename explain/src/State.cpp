@@ -13,7 +13,7 @@
 
 namespace explain {
 
-const char* const kStreamNames[baseSDP::SRTP_MAX] = {"audio", "main video", "slides"};
+const char* const kStreamNames[baseSDP::SRTP_MAX] = {"audio", "main video", "the slides stream"};
 
 namespace {
 

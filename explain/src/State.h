@@ -137,7 +137,7 @@ std::string_view CodecName(std::int32_t codec);
 /// "AES_CM_128_HMAC_SHA1_32"; "no suite" for CRYPTO_NONE.
 std::string_view SuiteName(Quor::media::rtp::CryptoParams::CRYPTO_PROFILE suite);
 
-/// "audio", "main video", "slides".
+/// "audio", "main video", "the slides stream": subjects of a clause.
 extern const char* const kStreamNames[baseSDP::SRTP_MAX];
 
 } // namespace explain

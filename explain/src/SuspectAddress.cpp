@@ -91,8 +91,7 @@ void FindAddress(Scene& scene, const TextLine& line) {
         Suspect& suspect = Blame(scene, kAddressKind, line,
                                  {LineWords(line), " has a loopback or private address."}, {}, {});
         for (const Topic topic : {Topic::AudioSend, Topic::MainSend}) {
-            suspect.Know(topic, {"Media go to ", AsShown(address),
-                                 ", which is reached from within its own network only."});
+            suspect.Know(topic, {"Media go to ", AsShown(address), ", which only its own network reaches."});
         }
     }
 }

@@ -85,7 +85,7 @@ void FindSecondVideo(Scene& scene) {
         }
         const TextLine& line = scene.reading.lines[section.line];
         const bool isSpelled = content != nullptr && Canonical(*content, scene.reading) == "a=content:slides";
-        if (main != nullptr && !isSpelled) {
+        if (main != nullptr && !isSpelled && section.port != "0") {
             const ExplainTextChange change = content == nullptr ? InsertAfter(line, "a=content:slides")
                                                                 : ReplaceLine(*content, "a=content:slides");
             Suspect& suspect =
@@ -172,6 +172,14 @@ void AddBandwidth(Scene& scene, const TextLine& line, bool isInSlides, bool isSe
     }
 }
 
+/// Whether a video section after the first one has port 0: the place of declined slides.
+bool HasDeclinedFurther(const Reading& reading) {
+    std::size_t videos = 0;
+    return std::any_of(reading.sections.begin(), reading.sections.end(), [&](const MeantSection& section) {
+        return section.media == "video" && ++videos > 1 && section.port == "0";
+    });
+}
+
 } // namespace
 
 void FindStreams(Scene& scene) {
@@ -193,7 +201,7 @@ void FindStreams(Scene& scene) {
         AddMissing(scene, "main video",
                    {Topic::MainPicture, Topic::MainSend, Topic::MainReceive, Topic::EncryptionMain});
     }
-    if (!record.m_VideoPreso.fIsVideoValid) {
+    if (!record.m_VideoPreso.fIsVideoValid && !HasDeclinedFurther(scene.reading)) {
         AddMissing(scene, "slides", {Topic::Slides, Topic::EncryptionSlides});
     }
 }

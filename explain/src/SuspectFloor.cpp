@@ -83,7 +83,9 @@ void FindFloor(Scene& scene) {
         }
         if (section.media == "application" && section.transport.find("BFCP") != std::string::npos) {
             FindFloorSection(scene, section);
-            FindFloorIds(scene, section);
+            if (section.port != "0") {
+                FindFloorIds(scene, section);
+            }
         } else if (section.media == "application") {
             const TextLine& media = scene.reading.lines[section.line];
             Blame(scene, kNoFloor, media, {LineWords(media), " has no BFCP transport."}, {}, {})

@@ -27,7 +27,7 @@ constexpr Rule kNoIce = {"E86", "", ExplainSeverity::Note, 48,
 constexpr Rule kShortIce = {"E99", "P13", ExplainSeverity::Warning, 13,
                             "The line is kept whole for an agent, which refuses a user fragment of fewer "
                             "than 4 characters and a password of fewer than 22 (P13; RFC 8839, 5.4)."};
-constexpr Rule kMux = {"E84", "", ExplainSeverity::Note, 65, "No row reads this attribute."};
+constexpr Rule kMux = {"E84", "", ExplainSeverity::Note, 65, "The component does not read this attribute."};
 
 /// An attribute that changes how RTP is sent and that nothing reads.
 struct Unread {

@@ -15,11 +15,12 @@ using Topic = ExplainTopic;
 using CryptoParams = Quor::media::rtp::CryptoParams;
 
 constexpr Rule kNoOwnAddress = {"E120", "B01", ExplainSeverity::Error, 3,
-                             "The c= and a=rtcp lines always have the default address; an offer is not "
-                             "written without one, and an answer has a c= line without an address (B01)."};
-constexpr Rule kOwnAddressKind = {"E121", "B25", ExplainSeverity::Error, 4,
-                               "Each address of ours is written after IP4, so the line reads c=IN IP4 and an "
-                               "address of another kind (B25)."};
+                                "The c= and a=rtcp lines always have the default address; an offer is not "
+                                "written without one, and an answer has a c= line without an address (B01)."};
+constexpr Rule kOwnAddressKind = {
+    "E121", "B25", ExplainSeverity::Error, 4,
+    "Each address of ours is written after IP4, so the line reads c=IN IP4 and an "
+    "address of another kind (B25)."};
 constexpr Rule kTwoAddresses = {"E122", "B01", ExplainSeverity::Note, 49,
                                 "The c= line has the default address and the o= line the own one (B01)."};
 constexpr Rule kPrivate = {"E139", "B01", ExplainSeverity::Note, 50,
@@ -85,7 +86,7 @@ void FindOwnAddress(Scene& scene) {
                    isOwnPublic ? ", and strMyIPAddr (origin_address) is " : "", isOwnPublic ? own : "", "."},
                   {"set default_address to ", isOwnPublic ? own : "an address that the far end reaches"}, 0,
                   isOwnPublic ? own : "192.0.2.1"),
-              {"Media for us go to ", address, ", which is reached from within its own network only."});
+              {"Media for us go to ", address, ", which only its own network reaches."});
         if (isOwnPublic) {
             return;
         }
