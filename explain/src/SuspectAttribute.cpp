@@ -62,7 +62,8 @@ void AddDirection(Scene& scene, const TextLine& line, const sdp::Direction& dire
 void AddContent(Scene& scene, const TextLine& line) {
     const std::string_view value = ValueOf(line.text);
     const std::string lower = Lower(value);
-    if (!BeginsWith(lower, "main") && !BeginsWith(lower, "slides")) {
+    const bool isSpelling = value.empty() && !ValueOf(Canonical(line, scene.reading)).empty();
+    if (!isSpelling && !BeginsWith(lower, "main") && !BeginsWith(lower, "slides")) {
         Suspect& suspect =
             Blame(scene, kContent, line, {LineWords(line), " has a content that is not known."},
                   {"write a=content:slides in line ", line.number}, {ReplaceLine(line, "a=content:slides")});

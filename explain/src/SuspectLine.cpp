@@ -195,7 +195,9 @@ const char* DifferenceWords(std::string_view text, std::string_view canonical) {
     if (text.find("; ") != std::string_view::npos && canonical.find("; ") == std::string_view::npos) {
         return "has a blank after ';'";
     }
-    if (text.find("a=rtpmap ") == 0 || text.find("a=fmtp ") == 0) {
+    const std::size_t colon = canonical.find(':');
+    if (BeginsWith(canonical, "a=") && colon < text.size() && text[colon] == ' ' &&
+        text.find(':') != colon + 1 && text.substr(0, colon) == canonical.substr(0, colon)) {
         return "has a blank in place of its colon";
     }
     if (bare(text) != bare(canonical)) {
