@@ -15,47 +15,54 @@ std::vector<std::string> Texts() {
 }
 
 TEST(LawExtract, TwiceEqualsOnce) {
-    for (const std::string& text : Texts()) {
-        SDPHandler h;
-        Start(h, PresentationLocal());
-        RemoteSDP remote;
-        h.ParseTheSDP(text, remote);
-        const std::string once = Outcome(h, remote);
-        h.GetRTPData(remote);
-        EXPECT_TEXT(Outcome(h, remote), once);
-        RemoteSDP other;
-        h.GetRTPData(other);
-        EXPECT_TEXT(Outcome(h, other), once);
+    for (const Switches& switches : AllSwitches()) {
+        for (const std::string& text : Texts()) {
+            SDPHandler h;
+            Start(h, PresentationLocal());
+            Set(h, switches);
+            RemoteSDP remote;
+            h.ParseTheSDP(text, remote);
+            const std::string once = Outcome(h, remote);
+            h.GetRTPData(remote);
+            EXPECT_TEXT(Outcome(h, remote), once);
+            RemoteSDP other;
+            h.GetRTPData(other);
+            EXPECT_TEXT(Outcome(h, other), once);
+        }
     }
 }
 
 TEST(LawExtract, WritingADescriptionChangesNothingThatWasRead) {
-    for (const std::string& text : Texts()) {
-        SDPHandler h;
-        Start(h, PresentationLocal());
-        h.SetBfcpSupport(true);
-        h.m_bSRTP = true;
-        RemoteSDP remote;
-        h.ParseTheSDP(text, remote);
-        const std::string before = Outcome(h, remote);
-        h.GetLocalSDP();
-        EXPECT_TEXT(Outcome(h, remote), before);
-        h.GetRTPData(remote);
-        EXPECT_TEXT(Outcome(h, remote), before);
+    for (const Switches& switches : AllSwitches()) {
+        for (const std::string& text : Texts()) {
+            SDPHandler h;
+            Start(h, PresentationLocal());
+            Set(h, switches);
+            RemoteSDP remote;
+            h.ParseTheSDP(text, remote);
+            const std::string before = Outcome(h, remote);
+            h.GetLocalSDP();
+            EXPECT_TEXT(Outcome(h, remote), before);
+            h.GetRTPData(remote);
+            EXPECT_TEXT(Outcome(h, remote), before);
+        }
     }
 }
 
 TEST(LawExtract, AfterAResetOnlyTheSessionAddressIsLeft) {
-    for (const std::string& text : Texts()) {
-        SDPHandler h;
-        Start(h, PresentationLocal());
-        RemoteSDP remote;
-        h.ParseTheSDP(text, remote);
-        h.ResetRemoteSDP();
-        h.GetRTPData(remote);
-        EXPECT_TEXT(Describe(remote), kFreshRemote);
-        EXPECT_EQ(h.strMaxSessionBandwidth, "");
-        EXPECT_TRUE(h.vecRemoteMediaSession.empty());
+    for (const Switches& switches : AllSwitches()) {
+        for (const std::string& text : Texts()) {
+            SDPHandler h;
+            Start(h, PresentationLocal());
+            Set(h, switches);
+            RemoteSDP remote;
+            h.ParseTheSDP(text, remote);
+            h.ResetRemoteSDP();
+            h.GetRTPData(remote);
+            EXPECT_TEXT(Describe(remote), kFreshRemote);
+            EXPECT_EQ(h.strMaxSessionBandwidth, "");
+            EXPECT_TRUE(h.vecRemoteMediaSession.empty());
+        }
     }
 }
 

@@ -5,73 +5,99 @@
 #include "HostileTexts.h"
 
 #include <string>
+#include <vector>
 
 using namespace support;
 
 namespace {
 
-void StartFull(SDPHandler& h) {
+void Begin(SDPHandler& h, const Switches& switches) {
     LocalSDP local = PresentationLocal();
     GiveKeys(local, "near", kSuite32);
     Start(h, local);
-    h.SetBfcpSupport(true);
-    h.m_bSRTP = true;
+    Set(h, switches);
 }
 
 // Compares a used handler with a new one.
-void ExpectLikeFresh(SDPHandler& used, const std::string& text, const std::string& name) {
+void ExpectLikeFresh(SDPHandler& used, const Switches& switches, const std::string& text,
+                     const std::string& name) {
     SDPHandler fresh;
-    StartFull(fresh);
+    Begin(fresh, switches);
     fresh.strSessionIPAddr = used.strSessionIPAddr;
     fresh.m_iSessionVersion = used.m_iSessionVersion;
     EXPECT_TEXT(ParseInto(used, text), ParseInto(fresh, text)) << name;
     EXPECT_TEXT(used.GetLocalSDP(), fresh.GetLocalSDP()) << name;
 }
 
+TEST(LawHostile, NoTextChangesASetting) {
+    std::vector<Hostile> texts = HostileTexts();
+    texts.push_back({"a rich one", kRichText});
+    for (const Switches& switches : AllSwitches()) {
+        SDPHandler h;
+        Begin(h, switches);
+        const std::string before = Settings(h);
+        for (const Hostile& hostile : texts) {
+            ParseInto(h, hostile.text);
+            EXPECT_TEXT(Settings(h), before) << hostile.name;
+            h.GetLocalSDP();
+            h.ResetRemoteSDP();
+            EXPECT_TEXT(Settings(h), before) << hostile.name;
+        }
+    }
+}
+
 TEST(LawHostile, AGoodTextAfterEachHostileOne) {
-    for (const Hostile& hostile : HostileTexts()) {
-        SDPHandler used;
-        StartFull(used);
-        ParseInto(used, hostile.text);
-        used.GetLocalSDP();
-        ExpectLikeFresh(used, kRichText, hostile.name);
-        ParseInto(used, hostile.text);
-        ExpectLikeFresh(used, kAddressless, hostile.name);
+    for (const Switches& switches : AllSwitches()) {
+        for (const Hostile& hostile : HostileTexts()) {
+            SDPHandler used;
+            Begin(used, switches);
+            ParseInto(used, hostile.text);
+            used.GetLocalSDP();
+            ExpectLikeFresh(used, switches, kRichText, hostile.name);
+            ParseInto(used, hostile.text);
+            ExpectLikeFresh(used, switches, kAddressless, hostile.name);
+        }
     }
 }
 
 TEST(LawHostile, AGoodTextAfterAllOfThem) {
-    SDPHandler used;
-    StartFull(used);
-    for (const Hostile& hostile : HostileTexts()) {
-        ParseInto(used, hostile.text);
+    for (const Switches& switches : AllSwitches()) {
+        SDPHandler used;
+        Begin(used, switches);
+        for (const Hostile& hostile : HostileTexts()) {
+            ParseInto(used, hostile.text);
+        }
+        ExpectLikeFresh(used, switches, kRichText, "all");
+        ExpectLikeFresh(used, switches, kAddressless, "all");
     }
-    ExpectLikeFresh(used, kRichText, "all");
-    ExpectLikeFresh(used, kAddressless, "all");
 }
 
 TEST(LawHostile, AGoodTextWithAnAddressNeedsNoAllowance) {
-    SDPHandler fresh;
-    StartFull(fresh);
-    const std::string expected = ParseInto(fresh, kRichText);
-    for (const Hostile& hostile : HostileTexts()) {
-        SDPHandler used;
-        StartFull(used);
-        ParseInto(used, hostile.text);
-        EXPECT_TEXT(ParseInto(used, kRichText), expected) << hostile.name;
+    for (const Switches& switches : AllSwitches()) {
+        SDPHandler fresh;
+        Begin(fresh, switches);
+        const std::string expected = ParseInto(fresh, kRichText);
+        for (const Hostile& hostile : HostileTexts()) {
+            SDPHandler used;
+            Begin(used, switches);
+            ParseInto(used, hostile.text);
+            EXPECT_TEXT(ParseInto(used, kRichText), expected) << hostile.name;
+        }
     }
 }
 
 TEST(LawHostile, AnOfferAfterAHostileTextIsTheOneOfAFreshHandler) {
-    SDPHandler fresh;
-    StartFull(fresh);
-    const std::string expected = fresh.GetLocalSDP();
-    for (const Hostile& hostile : HostileTexts()) {
-        SDPHandler used;
-        StartFull(used);
-        ParseInto(used, hostile.text);
-        used.ResetRemoteSDP();
-        EXPECT_TEXT(used.GetLocalSDP(), expected) << hostile.name;
+    for (const Switches& switches : AllSwitches()) {
+        SDPHandler fresh;
+        Begin(fresh, switches);
+        const std::string expected = fresh.GetLocalSDP();
+        for (const Hostile& hostile : HostileTexts()) {
+            SDPHandler used;
+            Begin(used, switches);
+            ParseInto(used, hostile.text);
+            used.ResetRemoteSDP();
+            EXPECT_TEXT(used.GetLocalSDP(), expected) << hostile.name;
+        }
     }
 }
 

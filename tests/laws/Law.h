@@ -6,6 +6,7 @@
 #include "Expect.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -107,6 +108,44 @@ inline std::string Sections(const SDPHandler& handler) {
 inline std::string Outcome(const SDPHandler& handler, const RemoteSDP& remote) {
     return Describe(remote) + "session " + handler.strSessionIPAddr + ' ' + handler.strMaxSessionBandwidth +
            '\n' + Sections(handler);
+}
+
+/// What an application switches. Every law holds for each combination: with all of them on, nothing would
+/// show that a text has switched one on.
+struct Switches {
+    bool usesSrtp;
+    bool usesBfcp;
+    bool isMuted;
+    std::uint32_t served;
+};
+
+inline std::vector<Switches> AllSwitches() {
+    std::vector<Switches> all;
+    for (unsigned bits = 0; bits < 16; ++bits) {
+        all.push_back({(bits & 1U) != 0, (bits & 2U) != 0, (bits & 4U) != 0, (bits & 8U) != 0 ? 4U : 2U});
+    }
+    return all;
+}
+
+inline void Set(SDPHandler& handler, const Switches& switches) {
+    handler.m_bSRTP = switches.usesSrtp;
+    handler.SetBfcpSupport(switches.usesBfcp);
+    handler.MyLocalSDP.fVideoTxMuted = switches.isMuted;
+    handler.SetMaxSupportedSessions(switches.served);
+}
+
+/// What the application has set: switches and capabilities.
+inline std::string Settings(const SDPHandler& handler) {
+    std::ostringstream out;
+    out << "srtp=" << handler.m_bSRTP << " bfcp=" << handler.m_fBfcpSupported
+        << " served=" << handler.m_iMaxSupportedSessions << " id=" << handler.m_iSessionID << '\n'
+        << handler.MyLocalSDP.ToDiag();
+    for (int n = 0; n < baseSDP::SRTP_MAX; ++n) {
+        const LocalSDP& local = handler.MyLocalSDP;
+        out << DescribeRow(local.bufSRTPKey[n], baseSDP::kKeyLength, sizeof local.bufSRTPKey[n]) << ' '
+            << DescribeRow(local.bufSRTPSalt[n], baseSDP::kSaltLength, sizeof local.bufSRTPSalt[n]) << '\n';
+    }
+    return out.str();
 }
 
 /// Parses into a new record and returns the whole result.

@@ -26,19 +26,16 @@ void ExpectWholeLines(const std::string& text) {
 
 // Checks every description and part of one that these capabilities give in answer to this text.
 void ExpectWholeDescriptions(const LocalSDP& local, const std::string& text) {
-    for (const bool usesBfcp : {false, true}) {
-        for (const bool usesSrtp : {false, true}) {
-            SDPHandler h;
-            Start(h, local);
-            h.SetBfcpSupport(usesBfcp);
-            h.m_bSRTP = usesSrtp;
-            ExpectWholeLines(h.GetLocalSDP());
-            RemoteSDP remote;
-            h.ParseTheSDP(text, remote);
-            ExpectWholeLines(h.GetLocalSDP());
-            h.m_iMaxSupportedSessions = 0;
-            ExpectWholeLines(h.GetLocalSDP());
-        }
+    for (const Switches& switches : AllSwitches()) {
+        SDPHandler h;
+        Start(h, local);
+        Set(h, switches);
+        ExpectWholeLines(h.GetLocalSDP());
+        RemoteSDP remote;
+        h.ParseTheSDP(text, remote);
+        ExpectWholeLines(h.GetLocalSDP());
+        h.m_iMaxSupportedSessions = 0;
+        ExpectWholeLines(h.GetLocalSDP());
     }
 }
 

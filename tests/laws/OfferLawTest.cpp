@@ -51,7 +51,9 @@ void ExpectCodec(const RemoteSDP& remote, const std::array<Codec, 4>& priority, 
 }
 
 TEST(LawOffer, EveryCodecSetInEveryPriorityIsReadAsOurFirstCommonCodec) {
+    const std::vector<Switches> switches = AllSwitches();
     std::array<std::size_t, 4> order = {0, 1, 2, 3};
+    std::size_t number = 0;
     do {
         std::array<Codec, 4> priority{};
         std::list<int> listed;
@@ -59,12 +61,15 @@ TEST(LawOffer, EveryCodecSetInEveryPriorityIsReadAsOurFirstCommonCodec) {
             priority[i] = kCodecs[order[i]];
             listed.push_back(priority[i].payload);
         }
+        ++number;
         for (unsigned ours = 0; ours < 16; ++ours) {
             SDPHandler first;
             LocalSDP local = AudioLocal();
             local.eAudioCodec = CodecSet(ours);
             local.listAudioCodecPriority = listed;
             Start(first, local);
+            // With the 24 orders each codec set meets each combination of switches.
+            Set(first, switches[(ours + number) % switches.size()]);
             const std::string offer = first.GetLocalSDP();
             for (unsigned theirs = 0; theirs < 16; ++theirs) {
                 ExpectCodec(Read(offer, CodecSet(theirs)), priority, CodecSet(ours) & CodecSet(theirs));
@@ -139,12 +144,15 @@ TEST(LawOffer, PortsAndAddressesAreReadAsOurs) {
 }
 
 TEST(LawOffer, BandwidthIsReadInWholeKilobits) {
-    for (const int bits : {0, 1, 999, 1000, 63999, 64000, 64001, 384500, 2147483647}) {
-        LocalSDP local = VideoLocal();
-        local.iMaxBandwidth = bits;
-        SDPHandler first;
-        Start(first, local);
-        EXPECT_EQ(Read(first.GetLocalSDP(), kAllAudio).iMaxBandwidth, bits / 1000 * 1000) << bits;
+    for (const Switches& switches : AllSwitches()) {
+        for (const int bits : {0, 1, 999, 1000, 63999, 64000, 64001, 384500, 2147483647}) {
+            LocalSDP local = VideoLocal();
+            local.iMaxBandwidth = bits;
+            SDPHandler first;
+            Start(first, local);
+            Set(first, switches);
+            EXPECT_EQ(Read(first.GetLocalSDP(), kAllAudio).iMaxBandwidth, bits / 1000 * 1000) << bits;
+        }
     }
 }
 
@@ -191,23 +199,28 @@ TEST(LawOffer, AMutedCameraIsReadAsAFarEndThatOnlyReceives) {
 
 // The answer has the offerer's first common codec, and both sides then use it.
 TEST(LawOffer, BothSidesEndWithTheSameAudioCodec) {
-    for (unsigned ours = 0; ours < 16; ++ours) {
-        for (unsigned theirs = 0; theirs < 16; ++theirs) {
-            SDPHandler first;
-            SDPHandler second;
-            LocalSDP local = AudioLocal();
-            local.eAudioCodec = CodecSet(ours);
-            Start(first, local);
-            local = Away(AudioLocal());
-            local.eAudioCodec = CodecSet(theirs);
-            Start(second, local);
-            RemoteSDP atFirst;
-            RemoteSDP atSecond;
-            second.ParseTheSDP(first.GetLocalSDP(), atSecond);
-            first.ParseTheSDP(second.GetLocalSDP(), atFirst);
-            EXPECT_EQ(atFirst.eAudioCodec, atSecond.eAudioCodec) << ours << ' ' << theirs;
-            EXPECT_EQ(atFirst.iAudioPayload, atSecond.iAudioPayload) << ours << ' ' << theirs;
-            EXPECT_EQ(atFirst.eAudioCodec == PAYLOAD_UNKNOWN, (ours & theirs) == 0) << ours << ' ' << theirs;
+    for (const Switches& switches : AllSwitches()) {
+        for (unsigned ours = 0; ours < 16; ++ours) {
+            for (unsigned theirs = 0; theirs < 16; ++theirs) {
+                SDPHandler first;
+                SDPHandler second;
+                LocalSDP local = AudioLocal();
+                local.eAudioCodec = CodecSet(ours);
+                Start(first, local);
+                Set(first, switches);
+                local = Away(AudioLocal());
+                local.eAudioCodec = CodecSet(theirs);
+                Start(second, local);
+                Set(second, switches);
+                RemoteSDP atFirst;
+                RemoteSDP atSecond;
+                second.ParseTheSDP(first.GetLocalSDP(), atSecond);
+                first.ParseTheSDP(second.GetLocalSDP(), atFirst);
+                EXPECT_EQ(atFirst.eAudioCodec, atSecond.eAudioCodec) << ours << ' ' << theirs;
+                EXPECT_EQ(atFirst.iAudioPayload, atSecond.iAudioPayload) << ours << ' ' << theirs;
+                EXPECT_EQ(atFirst.eAudioCodec == PAYLOAD_UNKNOWN, (ours & theirs) == 0)
+                    << ours << ' ' << theirs;
+            }
         }
     }
 }

@@ -51,68 +51,86 @@ const std::vector<std::function<void(SDPHandler&)>>& Changes() {
 }
 
 TEST(LawParse, TheSameTextGivesTheSameResultInEveryHandler) {
+    std::vector<std::function<void(SDPHandler&)>> changes = Changes();
+    for (const Switches& switches : AllSwitches()) {
+        changes.push_back([switches](SDPHandler& h) { Set(h, switches); });
+    }
     for (const std::string& text : Texts()) {
         SDPHandler plain;
         Start(plain, PresentationLocal());
         const std::string expected = ParseInto(plain, text);
-        for (std::size_t i = 0; i < Changes().size(); ++i) {
+        for (std::size_t i = 0; i < changes.size(); ++i) {
             SDPHandler changed;
             Start(changed, PresentationLocal());
-            Changes()[i](changed);
+            changes[i](changed);
             EXPECT_TEXT(ParseInto(changed, text), expected) << "change " << i;
         }
     }
 }
 
 TEST(LawParse, TheSameTextTwiceGivesTheSameResult) {
-    for (const std::string& text : Texts()) {
-        SDPHandler h;
-        Start(h, PresentationLocal());
-        const std::string firstText = ParseInto(h, text);
-        EXPECT_TEXT(ParseInto(h, text), firstText);
-        h.GetLocalSDP();
-        EXPECT_TEXT(ParseInto(h, text), firstText);
+    for (const Switches& switches : AllSwitches()) {
+        for (const std::string& text : Texts()) {
+            SDPHandler h;
+            Start(h, PresentationLocal());
+            Set(h, switches);
+            const std::string firstText = ParseInto(h, text);
+            EXPECT_TEXT(ParseInto(h, text), firstText);
+            h.GetLocalSDP();
+            EXPECT_TEXT(ParseInto(h, text), firstText);
+        }
     }
 }
 
 TEST(LawParse, EarlierTextsLeaveNothingButTheSessionAddress) {
-    const std::vector<std::string> texts = Texts();
-    SDPHandler used;
-    Start(used, PresentationLocal());
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        ParseInto(used, texts[(i * 7 + 3) % texts.size()]);
-        SDPHandler fresh;
-        Start(fresh, PresentationLocal());
-        fresh.strSessionIPAddr = used.strSessionIPAddr;
-        EXPECT_TEXT(ParseInto(used, texts[i]), ParseInto(fresh, texts[i]));
+    for (const Switches& switches : AllSwitches()) {
+        const std::vector<std::string> texts = Texts();
+        SDPHandler used;
+        Start(used, PresentationLocal());
+        Set(used, switches);
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            ParseInto(used, texts[(i * 7 + 3) % texts.size()]);
+            SDPHandler fresh;
+            Start(fresh, PresentationLocal());
+            Set(fresh, switches);
+            fresh.strSessionIPAddr = used.strSessionIPAddr;
+            EXPECT_TEXT(ParseInto(used, texts[i]), ParseInto(fresh, texts[i]));
+        }
     }
 }
 
 TEST(LawParse, WhatTheRecordHeldDoesNotMatter) {
-    RemoteSDP used;
-    for (const std::string& text : CapturedTexts()) {
-        SDPHandler one;
-        SDPHandler two;
-        RemoteSDP fresh;
-        Start(one, PresentationLocal());
-        Start(two, PresentationLocal());
-        one.ParseTheSDP(text, used);
-        two.ParseTheSDP(text, fresh);
-        EXPECT_TEXT(Describe(used), Describe(fresh));
+    for (const Switches& switches : AllSwitches()) {
+        RemoteSDP used;
+        for (const std::string& text : CapturedTexts()) {
+            SDPHandler one;
+            SDPHandler two;
+            RemoteSDP fresh;
+            Start(one, PresentationLocal());
+            Set(one, switches);
+            Start(two, PresentationLocal());
+            Set(two, switches);
+            one.ParseTheSDP(text, used);
+            two.ParseTheSDP(text, fresh);
+            EXPECT_TEXT(Describe(used), Describe(fresh));
+        }
     }
 }
 
 TEST(LawParse, AnEmptyTextLeavesTheRecordAlone) {
-    for (const std::string& text : Texts()) {
-        SDPHandler h;
-        Start(h, PresentationLocal());
-        RemoteSDP remote;
-        h.ParseTheSDP(text, remote);
-        const std::string before = Describe(remote);
-        EXPECT_EQ(h.ParseTheSDP("", remote), 1);
-        EXPECT_TEXT(Describe(remote), before);
-        EXPECT_TRUE(h.IsOffer());
-        EXPECT_EQ(h.strMaxSessionBandwidth, "");
+    for (const Switches& switches : AllSwitches()) {
+        for (const std::string& text : Texts()) {
+            SDPHandler h;
+            Start(h, PresentationLocal());
+            Set(h, switches);
+            RemoteSDP remote;
+            h.ParseTheSDP(text, remote);
+            const std::string before = Describe(remote);
+            EXPECT_EQ(h.ParseTheSDP("", remote), 1);
+            EXPECT_TEXT(Describe(remote), before);
+            EXPECT_TRUE(h.IsOffer());
+            EXPECT_EQ(h.strMaxSessionBandwidth, "");
+        }
     }
 }
 
