@@ -3,6 +3,7 @@
 // Byte 0 chooses the options; the rest is the text. Steps are paired consistently, each description stands in
 // the input, and neither the text nor the JSON shows a key.
 #include "Cost.h"
+#include "Judged.h"
 #include "Keys.h"
 #include "Laws.h"
 #include "Targets.h"
@@ -34,6 +35,9 @@ bool IsDescription(const Step& step) {
 
 void CheckStep(const Call& call, std::size_t index, const std::string& text) {
     const Step& step = call.steps[index];
+    Reached(step.kind == StepKind::Offer ? "an offer"
+            : IsDescription(step)        ? "an answer"
+                                         : "another message");
     Require(IsDescription(step) || step.text.empty(), "only offers and answers describe", step.text, text);
     Require(text.find(step.text) != std::string::npos, "a description stands in the input", step.text, text);
     if (step.partner) {

@@ -3,6 +3,7 @@
 // The first zero byte separates them. Key texts are replaced by a key that no input contains.
 #include "Cost.h"
 #include "Input.h"
+#include "Judged.h"
 #include "Keys.h"
 #include "Laws.h"
 #include "Targets.h"
@@ -97,6 +98,10 @@ void Run(fuzz::Input input, std::uint64_t secret) {
     CheckEach(answer, other, judged, watch);
     CheckEach(next, other, judged, watch);
     const Violations alone = CheckNext("", judged);
+    fuzz::Reached(alone.empty() ? "a text without a fault" : "a text with a fault");
+    if (answer.size() > alone.size()) {
+        fuzz::Reached("an answer that does not fit its offer");
+    }
     CheckGrammarStays(alone, answer, judged);
     CheckGrammarStays(alone, next, judged);
     CheckFollowsItself(alone, judged);

@@ -4,6 +4,7 @@
 // taken, and then fits as the judge sees it, or is refused with a reason, and then nothing has changed.
 // "inline:!" in the text stands for a key of this side, which the input cannot contain otherwise.
 #include "Input.h"
+#include "Judged.h"
 #include "Keys.h"
 #include "Laws.h"
 #include "Targets.h"
@@ -134,6 +135,7 @@ void CheckOffered(SDPNegotiator& call, bool isRepaired, const std::string& text)
     const SDPNegotiator before = call;
     const bool isPending = call.GetPhase() == SDPNegotiator::Phase::OfferSent;
     const Outcome answer = call.Answer(text);
+    fuzz::Reached(answer.isTaken ? "an offer was answered" : "an offer was refused");
     if (!answer.isTaken) {
         fuzz::Require(answer.status == (isPending ? 491 : 488) || (text.empty() && answer.status == 0),
                       "a refused offer has its status", std::to_string(answer.status), text);
@@ -180,6 +182,7 @@ void CheckStarted(const SDPNegotiator& call, const std::string& offer, const std
 void CheckAnswered(SDPNegotiator& call, const std::string& offer, const std::string& text) {
     const SDPNegotiator before = call;
     const Outcome taken = call.Accept(text);
+    fuzz::Reached(taken.isTaken ? "an answer was taken" : "an answer was refused");
     if (!taken.isTaken) {
         CheckRefusal(taken, before, call, text);
         return;
@@ -193,6 +196,11 @@ void CheckAnswered(SDPNegotiator& call, const std::string& offer, const std::str
 void CheckStreams(const SDPNegotiator& call, bool requiresSrtp, const std::string& text) {
     for (const SDPNegotiator::Stream& stream : call.Streams()) {
         const bool runs = stream.send || stream.receive;
+        if (runs) {
+            fuzz::Reached(stream.suite == Quor::media::rtp::CryptoParams::CRYPTO_NONE
+                              ? "a plain stream runs"
+                              : "a secure stream runs");
+        }
         const bool isAgreed =
             stream.state == SDPNegotiator::State::Start || stream.state == SDPNegotiator::State::Held;
         fuzz::Require(!runs || isAgreed, "media flow in an agreed stream only", stream.reason, text);

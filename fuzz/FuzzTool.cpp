@@ -3,6 +3,7 @@
 // Byte 0 chooses the verb, byte 1 its options, bytes 2 and 3 the length of the JSON text; the rest is the
 // remote text. The verbs read files, which are kept in memory.
 #include "Cost.h"
+#include "Judged.h"
 #include "Keys.h"
 #include "Laws.h"
 #include "Targets.h"
@@ -120,6 +121,7 @@ void CheckCleaning(const std::string& text) {
 
 void CheckOutcome(const cmsdp::Outcome& outcome, const cmsdp::CommandLine& line, const cmsdp::Screen& screen,
                   const Watch& watch) {
+    Reached(outcome.status == cmsdp::kDone ? "a verb has done its work" : "nothing was negotiated");
     Require(outcome.status == cmsdp::kDone || outcome.status == cmsdp::kNothingNegotiated,
             "a verb that ends has done its work", std::to_string(outcome.status), outcome.text);
     const bool readsText = line.run == cmsdp::RunInspect || line.run == cmsdp::RunCall;
@@ -172,6 +174,7 @@ void Run(Input input, std::uint64_t secret) {
         CheckCost(kVerb, meter.Read(), json.size() + remote.size());
         CheckOutcome(outcome, line, screen, watch);
     } catch (const cmsdp::ToolError& error) {
+        Reached(error.status() == cmsdp::kLocalFile ? "a bad local file" : "a bad remote text");
         Require(error.status() == cmsdp::kLocalFile || error.status() == cmsdp::kRemoteText,
                 "bad input is called that", error.what(), json);
         watch.Check("a message", cmsdp::Redact(error.what()));

@@ -9,8 +9,7 @@ namespace {
 Mistake g_mistake;
 std::string g_only;
 
-void Count(const char* name) {
-    auto& tally = Tally();
+void Count(Tally& tally, const char* name) {
     const auto found = tally.find(std::string_view(name));
     ++(found == tally.end() ? tally[name] : found->second);
 }
@@ -32,17 +31,22 @@ void EnforceOnly(std::string law) {
 }
 
 bool IsInForce(const char* law) {
-    Count(law);
+    Count(Laws(), law);
     return g_only.empty() || g_only == law;
 }
 
 void Reached(const char* state) {
-    Count(state);
+    Count(States(), state);
 }
 
-std::map<std::string, std::size_t, std::less<>>& Tally() {
-    static std::map<std::string, std::size_t, std::less<>> tally;
-    return tally;
+Tally& Laws() {
+    static Tally laws;
+    return laws;
+}
+
+Tally& States() {
+    static Tally states;
+    return states;
 }
 
 } // namespace fuzz

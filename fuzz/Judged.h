@@ -45,7 +45,9 @@ bool IsInForce(const char* law);
 /// Counts that a run reached a state, such as an answer with audio.
 void Reached(const char* state);
 
-/// How often each law was used and each state reached, by name.
-std::map<std::string, std::size_t, std::less<>>& Tally();
+/// How often each law was used, and each state reached, by name.
+using Tally = std::map<std::string, std::size_t, std::less<>>;
+Tally& Laws();
+Tally& States();
 
 } // namespace fuzz

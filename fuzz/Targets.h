@@ -7,6 +7,8 @@
 
 /// Any text, read with any capabilities; the first bytes choose the switches.
 void FuzzParse(const std::uint8_t* data, std::size_t size);
+/// Any text, read and answered without a law, as often as possible.
+void FuzzVolume(const std::uint8_t* data, std::size_t size);
 /// Parse, answer, offer, reset and setters of one handler in any order, against a simple model of its state.
 void FuzzLife(const std::uint8_t* data, std::size_t size);
 /// The key codec and the "a=crypto:" line, against an independent model.
