@@ -83,8 +83,14 @@ def tags(root):
     return places
 
 
+def document_tests(root):
+    """(name, reason) of each section of a document: its heading "=== Suite.Name", and the line after it."""
+    for path in files(root / "tests", ".cases"):
+        yield from re.findall(r"^=== \w+\.(\w+)\n(.*)$", read(path), re.MULTILINE)
+
+
 def test_names(root):
-    names = []
+    names = [name for name, _ in document_tests(root)]
     for path in files(root / "tests", ".cpp"):
         names.extend(re.findall(r"\bTEST(?:_F|_P)?\(\s*\w+,\s*(\w+)\s*\)", read(path)))
     return names
@@ -105,9 +111,12 @@ def check_ledger(root):
     """Each deliberate behaviour has one section in the ledger, one tag at the code and one test of its name."""
     places = tags(root)
     tested = [name[:3] for name in test_names(root) if re.match(rf"{ID}_", name)]
+    reasons = {name[:3]: reason for name, reason in document_tests(root) if re.match(rf"{ID}_", name)}
     listed = []
     for key, title, lines in ledger_sections(root):
         listed.append(key)
+        if reasons.get(key, f"{title}.") != f"{title}.":
+            yield f"{key}: its document says '{reasons[key]}', its section is called '{title}'"
         yield from section_problems(key, title, lines)
     if listed != sorted(set(listed), key=lambda key: ("MPXBG".index(key[0]), key)):
         yield "the sections of the ledger are not in order, or one is there twice"
@@ -438,6 +447,15 @@ def ledger_selfcheck(root, target):
     for path in files(copy / "tests", ".cpp"):
         path.write_text(read(path).replace(test, "Renamed"), encoding="utf-8")
     yield from expect(check_ledger(copy), f"{key}: needs one test", "test renamed")
+
+    heading, reason = next((name, reason) for name, reason in document_tests(root) if re.match(rf"{ID}_", name))
+    document = next(path for path in files(root / "tests", ".cases") if heading in read(path)).relative_to(root)
+    copy = copy_of(root, target)
+    replaced(copy / document, heading, "Renamed")
+    yield from expect(check_ledger(copy), f"{heading[:3]}: needs one test", "section of a document renamed")
+    copy = copy_of(root, target)
+    replaced(copy / document, re.escape(reason), "Another reason.")
+    yield from expect(check_ledger(copy), f"{heading[:3]}: its document says", "reason of a section changed")
 
 
 def shape_selfcheck(target):

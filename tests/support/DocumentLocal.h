@@ -116,6 +116,8 @@ inline constexpr FieldRow kFields[] = {
     {"strDefaultIPAddr", Field<&LocalSDP::strDefaultIPAddr>},
     {"strOExtension", Field<&LocalSDP::strOExtension>},
     {"fVideoTxMuted", Field<&LocalSDP::fVideoTxMuted>},
+    {"iBfcpConfid", Field<&LocalSDP::iBfcpConfid>},
+    {"iBfcpUserid", Field<&LocalSDP::iBfcpUserid>},
     {"iVideoPresoControlPort", Field<&LocalSDP::iVideoPresoControlPort>},
     {"m_VideoMain.eVideoCodec", Field<&LocalSDP::m_VideoMain, &VideoParms::eVideoCodec>},
     {"m_VideoMain.iVideoRTPPort", Field<&LocalSDP::m_VideoMain, &VideoParms::iVideoRTPPort>},

@@ -4,6 +4,7 @@
 
 #include "Describe.h"
 #include "DocumentLocal.h"
+#include "DocumentParts.h"
 #include "Expect.h"
 
 #include <algorithm>
@@ -200,6 +201,40 @@ private:
     void Reads() { Parse(0); }
     void Refuses() { Parse(1); }
 
+    void WritesPart() {
+        const PartRow* const part = FindPart(m_words[3]);
+        if (part == nullptr) {
+            throw Malformed(m_step.head, "no part is called " + m_words[3]);
+        }
+        Compare(part->write(TheSide().handler), TextOf(4));
+    }
+
+    void KeepsSection() {
+        const RemoteSections sections = TheSide().handler.GetRemoteSections();
+        std::string actual = "no such section\n";
+        for (std::size_t i = 0; i < sections.size(); ++i) {
+            if (std::to_string(i) == m_words[3]) {
+                actual.clear();
+                for (const std::string& line : SectionLines(*sections[i])) {
+                    actual += line + "\n";
+                }
+            }
+        }
+        Lines expected = m_step.block;
+        for (Line& line : expected) {
+            line.text += "\n";
+        }
+        Compare(actual, expected);
+    }
+
+    void HasSections() {
+        ++m_compared;
+        const std::string count = std::to_string(TheSide().handler.GetRemoteSections().size());
+        if (count != m_words[4]) {
+            m_report(m_step.head, "it has " + count);
+        }
+    }
+
     Report m_report;
     Step m_step;
     std::vector<std::string> m_words;
@@ -207,7 +242,8 @@ private:
     std::map<std::string, Lines> m_records;
     std::map<std::string, LocalSDP> m_locals = {{"audio", support::AudioLocal()},
                                                 {"video", support::VideoLocal()},
-                                                {"presentation", support::PresentationLocal()}};
+                                                {"presentation", support::PresentationLocal()},
+                                                {"new", LocalSDP()}};
     std::map<std::string, std::shared_ptr<Side>> m_sides;
     std::string m_arriving;
     int m_compared = 0;
@@ -234,6 +270,11 @@ inline const std::vector<Player::Row>& Player::Rows() {
         // The record after reading; a row that is not given is that of a new record.
         {"SIDE reads [RECORD]", true, &Player::Reads},
         {"SIDE refuses [RECORD]", true, &Player::Refuses},
+        // A part of a description, and the sections of the far end: the fields that a new section does not
+        // have.
+        {"SIDE writes part PART", true, &Player::WritesPart},
+        {"SIDE keeps section NUMBER", true, &Player::KeepsSection},
+        {"SIDE has section count COUNT", false, &Player::HasSections},
     };
     return rows;
 }

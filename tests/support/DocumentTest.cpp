@@ -75,6 +75,28 @@ TEST(Document, ResultsAndRolesAreReportedAtTheStep) {
                 "a.cases:9: it would offer\n");
 }
 
+TEST(Document, PartsAndSectionsAreReportedAtTheirLine) {
+    const std::string sections = "near has section count 1\n"
+                                 "near keeps section 0\n"
+                                 "    eMedia = 2\n"
+                                 "    iPort = 5000\n"
+                                 "    strFullMLine = m=audio 5000 RTP/AVP 0\n"
+                                 "    format = 0\n"
+                                 "near writes part direction-audio\n"
+                                 "    a=sendrecv\n"
+                                 "near writes part direction-main\n"
+                                 "    \\\n";
+    EXPECT_TEXT(ReportsOf(kHeading + kReading + sections), "");
+    EXPECT_TEXT(ReportsOf(kHeading + kReading + Replaced(sections, "count 1", "count 2")),
+                "a.cases:8: it has 1\n");
+    EXPECT_TEXT(ReportsOf(kHeading + kReading + Replaced(sections, "    iPort = 5000\n", "")),
+                "a.cases:11: near keeps section 0: The texts differ first in line 2.\n");
+    EXPECT_TEXT(ReportsOf(kHeading + kReading + Replaced(sections, "section 0", "section 1")),
+                "a.cases:10: near keeps section 1: The texts differ first in line 1.\n");
+    EXPECT_TEXT(ReportsOf(kHeading + kReading + Replaced(sections, "sendrecv", "sendonly")),
+                "a.cases:15: near writes part direction-audio: The texts differ first in line 1.\n");
+}
+
 TEST(Document, NamedTextsRecordsAndSetsStandBeforeTheFirstHeading) {
     EXPECT_TEXT(ReportsOf("local silent = audio\n"
                           "    listAudioCodecPriority =\n"
@@ -135,6 +157,7 @@ TEST(Document, AMalformedDocumentIsAnErrorAtItsLine) {
         {"text offer\n" + kHeading + "near = audio\nnear writes offer\n    v=0\n",
          "a.cases:5: a name, and lines as well\n"},
         {"text offer\ntext offer\n" + kHeading + kOffer, "a.cases:2: a second definition of offer\n"},
+        {kHeading + "near = audio\nnear writes part song\n", "a.cases:4: no part is called song\n"},
         // Their lines.
         {kHeading + "near = audio\n    iAudioRtpPort = 1\n",
          "a.cases:4: no \"field = value\" with a field of a local set\n"},
