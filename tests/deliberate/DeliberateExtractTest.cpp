@@ -2,6 +2,8 @@
 // commonmedia/DELIBERATE.md. Those that read a text are in extract.cases.
 #include "Capabilities.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 
 using namespace support;
