@@ -105,9 +105,7 @@ need() {
             missing+=("$package")
         fi
     done
-    if [ "${#missing[@]}" -eq 0 ]; then
-        say "packages: all installed"
-    else
+    if [ "${#missing[@]}" -gt 0 ]; then
         say "packages missing: ${missing[*]}"
         stage "install packages" install_missing
     fi
