@@ -208,16 +208,6 @@ std::string FromNothing(const std::string& text) {
     return Difference(kNothingOutcome, Outcome(text));
 }
 
-std::string Replaced(const std::string& text, const std::string& what, const std::string& with) {
-    const std::size_t at = text.find(what);
-    if (at == std::string::npos || text.find(what, at + 1) != std::string::npos) {
-        ADD_FAILURE() << "occurs not just once: " << support::MakeVisible(what);
-        return text;
-    }
-    std::string changed = text;
-    return changed.replace(at, what.size(), with);
-}
-
 std::string With(const std::string& what, const std::string& with) {
     return Replaced(kConference, what, with);
 }

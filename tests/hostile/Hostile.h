@@ -104,8 +104,7 @@ std::string Changes(const std::string& text);
 /// The difference from the outcome of a text without a line.
 std::string FromNothing(const std::string& text);
 
-/// `text` with its one occurrence of `what` replaced. The test fails unless `what` occurs exactly once.
-std::string Replaced(const std::string& text, const std::string& what, const std::string& with);
+using support::Replaced;
 
 /// kConference with its one occurrence of `what` replaced.
 std::string With(const std::string& what, const std::string& with);

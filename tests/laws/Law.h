@@ -4,13 +4,13 @@
 #include "Capabilities.h"
 #include "Describe.h"
 #include "Expect.h"
+#include "Fields.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -80,28 +80,11 @@ inline const char* const kAddressless = "v=0\r\n"
 
 /// Every field of every section of a handler.
 inline std::string Sections(const SDPHandler& handler) {
-    std::ostringstream out;
+    std::string text;
     for (const MediaSession* section : handler.vecRemoteMediaSession) {
-        out << section->eMedia << '|' << section->eContent << '|' << section->iPort << '|'
-            << section->strIPAddr << '|' << section->fSend << section->fRecv << '|' << section->strFullMLine
-            << '|' << section->strVideoLevel << '|' << section->strMaxBandwidth << '|' << section->iVideoLabel
-            << '|' << DescribeRow(section->bufSRTPKey, baseSDP::kKeyLength, sizeof section->bufSRTPKey) << '|'
-            << DescribeRow(section->bufSRTPSalt, baseSDP::kSaltLength, sizeof section->bufSRTPSalt) << '|'
-            << section->cryptoAlgo << '|' << section->iCryptoTag << '|' << section->strBase64Key << '|'
-            << section->iBfcpConfid << '|' << section->iBfcpUserid << '|' << section->iBfcpFloorid << '|'
-            << section->strFloorctrl << '|' << section->striceufrag << '|' << section->stricepwd << '\n';
-        for (const RtpMap* format : section->vecRtpMap) {
-            out << "  " << format->strPayload << '|' << format->strEncodingName;
-            for (const std::string& parm : format->vecFmtpParms) {
-                out << '|' << parm;
-            }
-            out << '\n';
-        }
-        for (const std::string& candidate : section->vecCandidate) {
-            out << "  " << candidate << '\n';
-        }
+        text += FieldsText(*section) + '\n';
     }
-    return out.str();
+    return text;
 }
 
 /// The whole result of a parse: the record, the sections, the session values.

@@ -7,8 +7,10 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <initializer_list>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace support {
@@ -87,6 +89,25 @@ inline ::testing::AssertionResult SameText(const char* actualName, const char* e
     out << "actual: " << actualName << " (" << actualText.size() << " bytes)\n";
     PrintLines(out, actualLines, different);
     return ::testing::AssertionFailure() << out.str();
+}
+
+/// `text` with its one occurrence of `what` replaced. The test fails unless `what` occurs exactly once.
+inline std::string Replaced(std::string text, const std::string& what, const std::string& with) {
+    const std::size_t at = text.find(what);
+    if (at == std::string::npos || text.find(what, at + 1) != std::string::npos) {
+        ADD_FAILURE() << "occurs not just once: " << MakeVisible(what);
+        return text;
+    }
+    return text.replace(at, what.size(), with);
+}
+
+/// `text` with each replacement made in turn: Replaced(kDump, {{"iPort: 0", "iPort: -1"}}).
+inline std::string Replaced(std::string text,
+                            std::initializer_list<std::pair<std::string, std::string>> replacements) {
+    for (const auto& [what, with] : replacements) {
+        text = Replaced(std::move(text), what, with);
+    }
+    return text;
 }
 
 } // namespace support

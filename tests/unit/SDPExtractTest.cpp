@@ -3,6 +3,7 @@
 #include "Capabilities.h"
 #include "Describe.h"
 #include "Expect.h"
+#include "RecordSamples.h"
 
 #include <CommonMediaTrace.h>
 
@@ -12,36 +13,6 @@
 using namespace support;
 
 namespace {
-
-// A record with no field left as a reset would leave it.
-RemoteSDP UsedRecord() {
-    RemoteSDP remote;
-    remote.eAudioCodec = PAYLOAD_G729;
-    remote.iAudioPayload = 18;
-    remote.iDTMFPayload = 101;
-    remote.strAudioIPAddr = "198.51.100.7";
-    remote.iAudioRTPPort = 7;
-    remote.fAudioSend = remote.fAudioRecv = remote.fIsAudioValid = true;
-    remote.iVideoPresoControlPort = 8;
-    remote.iBfcpConfid = 9;
-    remote.iBfcpUserid = 10;
-    remote.fBfcpIsServer = true;
-    remote.iMaxBandwidth = 11;
-    for (VideoParms* parms : {&remote.m_VideoMain, &remote.m_VideoPreso}) {
-        parms->iFmtpMaxMbps = parms->iFmtpMaxFrameSize = parms->iFmtpMaxBitRate = 12;
-        parms->eVideoCodec = PAYLOAD_VP8;
-        parms->eVideoType = VIDEOTYPE_MAX;
-        parms->iVideoRTPPort = parms->iVideoPayload = parms->iFmtpPacketizationMode = 13;
-        parms->strVideoLevel = parms->strVideoIPAddr = "x";
-        parms->fVideoSend = parms->fVideoRecv = parms->fIsVideoValid = true;
-    }
-    for (int n = 0; n < baseSDP::SRTP_MAX; ++n) {
-        WriteKey(remote.bufSRTPKey[n], remote.bufSRTPSalt[n], "near", "stale");
-        remote.bufSRTPKey[n][baseSDP::kKeyLength] = remote.bufSRTPSalt[n][baseSDP::kSaltLength] = 1;
-        remote.cryptoAlgo[n] = kSuite80;
-    }
-    return remote;
-}
 
 struct Trace {
     std::string function;
@@ -77,7 +48,7 @@ MediaSession& AddVideoSection(SDPHandler& h, VIDEOTYPE role, std::int32_t port, 
 
 TEST(SDPExtract, WithoutSectionsTheRecordIsReset) {
     SDPHandler h;
-    RemoteSDP remote = UsedRecord();
+    RemoteSDP remote = samples::Filled<RemoteSDP>();
     h.GetRTPData(remote);
     EXPECT_TEXT(Describe(remote), kFreshRemote);
 }
@@ -88,24 +59,14 @@ TEST(SDPExtract, WithoutSectionsTheSessionBandwidthStillStands) {
     h.strSessionIPAddr = "192.0.2.9";
     RemoteSDP remote;
     h.GetRTPData(remote);
-    EXPECT_TEXT(Describe(remote),
-                "audio codec=256 payload=0 dtmf=0 addr= port=0 send=0 recv=0 valid=0\n"
-                "main codec=256 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=0 send=0 recv=0 "
-                "valid=0\n"
-                "preso codec=256 type=1 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=0 send=0 recv=0 "
-                "valid=0\n"
-                "bfcp port=0 conf=0 user=0 server=0\n"
-                "bandwidth=512000\n"
-                "srtp audio suite=0 key=- salt=-\n"
-                "srtp video suite=0 key=- salt=-\n"
-                "srtp slide suite=0 key=- salt=-\n");
+    EXPECT_TEXT(Describe(remote), Replaced(kFreshRemote, "bandwidth=0", "bandwidth=512000"));
 }
 
 TEST(SDPExtract, ASecondExtractionStartsFromAResetRecord) {
     SDPHandler h;
     AddFormat(AddSection(h, MEDIA_AUDIO, 5000), "0");
     RemoteSDP fresh;
-    RemoteSDP used = UsedRecord();
+    RemoteSDP used = samples::Filled<RemoteSDP>();
     h.GetRTPData(fresh);
     h.GetRTPData(used);
     EXPECT_TEXT(Describe(used), Describe(fresh));
@@ -438,7 +399,7 @@ TEST(SDPExtract, AudioVideoAndFloorControlTogetherFillTheWholeRecord) {
     MediaSession& bfcp = AddBfcpSection(h, 5006, "s-only");
     bfcp.iBfcpConfid = 15;
     bfcp.iBfcpUserid = 16;
-    RemoteSDP remote = UsedRecord();
+    RemoteSDP remote = samples::Filled<RemoteSDP>();
     h.GetRTPData(remote);
     EXPECT_TEXT(Describe(remote),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=5000 send=1 recv=1 valid=1\n"

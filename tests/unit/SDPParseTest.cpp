@@ -4,6 +4,7 @@
 
 #include "Describe.h"
 #include "Expect.h"
+#include "Fields.h"
 #include "RecordSamples.h"
 
 #include <string>
@@ -36,13 +37,7 @@ std::string StateOf(SDPHandler& handler) {
     std::string state = "address " + handler.strSessionIPAddr + "\n";
     state += "bandwidth " + handler.strMaxSessionBandwidth + "\n";
     for (const MediaSession* ms : handler.vecRemoteMediaSession) {
-        state += ms->strFullMLine + "\n" + ms->ToDiag();
-        state += "crypto " + std::to_string(ms->cryptoAlgo) + " " + std::to_string(ms->iCryptoTag) + " " +
-                 ms->strBase64Key + "\n";
-        state += "ice " + ms->striceufrag + " " + ms->stricepwd + "\n";
-        for (const std::string& strCandidate : ms->vecCandidate) {
-            state += strCandidate + "\n";
-        }
+        state += support::FieldsText(*ms) + "\n";
     }
     return state;
 }
@@ -60,22 +55,18 @@ TEST(SDPParse, EmptyTextIsReportedAndClearsWhatWasHeld) {
 
 TEST(SDPParse, EmptyTextLeavesTheRecordUntouched) {
     SDPHandler handler;
-    RemoteSDP remote;
-    samples::FillRemote(remote);
-    RemoteSDP before;
-    samples::FillRemote(before);
+    RemoteSDP remote = samples::Filled<RemoteSDP>();
     EXPECT_EQ(handler.ParseTheSDP("", remote), 1);
-    samples::ExpectSame(remote, before);
+    samples::ExpectSame(remote, samples::Filled<RemoteSDP>());
 }
 
 TEST(SDPParse, EveryOtherTextGivesZeroAndARecordThatWasReset) {
     for (const char* text :
          {"x", "\r", "\n", "\r\n", "\r\n\r\n", "v=0", "v=0\r\n", "no line at all", "m=\r\n", "c=\r\n"}) {
         SDPHandler handler;
-        RemoteSDP remote;
-        samples::FillRemote(remote);
+        RemoteSDP remote = samples::Filled<RemoteSDP>();
         EXPECT_EQ(handler.ParseTheSDP(text, remote), 0) << text;
-        samples::ExpectNewRemote(remote);
+        samples::ExpectNew(remote);
         EXPECT_TRUE(handler.IsOffer());
     }
 }

@@ -1,0 +1,241 @@
+// The records as plain data: the values of a new record, written out whole, and the laws that hold for each
+// field by itself: a reset record is a new one, a copy and an assignment have every value.
+// The operations that treat one field otherwise are tested in SDPBaseTest.cpp to SDPVideoTest.cpp.
+#include "SDP.h"
+
+#include "Expect.h"
+#include "Fields.h"
+#include "RecordSamples.h"
+
+#include <string>
+#include <type_traits>
+
+namespace {
+
+using support::FieldsText;
+
+const std::string kNewVideo = R"(iFmtpMaxMbps = 0
+iFmtpMaxFrameSize = 0
+iFmtpMaxBitRate = 0
+eVideoCodec = 256
+eVideoType = 100
+iVideoRTPPort = 0
+strVideoLevel = ""
+strVideoIPAddr = ""
+iVideoPayload = 0
+iFmtpPacketizationMode = 0
+fVideoSend = false
+fVideoRecv = false
+fIsVideoValid = false
+)";
+
+const std::string kNewBase = R"(eAudioCodec = 256
+iAudioRTPPort = 0
+iVideoPresoControlPort = 0
+iBfcpConfid = 0
+iBfcpUserid = 0
+fBfcpIsServer = false
+iMaxBandwidth = 0
+m_VideoMain.iFmtpMaxMbps = 0
+m_VideoMain.iFmtpMaxFrameSize = 0
+m_VideoMain.iFmtpMaxBitRate = 0
+m_VideoMain.eVideoCodec = 256
+m_VideoMain.eVideoType = 0
+m_VideoMain.iVideoRTPPort = 0
+m_VideoMain.strVideoLevel = ""
+m_VideoMain.strVideoIPAddr = ""
+m_VideoMain.iVideoPayload = 0
+m_VideoMain.iFmtpPacketizationMode = 0
+m_VideoMain.fVideoSend = false
+m_VideoMain.fVideoRecv = false
+m_VideoMain.fIsVideoValid = false
+m_VideoPreso.iFmtpMaxMbps = 0
+m_VideoPreso.iFmtpMaxFrameSize = 0
+m_VideoPreso.iFmtpMaxBitRate = 0
+m_VideoPreso.eVideoCodec = 256
+m_VideoPreso.eVideoType = 1
+m_VideoPreso.iVideoRTPPort = 0
+m_VideoPreso.strVideoLevel = ""
+m_VideoPreso.strVideoIPAddr = ""
+m_VideoPreso.iVideoPayload = 0
+m_VideoPreso.iFmtpPacketizationMode = 0
+m_VideoPreso.fVideoSend = false
+m_VideoPreso.fVideoRecv = false
+m_VideoPreso.fIsVideoValid = false
+bufSRTPKey[0] = 0000000000000000000000000000000000
+bufSRTPKey[1] = 0000000000000000000000000000000000
+bufSRTPKey[2] = 0000000000000000000000000000000000
+bufSRTPSalt[0] = 000000000000000000000000000000
+bufSRTPSalt[1] = 000000000000000000000000000000
+bufSRTPSalt[2] = 000000000000000000000000000000
+cryptoAlgo[0] = 0
+cryptoAlgo[1] = 0
+cryptoAlgo[2] = 0
+)";
+
+const std::string kNewLocal = kNewBase + R"(strMyIPAddr = ""
+strOExtension = ""
+strDefaultIPAddr = ""
+iVideoPayloadMode0 = 0
+iVideoPayloadMode1 = 0
+fVideoTxMuted = false
+listAudioCodecPriority = {}
+)";
+
+const std::string kNewRemote = kNewBase + R"(strAudioIPAddr = ""
+iAudioPayload = 0
+iDTMFPayload = 0
+fAudioSend = false
+fAudioRecv = false
+fIsAudioValid = false
+)";
+
+const std::string kNewFormat = R"(strPayload = ""
+strEncodingName = ""
+vecFmtpParms = {}
+)";
+
+const std::string kNewSection = R"(eMedia = 256
+eContent = 100
+iPort = 0
+strIPAddr = ""
+vecRtpMap = {}
+fSend = true
+fRecv = true
+strFullMLine = ""
+strVideoLevel = ""
+strMaxBandwidth = ""
+iVideoLabel = 0
+bufSRTPKey = 0000000000000000000000000000000000
+bufSRTPSalt = 000000000000000000000000000000
+cryptoAlgo = 0
+iCryptoTag = 0
+strBase64Key = ""
+iBfcpConfid = 0
+iBfcpUserid = 0
+iBfcpFloorid = 0
+strFloorctrl = ""
+striceufrag = ""
+stricepwd = ""
+vecCandidate = {}
+)";
+
+template <typename Record>
+std::string NewText() {
+    samples::InDirtyMemory<Record> record;
+    return FieldsText(*record);
+}
+
+TEST(SDPRecord, ANewRecordHasTheseValues) {
+    EXPECT_TEXT(NewText<VideoParms>(), kNewVideo);
+    EXPECT_TEXT(NewText<baseSDP>(), kNewBase);
+    EXPECT_TEXT(NewText<LocalSDP>(), kNewLocal);
+    EXPECT_TEXT(NewText<RemoteSDP>(), kNewRemote);
+    EXPECT_TEXT(FieldsText(RtpMap()), kNewFormat);
+    EXPECT_TEXT(NewText<MediaSession>(), kNewSection);
+}
+
+template <typename Record>
+void ExpectResetTo(const std::string& expected) {
+    samples::ForEachChanged<Record>([&expected](Record& changed) {
+        changed.Reset();
+        EXPECT_TEXT(FieldsText(changed), expected);
+    });
+    Record filled = samples::Filled<Record>();
+    filled.Reset();
+    EXPECT_TEXT(FieldsText(filled), expected);
+}
+
+TEST(SDPRecord, ResetReturnsEachFieldToThatOfANewRecord) {
+    ExpectResetTo<VideoParms>(kNewVideo);
+    ExpectResetTo<baseSDP>(kNewBase);
+    ExpectResetTo<LocalSDP>(kNewLocal);
+    ExpectResetTo<RemoteSDP>(kNewRemote);
+}
+
+template <typename Record>
+void ExpectCopied(const Record& source) {
+    const Record copy(source);
+    samples::ExpectSame(copy, source);
+}
+
+/// An assignment carries every field but the BFCP identity, which belongs to the target.
+template <typename Record>
+void ExpectAssigned(const Record& source, Record target) {
+    Record expected(source);
+    if constexpr (std::is_base_of_v<baseSDP, Record>) {
+        expected.iBfcpConfid = target.iBfcpConfid;
+        expected.iBfcpUserid = target.iBfcpUserid;
+        expected.fBfcpIsServer = target.fBfcpIsServer;
+    }
+    Record& result = (target = source);
+    EXPECT_EQ(&result, &target);
+    samples::ExpectSame(target, expected);
+}
+
+template <typename Record>
+void ExpectCopiesOfEachField() {
+    samples::ForEachChanged<Record>([](const Record& changed) {
+        ExpectCopied(changed);
+        ExpectAssigned(changed, Record());
+        ExpectAssigned(changed, samples::Filled<Record>());
+        ExpectAssigned(Record(), changed);
+    });
+    const Record filled = samples::Filled<Record>();
+    ExpectCopied(filled);
+    ExpectAssigned(filled, Record());
+    ExpectAssigned(Record(), filled);
+}
+
+TEST(SDPRecord, ACopyAndAnAssignmentHaveTheValueOfEachField) {
+    ExpectCopiesOfEachField<VideoParms>();
+    ExpectCopiesOfEachField<baseSDP>();
+    ExpectCopiesOfEachField<LocalSDP>();
+    ExpectCopiesOfEachField<RemoteSDP>();
+    ExpectCopiesOfEachField<RtpMap>();
+    ExpectCopiesOfEachField<MediaSession>();
+}
+
+// The formats are shared, so a copy points to the same ones.
+TEST(SDPRecord, ACopyOfASectionSharesItsFormats) {
+    const MediaSession section = samples::Filled<MediaSession>();
+    const MediaSession copy(section);
+    MediaSession assigned;
+    assigned = section;
+    EXPECT_EQ(copy.vecRtpMap, section.vecRtpMap);
+    EXPECT_EQ(assigned.vecRtpMap, section.vecRtpMap);
+}
+
+template <typename Record>
+void ExpectSelfAssignmentChangesNothing() {
+    Record record = samples::Filled<Record>();
+    const Record& itself = record;
+    record = itself;
+    samples::ExpectSame(record, samples::Filled<Record>());
+}
+
+TEST(SDPRecord, AnAssignmentToItselfChangesNothing) {
+    ExpectSelfAssignmentChangesNothing<VideoParms>();
+    ExpectSelfAssignmentChangesNothing<baseSDP>();
+    ExpectSelfAssignmentChangesNothing<LocalSDP>();
+    ExpectSelfAssignmentChangesNothing<RemoteSDP>();
+    ExpectSelfAssignmentChangesNothing<MediaSession>();
+}
+
+/// Resets the base of a filled record, which leaves the fields of the record itself.
+template <typename Record>
+void ExpectOwnFieldsKeptByTheBase() {
+    Record record = samples::Filled<Record>();
+    const std::string before = FieldsText(record);
+    baseSDP& base = record;
+    const std::string own = before.substr(FieldsText(base).size());
+    base.Reset();
+    EXPECT_TEXT(FieldsText(record), kNewBase + own);
+}
+
+TEST(SDPRecord, ResetThroughTheBaseLeavesTheFieldsOfTheRecordItself) {
+    ExpectOwnFieldsKeptByTheBase<LocalSDP>();
+    ExpectOwnFieldsKeptByTheBase<RemoteSDP>();
+}
+
+} // namespace
