@@ -1,4 +1,5 @@
 #include "Call.h"
+#include "Texts.h"
 
 #include <cstring>
 
@@ -153,17 +154,8 @@ TEST(Answer, TheSuiteOfTheOfferIsAnswered) {
     EXPECT_TEXT(side.Answer(Far("m=audio 30000 RTP/SAVP 0\n" + Crypto("1 AEAD_AES_256_GCM") +
                                 Crypto("7 AES_CM_128_HMAC_SHA1_80") + Crypto("8 AES_CM_128_HMAC_SHA1_32")))
                     .text,
-                Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=audio 5004 RTP/SAVP 0
-a=crypto:7 AES_CM_128_HMAC_SHA1_80 inline:CQoLDA0ODxAREhMUFRYXGBkaGxwdHh8gISIjJCUm
-a=rtpmap:0 PCMU/8000
-a=sendrecv
-a=rtcp:5005 IN IP4 192.0.2.1
-)"));
+                Replaced(kAudioAnswer, "RTP/AVP 0", Text(R"(RTP/SAVP 0
+a=crypto:7 AES_CM_128_HMAC_SHA1_80 inline:CQoLDA0ODxAREhMUFRYXGBkaGxwdHh8gISIjJCUm)")));
     EXPECT_TEXT(Lines(side), R"(Start send receive 0/0 198.51.100.7:30000 _80
 )");
     EXPECT_TEXT(Repaired(side), R"(R10 R11)");
@@ -176,35 +168,17 @@ TEST(Answer, ASecureModeZeroAloneHasItsKey) {
     EXPECT_TEXT(side.Answer(Far("m=video 30002 RTP/SAVP 96\n" + Crypto("3 AES_CM_128_HMAC_SHA1_32") +
                                 "a=rtpmap:96 H264/90000\n"))
                     .text,
-                Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=video 5006 RTP/SAVP 96
-a=crypto:3 AES_CM_128_HMAC_SHA1_32 inline:Y2RlZmdoaWprbG1ub3BxcnN0dXZ3eHl6e3x9fn+A
-a=rtpmap:96 H264/90000
-a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
-a=sendrecv
-a=rtcp:5007 IN IP4 192.0.2.1
-a=label:8
-a=content:main
-)"));
+                Replaced(kVideoAnswer, {{"RTP/AVP 97", Text(R"(RTP/SAVP 96
+a=crypto:3 AES_CM_128_HMAC_SHA1_32 inline:Y2RlZmdoaWprbG1ub3BxcnN0dXZ3eHl6e3x9fn+A)")},
+                                        {"a=rtpmap:97", "a=rtpmap:96"},
+                                        {"a=fmtp:97", "a=fmtp:96"},
+                                        {kMode1, kMode0}}));
 }
 
 TEST(Answer, APlainSectionIsAnsweredWithoutCrypto) {
     SDPNegotiator side = Side(AudioOnly(), Srtp::Wanted);
     EXPECT_TEXT(side.Answer(Far("m=audio 30000 RTP/AVP 0\n" + Crypto("1 AES_CM_128_HMAC_SHA1_80"))).text,
-                Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=audio 5004 RTP/AVP 0
-a=rtpmap:0 PCMU/8000
-a=sendrecv
-a=rtcp:5005 IN IP4 192.0.2.1
-)"));
+                kAudioAnswer);
     EXPECT_TEXT(Lines(side), R"(Start send receive 0/0 198.51.100.7:30000
 )");
 }
@@ -284,16 +258,11 @@ TEST(Answer, AnIPv6AddressIsWrittenAsOne) {
     LocalSDP local = AudioOnly();
     local.strDefaultIPAddr = "2001:db8::1";
     SDPNegotiator side = Side(local);
-    EXPECT_TEXT(side.Answer(Far("m=audio 30000 RTP/AVP 0\n")).text, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 1 IN IP6 2001:db8::1
-s=-
-c=IN IP6 2001:db8::1
-t=0 0
-m=audio 5004 RTP/AVP 0
-a=rtpmap:0 PCMU/8000
-a=sendrecv
-a=rtcp:5005 IN IP6 2001:db8::1
-)"));
+    EXPECT_TEXT(side.Answer(Far("m=audio 30000 RTP/AVP 0\n")).text,
+                Replaced(kAudioAnswer, {{"o=Quillmarshorizon " + kFirstVersion + "IN IP4 192.0.2.1",
+                                         "o=Quillmarshorizon " + kFirstVersion + "IN IP6 2001:db8::1"},
+                                        {"c=IN IP4 192.0.2.1", "c=IN IP6 2001:db8::1"},
+                                        {"5005 IN IP4 192.0.2.1", "5005 IN IP6 2001:db8::1"}}));
 }
 
 TEST(Answer, AKeyThatHoldsAKeywordIsNoKey) {
@@ -316,17 +285,9 @@ TEST(Answer, AKeyOfOursInTheOfferIsReplaced) {
                     .isTaken);
     const auto answer = side.Answer(Far(
         "m=audio 30000 RTP/SAVP 0\na=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:" + std::string(ours) + "\n"));
-    EXPECT_TEXT(answer.text, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=audio 5004 RTP/SAVP 0
-a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:xcbHyMnKy8zNzs/Q0dLT1NXW19jZ2tvc3d7f4OHi
-a=rtpmap:0 PCMU/8000
-a=sendrecv
-a=rtcp:5005 IN IP4 192.0.2.1
-)"));
+    EXPECT_TEXT(answer.text,
+                Replaced(kAudioAnswer, {{kFirstVersion, kSecondVersion}, {"RTP/AVP 0", Text(R"(RTP/SAVP 0
+a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:xcbHyMnKy8zNzs/Q0dLT1NXW19jZ2tvc3d7f4OHi)")}}));
     EXPECT_TEXT(Lines(side), "Start send receive 0/0 198.51.100.7:30000 _80\n");
 }
 
@@ -351,17 +312,8 @@ TEST(Answer, WithoutAGeneratorAKeyOfOursInTheOfferIsRefused) {
 
 TEST(Answer, ASectionWithoutATransportIsRejectedWithOne) {
     SDPNegotiator side = Side(AudioOnly());
-    EXPECT_TEXT(side.Answer(Far("m=audio 30000 RTP/AVP 0\nm=video 0\n")).text, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=audio 5004 RTP/AVP 0
-a=rtpmap:0 PCMU/8000
-a=sendrecv
-a=rtcp:5005 IN IP4 192.0.2.1
-m=video 0 RTP/AVP 0
-)"));
+    EXPECT_TEXT(side.Answer(Far("m=audio 30000 RTP/AVP 0\nm=video 0\n")).text,
+                kAudioAnswer + "m=video 0 RTP/AVP 0\r\n");
 }
 
 // The codec of a number stays, and its mode is what the newest offer says (RFC 6184, 8.1: none is mode 0).
@@ -373,47 +325,12 @@ TEST(Answer, AReofferMayChangeTheModeOfItsNumber) {
                                  "a=rtpmap:97 H264/90000\n"
                                  "a=fmtp:97 profile-level-id=42001f;packetization-mode=1\n");
     SDPNegotiator side = Side(Local());
-    EXPECT_TEXT(side.Answer(with).text, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=video 5006 RTP/AVP 97
-a=rtpmap:97 H264/90000
-a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
-a=sendrecv
-a=rtcp:5007 IN IP4 192.0.2.1
-a=label:8
-a=content:main
-)"));
-    EXPECT_TEXT(side.Answer(without).text, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=video 5006 RTP/AVP 97
-a=rtpmap:97 H264/90000
-a=fmtp:97 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
-a=sendrecv
-a=rtcp:5007 IN IP4 192.0.2.1
-a=label:8
-a=content:main
-)"));
+    EXPECT_TEXT(side.Answer(with).text, kVideoAnswer);
+    EXPECT_TEXT(side.Answer(without).text,
+                Replaced(kVideoAnswer, {{kFirstVersion, kSecondVersion}, {kMode1, kMode0}}));
     EXPECT_EQ(side.Streams()[0].packetizationMode, 0);
     EXPECT_EQ(side.Streams()[0].changes, SDPNegotiator::kCodec);
-    EXPECT_TEXT(side.Answer(with).text, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 3 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=video 5006 RTP/AVP 97
-a=rtpmap:97 H264/90000
-a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
-a=sendrecv
-a=rtcp:5007 IN IP4 192.0.2.1
-a=label:8
-a=content:main
-)"));
+    EXPECT_TEXT(side.Answer(with).text, Replaced(kVideoAnswer, kFirstVersion, kThirdVersion));
     EXPECT_EQ(side.Streams()[0].packetizationMode, 1);
     EXPECT_EQ(side.Streams()[0].changes, SDPNegotiator::kCodec);
 }

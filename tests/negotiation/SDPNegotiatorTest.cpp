@@ -1,4 +1,5 @@
 #include "Call.h"
+#include "Texts.h"
 
 using namespace call;
 
@@ -39,33 +40,11 @@ TEST(Negotiator, AnAudioCallComesUp) {
     EXPECT_TRUE(near.NeedsOffer());
     EXPECT_EQ(near.GetPhase(), Phase::Idle);
     const auto offer = near.Offer();
-    EXPECT_TEXT(offer.text, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=audio 5004 RTP/AVP 0 101
-a=rtpmap:0 PCMU/8000
-a=rtpmap:101 telephone-event/8000
-a=fmtp:101 0-15
-a=sendrecv
-a=rtcp:5005 IN IP4 192.0.2.1
-)"));
+    EXPECT_TEXT(offer.text, kAudioOffer);
     EXPECT_EQ(near.GetPhase(), Phase::OfferSent);
     EXPECT_TRUE(near.Streams().empty());
     const auto answer = far.Answer(offer.text);
-    EXPECT_TEXT(answer.text, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.2
-s=-
-c=IN IP4 192.0.2.2
-t=0 0
-m=audio 5004 RTP/AVP 0 101
-a=rtpmap:0 PCMU/8000
-a=rtpmap:101 telephone-event/8000
-a=fmtp:101 0-15
-a=sendrecv
-a=rtcp:5005 IN IP4 192.0.2.2
-)"));
+    EXPECT_TEXT(answer.text, AtAddress(kAudioOffer, "192.0.2.2"));
     EXPECT_TRUE(near.Accept(answer.text).isTaken);
     EXPECT_EQ(near.GetPhase(), Phase::Agreed);
     EXPECT_FALSE(near.NeedsOffer());
@@ -83,30 +62,10 @@ TEST(Negotiator, HoldAndResume) {
 )");
     EXPECT_TRUE(pair.near.NeedsOffer());
     const auto held = Pair::Exchange(pair.near, pair.far);
-    EXPECT_TEXT(held.first, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=audio 5004 RTP/AVP 0 101
-a=rtpmap:0 PCMU/8000
-a=rtpmap:101 telephone-event/8000
-a=fmtp:101 0-15
-a=sendonly
-a=rtcp:5005 IN IP4 192.0.2.1
-)"));
-    EXPECT_TEXT(held.second, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.2
-s=-
-c=IN IP4 192.0.2.2
-t=0 0
-m=audio 5004 RTP/AVP 0 101
-a=rtpmap:0 PCMU/8000
-a=rtpmap:101 telephone-event/8000
-a=fmtp:101 0-15
-a=recvonly
-a=rtcp:5005 IN IP4 192.0.2.2
-)"));
+    EXPECT_TEXT(held.first,
+                Replaced(kAudioOffer, {{kFirstVersion, kSecondVersion}, {"a=sendrecv", "a=sendonly"}}));
+    EXPECT_TEXT(held.second, Replaced(AtAddress(kAudioOffer, "192.0.2.2"),
+                                      {{kFirstVersion, kSecondVersion}, {"a=sendrecv", "a=recvonly"}}));
     EXPECT_TEXT(Lines(pair.near), R"(Held send 0/0 192.0.2.2:5004, this side holds the stream
 )");
     EXPECT_TEXT(Lines(pair.far), R"(Held receive 0/0 192.0.2.1:5004, the far end holds the stream
@@ -189,81 +148,21 @@ TEST(Negotiator, SlidesComeAndGoWithTheirFloorControl) {
     pair.near.Present(true);
     EXPECT_TRUE(pair.near.NeedsOffer());
     const auto started = Pair::Exchange(pair.near, pair.far);
-    EXPECT_TEXT(started.first, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=audio 5004 RTP/AVP 9 104 0 18 101
+    EXPECT_TEXT(started.first, kSlidesOffer);
+    EXPECT_TEXT(started.second, Replaced(AtAddress(kSlidesOffer, "192.0.2.2"),
+                                         {{Text(R"(9 104 0 18 101
 a=rtpmap:9 G722/8000
 a=rtpmap:104 G7221/16000
 a=fmtp:104 bitrate=32000
 a=rtpmap:0 PCMU/8000
 a=rtpmap:18 G729/8000
 a=fmtp:18 annexb=no
-a=rtpmap:101 telephone-event/8000
-a=fmtp:101 0-15
-a=sendrecv
-a=rtcp:5005 IN IP4 192.0.2.1
-m=video 5006 RTP/AVP 97 96
-a=rtpmap:97 H264/90000
-a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
-a=rtpmap:96 H264/90000
-a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
-a=sendrecv
-a=rtcp:5007 IN IP4 192.0.2.1
-a=label:8
-a=content:main
-m=video 5008 RTP/AVP 97 96
-a=rtpmap:97 H264/90000
-a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
-a=rtpmap:96 H264/90000
-a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
-a=sendrecv
-a=rtcp:5009 IN IP4 192.0.2.1
-a=label:9
-a=content:slides
-m=application 5010 UDP/BFCP *
-a=floorctrl:c-s
-a=floorid:2 mstrm:9
-a=confid:15
-a=userid:15
-)"));
-    EXPECT_TEXT(started.second, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.2
-s=-
-c=IN IP4 192.0.2.2
-t=0 0
-m=audio 5004 RTP/AVP 9 101
+)"),
+                                           Text(R"(9 101
 a=rtpmap:9 G722/8000
-a=rtpmap:101 telephone-event/8000
-a=fmtp:101 0-15
-a=sendrecv
-a=rtcp:5005 IN IP4 192.0.2.2
-m=video 5006 RTP/AVP 97 96
-a=rtpmap:97 H264/90000
-a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
-a=rtpmap:96 H264/90000
-a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
-a=sendrecv
-a=rtcp:5007 IN IP4 192.0.2.2
-a=label:8
-a=content:main
-m=video 5008 RTP/AVP 97 96
-a=rtpmap:97 H264/90000
-a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
-a=rtpmap:96 H264/90000
-a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
-a=recvonly
-a=rtcp:5009 IN IP4 192.0.2.2
-a=label:9
-a=content:slides
-m=application 5010 UDP/BFCP *
-a=floorctrl:s-only
-a=floorid:2 mstrm:9
-a=confid:15
-a=userid:15
-)"));
+)")},
+                                          {"a=sendrecv\r\na=rtcp:5009", "a=recvonly\r\na=rtcp:5009"},
+                                          {"a=floorctrl:c-s", "a=floorctrl:s-only"}}));
     EXPECT_TEXT(Lines(pair.near), R"(Start send receive 9/9 192.0.2.2:5004
 Start send receive 97/97 192.0.2.2:5006
 Start send 97/97 192.0.2.2:5008
@@ -276,46 +175,10 @@ Start 192.0.2.1:5010
 )");
     pair.near.Present(false);
     const auto stopped = Pair::Exchange(pair.near, pair.far);
-    EXPECT_TEXT(stopped.first, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 3 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=audio 5004 RTP/AVP 9 104 0 18 101
-a=rtpmap:9 G722/8000
-a=rtpmap:104 G7221/16000
-a=fmtp:104 bitrate=32000
-a=rtpmap:0 PCMU/8000
-a=rtpmap:18 G729/8000
-a=fmtp:18 annexb=no
-a=rtpmap:101 telephone-event/8000
-a=fmtp:101 0-15
-a=sendrecv
-a=rtcp:5005 IN IP4 192.0.2.1
-m=video 5006 RTP/AVP 97 96
-a=rtpmap:97 H264/90000
-a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
-a=rtpmap:96 H264/90000
-a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
-a=sendrecv
-a=rtcp:5007 IN IP4 192.0.2.1
-a=label:8
-a=content:main
-m=video 5008 RTP/AVP 97 96
-a=rtpmap:97 H264/90000
-a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
-a=rtpmap:96 H264/90000
-a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
-a=recvonly
-a=rtcp:5009 IN IP4 192.0.2.1
-a=label:9
-a=content:slides
-m=application 5010 UDP/BFCP *
-a=floorctrl:c-only
-a=floorid:2 mstrm:9
-a=confid:15
-a=userid:15
-)"));
+    EXPECT_TEXT(stopped.first,
+                Replaced(kSlidesOffer, {{kSecondVersion, kThirdVersion},
+                                        {"a=sendrecv\r\na=rtcp:5009", "a=recvonly\r\na=rtcp:5009"},
+                                        {"a=floorctrl:c-s", "a=floorctrl:c-only"}}));
     EXPECT_TEXT(Lines(pair.near), R"(Start send receive 9/9 192.0.2.2:5004
 Start send receive 97/97 192.0.2.2:5006
 Start 97/97 192.0.2.2:5008
@@ -339,21 +202,8 @@ TEST(Negotiator, SlidesThatTheFarEndClosedComeBackToTheirSection) {
         side.Present(false);
         side.Present(true);
         const std::string offer = side.Offer().text;
-        EXPECT_TEXT(offer.substr(offer.find("m=video 5008")), Text(R"(m=video 5008 RTP/AVP 97 96
-a=rtpmap:97 H264/90000
-a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
-a=rtpmap:96 H264/90000
-a=fmtp:96 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;level-asymmetry-allowed=1
-a=sendrecv
-a=rtcp:5009 IN IP4 192.0.2.1
-a=label:9
-a=content:slides
-m=application 5010 UDP/BFCP *
-a=floorctrl:c-s
-a=floorid:2 mstrm:9
-a=confid:15
-a=userid:15
-)"));
+        EXPECT_TEXT(offer.substr(offer.find("m=video 5008")),
+                    kSlidesOffer.substr(kSlidesOffer.find("m=video 5008")));
         ASSERT_TRUE(side.Accept(Far(others + slides + "m=application 30006 UDP/BFCP *\n")).isTaken);
         EXPECT_EQ(side.Streams().size(), 4U);
     }
@@ -368,20 +218,10 @@ TEST(Negotiator, ASecureCallIsGivenNewKeys) {
     ASSERT_TRUE(pair.near.Rekey().isTaken);
     EXPECT_TRUE(pair.near.NeedsOffer());
     const auto texts = Pair::Exchange(pair.near, pair.far);
-    EXPECT_TEXT(texts.first, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=audio 5004 RTP/SAVP 0 101
+    EXPECT_TEXT(texts.first, Replaced(kAudioOffer, {{kFirstVersion, kSecondVersion},
+                                                    {"RTP/AVP 0 101", Text(R"(RTP/SAVP 0 101
 a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:REVGR0hJSktMTU5PUFFSU1RVVldYWVpbXF1eX2Bh
-a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:YmNkZWZnaGlqa2xtbm9wcXJzdHV2d3h5ent8fX5/
-a=rtpmap:0 PCMU/8000
-a=rtpmap:101 telephone-event/8000
-a=fmtp:101 0-15
-a=sendrecv
-a=rtcp:5005 IN IP4 192.0.2.1
-)"));
+a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:YmNkZWZnaGlqa2xtbm9wcXJzdHV2d3h5ent8fX5/)")}}));
     EXPECT_EQ(pair.near.Streams()[0].ourKey, pair.far.Streams()[0].theirKey);
     EXPECT_EQ(pair.near.Streams()[0].changes, std::uint32_t{SDPNegotiator::kKeys});
 }
@@ -391,18 +231,7 @@ TEST(Negotiator, ARefusedSecureOfferIsFollowedByAPlainOne) {
     ASSERT_TRUE(near.Offer().isTaken);
     EXPECT_TRUE(near.Refused(488).isTaken);
     EXPECT_TRUE(near.NeedsOffer());
-    EXPECT_TEXT(near.Offer().text, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=audio 5004 RTP/AVP 0 101
-a=rtpmap:0 PCMU/8000
-a=rtpmap:101 telephone-event/8000
-a=fmtp:101 0-15
-a=sendrecv
-a=rtcp:5005 IN IP4 192.0.2.1
-)"));
+    EXPECT_TEXT(near.Offer().text, Replaced(kAudioOffer, kFirstVersion, kSecondVersion));
     EXPECT_TRUE(near.Refused(488).isTaken);
     EXPECT_FALSE(near.NeedsOffer());
 }
@@ -479,18 +308,9 @@ TEST(Negotiator, ANewAddressMovesTheMediaAndNotTheOrigin) {
     local.strDefaultIPAddr = "2001:db8::9";
     ASSERT_TRUE(pair.near.SetLocal(local).isTaken);
     const auto texts = Pair::Exchange(pair.near, pair.far);
-    EXPECT_TEXT(texts.first, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
-s=-
-c=IN IP6 2001:db8::9
-t=0 0
-m=audio 5004 RTP/AVP 0 101
-a=rtpmap:0 PCMU/8000
-a=rtpmap:101 telephone-event/8000
-a=fmtp:101 0-15
-a=sendrecv
-a=rtcp:5005 IN IP6 2001:db8::9
-)"));
+    EXPECT_TEXT(texts.first, Replaced(kAudioOffer, {{kFirstVersion, kSecondVersion},
+                                                    {"c=IN IP4 192.0.2.1", "c=IN IP6 2001:db8::9"},
+                                                    {"5005 IN IP4 192.0.2.1", "5005 IN IP6 2001:db8::9"}}));
     EXPECT_EQ(pair.far.Streams()[0].changes, std::uint32_t{SDPNegotiator::kAddress});
     EXPECT_TEXT(Lines(pair.far), R"(Start send receive 0/0 2001:db8::9:5004
 )");
@@ -515,24 +335,8 @@ TEST(Negotiator, ADroppedStreamStaysAtPortZeroAndComesBackToItsSlot) {
     LocalSDP local = pair.near.Local();
     local.m_VideoMain.iVideoRTPPort = 0;
     ASSERT_TRUE(pair.near.SetLocal(local).isTaken);
-    EXPECT_TEXT(Pair::Exchange(pair.near, pair.far).first, Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=audio 5004 RTP/AVP 9 104 0 18 101
-a=rtpmap:9 G722/8000
-a=rtpmap:104 G7221/16000
-a=fmtp:104 bitrate=32000
-a=rtpmap:0 PCMU/8000
-a=rtpmap:18 G729/8000
-a=fmtp:18 annexb=no
-a=rtpmap:101 telephone-event/8000
-a=fmtp:101 0-15
-a=sendrecv
-a=rtcp:5005 IN IP4 192.0.2.1
-m=video 0 RTP/AVP 97 96
-)"));
+    EXPECT_TEXT(Pair::Exchange(pair.near, pair.far).first,
+                kSlidesOffer.substr(0, kSlidesOffer.find("m=video")) + "m=video 0 RTP/AVP 97 96\r\n");
     EXPECT_TEXT(Lines(pair.far), R"(Start send receive 9/9 192.0.2.1:5004
 DeclinedByThem, the far end's section has port 0
 )");
