@@ -3,6 +3,7 @@
 #include "Fields.h"
 
 #include "Describe.h"
+#include "DocumentParts.h"
 #include "Expect.h"
 #include "RecordSamples.h"
 
@@ -10,6 +11,7 @@
 #include <iterator>
 #include <regex>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -98,6 +100,13 @@ TEST(Fields, DescribeShowsEachField) {
     samples::ForEachChanged<RemoteSDP>(
         [](const RemoteSDP& changed) { EXPECT_NE(support::Describe(changed), support::kFreshRemote); });
     EXPECT_TEXT(support::Describe(RemoteSDP()), support::kFreshRemote);
+}
+
+TEST(Fields, TheLinesOfADocumentShowEachFieldOfASection) {
+    samples::ForEachChanged<MediaSession>([](const MediaSession& changed) {
+        EXPECT_NE(documents::SectionLines(changed), std::vector<std::string>());
+    });
+    EXPECT_EQ(documents::SectionLines(MediaSession()), std::vector<std::string>());
 }
 
 } // namespace
