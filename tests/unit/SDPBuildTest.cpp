@@ -217,49 +217,15 @@ void AddFiveSections(SDPHandler& h) {
     AddSection(h, MEDIA_UNKNOWN, 5010).strFullMLine = "m=text 5010 RTP/AVP 99";
 }
 
-const char* const kFullAnswer =
-    "v=0\r\n"
-    "o=Quillmarshorizon 1000 2 IN IP4 192.0.2.1\r\n"
-    "s=-\r\n"
-    "c=IN IP4 192.0.2.1\r\n"
-    "b=AS:1000\r\n"
-    "t=0 0\r\n"
-    "m=audio 16384 RTP/AVP 9 101\r\n"
-    "b=TIAS:64000\r\n"
-    "a=rtpmap:9 G722/8000\r\n"
-    "a=rtpmap:101 telephone-event/8000\r\n"
-    "a=fmtp:101 0-15\r\n"
-    "a=sendrecv\r\n"
-    "a=rtcp:16385 IN IP4 192.0.2.1\r\n"
-    "m=video 16386 RTP/AVP 97 126\r\n"
-    "b=TIAS:936000\r\n"
-    "a=rtpmap:97 H264/90000\r\n"
-    "a=fmtp:97 profile-level-id=42001F;max-mbps=108000;max-fs=3601;packetization-mode=1;"
-    "max-rcmd-nalu-size=32000;level-asymmetry-allowed=1\r\n"
-    "a=rtpmap:126 H264/90000\r\n"
-    "a=fmtp:126 profile-level-id=42001F;max-mbps=108000;max-fs=3601;packetization-mode=0;"
-    "max-rcmd-nalu-size=0;level-asymmetry-allowed=1\r\n"
-    "a=sendrecv\r\n"
-    "a=rtcp:16387 IN IP4 192.0.2.1\r\n"
-    "a=label:8\r\n"
-    "a=content:main\r\n"
-    "m=video 16388 RTP/AVP 97 126\r\n"
-    "b=TIAS:936000\r\n"
-    "a=rtpmap:97 H264/90000\r\n"
-    "a=fmtp:97 profile-level-id=420028;max-br=1500;packetization-mode=1;max-rcmd-nalu-size=32000;"
-    "level-asymmetry-allowed=1\r\n"
-    "a=rtpmap:126 H264/90000\r\n"
-    "a=fmtp:126 profile-level-id=420028;max-br=1500;packetization-mode=0;max-rcmd-nalu-size=0;"
-    "level-asymmetry-allowed=1\r\n"
-    "a=recvonly\r\n"
-    "a=rtcp:16389 IN IP4 192.0.2.1\r\n"
-    "a=label:9\r\n"
-    "a=content:slides\r\n"
-    "m=application 16390 UDP/BFCP *\r\n"
-    "a=floorctrl:c-only\r\n"
-    "a=floorid:2 mstrm:9\r\n"
-    "a=confid:15\r\n"
-    "a=userid:15\r\n"
+const std::string kFullAnswer =
+    Replaced(kFullOffer, {{"104 9 0 18 101\r\n", "9 101\r\n"},
+                          {"a=rtpmap:104 G7221/16000\r\n", ""},
+                          {"a=fmtp:104 bitrate=32000\r\n", ""},
+                          {"a=rtpmap:0 PCMU/8000\r\n", ""},
+                          {"a=rtpmap:18 G729/8000\r\n", ""},
+                          {"a=fmtp:18 annexb=no\r\n", ""},
+                          {"a=sendrecv\r\na=rtcp:16389", "a=recvonly\r\na=rtcp:16389"},
+                          {"a=floorctrl:c-s", "a=floorctrl:c-only"}}) +
     "m=video 0 RTP/AVP 97 98\r\n"
     "c=IN IP4 192.0.2.7\r\n"
     "m=audio 0 RTP/AVP 9 0\r\n"
@@ -277,7 +243,7 @@ TEST(SDPBuild, AnswerWithoutFloorControlSupportLeavesThePresentationOut) {
     SDPHandler h;
     Start(h, PresentationLocal());
     AddFiveSections(h);
-    const std::string fullText = kFullAnswer;
+    const std::string& fullText = kFullAnswer;
     EXPECT_TEXT(h.GetAnswer(), fullText.substr(0, fullText.find("m=video 16388")) +
                                    "m=video 0 RTP/AVP 97 98\r\n"
                                    "c=IN IP4 192.0.2.7\r\n"
