@@ -196,8 +196,11 @@ void Follower::TakeSession(const SDPLine& line, ExplainedLine& explained) {
 }
 
 void Finish(ExplainedLine& explained, const TextLine& line, const Host& host, const Reading& reading) {
+    bool isHere = true; // and not in a line that is joined to this one
     if (host.row != SDPRow::None) {
-        explained.column = KeywordAt(host.text, host.row) + 1;
+        const std::size_t at = KeywordAt(host.text, host.row);
+        explained.column = at + 1;
+        isHere = at < line.text.size();
     }
     // A keyword that is misspelled leaves the row of all attributes, and the line is not another one by that.
     const bool isOther =
@@ -206,7 +209,7 @@ void Finish(ExplainedLine& explained, const TextLine& line, const Host& host, co
     if (host.count == 1 && isOther) {
         explained.verdict = ExplainVerdict::Misread;
         explained.ledger = "P01";
-    } else if (host.count > 1 && (explained.verdict == ExplainVerdict::Dropped ||
+    } else if (host.count > 1 && (!isHere || explained.verdict == ExplainVerdict::Dropped ||
                                   explained.verdict == ExplainVerdict::Ignored)) {
         explained.verdict = ExplainVerdict::Joined;
         explained.byLine = line.number + 1;
