@@ -37,7 +37,7 @@ struct Piece {
         return kind == Kind::Words && other.kind == Kind::Words &&
                text.substr(0, length) != other.text.substr(0, length);
     }
-    /// Equal pieces have equal words; unequal ones may have.
+    /// Equal pieces have equal words; unequal pieces may have equal words too.
     bool operator==(const Piece& other) const {
         return kind == other.kind && number == other.number && text.size() == other.text.size() &&
                (text.data() == other.text.data() || text == other.text);

@@ -143,4 +143,16 @@ std::string FreePayload(const MeantSection& section) {
     return "96";
 }
 
+std::vector<ExplainTopic> TopicsOf(const MeantSection& section, bool isSlides) {
+    if (section.media == "audio") {
+        return {ExplainTopic::AudioSend, ExplainTopic::AudioReceive, ExplainTopic::AudioCodec};
+    }
+    if (section.media == "video") {
+        return isSlides ? std::vector<ExplainTopic>{ExplainTopic::Slides}
+                        : std::vector<ExplainTopic>{ExplainTopic::MainSend, ExplainTopic::MainReceive,
+                                                    ExplainTopic::MainPicture};
+    }
+    return {ExplainTopic::Floor};
+}
+
 } // namespace explain

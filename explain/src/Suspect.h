@@ -58,6 +58,9 @@ struct Scene {
     Suspect surplus{};                                   ///< what a caller writes to beyond the limit
 };
 
+/// The topics of a section's stream; of floor control for everything but audio and video.
+std::vector<ExplainTopic> TopicsOf(const MeantSection& section, bool isSlides);
+
 // The finders, in the order in which they run.
 void FindLocalAudio(Scene& scene);
 void FindLocalVideo(Scene& scene);

@@ -83,11 +83,9 @@ bool HasLoneCr(const Host& host) {
 /// An m= line that was cut: whatever came after it is not there either, so its edit alone mends nothing.
 void AddCutSection(Scene& scene, Suspect& suspect) {
     const MeantSection& section = scene.reading.sections.back();
-    std::vector<Topic> topics = {Topic::Floor};
-    if (section.media == "audio") {
-        topics = {Topic::AudioCodec, Topic::AudioSend, Topic::AudioReceive};
-    } else if (section.media == "video") {
-        topics = {Topic::MainPicture, Topic::MainSend, Topic::MainReceive, Topic::Slides};
+    std::vector<Topic> topics = TopicsOf(section, false);
+    if (section.media == "video") {
+        topics.push_back(Topic::Slides); // Its content line is cut off, too.
     }
     for (const Topic topic : topics) {
         suspect.Know(topic, {"The text ends within the m= line of the ", AsShown(section.media),

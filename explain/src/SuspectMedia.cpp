@@ -39,17 +39,6 @@ constexpr Rule kDtls = {"E27", "", ExplainSeverity::Error, 50,
                         "DTLS (fingerprint and setup lines) is not read, and the transport is not examined: "
                         "the answer says RTP/AVP and has no a=crypto line and no key."};
 
-std::vector<Topic> TopicsOf(const MeantSection& section, bool isSlides) {
-    if (section.media == "audio") {
-        return {Topic::AudioSend, Topic::AudioReceive, Topic::AudioCodec};
-    }
-    if (section.media == "video") {
-        return isSlides ? std::vector<Topic>{Topic::Slides}
-                        : std::vector<Topic>{Topic::MainSend, Topic::MainReceive, Topic::MainPicture};
-    }
-    return {Topic::Floor};
-}
-
 bool IsBundleOnly(const Scene& scene, const MeantSection& section) {
     for (std::size_t i = section.line; i <= section.last; ++i) {
         if (BeginsWith(scene.reading.lines[i].text, "a=bundle-only")) {

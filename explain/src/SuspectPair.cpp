@@ -37,15 +37,9 @@ constexpr Rule kOwnKey = {
     "The key of their line is the one that they send with; it has to differ from ours (RFC 4568, 6.1)."};
 
 std::vector<Topic> TopicsOfPair(const MeantSection& section, bool isSlides) {
-    if (section.media == "audio") {
-        return {Topic::AudioCodec, Topic::AudioSend, Topic::AudioReceive, Topic::Call};
-    }
-    if (section.media == "video") {
-        return isSlides
-                   ? std::vector<Topic>{Topic::Slides, Topic::Call}
-                   : std::vector<Topic>{Topic::MainPicture, Topic::MainSend, Topic::MainReceive, Topic::Call};
-    }
-    return {Topic::Floor, Topic::Call};
+    std::vector<Topic> topics = TopicsOf(section, isSlides);
+    topics.push_back(Topic::Call);
+    return topics;
 }
 
 /// Whether the answer has a further video section of the kind that stands at this place of the offer.

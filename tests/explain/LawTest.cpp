@@ -44,6 +44,21 @@ TEST(ExplainLaw, LinesThatChangeNothingCanBeDeleted) {
     }
 }
 
+// Where LF alone parts two lines, the component reads one, by the first keyword in it (P03).
+TEST(ExplainLines, AKeywordInAJoinedLineIsNotTheFirstLines) {
+    ExplainInput input =
+        Side("v=0\r\nm=application 5070 UDP/BFCP *\r\no=webgw 6120983314\na=floorctrl:c-only\r\n");
+    std::string verdicts;
+    for (const ExplainedLine& line : ExplainLines(input)) {
+        verdicts += std::to_string(line.number) + " " + ExplainVerdictName(line.verdict) + " " +
+                    std::to_string(line.byLine) + "\n";
+    }
+    EXPECT_EQ(verdicts, "1 ignored 0\n"
+                        "2 used 0\n"
+                        "3 joined 4\n"
+                        "4 joined 3\n");
+}
+
 /// What is counted of a finding.
 std::string Bare(const ExplainFinding& finding) {
     std::string text = std::string(finding.id) + " " + ExplainTopicName(finding.topic) + " " +

@@ -1,14 +1,12 @@
 #!/usr/bin/env python3
-"""Puts the table of a run and the versions of the programs into a page, between its two marks.
+"""Prints the table of a run, and below it the versions of the programs.
 
-    page.py TABLE PAGE
+    page.py TABLE
 """
 import pathlib
 import subprocess
 import sys
 
-BEGIN = "<!-- table of scripts/realcall: begin -->\n"
-END = "<!-- table of scripts/realcall: end -->\n"
 PACKAGES = ["baresip-core", "linphone-cli", "ffmpeg", "libre0", "libsofia-sip-ua0", "libosip2-15", "tshark"]
 
 
@@ -18,13 +16,8 @@ def version_of(package):
 
 
 def main():
-    table, page = (pathlib.Path(name) for name in sys.argv[1:3])
-    text = page.read_text()
-    before, rest = text.split(BEGIN)
-    _, after = rest.split(END)
     versions = "".join(f"| `{package}` | {version_of(package)} |\n" for package in PACKAGES)
-    body = f"\n{table.read_text()}\n| Debian package | version |\n| --- | --- |\n{versions}\n"
-    page.write_text(before + BEGIN + body + END + after)
+    print(f"\n{pathlib.Path(sys.argv[1]).read_text()}\n| Debian package | version |\n| --- | --- |\n{versions}")
 
 
 if __name__ == "__main__":

@@ -72,7 +72,7 @@ inline int RegisterDocuments(const std::string& directory) {
         }
     }
     if (paths.empty()) {
-        paths.insert(tests + directory); // It cannot be read, which is said by a test that fails.
+        paths.insert(tests + directory); // A directory cannot be read, so a failing test reports it.
     }
     for (const std::string& path : paths) {
         try {
