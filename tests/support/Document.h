@@ -146,13 +146,14 @@ inline Document ReadDocument(const std::string& path, const std::string& text) {
     return Reader().Read(path, text);
 }
 
-/// The bytes of a block's lines. A line ends in CR LF; one that ends in "\n" or "\r" has that end alone, and
-/// one that ends in a lone backslash has none: the next line goes on where it stops.
-inline std::string Unescape(const Line& line) {
+/// The bytes of a block's line. A line ends in CR LF, that of another kind of block in `end`; one that ends
+/// in
+/// "\n" or "\r" has that end alone, and one that ends in a lone backslash has none: the next line goes on
+/// where it stops.
+inline std::string Unescape(const Line& line, std::string end = "\r\n") {
     static const std::string letters = "rnt\\";
     static const std::string bytes = "\r\n\t\\";
     std::string out;
-    std::string end = "\r\n";
     for (std::size_t at = 0; at < line.text.size(); ++at) {
         const bool isLast = at + 1 == line.text.size();
         if (line.text[at] != '\\') {

@@ -5,11 +5,11 @@
 #include "Describe.h"
 #include "DocumentLocal.h"
 #include "DocumentParts.h"
+#include "DocumentPlay.h"
 #include "Expect.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -19,55 +19,19 @@
 
 namespace documents {
 
-/// Gets the line of a difference and what it is.
-using Report = std::function<void(const Line&, const std::string&)>;
-
 /// Plays the steps of one test. `near` is at 192.0.2.1 with session id 1000; `far` has what its set says, at
 /// 192.0.2.2, 4000 ports higher, with session id 2000.
-class Player {
+class Player : public StepPlayer<Player> {
 public:
-    explicit Player(Report report) : m_report(std::move(report)) {}
-
-    void Play(const Step& step) {
-        m_step = step;
-        m_words = WordsOf(step.head.text);
-        for (const Row& row : Rows()) {
-            if (Matches(row.pattern)) {
-                if (!row.takesLines && !step.block.empty()) {
-                    throw Malformed(step.block[0], "the step takes no lines");
-                }
-                (this->*row.play)();
-                return;
-            }
-        }
-        throw Malformed(step.head, "no such step");
-    }
-
-    /// How many texts and records were compared.
-    int Compared() const { return m_compared; }
+    using StepPlayer::StepPlayer;
 
 private:
-    using Lines = std::vector<Line>;
+    friend StepPlayer;
     struct Side {
         SDPHandler handler;
         RemoteSDP remote;
     };
-    struct Row {
-        const char* pattern; // a word in capitals matches any word; one in brackets may be left out
-        bool takesLines;
-        void (Player::*play)();
-    };
     static const std::vector<Row>& Rows();
-
-    bool Matches(const char* pattern) const {
-        const std::vector<std::string> wanted = WordsOf(pattern);
-        const std::size_t least = wanted.size() - (wanted.back()[0] == '[' ? 1 : 0);
-        return m_words.size() >= least && m_words.size() <= wanted.size() &&
-               std::equal(m_words.begin(), m_words.end(), wanted.begin(),
-                          [](const std::string& word, const std::string& want) {
-                              return want == word || want[0] == '[' || (want[0] >= 'A' && want[0] <= 'Z');
-                          });
-    }
 
     template <typename Value>
     void Define(std::map<std::string, Value>& named, Value value) {
@@ -111,23 +75,6 @@ private:
     }
 
     Side& TheSide() const { return *Find(m_sides, 0); }
-
-    // Expected lines carry their ends. A difference is reported at the first line that differs, or at the
-    // step when no line of the document does.
-    void Compare(const std::string& actual, const Lines& expected) {
-        ++m_compared;
-        const Line* different = &m_step.head;
-        std::string text;
-        for (const Line& line : expected) {
-            if (different == &m_step.head && actual.compare(text.size(), line.text.size(), line.text) != 0) {
-                different = &line;
-            }
-            text += line.text;
-        }
-        if (const auto same = support::SameText("this program", "this document", actual, text); !same) {
-            m_report(*different, m_step.head.text + ": " + same.message());
-        }
-    }
 
     void CompareRecord(const RemoteSDP& remote, const Lines& rows) {
         Lines expected;
@@ -235,9 +182,6 @@ private:
         }
     }
 
-    Report m_report;
-    Step m_step;
-    std::vector<std::string> m_words;
     std::map<std::string, Lines> m_texts;
     std::map<std::string, Lines> m_records;
     std::map<std::string, LocalSDP> m_locals = {{"audio", support::AudioLocal()},
@@ -246,7 +190,6 @@ private:
                                                 {"new", LocalSDP()}};
     std::map<std::string, std::shared_ptr<Side>> m_sides;
     std::string m_arriving;
-    int m_compared = 0;
 };
 
 inline const std::vector<Player::Row>& Player::Rows() {
@@ -277,19 +220,6 @@ inline const std::vector<Player::Row>& Player::Rows() {
         {"SIDE has section count COUNT", false, &Player::HasSections},
     };
     return rows;
-}
-
-/// Plays the shared steps and then those of the section. Without a comparison the section is malformed.
-inline void Run(const std::vector<Step>& shared, const Section& section, const Report& report) {
-    Player player(report);
-    for (const std::vector<Step>* steps : {&shared, &section.steps}) {
-        for (const Step& step : *steps) {
-            player.Play(step);
-        }
-    }
-    if (player.Compared() == 0) {
-        throw Malformed(section.heading, "a section that compares nothing");
-    }
 }
 
 } // namespace documents

@@ -15,7 +15,7 @@ std::string ReportsOf(const std::string& text) {
     try {
         const documents::Document document = documents::ReadDocument("a.cases", text);
         for (const documents::Section& section : document.sections) {
-            documents::Run(document.shared, section, report);
+            documents::Run<documents::Player>(document.shared, section, report);
         }
     } catch (const documents::Malformed& problem) {
         reports += std::string(problem.what()) + "\n";

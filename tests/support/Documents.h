@@ -49,20 +49,22 @@ inline Document ReadFile(const std::string& path) {
     return ReadDocument(path, {std::istreambuf_iterator<char>(file), {}});
 }
 
-inline void RegisterFile(const std::string& path, const std::vector<Step>& common) {
+template <typename Player>
+void RegisterFile(const std::string& path, const std::vector<Step>& common) {
     const Document document = ReadFile(path);
     std::vector<Step> shared = common;
     shared.insert(shared.end(), document.shared.begin(), document.shared.end());
     for (const Section& section : document.sections) {
         const std::string& name = section.heading.text;
         Register(name.substr(0, name.find('.')), name.substr(name.find('.') + 1), section.heading,
-                 [shared, section](const Report& report) { Run(shared, section, report); });
+                 [shared, section](const Report& report) { Run<Player>(shared, section, report); });
     }
 }
 
-/// Registers the documents of a directory of tests; returns how many. tests/support/locals.cases defines the
-/// local sets that all documents share.
-inline int RegisterDocuments(const std::string& directory) {
+/// Registers the documents of a directory of tests; returns how many. The steps of `common`, a document of
+/// tests/ or "", are those of every section.
+template <typename Player>
+int RegisterDocumentsOf(const std::string& directory, const std::string& common) {
     const std::string tests = std::string(COMMONMEDIA_SOURCE_DIR) + "/tests/";
     std::set<std::string> paths;
     std::error_code error;
@@ -76,13 +78,19 @@ inline int RegisterDocuments(const std::string& directory) {
     }
     for (const std::string& path : paths) {
         try {
-            RegisterFile(path, ReadFile(tests + "support/locals.cases").shared);
+            RegisterFile<Player>(path,
+                                 common.empty() ? std::vector<Step>() : ReadFile(tests + common).shared);
         } catch (const Malformed& problem) {
             const std::string stem = std::filesystem::path(path).stem().string();
             Register("Malformed", stem, problem.Where(), [problem](const Report&) { throw problem; });
         }
     }
     return static_cast<int>(paths.size());
+}
+
+/// The same for documents of handlers. tests/support/locals.cases defines the local sets that they share.
+inline int RegisterDocuments(const std::string& directory) {
+    return RegisterDocumentsOf<Player>(directory, "support/locals.cases");
 }
 
 } // namespace documents
