@@ -6,6 +6,7 @@
 
 #include "Reading.h"
 #include "SDPLines.h"
+#include "SDPText.h"
 #include "State.h"
 
 namespace explain {
@@ -20,7 +21,7 @@ const RtpMap* FormatOf(const SDPLine& line, std::string_view text, Formats& form
             formats.byPayload.emplace(format->strPayload, format);
         }
     }
-    const auto found = formats.byPayload.find(PayloadOf(text));
+    const auto found = formats.byPayload.find(PayloadTaken(line, text));
     return found == formats.byPayload.end() ? nullptr : found->second;
 }
 
@@ -53,7 +54,7 @@ LineValue ValueOfIce(const MediaSession& section, std::string_view text) {
 
 /// A handler that has read one section and this line, after a line that gives the field another value.
 LineValue ValueAlone(const SDPLine& line, std::string_view text, const char* before) {
-    const std::string payload(PayloadOf(text));
+    const std::string payload(PayloadTaken(line, text));
     const char* const media = line.section->eMedia == MEDIA_VIDEO   ? "video"
                               : line.section->eMedia == MEDIA_AUDIO ? "audio"
                                                                     : "application";
@@ -98,6 +99,13 @@ constexpr Opposites kOpposites[] = {
 };
 
 } // namespace
+
+std::string_view PayloadTaken(const SDPLine& line, std::string_view text) {
+    const bool isRtpmap = line.row == SDPRow::Rtpmap;
+    const std::string_view first = isRtpmap ? sdp::Words(text).Next() : text.substr(0, text.find(' '));
+    const std::size_t at = isRtpmap ? sizeof "a=rtpmap:" - 1 : sizeof "a=fmtp:" - 1;
+    return first.size() < at ? std::string_view() : first.substr(at);
+}
 
 LineValue ValueOfLine(const SDPLine& line, std::string_view text, Formats& formats) {
     if (line.section == nullptr) {

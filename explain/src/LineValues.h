@@ -27,6 +27,9 @@ struct SessionValue {
     std::string shown;
 };
 
+/// The payload type that the component takes from an rtpmap or fmtp line: it begins at a fixed offset,
+/// whatever stands before it (P20, P22). Empty when the line is too short.
+std::string_view PayloadTaken(const SDPLine& line, std::string_view text);
 /// The value that a line of this row works on in its section.
 LineValue ValueOfLine(const SDPLine& line, std::string_view text, Formats& formats);
 /// Whether the row understands a line that changed nothing, so that it says what already holds.

@@ -106,7 +106,7 @@ std::string Follower::KeyOf(const SDPLine& line) const {
     const std::string_view text = m_reading.hosts[m_host].text;
     std::string key =
         std::to_string(static_cast<int>(line.row)) + "/" +
-        (line.row == SDPRow::Rtpmap || line.row == SDPRow::Fmtp ? std::string(PayloadOf(text)) : "");
+        (line.row == SDPRow::Rtpmap || line.row == SDPRow::Fmtp ? std::string(PayloadTaken(line, text)) : "");
     return line.row == SDPRow::Ice ? key + std::string(m_before.field) : key;
 }
 

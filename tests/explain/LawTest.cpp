@@ -44,19 +44,36 @@ TEST(ExplainLaw, LinesThatChangeNothingCanBeDeleted) {
     }
 }
 
-// Where LF alone parts two lines, the component reads one, by the first keyword in it (P03).
-TEST(ExplainLines, AKeywordInAJoinedLineIsNotTheFirstLines) {
-    ExplainInput input =
-        Side("v=0\r\nm=application 5070 UDP/BFCP *\r\no=webgw 6120983314\na=floorctrl:c-only\r\n");
+/// "7 joined 8": number, verdict, the other line or 0.
+std::string VerdictsOf(const std::string& remote) {
     std::string verdicts;
-    for (const ExplainedLine& line : ExplainLines(input)) {
+    for (const ExplainedLine& line : ExplainLines(Side(remote))) {
         verdicts += std::to_string(line.number) + " " + ExplainVerdictName(line.verdict) + " " +
                     std::to_string(line.byLine) + "\n";
     }
-    EXPECT_EQ(verdicts, "1 ignored 0\n"
-                        "2 used 0\n"
-                        "3 joined 4\n"
-                        "4 joined 3\n");
+    return verdicts;
+}
+
+// Where LF alone parts two lines, the component reads one, by the first keyword in it (P03).
+TEST(ExplainLines, AKeywordInAJoinedLineIsNotTheFirstLines) {
+    EXPECT_EQ(
+        VerdictsOf("v=0\r\nm=application 5070 UDP/BFCP *\r\no=webgw 6120983314\na=floorctrl:c-only\r\n"),
+        "1 ignored 0\n"
+        "2 used 0\n"
+        "3 joined 4\n"
+        "4 joined 3\n");
+}
+
+// The payload type of an rtpmap line begins after nine characters, with or without a colon (P22).
+TEST(ExplainLines, APayloadTypeBeginsWhereTheComponentTakesIt) {
+    EXPECT_EQ(VerdictsOf("m=video 5070 RTP/AVP 97 ab\r\n"
+                         "a=rtpmap797 H264/90000\r\n"
+                         "a=rtpmap:ab H264/90000\r\n"
+                         "a=rtpmap: 97 VP8/90000\r\n"),
+              "1 used 0\n"
+              "2 tolerated 0\n"
+              "3 used 0\n"
+              "4 dropped 0\n");
 }
 
 /// What is counted of a finding.
