@@ -30,13 +30,14 @@ bool IsZero(const unsigned char* bytes, int length) {
     return std::all_of(bytes, bytes + length, [](unsigned char byte) { return byte == 0; });
 }
 
-void AddTheirKey(State& state, const MediaSession* section, baseSDP::SRTP_M_LINE stream) {
+void AddTheirKey(State& state, const ExplainInput& input, const MediaSession* section,
+                 baseSDP::SRTP_M_LINE stream) {
     const char* const name = kStreamNames[stream];
     const Topic topic = kEncryption[stream];
     if (section == nullptr || section->cryptoAlgo == CryptoParams::CRYPTO_NONE) {
-        state.Say({topic, About::Suite, 0, true, true},
+        state.Say({topic, About::Suite, 0, true, true, section == nullptr || !input.srtp},
                   {"no suite is read for ", name, ", so it is not encrypted"});
-        state.Say({topic, About::Key, 0, true, true}, {"there is no key for ", name});
+        state.Say({topic, About::Key, 0, true, true, true}, {"there is no key for ", name});
         return;
     }
     state.Say({topic, About::Suite, 0, false, true},
@@ -108,6 +109,7 @@ void AddIce(State& state, const RemoteSections& sections) {
         const bool hasPassword = !section.stricepwd.empty();
         Fact fact{Topic::Ice, About::Ice, static_cast<unsigned char>(kind * (kSectionsSaid + 1) + number),
                   hasUser != hasPassword || (!hasUser && !section.vecCandidate.empty()), true};
+        fact.isIdle = !hasUser && !hasPassword && section.vecCandidate.empty();
         fact.hidden =
             std::hash<std::string>()(section.striceufrag) ^ (std::hash<std::string>()(section.stricepwd) * 3);
         for (const std::string& candidate : section.vecCandidate) {
@@ -218,7 +220,7 @@ void AddRejection(State& state, const ExplainInput& input, const RemoteSections&
 void AddSecurityFacts(State& state, const ExplainInput& input, const RemoteSections& sections) {
     for (const auto stream : {baseSDP::SRTP_AUDIO, baseSDP::SRTP_VIDEO, baseSDP::SRTP_VIDEO_PRESO}) {
         const MediaSession* const section = SectionOfStream(sections, stream);
-        AddTheirKey(state, section, stream);
+        AddTheirKey(state, input, section, stream);
         AddOurKey(state, input, section, stream);
     }
     AddIce(state, sections);

@@ -83,25 +83,27 @@ void AddTheirs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE str
     const bool runs = view.isThere && view.hasCodec;
     const bool isMuted = stream == baseSDP::SRTP_VIDEO && input.local.fVideoTxMuted;
     const auto& [carries, sends, receives] = kTopics[stream];
+    const bool isTakenAsMain = stream == baseSDP::SRTP_VIDEO_PRESO && state.record.m_VideoMain.fIsVideoValid;
     if (view.isThere) {
         state.Say({carries, About::Codec, which, !runs, true},
                   {name, " has ", view.codec[0], view.codec[1], view.codec[2]});
     } else {
-        state.Say({carries, About::Codec, which, !runs, true},
-                  {"there is no section for ", name,
-                   stream == baseSDP::SRTP_VIDEO_PRESO ? ", all video counts as main video" : ""});
+        state.Say(
+            {carries, About::Codec, which, !runs, true},
+            {"there is no section for ", name, isTakenAsMain ? ", all video counts as main video" : ""});
     }
     const bool isSent = runs && view.send && !isMuted;
-    state.Say({sends, About::Sending, which, !isSent}, {name, isSent ? " is sent" : " is not sent"});
+    state.Say({sends, About::Sending, which, !isSent, false, !runs},
+              {name, isSent ? " is sent" : " is not sent"});
     const bool isReceived = runs && view.receive;
-    state.Say({receives, About::Receiving, which, !isReceived},
+    state.Say({receives, About::Receiving, which, !isReceived, false, !runs},
               {name, isReceived ? " is received" : " is not received"});
     if (!view.isThere) {
-        state.Say({sends, About::Place, which, true, true}, {"there is no section for ", name});
+        state.Say({sends, About::Place, which, true, true, true}, {"there is no section for ", name});
     } else if (view.address.empty()) {
-        state.Say({sends, About::Place, which, true, true}, {name, " has no address to be sent to"});
+        state.Say({sends, About::Place, which, true, true, !runs}, {name, " has no address to be sent to"});
     } else {
-        state.Say({sends, About::Place, which, IsDeadPlace(view), true},
+        state.Say({sends, About::Place, which, IsDeadPlace(view), true, !runs},
                   {name, " is sent to the address ", AsShown(view.address), " port ", view.port});
     }
     if (stream != baseSDP::SRTP_AUDIO && runs) {
@@ -109,7 +111,7 @@ void AddTheirs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE str
         SayLimits(state,
                   stream == baseSDP::SRTP_VIDEO ? state.record.m_VideoMain : state.record.m_VideoPreso);
     } else if (stream != baseSDP::SRTP_AUDIO) {
-        state.Say({carries, About::Limits, which, true}, {name, " has no picture format"});
+        state.Say({carries, About::Limits, which, true, false, true}, {name, " has no picture format"});
     }
 }
 
@@ -180,9 +182,9 @@ void AddFloor(State& state, const ExplainInput& input, const RemoteSections& sec
     } else {
         state.Say(port, {"there is no floor control section"});
     }
-    state.Say({Topic::Floor, About::Ids},
+    state.Say({Topic::Floor, About::Ids, 0, false, false, !isThere},
               {"the conference is ", record.iBfcpConfid, " and the user ", record.iBfcpUserid});
-    state.Say({Topic::Floor, About::Role},
+    state.Say({Topic::Floor, About::Role, 0, false, false, !isThere},
               {record.fBfcpIsServer ? "the far end is the floor control server"
                                     : "the far end is taken as floor control client"});
     const char* const text = input.remoteAnswers ? "our offer" : "our answer";
@@ -234,7 +236,8 @@ void AddStreamFacts(State& state, const ExplainInput& input, const RemoteSection
     AddTones(state);
     const std::int32_t theirs = state.record.iMaxBandwidth;
     if (theirs == 0) {
-        state.Say({Topic::Bandwidth, About::Bandwidth}, {"the far end's bandwidth is not limited"});
+        state.Say({Topic::Bandwidth, About::Bandwidth, 0, false, false, true},
+                  {"the far end's bandwidth is not limited"});
     } else {
         state.Say({Topic::Bandwidth, About::Bandwidth}, {"the far end's limit is ", theirs, " bit/s"});
     }

@@ -54,6 +54,7 @@ struct Fact {
         0;               ///< a stream or a section; the three are the same in every run and together unique
     bool isDead = false; ///< with this value the topic's stream does not work
     bool isHard = false; ///< another value is an error and not a weakness: address, port, key
+    bool isIdle = false; ///< says that there is nothing to start with; left out where a start is told
     std::size_t hidden = 0; ///< compared, never shown: a hash of key text
     std::size_t begin = 0;  ///< index of the first piece of its clause
     std::size_t count = 0;  ///< pieces of its clause

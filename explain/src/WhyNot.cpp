@@ -1,5 +1,5 @@
-// Stage: pairs of remote formats and local codecs, and two descriptions compared.
-// Input: everything that decides how the call comes up. Output: pairs and phrases.
+// Stage: pairs of remote formats and local codecs.
+// Input: everything that decides how the call comes up. Output: pairs.
 // Touches nothing. Whether a format is a codec is decided by a run of the component on this format alone;
 // the first test that failed is the first whose mending makes it a match.
 // Test: tests/explain/WhyNotTest.cpp
@@ -102,15 +102,6 @@ bool IsOurs(const LocalSDP& local, const Codec& codec) {
                                   : (local.m_VideoMain.eVideoCodec & codec.codec) != 0;
 }
 
-/// Facts about what the engine starts; the others are about our text.
-bool IsForEngine(const Fact& fact) {
-    static constexpr About kOurs[] = {About::OurCodec, About::OurSending, About::OurReceiving,
-                                      About::OurKey,   About::OurFloor,   About::OurBandwidth,
-                                      About::Served,   About::Match};
-    return fact.topic != ExplainTopic::Call &&
-           std::find(std::begin(kOurs), std::end(kOurs), fact.about) == std::end(kOurs);
-}
-
 } // namespace
 
 } // namespace explain
@@ -144,38 +135,4 @@ std::vector<ExplainPair> ExplainWhyNot(const ExplainInput& input) {
         }
     }
     return pairs;
-}
-
-std::vector<std::string> ExplainDifference(const ExplainInput& input, std::string_view older,
-                                           std::string_view newer) {
-    using namespace explain;
-    ExplainInput then = input;
-    then.remote = older;
-    ExplainInput now = input;
-    now.remote = newer;
-    now.before = older;
-    State before;
-    Run(then, before);
-    State after;
-    Run(now, after);
-    std::vector<std::string> phrases;
-    for (const Fact& fact : after.Facts()) {
-        const auto earlier = std::find_if(before.Facts().begin(), before.Facts().end(),
-                                          [&](const Fact& other) { return other.IsSame(fact); });
-        const bool isNew = earlier == before.Facts().end();
-        const std::string clause = after.ClauseOf(fact);
-        const bool saysSame = !isNew && before.ClauseOf(*earlier) == clause;
-        if (!IsForEngine(fact) || (saysSame && earlier->hidden == fact.hidden)) {
-            continue;
-        }
-        std::string phrase;
-        Append(phrase, {ExplainTopicName(fact.topic), ": ", clause});
-        if (saysSame) {
-            phrase += ", which is another one than before";
-        } else if (!isNew) {
-            Append(phrase, {"; before, ", before.ClauseOf(*earlier)});
-        }
-        phrases.push_back(std::move(phrase));
-    }
-    return phrases;
 }

@@ -1,4 +1,4 @@
-// Pairs of remote formats and local codecs, and what changes between two descriptions.
+// Pairs of remote formats and local codecs.
 #include "Texts.h"
 
 #include <gtest/gtest.h>
@@ -53,32 +53,6 @@ TEST(ExplainWhyNot, ACodecThatThisSideLacksIsNoMatch) {
     input.local.eAudioCodec = PAYLOAD_G722;
     const std::vector<std::string> expected = {"18 : This side does not have G.729 in its codec set."};
     EXPECT_EQ(PairsOf(input, PAYLOAD_G729), expected);
-}
-
-constexpr const char* kCall = "v=0\r\nc=IN IP4 192.0.2.2\r\nm=audio 5004 RTP/AVP 0\r\n";
-
-TEST(ExplainDifference, ALineWithoutEffectIsNoDifference) {
-    const std::string newer = std::string(kCall) + "a=ptime:20\r\na=sendrecv\r\n";
-    EXPECT_EQ(ExplainDifference(Side(""), kCall, newer), std::vector<std::string>());
-}
-
-TEST(ExplainDifference, HoldAndAnotherAddressAreSaid) {
-    const std::string newer = "v=0\r\nc=IN IP4 192.0.2.9\r\nm=audio 5004 RTP/AVP 0\r\na=sendonly\r\n";
-    const std::vector<std::string> expected = {
-        "audio.send: audio is not sent; before, audio is sent",
-        "audio.send: audio is sent to the address 192.0.2.9 port 5004; before, audio is sent to the address "
-        "192.0.2.2 port 5004",
-    };
-    EXPECT_EQ(ExplainDifference(Side(""), kCall, newer), expected);
-}
-
-TEST(ExplainDifference, ANewKeyIsSaidAndNotShown) {
-    const std::string line = "a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:";
-    const std::string older = kCall + line + "YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0\r\n";
-    const std::string newer = kCall + line + "bmVhciBhdWRpbyBrZXkgMW5lYXIgYXVkaW9zYWx0\r\n";
-    const std::vector<std::string> expected = {
-        "encryption.audio: audio is decrypted with the key of tag 1, which is another one than before"};
-    EXPECT_EQ(ExplainDifference(Side(""), older, newer), expected);
 }
 
 } // namespace

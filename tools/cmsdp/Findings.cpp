@@ -9,6 +9,7 @@
 #include "Words.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace cmsdp {
 
@@ -33,6 +34,15 @@ std::vector<ExplainFinding> Asked(const CommandLine& line, const std::vector<Exp
     if (line.top && asked.size() > 1) {
         asked.resize(1);
     }
+    return asked;
+}
+
+std::vector<std::string> AskedPhrases(const CommandLine& line, const std::vector<std::string>& phrases) {
+    std::vector<std::string> asked;
+    std::copy_if(phrases.begin(), phrases.end(), std::back_inserter(asked),
+                 [&line](const std::string& phrase) {
+                     return !line.about || phrase.compare(0, line.about->size() + 2, *line.about + ": ") == 0;
+                 });
     return asked;
 }
 

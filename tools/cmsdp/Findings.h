@@ -1,4 +1,4 @@
-// Which findings the user asked for: --about and --top.
+// Which findings and phrases the user asked for: --about and --top.
 //
 // Tests: tests/tool/TimelineTest.cpp
 #pragma once
@@ -6,6 +6,7 @@
 #include "CommandLine.h"
 #include "SDPExplain.h"
 
+#include <string>
 #include <vector>
 
 namespace cmsdp {
@@ -15,5 +16,8 @@ void CheckTopic(const CommandLine& line);
 
 /// The findings of the topic of --about, and of these with --top the first.
 std::vector<ExplainFinding> Asked(const CommandLine& line, const std::vector<ExplainFinding>& findings);
+
+/// The phrases of the topic of --about; a phrase begins with its topic, as in "dtmf: ...".
+std::vector<std::string> AskedPhrases(const CommandLine& line, const std::vector<std::string>& phrases);
 
 } // namespace cmsdp

@@ -72,9 +72,8 @@ void Evaluate(Call& call, const Capabilities& receiver, std::optional<Side> we) 
             continue;
         }
         const ExplainInput input = InputOfStep(call, i, receiver);
-        if (step.previous) {
-            step.changes = ExplainDifference(input, input.before, input.remote);
-        }
+        step.changes =
+            step.previous ? ExplainDifference(input, input.before, input.remote) : ExplainStart(input);
         Explanation explanation = Explain(input);
         step.findings = std::move(explanation.findings);
         step.untried = explanation.untried;

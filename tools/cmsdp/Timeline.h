@@ -60,7 +60,8 @@ struct Step {
 
     // Filled in by Evaluate, for an Offer or Answer that is read as the remote text of the other side.
     bool isEvaluated = false;
-    std::vector<std::string> changes; ///< ExplainDifference from the text of `previous`
+    /// ExplainDifference from the text of `previous`; ExplainStart where there is none.
+    std::vector<std::string> changes;
     std::vector<ExplainFinding> findings;
     std::size_t untried = 0; ///< Explanation::untried
 };

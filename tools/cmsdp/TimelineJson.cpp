@@ -68,7 +68,7 @@ Json StepJson(const Call& call, std::size_t index, const CommandLine& line, cons
     entry["notes"] = Texts(step.notes);
     entry["text"] = TextOrNull(step.text);
     entry["read_by"] = step.isEvaluated ? Json(SideName(OtherSide(step.from))) : Json();
-    entry["changes"] = Texts(step.changes);
+    entry["changes"] = Texts(AskedPhrases(line, step.changes));
     entry["findings"] = FindingsJson(Asked(line, step.findings));
     entry["not_examined"] = step.untried;
     entry["lines"] = step.isEvaluated && line.lines

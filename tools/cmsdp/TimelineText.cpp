@@ -67,16 +67,23 @@ std::string Indented(const std::string& text, const std::string& indent) {
     return out;
 }
 
-std::string Changes(const Step& step) {
-    if (!step.previous) {
-        return "";
+std::string AboutWords(const CommandLine& line) {
+    return line.about ? " about " + *line.about : "";
+}
+
+// What the engine starts with, or what changes for it.
+std::string Changes(const Step& step, const CommandLine& line) {
+    const std::vector<std::string> phrases = AskedPhrases(line, step.changes);
+    if (phrases.empty()) {
+        return step.previous ? "  nothing changes for the engine" + AboutWords(line) + " against step " +
+                                   std::to_string(*step.previous + 1) + "\n"
+                             : "";
     }
-    std::string text = "  against step " + std::to_string(*step.previous + 1) + ":\n";
-    if (step.changes.empty()) {
-        return text + "    nothing changes for the engine\n";
-    }
-    for (const std::string& change : step.changes) {
-        text += "    " + Visible(change) + "\n";
+    std::string text =
+        step.previous ? "  changes for the engine against step " + std::to_string(*step.previous + 1) + ":\n"
+                      : "  the engine starts with:\n";
+    for (const std::string& phrase : phrases) {
+        text += "    " + Visible(phrase) + "\n";
     }
     return text;
 }
@@ -84,7 +91,7 @@ std::string Changes(const Step& step) {
 std::string Reading(const Call& call, std::size_t index, const CommandLine& line,
                     const Capabilities& receiver) {
     const Step& step = call.steps[index];
-    std::string text = Changes(step);
+    std::string text = Changes(step, line);
     text += std::string("  read by the ") + SideName(OtherSide(step.from)) + ":\n";
     if (line.lines) {
         const ExplainInput input = InputOfStep(call, index, receiver);
@@ -92,8 +99,7 @@ std::string Reading(const Call& call, std::size_t index, const CommandLine& line
     }
     const std::vector<ExplainFinding> findings = Asked(line, step.findings);
     text += Indented(FindingsText(findings), "    ");
-    text +=
-        findings.empty() ? "    nothing is found" + (line.about ? " about " + *line.about : "") + "\n" : "";
+    text += findings.empty() ? "    nothing is found" + AboutWords(line) + "\n" : "";
     if (step.untried != 0) {
         text += "    " + std::to_string(step.untried) + " more places were not examined\n";
     }
