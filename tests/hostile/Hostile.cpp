@@ -2,6 +2,7 @@
 #include "Hostile.h"
 
 #include "CommonMediaTrace.h"
+#include "Documents.h"
 #include "oom/Allocations.h"
 
 #include <algorithm>
@@ -77,6 +78,19 @@ std::string VisibleAnswer(const std::string& answer, std::size_t limit) {
     return shown;
 }
 
+/// The outcome as a document has it: no byte that is not printable, no blank at the end of a line.
+std::string Shown(const std::string& outcome) {
+    std::string shown;
+    for (const std::string& line : Lines(outcome)) {
+        std::string visible;
+        for (const char c : line.substr(0, line.size() - 1)) {
+            visible += c == '\\' ? "\\" : support::MakeVisible(std::string(1, c));
+        }
+        shown += documents::EndVisible(visible) + "\n";
+    }
+    return shown;
+}
+
 /// Requires that each line of the answer ends in CR LF and contains no other CR or LF.
 void ExpectWholeLines(const std::string& answer) {
     for (const std::string& line : Lines(answer)) {
@@ -88,6 +102,24 @@ void ExpectWholeLines(const std::string& answer) {
 }
 
 } // namespace
+
+std::string Stated(const std::string& head) {
+    static const std::string path = std::string(COMMONMEDIA_SOURCE_DIR) + "/tests/hostile/conference.cases";
+    static const std::vector<documents::Step> stated = documents::ReadFile(path).shared;
+    for (const documents::Step& step : stated) {
+        if (step.head.text == head && documents::StartsWith(head, "text ")) {
+            return documents::TextOf(step.block);
+        }
+        if (step.head.text == head) {
+            std::string lines;
+            for (const documents::Line& line : step.block) {
+                lines += line.text + "\n";
+            }
+            return lines;
+        }
+    }
+    throw documents::Malformed({path, 0, ""}, "nothing is called " + head);
+}
 
 LocalSDP ConferenceLocal() {
     LocalSDP local = support::PresentationLocal();
@@ -129,11 +161,8 @@ std::string Meet(SDPHandler& handler, const std::string& text, std::size_t limit
     }
     const std::string answer = handler.GetLocalSDP();
     ExpectWholeLines(answer);
-    std::ostringstream out;
-    out << "status=" << status << "\n"
-        << support::Describe(remote) << DescribeHeld(handler, limit) << "answer\n"
-        << VisibleAnswer(answer, limit);
-    return out.str();
+    return Shown("status=" + std::to_string(status) + "\n" + support::Describe(remote) +
+                 DescribeHeld(handler, limit) + "answer\n" + VisibleAnswer(answer, limit));
 }
 
 void ExpectAsFresh(SDPHandler& used) {
@@ -202,10 +231,6 @@ std::string Difference(const std::string& before, const std::string& after) {
 
 std::string Changes(const std::string& text) {
     return Difference(kConferenceOutcome, Outcome(text));
-}
-
-std::string FromNothing(const std::string& text) {
-    return Difference(kNothingOutcome, Outcome(text));
 }
 
 std::string With(const std::string& what, const std::string& with) {

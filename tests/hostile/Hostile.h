@@ -4,15 +4,13 @@
 // answer it. Then the handler must read and answer a good offer as a new handler does. Outcome returns the
 // whole record, every section with all its fields and the whole answer.
 //
-// Changes(text) compares Outcome(text) with the outcome of kConference, which HostileExpected.h states whole.
+// Changes(text) compares Outcome(text) with the outcome of kConference, which conference.cases states whole.
 // It returns the lines that were removed ("-") and added ("+"); all other lines are the same.
-// FromNothing(text) compares with the outcome of a text without a line.
 #pragma once
 
 #include "Capabilities.h"
 #include "Describe.h"
 #include "Expect.h"
-#include "HostileExpected.h"
 
 #include <SDPHandler.h>
 
@@ -23,48 +21,14 @@
 
 namespace hostile {
 
+/// What conference.cases states under a heading: "text conference", "outcome conference", "outcome nothing".
+std::string Stated(const std::string& head);
+
 /// A good offer of a conference: audio, camera, shared screen, keys, floor control.
-inline const std::string kConference =
-    "v=0\r\n"
-    "o=far 1 1 IN IP4 192.0.2.2\r\n"
-    "s=-\r\n"
-    "c=IN IP4 192.0.2.2\r\n"
-    "t=0 0\r\n"
-    "m=audio 20384 RTP/SAVP 9 0 101\r\n"
-    "b=TIAS:64000\r\n"
-    "a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0\r\n"
-    "a=rtpmap:9 G722/8000\r\n"
-    "a=rtpmap:0 PCMU/8000\r\n"
-    "a=rtpmap:101 telephone-event/8000\r\n"
-    "a=fmtp:101 0-15\r\n"
-    "a=ice-ufrag:F7gI\r\n"
-    "a=ice-pwd:x9cml/YzichV2+XlhiMu8g\r\n"
-    "a=candidate:1 1 UDP 2130706431 192.0.2.2 20384 typ host\r\n"
-    "a=sendrecv\r\n"
-    "m=video 20386 RTP/SAVP 109 110\r\n"
-    "c=IN IP4 192.0.2.3\r\n"
-    "b=TIAS:936000\r\n"
-    "a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:YXdheSB2aWRlbyBrZXkgMWF3YXkgdmlkZW9zYWx0\r\n"
-    "a=rtpmap:109 H264/90000\r\n"
-    "a=fmtp:109 profile-level-id=42001F;max-mbps=108000;max-fs=3601;packetization-mode=1\r\n"
-    "a=rtpmap:110 H264/90000\r\n"
-    "a=fmtp:110 profile-level-id=420014;packetization-mode=0\r\n"
-    "a=sendonly\r\n"
-    "a=label:8\r\n"
-    "a=content:main\r\n"
-    "m=video 20388 RTP/SAVP 109\r\n"
-    "c=IN IP4 192.0.2.4\r\n"
-    "a=crypto:3 AES_CM_128_HMAC_SHA1_32 inline:YXdheSBzbGlkZSBrZXkgMWF3YXkgc2xpZGVzYWx0\r\n"
-    "a=rtpmap:109 H264/90000\r\n"
-    "a=fmtp:109 profile-level-id=420028;max-br=1500;packetization-mode=1\r\n"
-    "a=recvonly\r\n"
-    "a=label:9\r\n"
-    "a=content:slides\r\n"
-    "m=application 20390 UDP/BFCP *\r\n"
-    "a=floorctrl:s-only\r\n"
-    "a=floorid:2 mstrm:9\r\n"
-    "a=confid:15\r\n"
-    "a=userid:16\r\n";
+inline const std::string kConference = Stated("text conference");
+/// Outcome(kConference), and that of a text without a line: nothing was read, and an offer is written.
+inline const std::string kConferenceOutcome = Stated("outcome conference");
+inline const std::string kNothingOutcome = Stated("outcome nothing");
 
 /// The lines before the first section of kConference.
 inline const std::string kSessionBlock = kConference.substr(0, kConference.find("m=audio"));
@@ -100,9 +64,6 @@ std::string Difference(const std::string& before, const std::string& after);
 
 /// The difference from the outcome of kConference.
 std::string Changes(const std::string& text);
-
-/// The difference from the outcome of a text without a line.
-std::string FromNothing(const std::string& text);
 
 using support::Replaced;
 

@@ -11,27 +11,6 @@ using namespace hostile;
 
 constexpr std::size_t kMillion = 1000000;
 
-const std::string kAudioUsual =
-    "-audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=1 recv=1 valid=1\n";
-
-TEST(Hostile, C54_AddressWithTimeToLiveAndCount) {
-    // The suffix stays text: one address, whatever the count. Outcome limits the allocated bytes.
-    for (const std::string address : {"224.2.1.1/127/3", "224.2.1.1/255/4294967295", "ff15::101/4294967295",
-                                      "224.2.1.1/127/99999999999999999999", "224.2.1.1//", "/"}) {
-        EXPECT_TEXT(
-            Changes(With("c=IN IP4 192.0.2.2", "c=IN IP4 " + address)),
-            kAudioUsual + "+audio codec=64 payload=9 dtmf=101 addr=" + address +
-                " port=20384 send=1 recv=1 valid=1\n-session addr=192.0.2.2 bandwidth=\n+session addr=" +
-                address + " bandwidth=\n");
-        EXPECT_TEXT(Changes(With("a=sendrecv", "c=IN IP4 " + address + "\r\na=sendrecv")),
-                    kAudioUsual + "+audio codec=64 payload=9 dtmf=101 addr=" + address +
-                        " port=20384 send=1 recv=1 valid=1\n"
-                        "-section 0 media=2 content=100 port=20384 send=1 recv=1 addr=\n"
-                        "+section 0 media=2 content=100 port=20384 send=1 recv=1 addr=" +
-                        address + "\n");
-    }
-}
-
 TEST(Hostile, C54_ThirtyBytesAskForKilobytesAtMost) {
     for (const std::string text :
          {"c=IN IP4 224.0.0.1/1/4294967295\r\n", "m=audio 1/4294967295 RTP/AVP 0\r\n",
@@ -47,17 +26,7 @@ TEST(Hostile, C54_ThirtyBytesAskForKilobytesAtMost) {
     }
 }
 
-TEST(Hostile, C55_DirectionRepeatedWithOtherValues) {
-    EXPECT_TEXT(Changes(With("a=sendonly", "a=inactive\r\na=recvonly\r\na=sendrecv\r\na=sendonly")), "");
-    EXPECT_TEXT(Changes(With("a=sendrecv", "a=sendrecv\r\na=sendonly\r\na=inactive")),
-                kAudioUsual +
-                    "+audio codec=64 payload=9 dtmf=101 addr=192.0.2.2 port=20384 send=0 recv=0 valid=1\n"
-                    "-section 0 media=2 content=100 port=20384 send=1 recv=1 addr=\n"
-                    "+section 0 media=2 content=100 port=20384 send=0 recv=0 addr=\n"
-                    "-a=sendrecv\\r\\n\n"
-                    "+a=inactive\\r\\n\n");
-    // Two keywords in one line: the earlier row of the table is used, not the earlier place in the line.
-    EXPECT_TEXT(Changes(With("a=sendonly", "a=sendrecv a=recvonly a=sendonly")), "");
+TEST(Hostile, C55_DirectionsAHundredThousandTimes) {
     EXPECT_TEXT(Changes(With("a=sendonly",
                              "a=inactive\r\n" + Repeated("a=sendrecv\r\na=sendonly\r\n", 50000) + "a=x")),
                 "");

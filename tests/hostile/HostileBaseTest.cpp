@@ -5,14 +5,6 @@ namespace {
 
 using namespace hostile;
 
-TEST(HostileBase, ConferenceIsReadAndAnsweredWhole) {
-    EXPECT_TEXT(Outcome(kConference), kConferenceOutcome);
-}
-
-TEST(HostileBase, TextWithoutALineLeavesAnOffer) {
-    EXPECT_TEXT(Outcome("no line"), kNothingOutcome);
-}
-
 TEST(HostileBase, DifferenceShowsWhatWentAndWhatCame) {
     EXPECT_TEXT(Difference("a\nb\nc\n", "a\nb\nc\n"), "");
     EXPECT_TEXT(Difference("a\nb\nc\n", "a\nx\ny\nc\nd\n"), "-b\n+x\n+y\n+d\n");

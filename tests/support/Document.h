@@ -178,4 +178,47 @@ inline std::string Unescape(const Line& line, std::string end = "\r\n") {
     return out + end;
 }
 
+/// A line as a document has it: a blank at its end is written \x20.
+inline std::string EndVisible(std::string line) {
+    if (!line.empty() && line.back() == ' ') {
+        line.replace(line.size() - 1, 1, "\\x20");
+    }
+    return line;
+}
+
+/// The bytes of a block.
+inline std::string TextOf(const std::vector<Line>& block) {
+    std::string text;
+    for (const Line& line : block) {
+        text += Unescape(line);
+    }
+    return text;
+}
+
+/// The text with each line "WHAT => WITH" or "every WHAT => WITH" applied in turn. Without "every", WHAT
+/// occurs just once.
+inline std::string Edited(std::string text, const std::vector<Line>& edits) {
+    for (const Line& edit : edits) {
+        const std::size_t begin = StartsWith(edit.text, "every ") ? 6 : 0;
+        const std::size_t arrow = edit.text.find(" =>", begin);
+        const auto bytes = [&edit](std::size_t from, std::size_t length) {
+            return from > edit.text.size()
+                       ? std::string()
+                       : Unescape({edit.path, edit.number, edit.text.substr(from, length) + "\\"});
+        };
+        const std::string what = bytes(begin, arrow - begin);
+        const std::string with = arrow == std::string::npos ? "" : bytes(arrow + 4, std::string::npos);
+        std::size_t count = 0;
+        for (std::size_t at = text.find(what); at != std::string::npos && !what.empty();
+             at = text.find(what, at + with.size())) {
+            text.replace(at, what.size(), with);
+            ++count;
+        }
+        if (arrow == std::string::npos || what.empty() || count == 0 || (begin == 0 && count > 1)) {
+            throw Malformed(edit, "no edit WHAT => WITH whose WHAT occurs just once");
+        }
+    }
+    return text;
+}
+
 } // namespace documents

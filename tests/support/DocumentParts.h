@@ -3,33 +3,45 @@
 #pragma once
 
 #include "Describe.h"
+#include "Document.h"
 #include "Expect.h"
+#include "Fields.h"
 
 #include <SDPHandler.h>
 
-#include <cstddef>
+#include <algorithm>
+#include <cstdint>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace documents {
 
 struct PartRow {
     const char* name;
-    std::string (*write)(const SDPHandler&);
+    std::string (*write)(SDPHandler&);
 };
 
 inline constexpr PartRow kParts[] = {
-    {"bandwidth", [](const SDPHandler& h) { return h.AddBandwidth(); }},
-    {"audio", [](const SDPHandler& h) { return h.AddAudio(); }},
-    {"application", [](const SDPHandler& h) { return h.AddApplication(); }},
-    {"floor-control", [](const SDPHandler& h) { return h.AddFloorControl(); }},
-    {"crypto-audio", [](const SDPHandler& h) { return h.AddCrypto(baseSDP::SRTP_AUDIO); }},
-    {"crypto-main", [](const SDPHandler& h) { return h.AddCrypto(baseSDP::SRTP_VIDEO); }},
-    {"crypto-presentation", [](const SDPHandler& h) { return h.AddCrypto(baseSDP::SRTP_VIDEO_PRESO); }},
-    {"direction-audio", [](const SDPHandler& h) { return h.AddDirectional(MEDIA_AUDIO, VIDEOTYPE_UNKNOWN); }},
-    {"direction-main", [](const SDPHandler& h) { return h.AddDirectional(MEDIA_VIDEO, VIDEOTYPE_MAIN); }},
-    {"direction-presentation",
-     [](const SDPHandler& h) { return h.AddDirectional(MEDIA_VIDEO, VIDEOTYPE_PRESO); }},
+    {"origin", [](SDPHandler& h) { return h.AddO(); }},
+    {"connection", [](SDPHandler& h) { return h.AddC(); }},
+    {"bandwidth", [](SDPHandler& h) { return h.AddBandwidth(); }},
+    {"bandwidth-audio", [](SDPHandler& h) { return h.AddBandwidthTIAS(false); }},
+    {"bandwidth-video", [](SDPHandler& h) { return h.AddBandwidthTIAS(true); }},
+    {"audio", [](SDPHandler& h) { return h.AddAudio(); }},
+    {"main", [](SDPHandler& h) { return h.AddVideo(h.MyLocalSDP.m_VideoMain); }},
+    {"presentation", [](SDPHandler& h) { return h.AddVideo(h.MyLocalSDP.m_VideoPreso); }},
+    {"mode-1", [](SDPHandler& h) { return h.AddH264Profile(h.MyLocalSDP.m_VideoMain); }},
+    {"mode-0", [](SDPHandler& h) { return h.AddH264ProfilePacketization0(h.MyLocalSDP.m_VideoMain); }},
+    {"application", [](SDPHandler& h) { return h.AddApplication(); }},
+    {"floor-control", [](SDPHandler& h) { return h.AddFloorControl(); }},
+    {"rejected", [](SDPHandler& h) { return h.AddUnsupported(); }},
+    {"crypto-audio", [](SDPHandler& h) { return h.AddCrypto(baseSDP::SRTP_AUDIO); }},
+    {"crypto-main", [](SDPHandler& h) { return h.AddCrypto(baseSDP::SRTP_VIDEO); }},
+    {"crypto-presentation", [](SDPHandler& h) { return h.AddCrypto(baseSDP::SRTP_VIDEO_PRESO); }},
+    {"direction-audio", [](SDPHandler& h) { return h.AddDirectional(MEDIA_AUDIO, VIDEOTYPE_UNKNOWN); }},
+    {"direction-main", [](SDPHandler& h) { return h.AddDirectional(MEDIA_VIDEO, VIDEOTYPE_MAIN); }},
+    {"direction-presentation", [](SDPHandler& h) { return h.AddDirectional(MEDIA_VIDEO, VIDEOTYPE_PRESO); }},
 };
 
 /// The part of a description that a name stands for, or null.
@@ -42,48 +54,35 @@ inline const PartRow* FindPart(const std::string& name) {
     return nullptr;
 }
 
-/// Every field of a section as a line "field = value", in the order of SDP.h, the payload formats at the end.
+/// Every field of a section as lines "field = value", in the order of SDP.h. A format has a line of its own
+/// and one for each parameter, and so has a candidate.
 inline std::vector<std::string> AllSectionLines(const MediaSession& section) {
     std::vector<std::string> lines;
-    const auto text = [&](const std::string& name, const std::string& value) {
-        std::string line = name + " = " + support::MakeVisible(value);
-        if (line.back() == ' ' && !value.empty()) {
-            line.replace(line.size() - 1, 1, "\\x20");
-        }
-        lines.push_back(line);
+    const auto add = [&lines](const std::string& name, const std::string& value) {
+        lines.push_back(name + " = " + EndVisible(support::MakeVisible(value)));
     };
-    const auto number = [&](const std::string& name, int value) { text(name, std::to_string(value)); };
-    number("eMedia", section.eMedia);
-    number("eContent", section.eContent);
-    number("iPort", section.iPort);
-    text("strIPAddr", section.strIPAddr);
-    number("fSend", section.fSend ? 1 : 0);
-    number("fRecv", section.fRecv ? 1 : 0);
-    text("strFullMLine", section.strFullMLine);
-    text("strVideoLevel", section.strVideoLevel);
-    text("strMaxBandwidth", section.strMaxBandwidth);
-    number("iVideoLabel", section.iVideoLabel);
-    number("cryptoAlgo", section.cryptoAlgo);
-    number("iCryptoTag", section.iCryptoTag);
-    text("strBase64Key", section.strBase64Key);
-    text("key", support::DescribeRow(section.bufSRTPKey, baseSDP::kKeyLength, sizeof section.bufSRTPKey));
-    text("salt", support::DescribeRow(section.bufSRTPSalt, baseSDP::kSaltLength, sizeof section.bufSRTPSalt));
-    number("iBfcpConfid", section.iBfcpConfid);
-    number("iBfcpUserid", section.iBfcpUserid);
-    number("iBfcpFloorid", section.iBfcpFloorid);
-    text("strFloorctrl", section.strFloorctrl);
-    text("striceufrag", section.striceufrag);
-    text("stricepwd", section.stricepwd);
-    for (const std::string& candidate : section.vecCandidate) {
-        text("candidate", candidate);
-    }
-    for (const RtpMap* const format : section.vecRtpMap) {
-        text("format",
-             format->strPayload + (format->strEncodingName.empty() ? "" : " ") + format->strEncodingName);
-        for (const std::string& parameter : format->vecFmtpParms) {
-            text("parameter", parameter);
+    support::ForEachField(section, [&add](const std::string& name, const auto& field) {
+        using Field = std::decay_t<decltype(field)>;
+        if constexpr (std::is_same_v<Field, std::string>) {
+            add(name, field);
+        } else if constexpr (std::is_same_v<Field, std::vector<std::string>>) {
+            for (const std::string& candidate : field) {
+                add("candidate", candidate);
+            }
+        } else if constexpr (std::is_same_v<Field, std::vector<RtpMap*>>) {
+            for (const RtpMap* const format : field) {
+                add("format", format->strPayload + (format->strEncodingName.empty() ? "" : " ") +
+                                  format->strEncodingName);
+                for (const std::string& parameter : format->vecFmtpParms) {
+                    add("parameter", parameter);
+                }
+            }
+        } else if constexpr (std::is_pointer_v<Field>) {
+            add(name, support::DescribeRow(field, sizeof field - 1, sizeof field));
+        } else {
+            add(name, std::to_string(static_cast<std::int32_t>(field)));
         }
-    }
+    });
     return lines;
 }
 
@@ -91,11 +90,11 @@ inline std::vector<std::string> AllSectionLines(const MediaSession& section) {
 inline std::vector<std::string> SectionLines(const MediaSession& section) {
     const std::vector<std::string> fresh = AllSectionLines(MediaSession());
     std::vector<std::string> lines = AllSectionLines(section);
-    for (std::size_t i = fresh.size(); i-- > 0;) {
-        if (lines[i] == fresh[i]) {
-            lines.erase(lines.begin() + static_cast<std::ptrdiff_t>(i));
-        }
-    }
+    lines.erase(std::remove_if(lines.begin(), lines.end(),
+                               [&fresh](const std::string& line) {
+                                   return std::find(fresh.begin(), fresh.end(), line) != fresh.end();
+                               }),
+                lines.end());
     return lines;
 }
 

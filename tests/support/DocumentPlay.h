@@ -1,11 +1,19 @@
 // What plays the steps of a document: which step a line is, and where a difference is reported. A player
-// derives from StepPlayer and lists its steps in Rows; DocumentRun.h has that of handlers. Tests:
-// DocumentTest.cpp.
+// derives from StepPlayer and lists its steps in Rows; DocumentRun.h has that of handlers. "each" is a step
+// of every player: its lines are rows of values, and the steps after it, up to the next "each", are played
+// once for each row with $1, $2, ... replaced by the values. Tests: DocumentTest.cpp.
+//
+//     each
+//         sendonly | recvonly
+//         recvonly | sendonly
+//     arrives audio with
+//         a=sendrecv => a=$1
 #pragma once
 
 #include "Document.h"
 #include "Expect.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -90,14 +98,64 @@ private:
     }
 };
 
+/// A line with $1, $2, ... replaced by the values of a row: words or empty pieces between " | ".
+inline Line Filled(Line line, const Line& row) {
+    std::vector<std::string> values = {""};
+    for (const std::string& word : WordsOf(row.text)) {
+        if (word == "|") {
+            values.emplace_back();
+        } else {
+            values.back() += (values.back().empty() ? "" : " ") + word;
+        }
+    }
+    for (std::size_t at = line.text.find('$'); at != std::string::npos; at = line.text.find('$', at)) {
+        const std::size_t number =
+            at + 1 < line.text.size() ? static_cast<std::size_t>(line.text[at + 1] - '0') : 0;
+        if (number == 0 || number > 9) {
+            ++at;
+        } else if (number > values.size()) {
+            throw Malformed(line, "the row " + row.Place() + " has no value " + std::to_string(number));
+        } else {
+            line.text.replace(at, 2, values[number - 1]);
+            at += values[number - 1].size();
+        }
+    }
+    return line;
+}
+
+inline Step Filled(Step step, const Line& row) {
+    step.head = Filled(step.head, row);
+    for (Line& line : step.block) {
+        line = Filled(line, row);
+    }
+    return step;
+}
+
 /// Plays the shared steps and then those of the section. Without a comparison the section is malformed.
 template <typename Player>
 void Run(const std::vector<Step>& shared, const Section& section, const Report& report) {
-    Player player(report);
-    for (const std::vector<Step>* steps : {&shared, &section.steps}) {
-        for (const Step& step : *steps) {
-            player.Play(step);
+    std::string row;
+    Player player([&](const Line& line, const std::string& what) { report(line, row + what); });
+    for (const Step& step : shared) {
+        player.Play(step);
+    }
+    const auto isEach = [](const Step& step) { return step.head.text == "each"; };
+    const auto end = section.steps.end();
+    auto step = section.steps.begin();
+    for (; step != end && !isEach(*step); ++step) {
+        player.Play(*step);
+    }
+    while (step != end) {
+        const auto next = std::find_if(step + 1, end, isEach);
+        if (step->block.empty() || step + 1 == next) {
+            throw Malformed(step->head, "rows, and steps for them");
         }
+        for (const Line& values : step->block) {
+            row = "with " + values.text + ": ";
+            std::for_each(step + 1, next, [&](const Step& each) { player.Play(Filled(each, values)); });
+        }
+        row.clear();
+        step = next;
     }
     player.End();
     if (player.Compared() == 0) {

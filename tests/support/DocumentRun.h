@@ -9,6 +9,7 @@
 #include "Expect.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -74,6 +75,25 @@ private:
         return local;
     }
 
+    // The named text with the edits of the step; a difference from it is reported at the step.
+    Lines EditedText(std::size_t word) const {
+        Lines lines;
+        const std::string text = Edited(documents::TextOf(Find(m_texts, word)), m_step.block);
+        for (const std::string& line : support::CutLines(text)) {
+            lines.push_back({m_step.head.path, m_step.head.number, line});
+        }
+        return lines;
+    }
+
+    std::uint32_t Unsigned(std::size_t word) const {
+        std::uint32_t number = 0;
+        const char* const end = m_words[word].data() + m_words[word].size();
+        if (const auto read = std::from_chars(m_words[word].data(), end, number); read.ptr != end) {
+            throw Malformed(m_step.head, "no number: " + m_words[word]);
+        }
+        return number;
+    }
+
     Side& TheSide() const { return *Find(m_sides, 0); }
 
     void CompareRecord(const RemoteSDP& remote, const Lines& rows) {
@@ -128,23 +148,29 @@ private:
     void Sets() { ApplyFields(TheSide().handler.MyLocalSDP, m_step.block); }
     void WantsSrtp() { TheSide().handler.m_bSRTP = true; }
     void WantsFloorControl() { TheSide().handler.SetBfcpSupport(true); }
-    void ServesFour() { TheSide().handler.SetMaxSupportedSessions(4); }
+    void Serves() { TheSide().handler.SetMaxSupportedSessions(Unsigned(2)); }
+    void HasSession() {
+        TheSide().handler.m_iSessionID = static_cast<std::int32_t>(Unsigned(3));
+        TheSide().handler.m_iSessionVersion = Unsigned(4);
+    }
     void Resets() { TheSide().handler.ResetRemoteSDP(); }
     void WouldOffer() { ExpectOffer(true); }
     void WouldAnswer() { ExpectOffer(false); }
 
-    void Writes() {
+    void Write(const Lines& expected) {
         m_arriving = TheSide().handler.GetLocalSDP();
-        Compare(m_arriving, TextOf(2));
+        Compare(m_arriving, expected);
     }
-
-    void Arrives() {
+    void Arrive(const Lines& lines) {
         m_arriving.clear();
-        for (const Line& line : TextOf(1)) {
+        for (const Line& line : lines) {
             m_arriving += line.text;
         }
     }
-
+    void Writes() { Write(TextOf(2)); }
+    void WritesWith() { Write(EditedText(2)); }
+    void Arrives() { Arrive(TextOf(1)); }
+    void ArrivesWith() { Arrive(EditedText(1)); }
     void Reads() { Parse(0); }
     void Refuses() { Parse(1); }
 
@@ -203,11 +229,15 @@ inline const std::vector<Player::Row>& Player::Rows() {
         {"SIDE sets", true, &Player::Sets},
         {"SIDE wants srtp", false, &Player::WantsSrtp},
         {"SIDE wants floor control", false, &Player::WantsFloorControl},
-        {"SIDE serves four sections", false, &Player::ServesFour},
+        {"SIDE serves COUNT sections", false, &Player::Serves},
+        {"SIDE has session ID VERSION", false, &Player::HasSession},
         {"SIDE resets", false, &Player::Resets},
         {"SIDE would offer", false, &Player::WouldOffer},
         {"SIDE would answer", false, &Player::WouldAnswer},
-        // The description that the handler writes. The next reader gets it, unless another text arrives.
+        // The description that the handler writes. The next reader gets it, unless another text arrives. The
+        // lines are the text, or edits WHAT => WITH of a named one.
+        {"SIDE writes TEXT with", true, &Player::WritesWith},
+        {"arrives TEXT with", true, &Player::ArrivesWith},
         {"SIDE writes [TEXT]", true, &Player::Writes},
         {"arrives [TEXT]", true, &Player::Arrives},
         // The record after reading; a row that is not given is that of a new record.

@@ -80,8 +80,8 @@ TEST(Document, PartsAndSectionsAreReportedAtTheirLine) {
                                  "near keeps section 0\n"
                                  "    eMedia = 2\n"
                                  "    iPort = 5000\n"
-                                 "    strFullMLine = m=audio 5000 RTP/AVP 0\n"
                                  "    format = 0\n"
+                                 "    strFullMLine = m=audio 5000 RTP/AVP 0\n"
                                  "near writes part direction-audio\n"
                                  "    a=sendrecv\n"
                                  "near writes part direction-main\n"
@@ -113,6 +113,48 @@ TEST(Document, NamedTextsRecordsAndSetsStandBeforeTheFirstHeading) {
                           "near writes offer\n"
                           "far reads nothing\n"),
                 "");
+}
+
+TEST(Document, StepsAfterEachArePlayedForEveryRow) {
+    const std::string table = kHeading + "near = audio\n"
+                                         "each\n"
+                                         "    sendonly | send=0 recv=1\n"
+                                         "    | send=1 recv=1\n"
+                                         "    recvonly | send=1 recv=0\n"
+                                         "arrives\n"
+                                         "    m=audio 5000 RTP/AVP 0\n"
+                                         "    a=$1\n"
+                                         "near reads\n"
+                                         "    audio codec=1 payload=0 dtmf=0 addr= port=5000 $2 valid=1\n";
+    EXPECT_TEXT(ReportsOf(table), "");
+    EXPECT_TEXT(ReportsOf(Replaced(table, "send=1 recv=0", "send=1 recv=1")),
+                "a.cases:12: with recvonly | send=1 recv=1: near reads: The texts differ first in line 1.\n");
+    EXPECT_TEXT(ReportsOf(Replaced(table, "recvonly |", "recvonly")),
+                "a.cases:12: the row a.cases:7 has no value 2\n");
+}
+
+TEST(Document, ANamedTextIsEdited) {
+    const std::string text =
+        "text offer\n"
+        "    m=audio 5000 RTP/AVP 0\n" +
+        kHeading +
+        "near = audio\n"
+        "arrives offer with\n"
+        "    every 0 => 1\n"
+        "    m=audio => m=video\n"
+        "     RTP => \\x20RTP\n"
+        "near reads\n"
+        "    main codec=2 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=5111 "
+        "send=1 recv=1 valid=1\n";
+    EXPECT_TEXT(ReportsOf(text), "");
+    EXPECT_TEXT(ReportsOf(Replaced(text, "m=audio => ", "m=text => ")),
+                "a.cases:8: no edit WHAT => WITH whose WHAT occurs just once\n");
+    EXPECT_TEXT(ReportsOf(Replaced(text, "every 0", "0")),
+                "a.cases:7: no edit WHAT => WITH whose WHAT occurs just once\n");
+    EXPECT_TEXT(
+        ReportsOf("text offer\n" + kOffer.substr(kOffer.find("    v=0")) + kHeading +
+                  "near = audio\n    listAudioCodecPriority =\nnear writes offer with\n    s=- => s=x\n"),
+        "a.cases:11: near writes offer with: The texts differ first in line 3.\n");
 }
 
 TEST(Document, LineEndsAndBytesAreVisible) {
@@ -158,17 +200,24 @@ TEST(Document, AMalformedDocumentIsAnErrorAtItsLine) {
          "a.cases:5: a name, and lines as well\n"},
         {"text offer\ntext offer\n" + kHeading + kOffer, "a.cases:2: a second definition of offer\n"},
         {kHeading + "near = audio\nnear writes part song\n", "a.cases:4: no part is called song\n"},
+        {kHeading + "each\n    1\n", "a.cases:3: rows, and steps for them\n"},
+        {kHeading + "each\nnear = audio\n", "a.cases:3: rows, and steps for them\n"},
+        {kHeading + "each\n    1\nnear = $2\n", "a.cases:5: the row a.cases:4 has no value 2\n"},
+        {kHeading + "near = audio\nnear serves no sections\n", "a.cases:4: no number: no\n"},
         // Their lines.
         {kHeading + "near = audio\n    iAudioRtpPort = 1\n",
          "a.cases:4: no \"field = value\" with a field of a local set\n"},
         {kHeading + "near = audio\n    iAudioRTPPort\n",
          "a.cases:4: no \"field = value\" with a field of a local set\n"},
-        {kHeading + "near = audio\n    iAudioRTPPort = 1x\n", "a.cases:4: no 32-bit number: 1x\n"},
+        {kHeading + "near = audio\n    iAudioRTPPort = 1x\n",
+         "a.cases:4: neither a name nor a 32-bit number: 1x\n"},
         {kHeading + "near = audio\n    fVideoTxMuted = 1\n", "a.cases:4: neither true nor false: 1\n"},
-        {kHeading + "near = audio\n    eAudioCodec = G722\n", "a.cases:4: no codec is called G722\n"},
+        {kHeading + "near = audio\n    eAudioCodec = G722\n",
+         "a.cases:4: neither a name nor a 32-bit number: G722\n"},
         {kHeading + "near = audio\n    keys = near\n",
          "a.cases:4: keys are near or away, and a suite: near\n"},
-        {kHeading + "near = audio\n    keys = near AES\n", "a.cases:4: no suite is called AES\n"},
+        {kHeading + "near = audio\n    keys = near AES\n",
+         "a.cases:4: neither a name nor a 32-bit number: AES\n"},
         {kHeading + "arrives\n    a\\q\n", "a.cases:4: an escape is one of \\r \\n \\t \\\\ \\xNN\n"},
         {kHeading + kReading + "    bandwith=1\n", "a.cases:8: no row of a record, or a second one\n"},
         {kHeading + kReading + "    bandwidth=0\n    bandwidth=0\n",
