@@ -223,10 +223,11 @@ std::string Fmtp(std::string_view line) {
 std::vector<std::string_view> CryptoWordsOf(std::string_view line) {
     std::vector<std::string_view> words = WordsOf(line.substr(8));
     for (std::size_t i = 0; i < words.size(); ++i) {
+        words[i] = words[i].substr(0, words[i].find_last_not_of(",;") + 1);
         const std::size_t method = Lower(words[i]).find("inline:");
         if (method != std::string::npos && method > 0 && words[i][method - 1] != ':') {
             const std::string_view key = words[i].substr(method);
-            words[i] = words[i].substr(0, method);
+            words[i] = words[i].substr(0, words[i].find_last_not_of(",;", method - 1) + 1);
             words.insert(words.begin() + static_cast<std::ptrdiff_t>(i) + 1, key);
         }
         if (i > 0 && Upper(words[i]).find("AES_") != std::string::npos &&

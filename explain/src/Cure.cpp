@@ -58,15 +58,20 @@ void SetSuite(ExplainInput& input, const ExplainLocalChange& change) {
     input.local.cryptoAlgo[kStream] = static_cast<Suites>(change.number);
 }
 
-/// Adds the codecs of a set to the list; the empty set clears it.
+/// Adds the codecs of a set to the list, in which each stands once afterwards; the empty set clears it.
 void SetPriority(ExplainInput& input, const ExplainLocalChange& change) {
+    std::list<int>& priority = input.local.listAudioCodecPriority;
     if (change.number == 0) {
-        input.local.listAudioCodecPriority.clear();
+        priority.clear();
     }
     for (const std::int32_t codec : {PAYLOAD_G7221, PAYLOAD_G722, PAYLOAD_G711U, PAYLOAD_G729}) {
         if ((change.number & codec) != 0) {
-            input.local.listAudioCodecPriority.push_back(codec);
+            priority.push_back(codec);
         }
+    }
+    for (auto codec = priority.begin(); codec != priority.end();) {
+        codec =
+            std::find(priority.begin(), codec, *codec) == codec ? std::next(codec) : priority.erase(codec);
     }
 }
 

@@ -58,7 +58,8 @@ void Comparison::Compare(const Fact* before, const Fact* after) {
     const bool wasDead = before != nullptr && before->isDead;
     const bool isDead = after != nullptr && after->isDead;
     const bool isGone = after == nullptr && !wasDead;
-    if (isGone || (wasDead && isDead)) {
+    const bool isNewHarm = before == nullptr && isDead;
+    if (isGone || isNewHarm || (wasDead && isDead)) {
         return;
     }
     Effect& effect = effects[static_cast<std::size_t>((before != nullptr ? before : after)->topic)];

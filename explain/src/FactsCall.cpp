@@ -117,7 +117,7 @@ void AddIce(State& state, const RemoteSections& sections) {
         }
         state.Say(fact, {kKinds[kind], " section ", number, " has ", hasUser ? "a" : "no", " user fragment, ",
                          hasPassword ? "a" : "no", " password and ", section.vecCandidate.size(),
-                         " candidates for ICE"});
+                         section.vecCandidate.size() == 1 ? " candidate for ICE" : " candidates for ICE"});
     }
 }
 
@@ -126,10 +126,10 @@ std::string_view MediaOf(const MediaSession& section) {
     return words.empty() ? std::string_view() : words[0].substr(std::min<std::size_t>(2, words[0].size()));
 }
 
-void AddTransport(State& state, const MediaSession& section, std::size_t i, bool isSame) {
+void AddTransport(State& state, const MediaSession& section, std::size_t i) {
     const OurSection& ours = state.ourSections[i];
     const std::string_view transport = TransportOf(section);
-    const bool isOther = isSame && ours.transport != transport;
+    const bool isOther = ours.transport != transport;
     const Fact fact{Topic::Call, About::Transport, static_cast<unsigned char>(i), isOther};
     if (isOther) {
         state.Say(fact, {"section ", i + 1, ", offered as ", AsShown(transport), ", is answered as ",
@@ -152,8 +152,9 @@ void AddShape(State& state, const RemoteSections& sections) {
         const bool isSame = MediaOf(*sections[i]) == ours.media &&
                             isSlides == (ours.isSlides || (ours.port == "0" && isSlides));
         wrong = wrong == kNowhere && !isSame ? i : wrong;
-        if (i < kSectionsSaid) {
-            AddTransport(state, *sections[i], i, isSame);
+        // Sections of different kinds have no transport to compare.
+        if (isSame && i < kSectionsSaid) {
+            AddTransport(state, *sections[i], i);
         }
     }
     const std::size_t count = state.ourSections.size();

@@ -45,6 +45,23 @@ constexpr Find kFinders[] = {
     FindSecurity,   FindStreams,    FindBandwidth,    FindFloor,        FindIce,
 };
 
+/// Whether what dies by the edit counts as harm that the suspect does. Tones that are sent although the far
+/// end holds the call are no harm.
+bool CountsLosses(const Suspect& suspect, ExplainTopic topic) {
+    return suspect.isTakenAway && topic != ExplainTopic::Dtmf;
+}
+
+/// What the edit changes, without the topics on which it only takes something away.
+Effects Counted(const Suspect& suspect, Effects effects) {
+    for (std::size_t i = 0; i < kExplainTopics; ++i) {
+        const bool isLoss = effects[i].takes && !effects[i].heals;
+        if (isLoss && !CountsLosses(suspect, static_cast<ExplainTopic>(i))) {
+            effects[i] = {};
+        }
+    }
+    return effects;
+}
+
 void DropCure(ExplainFinding& finding) {
     finding.cure = {};
     finding.comes = finding.comes.substr(0, finding.comes.find(" With the cure "));
@@ -180,7 +197,7 @@ Effects Maker::Try(Suspect& suspect) {
     const ExplainInput& cured = isLocal ? *local : m_edited;
     State then;
     Run(cured, then, isLocal ? nullptr : &m_state);
-    Effects effects = EffectsOf(m_state, then, !m_isBrief);
+    Effects effects = Counted(suspect, EffectsOf(m_state, then, !m_isBrief));
     const bool isFinding =
         !suspect.known.empty() ||
         std::any_of(effects.begin(), effects.end(), [](const Effect& effect) { return effect.isAny; });
@@ -195,9 +212,8 @@ std::vector<Maker::Weight> Maker::Weigh(const Suspect& suspect, const Effects& e
     const Rule& rule = *suspect.rule;
     for (std::size_t i = 0; i < kExplainTopics; ++i) {
         const Effect& effect = effects[i];
-        // Tones that are sent although the far end holds the call are no harm.
-        const bool isHarm = suspect.isTakenAway && static_cast<ExplainTopic>(i) != ExplainTopic::Dtmf;
-        if (!effect.isAny || (effect.takes && !effect.heals && !isHarm)) {
+        const bool isHarm = CountsLosses(suspect, static_cast<ExplainTopic>(i));
+        if (!effect.isAny) {
             continue;
         }
         const bool isError = effect.heals || effect.isHard || (effect.takes && isHarm);
@@ -273,7 +289,7 @@ bool Maker::OpensWorse(const Suspect& suspect, ExplainSeverity severity) {
         if (hasEdit) {
             State then;
             Run(ExplainCured(cured, other.cure), then, other.cure.local.empty() ? &state : nullptr);
-            effects = EffectsOf(state, then, false);
+            effects = Counted(other, EffectsOf(state, then, false));
         }
         for (const Weight& weight : Weigh(other, effects)) {
             if (weight.severity > severity && known.count(PlaceOf(other, reading, {}, weight.topic)) == 0) {

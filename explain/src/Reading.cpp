@@ -35,7 +35,7 @@ SDPRow MeantRow(std::string_view line, bool isPlain) {
         return line[0] == 'a' ? SDPRow::Direction : SDPRow::None;
     }
     constexpr std::size_t enough = 32;
-    const std::string start = Lower(StartSpelled(Trimmed(line).substr(0, enough)));
+    const std::string start = Lower(StartSpelled(line.substr(0, enough)));
     for (const sdp::LineRow& row : sdp::kLineRows) {
         if (BeginsWith(start, row.keyword)) {
             return row.row;
@@ -133,8 +133,18 @@ bool IsPlain(std::string_view line) {
     return end == line.end() || (*end == ':' && end + 1 != line.end() && !IsBlank(end[1]));
 }
 
+namespace {
+
+/// "m=audio" of "> m=audio": signs before the first letter are of a mail or a list.
+std::string_view Unquoted(std::string_view line) {
+    const std::size_t begin = line.find_first_not_of(" \t>|*#-+");
+    return Trimmed(line.substr(std::min(begin, line.size())));
+}
+
+} // namespace
+
 std::string StartSpelled(std::string_view line) {
-    const std::string_view text = Trimmed(line);
+    const std::string_view text = Unquoted(line);
     const std::size_t equals = text.find('=');
     if (equals == std::string_view::npos || Trimmed(text.substr(0, equals)).size() != 1) {
         return std::string(text);
@@ -215,6 +225,12 @@ bool IsDigits(std::string_view text) {
            std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
+bool IsOver32Bits(std::string_view digits) {
+    constexpr std::string_view most = "2147483647";
+    digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
+    return digits.size() > most.size() || (digits.size() == most.size() && digits > most);
+}
+
 bool IsIpv4(std::string_view text) {
     constexpr std::size_t longest = 15;
     in_addr address;
@@ -223,8 +239,10 @@ bool IsIpv4(std::string_view text) {
 
 bool IsPrivate(std::string_view address) {
     static constexpr std::string_view kStarts[] = {"127.", "10.", "192.168.", "169.254."};
-    return std::any_of(std::begin(kStarts), std::end(kStarts),
-                       [&](std::string_view start) { return BeginsWith(address, start); });
+    const bool isShared = BeginsWith(address, "172.") && address.size() > 6 && address[6] == '.' &&
+                          address.substr(4, 2) >= "16" && address.substr(4, 2) <= "31"; // 172.16.0.0/12
+    return isShared || std::any_of(std::begin(kStarts), std::end(kStarts),
+                                   [&](std::string_view start) { return BeginsWith(address, start); });
 }
 
 std::string_view PayloadOf(std::string_view line) {
@@ -302,9 +320,10 @@ std::string Masked(std::string_view text) {
 
 std::string Quoted(std::string_view line) {
     const std::string_view text = Trimmed(line);
+    const std::string_view unquoted = Unquoted(text);
     const std::string lower = Lower(text.substr(0, 4096));
-    const bool isLine =
-        text.size() > 1 && text[1] == '=' && std::isalpha(static_cast<unsigned char>(text[0])) != 0;
+    const bool isLine = unquoted.size() > 1 && unquoted[1] == '=' &&
+                        std::isalpha(static_cast<unsigned char>(unquoted[0])) != 0;
     if (!isLine) {
         return "(not shown)";
     }

@@ -75,8 +75,9 @@ Reading Read(std::string_view text);
 bool IsPlain(std::string_view line);
 /// Text without white space at either end.
 std::string_view Trimmed(std::string_view text);
-/// A trimmed line without blanks round its first "=" and before its first ":"; where a keyword that takes a
-/// value has a blank in place of its colon, the colon stands.
+/// A trimmed line without signs before its first letter, such as those of quoted mail ("> m=audio"), and
+/// without blanks round its first "=" and before its first ":"; where a keyword that takes a value has a
+/// blank in place of its colon, the colon stands.
 std::string StartSpelled(std::string_view line);
 /// The words of a text, cut at white space; at most `most`.
 std::vector<std::string_view> WordsOf(std::string_view text, std::size_t most = kNowhere);
@@ -84,6 +85,8 @@ std::string Lower(std::string_view text);
 std::string Upper(std::string_view text);
 bool BeginsWith(std::string_view text, std::string_view start);
 bool IsDigits(std::string_view text);
+/// Whether digits are more than the record's 32 bits hold (G04).
+bool IsOver32Bits(std::string_view digits);
 /// Four decimal numbers up to 255 with dots between.
 bool IsIpv4(std::string_view text);
 /// A loopback, private or link-local IPv4 address.

@@ -29,14 +29,40 @@ constexpr Rule kBadAddress = {"E34", "", ExplainSeverity::Error, 16,
                               "An address is taken as it stands and not checked, so the engine gets one that "
                               "it cannot send to."};
 constexpr Rule kAddressKind = {
-    "E33", "B25", ExplainSeverity::Note, 64,
-    "An address is taken as it stands and not checked, and our own is always written as IP4 (B25)."};
+    "E33", "B25", ExplainSeverity::Warning, 17,
+    "An address is taken as it stands, its type (IP4, IP6) is not read, and our own is always written as IP4 "
+    "(B25)."};
+constexpr Rule kPrivateAddress = {"E159", "", ExplainSeverity::Note, 64,
+                                  "An address is taken as it stands and not checked, whatever network it is "
+                                  "of."};
 
 /// The address in the o= line, where the far end is most likely reached.
 std::string OriginAddress(const Reading& reading) {
     const std::vector<std::string_view> words = WordsOf(reading.origin, 6);
     const bool isUsable = words.size() == 6 && IsIpv4(words[5]) && words[5] != "0.0.0.0";
     return isUsable ? std::string(words[5]) : "192.0.2.2";
+}
+
+/// What is sent to the address of a connection line.
+std::vector<Topic> SentTo(const Scene& scene, const TextLine& line) {
+    struct Stream {
+        baseSDP::SRTP_M_LINE stream;
+        Topic topic;
+    };
+    static constexpr Stream kStreams[] = {{baseSDP::SRTP_AUDIO, Topic::AudioSend},
+                                          {baseSDP::SRTP_VIDEO, Topic::MainSend},
+                                          {baseSDP::SRTP_VIDEO_PRESO, Topic::Slides}};
+    const std::vector<std::string_view> words = WordsOf(line.text, 3);
+    std::vector<Topic> topics;
+    for (const Stream& each : kStreams) {
+        const MediaSession* const section =
+            SectionOfStream(scene.state.handler.GetRemoteSections(), each.stream);
+        const bool isOwn = section != nullptr && !section->strIPAddr.empty();
+        if (section != nullptr && (isOwn ? section->strIPAddr == words[2] : line.section == kNowhere)) {
+            topics.push_back(each.topic);
+        }
+    }
+    return topics;
 }
 
 void FindAddress(Scene& scene, const TextLine& line) {
@@ -81,16 +107,26 @@ void FindAddress(Scene& scene, const TextLine& line) {
             suspect.Know(topic, {"Media would go to ", AsShown(address), ", which is nowhere."});
         }
     } else if (!IsIpv4(address)) {
-        Suspect& suspect = Blame(scene, kAddressKind, line,
-                                 {LineWords(line), " has an address that is no IPv4 address."}, {}, {});
-        for (const Topic topic : {Topic::AudioSend, Topic::MainSend, Topic::Call}) {
-            suspect.Know(
-                topic, {"Media go to ", AsShown(address), ", which an end with IPv4 alone does not reach."});
+        const bool isIpv6 = address.find(':') != std::string::npos;
+        Suspect& suspect =
+            Blame(scene, kAddressKind, line,
+                  {LineWords(line), isIpv6 ? " has an IPv6 address."
+                                           : " has a host name or another text that is no IPv4 "
+                                             "address."},
+                  {"write an IPv4 address of the far end in line ", number},
+                  {ReplaceLine(line, "c=IN IP4 " + OriginAddress(scene.reading))});
+        std::vector<Topic> topics = SentTo(scene, line);
+        topics.push_back(Topic::Call);
+        for (const Topic topic : topics) {
+            suspect.Know(topic, {"Media go to ", AsShown(address),
+                                 isIpv6 ? ", which an end with IPv4 alone does not reach."
+                                        : ", which is reached only where the engine looks up names."});
         }
     } else if (IsPrivate(address)) {
-        Suspect& suspect = Blame(scene, kAddressKind, line,
-                                 {LineWords(line), " has a loopback or private address."}, {}, {});
-        for (const Topic topic : {Topic::AudioSend, Topic::MainSend}) {
+        Suspect& suspect =
+            Blame(scene, kPrivateAddress, line,
+                  {LineWords(line), " has a loopback, private or link-local address."}, {}, {});
+        for (const Topic topic : SentTo(scene, line)) {
             suspect.Know(topic, {"Media go to ", AsShown(address), ", which only its own network reaches."});
         }
     }

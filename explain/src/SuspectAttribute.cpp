@@ -34,7 +34,11 @@ constexpr Rule kZero = {"E75", "X09", ExplainSeverity::Warning, 15,
 constexpr Rule kUnit = {
     "E76", "G05", ExplainSeverity::Warning, 16,
     "b=AS counts kbit/s and b=TIAS counts bit/s; kbit/s times 1000 wrap in 32 bits (G05)."};
-constexpr Rule kReplaces = {"E77", "X09", ExplainSeverity::Note, 40,
+constexpr Rule kSumWraps = {
+    "E154", "G05", ExplainSeverity::Warning, 15,
+    "Without a session bandwidth b=TIAS of audio and of main video are added, and the "
+    "sum wraps in 32 bits (G05)."};
+constexpr Rule kReplaces = {"E77", "X09", ExplainSeverity::Note, 38,
                             "A session bandwidth replaces the sum of the sections (X09)."};
 constexpr Rule kSlidesLimit = {
     "E78", "X10", ExplainSeverity::Note, 39,
@@ -123,7 +127,43 @@ long long NumberOf(std::string_view value) {
     return IsDigits(value) && value.size() < 17 ? std::stoll(std::string(value)) : -1;
 }
 
-void AddBandwidth(Scene& scene, const TextLine& line, bool isInSlides, bool isSession) {
+/// b=TIAS of the slides, where it could have counted toward the total.
+void AddSlidesLimit(Scene& scene, const TextLine& line, long long value) {
+    const long long total = scene.state.record.iMaxBandwidth + value;
+    const std::string text = "b=AS:" + std::to_string(total / 1000);
+    const bool canTell = scene.state.record.iMaxBandwidth >= 0 && total > 0 && total < 2147483647 &&
+                         scene.reading.sections.front().line > 0;
+    std::vector<ExplainTextChange> changes;
+    if (canTell) {
+        changes.push_back(InsertAfter(scene.reading.lines[scene.reading.sections.front().line - 1], text));
+    }
+    Blame(scene, kSlidesLimit, line,
+          {LineWords(line), " stands in the section of the slides (presentation)."},
+          {canTell ? "give the total as " : "", canTell ? text : "",
+           canTell ? " before the first m= line" : ""},
+          std::move(changes))
+        .Know(Topic::Bandwidth, {"The total bandwidth does not contain what slides are allowed."});
+}
+
+/// The larger of two limits whose sum is more than 32 bits hold.
+void AddSum(Scene& scene, const TextLine* audio, const TextLine* video) {
+    const long long ofAudio = audio == nullptr ? -1 : NumberOf(ValueOf(audio->text));
+    const long long ofVideo = video == nullptr ? -1 : NumberOf(ValueOf(video->text));
+    constexpr long long most = 2147483647;
+    if (ofAudio < 0 || ofVideo < 0 || ofAudio > most || ofVideo > most || ofAudio + ofVideo <= most) {
+        return;
+    }
+    const TextLine& line = ofAudio > ofVideo ? *audio : *video;
+    const TextLine& other = ofAudio > ofVideo ? *video : *audio;
+    const char* const text = ofAudio > ofVideo ? "b=TIAS:64000" : "b=TIAS:1000000";
+    Blame(scene, kSumWraps, line,
+          {LineWords(line), " and line ", other.number, ", ", InQuotes(other.text),
+           ", have a sum of more than 2147483647 bit/s."},
+          {"write a real limit in line ", line.number, ", such as ", text}, {ReplaceLine(line, text)})
+        .lines.push_back(other.number);
+}
+
+void AddBandwidth(Scene& scene, const TextLine& line, bool isSession) {
     const std::string canonical = Canonical(line, scene.reading);
     const std::string number = std::to_string(line.number);
     const bool isTias = BeginsWith(canonical, "b=TIAS:");
@@ -157,19 +197,6 @@ void AddBandwidth(Scene& scene, const TextLine& line, bool isInSlides, bool isSe
         rewrite(kUnit, " gives bit/s that look like kbit/s.", "TIAS", value * 1000);
     } else if (isTias && value > 2147483647) {
         rewrite(kUnit, " gives more bit/s than 32 bits hold.", "TIAS", 2147483647);
-    }
-    if (isInSlides && isTias) {
-        const long long total = scene.state.record.iMaxBandwidth + value;
-        const std::string text = "b=AS:" + std::to_string(total / 1000);
-        std::vector<ExplainTextChange> changes;
-        if (total > 0 && total < 2147483647 && scene.reading.sections.front().line > 0) {
-            changes.push_back(
-                InsertAfter(scene.reading.lines[scene.reading.sections.front().line - 1], text));
-        }
-        Blame(scene, kSlidesLimit, line,
-              {LineWords(line), " stands in the section of the slides (presentation)."},
-              {"give the total as ", text, " before the first m= line"}, std::move(changes))
-            .Know(Topic::Bandwidth, {"The total bandwidth does not contain what slides are allowed."});
     }
 }
 
@@ -208,18 +235,32 @@ void FindStreams(Scene& scene) {
 }
 
 void FindBandwidth(Scene& scene) {
+    const Reading& reading = scene.reading;
     const TextLine* session = nullptr;
+    const TextLine* audio = nullptr;
+    const TextLine* video = nullptr;
     bool hasMedia = false;
-    for (const TextLine& line : scene.reading.lines) {
+    for (const TextLine& line : reading.lines) {
         if (line.meant != SDPRow::Bandwidth) {
             continue;
         }
-        const MeantSection* const section = scene.reading.SectionOf(line);
-        AddBandwidth(scene, line, section != nullptr && section->isSlides, section == nullptr);
+        const MeantSection* const section = reading.SectionOf(line);
+        AddBandwidth(scene, line, section == nullptr);
         session = section == nullptr ? &line : session;
         hasMedia = hasMedia || section != nullptr;
+        const long long value = BeginsWith(line.text, "b=TIAS:") ? NumberOf(ValueOf(line.text)) : -1;
+        if (section == nullptr || value < 0) {
+            continue;
+        }
+        if (section->isSlides && session == nullptr) {
+            AddSlidesLimit(scene, line, value);
+        }
+        audio = section->media == "audio" && audio == nullptr ? &line : audio;
+        video = section->media == "video" && !section->isSlides && video == nullptr ? &line : video;
     }
-    if (session != nullptr && hasMedia) {
+    if (session == nullptr) {
+        AddSum(scene, audio, video);
+    } else if (hasMedia) {
         Blame(scene, kReplaces, *session, {LineWords(*session), " stands beside bandwidths of sections."},
               {"delete line ", session->number}, {DeleteLine(*session)})
             .isTakenAway = true;

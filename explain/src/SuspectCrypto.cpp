@@ -37,6 +37,13 @@ constexpr Rule kMethod = {"E58", "P21", ExplainSeverity::Error, 11,
                           "The seven characters before the key are skipped, whatever they are, and the rest "
                           "is read as if it were inline: (P21; RFC 4568, 6.1)."};
 
+constexpr Rule kLongTag = {"E152", "G04", ExplainSeverity::Error, 12,
+                           "A tag is cut to 32 bits, and the answer repeats what is left (G04; RFC 4568, 9.1 "
+                           "has tags of at most nine digits)."};
+constexpr Rule kShortCrypto = {"E157", "", ExplainSeverity::Error, 8,
+                               "A crypto line has three words at least, tag, suite and key; one of fewer is "
+                               "dropped, suite and key included (RFC 4568, 9.1)."};
+
 /// The words of a crypto line as meant: tag, suite, key text.
 struct CryptoWords {
     std::string_view tag;
@@ -81,6 +88,9 @@ const char* SpellingWords(const TextLine& line, const CryptoWords& words, const 
     if (!IsDigits(words.tag)) {
         return " has a tag that is not a number, so it reads as 1.";
     }
+    if (words.count < 3) {
+        return " has fewer than three words, because a blank is missing between two of them.";
+    }
     if (Lower(line.text) == Lower(canonical)) {
         return " differs in letter case from what is compared.";
     }
@@ -100,6 +110,8 @@ void FindSpelling(Scene& scene, const TextLine& line, const CryptoWords& words, 
             suspect.SayActed({"A keyword is compared letter for letter, so a line that does not begin with "
                               "a=crypto: gives no suite and no key."});
             suspect.ledger = "G02";
+        } else if (words.count < 3) {
+            suspect.SayActed({kShortCrypto.acted});
         }
     }
     const std::size_t colon = words.key.find(':');
@@ -160,6 +172,12 @@ void FindCryptoLine(Scene& scene, const TextLine& line, const TextLine* earlier,
     const sdp::Suite* const suite = SuiteOf(line);
     const bool isRead = suite != nullptr && suite->isRead;
     FindSpelling(scene, line, words, isRead, topic);
+    if (words.count < 3) {
+        if (Canonical(line, scene.reading) == line.text) {
+            AddSuite(scene, kShortCrypto, line, words, " has fewer than three words.");
+        }
+        return;
+    }
     if (suite != nullptr && !isRead) {
         if (!hasRead) {
             AddSuite(scene, kSkipped, line, words, " offers a suite with an 80-bit tag.");
@@ -181,6 +199,15 @@ void FindCryptoLine(Scene& scene, const TextLine& line, const TextLine* earlier,
               {ReplaceLine(line, Rewritten(words, words.suite, kSampleKey))});
     } else if (earlier != nullptr) {
         AddLater(scene, kLater, line, *earlier, " comes after line ");
+    }
+    if (IsOver32Bits(words.tag) && IsDigits(words.tag)) {
+        CryptoWords usable = words;
+        usable.tag = "1";
+        Blame(scene, kLongTag, line, {LineWords(line), " has a tag of more than 32 bits."},
+              {"write a tag of at most nine digits in line ", number},
+              {ReplaceLine(line, Rewritten(usable, words.suite, KeyOrSample(words)))})
+            .Know(topic,
+                  {"Our answer says another tag, which the far end did not write and may not accept."});
     }
     if (!IsDigits(words.tag) && words.tag.find_first_of("0123456789") == std::string_view::npos) {
         Blame(scene, kTag, line, {LineWords(line), " has a tag that is not a number."},

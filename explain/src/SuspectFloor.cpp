@@ -29,6 +29,9 @@ constexpr Rule kNoId = {"E88", "G15", ExplainSeverity::Note, 40,
 constexpr Rule kNoFloor = {"E89", "", ExplainSeverity::Note, 45,
                            "An application section is floor control only when its m= line contains BFCP."};
 
+constexpr Rule kLongId = {"E151", "G04", ExplainSeverity::Warning, 19,
+                          "A number is limited to 64 bits and then cut to 32 (G04)."};
+
 void FindFloorSection(Scene& scene, const MeantSection& section) {
     for (std::size_t i = section.line + 1; i <= section.last; ++i) {
         const TextLine& line = scene.reading.lines[i];
@@ -48,8 +51,12 @@ void FindFloorSection(Scene& scene, const MeantSection& section) {
                   {"write a number in line ", number},
                   {ReplaceLine(line, (line.meant == SDPRow::UserId ? "a=userid:15" : "a=confid:15"))});
         }
-        if ((line.meant == SDPRow::ConferenceId || line.meant == SDPRow::UserId) && IsDigits(value) &&
-            value != "15") {
+        const bool isId = line.meant == SDPRow::ConferenceId || line.meant == SDPRow::UserId;
+        if (isId && IsDigits(value) && IsOver32Bits(value)) {
+            Blame(scene, kLongId, line, {LineWords(line), " has an id of more than 32 bits."},
+                  {"write a smaller number in line ", number},
+                  {ReplaceLine(line, (line.meant == SDPRow::UserId ? "a=userid:15" : "a=confid:15"))});
+        } else if (isId && IsDigits(value) && value != "15") {
             Blame(scene, kIds, line, {LineWords(line), " assigns another id than 15."}, {}, {})
                 .Know(Topic::Floor,
                       {"Our text says 15 where the far end says ", AsShown(value),

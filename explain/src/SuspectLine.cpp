@@ -8,6 +8,7 @@
 #include "SDPTables.h"
 
 #include <algorithm>
+#include <cctype>
 
 namespace explain {
 
@@ -175,6 +176,12 @@ void AddInside(Scene& scene, const TextLine& line) {
         .isTakenAway = true;
 }
 
+/// Whether a line begins with signs of quoted text, "> m=audio", which its type letter follows.
+bool HasSigns(std::string_view text) {
+    const std::string_view start = Trimmed(text);
+    return !start.empty() && std::isalpha(static_cast<unsigned char>(start[0])) == 0;
+}
+
 /// How two spellings differ, for a sentence.
 const char* DifferenceWords(std::string_view text, std::string_view canonical) {
     const auto bare = [](std::string_view with) {
@@ -186,6 +193,9 @@ const char* DifferenceWords(std::string_view text, std::string_view canonical) {
     };
     if (Lower(text) == Lower(canonical)) {
         return "differs in letter case from what the component compares";
+    }
+    if (HasSigns(text)) {
+        return "has signs before its first letter, as quoted text has";
     }
     if (Trimmed(text) == canonical) {
         return text[0] == canonical[0] ? "has a blank at its end" : "begins with a blank";
@@ -205,6 +215,10 @@ const char* DifferenceWords(std::string_view text, std::string_view canonical) {
                                           : "has a blank that does not belong there";
 }
 
+constexpr const char* kSignsActed =
+    "The keyword is found anywhere in the line (P01), and words and values are counted from the start of the "
+    "line, so the first word is not the medium, the payload or the type that was meant (P06, P20, P22).";
+
 struct RowSentence {
     SDPRow row;
     const char* ledger;
@@ -214,7 +228,8 @@ constexpr RowSentence kRowSentences[] = {
     {SDPRow::Connection, "",
      "The address is the third word of a connection line as it stands; a line of fewer words is dropped."},
     {SDPRow::Media, "P06",
-     "Media, transport and formats are compared letter for letter as words between blanks (P06)."},
+     "Medium and formats are words between blanks and compared letter for letter: \"Audio\" is not "
+     "\"audio\", and \"09\" is not \"9\" (P06, X12)."},
     {SDPRow::Rtpmap, "X03",
      "Payload and encoding name are compared letter for letter (\"H264/9000\", \"G7221/16000\", "
      "\"telephone-event/8000\", X03); a line whose first word is shorter than a=rtpmap: is dropped (G01, "
@@ -307,7 +322,7 @@ void FindMisspelled(Scene& scene) {
                                          {LineWords(line), " ", DifferenceWords(line.text, canonical), "."},
                                          {"write line ", line.number, " as ", InQuotes(canonical)},
                                          {ReplaceLine(line, canonical)});
-                suspect.SayActed({sentence.acted});
+                suspect.SayActed({HasSigns(line.text) ? kSignsActed : sentence.acted});
                 suspect.ledger = sentence.ledger;
                 suspect.isTakenAway = true;
             }

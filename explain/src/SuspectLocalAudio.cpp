@@ -23,6 +23,10 @@ constexpr Rule kMaskLacks = {
 constexpr Rule kPriorityLacks = {"E102", "", ExplainSeverity::Error, 18,
                                  "Our text lists the codecs of the preference list alone, so a codec of "
                                  "eAudioCodec that is not in it is read but never written."};
+constexpr Rule kPreferredTwice = {"E150", "", ExplainSeverity::Warning, 17,
+                                  "A codec is written once for each time that it stands in the preference "
+                                  "list, so its payload is listed and described as often."};
+
 } // namespace
 
 void FindLocalAudio(Scene& scene) {
@@ -42,7 +46,8 @@ void FindLocalAudio(Scene& scene) {
         return codec.codec == scene.state.record.eAudioCodec;
     });
     for (const sdp::AudioCodec& codec : codecs) {
-        const bool isPreferred = std::find(priority.begin(), priority.end(), codec.codec) != priority.end();
+        const auto count = std::count(priority.begin(), priority.end(), codec.codec);
+        const bool isPreferred = count != 0;
         const bool isSet = (local.eAudioCodec & codec.codec) != 0;
         static constexpr std::pair<std::int32_t, const char*> kNames[] = {{PAYLOAD_G722, "G722"},
                                                                           {PAYLOAD_G7221, "G7221"},
@@ -61,6 +66,11 @@ void FindLocalAudio(Scene& scene) {
                        {"listAudioCodecPriority (audio.priority) does not hold ", name->second,
                         ", which eAudioCodec (audio.codecs) has."},
                        {"add ", name->second, " to audio.priority"}, codec.codec);
+        } else if (count > 1) {
+            BlameField(scene, kPreferredTwice, "audio.priority",
+                       {"listAudioCodecPriority (audio.priority) holds ", name->second,
+                        count == 2 ? " twice." : " several times."},
+                       {"leave ", name->second, " in audio.priority once"}, codec.codec);
         }
     }
 }

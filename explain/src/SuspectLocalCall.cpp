@@ -91,7 +91,13 @@ void FindOwnAddress(Scene& scene) {
             return;
         }
     }
-    if (!own.empty() && own != address) {
+    if (!own.empty() && !IsIpv4(own)) {
+        BlameField(scene, kOwnAddressKind, "origin_address",
+                   {"strMyIPAddr (origin_address) is ", AsShown(own), ", no IPv4 address."},
+                   {"set origin_address to an IPv4 address"}, 0, IsIpv4(address) ? address : "192.0.2.1")
+            .Know(Topic::Call,
+                  {"Our o= line says IN IP4 ", AsShown(own), ", so a strict reader refuses the text."});
+    } else if (!own.empty() && own != address) {
         known(BlameField(scene, kTwoAddresses, "origin_address",
                          {"strMyIPAddr (origin_address) is ", AsShown(own), " and ", name, "is ",
                           AsShown(address), "."},

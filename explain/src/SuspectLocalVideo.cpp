@@ -48,6 +48,11 @@ constexpr Rule kLimit = {"E113", "", ExplainSeverity::Warning, 49,
 constexpr Rule kOdd = {"E114", "B12", ExplainSeverity::Note, 51,
                        "An even frame size is written one higher in max-fs (B12)."};
 
+constexpr Rule kLevel1b = {
+    "E158", "X05", ExplainSeverity::Warning, 11,
+    "Level 1b is written as the digits FF, a private code (255) that no RFC has: others "
+    "write it as 0B with constraint_set3_flag (X05; RFC 6184, 8.1)."};
+
 struct VideoField {
     const char* file;
     const char* record;
@@ -144,6 +149,13 @@ void FindVideo(Scene& scene, const VideoField& field) {
                    {"set ", file, ".level to the name of a level, such as \"3.1\""}, 0, "3.1")
             .Know(field.receives,
                   {"Our text promises level 2, so the far end sends a picture of 352 x 288 or so."});
+    } else if (video.strVideoLevel == "1.b") {
+        BlameField(scene, kLevel1b, file + ".level",
+                   {record, ".strVideoLevel (", file, ".level) is \"1.b\"."},
+                   {"set ", file, ".level to \"3.1\""}, 0, "3.1")
+            .Know(field.receives,
+                  {"Our text says profile-level-id=4200FF, from which the far end takes a level "
+                   "that we did not mean, or none."});
     } else if (video.strVideoLevel < "3") {
         BlameField(
             scene, kLowVideoLevel, file + ".level",

@@ -2,6 +2,7 @@
 // Input: our offer and the far end's answer to it. Output: suspects.
 // Touches the list of suspects.
 // Test: tests/explain/judge_cases.py
+#include "Crypto.h"
 #include "FormatLines.h"
 
 #include <algorithm>
@@ -119,7 +120,18 @@ void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, c
                                  {"answer with tag and suite of the offer in line ", theirLine->number},
                                  {ReplaceLine(*theirLine, std::string(our[0]) + " " + std::string(our[1]) +
                                                               " " + std::string(their[2]))});
-        suspect.Know(topic, {"The two ends use different suites, so packets fail to decrypt."});
+        const sdp::Suite* const suite = SuiteOf(*theirLine);
+        if (suite != nullptr && !suite->isRead) {
+            suspect.SayActed(
+                {"The answer repeats tag and suite of the crypto line that it accepts (RFC 4568, "
+                 "5.1.3), and crypto lines of the 80-bit suites are skipped when they are read "
+                 "(P10)."});
+        }
+        suspect.Know(topic,
+                     {our[1] == their[1]
+                          ? "The answer accepts a crypto line that was not offered, so the two ends may "
+                            "use different keys and suites."
+                          : "The two ends use different suites, so packets fail to decrypt."});
     }
 }
 
@@ -177,16 +189,17 @@ void FindPair(Scene& scene) {
         const TextLine& last = scene.reading.lines[theirs.back().line];
         const MeantSection& missing = offer.sections[theirs.size()];
         const std::string text = "m=" + missing.media + " 0 " + missing.transport + " " + Payloads(missing);
-        Suspect& suspect =
-            Blame(scene, kMissing, last,
-                  {LineWords(last), " is the last of ", theirs.size(), " sections; our offer has ",
-                   offer.sections.size(), ", next ", InQuotes(offer.lines[missing.line].text), "."},
-                  {"add ", InQuotes(text), " at the end"}, {{scene.reading.text.size(), 0, text + "\r\n"}});
+        Suspect& suspect = Blame(
+            scene, kMissing, last,
+            {LineWords(last), theirs.size() == 1 ? " opens the only section" : " opens the last section",
+             " of the answer; our offer has ", offer.sections.size(), ", next ",
+             InQuotes(offer.lines[missing.line].text), "."},
+            {"add ", InQuotes(text), " at the end"}, {{scene.reading.text.size(), 0, text + "\r\n"}});
         for (const Topic topic : TopicsOfPair(missing, missing.isSlides)) {
             suspect.Know(topic, {"Section ", theirs.size() + 1, " of our offer, ", missing.media,
                                  ", has no answer, so it does not start."});
         }
-    } else if (theirs.size() > offer.sections.size()) {
+    } else if (theirs.size() > offer.sections.size() && !offer.sections.empty()) {
         const TextLine& extra = scene.reading.lines[theirs[offer.sections.size()].line];
         Blame(scene, kSurplus, extra,
               {LineWords(extra), " is a section more than the ", offer.sections.size(), " of our offer."},

@@ -70,6 +70,17 @@ void AddOtherEncoding(Scene& scene, const TextLine* ours, const TextLine* theirs
     }
 }
 
+/// The payload that our offer gives this encoding and the answer does not list; empty for none.
+std::string_view OfferedAs(const Reading& offer, const MeantSection& ours, const MeantSection& theirs,
+                           const std::string& encoding) {
+    for (const std::string_view format : ours.formats) {
+        if (theirs.listed.count(format) == 0 && EncodingOf(LineOf(offer, ours.rtpmap, format)) == encoding) {
+            return format;
+        }
+    }
+    return {};
+}
+
 /// A payload that our offer does not list.
 void AddNotOffered(Scene& scene, const Reading& offer, const MeantSection& ours, const MeantSection& theirs,
                    std::string_view format, const std::vector<Topic>& topics) {
@@ -90,9 +101,21 @@ void AddNotOffered(Scene& scene, const Reading& offer, const MeantSection& ours,
         AddTones(suspect, media, scene.reading.lines[name->second], format, tones);
         return;
     }
+    const TextLine* const rtpmap = LineOf(scene.reading, theirs.rtpmap, format);
+    const std::string encoding = EncodingOf(rtpmap);
+    const std::string_view offered =
+        encoding.empty() ? std::string_view() : OfferedAs(offer, ours, theirs, encoding);
+    if (!offered.empty()) {
+        suspect.cure.words = Joined({"give ", AsShown(encoding), " the payload ", offered, " of the offer"});
+        suspect.cure.text = {ReplaceLine(media, WithFormat(media, format, offered)),
+                             ReplaceLine(*rtpmap, WithPayload(*rtpmap, offered))};
+        if (const TextLine* const fmtp = LineOf(scene.reading, theirs.fmtp, format)) {
+            suspect.cure.text.push_back(ReplaceLine(*fmtp, WithPayload(*fmtp, offered)));
+        }
+    }
     for (const Topic topic : topics) {
-        suspect.Know(topic, {"The far end uses a payload number that our offer gave no "
-                             "codec, so what it sends is not decoded."});
+        suspect.Know(topic, {"The far end uses payload ", AsShown(format),
+                             ", to which our offer gave no codec, so what it sends is not decoded."});
     }
 }
 

@@ -32,6 +32,11 @@ constexpr Rule kLowLevel = {"E94", "", ExplainSeverity::Note, 59,
                             "The level that the far end gives is the most that it decodes, so what is sent "
                             "to it stays within it (RFC 6184, 8.1)."};
 
+constexpr Rule kLongLimit = {
+    "E153", "G04", ExplainSeverity::Warning, 23,
+    "A number is limited to 64 bits and then cut to 32, so a limit beyond 2147483647 "
+    "is another one or negative (G04)."};
+
 /// One parameter of an fmtp line: "max-fs=3600" of "a=fmtp:97 packetization-mode=1; max-fs=3600".
 struct Parameter {
     std::size_t begin = 0;  ///< offset in the line
@@ -124,6 +129,14 @@ void FindLimits(Scene& scene, const TextLine& line, const VideoParms& stream, To
         for (const Limit& limit : kLimits) {
             const std::int32_t given = stream.*limit.given;
             const std::string least = std::to_string(limits.*limit.ofLevel);
+            if (parameter.name == limit.name && IsDigits(parameter.value) && IsOver32Bits(parameter.value)) {
+                Blame(scene, kLongLimit, line,
+                      {LineWords(line), " gives ", limit.name, "=", AsShown(parameter.value),
+                       ", more than 32 bits hold."},
+                      {"write ", limit.name, "=", least, " in line ", line.number},
+                      {ReplaceLine(line, WithValue(line.text, parameter, least))});
+                continue;
+            }
             if (parameter.name != limit.name || !IsDigits(parameter.value) || given < 0 ||
                 given >= limits.*limit.ofLevel || stream.strVideoLevel.empty()) {
                 continue;

@@ -4,6 +4,9 @@
 // Test: tests/explain/judge_cases.py
 #include "FormatLines.h"
 
+#include "SDPKeyword.h"
+#include "SDPTables.h"
+
 #include <algorithm>
 
 namespace explain {
@@ -31,15 +34,33 @@ bool IsSecure(const MeantSection& section) {
     return section.transport.find("SAVP") != std::string::npos;
 }
 
+/// Which ways media flow in a section, as its last direction line says.
+struct Ways {
+    bool sends = true;
+    bool receives = true;
+    std::size_t line = 0; ///< number of that line; 0 without one
+};
+
+Ways WaysOf(const Reading& reading, const MeantSection& section) {
+    Ways ways;
+    for (std::size_t i = section.line; i <= section.last; ++i) {
+        const TextLine& line = reading.lines[i];
+        const sdp::Direction* const direction =
+            line.meant == SDPRow::Direction ? sdp::FirstKeyword<sdp::kDirections>(line.text) : nullptr;
+        ways = direction == nullptr ? ways : Ways{direction->sends, direction->receives, line.number};
+    }
+    return ways;
+}
+
 bool ListsH264(const Scene& scene, const MeantSection& section) {
     return std::any_of(section.formats.begin(), section.formats.end(),
                        [&](std::string_view format) { return NameOf(scene, section, format) == "H264"; });
 }
 
-/// What the first section of a kind lacks and a later one has; null for nothing.
-const char* LackWords(const Scene& scene, const MeantSection& first, const MeantSection& later) {
+/// What the first section of a kind lacks and a later one has; empty for nothing.
+std::string LackWords(const Scene& scene, const MeantSection& first, const MeantSection& later) {
     if (first.media == "application" || later.port == "0") {
-        return nullptr;
+        return {};
     }
     if (first.port == "0") {
         return "has port 0";
@@ -51,14 +72,24 @@ const char* LackWords(const Scene& scene, const MeantSection& first, const Meant
     if (!hasCodec && hasLater) {
         return "lists no codec that this side has";
     }
-    return scene.input.srtp && !IsSecure(first) && IsSecure(later) && later.hasCrypto ? "is not secure"
-                                                                                      : nullptr;
+    if (scene.input.srtp && !IsSecure(first) && IsSecure(later) && later.hasCrypto) {
+        return "is not secure";
+    }
+    const Ways own = WaysOf(scene.reading, first);
+    const Ways better = WaysOf(scene.reading, later);
+    const bool hasMore = (better.sends || !own.sends) && (better.receives || !own.receives) &&
+                         (own.sends != better.sends || own.receives != better.receives);
+    if (!hasMore) {
+        return {};
+    }
+    const char* const way = own.sends ? "is sendonly" : own.receives ? "is recvonly" : "is inactive";
+    return Joined({way, " (line ", own.line, ")"});
 }
 
 /// The first section of a kind, when it cannot be used and a later one could.
 void AddFirst(Scene& scene, const MeantSection& first, const MeantSection& later) {
-    const char* const lack = LackWords(scene, first, later);
-    if (lack == nullptr) {
+    const std::string lack = LackWords(scene, first, later);
+    if (lack.empty()) {
         return;
     }
     const TextLine& line = scene.reading.lines[first.line];
@@ -112,7 +143,7 @@ void FindOrder(Scene& scene) {
         return fact.topic == Topic::Call && fact.about == About::Order;
     });
     if (order != facts.end() && order->isDead) {
-        suspect.Know(Topic::Call, {"In our answer ", scene.state.ClauseOf(*order), "."});
+        suspect.Know(Topic::Call, {"The far end matches sections by their place and takes ours for others."});
     }
 }
 

@@ -13,6 +13,10 @@ namespace {
 constexpr Rule kStray = {"E16", "", ExplainSeverity::Error, 15,
                          "A line changes only the section that was opened last, so it replaces the value of "
                          "that section, and the section that it is for has none."};
+constexpr Rule kStrayCandidate = {
+    "E160", "P13", ExplainSeverity::Error, 15,
+    "A candidate is kept for the section that was opened last, whatever its port "
+    "(P13), so an ICE agent checks it for the wrong stream."};
 constexpr Rule kStrayKey = {"E17", "", ExplainSeverity::Error, 8,
                             "A crypto line counts for the section that was opened last, so the section that "
                             "it is for has no suite and no key."};
@@ -37,6 +41,8 @@ std::string KindOf(const TextLine& line) {
         return "r" + std::string(PayloadOf(line.text));
     case SDPRow::Fmtp:
         return "f" + std::string(PayloadOf(line.text));
+    case SDPRow::Ice:
+        return BeginsWith(line.text, "a=ice-ufrag:") ? "u" : BeginsWith(line.text, "a=ice-pwd:") ? "p" : "";
     case SDPRow::Crypto: {
         const std::vector<std::string_view> words = WordsOf(line.text, 1);
         return "k" + std::string(words.empty() ? std::string_view() : ValueOf(words[0]));
@@ -98,11 +104,74 @@ void AddStray(Scene& scene, std::size_t index, const TextLine& other, const Mean
     suspect.isTakenAway = true;
 }
 
+/// Whether a candidate is one for the RTP or the RTCP port of a section (RFC 8839, 5.1).
+bool IsFor(const TextLine& candidate, const MeantSection& section) {
+    constexpr std::size_t portWord = 5;
+    const std::vector<std::string_view> words = WordsOf(candidate.text, portWord + 1);
+    if (words.size() <= portWord || !IsDigits(words[portWord]) || words[portWord].size() > 5 ||
+        !IsDigits(section.port) || section.port.size() > 5) {
+        return false;
+    }
+    const int distance = std::stoi(std::string(words[portWord])) - std::stoi(section.port);
+    return distance == 0 || distance == 1;
+}
+
+std::vector<std::size_t> CandidatesOf(const Reading& reading, const MeantSection& section) {
+    std::vector<std::size_t> lines;
+    for (std::size_t i = section.line; i <= section.last; ++i) {
+        if (reading.lines[i].meant == SDPRow::Candidate) {
+            lines.push_back(i);
+        }
+    }
+    return lines;
+}
+
+/// Candidates of one section that have the ports of another, which has none.
+void FindStrayCandidates(Scene& scene, const MeantSection& own, const MeantSection& other) {
+    const Reading& reading = scene.reading;
+    std::vector<std::size_t> strays;
+    for (const std::size_t i : CandidatesOf(reading, own)) {
+        if (IsFor(reading.lines[i], other) && !IsFor(reading.lines[i], own)) {
+            strays.push_back(i);
+        }
+    }
+    constexpr std::size_t most = 8;
+    if (strays.empty() || strays.size() > most || !CandidatesOf(reading, other).empty()) {
+        return;
+    }
+    const TextLine& line = reading.lines[strays.front()];
+    const TextLine& media = reading.lines[other.line];
+    std::vector<ExplainTextChange> changes;
+    for (const std::size_t i : strays) {
+        changes.push_back(DeleteLine(reading.lines[i]));
+        changes.push_back(InsertAfter(media, std::string(Trimmed(reading.lines[i].text))));
+    }
+    Suspect& suspect = Blame(
+        scene, kStrayCandidate, line,
+        {LineWords(line), " stands in the section of line ", reading.lines[own.line].number,
+         " and has the port of line ", media.number, ", ", InQuotes(media.text), ", which has no candidate."},
+        {strays.size() == 1 ? "move line " : "move the candidates from line ", line.number,
+         strays.size() == 1 ? " behind line " : " on behind line ", media.number},
+        std::move(changes));
+    suspect.lines.push_back(media.number);
+    suspect.isTakenAway = true;
+}
+
 } // namespace
 
 void FindStrays(Scene& scene) {
     const Reading& reading = scene.reading;
     constexpr std::size_t most = 32;
+    constexpr std::size_t mostWithIce = 8;
+    if (reading.hasCandidate && reading.sections.size() <= mostWithIce) {
+        for (const MeantSection& own : reading.sections) {
+            for (const MeantSection& other : reading.sections) {
+                if (&own != &other) {
+                    FindStrayCandidates(scene, own, other);
+                }
+            }
+        }
+    }
     std::vector<Kinds> kinds;
     for (std::size_t i = 0; i < reading.sections.size() && i < most; ++i) {
         kinds.push_back(KindsOf(reading, reading.sections[i]));

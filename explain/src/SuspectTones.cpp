@@ -4,6 +4,8 @@
 // Test: tests/explain/judge_cases.py
 #include "FormatLines.h"
 
+#include "SDPTables.h"
+
 namespace explain {
 
 namespace {
@@ -23,9 +25,57 @@ constexpr Rule kManyTones = {
     "E49", "X02", ExplainSeverity::Warning, 40,
     "Of several telephone-event/8000 formats the one listed last gives the payload of the tones (X02)."};
 
+constexpr Rule kOurTones = {
+    "E155", "B07", ExplainSeverity::Warning, 30,
+    "Our text lists payload 101 as telephone-event/8000 in any case, whatever the far "
+    "end means by 101 (B07)."};
+constexpr Rule kOurNumber = {"E156", "", ExplainSeverity::Note, 55,
+                             "Our text lists G.722.1 as payload 104 in any case, whatever number the far end "
+                             "gives it."};
+
+/// The section with a free number in place of one of its payloads: m= line, rtpmap and fmtp line.
+std::vector<ExplainTextChange> Renumbered(const Scene& scene, const MeantSection& section,
+                                          std::string_view payload, const std::string& free) {
+    const TextLine& media = scene.reading.lines[section.line];
+    std::vector<ExplainTextChange> changes = {ReplaceLine(media, WithFormat(media, payload, free))};
+    for (const FormatLines* const lines : {&section.rtpmap, &section.fmtp}) {
+        if (const TextLine* const line = LineOf(scene.reading, *lines, payload)) {
+            changes.push_back(ReplaceLine(*line, WithPayload(*line, free)));
+        }
+    }
+    return changes;
+}
+
+/// Numbers that our answer writes for tones and G.722.1, where the far end has other formats under them.
+void FindOurNumbers(Scene& scene, const MeantSection& section) {
+    if (scene.input.remoteAnswers) {
+        return;
+    }
+    const std::string free = FreePayload(section);
+    const TextLine* const tones = LineOf(scene.reading, section.rtpmap, sdp::kTelephoneEvent.payload);
+    const std::string name = NameOf(scene, section, sdp::kTelephoneEvent.payload);
+    if (tones != nullptr && section.listed.count(sdp::kTelephoneEvent.payload) != 0 && !name.empty() &&
+        name != "TELEPHONE-EVENT") {
+        Blame(scene, kOurTones, *tones, {LineWords(*tones), " gives payload 101 to ", AsShown(name), "."},
+              {"give ", AsShown(name), " the payload ", free, " in place of 101"},
+              Renumbered(scene, section, sdp::kTelephoneEvent.payload, free))
+            .Know(Topic::Dtmf, {"Our answer means tones by 101 and the far end means ", AsShown(name),
+                                ", so tones that are sent under 101 are heard as noise or lost."});
+    }
+    const std::string chosen = std::to_string(scene.state.record.iAudioPayload);
+    const TextLine* const rtpmap = LineOf(scene.reading, section.rtpmap, chosen);
+    if (scene.state.record.eAudioCodec == PAYLOAD_G7221 && chosen != "104" && rtpmap != nullptr) {
+        Blame(scene, kOurNumber, *rtpmap, {LineWords(*rtpmap), " gives G.722.1 another payload than 104."},
+              {"give G.722.1 the payload 104"}, {})
+            .Know(Topic::AudioReceive, {"Our answer says 104 where the far end offered ", chosen,
+                                        ", so a far end that holds to its own number does not send to us."});
+    }
+}
+
 } // namespace
 
 void FindTones(Scene& scene, const MeantSection& section) {
+    FindOurNumbers(scene, section);
     const TextLine& media = scene.reading.lines[section.line];
     const TextLine* other = nullptr;
     std::vector<std::string_view> good;

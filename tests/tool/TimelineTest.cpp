@@ -101,7 +101,7 @@ TEST_F(Timeline, WithExactTheLineEndsOfATextAreThoseOfItsDescriptions) {
                 "    floor: there is no floor control section\n"
                 "    dtmf: tones have no payload and are not sent\n"
                 "  read by the callee:\n"
-                "    E02 audio.codec error: line 1: Lines 1 to 4 do not end in CR LF but in LF or CR alone, "
+                "    E02 audio.codec error: Lines 1 to 4 do not end in CR LF but in LF or CR alone, "
                 "up to the end of the text.\n"
                 "    Text after the last CR LF is no line and is dropped (P02).\n"
                 "    There is no section for audio, our answer has no section for audio. With the cure "

@@ -9,26 +9,39 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <string_view>
+
 namespace cmsdp {
 
 namespace {
 
 constexpr std::size_t kWidth = 240;
 
-std::string Line(const std::string& text) {
-    const std::string shown = Visible(text);
-    return (shown.size() > kWidth ? shown.substr(0, kWidth - 3) + "..." : shown) + "\n";
+/// A text of at most `most` bytes; a longer one ends after a word.
+std::string Cut(const std::string& text, std::size_t most) {
+    constexpr std::string_view dots = "...";
+    if (text.size() <= most) {
+        return text;
+    }
+    const std::size_t room = most - dots.size();
+    return text.substr(0, std::min(text.rfind(' ', room), room)).append(dots);
 }
 
+std::string Line(const std::string& text) {
+    return Cut(Visible(text), kWidth) + "\n";
+}
+
+/// ID, topic and severity, and the place where the first sentence does not name it.
 std::string Head(const ExplainFinding& finding) {
     std::string head = std::string(finding.id) + " " + ExplainTopicName(finding.topic) + " " +
                        ExplainSeverityName(finding.severity) + ": ";
     if (finding.field != nullptr) {
-        head += std::string(finding.field->file) + ": ";
-    } else if (!finding.lines.empty()) {
-        head += "line " + std::to_string(finding.lines[0]) + ": ";
+        const std::string_view field = finding.field->file;
+        return finding.what.find(field) == std::string::npos ? head.append(field).append(": ") : head;
     }
-    return head;
+    const bool isNamed = finding.what.compare(0, 4, "Line") == 0;
+    return isNamed || finding.lines.empty() ? head : head + "line " + std::to_string(finding.lines[0]) + ": ";
 }
 
 template <typename Text>
@@ -47,10 +60,9 @@ std::string FindingsText(const std::vector<ExplainFinding>& findings) {
             (finding.repair.empty()
                  ? ""
                  : " The negotiation layer repairs it: " + std::string(finding.repair) + ".");
-        std::string comes = finding.comes;
-        if (comes.size() + cure.size() > kWidth && cure.size() < kWidth) {
-            comes = comes.substr(0, kWidth - cure.size() - 3) + "...";
-        }
+        constexpr std::size_t least = 3; // the dots of a text that is cut
+        const std::string comes =
+            cure.size() + least <= kWidth ? Cut(finding.comes, kWidth - cure.size()) : finding.comes;
         text += text.empty() ? "" : "\n";
         text += Line(Head(finding) + finding.what);
         text += Line(finding.acted);
