@@ -6,6 +6,8 @@
 //     near = audio                    a step: support/DocumentRun.h lists them
 //         iAudioRTPPort = 17000       indented by four blanks: the fields, the text or the record of the step
 //
+// An empty line between two indented lines is one of the text.
+//
 // Steps before the first heading are run at the start of every test of the file. Tests: DocumentTest.cpp.
 #pragma once
 
@@ -97,13 +99,17 @@ private:
             m_wantsReason = false;
         } else if (StartsWith(text, "=== ")) {
             Heading(text.substr(4));
+        } else if (text.empty()) {
+            ++m_emptyLines;
+            return;
         } else if (StartsWith(text, "    ")) {
             TakeBlockLine();
         } else if (StartsWith(text, " ")) {
             throw Malformed(m_line, "fields, texts and records are indented by four blanks");
-        } else if (!text.empty() && text[0] != '#') {
+        } else if (text[0] != '#') {
             Steps().push_back({m_line, {}});
         }
+        m_emptyLines = 0;
     }
 
     void Heading(const std::string& name) {
@@ -123,7 +129,11 @@ private:
         if (Steps().empty()) {
             throw Malformed(m_line, "an indented line without a step before it");
         }
-        Steps().back().block.push_back({m_line.path, m_line.number, m_line.text.substr(4)});
+        std::vector<Line>& block = Steps().back().block;
+        for (int above = block.empty() ? 0 : m_emptyLines; above > 0; --above) {
+            block.push_back({m_line.path, m_line.number - above, ""});
+        }
+        block.push_back({m_line.path, m_line.number, m_line.text.substr(4)});
     }
 
     void EndSection() const {
@@ -139,6 +149,7 @@ private:
     Document m_document;
     Line m_line;
     bool m_wantsReason = false;
+    int m_emptyLines = 0; ///< directly above this line
     std::set<std::string> m_names;
 };
 

@@ -172,6 +172,17 @@ TEST(Document, LineEndsAndBytesAreVisible) {
     EXPECT_THROW(bytes("\\xF"), documents::Malformed);
 }
 
+// One at the end of a block is not.
+TEST(Document, AnEmptyLineBetweenTheLinesOfABlockIsOneOfThem) {
+    const documents::Document document = documents::ReadDocument(
+        "a.cases", kHeading + "\ntext offer\n\n    v=0\n\n\n    s=-\n\nnear = audio\n");
+    std::string lines;
+    for (const documents::Line& line : document.sections[0].steps[0].block) {
+        lines += line.Place() + ":" + line.text + "\n";
+    }
+    EXPECT_TEXT(lines, "a.cases:6:v=0\na.cases:7:\na.cases:8:\na.cases:9:s=-\n");
+}
+
 TEST(Document, AMalformedDocumentIsAnErrorAtItsLine) {
     const struct {
         std::string text;
