@@ -293,7 +293,7 @@ def check_heads(root):
     for directory in ("commonmedia", "negotiation", "explain", "tools", "examples", "fuzz", "bench"):
         for path in files(root / directory, ".cpp", ".h"):
             for test in re.findall(r"^// Tests?: (.*)$", read(path), re.MULTILINE):
-                for name in re.findall(r"tests/[\w/.]*\w", test):
+                for name in re.findall(r"tests/[\w/.-]*\w", test):
                     named += 1
                     if not (root / name).exists():
                         yield f"{path.relative_to(root)}: {name} does not exist"

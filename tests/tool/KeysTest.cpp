@@ -1,7 +1,6 @@
 // Keys that are made, given and shown.
 #include "Keys.h"
-
-#include <gtest/gtest.h>
+#include "RunTool.h"
 
 namespace {
 
@@ -73,6 +72,22 @@ TEST(Keys, AWrongTextChangesNothing) {
         EXPECT_FALSE(SetInlineKey(c.local, baseSDP::SRTP_AUDIO, wrong)) << wrong;
         EXPECT_EQ(InlineKey(c.local, baseSDP::SRTP_AUDIO), kKey);
     }
+}
+
+class MadeKey : public tool::ToolTest {};
+
+TEST_F(MadeKey, IsNewInEveryRun) {
+    Write("me.json", R"({"srtp": true})");
+    const tool::Result first = Cmsdp({"offer", "--show-secrets", "--local", "me.json"});
+    const tool::Result second = Cmsdp({"offer", "--show-secrets", "--local", "me.json"});
+    const auto key = [](const std::string& offer) {
+        const std::size_t at = offer.find("inline:");
+        return at == std::string::npos ? std::string()
+                                       : offer.substr(at + 7, offer.find("\r\n", at) - at - 7);
+    };
+    EXPECT_EQ(key(first.out).size(), 40U);
+    EXPECT_EQ(key(second.out).size(), 40U);
+    EXPECT_NE(key(first.out), key(second.out));
 }
 
 } // namespace

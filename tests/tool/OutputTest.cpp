@@ -1,4 +1,4 @@
-// Standard output that cannot be written, and terminals.
+// Standard output that cannot be written, and terminals. The same table in a file: inspect.cases.
 #include "Expect.h"
 #include "RunTool.h"
 
@@ -60,42 +60,6 @@ TEST_F(Output, AReaderThatWentAwayEndsTheCommandQuietly) {
 
 constexpr const char* kHeld = "v=0\r\nc=IN IP4 198.51.100.7\r\nm=audio 5004 RTP/AVP 0\r\na=inactive\r\n";
 
-constexpr const char* kPlainTable =
-    "session\n"
-    "  bandwidth      not limited\n"
-    "\n"
-    "audio\n"
-    "  state          negotiated\n"
-    "  codec          G.711 mu-law\n"
-    "  payload type   0\n"
-    "  DTMF payload   none\n"
-    "  address        198.51.100.7:5004\n"
-    "  direction      on hold\n"
-    "  suite          none\n"
-    "\n"
-    "main video\n"
-    "  state          not negotiated\n"
-    "  why            the far end has no video section\n"
-    "\n"
-    "presentation\n"
-    "  state          not negotiated\n"
-    "  why            the far end has no video section marked a=content:slides\n"
-    "\n"
-    "floor control\n"
-    "  state          not negotiated\n"
-    "  why            the far end has no BFCP section\n"
-    "\n"
-    "our answer\n"
-    "  note           J20, B03, our answer: An answer has as many m= lines as its\n"
-    "                 offer. The answer has 2, the offer 1; strict far ends refuse\n"
-    "                 the whole answer\n"
-    "                 J24, B07, line 7 of our answer: An accepted section lists\n"
-    "                 formats that were offered in it. Format '101' was not offered\n"
-    "                 in this section; strict far ends do not start the stream\n"
-    "\n"
-    "with --fit\n"
-    "  does           section 1 is answered in its place\n";
-
 TEST_F(TerminalOutput, ColourOnATerminal) {
     Write("held.sdp", kHeld);
     const Result run = To(Out::kTerminal, {"inspect", "held.sdp"});
@@ -136,25 +100,15 @@ TEST_F(TerminalOutput, ColourOnATerminal) {
                          "  does           section 1 is answered in its place\n");
 }
 
-TEST_F(TerminalOutput, NoColourWithNoColorSet) {
+TEST_F(TerminalOutput, NoColourWhereNoneIsWanted) {
     Write("held.sdp", kHeld);
-    How how;
-    how.out = Out::kTerminal;
-    how.environment = {{"TERM", "xterm"}, {"NO_COLOR", "1"}};
-    EXPECT_TEXT(Cmsdp({"inspect", "held.sdp"}, how).out, kPlainTable);
-}
-
-TEST_F(TerminalOutput, NoColourOnADumbTerminal) {
-    Write("held.sdp", kHeld);
-    How how;
-    how.out = Out::kTerminal;
-    how.environment = {{"TERM", "dumb"}, {"NO_COLOR", ""}};
-    EXPECT_TEXT(Cmsdp({"inspect", "held.sdp"}, how).out, kPlainTable);
-}
-
-TEST_F(Output, NoColourInAFile) {
-    Write("held.sdp", kHeld);
-    EXPECT_TEXT(To(Out::kFile, {"inspect", "held.sdp"}).out, kPlainTable);
+    const std::string plain = To(Out::kFile, {"inspect", "held.sdp"}).out;
+    for (const auto& [term, noColor] : {std::pair{"xterm", "1"}, {"dumb", ""}}) {
+        How how;
+        how.out = Out::kTerminal;
+        how.environment = {{"TERM", term}, {"NO_COLOR", noColor}};
+        EXPECT_TEXT(Cmsdp({"inspect", "held.sdp"}, how).out, plain);
+    }
 }
 
 TEST_F(TerminalOutput, NoColourInJson) {
@@ -184,56 +138,20 @@ TEST_F(TerminalOutput, ATableFillsTheTerminal) {
         std::string::npos);
 }
 
-// A surplus section is copied into the answer, escape sequences and all.
-constexpr const char* kPainting = "v=0\r\n"
-                                  "m=audio 5004 RTP/AVP 0\r\n"
-                                  "m=audio 0 RTP/AVP 0\r\n"
-                                  "m=text 5010 RTP/AVP \x1b[2J\xe2\x80\xae\r\n";
-
-TEST_F(Output, AnswersKeepTheirBytesInAFile) {
-    Write("painting.sdp", kPainting);
-    Write(
-        "audio.json",
-        R"({"video": {"main": {"codecs": []}}, "floor_control": {"enabled": false}, "served_sections": 2})");
-    const Result run = To(Out::kFile, {"answer", "--local", "audio.json", "painting.sdp"});
-    EXPECT_EQ(run.status, 0);
-    EXPECT_TEXT(MaskId(run.out), "v=0\r\n"
-                                 "o=Quillmarshorizon ID 2 IN IP4 192.0.2.1\r\n"
-                                 "s=-\r\n"
-                                 "c=IN IP4 192.0.2.1\r\n"
-                                 "b=AS:1064\r\n"
-                                 "t=0 0\r\n"
-                                 "m=audio 16384 RTP/AVP 0 101\r\n"
-                                 "b=TIAS:64000\r\n"
-                                 "a=rtpmap:0 PCMU/8000\r\n"
-                                 "a=rtpmap:101 telephone-event/8000\r\n"
-                                 "a=fmtp:101 0-15\r\n"
-                                 "a=sendrecv\r\n"
-                                 "a=rtcp:16385 IN IP4 192.0.2.1\r\n"
-                                 "m=text 0 RTP/AVP \x1b[2J\xe2\x80\xae\r\n");
-}
-
+// A surplus section is copied into the answer, escape sequences and all. The bytes in a file: answer.cases.
 TEST_F(TerminalOutput, AnswersAreHarmlessOnATerminal) {
-    Write("painting.sdp", kPainting);
+    Write("painting.sdp", "v=0\r\n"
+                          "m=audio 5004 RTP/AVP 0\r\n"
+                          "m=audio 0 RTP/AVP 0\r\n"
+                          "m=text 5010 RTP/AVP \x1b[2J\xe2\x80\xae\r\n");
     Write(
         "audio.json",
         R"({"video": {"main": {"codecs": []}}, "floor_control": {"enabled": false}, "served_sections": 2})");
-    const Result run = To(Out::kTerminal, {"answer", "--local", "audio.json", "painting.sdp"});
+    const std::vector<std::string> arguments = {"answer", "--local", "audio.json", "painting.sdp"};
+    const Result run = To(Out::kTerminal, arguments);
     EXPECT_EQ(run.status, 0);
-    EXPECT_TEXT(MaskId(run.out), "v=0\r\n"
-                                 "o=Quillmarshorizon ID 2 IN IP4 192.0.2.1\r\n"
-                                 "s=-\r\n"
-                                 "c=IN IP4 192.0.2.1\r\n"
-                                 "b=AS:1064\r\n"
-                                 "t=0 0\r\n"
-                                 "m=audio 16384 RTP/AVP 0 101\r\n"
-                                 "b=TIAS:64000\r\n"
-                                 "a=rtpmap:0 PCMU/8000\r\n"
-                                 "a=rtpmap:101 telephone-event/8000\r\n"
-                                 "a=fmtp:101 0-15\r\n"
-                                 "a=sendrecv\r\n"
-                                 "a=rtcp:16385 IN IP4 192.0.2.1\r\n"
-                                 "m=text 0 RTP/AVP \\x1b[2J\\xe2\\x80\\xae\r\n");
+    EXPECT_TEXT(MaskId(run.out), support::Replaced(MaskId(To(Out::kFile, arguments).out),
+                                                   "\x1b[2J\xe2\x80\xae", "\\x1b[2J\\xe2\\x80\\xae"));
 }
 
 } // namespace

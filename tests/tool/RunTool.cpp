@@ -14,6 +14,7 @@
 #include <regex>
 #include <sys/ioctl.h>
 #include <sys/wait.h>
+#include <system_error>
 #include <termios.h>
 #include <unistd.h>
 
@@ -128,34 +129,34 @@ bool HasTerminals() {
     return far >= 0;
 }
 
-void ToolTest::SetUp() {
-    std::string pattern = ::testing::TempDir() + "cmsdp-XXXXXX";
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    m_directory = pattern;
+Folder::Folder() : m_directory(::testing::TempDir() + "cmsdp-XXXXXX") {
+    EXPECT_NE(mkdtemp(m_directory.data()), nullptr);
+}
+
+Folder::~Folder() {
+    std::error_code error;
+    std::filesystem::remove_all(m_directory, error);
 }
 
 void TerminalTest::SetUp() {
-    ToolTest::SetUp();
     if (!HasTerminals()) {
         GTEST_SKIP() << "the system gives no pseudo-terminal";
     }
 }
 
-void ToolTest::TearDown() {
-    std::filesystem::remove_all(m_directory);
-}
-
-void ToolTest::Write(const std::string& name, const std::string& bytes) const {
-    std::ofstream file(m_directory + "/" + name, std::ios::binary);
+void Folder::Write(const std::string& name, const std::string& bytes) const {
+    const std::filesystem::path path = m_directory + "/" + name;
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream file(path, std::ios::binary);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     ASSERT_TRUE(file.flush()) << name;
 }
 
-std::string ToolTest::Read(const std::string& name) const {
+std::string Folder::Read(const std::string& name) const {
     return Slurp(m_directory + "/" + name);
 }
 
-Result ToolTest::Cmsdp(const std::vector<std::string>& arguments, const How& how) const {
+Result Folder::Cmsdp(const std::vector<std::string>& arguments, const How& how) const {
     Write(".stdin", how.input);
     Write(".stdout", "");
     std::unique_ptr<Terminal> terminal;
@@ -178,7 +179,7 @@ Result ToolTest::Cmsdp(const std::vector<std::string>& arguments, const How& how
     return run;
 }
 
-Result ToolTest::CmsdpReads(const std::string& input, const std::vector<std::string>& arguments) const {
+Result Folder::CmsdpReads(const std::string& input, const std::vector<std::string>& arguments) const {
     How how;
     how.input = input;
     return Cmsdp(arguments, how);

@@ -32,13 +32,15 @@ struct How {
 /// False where the system gives no pseudo-terminal, as in a bare chroot without /dev/pts.
 bool HasTerminals();
 
-/// A test with a directory of its own.
-class ToolTest : public ::testing::Test {
-protected:
-    void SetUp() override;
-    void TearDown() override;
+/// A directory of its own, removed at the end.
+class Folder {
+public:
+    Folder();
+    ~Folder();
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
 
-    /// Writes a file into the directory.
+    /// Writes a file into the directory, and the directories in its name.
     void Write(const std::string& name, const std::string& bytes) const;
     std::string Read(const std::string& name) const;
     /// Runs cmsdp in the directory.
@@ -46,8 +48,12 @@ protected:
     /// The same with a text on standard input.
     Result CmsdpReads(const std::string& input, const std::vector<std::string>& arguments) const;
 
+protected:
     std::string m_directory;
 };
+
+/// A test with such a directory.
+class ToolTest : public ::testing::Test, protected Folder {};
 
 /// A test that runs the command on a terminal; skipped where there is none.
 class TerminalTest : public ToolTest {

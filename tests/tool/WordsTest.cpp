@@ -6,6 +6,7 @@
 namespace {
 
 using cmsdp::Base64Length;
+using cmsdp::HoldsSdpLine;
 using cmsdp::Listed;
 using cmsdp::LooksLikeSdp;
 using cmsdp::Quoted;
@@ -85,6 +86,19 @@ TEST(Short, LeavesEnoughOfAKeyToBeKnownForOne) {
 TEST(Quoted, LeavesEnoughOfAKeyToBeKnownForOne) {
     EXPECT_EQ(Quoted("a=tool:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz c=x"),
               "\"a=tool:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz...\"");
+}
+
+TEST(HoldsSdpLine, WantsASmallLetterAndAnEqualsSign) {
+    EXPECT_TRUE(HoldsSdpLine("v=0\r\n"));
+    EXPECT_TRUE(HoldsSdpLine("INVITE sip:b@example.com SIP/2.0\r\n\r\nv=0\r\n"));
+    EXPECT_TRUE(HoldsSdpLine(" \tm=audio 5004 RTP/AVP 0\r\n"));
+    EXPECT_FALSE(HoldsSdpLine(""));
+    EXPECT_FALSE(HoldsSdpLine("v=0"));
+    EXPECT_FALSE(HoldsSdpLine("v=0\n"));
+    EXPECT_FALSE(HoldsSdpLine("V=0\r\nvv=0\r\n=0\r\nv\r\n \r\n"));
+    EXPECT_FALSE(HoldsSdpLine(std::string("\x7f"
+                                          "ELF\2\1\1\0\0\r\n",
+                                          11)));
 }
 
 } // namespace

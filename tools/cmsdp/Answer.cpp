@@ -1,6 +1,6 @@
 // cmsdp answer: what do we answer to this offer?
 //
-// Tests: tests/tool/AnswerTest.cpp
+// Tests: tests/tool/answer.cases
 #include "Redact.h"
 #include "RemoteText.h"
 #include "ReportJson.h"

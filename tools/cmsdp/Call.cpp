@@ -1,6 +1,6 @@
 // cmsdp call: what do two of us negotiate, and what happens then? Both sides are negotiators.
 //
-// Tests: tests/tool/CallTest.cpp
+// Tests: tests/tool/call.cases, CallTest.cpp
 #include "Fit.h"
 #include "FitJson.h"
 #include "FitTable.h"

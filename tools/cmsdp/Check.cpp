@@ -1,7 +1,7 @@
 // cmsdp check: would a strict reader take this answer? Every rule is the judge's (SDPJudge.h); the verb reads
 // two files byte for byte and words the violations.
 //
-// Tests: tests/tool/CheckTest.cpp
+// Tests: tests/tool/check.cases
 #include "ReadFile.h"
 #include "SDPJudge.h"
 #include "Verbs.h"

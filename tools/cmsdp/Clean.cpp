@@ -1,7 +1,7 @@
 // The table of the cleaning steps, in the order in which they run: first whatever encodes the whole text,
 // then what stands around each line, then what stands around the description, then the line ends.
 //
-// Tests: tests/tool/CleanTest.cpp
+// Tests: tests/tool/pasted-texts.cases
 #include "Clean.h"
 
 #include "SDPLines.h"

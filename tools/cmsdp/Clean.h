@@ -5,7 +5,7 @@
 // was done and what a far end that really sends such a text would get. What belongs to no description stays
 // in the draft until the cut around the description, which has a note of its own: nothing is lost silently.
 //
-// Tests: tests/tool/CleanTest.cpp
+// Tests: tests/tool/pasted-texts.cases
 #pragma once
 
 #include "Draft.h"

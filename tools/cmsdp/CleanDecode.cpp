@@ -1,6 +1,6 @@
 // Steps that decode a whole text: another character set, JSON, escapes, quoted-printable.
 //
-// Tests: tests/tool/CleanTest.cpp
+// Tests: tests/tool/pasted-texts.cases
 #include "Clean.h"
 
 #include "Words.h"

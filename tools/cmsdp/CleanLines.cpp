@@ -2,7 +2,7 @@
 // touched only when something of the form "letter=..." remains, so that a text that is no description stays
 // as it is.
 //
-// Tests: tests/tool/CleanTest.cpp
+// Tests: tests/tool/pasted-texts.cases
 #include "Clean.h"
 
 #include "SDPLines.h"

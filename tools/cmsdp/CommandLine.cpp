@@ -1,7 +1,7 @@
 // Stage: command line. The table of verbs; what each takes stands in Declare.cpp and DeclareExplaining.cpp.
 // Input: the words that the user typed. Output: the verb to run with its fields, or the help.
 // Touches nothing else.
-// Tests: tests/tool/StatusTest.cpp, HelpTest.cpp
+// Tests: tests/tool/exit-status.cases, help.cases
 #include "CommandLine.h"
 
 #include "Declare.h"

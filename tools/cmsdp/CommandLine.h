@@ -1,6 +1,6 @@
 // The words that the user typed.
 //
-// Tests: tests/tool/StatusTest.cpp, HelpTest.cpp
+// Tests: tests/tool/exit-status.cases, help.cases
 #pragma once
 
 #include "Help.h"

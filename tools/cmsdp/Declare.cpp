@@ -1,7 +1,7 @@
 // Stage: command line. The verbs that write, read and judge descriptions: their options and their help.
 // Output: the options of a verb as CLI11 takes them; each writes its field of CommandLine.
 // Touches nothing else.
-// Tests: tests/tool/StatusTest.cpp, HelpTest.cpp, pages.py
+// Tests: tests/tool/exit-status.cases, help.cases, pages.py
 #include "Declare.h"
 
 #include "Require.h"

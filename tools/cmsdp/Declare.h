@@ -1,6 +1,6 @@
 // What each verb takes and what its help says: the declarations of the command line.
 //
-// Tests: tests/tool/StatusTest.cpp, HelpTest.cpp, pages.py
+// Tests: tests/tool/exit-status.cases, help.cases, pages.py
 #pragma once
 
 #include "CommandLine.h"

@@ -1,6 +1,6 @@
 // Stage: command line. The verbs that explain descriptions and prepare them for others: their options and
 // help. Output: the options of a verb as CLI11 takes them; each writes its field of CommandLine. Touches
-// nothing else. Tests: tests/tool/StatusTest.cpp, HelpTest.cpp, pages.py
+// nothing else. Tests: tests/tool/exit-status.cases, help.cases, pages.py
 #include "Declare.h"
 
 namespace cmsdp {

@@ -1,6 +1,6 @@
 // Capabilities become wishes; states and changes become words, by tables.
 //
-// Tests: tests/tool/FitTest.cpp
+// Tests: tests/tool/fit.cases
 #include "Fit.h"
 
 #include "Outcome.h"

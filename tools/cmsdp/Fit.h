@@ -1,6 +1,6 @@
 // The negotiation layer as the command uses it: one side of a call as a negotiator, and its streams in words.
 //
-// Tests: tests/tool/FitTest.cpp
+// Tests: tests/tool/fit.cases
 #pragma once
 
 #include "Capabilities.h"

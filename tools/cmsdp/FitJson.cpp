@@ -1,6 +1,6 @@
 // Streams and repairs as JSON. Numbers that are not there stand as null, names stand for enumerations.
 //
-// Tests: tests/tool/FitTest.cpp
+// Tests: tests/tool/fit.cases
 #include "FitJson.h"
 
 #include "Fit.h"

@@ -1,6 +1,6 @@
 // What the negotiation layer decided, as JSON objects. Members and their order are fixed for a `schema`.
 //
-// Tests: tests/tool/FitTest.cpp
+// Tests: tests/tool/fit.cases
 #pragma once
 
 #include "Redact.h"

@@ -1,6 +1,6 @@
 // Rules of the judge with the behaviour of the component that breaks them, one row each.
 //
-// Tests: tests/tool/FitNotesTest.cpp
+// Tests: tests/tool/fit.cases
 #include "FitNotes.h"
 
 #include "Fit.h"

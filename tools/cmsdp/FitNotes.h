@@ -1,6 +1,6 @@
 // What a strict far end makes of the component's own answer, and what --fit does about it.
 //
-// Tests: tests/tool/FitNotesTest.cpp
+// Tests: tests/tool/fit.cases
 #pragma once
 
 #include "Capabilities.h"

@@ -1,6 +1,6 @@
 // A stream that is not agreed shows its reason and nothing else: nothing starts with its other values.
 //
-// Tests: tests/tool/CallTest.cpp
+// Tests: tests/tool/call.cases
 #include "FitTable.h"
 
 #include "Fit.h"

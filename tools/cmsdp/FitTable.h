@@ -1,6 +1,6 @@
 // What to start, as a table: one block per section.
 //
-// Tests: tests/tool/CallTest.cpp
+// Tests: tests/tool/call.cases
 #pragma once
 
 #include "Redact.h"

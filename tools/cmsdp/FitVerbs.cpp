@@ -1,6 +1,6 @@
 // cmsdp answer --fit, cmsdp offer --fit: the texts that the negotiation layer sends.
 //
-// Tests: tests/tool/FitTest.cpp, tests/fit
+// Tests: tests/tool/fit.cases, tests/fit
 #include "Fit.h"
 #include "FitJson.h"
 #include "Redact.h"

@@ -1,7 +1,7 @@
 // Stage: command line. A page of the help as text.
 // Input: a page. Output: what --help writes.
 // Touches nothing else.
-// Tests: tests/tool/HelpTest.cpp, pages.py
+// Tests: tests/tool/help.cases, pages.py
 #include "Help.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // What --help, the manual page and the completions say. All three are made from the declarations of the verbs
 // (Declare.h), so that no option is named twice.
 //
-// Tests: tests/tool/HelpTest.cpp, pages.py
+// Tests: tests/tool/help.cases, pages.py
 #pragma once
 
 #include <cstddef>

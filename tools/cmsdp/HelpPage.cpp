@@ -1,7 +1,7 @@
 // Stage: command line. The page of a verb, made from its declaration.
 // Input: a verb as CLI11 knows it. Output: its page without examples.
 // Touches nothing else.
-// Tests: tests/tool/HelpTest.cpp, pages.py
+// Tests: tests/tool/help.cases, pages.py
 #include "Declare.h"
 
 #include <algorithm>

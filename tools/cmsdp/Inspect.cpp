@@ -1,6 +1,6 @@
 // cmsdp inspect: what would the media engine start with, and why without the rest?
 //
-// Tests: tests/tool/InspectTest.cpp, InspectJsonTest.cpp
+// Tests: tests/tool/inspect.cases
 #include "RemoteText.h"
 #include "ReportJson.h"
 #include "ReportTable.h"

@@ -4,7 +4,7 @@
 // in NotesOnLines.cpp, NotesOnStreams.cpp and NotesOnKeys.cpp; NotesOnAnswer.cpp compares our answer with the
 // offer.
 //
-// Tests: tests/tool/NotesTest.cpp
+// Tests: tests/tool/notes.cases, NotesTest.cpp
 #pragma once
 
 #include "Capabilities.h"

@@ -1,7 +1,7 @@
 // What our own answer does to the sections of an offer. RFC 3264, 6 matches the two by their place: one "m="
 // line for each of the offer's, in its order.
 //
-// Tests: tests/tool/NotesTest.cpp
+// Tests: tests/tool/notes.cases, NotesTest.cpp
 #include "Notes.h"
 
 #include "SDPTables.h"

@@ -1,7 +1,7 @@
 // Notes on SRTP. A disagreement about keys is a call that comes up and stays silent or noisy, so each has a
 // sentence of its own. No key, no tag and no word that may be one is repeated.
 //
-// Tests: tests/tool/NotesTest.cpp
+// Tests: tests/tool/notes.cases, NotesTest.cpp
 #include "Notes.h"
 
 #include "Keys.h"

@@ -1,6 +1,6 @@
 // Notes on single lines: lines that are read as something else, joined lines, numbers out of range.
 //
-// Tests: tests/tool/NotesTest.cpp
+// Tests: tests/tool/notes.cases, NotesTest.cpp
 #include "Notes.h"
 
 #include "SDPLines.h"

@@ -1,6 +1,6 @@
 // Notes on a stream's format, address and direction.
 //
-// Tests: tests/tool/NotesTest.cpp
+// Tests: tests/tool/notes.cases, NotesTest.cpp
 #include "Notes.h"
 
 #include "SDPTables.h"

@@ -1,6 +1,6 @@
 // cmsdp offer: what do we offer?
 //
-// Tests: tests/tool/OfferTest.cpp
+// Tests: tests/tool/offer.cases
 #include "Redact.h"
 #include "Verbs.h"
 #include "Visible.h"

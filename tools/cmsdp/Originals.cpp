@@ -1,6 +1,6 @@
 // Keys are found by the rule of Redact.h, everything else by its place in a line or by its form.
 //
-// Tests: tests/tool/RedactVerbTest.cpp
+// Tests: tests/tool/redact.cases, RedactVerbTest.cpp
 #include "Originals.h"
 
 #include "Redact.h"

@@ -1,6 +1,6 @@
 // What `cmsdp redact` replaces: where keys, addresses, names and ICE credentials stand in a text.
 //
-// Tests: tests/tool/RedactVerbTest.cpp
+// Tests: tests/tool/redact.cases, RedactVerbTest.cpp
 #pragma once
 
 #include <cstddef>

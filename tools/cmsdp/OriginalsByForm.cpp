@@ -1,6 +1,6 @@
 // What is known by its form, wherever it stands: addresses, and user@host.
 //
-// Tests: tests/tool/RedactVerbTest.cpp
+// Tests: tests/tool/redact.cases, RedactVerbTest.cpp
 #include "Originals.h"
 
 #include <arpa/inet.h>

@@ -1,7 +1,7 @@
 // What a verb hands back and how it fails. No verb prints: main writes the whole text at once, so that a
 // failure half-way leaves nothing half-written.
 //
-// Tests: tests/tool/StatusTest.cpp
+// Tests: tests/tool/exit-status.cases
 #pragma once
 
 #include <stdexcept>

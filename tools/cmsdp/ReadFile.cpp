@@ -1,6 +1,6 @@
 // Reads a file to its end or to the bound, whichever comes first.
 //
-// Tests: tests/tool/RemoteTextTest.cpp
+// Tests: tests/tool/remote-text.cases
 #include "ReadFile.h"
 
 #include <array>

@@ -1,6 +1,6 @@
 // A whole file as bytes, with a bound: a description or a capability file is small, and /dev/zero is not.
 //
-// Tests: tests/tool/RemoteTextTest.cpp
+// Tests: tests/tool/remote-text.cases
 #pragma once
 
 #include <cstddef>

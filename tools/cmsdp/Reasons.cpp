@@ -1,7 +1,7 @@
 // Reasons from the record, the sections and what this side can do. Reasons of the far end come before reasons
 // of this side. A reason says what was found, what is taken, and the ID of the behaviour where there is one.
 //
-// Tests: tests/tool/ReportTest.cpp
+// Tests: tests/tool/reasons.cases
 #include "Reasons.h"
 
 #include "Names.h"

@@ -1,6 +1,6 @@
 // Why a stream did not come up, in words; empty when it did.
 //
-// Tests: tests/tool/ReportTest.cpp
+// Tests: tests/tool/reasons.cases
 #pragma once
 
 #include "Capabilities.h"

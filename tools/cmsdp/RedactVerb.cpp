@@ -1,6 +1,6 @@
 // cmsdp redact: a description that others may read.
 //
-// Tests: tests/tool/RedactVerbTest.cpp
+// Tests: tests/tool/redact.cases, RedactVerbTest.cpp
 #include "Originals.h"
 #include "Outcome.h"
 #include "ReadFile.h"

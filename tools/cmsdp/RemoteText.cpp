@@ -1,6 +1,6 @@
 // Reads the input, names what is no text, has the rest cleaned.
 //
-// Tests: tests/tool/RemoteTextTest.cpp
+// Tests: tests/tool/remote-text.cases
 #include "RemoteText.h"
 
 #include "Clean.h"

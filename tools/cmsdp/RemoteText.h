@@ -1,6 +1,6 @@
 // The far end's description as bytes, from a file or a pipe, cleaned of what the way here did to it.
 //
-// Tests: tests/tool/RemoteTextTest.cpp
+// Tests: tests/tool/remote-text.cases
 #pragma once
 
 #include "Draft.h"

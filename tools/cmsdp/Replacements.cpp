@@ -3,7 +3,7 @@
 // good for depends on it: private, loopback, link-local, multicast. Keys and credentials keep their length
 // and every character that is not base64, so that a key decodes when the original does.
 //
-// Tests: tests/tool/RedactVerbTest.cpp
+// Tests: tests/tool/redact.cases, RedactVerbTest.cpp
 #include "Replacements.h"
 
 #include "SDPLines.h"

@@ -1,6 +1,6 @@
 // What `cmsdp redact` writes in place of an original: another text of the same kind.
 //
-// Tests: tests/tool/RedactVerbTest.cpp
+// Tests: tests/tool/redact.cases, RedactVerbTest.cpp
 #pragma once
 
 #include "Originals.h"

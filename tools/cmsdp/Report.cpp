@@ -1,6 +1,6 @@
 // Puts a report together: verdicts and reasons (Reasons.h), notes (Notes.h).
 //
-// Tests: tests/tool/ReportTest.cpp
+// Tests: tests/tool/reasons.cases
 #include "Report.h"
 
 #include "Notes.h"

@@ -1,6 +1,6 @@
 // What came out of reading a remote description, stream by stream, and why what did not come up did not.
 //
-// Tests: tests/tool/ReportTest.cpp
+// Tests: tests/tool/reasons.cases
 #pragma once
 
 #include "Capabilities.h"

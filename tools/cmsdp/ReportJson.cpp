@@ -1,7 +1,7 @@
 // Numbers are the record's own: 0 is what SDP.h says it is there. Names stand for enumerations, null for what
 // is not there at all.
 //
-// Tests: tests/tool/InspectJsonTest.cpp
+// Tests: tests/tool/inspect.cases
 #include "ReportJson.h"
 
 #include "Fit.h"

@@ -1,6 +1,6 @@
 // A report as JSON for scripts: a `schema` member, units in the names, members in a fixed order.
 //
-// Tests: tests/tool/InspectJsonTest.cpp
+// Tests: tests/tool/inspect.cases
 #pragma once
 
 #include "Redact.h"

@@ -1,7 +1,7 @@
 // One block per stream, in the order of the record. A stream that did not come up shows why and nothing else:
 // its other values are not what anything starts with.
 //
-// Tests: tests/tool/InspectTest.cpp
+// Tests: tests/tool/inspect.cases
 #include "ReportTable.h"
 
 #include "Keys.h"

@@ -1,6 +1,6 @@
 // A report as rows that a person reads at a glance: words for directions, a unit after every number.
 //
-// Tests: tests/tool/InspectTest.cpp
+// Tests: tests/tool/inspect.cases
 #pragma once
 
 #include "Redact.h"

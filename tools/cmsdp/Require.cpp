@@ -1,6 +1,6 @@
 // The names of --require are those of the JSON report.
 //
-// Tests: tests/tool/RequireTest.cpp
+// Tests: tests/tool/require.cases
 #include "Require.h"
 
 #include "Outcome.h"

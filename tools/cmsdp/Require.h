@@ -1,6 +1,6 @@
 // --require: which streams have to be negotiated.
 //
-// Tests: tests/tool/RequireTest.cpp
+// Tests: tests/tool/require.cases
 #pragma once
 
 #include "Report.h"

@@ -1,6 +1,6 @@
 // A wish becomes an offer when it needs one, and the other side answers or refuses it.
 //
-// Tests: tests/tool/CallTest.cpp
+// Tests: tests/tool/call.cases, CallTest.cpp
 #include "Scenario.h"
 
 #include "Outcome.h"

@@ -1,6 +1,6 @@
 // What happens in a call after it came up: wishes of its sides, one after the other.
 //
-// Tests: tests/tool/CallTest.cpp
+// Tests: tests/tool/call.cases, CallTest.cpp
 #pragma once
 
 #include "SDPNegotiator.h"

@@ -1,6 +1,6 @@
 // cmsdp survey: what is wrong with a night of calls, and which streams came up?
 //
-// Tests: tests/tool/SurveyTest.cpp
+// Tests: tests/tool/survey.cases
 #include "Outcome.h"
 #include "Output.h"
 #include "SurveyCrew.h"

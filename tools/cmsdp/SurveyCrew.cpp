@@ -1,6 +1,6 @@
 // What is ahead is bounded, so memory does not grow with the number of descriptions.
 //
-// Tests: tests/tool/SurveyTest.cpp
+// Tests: tests/tool/survey.cases, SurveyTest.cpp
 #include "SurveyCrew.h"
 
 #include "SurveySources.h"

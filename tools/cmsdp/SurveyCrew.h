@@ -1,6 +1,6 @@
 // The threads of a survey: work goes in, results come out in the same order.
 //
-// Tests: tests/tool/SurveyTest.cpp
+// Tests: tests/tool/survey.cases, SurveyTest.cpp
 #pragma once
 
 #include "SurveyOne.h"

@@ -1,6 +1,6 @@
 // No rule of its own: findings come from explain, streams from the negotiation layer.
 //
-// Tests: tests/tool/SurveyTest.cpp
+// Tests: tests/tool/survey.cases
 #include "SurveyOne.h"
 
 #include "Fit.h"

@@ -1,6 +1,6 @@
 // One description of a survey: its findings, and the streams of the fitted answer.
 //
-// Tests: tests/tool/SurveyTest.cpp
+// Tests: tests/tool/survey.cases
 #pragma once
 
 #include "Capabilities.h"

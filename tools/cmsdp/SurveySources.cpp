@@ -1,6 +1,6 @@
 // Nothing is read ahead: the survey asks for one file or one line at a time.
 //
-// Tests: tests/tool/SurveyTest.cpp
+// Tests: tests/tool/survey.cases
 #include "SurveySources.h"
 
 #include "Outcome.h"

@@ -1,6 +1,6 @@
 // Where the descriptions of a survey come from: files, folders, captures, JSON lines.
 //
-// Tests: tests/tool/SurveyTest.cpp
+// Tests: tests/tool/survey.cases
 #pragma once
 
 #include "SurveyOne.h"

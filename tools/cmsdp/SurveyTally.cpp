@@ -1,6 +1,6 @@
 // Counts and shares; a description counts once in each row.
 //
-// Tests: tests/tool/SurveyTest.cpp
+// Tests: tests/tool/survey.cases
 #include "SurveyTally.h"
 
 #include "Visible.h"

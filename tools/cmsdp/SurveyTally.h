@@ -1,7 +1,7 @@
 // What a survey counts. Its size depends on how many kinds of things there are and not on how many
 // descriptions.
 //
-// Tests: tests/tool/SurveyTest.cpp
+// Tests: tests/tool/survey.cases
 #pragma once
 
 #include "SurveyOne.h"

@@ -1,6 +1,6 @@
 // The table of inputs that no reading of lines can make sense of.
 //
-// Tests: tests/tool/CleanTest.cpp
+// Tests: tests/tool/other-files.cases
 #include "Unreadable.h"
 
 #include "Words.h"

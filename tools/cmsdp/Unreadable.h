@@ -1,6 +1,6 @@
 // Inputs that hold a description and are no text. They are named, with the command that makes a text of them.
 //
-// Tests: tests/tool/CleanTest.cpp
+// Tests: tests/tool/other-files.cases
 #pragma once
 
 #include <string>

@@ -1,6 +1,6 @@
 // What several verbs share, and the verbs that read nothing.
 //
-// Tests: tests/tool/CapabilitiesTest.cpp, RequireTest.cpp
+// Tests: tests/tool/CapabilitiesTest.cpp, require.cases
 #include "Verbs.h"
 
 #include "Help.h"

@@ -1,7 +1,7 @@
 // The verbs: one question each. A verb reads files and returns text; it prints nothing.
 //
-// Tests: tests/tool/OfferTest.cpp, AnswerTest.cpp, InspectTest.cpp, CallTest.cpp, CheckTest.cpp,
-// explain_outputs.py, CapabilitiesTest.cpp
+// Tests: tests/tool/offer.cases, answer.cases, inspect.cases, call.cases, check.cases, explain_outputs.py,
+// local-file.cases
 #pragma once
 
 #include "Capabilities.h"

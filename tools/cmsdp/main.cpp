@@ -1,7 +1,7 @@
 // The command cmsdp: reads the command line, runs one verb, writes its result. Everything that a user or a
 // far end can do wrong ends here as one line on standard error and an exit status.
 //
-// Tests: tests/tool/StatusTest.cpp
+// Tests: tests/tool/exit-status.cases
 #include "CommandLine.h"
 #include "Output.h"
 #include "Verbs.h"
