@@ -134,6 +134,7 @@ std::string Rtpmap(std::string_view line) {
     while (!name.empty() && name.front() == ':') {
         name.erase(0, 1);
     }
+    name.erase(name.find_last_not_of(",;.") + 1);
     const std::size_t slash = std::min(name.find('/'), name.size());
     const std::string squeezed = Squeezed(std::string_view(name).substr(0, slash));
     const std::string clock = slash < name.size() ? name.substr(slash + 1) : std::string();
@@ -153,7 +154,18 @@ std::string Rtpmap(std::string_view line) {
     return "a=rtpmap:" + WithoutZeros(payload) + " " + name;
 }
 
-/// The known parameter that begins here, in any letter case and with blanks before its '='.
+/// Lower case, with '-' for '_' and with the z of "packetization".
+std::string Folded(std::string_view text) {
+    std::string folded = Lower(text);
+    std::replace(folded.begin(), folded.end(), '_', '-');
+    constexpr std::string_view other = "packetisation";
+    for (std::size_t at = folded.find(other); at != std::string::npos; at = folded.find(other, at)) {
+        folded[at + other.find('s')] = 'z';
+    }
+    return folded;
+}
+
+/// The known parameter that begins here, in any spelling of its name and with blanks before its '='.
 std::string_view ParameterAt(const std::string& lower, std::size_t at) {
     static const std::vector<std::string_view> known = KnownParameters();
     for (const std::string_view name : known) {
@@ -169,7 +181,7 @@ std::string_view ParameterAt(const std::string& lower, std::size_t at) {
 
 std::string InOneForm(std::string_view piece) {
     const std::string_view text = Trimmed(piece);
-    const std::string_view name = ParameterAt(Lower(text.substr(0, 64)), 0);
+    const std::string_view name = ParameterAt(Folded(text.substr(0, 64)), 0);
     if (name.empty()) {
         return std::string(text);
     }
@@ -195,7 +207,7 @@ std::string Fmtp(std::string_view line) {
     }
     const auto after = static_cast<std::size_t>(payload.data() + payload.size() - line.data());
     const std::string_view rest = Trimmed(line.substr(after));
-    const std::string lower = Lower(rest);
+    const std::string lower = Folded(rest);
     std::string text = "a=fmtp:" + WithoutZeros(payload) + " ";
     std::size_t begin = 0;
     for (std::size_t at = 0; at <= rest.size(); ++at) {
@@ -222,6 +234,12 @@ std::string Fmtp(std::string_view line) {
 /// suite.
 std::vector<std::string_view> CryptoWordsOf(std::string_view line) {
     std::vector<std::string_view> words = WordsOf(line.substr(8));
+    const std::string first = words.empty() ? std::string() : Upper(words[0]);
+    const std::size_t suite = std::min({first.find("AES_"), first.find("AEAD_"), first.find("F8_")});
+    if (suite != std::string::npos && suite > 0) {
+        words.insert(words.begin() + 1, words[0].substr(suite)); // "a=crypto:1;AES_CM_128_HMAC_SHA1_32"
+        words[0] = words[0].substr(0, suite);
+    }
     for (std::size_t i = 0; i < words.size(); ++i) {
         words[i] = words[i].substr(0, words[i].find_last_not_of(",;") + 1);
         const std::size_t method = Lower(words[i]).find("inline:");
@@ -271,6 +289,28 @@ std::string CryptoLine(std::string_view line) {
     return text;
 }
 
+/// "768000" of "0.768" and "M": a number with a point or a unit, in bit/s for TIAS and in kbit/s otherwise.
+std::string InUnits(const std::string& whole, std::string_view rest, bool isTias) {
+    std::string digits = whole;
+    int places = 0;
+    if (BeginsWith(rest, ".")) {
+        const std::size_t end = std::min(rest.find_first_not_of("0123456789", 1), rest.size());
+        digits += rest.substr(1, end - 1);
+        places = static_cast<int>(end) - 1;
+        rest.remove_prefix(end);
+    }
+    const std::string unit = Lower(Trimmed(rest).substr(0, 1));
+    const int bits = unit == "g" ? 9 : unit == "m" ? 6 : unit == "k" || !isTias ? 3 : 0;
+    const int zeros = bits - (isTias ? 0 : 3) - places;
+    if (zeros >= 0) {
+        digits.append(static_cast<std::size_t>(zeros), '0');
+    } else {
+        const auto cut = static_cast<std::size_t>(-zeros);
+        digits = digits.size() > cut ? digits.substr(0, digits.size() - cut) : "0";
+    }
+    return WithoutZeros(digits);
+}
+
 std::string BandwidthLine(std::string_view line) {
     const std::string upper = Upper(line.substr(2));
     const std::string_view type = upper.find("TIAS") != std::string::npos ? "TIAS"
@@ -284,7 +324,7 @@ std::string BandwidthLine(std::string_view line) {
     const std::size_t end = std::min(line.find_first_not_of(withCommas, digit), line.size());
     std::string value(line.substr(digit, end - digit));
     value.erase(std::remove(value.begin(), value.end(), ','), value.end());
-    return "b=" + std::string(type) + ":" + value;
+    return "b=" + std::string(type) + ":" + InUnits(value, line.substr(end), type == "TIAS");
 }
 
 std::string Attribute(std::string_view line, SDPRow row) {

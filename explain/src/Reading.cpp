@@ -135,9 +135,10 @@ bool IsPlain(std::string_view line) {
 
 namespace {
 
-/// "m=audio" of "> m=audio": signs before the first letter are of a mail or a list.
+/// "m=audio" of "> m=audio" and of "7: m=audio": signs and numbers before the first letter are of a mail, a
+/// list or an editor.
 std::string_view Unquoted(std::string_view line) {
-    const std::size_t begin = line.find_first_not_of(" \t>|*#-+");
+    const std::size_t begin = line.find_first_not_of(" \t>|*#-+.:)]0123456789");
     return Trimmed(line.substr(std::min(begin, line.size())));
 }
 

@@ -85,11 +85,11 @@ const char* SpellingWords(const TextLine& line, const CryptoWords& words, const 
     if (words.tag.empty()) {
         return " has a blank where its tag belongs.";
     }
-    if (!IsDigits(words.tag)) {
-        return " has a tag that is not a number, so it reads as 1.";
-    }
     if (words.count < 3) {
         return " has fewer than three words, because a blank is missing between two of them.";
+    }
+    if (!IsDigits(words.tag)) {
+        return " has a tag that is not a number, so it reads as 1.";
     }
     if (Lower(line.text) == Lower(canonical)) {
         return " differs in letter case from what is compared.";

@@ -195,7 +195,7 @@ const char* DifferenceWords(std::string_view text, std::string_view canonical) {
         return "differs in letter case from what the component compares";
     }
     if (HasSigns(text)) {
-        return "has signs before its first letter, as quoted text has";
+        return "has signs before its first letter, as quoted or numbered text has";
     }
     if (Trimmed(text) == canonical) {
         return text[0] == canonical[0] ? "has a blank at its end" : "begins with a blank";

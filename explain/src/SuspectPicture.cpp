@@ -128,9 +128,22 @@ void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
         }
     }
     if (stream.iFmtpPacketizationMode == 0) {
-        Blame(scene, kMode, blamed, {LineWords(blamed), " does not say packetization-mode=1."},
-              {"add packetization-mode=1 for payload ", AsShown(payload)}, {insert("packetization-mode=1")})
-            .Know(topic, {"The picture is sent in packetization mode 0, one NAL unit in each packet."});
+        const std::string canonical = fmtp == nullptr ? std::string() : Canonical(*fmtp, scene.reading);
+        constexpr std::string_view name = "packetization-mode=";
+        const std::size_t at = canonical.find(name);
+        const bool isWord =
+            at != std::string::npos && !IsDigits(std::string_view(canonical).substr(at + name.size(), 1));
+        Suspect& suspect = Blame(scene, kMode, blamed,
+                                 {LineWords(blamed), isWord ? " has a packetization mode that is no number."
+                                                            : " does not say packetization-mode=1."},
+                                 {"add packetization-mode=1 for payload ", AsShown(payload)},
+                                 {insert("packetization-mode=1")});
+        if (isWord) {
+            suspect.SayActed({"A packetization mode is a number of decimal digits (G18); any other value is "
+                              "dropped, and without one it is mode 0 (RFC 6184, 8.1)."});
+            suspect.ledger = "G18";
+        }
+        suspect.Know(topic, {"The picture is sent in packetization mode 0, one NAL unit in each packet."});
     }
     if (stream.strVideoLevel.empty()) {
         Blame(scene, kNoLevel, blamed, {LineWords(blamed), " gives no profile-level-id."},

@@ -143,7 +143,17 @@ void FindOrder(Scene& scene) {
         return fact.topic == Topic::Call && fact.about == About::Order;
     });
     if (order != facts.end() && order->isDead) {
-        suspect.Know(Topic::Call, {"The far end matches sections by their place and takes ours for others."});
+        const char* const comes = "The far end matches sections by their place, so each end may send one "
+                                  "stream to the port of another.";
+        suspect.Know(Topic::Call, {comes});
+        for (std::size_t i = 0; i < ranks.size(); ++i) {
+            for (const Topic topic : TopicsOf(sections[i], sections[i].isSlides)) {
+                const bool isFlow = topic != Topic::AudioCodec && topic != Topic::MainPicture;
+                if (ranks[i].second != i && isFlow) {
+                    suspect.Know(topic, {comes});
+                }
+            }
+        }
     }
 }
 

@@ -13,6 +13,10 @@ namespace {
 constexpr Rule kStray = {"E16", "", ExplainSeverity::Error, 15,
                          "A line changes only the section that was opened last, so it replaces the value of "
                          "that section, and the section that it is for has none."};
+constexpr Rule kStrayIce = {
+    "E161", "P13", ExplainSeverity::Error, 11,
+    "User fragment and password count for the section that was opened last and replace "
+    "its own (P13); the section that they are for has none."};
 constexpr Rule kStrayCandidate = {
     "E160", "P13", ExplainSeverity::Error, 15,
     "A candidate is kept for the section that was opened last, whatever its port "
@@ -95,7 +99,11 @@ void AddStray(Scene& scene, std::size_t index, const TextLine& other, const Mean
     const TextLine& media = scene.reading.lines[target.line];
     const TextLine& after = isTargetNext ? media : scene.reading.lines[target.last];
     Suspect& suspect =
-        Blame(scene, line.meant == SDPRow::Crypto ? kStrayKey : kStray, line,
+        Blame(scene,
+              line.meant == SDPRow::Crypto ? kStrayKey
+              : line.meant == SDPRow::Ice  ? kStrayIce
+                                           : kStray,
+              line,
               {LineWords(line), " is the second of its kind in its section, beside line ", other.number,
                ", and the section of line ", media.number, ", ", InQuotes(media.text), ", has none."},
               {"move line ", line.number, " behind line ", after.number},

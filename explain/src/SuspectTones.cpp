@@ -6,6 +6,8 @@
 
 #include "SDPTables.h"
 
+#include <algorithm>
+
 namespace explain {
 
 namespace {
@@ -29,9 +31,10 @@ constexpr Rule kOurTones = {
     "E155", "B07", ExplainSeverity::Warning, 30,
     "Our text lists payload 101 as telephone-event/8000 in any case, whatever the far "
     "end means by 101 (B07)."};
-constexpr Rule kOurNumber = {"E156", "", ExplainSeverity::Note, 55,
-                             "Our text lists G.722.1 as payload 104 in any case, whatever number the far end "
-                             "gives it."};
+constexpr const char* kOurNumberActed = "Our text lists G.722.1 as payload 104 in any case, whatever number "
+                                        "the far end gives it and whatever it means by 104.";
+constexpr Rule kOurNumber = {"E156", "", ExplainSeverity::Note, 56, kOurNumberActed};
+constexpr Rule kTakenNumber = {"E162", "", ExplainSeverity::Warning, 56, kOurNumberActed};
 
 /// The section with a free number in place of one of its payloads: m= line, rtpmap and fmtp line.
 std::vector<ExplainTextChange> Renumbered(const Scene& scene, const MeantSection& section,
@@ -62,13 +65,28 @@ void FindOurNumbers(Scene& scene, const MeantSection& section) {
             .Know(Topic::Dtmf, {"Our answer means tones by 101 and the far end means ", AsShown(name),
                                 ", so tones that are sent under 101 are heard as noise or lost."});
     }
+    const auto* const g7221 =
+        std::find_if(std::begin(sdp::kAudioCodecs), std::end(sdp::kAudioCodecs),
+                     [](const sdp::AudioCodec& codec) { return codec.codec == PAYLOAD_G7221; });
+    const std::string_view our = g7221->format.payload;
     const std::string chosen = std::to_string(scene.state.record.iAudioPayload);
     const TextLine* const rtpmap = LineOf(scene.reading, section.rtpmap, chosen);
-    if (scene.state.record.eAudioCodec == PAYLOAD_G7221 && chosen != "104" && rtpmap != nullptr) {
-        Blame(scene, kOurNumber, *rtpmap, {LineWords(*rtpmap), " gives G.722.1 another payload than 104."},
-              {"give G.722.1 the payload 104"}, {})
-            .Know(Topic::AudioReceive, {"Our answer says 104 where the far end offered ", chosen,
-                                        ", so a far end that holds to its own number does not send to us."});
+    if (scene.state.record.eAudioCodec != PAYLOAD_G7221 || chosen == our || rtpmap == nullptr) {
+        return;
+    }
+    const TextLine* const other = LineOf(scene.reading, section.rtpmap, our);
+    const std::string meant = NameOf(scene, section, our);
+    const bool isTaken = other != nullptr && section.listed.count(our) != 0 && !meant.empty();
+    Suspect& suspect = Blame(scene, isTaken ? kTakenNumber : kOurNumber, isTaken ? *other : *rtpmap,
+                             {LineWords(isTaken ? *other : *rtpmap),
+                              isTaken ? " gives payload 104 to " : " gives G.722.1 payload ",
+                              AsShown(isTaken ? meant : chosen), isTaken ? "." : " and not 104."},
+                             {"give G.722.1 the payload 104 in the far end's text"}, {});
+    for (const Topic topic : {Topic::AudioCodec, Topic::AudioReceive}) {
+        suspect.Know(topic,
+                     {"Our answer says 104 where the far end offered G.722.1 as ", chosen,
+                      isTaken ? ", so what is sent under 104 is decoded as " : "", isTaken ? meant : "",
+                      isTaken ? "." : ", so a far end that holds to its own number sends no audio."});
     }
 }
 
