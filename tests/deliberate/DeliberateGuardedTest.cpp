@@ -5,7 +5,6 @@
 #include "CommonMediaTrace.h"
 #include "Describe.h"
 #include "Expect.h"
-#include "VideoUtils.h"
 #include "oom/Allocations.h"
 
 #include <cstddef>
@@ -44,57 +43,6 @@ struct Reading {
     const MediaSession& Section() const { return *h.vecRemoteMediaSession.at(0); }
     const RtpMap& Format(std::size_t i) const { return *Section().vecRtpMap.at(i); }
 };
-
-TEST(Deliberate, G06_PortPlusOneWraps) {
-    SDPHandler h;
-    LocalSDP local = AudioLocal();
-    local.listAudioCodecPriority = {PAYLOAD_G711U};
-    local.iAudioRTPPort = 2147483647;
-    Start(h, local);
-    EXPECT_TEXT(h.AddAudio(), "m=audio 2147483647 RTP/AVP 0 101\r\n"
-                              "a=rtpmap:0 PCMU/8000\r\n"
-                              "a=rtpmap:101 telephone-event/8000\r\n"
-                              "a=fmtp:101 0-15\r\n"
-                              "a=sendrecv\r\n"
-                              "a=rtcp:-2147483648 IN IP4 192.0.2.1\r\n");
-    VideoParms video;
-    video.eVideoCodec = PAYLOAD_H264_PACKETIZATION_0;
-    video.eVideoType = VIDEOTYPE_MAIN;
-    video.iVideoRTPPort = 2147483647;
-    video.strVideoLevel = "3.1";
-    EXPECT_TEXT(h.AddVideo(video),
-                "m=video 2147483647 RTP/AVP  126\r\n"
-                "a=rtpmap:126 H264/90000\r\n"
-                "a=fmtp:126 profile-level-id=42001F;packetization-mode=0;max-rcmd-nalu-size=0;"
-                "level-asymmetry-allowed=1\r\n"
-                "a=sendrecv\r\n"
-                "a=rtcp:-2147483648 IN IP4 192.0.2.1\r\n"
-                "a=label:8\r\n"
-                "a=content:main\r\n");
-    h.MyLocalSDP.iAudioRTPPort = 65534;
-    EXPECT_TEXT(h.AddAudio(), "m=audio 65534 RTP/AVP 0 101\r\n"
-                              "a=rtpmap:0 PCMU/8000\r\n"
-                              "a=rtpmap:101 telephone-event/8000\r\n"
-                              "a=fmtp:101 0-15\r\n"
-                              "a=sendrecv\r\n"
-                              "a=rtcp:65535 IN IP4 192.0.2.1\r\n");
-}
-
-TEST(Deliberate, G07_SplitKeepsEmptyPiecesAndAnEmptyTextHasNone) {
-    std::vector<std::string> pieces;
-    VideoUtils::split(pieces, ";a;;b;", ";");
-    EXPECT_EQ(pieces, (std::vector<std::string>{"", "a", "", "b", ""}));
-    pieces.clear();
-    VideoUtils::split(pieces, "", ";");
-    EXPECT_EQ(pieces, std::vector<std::string>{});
-    VideoUtils::split(pieces, "a;b", ";");
-    EXPECT_EQ(pieces, (std::vector<std::string>{"a", "b"}));
-    // On the wire: a trailing ";" is one more parameter, nothing behind the blank is no line.
-    const Reading odd("m=video 5002 RTP/AVP 97\r\na=fmtp:97 max-fs=1;;max-br=2;\r\na=fmtp:97 \r\n");
-    EXPECT_EQ(odd.Format(0).vecFmtpParms, (std::vector<std::string>{"max-fs=1", "", "max-br=2", ""}));
-    const Reading plain("m=video 5002 RTP/AVP 97\r\na=fmtp:97 max-fs=1;max-br=2\r\n");
-    EXPECT_EQ(plain.Format(0).vecFmtpParms, (std::vector<std::string>{"max-fs=1", "max-br=2"}));
-}
 
 TEST(Deliberate, G09_FmtpParametersAreAttachedOnce) {
     // Forty thousand parameters of one line: attached once per parameter this would copy a thousand million.
@@ -340,21 +288,6 @@ TEST(Deliberate, G17_KeyMaterialIsWipedWhenItEnds) {
         EXPECT_EQ(DescribeRow(local.bufSRTPKey[n], 17, 17), "-");
         EXPECT_EQ(DescribeRow(local.bufSRTPSalt[n], 15, 15), "-");
     }
-}
-
-TEST(Deliberate, G18_OnlyDecimalDigitsAreANumber) {
-    const std::string prefix = "m=application 5070 UDP/BFCP *\r\na=confid:15\r\na=confid:";
-    for (const char* value : {"", "+4", "-4", " 4", "4 ", "4.0", "0x4", "four"}) {
-        EXPECT_FALSE(VideoUtils::IsNumber(value)) << value;
-        const Reading kept(prefix + value + "\r\n");
-        EXPECT_TEXT(kept.Record(), kNoAudio + kNoMain + kNoPreso +
-                                       "bfcp port=5070 conf=15 user=0 server=0\n" + "bandwidth=0\n" +
-                                       kNoKeys);
-    }
-    EXPECT_TRUE(VideoUtils::IsNumber("0004"));
-    const Reading read(prefix + "0004\r\n");
-    EXPECT_TEXT(read.Record(), kNoAudio + kNoMain + kNoPreso + "bfcp port=5070 conf=4 user=0 server=0\n" +
-                                   "bandwidth=0\n" + kNoKeys);
 }
 
 } // namespace

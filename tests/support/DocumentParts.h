@@ -59,7 +59,7 @@ inline const PartRow* FindPart(const std::string& name) {
 inline std::vector<std::string> AllSectionLines(const MediaSession& section) {
     std::vector<std::string> lines;
     const auto add = [&lines](const std::string& name, const std::string& value) {
-        lines.push_back(name + " = " + EndVisible(support::MakeVisible(value)));
+        lines.push_back(name + " =" + (value.empty() ? "" : " ") + EndVisible(support::MakeVisible(value)));
     };
     support::ForEachField(section, [&add](const std::string& name, const auto& field) {
         using Field = std::decay_t<decltype(field)>;
