@@ -23,6 +23,7 @@ struct PartRow {
 };
 
 inline constexpr PartRow kParts[] = {
+    {"session", [](SDPHandler& h) { return h.AddOfferPreamble(); }},
     {"origin", [](SDPHandler& h) { return h.AddO(); }},
     {"connection", [](SDPHandler& h) { return h.AddC(); }},
     {"bandwidth", [](SDPHandler& h) { return h.AddBandwidth(); }},
