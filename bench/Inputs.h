@@ -18,7 +18,7 @@ inline constexpr Input kInputs[] = {
     {'c', "c_conf_pres_bfcp.sdp"}, // 1.8 KB, and slides with floor control
     {'d', "d_conf_ice.sdp"},       // 4.6 KB, and 36 ICE candidates
     {'e', "e_12sect_32pt.sdp"},    // 13 KB, 12 sections of 32 payload formats
-    {'f', "f_1mb_attrs.sdp"},      // 1 MB of attribute lines
+    {'f', "f_sections.sdp"},       // 1 MB: these two sections, and attribute lines that are generated
 };
 
 /// Returns the bytes of one of the texts. Ends the program with a message when they cannot be read.
