@@ -4,8 +4,10 @@
 #include "Judged.h"
 #include "Laws.h"
 #include "Trace.h"
+#include "support/Fields.h"
 
 #include <cstring>
+#include <type_traits>
 
 namespace fuzz {
 
@@ -15,36 +17,18 @@ constexpr Budget kParse = {"parse", 4096, 72, 4096, 64};
 constexpr Budget kTraced = {"parse with a trace sink", 16384, 320, 8192, 64};
 constexpr Budget kAnswer = {"answer", 65536, 8, 16384, 16};
 
-void Fill(VideoParms& video) {
-    video.iFmtpMaxMbps = 7;
-    video.iFmtpMaxFrameSize = 7;
-    video.iFmtpMaxBitRate = 7;
-    video.eVideoCodec = PAYLOAD_H264;
-    video.iVideoRTPPort = 7;
-    video.strVideoLevel = "7";
-    video.strVideoIPAddr = "7";
-    video.iVideoPayload = 7;
-    video.iFmtpPacketizationMode = 7;
-    video.fVideoSend = video.fVideoRecv = video.fIsVideoValid = true;
-}
-
-/// A record in which no field but the roles of the streams is that of a reset one.
+/// A record in which no field is that of a reset one.
 void Fill(RemoteSDP& remote) {
-    remote.eAudioCodec = PAYLOAD_G722;
-    remote.iAudioRTPPort = remote.iVideoPresoControlPort = 7;
-    remote.iBfcpConfid = remote.iBfcpUserid = 7;
-    remote.fBfcpIsServer = true;
-    remote.iMaxBandwidth = 7;
-    Fill(remote.m_VideoMain);
-    Fill(remote.m_VideoPreso);
-    for (int n = 0; n < baseSDP::SRTP_MAX; ++n) {
-        std::memset(remote.bufSRTPKey[n], 7, sizeof remote.bufSRTPKey[n]);
-        std::memset(remote.bufSRTPSalt[n], 7, sizeof remote.bufSRTPSalt[n]);
-        remote.cryptoAlgo[n] = Quor::media::rtp::CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_80;
-    }
-    remote.strAudioIPAddr = "7";
-    remote.iAudioPayload = remote.iDTMFPayload = 7;
-    remote.fAudioSend = remote.fAudioRecv = remote.fIsAudioValid = true;
+    support::ForEachField(remote, [](const std::string&, auto& field) {
+        using Field = std::remove_reference_t<decltype(field)>;
+        if constexpr (std::is_array_v<Field>) {
+            std::memset(field, 7, sizeof field);
+        } else if constexpr (std::is_same_v<Field, std::string>) {
+            field = "7";
+        } else {
+            field = static_cast<Field>(7);
+        }
+    });
 }
 
 /// The result of a parse depends only on the text, the codec set and the session address before it, and not

@@ -1,6 +1,7 @@
 #include "Laws.h"
 
 #include "Judged.h"
+#include "support/Fields.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -9,93 +10,6 @@
 namespace fuzz {
 
 namespace {
-
-void Field(std::string& out, const char* name, std::int64_t number) {
-    out.append(name).append("=").append(std::to_string(number)).append("\n");
-}
-
-void Field(std::string& out, const char* name, const std::string& text) {
-    out.append(name).append("=").append(std::to_string(text.size())).append(":").append(text).append("\n");
-}
-
-void Field(std::string& out, const char* name, const unsigned char* row, std::size_t size) {
-    static const char* const digits = "0123456789abcdef";
-    out.append(name).append("=");
-    for (std::size_t i = 0; i < size; ++i) {
-        out += digits[row[i] >> 4U];
-        out += digits[row[i] & 0xfU];
-    }
-    out += "\n";
-}
-
-void Append(std::string& out, const VideoParms& video) {
-    Field(out, " iFmtpMaxMbps", video.iFmtpMaxMbps);
-    Field(out, " iFmtpMaxFrameSize", video.iFmtpMaxFrameSize);
-    Field(out, " iFmtpMaxBitRate", video.iFmtpMaxBitRate);
-    Field(out, " eVideoCodec", video.eVideoCodec);
-    Field(out, " eVideoType", video.eVideoType);
-    Field(out, " iVideoRTPPort", video.iVideoRTPPort);
-    Field(out, " strVideoLevel", video.strVideoLevel);
-    Field(out, " strVideoIPAddr", video.strVideoIPAddr);
-    Field(out, " iVideoPayload", video.iVideoPayload);
-    Field(out, " iFmtpPacketizationMode", video.iFmtpPacketizationMode);
-    Field(out, " fVideoSend", video.fVideoSend);
-    Field(out, " fVideoRecv", video.fVideoRecv);
-    Field(out, " fIsVideoValid", video.fIsVideoValid);
-}
-
-void Append(std::string& out, const baseSDP& record) {
-    Field(out, "eAudioCodec", record.eAudioCodec);
-    Field(out, "iAudioRTPPort", record.iAudioRTPPort);
-    Field(out, "iVideoPresoControlPort", record.iVideoPresoControlPort);
-    Field(out, "iBfcpConfid", record.iBfcpConfid);
-    Field(out, "iBfcpUserid", record.iBfcpUserid);
-    Field(out, "fBfcpIsServer", record.fBfcpIsServer);
-    Field(out, "iMaxBandwidth", record.iMaxBandwidth);
-    out += "m_VideoMain\n";
-    Append(out, record.m_VideoMain);
-    out += "m_VideoPreso\n";
-    Append(out, record.m_VideoPreso);
-    for (int n = 0; n < baseSDP::SRTP_MAX; ++n) {
-        Field(out, "bufSRTPKey", record.bufSRTPKey[n], sizeof record.bufSRTPKey[n]);
-        Field(out, "bufSRTPSalt", record.bufSRTPSalt[n], sizeof record.bufSRTPSalt[n]);
-        Field(out, "cryptoAlgo", record.cryptoAlgo[n]);
-    }
-}
-
-void Append(std::string& out, const MediaSession& ms) {
-    Field(out, "eMedia", ms.eMedia);
-    Field(out, "eContent", ms.eContent);
-    Field(out, "iPort", ms.iPort);
-    Field(out, "strIPAddr", ms.strIPAddr);
-    for (const RtpMap* const rm : ms.vecRtpMap) {
-        Field(out, " strPayload", rm->strPayload);
-        Field(out, " strEncodingName", rm->strEncodingName);
-        for (const std::string& parm : rm->vecFmtpParms) {
-            Field(out, "  parm", parm);
-        }
-    }
-    Field(out, "fSend", ms.fSend);
-    Field(out, "fRecv", ms.fRecv);
-    Field(out, "strFullMLine", ms.strFullMLine);
-    Field(out, "strVideoLevel", ms.strVideoLevel);
-    Field(out, "strMaxBandwidth", ms.strMaxBandwidth);
-    Field(out, "iVideoLabel", ms.iVideoLabel);
-    Field(out, "bufSRTPKey", ms.bufSRTPKey, sizeof ms.bufSRTPKey);
-    Field(out, "bufSRTPSalt", ms.bufSRTPSalt, sizeof ms.bufSRTPSalt);
-    Field(out, "cryptoAlgo", ms.cryptoAlgo);
-    Field(out, "iCryptoTag", ms.iCryptoTag);
-    Field(out, "strBase64Key", ms.strBase64Key);
-    Field(out, "iBfcpConfid", ms.iBfcpConfid);
-    Field(out, "iBfcpUserid", ms.iBfcpUserid);
-    Field(out, "iBfcpFloorid", ms.iBfcpFloorid);
-    Field(out, "strFloorctrl", ms.strFloorctrl);
-    Field(out, "striceufrag", ms.striceufrag);
-    Field(out, "stricepwd", ms.stricepwd);
-    for (const std::string& candidate : ms.vecCandidate) {
-        Field(out, "candidate", candidate);
-    }
-}
 
 bool StartsWith(std::string_view text, std::string_view start) {
     return text.substr(0, start.size()) == start;
@@ -146,39 +60,17 @@ void Require(bool fact, const char* law, std::string_view found, std::string_vie
 }
 
 std::string RecordText(const RemoteSDP& remote) {
-    std::string out;
-    out.reserve(2048);
-    Append(out, static_cast<const baseSDP&>(remote));
-    Field(out, "strAudioIPAddr", remote.strAudioIPAddr);
-    Field(out, "iAudioPayload", remote.iAudioPayload);
-    Field(out, "iDTMFPayload", remote.iDTMFPayload);
-    Field(out, "fAudioSend", remote.fAudioSend);
-    Field(out, "fAudioRecv", remote.fAudioRecv);
-    Field(out, "fIsAudioValid", remote.fIsAudioValid);
-    return out;
+    return support::FieldsText(remote);
 }
 
 std::string RecordText(const LocalSDP& local) {
-    std::string out;
-    out.reserve(2048);
-    Append(out, static_cast<const baseSDP&>(local));
-    Field(out, "strMyIPAddr", local.strMyIPAddr);
-    Field(out, "strOExtension", local.strOExtension);
-    Field(out, "strDefaultIPAddr", local.strDefaultIPAddr);
-    Field(out, "iVideoPayloadMode0", local.iVideoPayloadMode0);
-    Field(out, "iVideoPayloadMode1", local.iVideoPayloadMode1);
-    Field(out, "fVideoTxMuted", local.fVideoTxMuted);
-    for (const int codec : local.listAudioCodecPriority) {
-        Field(out, "priority", codec);
-    }
-    return out;
+    return support::FieldsText(local);
 }
 
 std::string SectionsText(const SDPHandler& handler) {
     std::string out;
     for (const MediaSession* const ms : handler.vecRemoteMediaSession) {
-        out += "section\n";
-        Append(out, *ms);
+        out += "section\n" + support::FieldsText(*ms);
     }
     return out;
 }
