@@ -81,7 +81,7 @@ void Measure(const Run& run, const std::string& label, const std::string& text) 
 
 int main(int argc, char** argv) {
     if (argc < 4) {
-        for (const bench::HostileClass& hostile : bench::HostileClasses()) {
+        for (const support::HostileText& hostile : support::HostileClasses()) {
             std::puts(hostile.name.c_str());
         }
         return 0;
@@ -89,7 +89,7 @@ int main(int argc, char** argv) {
     const Run run = RunOf(argv[2]);
     run(bench::ReadInput('c'));
     CALLGRIND_START_INSTRUMENTATION;
-    for (const bench::HostileClass& hostile : bench::HostileClasses()) {
+    for (const support::HostileText& hostile : support::HostileClasses()) {
         for (int i = 3; i < argc && hostile.name == argv[1]; ++i) {
             Measure(run, argv[i], hostile.make(std::strtoul(argv[i], nullptr, 10)));
         }

@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
     for (const char* const trace : {"off", "on"}) {
         bench::HostileRun hostileRun(std::string(trace) == "on");
         hostileRun.Run(bench::ReadInput('c'));
-        for (const bench::HostileClass& hostile : bench::HostileClasses()) {
+        for (const support::HostileText& hostile : support::HostileClasses()) {
             for (int i = 1; i < argc; ++i) {
                 const std::string text = hostile.make(std::strtoul(argv[i], nullptr, 10));
                 const bench::Allocated before = bench::allocated;

@@ -14,14 +14,14 @@
 #include <ostream>
 #include <string>
 
-namespace bench {
+namespace support {
 
 /// Names the test after its class.
-void PrintTo(const HostileClass& hostile, std::ostream* out) {
+void PrintTo(const HostileText& hostile, std::ostream* out) {
     *out << hostile.name;
 }
 
-} // namespace bench
+} // namespace support
 
 namespace {
 
@@ -86,7 +86,7 @@ double Slope(std::size_t small, std::size_t large) {
            std::log(static_cast<double>(kGrowth));
 }
 
-class HostileNegotiation : public testing::TestWithParam<bench::HostileClass> {};
+class HostileNegotiation : public testing::TestWithParam<support::HostileText> {};
 
 TEST_P(HostileNegotiation, MemoryGrowsAsTheText) {
     const std::string small = GetParam().make(kSize);
@@ -100,7 +100,7 @@ TEST_P(HostileNegotiation, MemoryGrowsAsTheText) {
     }
 }
 
-std::string NameOf(const testing::TestParamInfo<bench::HostileClass>& info) {
+std::string NameOf(const testing::TestParamInfo<support::HostileText>& info) {
     std::string name = std::to_string(info.index);
     for (const char c : info.param.name) {
         name += std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';
@@ -108,6 +108,6 @@ std::string NameOf(const testing::TestParamInfo<bench::HostileClass>& info) {
     return name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Classes, HostileNegotiation, testing::ValuesIn(bench::HostileClasses()), NameOf);
+INSTANTIATE_TEST_SUITE_P(Classes, HostileNegotiation, testing::ValuesIn(support::HostileClasses()), NameOf);
 
 } // namespace

@@ -30,14 +30,14 @@ void ExpectLikeFresh(SDPHandler& used, const Switches& switches, const std::stri
 }
 
 TEST(LawHostile, NoTextChangesASetting) {
-    std::vector<Hostile> texts = HostileTexts();
-    texts.push_back({"a rich one", kRichText});
+    std::vector<HostileText> texts = ShortHostileTexts();
+    texts.push_back({"a rich one", [](std::size_t) { return std::string(kRichText); }});
     for (const Switches& switches : AllSwitches()) {
         SDPHandler h;
         Begin(h, switches);
         const std::string before = Settings(h);
-        for (const Hostile& hostile : texts) {
-            ParseInto(h, hostile.text);
+        for (const HostileText& hostile : texts) {
+            ParseInto(h, hostile.make(0));
             EXPECT_TEXT(Settings(h), before) << hostile.name;
             h.GetLocalSDP();
             h.ResetRemoteSDP();
@@ -48,13 +48,13 @@ TEST(LawHostile, NoTextChangesASetting) {
 
 TEST(LawHostile, AGoodTextAfterEachHostileOne) {
     for (const Switches& switches : AllSwitches()) {
-        for (const Hostile& hostile : HostileTexts()) {
+        for (const HostileText& hostile : ShortHostileTexts()) {
             SDPHandler used;
             Begin(used, switches);
-            ParseInto(used, hostile.text);
+            ParseInto(used, hostile.make(0));
             used.GetLocalSDP();
             ExpectLikeFresh(used, switches, kRichText, hostile.name);
-            ParseInto(used, hostile.text);
+            ParseInto(used, hostile.make(0));
             ExpectLikeFresh(used, switches, kAddressless, hostile.name);
         }
     }
@@ -64,8 +64,8 @@ TEST(LawHostile, AGoodTextAfterAllOfThem) {
     for (const Switches& switches : AllSwitches()) {
         SDPHandler used;
         Begin(used, switches);
-        for (const Hostile& hostile : HostileTexts()) {
-            ParseInto(used, hostile.text);
+        for (const HostileText& hostile : ShortHostileTexts()) {
+            ParseInto(used, hostile.make(0));
         }
         ExpectLikeFresh(used, switches, kRichText, "all");
         ExpectLikeFresh(used, switches, kAddressless, "all");
@@ -77,10 +77,10 @@ TEST(LawHostile, AGoodTextWithAnAddressNeedsNoAllowance) {
         SDPHandler fresh;
         Begin(fresh, switches);
         const std::string expected = ParseInto(fresh, kRichText);
-        for (const Hostile& hostile : HostileTexts()) {
+        for (const HostileText& hostile : ShortHostileTexts()) {
             SDPHandler used;
             Begin(used, switches);
-            ParseInto(used, hostile.text);
+            ParseInto(used, hostile.make(0));
             EXPECT_TEXT(ParseInto(used, kRichText), expected) << hostile.name;
         }
     }
@@ -91,10 +91,10 @@ TEST(LawHostile, AnOfferAfterAHostileTextIsTheOneOfAFreshHandler) {
         SDPHandler fresh;
         Begin(fresh, switches);
         const std::string expected = fresh.GetLocalSDP();
-        for (const Hostile& hostile : HostileTexts()) {
+        for (const HostileText& hostile : ShortHostileTexts()) {
             SDPHandler used;
             Begin(used, switches);
-            ParseInto(used, hostile.text);
+            ParseInto(used, hostile.make(0));
             used.ResetRemoteSDP();
             EXPECT_TEXT(used.GetLocalSDP(), expected) << hostile.name;
         }

@@ -76,12 +76,12 @@ TEST(LawLine, AnswersToCapturedTextsAreWholeLines) {
 TEST(LawLine, AnswersToHostileTextsAreWholeLines) {
     LocalSDP local = PresentationLocal();
     GiveKeys(local, "near", kSuite32);
-    for (const Hostile& hostile : HostileTexts()) {
-        ExpectWholeDescriptions(local, hostile.text);
+    for (const HostileText& hostile : ShortHostileTexts()) {
+        ExpectWholeDescriptions(local, hostile.make(0));
         SDPHandler h;
         Start(h, AudioLocal());
         RemoteSDP remote;
-        h.ParseTheSDP(hostile.text, remote);
+        h.ParseTheSDP(hostile.make(0), remote);
         h.SetBfcpSupport(true);
         ExpectWholeLines(h.GetLocalSDP());
     }

@@ -4,7 +4,7 @@
 #include <random>
 #include <string_view>
 
-namespace bench {
+namespace support {
 
 namespace {
 
@@ -284,7 +284,7 @@ std::string Make(const FewFormats& row, std::size_t size) {
 }
 
 template <typename Row, std::size_t N>
-void Append(std::vector<HostileClass>& all, const Row (&rows)[N]) {
+void Append(std::vector<HostileText>& all, const Row (&rows)[N]) {
     for (const Row& row : rows) {
         all.push_back({row.name, [&row](std::size_t size) { return Make(row, size); }});
     }
@@ -292,9 +292,9 @@ void Append(std::vector<HostileClass>& all, const Row (&rows)[N]) {
 
 } // namespace
 
-const std::vector<HostileClass>& HostileClasses() {
-    static const std::vector<HostileClass> all = [] {
-        std::vector<HostileClass> joined;
+const std::vector<HostileText>& HostileClasses() {
+    static const std::vector<HostileText> all = [] {
+        std::vector<HostileText> joined;
         Append(joined, kRepeated);
         Append(joined, kManyFormats);
         Append(joined, kFewFormats);
@@ -303,4 +303,4 @@ const std::vector<HostileClass>& HostileClasses() {
     return all;
 }
 
-} // namespace bench
+} // namespace support

@@ -1,18 +1,17 @@
-// Short hostile texts, which the laws try in every combination.
-#pragma once
+#include "HostileTexts.h"
 
 #include <algorithm>
-#include <string>
-#include <vector>
 
 namespace support {
 
-struct Hostile {
-    std::string name;
+namespace {
+
+struct Fixed {
+    const char* name;
     std::string text;
 };
 
-inline std::string Repeat(const std::string& piece, int times) {
+std::string Repeat(const std::string& piece, int times) {
     std::string allText;
     for (int i = 0; i < times; ++i) {
         allText += piece;
@@ -21,17 +20,19 @@ inline std::string Repeat(const std::string& piece, int times) {
 }
 
 /// Returns the text with every "@" replaced by a zero byte.
-inline std::string WithZeros(std::string text) {
+std::string WithZeros(std::string text) {
     std::replace(text.begin(), text.end(), '@', '\0');
     return text;
 }
 
-inline const std::vector<Hostile>& HostileTexts() {
+} // namespace
+
+const std::vector<HostileText>& ShortHostileTexts() {
     static const std::string key = "YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0";
     static const std::string audio = "m=audio 5000 RTP/AVP 0 101\r\n";
     static const std::string video = "m=video 5002 RTP/AVP 97\r\n";
     static const std::string floor = "m=application 5006 UDP/BFCP *\r\n";
-    static const std::vector<Hostile> texts = {
+    static const std::vector<Fixed> texts = {
         {"empty", ""},
         {"one byte", "v"},
         {"one line end", "\r\n"},
@@ -109,7 +110,14 @@ inline const std::vector<Hostile>& HostileTexts() {
         {"escape sequences", audio + "c=IN IP4 \x1b[31m\"'\\\r\na=floorctrl:\x1b]0;x\x07\r\n"},
         {"surplus sections without sense", audio + audio + "m=\x01 5000 \x02 \x03\r\nc=IN IP4 \x04\r\n"},
     };
-    return texts;
+    static const std::vector<HostileText> rows = [] {
+        std::vector<HostileText> all;
+        for (const Fixed& row : texts) {
+            all.push_back({row.name, [&row](std::size_t) { return row.text; }});
+        }
+        return all;
+    }();
+    return rows;
 }
 
 } // namespace support
