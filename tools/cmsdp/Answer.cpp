@@ -40,9 +40,7 @@ Outcome RunAnswer(const CommandLine& line, const Screen& screen) {
         outcome.status = kNothingNegotiated;
         outcome.notes.emplace_back(kNothingToAnswer);
     }
-    if (secrets.hidden()) {
-        outcome.notes.emplace_back(kHiddenNote);
-    }
+    NoteHidden(outcome, secrets);
     return outcome;
 }
 

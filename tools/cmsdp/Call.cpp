@@ -155,9 +155,7 @@ Outcome RunCall(const CommandLine& line, const Screen& screen) {
     Secrets secrets(line.showSecrets);
     outcome.text = line.json ? AsJson(steps, secrets) : AsText(steps, secrets, screen);
     JudgeCall(outcome, steps, line);
-    if (secrets.hidden()) {
-        outcome.notes.emplace_back(kHiddenNote);
-    }
+    NoteHidden(outcome, secrets);
     return outcome;
 }
 

@@ -2,7 +2,7 @@
 // two files byte for byte and words the violations.
 //
 // Tests: tests/tool/check.cases
-#include "ReadFile.h"
+#include "RemoteText.h"
 #include "SDPJudge.h"
 #include "Verbs.h"
 #include "Words.h"
@@ -14,17 +14,6 @@ namespace cmsdp {
 namespace {
 
 using nlohmann::ordered_json;
-
-std::string ReadDescription(const std::string& name) {
-    try {
-        return ReadFile(name);
-    } catch (const ReadError& error) {
-        const std::string source = name == "-" ? "standard input" : name.empty() ? "\"\"" : name;
-        throw ToolError(kRemoteText, source + ": cannot be read: " + error.what() +
-                                         "; name a file that holds a session description, or - for "
-                                         "standard input");
-    }
-}
 
 // J24, line 6 (offer line 6), RFC 3264, 6.1: An accepted section ... Format '8' was not offered ...
 std::string Line(const JudgeViolation& violation) {

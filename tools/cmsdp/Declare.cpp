@@ -39,6 +39,16 @@ void AddSide(CLI::App& verb, const char* name, std::optional<std::string>& file,
     verb.add_option(name, file, what)->type_name("FILE");
 }
 
+// What the verbs that read and judge one description take, with what --json and REMOTE are for them.
+void AddJudged(CLI::App& verb, CommandLine& line, const char* json, const char* remote) {
+    AddLocal(verb, line);
+    verb.add_flag("--json", line.json, json);
+    AddRequire(verb, line);
+    AddPasted(verb, line);
+    AddSecrets(verb, line);
+    AddRemote(verb, line, remote);
+}
+
 } // namespace
 
 void AddLocal(CLI::App& verb, CommandLine& line) {
@@ -68,12 +78,8 @@ void DeclareAnswer(CLI::App& verb, CommandLine& line) {
         "--fit", line.fit,
         "write the answer of the negotiation layer: each section in its place, rejected or taken as "
         "strict far ends want it");
-    AddLocal(verb, line);
-    verb.add_flag("--json", line.json, "JSON that holds the answer, in place of the answer");
-    AddRequire(verb, line);
-    AddPasted(verb, line);
-    AddSecrets(verb, line);
-    AddRemote(verb, line, "file with the offer; - or nothing for standard input; at most 16 MiB");
+    AddJudged(verb, line, "JSON that holds the answer, in place of the answer",
+              "file with the offer; - or nothing for standard input; at most 16 MiB");
     verb.footer(
         "Exit status 1: an answer was written where one is due, and no stream came up in it: one that "
         "the answer declines or moves is not negotiated. With --fit: the offer is refused, and nothing "
@@ -88,12 +94,8 @@ void DeclareInspect(CLI::App& verb, CommandLine& line) {
         "why. Our own answer is judged as strict far ends do, and what answer --fit does differently is "
         "listed.");
     verb.add_flag("--offered", line.offered, "the text answers our offer; no answer of ours is judged");
-    AddLocal(verb, line);
-    verb.add_flag("--json", line.json, "JSON in place of the table");
-    AddRequire(verb, line);
-    AddPasted(verb, line);
-    AddSecrets(verb, line);
-    AddRemote(verb, line, "file with the description; - or nothing for standard input; at most 16 MiB");
+    AddJudged(verb, line, "JSON in place of the table",
+              "file with the description; - or nothing for standard input; at most 16 MiB");
     verb.footer("Exit status 1: no stream came up: one that our own answer declines or moves is not "
                 "negotiated. Colour needs a terminal; NO_COLOR=1 turns it off.");
 }

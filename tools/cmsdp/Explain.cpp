@@ -7,7 +7,6 @@
 #include "Findings.h"
 #include "Names.h"
 #include "Outcome.h"
-#include "ReadFile.h"
 #include "RemoteText.h"
 #include "Timeline.h"
 #include "Unreadable.h"
@@ -22,16 +21,6 @@ namespace cmsdp {
 
 namespace {
 
-std::string ReadText(const std::string& name) {
-    try {
-        return ReadFile(name);
-    } catch (const ReadError& error) {
-        throw ToolError(kRemoteText,
-                        (name == "-" ? "standard input" : name) + ": cannot be read: " + error.what() +
-                            "; name a file that holds a session description, or - for standard input");
-    }
-}
-
 /// The bytes of a file, because they are what the engine got. A text without any CR LF is a paste more often
 /// than a far end's, so that one is cleaned unless its exact bytes are wanted.
 std::string Explained(const RemoteSource& source, std::string text, std::vector<std::string>& notes) {
@@ -43,7 +32,7 @@ std::string Explained(const RemoteSource& source, std::string text, std::vector<
 }
 
 std::string ReadExplained(const RemoteSource& source, std::vector<std::string>& notes) {
-    return Explained(source, ReadText(source.name), notes);
+    return Explained(source, ReadDescription(source.name), notes);
 }
 
 // What stands beside one description is of no use for a call: its steps have their own.
@@ -59,8 +48,8 @@ ExplainInput InputOf(const CommandLine& line, const std::string& remote) {
     ExplainInput input = InputOf(SideOf(line.local));
     input.remoteAnswers = line.offered || line.ourOffer.has_value();
     input.remote = remote;
-    input.before = line.before ? ReadText(*line.before) : "";
-    input.ourOffer = line.ourOffer ? ReadText(*line.ourOffer) : "";
+    input.before = line.before ? ReadDescription(*line.before) : "";
+    input.ourOffer = line.ourOffer ? ReadDescription(*line.ourOffer) : "";
     return input;
 }
 
@@ -72,7 +61,7 @@ Outcome RunExplain(const CommandLine& line, const Screen& /*screen*/) {
     if (line.pcap || std::filesystem::is_directory(line.remote.name)) {
         return RunExplainCall(line, "");
     }
-    std::string remote = ReadText(line.remote.name);
+    std::string remote = ReadDescription(line.remote.name);
     if (IsCapture(remote)) {
         throw ToolError(kRemoteText, line.remote.name + ": is a packet capture; read it with --pcap");
     }

@@ -3,6 +3,7 @@
 // Tests: tests/tool/TimelineTest.cpp, captures.py
 #include "ExplainPage.h"
 #include "Outcome.h"
+#include "RemoteText.h"
 #include "Timeline.h"
 #include "TimelineText.h"
 #include "Verbs.h"
@@ -34,9 +35,7 @@ Outcome RunExplainCall(const CommandLine& line, const std::string& text) {
     CheckOptions(line);
     Outcome outcome;
     std::vector<Call> calls = CallsFrom(line, text, outcome.notes);
-    const std::string source = line.pcap                 ? *line.pcap
-                               : line.remote.name == "-" ? "standard input"
-                                                         : line.remote.name;
+    const std::string source = line.pcap ? *line.pcap : NameOfInput(line.remote.name);
     if (calls.empty()) {
         throw ToolError(kRemoteText, source + ": holds no call");
     }

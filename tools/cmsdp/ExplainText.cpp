@@ -44,10 +44,52 @@ std::string Head(const ExplainFinding& finding) {
     return isNamed || finding.lines.empty() ? head : head + "line " + std::to_string(finding.lines[0]) + ": ";
 }
 
+using Json = nlohmann::ordered_json;
+
 template <typename Text>
-nlohmann::ordered_json OrNull(const Text& text) {
-    using Json = nlohmann::ordered_json;
+Json OrNull(const Text& text) {
     return text.empty() ? Json() : Json(text);
+}
+
+template <typename Item>
+Json ListOf(const std::vector<Item>& items, Json (*toJson)(const Item&)) {
+    Json list = Json::array();
+    for (const Item& item : items) {
+        list.push_back(toJson(item));
+    }
+    return list;
+}
+
+Json FindingJson(const ExplainFinding& finding) {
+    return {
+        {"id", finding.id},
+        {"topic", ExplainTopicName(finding.topic)},
+        {"severity", ExplainSeverityName(finding.severity)},
+        {"lines", finding.lines},
+        {"record_field", finding.field == nullptr ? Json() : Json(finding.field->record)},
+        {"local_field", finding.field == nullptr ? Json() : Json(finding.field->file)},
+        {"what", finding.what},
+        {"rule", finding.acted},
+        {"consequence", finding.comes},
+        {"ledger", OrNull(finding.ledger)},
+        {"repair", OrNull(finding.repair)},
+        {"cure", OrNull(finding.cure.words)},
+    };
+}
+
+Json LineJson(const ExplainedLine& line) {
+    return {
+        {"number", line.number},
+        {"verdict", ExplainVerdictName(line.verdict)},
+        {"field", OrNull(line.field)},
+        {"column", line.column},
+        {"before", line.before},
+        {"after", line.after},
+        {"why", line.why},
+        {"by_line", line.byLine},
+        {"ledger", OrNull(line.ledger)},
+        {"clause", line.clause},
+    };
 }
 
 } // namespace
@@ -97,45 +139,11 @@ std::string LinesText(const ExplainInput& input, const std::vector<ExplainedLine
 }
 
 nlohmann::ordered_json FindingsJson(const std::vector<ExplainFinding>& findings) {
-    using Json = nlohmann::ordered_json;
-    Json list = Json::array();
-    for (const ExplainFinding& finding : findings) {
-        Json entry;
-        entry["id"] = finding.id;
-        entry["topic"] = ExplainTopicName(finding.topic);
-        entry["severity"] = ExplainSeverityName(finding.severity);
-        entry["lines"] = finding.lines;
-        entry["record_field"] = finding.field == nullptr ? Json() : Json(finding.field->record);
-        entry["local_field"] = finding.field == nullptr ? Json() : Json(finding.field->file);
-        entry["what"] = finding.what;
-        entry["rule"] = finding.acted;
-        entry["consequence"] = finding.comes;
-        entry["ledger"] = OrNull(finding.ledger);
-        entry["repair"] = OrNull(finding.repair);
-        entry["cure"] = OrNull(finding.cure.words);
-        list.push_back(std::move(entry));
-    }
-    return list;
+    return ListOf(findings, FindingJson);
 }
 
 nlohmann::ordered_json LinesJson(const std::vector<ExplainedLine>& lines) {
-    using Json = nlohmann::ordered_json;
-    Json list = Json::array();
-    for (const ExplainedLine& line : lines) {
-        Json entry;
-        entry["number"] = line.number;
-        entry["verdict"] = ExplainVerdictName(line.verdict);
-        entry["field"] = OrNull(line.field);
-        entry["column"] = line.column;
-        entry["before"] = line.before;
-        entry["after"] = line.after;
-        entry["why"] = line.why;
-        entry["by_line"] = line.byLine;
-        entry["ledger"] = OrNull(line.ledger);
-        entry["clause"] = line.clause;
-        list.push_back(std::move(entry));
-    }
-    return list;
+    return ListOf(lines, LineJson);
 }
 
 std::string ExplanationJson(const Explanation& explanation, const std::vector<ExplainFinding>& findings) {

@@ -41,12 +41,6 @@ std::string OfferInJson(const SDPNegotiator::Outcome& offer, Secrets& secrets) {
     return Written(root);
 }
 
-void Finish(Outcome& outcome, const Secrets& secrets) {
-    if (secrets.hidden()) {
-        outcome.notes.emplace_back(kHiddenNote);
-    }
-}
-
 } // namespace
 
 Outcome RunFittedAnswer(const CommandLine& line, const Screen& screen) {
@@ -70,7 +64,7 @@ Outcome RunFittedAnswer(const CommandLine& line, const Screen& screen) {
         outcome.status = kNothingNegotiated;
         outcome.notes.push_back("required and not negotiated: " + missing);
     }
-    Finish(outcome, secrets);
+    NoteHidden(outcome, secrets);
     return outcome;
 }
 
@@ -87,7 +81,7 @@ Outcome RunFittedOffer(const CommandLine& line, const Screen& screen) {
         outcome.status = kNothingNegotiated;
         outcome.notes.push_back("there is no offer: " + std::string(offer.reason));
     }
-    Finish(outcome, secrets);
+    NoteHidden(outcome, secrets);
     return outcome;
 }
 

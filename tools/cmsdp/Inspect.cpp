@@ -26,9 +26,7 @@ Outcome RunInspect(const CommandLine& line, const Screen& screen) {
         line.json ? InspectJson(report, secrets)
                   : RenderTable({}, ReportBlocks(report, secrets), CellWidth(screen.width, 1), screen.colour);
     Judge(outcome, report, line, secrets);
-    if (secrets.hidden()) {
-        outcome.notes.emplace_back(kHiddenNote);
-    }
+    NoteHidden(outcome, secrets);
     return outcome;
 }
 

@@ -43,9 +43,7 @@ Outcome RunOffer(const CommandLine& line, const Screen& screen) {
     Secrets secrets(line.showSecrets);
     Outcome outcome;
     outcome.text = DescriptionFor(screen, secrets.Hide(offer));
-    if (secrets.hidden()) {
-        outcome.notes.emplace_back(kHiddenNote);
-    }
+    NoteHidden(outcome, secrets);
     const std::string why = WhyNothingOffered(offer);
     if (!why.empty()) {
         outcome.status = kNothingNegotiated;

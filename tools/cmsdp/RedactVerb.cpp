@@ -3,7 +3,7 @@
 // Tests: tests/tool/redact.cases, RedactVerbTest.cpp
 #include "Originals.h"
 #include "Outcome.h"
-#include "ReadFile.h"
+#include "RemoteText.h"
 #include "Replacements.h"
 #include "Unreadable.h"
 #include "Verbs.h"
@@ -15,19 +15,12 @@ namespace cmsdp {
 namespace {
 
 std::string ReadBytes(const std::string& name) {
-    const std::string whose = name == "-" ? "standard input" : name;
-    try {
-        std::string text = ReadFile(name);
-        const std::string unreadable = WhyUnreadable(text, name, "redact");
-        if (!unreadable.empty()) {
-            throw ToolError(kRemoteText, whose + ": " + unreadable);
-        }
-        return text;
-    } catch (const ReadError& error) {
-        throw ToolError(kRemoteText,
-                        whose + ": cannot be read: " + error.what() +
-                            "; name a file that holds a session description, or - for standard input");
+    std::string text = ReadDescription(name);
+    const std::string unreadable = WhyUnreadable(text, name, "redact");
+    if (!unreadable.empty()) {
+        throw ToolError(kRemoteText, NameOfInput(name) + ": " + unreadable);
     }
+    return text;
 }
 
 std::string Counted(std::size_t count, const char* one, const char* many) {

@@ -16,19 +16,7 @@ namespace cmsdp {
 namespace {
 
 [[noreturn]] void Fail(const RemoteSource& source, const std::string& why) {
-    throw ToolError(kRemoteText, (source.name == "-"    ? "standard input"
-                                  : source.name.empty() ? "\"\""
-                                                        : source.name) +
-                                     ": " + why);
-}
-
-std::string Bytes(const RemoteSource& source) {
-    try {
-        return ReadFile(source.name);
-    } catch (const ReadError& error) {
-        Fail(source, "cannot be read: " + std::string(error.what()) +
-                         "; name a file that holds a session description, or - for standard input");
-    }
+    throw ToolError(kRemoteText, NameOfInput(source.name) + ": " + why);
 }
 
 void CleanIt(Draft& draft, const RemoteSource& source, std::vector<std::string>& notes) {
@@ -49,7 +37,7 @@ void NoteBodies(const Draft& draft, std::vector<std::string>& notes) {
 } // namespace
 
 Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes) {
-    Draft draft = Draft::Of(Bytes(source));
+    Draft draft = Draft::Of(ReadDescription(source.name));
     const std::string unreadable = WhyUnreadable(draft.text, source.name, source.verb);
     if (!unreadable.empty()) {
         Fail(source, unreadable);
@@ -66,6 +54,20 @@ Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes
                               : ""));
     }
     return draft;
+}
+
+std::string ReadDescription(const std::string& name) {
+    try {
+        return ReadFile(name);
+    } catch (const ReadError& error) {
+        throw ToolError(kRemoteText,
+                        NameOfInput(name) + ": cannot be read: " + error.what() +
+                            "; name a file that holds a session description, or - for standard input");
+    }
+}
+
+std::string NameOfInput(const std::string& name) {
+    return name == "-" ? "standard input" : name.empty() ? "\"\"" : name;
 }
 
 } // namespace cmsdp

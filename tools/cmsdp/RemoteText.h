@@ -27,4 +27,11 @@ struct RemoteSource {
 /// blanks, with a small letter and "=".
 Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes);
 
+/// The bytes of a description, from a file or, for "-", standard input. Throws ToolError(kRemoteText) when
+/// they cannot be read.
+std::string ReadDescription(const std::string& name);
+
+/// The name of an input as messages show it.
+std::string NameOfInput(const std::string& name);
+
 } // namespace cmsdp

@@ -30,6 +30,12 @@ void Judge(Outcome& outcome, const Report& report, const CommandLine& line, Secr
     }
 }
 
+void NoteHidden(Outcome& outcome, const Secrets& secrets) {
+    if (secrets.hidden()) {
+        outcome.notes.emplace_back(kHiddenNote);
+    }
+}
+
 Outcome RunCapabilities(const CommandLine& /*line*/, const Screen& /*screen*/) {
     Outcome outcome;
     outcome.text = CapabilitiesJson(BuiltInCapabilities());

@@ -54,4 +54,7 @@ std::string DescriptionFor(const Screen& screen, const std::string& description)
 void Judge(Outcome& outcome, const Report& report, const CommandLine& line, Secrets& secrets,
            const std::string& whose = "");
 
+/// Says that keys are hidden, if any are.
+void NoteHidden(Outcome& outcome, const Secrets& secrets);
+
 } // namespace cmsdp
