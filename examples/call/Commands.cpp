@@ -51,6 +51,11 @@ void Append(Arguments& arguments, Arguments more) {
     std::move(more.begin(), more.end(), std::back_inserter(arguments));
 }
 
+/// The begin of a command that plays a source made by ffmpeg itself, in real time.
+Arguments FromSource(std::string source) {
+    return {"-hide_banner", "-nostdin", "-re", "-f", "lavfi", "-i", std::move(source)};
+}
+
 bool IsSecure(const Stream& stream) {
     return stream.suite != Quor::media::rtp::CryptoParams::CRYPTO_NONE;
 }
@@ -132,21 +137,11 @@ void AddAudio(std::vector<Command>& commands, const Stream& stream, int port, in
         return;
     }
     if (stream.send) {
-        Arguments arguments = {"-hide_banner",
-                               "-nostdin",
-                               "-re",
-                               "-f",
-                               "lavfi",
-                               "-i",
-                               "sine=frequency=" + std::to_string(tone) +
-                                   ":sample_rate=" + std::to_string(format->rate) +
-                                   ":samples_per_frame=" + std::to_string(format->packet),
-                               "-c:a",
-                               format->encoder,
-                               "-ac",
-                               "1",
-                               "-payload_type",
-                               std::to_string(stream.sendPayload)};
+        Arguments arguments = FromSource("sine=frequency=" + std::to_string(tone) +
+                                         ":sample_rate=" + std::to_string(format->rate) +
+                                         ":samples_per_frame=" + std::to_string(format->packet));
+        Append(arguments,
+               {"-c:a", format->encoder, "-ac", "1", "-payload_type", std::to_string(stream.sendPayload)});
         Append(arguments, Destination(stream, kAudioPacket));
         commands.push_back({"audio-send", std::move(arguments), "", ""});
     }
@@ -170,29 +165,12 @@ void AddVideo(std::vector<Command>& commands, const Stream& stream, int port) {
     const PictureSize& size = stream.role == VIDEOTYPE_PRESO ? kPictures[1] : kPictures[0];
     const int rate = RateOf(stream, size);
     if (stream.send && rate > 0) {
+        Arguments arguments = FromSource("testsrc=size=" + std::to_string(size.width) + "x" +
+                                         std::to_string(size.height) + ":rate=" + std::to_string(rate));
         // A picture that can be decoded alone every second.
-        Arguments arguments = {"-hide_banner",
-                               "-nostdin",
-                               "-re",
-                               "-f",
-                               "lavfi",
-                               "-i",
-                               "testsrc=size=" + std::to_string(size.width) + "x" +
-                                   std::to_string(size.height) + ":rate=" + std::to_string(rate),
-                               "-c:v",
-                               "libx264",
-                               "-profile:v",
-                               "baseline",
-                               "-pix_fmt",
-                               "yuv420p",
-                               "-g",
-                               std::to_string(rate),
-                               "-tune",
-                               "zerolatency",
-                               "-preset",
-                               "ultrafast",
-                               "-b:v",
-                               "400k"};
+        Append(arguments,
+               {"-c:v", "libx264", "-profile:v", "baseline", "-pix_fmt", "yuv420p", "-g",
+                std::to_string(rate), "-tune", "zerolatency", "-preset", "ultrafast", "-b:v", "400k"});
         if (stream.packetizationMode == 0) {
             // Single NAL unit mode (RFC 6184, 6.2): every slice fits in a packet.
             Append(arguments, {"-x264-params", "slice-max-size=1100", "-rtpflags", "h264_mode0"});

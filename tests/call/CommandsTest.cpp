@@ -77,6 +77,14 @@ const char* const kReceiverStart = "\n  -hide_banner"
                                    "\n  -f sdp"
                                    "\n  -i pipe:0";
 
+const std::string kAudioReceiver = std::string(kReceiverStart) + "\n  -c:a pcm_s16le"
+                                                                 "\n  -flush_packets 1\n"
+                                                                 "v=0\r\n"
+                                                                 "o=- 0 0 IN IP4 127.0.0.1\r\n"
+                                                                 "s=-\r\n"
+                                                                 "c=IN IP4 127.0.0.1\r\n"
+                                                                 "t=0 0\r\n";
+
 TEST(CallCommands, PcmuBothWays) {
     EXPECT_TEXT(CommandText({AudioStream()}),
                 std::string("audio-send\n"
@@ -90,14 +98,7 @@ TEST(CallCommands, PcmuBothWays) {
                             "\n  -payload_type 0"
                             "\n  -f rtp rtp://192.0.2.2:20000?rtcpport=20001&pkt_size=172\n"
                             "audio-receive\n") +
-                    kReceiverStart +
-                    "\n  -c:a pcm_s16le"
-                    "\n  -flush_packets 1\n"
-                    "v=0\r\n"
-                    "o=- 0 0 IN IP4 127.0.0.1\r\n"
-                    "s=-\r\n"
-                    "c=IN IP4 127.0.0.1\r\n"
-                    "t=0 0\r\n"
+                    kAudioReceiver +
                     "m=audio 16384 RTP/AVP 0\r\n"
                     "a=rtpmap:0 PCMU/8000\r\n"
                     "writes .wav\n");
@@ -123,14 +124,7 @@ TEST(CallCommands, G722OverSrtpHasBothKeysAndRoomForTheTag) {
                             "\n  -srtp_out_params bmVhciBhdWRpbyBrZXkgMW5lYXIgYXVkaW9zYWx0"
                             "\n  -f rtp srtp://192.0.2.2:20000?rtcpport=20001&pkt_size=186\n"
                             "audio-receive\n") +
-                    kReceiverStart +
-                    "\n  -c:a pcm_s16le"
-                    "\n  -flush_packets 1\n"
-                    "v=0\r\n"
-                    "o=- 0 0 IN IP4 127.0.0.1\r\n"
-                    "s=-\r\n"
-                    "c=IN IP4 127.0.0.1\r\n"
-                    "t=0 0\r\n"
+                    kAudioReceiver +
                     "m=audio 16384 RTP/SAVP 9\r\n"
                     "a=rtpmap:9 G722/8000\r\n"
                     "a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0\r\n"
