@@ -201,13 +201,8 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
 
     PlanSlots(choice, next, *told, plans);
 
-    // The component's text has no key: SRTP is off in this handler.
-    const std::string component = handler.GetLocalSDP();
-    sdp::Writer writer(kUsualLength);
-    WriteBody(writer, component, next, plans);
-    SecretText body(writer.Take());
     Outcome outcome;
-    outcome.text = Seal(component, body);
+    outcome.text = Write(handler, next, plans);
     wishes = std::move(asking);
     maxBandwidth = BandwidthOf(description, choice.taken, repairs);
     lastAnswer = SecretText();

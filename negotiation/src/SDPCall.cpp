@@ -110,6 +110,15 @@ std::string SDPNegotiator::Call::Seal(std::string_view component, SecretText& bo
     return text;
 }
 
+std::string SDPNegotiator::Call::Write(SDPHandler& handler, const Session& next, const Plans& plans) {
+    // The component's text has no key: SRTP is off in this handler.
+    const std::string component = handler.GetLocalSDP();
+    sdp::Writer writer(kUsualLength);
+    WriteBody(writer, component, next, plans);
+    SecretText body(writer.Take());
+    return Seal(component, body);
+}
+
 RemoteSDP SDPNegotiator::Call::ReadPrepared(SDPHandler& handler, const Description& description,
                                             const Choice& choice, const Wishes& told) {
     RemoteSDP record;

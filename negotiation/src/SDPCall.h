@@ -40,6 +40,8 @@ struct SDPNegotiator::Call {
     /// Puts "v=" and "o=" in front of a body, as the text that is sent next. The version grows when the body
     /// is another one than the last.
     std::string Seal(std::string_view component, negotiation::SecretText& body);
+    /// The text that is sent next: that of a handler, with what it does not write.
+    std::string Write(SDPHandler& handler, const negotiation::Session& next, const negotiation::Plans& plans);
     /// A new agreement on what `told` says.
     void Agree(negotiation::Session& next, std::shared_ptr<const negotiation::Wishes> told) noexcept;
 

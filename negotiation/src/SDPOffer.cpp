@@ -214,13 +214,8 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Offer() {
     }
     SDPHandler handler;
     Configure(handler, *told, roles);
-    // The component's text has no key: SRTP is off in this handler.
-    const std::string component = handler.GetLocalSDP();
-    sdp::Writer writer(kUsualLength);
-    WriteBody(writer, component, next, plans);
-    SecretText body(writer.Take());
     Outcome outcome;
-    outcome.text = Seal(component, body);
+    outcome.text = Write(handler, next, plans);
     pending = std::move(next);
     offered = wishes;
     lastAnswer = SecretText();
