@@ -6,6 +6,7 @@
 #include "Keys.h"
 #include "Laws.h"
 #include "Targets.h"
+#include "explain/CureRules.h"
 
 #include <SDPExplain.h>
 
@@ -38,22 +39,10 @@ std::string Outcome(const ExplainInput& input) {
            ours.substr(std::min(ours.size(), ours.find("\r\ns=")));
 }
 
-template <typename IsGone>
-std::string Without(const ExplainInput& input, const std::vector<ExplainedLine>& lines, IsGone isGone) {
-    std::string text;
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        const std::size_t end = i + 1 < lines.size() ? lines[i + 1].offset : input.remote.size();
-        if (!isGone(lines[i])) {
-            text.append(input.remote, lines[i].offset, end - lines[i].offset);
-        }
-    }
-    return text;
-}
-
 void CheckVerdicts(const ExplainInput& input, const std::vector<ExplainedLine>& lines, std::size_t choice) {
     const std::string outcome = Outcome(input);
     ExplainInput other = input;
-    other.remote = Without(input, lines, [](const ExplainedLine& line) {
+    other.remote = cure::Without(input, lines, [](const ExplainedLine& line) {
         return line.verdict == ExplainVerdict::Ignored || line.verdict == ExplainVerdict::Dropped;
     });
     RequireSame("ignored and dropped lines change nothing", input.remote.c_str(), outcome, "without them",
@@ -67,7 +56,7 @@ void CheckVerdicts(const ExplainInput& input, const std::vector<ExplainedLine>& 
     if (!used.empty()) {
         const std::size_t chosen = used[choice % used.size()];
         other.remote =
-            Without(input, lines, [&](const ExplainedLine& line) { return line.number == chosen; });
+            cure::Without(input, lines, [&](const ExplainedLine& line) { return line.number == chosen; });
         Require(Outcome(other) != outcome, "a used line changes something", std::to_string(chosen),
                 input.remote);
     }
@@ -81,25 +70,6 @@ std::size_t PlaceOf(const Explanation& explanation, const ExplainFinding& findin
     return finding.lines.empty() ? 0 : OffsetOf(explanation, finding.lines[0]);
 }
 
-/// Where a byte of the text stands after the edit, whether or not the edit replaces it.
-std::size_t Moved(const ExplainCure& cure, std::size_t offset) {
-    std::size_t moved = offset;
-    for (const ExplainTextChange& change : cure.text) {
-        if (change.offset < offset) {
-            moved += change.text.size();
-            moved -= std::min(change.length, offset - change.offset);
-        }
-    }
-    return moved;
-}
-
-/// A sentence without its numbers: those of lines change when an edit inserts one.
-std::string WithoutNumbers(std::string text) {
-    text.erase(std::remove_if(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; }),
-               text.end());
-    return text;
-}
-
 /// Whether the second text has a finding of this rule and topic at the place where the first one has it.
 bool IsStillThere(const ExplainFinding& finding, std::size_t offset, const Explanation& after) {
     return std::any_of(after.findings.begin(), after.findings.end(), [&](const ExplainFinding& other) {
@@ -107,8 +77,9 @@ bool IsStillThere(const ExplainFinding& finding, std::size_t offset, const Expla
                                      ? finding.field == other.field
                                      : OffsetOf(after, other.lines[0]) == offset;
         return other.id == finding.id && other.topic == finding.topic && isSamePlace &&
-               (finding.field != nullptr ? other.what == finding.what
-                                         : WithoutNumbers(other.what) == WithoutNumbers(finding.what));
+               (finding.field != nullptr
+                    ? other.what == finding.what
+                    : cure::WithoutDigits(other.what) == cure::WithoutDigits(finding.what));
     });
 }
 
@@ -134,7 +105,7 @@ void CheckCure(const ExplainInput& input, const Explanation& explanation, std::s
     // Sentences are needed only where the rule still finds something on this topic.
     if (std::any_of(after.findings.begin(), after.findings.end(), isSameRule)) {
         after = Explain(better);
-        const std::size_t offset = Moved(finding.cure, PlaceOf(explanation, finding));
+        const std::size_t offset = cure::Moved(finding.cure, PlaceOf(explanation, finding));
         Require(!IsStillThere(finding, offset, after), "a cure ends its finding", words, input.remote);
     }
     for (const ExplainFinding& other : after.findings) {
@@ -142,7 +113,7 @@ void CheckCure(const ExplainInput& input, const Explanation& explanation, std::s
             std::any_of(explanation.findings.begin(), explanation.findings.end(), [&](const auto& old) {
                 return old.id == other.id && old.topic == other.topic && old.field == other.field &&
                        (old.field != nullptr ||
-                        Moved(finding.cure, PlaceOf(explanation, old)) == PlaceOf(after, other));
+                        cure::Moved(finding.cure, PlaceOf(explanation, old)) == PlaceOf(after, other));
             });
         Require(isOld || other.severity <= finding.severity, "a cure opens nothing worse",
                 words + "\nopens " + std::string(other.id) + " " + ExplainTopicName(other.topic),

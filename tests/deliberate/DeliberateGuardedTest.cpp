@@ -2,9 +2,9 @@
 // has one defined outcome. Each test shows the unusual input with its whole outcome, and beside it the usual
 // one. Those that read a text are in guarded.cases.
 #include "Capabilities.h"
-#include "CommonMediaTrace.h"
 #include "Describe.h"
 #include "Expect.h"
+#include "TraceKeeper.h"
 #include "oom/Allocations.h"
 
 #include <cstddef>
@@ -125,56 +125,30 @@ TEST(Deliberate, G12_StreamIndexOutOfRangeIsIgnored) {
                 "a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:bmVhciBhdWRpbyBrZXkgMW5lYXIgYXVkaW9zYWx0\r\n");
 }
 
-// Keeps every traced text while it lives.
-class TraceKeeper {
-public:
-    TraceKeeper() { SetCommonMediaTraceSink(&m_sink); }
-    ~TraceKeeper() { SetCommonMediaTraceSink(nullptr); }
-    TraceKeeper(const TraceKeeper&) = delete;
-    TraceKeeper& operator=(const TraceKeeper&) = delete;
-    const std::string& Text() const { return m_text; }
-
-private:
-    static void Keep(void* context, const char* /*file*/, const char* /*function*/, int /*line*/,
-                     const char* text) {
-        static_cast<TraceKeeper*>(context)->m_text += text;
-    }
-
-    std::string m_text;
-    CommonMediaTraceSink m_sink = {Keep, this};
-};
-
 TEST(Deliberate, G14_KeyTextInATraceIsMasked) {
-    const std::string prefix = "Dump Media Session: \n"
-                               "eContent: 0\n"
-                               "iPort: 5002\n"
-                               "strIPAddr: \n"
-                               "\tRtpMap[0]: Payload-97 EncodingName-\n"
-                               "\t\tFmtp Parm-max-fs=1";
-    const std::string suffix = "\n"
-                               "fRecv: true\n"
-                               "fSend: true\n"
-                               "strVideoLevel: \n"
-                               "strMaxBandwidth: \n"
-                               "iBfcpConfid: 0\n"
-                               "iBfcpUserid: 0\n"
-                               "strFloorctrl: \n"
-                               "\n\n";
+    const auto dump = [](const std::string& parameter) {
+        return Replaced(kNewSectionDump,
+                        {{"eContent: 100", "eContent: 0"},
+                         {"iPort: 0", "iPort: 5002"},
+                         {"strIPAddr: \n", "strIPAddr: \n\tRtpMap[0]: Payload-97 EncodingName-\n"
+                                           "\t\tFmtp Parm-" +
+                                               parameter + "\n"}});
+    };
     const std::string crypto = "a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:" + kKeyText;
     {
         // A bare line feed makes the crypto line a part of the fmtp parameter.
-        TraceKeeper trace;
+        const TraceKeeper trace;
         const Reading joined("m=video 5002 RTP/SAVP 97\r\na=fmtp:97 max-fs=1\n" + crypto + "|2^31 KDR=1\r\n");
-        EXPECT_TEXT(trace.Text(), prefix + "\na=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:*** KDR=1" + suffix);
+        EXPECT_TEXT(trace.Text(), "Dump Media Session: \n" +
+                                      dump("max-fs=1\na=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:*** KDR=1"));
         // The dump itself shows the field as it is.
-        EXPECT_TEXT("Dump Media Session: \n" + joined.Section().ToDiag(),
-                    prefix + "\n" + crypto + "|2^31 KDR=1" + suffix);
+        EXPECT_TEXT(joined.Section().ToDiag(), dump("max-fs=1\n" + crypto + "|2^31 KDR=1"));
     }
     {
         // On a line of its own it is no part of the dump.
-        TraceKeeper trace;
+        const TraceKeeper trace;
         const Reading apart("m=video 5002 RTP/SAVP 97\r\na=fmtp:97 max-fs=1\r\n" + crypto + "\r\n");
-        EXPECT_TEXT(trace.Text(), prefix + suffix);
+        EXPECT_TEXT(trace.Text(), "Dump Media Session: \n" + dump("max-fs=1"));
         EXPECT_TEXT(apart.Section().strBase64Key, kKeyText);
     }
 }

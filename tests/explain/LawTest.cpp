@@ -1,5 +1,6 @@
 // The laws of explanations over every capture and every prepared negotiation: what a verdict promises, what a
 // cure promises, and that no key is ever said.
+#include "CureRules.h"
 #include "Texts.h"
 
 #include <SDPHandler.h>
@@ -12,23 +13,14 @@
 
 namespace {
 
+using cure::Moved;
+using cure::Without;
+using cure::WithoutDigits;
+
 using support::AllTexts;
 using support::Digest;
 using support::NamedText;
 using support::Side;
-
-/// The text without the lines for which `isGone` holds, line ends included.
-template <typename Gone>
-std::string Without(const ExplainInput& input, const std::vector<ExplainedLine>& lines, Gone isGone) {
-    std::string text;
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        const std::size_t end = i + 1 < lines.size() ? lines[i + 1].offset : input.remote.size();
-        if (!isGone(lines[i])) {
-            text += input.remote.substr(lines[i].offset, end - lines[i].offset);
-        }
-    }
-    return text;
-}
 
 TEST(ExplainLaw, LinesThatChangeNothingCanBeDeleted) {
     for (const NamedText& named : AllTexts()) {
@@ -123,25 +115,6 @@ TEST(ExplainLaw, ALineThatIsUsedCannotBeDeleted) {
             }
         }
     }
-}
-
-/// Where a byte of the text stands with the edit.
-std::size_t Moved(const ExplainCure& cure, std::size_t offset) {
-    std::size_t moved = offset;
-    for (const ExplainTextChange& change : cure.text) {
-        if (change.offset < offset) {
-            moved += change.text.size();
-            moved -= std::min(change.length, offset - change.offset);
-        }
-    }
-    return moved;
-}
-
-/// A sentence without digits: those of a line change when an edit inserts another one.
-std::string WithoutDigits(std::string text) {
-    text.erase(std::remove_if(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; }),
-               text.end());
-    return text;
 }
 
 /// Rule, topic and place of each finding, so that the same finding is known in two texts; `cure` leads from

@@ -1,7 +1,7 @@
 // Keys that must not be shown in traces, in dumps of records or in the command's output.
 #include "Hostile.h"
 
-#include "CommonMediaTrace.h"
+#include "TraceKeeper.h"
 
 #ifdef CMSDP_PATH
 #include "tool/RunTool.h"
@@ -11,32 +11,14 @@ namespace {
 
 using namespace hostile;
 
-/// Collects all traces while it exists.
-class TraceText {
-public:
-    TraceText() { SetCommonMediaTraceSink(&m_sink); }
-    ~TraceText() { SetCommonMediaTraceSink(nullptr); }
-    TraceText(const TraceText&) = delete;
-    TraceText& operator=(const TraceText&) = delete;
-    const std::string& text() const { return m_text; }
-
-private:
-    static void Write(void* context, const char*, const char*, int, const char* text) {
-        static_cast<TraceText*>(context)->m_text += text;
-    }
-
-    std::string m_text;
-    CommonMediaTraceSink m_sink{Write, this};
-};
-
 /// The traces of the sections of a text.
 std::string Traced(const std::string& text) {
     Endpoint near;
     std::string traced;
     {
-        const TraceText trace;
+        const support::TraceKeeper trace;
         near.handler.ParseTheSDP(text, near.remote);
-        traced = trace.text();
+        traced = trace.Text();
     }
     ExpectAsFresh(near.handler);
     return traced;
@@ -44,75 +26,42 @@ std::string Traced(const std::string& text) {
 
 TEST(Hostile, C48_NoKeyInATrace) {
     const std::string trace = Traced(kConference);
-    EXPECT_TEXT(trace, "Dump Media Session: \n"
-                       "eContent: 100\n"
-                       "iPort: 20384\n"
-                       "strIPAddr: \n"
-                       "\tRtpMap[0]: Payload-9 EncodingName-G722/8000\n"
-                       "\tRtpMap[1]: Payload-0 EncodingName-PCMU/8000\n"
-                       "\tRtpMap[2]: Payload-101 EncodingName-telephone-event/8000\n"
-                       "\t\tFmtp Parm-0-15\n"
-                       "fRecv: true\n"
-                       "fSend: true\n"
-                       "strVideoLevel: \n"
-                       "strMaxBandwidth: 64000\n"
-                       "iBfcpConfid: 0\n"
-                       "iBfcpUserid: 0\n"
-                       "strFloorctrl: \n"
-                       "\n"
-                       "\n"
-                       "Dump Media Session: \n"
-                       "eContent: 0\n"
-                       "iPort: 20386\n"
-                       "strIPAddr: 192.0.2.3\n"
-                       "\tRtpMap[0]: Payload-109 EncodingName-H264/90000\n"
-                       "\t\tFmtp Parm-profile-level-id=42001F\n"
-                       "\t\tFmtp Parm-max-mbps=108000\n"
-                       "\t\tFmtp Parm-max-fs=3601\n"
-                       "\t\tFmtp Parm-packetization-mode=1\n"
-                       "\tRtpMap[1]: Payload-110 EncodingName-H264/90000\n"
-                       "\t\tFmtp Parm-profile-level-id=420014\n"
-                       "\t\tFmtp Parm-packetization-mode=0\n"
-                       "fRecv: true\n"
-                       "fSend: false\n"
-                       "strVideoLevel: \n"
-                       "strMaxBandwidth: 936000\n"
-                       "iBfcpConfid: 0\n"
-                       "iBfcpUserid: 0\n"
-                       "strFloorctrl: \n"
-                       "\n"
-                       "\n"
-                       "Dump Media Session: \n"
-                       "eContent: 1\n"
-                       "iPort: 20388\n"
-                       "strIPAddr: 192.0.2.4\n"
-                       "\tRtpMap[0]: Payload-109 EncodingName-H264/90000\n"
-                       "\t\tFmtp Parm-profile-level-id=420028\n"
-                       "\t\tFmtp Parm-max-br=1500\n"
-                       "\t\tFmtp Parm-packetization-mode=1\n"
-                       "fRecv: false\n"
-                       "fSend: true\n"
-                       "strVideoLevel: \n"
-                       "strMaxBandwidth: \n"
-                       "iBfcpConfid: 0\n"
-                       "iBfcpUserid: 0\n"
-                       "strFloorctrl: \n"
-                       "\n"
-                       "\n"
-                       "Dump Media Session: \n"
-                       "eContent: 100\n"
-                       "iPort: 20390\n"
-                       "strIPAddr: \n"
-                       "\tRtpMap[0]: Payload-* EncodingName-\n"
-                       "fRecv: true\n"
-                       "fSend: true\n"
-                       "strVideoLevel: \n"
-                       "strMaxBandwidth: \n"
-                       "iBfcpConfid: 15\n"
-                       "iBfcpUserid: 16\n"
-                       "strFloorctrl: s-only\n"
-                       "\n"
-                       "\n");
+    const auto dump = [](std::initializer_list<std::pair<std::string, std::string>> changes) {
+        return "Dump Media Session: \n" + support::Replaced(support::kNewSectionDump, changes);
+    };
+    EXPECT_TEXT(trace, dump({{"iPort: 0", "iPort: 20384"},
+                             {"strIPAddr: \n", "strIPAddr: \n"
+                                               "\tRtpMap[0]: Payload-9 EncodingName-G722/8000\n"
+                                               "\tRtpMap[1]: Payload-0 EncodingName-PCMU/8000\n"
+                                               "\tRtpMap[2]: Payload-101 EncodingName-telephone-event/8000\n"
+                                               "\t\tFmtp Parm-0-15\n"},
+                             {"strMaxBandwidth: ", "strMaxBandwidth: 64000"}}) +
+                           dump({{"eContent: 100", "eContent: 0"},
+                                 {"iPort: 0", "iPort: 20386"},
+                                 {"strIPAddr: \n", "strIPAddr: 192.0.2.3\n"
+                                                   "\tRtpMap[0]: Payload-109 EncodingName-H264/90000\n"
+                                                   "\t\tFmtp Parm-profile-level-id=42001F\n"
+                                                   "\t\tFmtp Parm-max-mbps=108000\n"
+                                                   "\t\tFmtp Parm-max-fs=3601\n"
+                                                   "\t\tFmtp Parm-packetization-mode=1\n"
+                                                   "\tRtpMap[1]: Payload-110 EncodingName-H264/90000\n"
+                                                   "\t\tFmtp Parm-profile-level-id=420014\n"
+                                                   "\t\tFmtp Parm-packetization-mode=0\n"},
+                                 {"fSend: true", "fSend: false"},
+                                 {"strMaxBandwidth: ", "strMaxBandwidth: 936000"}}) +
+                           dump({{"eContent: 100", "eContent: 1"},
+                                 {"iPort: 0", "iPort: 20388"},
+                                 {"strIPAddr: \n", "strIPAddr: 192.0.2.4\n"
+                                                   "\tRtpMap[0]: Payload-109 EncodingName-H264/90000\n"
+                                                   "\t\tFmtp Parm-profile-level-id=420028\n"
+                                                   "\t\tFmtp Parm-max-br=1500\n"
+                                                   "\t\tFmtp Parm-packetization-mode=1\n"},
+                                 {"fRecv: true", "fRecv: false"}}) +
+                           dump({{"iPort: 0", "iPort: 20390"},
+                                 {"strIPAddr: \n", "strIPAddr: \n\tRtpMap[0]: Payload-* EncodingName-\n"},
+                                 {"iBfcpConfid: 0", "iBfcpConfid: 15"},
+                                 {"iBfcpUserid: 0", "iBfcpUserid: 16"},
+                                 {"strFloorctrl: ", "strFloorctrl: s-only"}}));
 }
 
 TEST(Hostile, C48_NoKeyInADumpOfAnyRecord) {
@@ -133,20 +82,10 @@ std::string TracedSection(const std::string& lines) {
 }
 
 std::string Dump(const std::string& address, const std::string& formats) {
-    return "Dump Media Session: \n"
-           "eContent: 100\n"
-           "iPort: 5004\n"
-           "strIPAddr: " +
-           address + "\n" + formats +
-           "fRecv: true\n"
-           "fSend: true\n"
-           "strVideoLevel: \n"
-           "strMaxBandwidth: \n"
-           "iBfcpConfid: 0\n"
-           "iBfcpUserid: 0\n"
-           "strFloorctrl: \n"
-           "\n"
-           "\n";
+    return "Dump Media Session: \n" +
+           support::Replaced(
+               support::kNewSectionDump,
+               {{"iPort: 0", "iPort: 5004"}, {"strIPAddr: \n", "strIPAddr: " + address + "\n" + formats}});
 }
 
 TEST(Hostile, C48_KeyThatAJoinedLineCarriesIntoADumpedField) {
@@ -191,9 +130,9 @@ TEST(Hostile, C48_KeyInEveryTextOfTheRecords) {
     section.stricepwd = key;
     section.vecCandidate = {key};
     // A section's dump shows its fields as they are; a trace of it does not.
-    const TraceText trace;
+    const support::TraceKeeper trace;
     CommonMediaTrace(__FILE__, "Test", __LINE__, "%s", section.ToDiag().c_str());
-    for (const std::string& dump : {remote.ToDiag(), local.ToDiag(), trace.text()}) {
+    for (const std::string& dump : {remote.ToDiag(), local.ToDiag(), trace.Text()}) {
         EXPECT_EQ(KeyWindows(dump), std::vector<std::string>());
         EXPECT_EQ(Count(dump, "x inline:*** y\n"), 3U);
     }

@@ -130,6 +130,19 @@ inline RtpMap& AddFormat(MediaSession& section, std::string payload, std::string
     return *format.release();
 }
 
+/// A payload format of a remote section: number, name, parameters.
+struct Format {
+    std::string payload;
+    std::string encoding;
+    std::vector<std::string> parms;
+};
+
+inline void AddFormats(MediaSession& section, const std::vector<Format>& formats) {
+    for (const Format& format : formats) {
+        AddFormat(section, format.payload, format.encoding, format.parms);
+    }
+}
+
 /// A remote floor control section.
 inline MediaSession& AddBfcpSection(SDPHandler& handler, std::int32_t port, std::string floorctrl = "") {
     MediaSession& section = AddSection(handler, MEDIA_APPLICATION, port);

@@ -60,30 +60,36 @@ TEST(H264Level, EveryOtherLevelByteReadsAsLevel13) {
 
 TEST(H264Level, LevelDigitsAreReadAsHexUpToTheFirstOtherCharacter) {
     const SDPHandler h;
-    EXPECT_EQ(h.ConvertVideoLevel("1f"), "3.1");
-    EXPECT_EQ(h.ConvertVideoLevel("0d"), "1.3");
-    EXPECT_EQ(h.ConvertVideoLevel("ff"), "1.b");
-    EXPECT_EQ(h.ConvertVideoLevel("a"), "1");
-    EXPECT_EQ(h.ConvertVideoLevel("001f"), "3.1");
-    EXPECT_EQ(h.ConvertVideoLevel("1f;x"), "3.1");
-    EXPECT_EQ(h.ConvertVideoLevel("1f "), "3.1");
-    EXPECT_EQ(h.ConvertVideoLevel(" 1f"), "3.1");
-    EXPECT_EQ(h.ConvertVideoLevel("0x1f"), "3.1");
-    EXPECT_EQ(h.ConvertVideoLevel("14h"), "2");
-}
-
-TEST(H264Level, LevelTextThatIsNoHexReadsAsLevel13) {
-    const SDPHandler h;
-    for (const char* text : {"", "zz", " ", "x1f", "1f00", "100", "31", "-a"}) {
-        EXPECT_EQ(h.ConvertVideoLevel(text), "1.3") << text;
+    const struct {
+        const char* digits;
+        const char* level;
+    } rows[] = {
+        {"1f", "3.1"},
+        {"0d", "1.3"},
+        {"ff", "1.b"},
+        {"a", "1"},
+        {"001f", "3.1"},
+        {"1f;x", "3.1"},
+        {"1f ", "3.1"},
+        {" 1f", "3.1"},
+        {"0x1f", "3.1"},
+        {"14h", "2"},
+        // No hex, or no level: numbers are compared in full width.
+        {"", "1.3"},
+        {"zz", "1.3"},
+        {" ", "1.3"},
+        {"x1f", "1.3"},
+        {"1f00", "1.3"},
+        {"100", "1.3"},
+        {"31", "1.3"},
+        {"-a", "1.3"},
+        {"10000001F", "1.3"},
+        {"1000000000000001F", "1.3"},
+        {"FFFFFFFFFFFFFFFFFFFFFF", "1.3"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(h.ConvertVideoLevel(row.digits), row.level) << row.digits;
     }
-}
-
-TEST(H264Level, LevelNumbersAreComparedInFullWidth) {
-    const SDPHandler h;
-    EXPECT_EQ(h.ConvertVideoLevel("10000001F"), "1.3");
-    EXPECT_EQ(h.ConvertVideoLevel("1000000000000001F"), "1.3");
-    EXPECT_EQ(h.ConvertVideoLevel("FFFFFFFFFFFFFFFFFFFFFF"), "1.3");
 }
 
 TEST(H264Level, UnknownLevelNamesWriteTheDigitsOfLevel2) {

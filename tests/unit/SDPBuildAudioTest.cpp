@@ -11,12 +11,6 @@ namespace {
 
 // The answer's codec.
 
-struct Format {
-    std::string strPayload;
-    std::string encoding;
-    std::vector<std::string> parms;
-};
-
 const Format kG7221 = {"115", "G7221/16000", {"bitrate=32000"}};
 
 PayloadType_t Answer(PayloadType_t local, const std::vector<std::vector<Format>>& sections,
@@ -24,10 +18,7 @@ PayloadType_t Answer(PayloadType_t local, const std::vector<std::vector<Format>>
     SDPHandler h;
     h.MyLocalSDP.eAudioCodec = local;
     for (const std::vector<Format>& formats : sections) {
-        MediaSession& section = AddSection(h, media, 5000);
-        for (const Format& format : formats) {
-            AddFormat(section, format.strPayload, format.encoding, format.parms);
-        }
+        AddFormats(AddSection(h, media, 5000), formats);
     }
     return h.GetAudioPayload();
 }

@@ -13,12 +13,6 @@ namespace {
 // What Describe gives for everything but the audio.
 const std::string kRest = std::string(kFreshRemote).substr(std::string(kFreshRemote).find("main "));
 
-struct Format {
-    std::string strPayload;
-    std::string encoding;
-    std::vector<std::string> parms;
-};
-
 const Format kG7221 = {"104", "G7221/16000", {"bitrate=32000"}};
 
 // The line that Describe gives for the audio of a section with these formats at port 5000.
@@ -26,9 +20,7 @@ std::string Choose(PayloadType_t local, const std::vector<Format>& formats) {
     SDPHandler h;
     h.MyLocalSDP.eAudioCodec = local;
     MediaSession& section = AddSection(h, MEDIA_AUDIO, 5000);
-    for (const Format& format : formats) {
-        AddFormat(section, format.strPayload, format.encoding, format.parms);
-    }
+    AddFormats(section, formats);
     RemoteSDP remote;
     h.GetRTPData(remote);
     const std::string allText = Describe(remote);

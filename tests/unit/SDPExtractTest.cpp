@@ -4,8 +4,7 @@
 #include "Describe.h"
 #include "Expect.h"
 #include "RecordSamples.h"
-
-#include <CommonMediaTrace.h>
+#include "TraceKeeper.h"
 
 #include <string>
 #include <vector>
@@ -13,30 +12,6 @@
 using namespace support;
 
 namespace {
-
-struct Trace {
-    std::string function;
-    std::string text;
-};
-
-// Keeps what reaches the sink for as long as it lives.
-class TraceKeeper {
-public:
-    TraceKeeper() { SetCommonMediaTraceSink(&m_sink); }
-    ~TraceKeeper() { SetCommonMediaTraceSink(nullptr); }
-    TraceKeeper(const TraceKeeper&) = delete;
-    TraceKeeper& operator=(const TraceKeeper&) = delete;
-
-    std::vector<Trace> m_traces;
-
-private:
-    static void Write(void* context, const char* file, const char* function, int line, const char* text) {
-        EXPECT_NE(std::string(file).find("SDPExtract"), std::string::npos);
-        EXPECT_GT(line, 0);
-        static_cast<TraceKeeper*>(context)->m_traces.push_back({function, text});
-    }
-    CommonMediaTraceSink m_sink = {Write, this};
-};
 
 // One video section that is worth `tias` bit/s.
 MediaSession& AddVideoSection(SDPHandler& h, VIDEOTYPE role, std::int32_t port, const char* tias = "") {
@@ -189,25 +164,27 @@ TEST(SDPExtract, EverySectionIsTracedInOrder) {
     RemoteSDP remote;
     TraceKeeper keeper;
     h.GetRTPData(remote);
-    ASSERT_EQ(keeper.m_traces.size(), 4U);
-    for (const Trace& trace : keeper.m_traces) {
+    ASSERT_EQ(keeper.Traces().size(), 4U);
+    for (const Trace& trace : keeper.Traces()) {
+        EXPECT_NE(trace.file.find("SDPExtract"), std::string::npos);
         EXPECT_EQ(trace.function, "GetRTPData");
+        EXPECT_GT(trace.line, 0);
     }
-    EXPECT_TEXT(keeper.m_traces[0].text,
+    EXPECT_TEXT(keeper.Traces()[0].text,
                 "Dump Media Session: \n"
                 "eContent: 100\niPort: 5000\nstrIPAddr: \n"
                 "\tRtpMap[0]: Payload-0 EncodingName-PCMU/8000\n\t\tFmtp Parm-a\n\t\tFmtp Parm-b\n"
                 "fRecv: true\nfSend: true\nstrVideoLevel: \nstrMaxBandwidth: \n"
                 "iBfcpConfid: 0\niBfcpUserid: 0\nstrFloorctrl: \n\n\n");
-    EXPECT_TEXT(keeper.m_traces[1].text, "Dump Media Session: \n"
+    EXPECT_TEXT(keeper.Traces()[1].text, "Dump Media Session: \n"
                                          "eContent: 1\niPort: 5002\nstrIPAddr: 100%s%n\n"
                                          "fRecv: true\nfSend: true\nstrVideoLevel: \nstrMaxBandwidth: 64000\n"
                                          "iBfcpConfid: 0\niBfcpUserid: 0\nstrFloorctrl: \n\n\n");
-    EXPECT_TEXT(keeper.m_traces[2].text, "Dump Media Session: \n"
+    EXPECT_TEXT(keeper.Traces()[2].text, "Dump Media Session: \n"
                                          "eContent: 100\niPort: 5004\nstrIPAddr: \n"
                                          "fRecv: true\nfSend: false\nstrVideoLevel: \nstrMaxBandwidth: \n"
                                          "iBfcpConfid: 0\niBfcpUserid: 0\nstrFloorctrl: \n\n\n");
-    EXPECT_TEXT(keeper.m_traces[3].text, "Dump Media Session: \n"
+    EXPECT_TEXT(keeper.Traces()[3].text, "Dump Media Session: \n"
                                          "eContent: 100\niPort: 5006\nstrIPAddr: \n"
                                          "fRecv: true\nfSend: true\nstrVideoLevel: \nstrMaxBandwidth: \n"
                                          "iBfcpConfid: 15\niBfcpUserid: 0\nstrFloorctrl: c-s\n\n\n");
@@ -220,7 +197,7 @@ TEST(SDPExtract, SectionsThatAreNotTakenAreTracedToo) {
     RemoteSDP remote;
     TraceKeeper keeper;
     h.GetRTPData(remote);
-    EXPECT_EQ(keeper.m_traces.size(), 2U);
+    EXPECT_EQ(keeper.Traces().size(), 2U);
 }
 
 TEST(SDPExtract, WithoutSectionsNothingIsTraced) {
@@ -229,7 +206,7 @@ TEST(SDPExtract, WithoutSectionsNothingIsTraced) {
     RemoteSDP remote;
     TraceKeeper keeper;
     h.GetRTPData(remote);
-    EXPECT_TRUE(keeper.m_traces.empty());
+    EXPECT_TRUE(keeper.Traces().empty());
 }
 
 // Video sections: the first of each role.

@@ -10,19 +10,11 @@ using namespace support;
 
 namespace {
 
-struct Format {
-    std::string strPayload;
-    std::string encoding;
-    std::vector<std::string> parms;
-};
-
 // The stream record that a main video section with these formats at port 5002 gives.
 std::string Take(const std::vector<Format>& formats) {
     SDPHandler h;
     MediaSession& section = AddSection(h, MEDIA_VIDEO, 5002);
-    for (const Format& format : formats) {
-        AddFormat(section, format.strPayload, format.encoding, format.parms);
-    }
+    AddFormats(section, formats);
     RemoteSDP remote;
     h.GetVideoRTPData(remote, remote.m_VideoMain, &section);
     return Describe(remote.m_VideoMain);

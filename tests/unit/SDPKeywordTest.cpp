@@ -1,17 +1,23 @@
 // Which row of a table a line or a word belongs to: keywords at every place, several in one line, none.
 #include "SDPKeyword.h"
 
+#include "Exact.h"
+
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <iterator>
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
+
+using support::Exact;
 
 struct Named {
     std::string_view name;
@@ -28,16 +34,6 @@ constexpr Row kLong[] = {{"a=rtpmap"}, {"a=rtcp:"}, {"b=TIAS:"}};
 constexpr Row kOne[] = {{"a=i"}};
 constexpr Row kOverlapping[] = {{"i=c=i"}, {"c=ii"}, {"a=ii=c"}, {"a=i="}, {"c=a"}, {"i="}};
 
-/// The text in an allocation of exactly its size: the address sanitizer sees a read before or after it.
-class Exact {
-public:
-    explicit Exact(std::string_view text) : m_bytes(text.begin(), text.end()) {}
-    std::string_view View() const { return {m_bytes.data(), m_bytes.size()}; }
-
-private:
-    std::vector<char> m_bytes;
-};
-
 /// Positions in a table; the number of rows for none.
 template <const auto& kTable>
 std::size_t RowOf(std::string_view line) {
@@ -51,6 +47,23 @@ std::size_t RowAt(std::string_view here) {
     const Exact exact(here);
     return sdp::FirstMatch<kTable>(
         [&](const Row& row) { return sdp::StartsWith(exact.View(), row.keyword); });
+}
+
+/// Lines and the rows that they belong to.
+using Rows = std::initializer_list<std::pair<std::string_view, std::size_t>>;
+
+template <const auto& kTable>
+void ExpectRowOf(const Rows& rows) {
+    for (const auto& [line, row] : rows) {
+        EXPECT_EQ(RowOf<kTable>(line), row) << line;
+    }
+}
+
+template <const auto& kTable>
+void ExpectRowAt(const Rows& rows) {
+    for (const auto& [here, row] : rows) {
+        EXPECT_EQ(RowAt<kTable>(here), row) << here;
+    }
 }
 
 template <const auto& kTable>
@@ -175,38 +188,33 @@ TEST(SDPKeyword, SearchOfRowsEndsAtTheFirstMatch) {
 }
 
 TEST(SDPKeyword, KeywordStandsAtTheStartOfAText) {
-    EXPECT_EQ(RowAt<kThree>("c=IN IP4 10.0.0.1"), 0U);
-    EXPECT_EQ(RowAt<kThree>("a=ice-pwd:x"), 1U);
-    EXPECT_EQ(RowAt<kThree>("a=sendrecv"), 2U);
-    EXPECT_EQ(RowAt<kThree>("xc=IN IP4"), 3U);
-    EXPECT_EQ(RowAt<kThree>("b=AS:384"), 3U);
-    EXPECT_EQ(RowAt<kThree>("a-ice-pwd"), 3U);
-    EXPECT_EQ(RowAt<kThree>("=a=ice"), 3U);
+    ExpectRowAt<kThree>({{"c=IN IP4 10.0.0.1", 0},
+                         {"a=ice-pwd:x", 1},
+                         {"a=sendrecv", 2},
+                         {"xc=IN IP4", 3},
+                         {"b=AS:384", 3},
+                         {"a-ice-pwd", 3},
+                         {"=a=ice", 3}});
 }
 
 TEST(SDPKeyword, KeywordStandsInTheLastBytesOfAText) {
-    EXPECT_EQ(RowAt<kThree>("a=ice"), 1U);
-    EXPECT_EQ(RowAt<kThree>("a=ic"), 2U);
-    EXPECT_EQ(RowAt<kThree>("a=i"), 2U);
-    EXPECT_EQ(RowAt<kThree>("a="), 2U);
-    EXPECT_EQ(RowAt<kThree>("a"), 3U);
-    EXPECT_EQ(RowAt<kThree>("c=ice"), 0U);
-    EXPECT_EQ(RowAt<kThree>("c=ic"), 0U);
-    EXPECT_EQ(RowAt<kThree>("c="), 0U);
-    EXPECT_EQ(RowAt<kThree>("c"), 3U);
-    EXPECT_EQ(RowAt<kThree>("x"), 3U);
-    EXPECT_EQ(RowAt<kLong>("a=rtpmap"), 0U);
-    EXPECT_EQ(RowAt<kLong>("a=rtpma"), 3U);
-    EXPECT_EQ(RowAt<kLong>("a=rtcp:"), 1U);
-    EXPECT_EQ(RowAt<kLong>("a=rtcp"), 3U);
-    EXPECT_EQ(RowAt<kLong>("b=TIAS:"), 2U);
+    ExpectRowAt<kThree>({{"a=ice", 1},
+                         {"a=ic", 2},
+                         {"a=i", 2},
+                         {"a=", 2},
+                         {"a", 3},
+                         {"c=ice", 0},
+                         {"c=ic", 0},
+                         {"c=", 0},
+                         {"c", 3},
+                         {"x", 3}});
+    ExpectRowAt<kLong>({{"a=rtpmap", 0}, {"a=rtpma", 3}, {"a=rtcp:", 1}, {"a=rtcp", 3}, {"b=TIAS:", 2}});
 }
 
 TEST(SDPKeyword, KeywordIsNotReadBehindTheText) {
     // The bytes after the view would complete the keyword.
-    EXPECT_EQ(RowAt<kThree>(std::string_view("a=ice", 4)), 2U);
-    EXPECT_EQ(RowAt<kThree>(std::string_view("a=ice", 1)), 3U);
-    EXPECT_EQ(RowAt<kLong>(std::string_view("a=rtpmap", 7)), 3U);
+    ExpectRowAt<kThree>({{std::string_view("a=ice", 4), 2}, {std::string_view("a=ice", 1), 3}});
+    ExpectRowAt<kLong>({{std::string_view("a=rtpmap", 7), 3}});
     EXPECT_EQ(sdp::FirstKeyword<kLong>(std::string_view("x a=rtpmap", 9)), nullptr);
     EXPECT_EQ(sdp::FirstKeyword<kLong>(std::string_view("x a=rtpmap", 10)), &kLong[0]);
     EXPECT_EQ(sdp::FirstKeyword<kThree>(std::string_view("x a=ice", 6)), &kThree[2]);
@@ -214,14 +222,14 @@ TEST(SDPKeyword, KeywordIsNotReadBehindTheText) {
 }
 
 TEST(SDPKeyword, ZeroByteCompletesNoKeyword) {
-    EXPECT_EQ(RowAt<kThree>(std::string_view("a=ic\0", 5)), 2U);
-    EXPECT_EQ(RowAt<kThree>(std::string_view("a=ic\0e", 6)), 2U);
-    EXPECT_EQ(RowAt<kThree>(std::string_view("a\0=ice", 6)), 3U);
-    EXPECT_EQ(RowAt<kThree>(std::string_view("\0", 1)), 3U);
-    EXPECT_EQ(RowAt<kThree>(std::string_view("a\0", 2)), 3U);
-    EXPECT_EQ(RowOf<kLong>(std::string_view("a=rt\0pmap", 9)), 3U);
-    EXPECT_EQ(RowOf<kLong>(std::string_view("\0\0a=rtpmap\0", 11)), 0U);
-    EXPECT_EQ(RowOf<kLong>(std::string_view("a\0=rtcp:a=rtcp:", 15)), 1U);
+    ExpectRowAt<kThree>({{std::string_view("a=ic\0", 5), 2},
+                         {std::string_view("a=ic\0e", 6), 2},
+                         {std::string_view("a\0=ice", 6), 3},
+                         {std::string_view("\0", 1), 3},
+                         {std::string_view("a\0", 2), 3}});
+    ExpectRowOf<kLong>({{std::string_view("a=rt\0pmap", 9), 3},
+                        {std::string_view("\0\0a=rtpmap\0", 11), 0},
+                        {std::string_view("a\0=rtcp:a=rtcp:", 15), 1}});
 }
 
 TEST(SDPKeyword, CharacterThatSharesALettersBitBeginsNoKeyword) {
@@ -252,19 +260,18 @@ TEST(SDPKeyword, KeywordIsFoundAtEveryPlaceOfALine) {
 }
 
 TEST(SDPKeyword, FirstRowWinsWhereverItsKeywordStands) {
-    EXPECT_EQ(RowOf<kThree>("c=IN"), 0U);
-    EXPECT_EQ(RowOf<kThree>("c=IN a=ice a="), 0U);
-    EXPECT_EQ(RowOf<kThree>("a=x c=IN"), 0U);
-    EXPECT_EQ(RowOf<kThree>("a=ice c="), 0U);
-    EXPECT_EQ(RowOf<kThree>("a=c="), 0U);
-    EXPECT_EQ(RowOf<kThree>("a=x a=ice-pwd"), 1U);
-    EXPECT_EQ(RowOf<kThree>("a=ice-pwd a=x"), 1U);
-    EXPECT_EQ(RowOf<kThree>("a=ice"), 1U);
-    EXPECT_EQ(RowOf<kThree>("a=ic"), 2U);
-    EXPECT_EQ(RowOf<kThree>("b=1 a="), 2U);
-    EXPECT_EQ(RowOf<kLong>("b=TIAS:a=rtcp:a=rtpmap"), 0U);
-    EXPECT_EQ(RowOf<kLong>("b=TIAS:512000 a=rtcp:5001"), 1U);
-    EXPECT_EQ(RowOf<kLong>("a=rtcp:5001 b=TIAS:512000"), 1U);
+    ExpectRowOf<kThree>({{"c=IN", 0},
+                         {"c=IN a=ice a=", 0},
+                         {"a=x c=IN", 0},
+                         {"a=ice c=", 0},
+                         {"a=c=", 0},
+                         {"a=x a=ice-pwd", 1},
+                         {"a=ice-pwd a=x", 1},
+                         {"a=ice", 1},
+                         {"a=ic", 2},
+                         {"b=1 a=", 2}});
+    ExpectRowOf<kLong>(
+        {{"b=TIAS:a=rtcp:a=rtpmap", 0}, {"b=TIAS:512000 a=rtcp:5001", 1}, {"a=rtcp:5001 b=TIAS:512000", 1}});
 }
 
 TEST(SDPKeyword, TwoKeywordsAtEveryTwoPlacesOfALine) {
@@ -277,13 +284,13 @@ TEST(SDPKeyword, TwoKeywordsAtEveryTwoPlacesOfALine) {
 }
 
 TEST(SDPKeyword, KeywordsInEachOtherAreFound) {
-    EXPECT_EQ(RowOf<kOverlapping>("i=c=i"), 0U);
-    EXPECT_EQ(RowOf<kOverlapping>("i=c=a"), 4U);
-    EXPECT_EQ(RowOf<kOverlapping>("a=ii=c=i"), 0U);
-    EXPECT_EQ(RowOf<kOverlapping>("a=ii=c=a"), 2U);
-    EXPECT_EQ(RowOf<kOverlapping>("a=i=c=ii"), 0U);
-    EXPECT_EQ(RowOf<kOverlapping>("a=i=c=a"), 3U);
-    EXPECT_EQ(RowOf<kOverlapping>("c=i=i"), 5U);
+    ExpectRowOf<kOverlapping>({{"i=c=i", 0},
+                               {"i=c=a", 4},
+                               {"a=ii=c=i", 0},
+                               {"a=ii=c=a", 2},
+                               {"a=i=c=ii", 0},
+                               {"a=i=c=a", 3},
+                               {"c=i=i", 5}});
 }
 
 TEST(SDPKeyword, NoKeywordIsNoRow) {
@@ -295,31 +302,22 @@ TEST(SDPKeyword, NoKeywordIsNoRow) {
 }
 
 TEST(SDPKeyword, LineShorterThanEveryKeywordHasNone) {
-    EXPECT_EQ(RowOf<kLong>("a"), 3U);
-    EXPECT_EQ(RowOf<kLong>("a="), 3U);
-    EXPECT_EQ(RowOf<kLong>("a=rtcp"), 3U);
-    EXPECT_EQ(RowOf<kLong>("a=rtcp:"), 1U);
-    EXPECT_EQ(RowOf<kOne>("a="), 1U);
-    EXPECT_EQ(RowOf<kOne>("a=i"), 0U);
+    ExpectRowOf<kLong>({{"a", 3}, {"a=", 3}, {"a=rtcp", 3}, {"a=rtcp:", 1}});
+    ExpectRowOf<kOne>({{"a=", 1}, {"a=i", 0}});
 }
 
 TEST(SDPKeyword, EqualsSignAtTheStartOfALineBelongsToNone) {
-    EXPECT_EQ(RowOf<kThree>("=a=ice"), 1U);
-    EXPECT_EQ(RowOf<kThree>("==a=="), 2U);
-    EXPECT_EQ(RowOf<kThree>("=="), 3U);
-    EXPECT_EQ(RowOf<kLong>("=rtpmap:97 H264/90000"), 3U);
-    EXPECT_EQ(RowOf<kLong>("=a=rtcp:"), 1U);
-    EXPECT_EQ(RowOf<kLong>("=========="), 3U);
+    ExpectRowOf<kThree>({{"=a=ice", 1}, {"==a==", 2}, {"==", 3}});
+    ExpectRowOf<kLong>({{"=rtpmap:97 H264/90000", 3}, {"=a=rtcp:", 1}, {"==========", 3}});
 }
 
 TEST(SDPKeyword, LastPlaceLeavesRoomForTheShortestKeyword) {
-    EXPECT_EQ(RowOf<kLong>("x=1 y=2 a=rtcp:"), 1U);
-    EXPECT_EQ(RowOf<kLong>("x=1 y=2 a=rtcp"), 3U);
-    EXPECT_EQ(RowOf<kLong>("a=rtcp:a=rtpma"), 1U);
-    EXPECT_EQ(RowOf<kLong>("b=TIAS:a=rtpmap"), 0U);
-    EXPECT_EQ(RowOf<kLong>("b=TIAS:1=2=3=4="), 2U);
-    EXPECT_EQ(RowOf<kThree>("a=1c="), 0U);
-    EXPECT_EQ(RowOf<kThree>("a=1c"), 2U);
+    ExpectRowOf<kLong>({{"x=1 y=2 a=rtcp:", 1},
+                        {"x=1 y=2 a=rtcp", 3},
+                        {"a=rtcp:a=rtpma", 1},
+                        {"b=TIAS:a=rtpmap", 0},
+                        {"b=TIAS:1=2=3=4=", 2}});
+    ExpectRowOf<kThree>({{"a=1c=", 0}, {"a=1c", 2}});
 }
 
 TEST(SDPKeyword, EveryLineIsSearchedRowByRow) {

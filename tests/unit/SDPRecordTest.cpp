@@ -29,6 +29,16 @@ fVideoRecv = false
 fIsVideoValid = false
 )";
 
+/// The lines of a stream in a record.
+std::string InRecord(const std::string& stream, const std::string& role) {
+    std::string lines;
+    for (const std::string& line :
+         support::CutLines(support::Replaced(kNewVideo, "eVideoType = 100", "eVideoType = " + role))) {
+        lines += stream + "." + line;
+    }
+    return lines;
+}
+
 const std::string kNewBase = R"(eAudioCodec = 256
 iAudioRTPPort = 0
 iVideoPresoControlPort = 0
@@ -36,33 +46,9 @@ iBfcpConfid = 0
 iBfcpUserid = 0
 fBfcpIsServer = false
 iMaxBandwidth = 0
-m_VideoMain.iFmtpMaxMbps = 0
-m_VideoMain.iFmtpMaxFrameSize = 0
-m_VideoMain.iFmtpMaxBitRate = 0
-m_VideoMain.eVideoCodec = 256
-m_VideoMain.eVideoType = 0
-m_VideoMain.iVideoRTPPort = 0
-m_VideoMain.strVideoLevel = ""
-m_VideoMain.strVideoIPAddr = ""
-m_VideoMain.iVideoPayload = 0
-m_VideoMain.iFmtpPacketizationMode = 0
-m_VideoMain.fVideoSend = false
-m_VideoMain.fVideoRecv = false
-m_VideoMain.fIsVideoValid = false
-m_VideoPreso.iFmtpMaxMbps = 0
-m_VideoPreso.iFmtpMaxFrameSize = 0
-m_VideoPreso.iFmtpMaxBitRate = 0
-m_VideoPreso.eVideoCodec = 256
-m_VideoPreso.eVideoType = 1
-m_VideoPreso.iVideoRTPPort = 0
-m_VideoPreso.strVideoLevel = ""
-m_VideoPreso.strVideoIPAddr = ""
-m_VideoPreso.iVideoPayload = 0
-m_VideoPreso.iFmtpPacketizationMode = 0
-m_VideoPreso.fVideoSend = false
-m_VideoPreso.fVideoRecv = false
-m_VideoPreso.fIsVideoValid = false
-bufSRTPKey[0] = 0000000000000000000000000000000000
+)" + InRecord("m_VideoMain", "0") +
+                             InRecord("m_VideoPreso", "1") +
+                             R"(bufSRTPKey[0] = 0000000000000000000000000000000000
 bufSRTPKey[1] = 0000000000000000000000000000000000
 bufSRTPKey[2] = 0000000000000000000000000000000000
 bufSRTPSalt[0] = 000000000000000000000000000000

@@ -3,6 +3,7 @@
 
 #include "Expect.h"
 #include "RecordSamples.h"
+#include "TraceKeeper.h"
 
 #include <memory>
 #include <string>
@@ -14,19 +15,7 @@ std::string Repeated(std::size_t count) {
     return std::string(count, 'x');
 }
 
-const std::string kNewDump = R"(eContent: 100
-iPort: 0
-strIPAddr: 
-fRecv: true
-fSend: true
-strVideoLevel: 
-strMaxBandwidth: 
-iBfcpConfid: 0
-iBfcpUserid: 0
-strFloorctrl: 
-
-
-)";
+using support::kNewSectionDump;
 
 TEST(SDPSection, DestroyingASectionLeavesItsPayloadEntriesAlive) {
     const std::unique_ptr<RtpMap> entry(new RtpMap);
@@ -42,14 +31,14 @@ TEST(SDPSection, DestroyingASectionLeavesItsPayloadEntriesAlive) {
 }
 
 TEST(SDPSection, DumpOfANewSectionBeginsWithItsContent) {
-    EXPECT_TEXT(MediaSession().ToDiag(), kNewDump);
+    EXPECT_TEXT(MediaSession().ToDiag(), kNewSectionDump);
 }
 
 TEST(SDPSection, DumpOfAnAudioSectionWithoutAddressHasNoMediaLine) {
     MediaSession section;
     section.eMedia = MEDIA_AUDIO;
     section.iPort = 5000;
-    EXPECT_TEXT(section.ToDiag(), support::Replaced(kNewDump, "iPort: 0", "iPort: 5000"));
+    EXPECT_TEXT(section.ToDiag(), support::Replaced(kNewSectionDump, "iPort: 0", "iPort: 5000"));
 }
 
 TEST(SDPSection, DumpShowsEveryDumpedFieldInOrder) {
@@ -102,7 +91,7 @@ TEST(SDPSection, DumpShowsTheReceiveFlagBeforeTheSendFlag) {
     MediaSession section;
     section.fSend = true;
     section.fRecv = false;
-    EXPECT_TEXT(section.ToDiag(), support::Replaced(kNewDump, "fRecv: true", "fRecv: false"));
+    EXPECT_TEXT(section.ToDiag(), support::Replaced(kNewSectionDump, "fRecv: true", "fRecv: false"));
 }
 
 TEST(SDPSection, DumpPrintsNegativeNumbersWithTheirSign) {
@@ -112,17 +101,18 @@ TEST(SDPSection, DumpPrintsNegativeNumbersWithTheirSign) {
     section.iBfcpConfid = -2147483647 - 1;
     section.iBfcpUserid = 2147483647;
     EXPECT_TEXT(section.ToDiag(),
-                support::Replaced(kNewDump, {{"eContent: 100", "eContent: 0"},
-                                             {"iPort: 0", "iPort: -1"},
-                                             {"iBfcpConfid: 0", "iBfcpConfid: -2147483648"},
-                                             {"iBfcpUserid: 0", "iBfcpUserid: 2147483647"}}));
+                support::Replaced(kNewSectionDump, {{"eContent: 100", "eContent: 0"},
+                                                    {"iPort: 0", "iPort: -1"},
+                                                    {"iBfcpConfid: 0", "iBfcpConfid: -2147483648"},
+                                                    {"iBfcpUserid: 0", "iBfcpUserid: 2147483647"}}));
 }
 
 TEST(SDPSection, DumpKeepsALineThatJustFitsItsBuffer) {
     // "strIPAddr: " and the line end take 12 of the 999 bytes.
     MediaSession section;
     section.strIPAddr = Repeated(987);
-    EXPECT_TEXT(section.ToDiag(), support::Replaced(kNewDump, "strIPAddr: ", "strIPAddr: " + Repeated(987)));
+    EXPECT_TEXT(section.ToDiag(),
+                support::Replaced(kNewSectionDump, "strIPAddr: ", "strIPAddr: " + Repeated(987)));
 }
 
 TEST(SDPSection, DumpCutsALongerLineAndWithItsLineEnd) {
@@ -130,7 +120,7 @@ TEST(SDPSection, DumpCutsALongerLineAndWithItsLineEnd) {
         MediaSession section;
         section.strIPAddr = Repeated(length);
         EXPECT_TEXT(section.ToDiag(),
-                    support::Replaced(kNewDump, "strIPAddr: \n", "strIPAddr: " + Repeated(988)));
+                    support::Replaced(kNewSectionDump, "strIPAddr: \n", "strIPAddr: " + Repeated(988)));
     }
 }
 
@@ -144,21 +134,21 @@ TEST(SDPSection, DumpCutsEveryKindOfLineAtTheSameLength) {
     section.strVideoLevel = Repeated(1200);
     section.strMaxBandwidth = Repeated(1200);
     section.strFloorctrl = Repeated(1200);
-    EXPECT_TEXT(
-        section.ToDiag(),
-        support::Replaced(kNewDump, {{"fRecv", "\tRtpMap[0]: Payload-" + Repeated(400) + " EncodingName-" +
-                                                   Repeated(999 - 20 - 400 - 14) + "\t\tFmtp Parm-" +
-                                                   Repeated(999 - 12) + "\t\tFmtp Parm-short\nfRecv"},
-                                     {"strVideoLevel: \n", "strVideoLevel: " + Repeated(999 - 15)},
-                                     {"strMaxBandwidth: \n", "strMaxBandwidth: " + Repeated(999 - 17)},
-                                     {"strFloorctrl: \n", "strFloorctrl: " + Repeated(999 - 14)}}));
+    EXPECT_TEXT(section.ToDiag(),
+                support::Replaced(kNewSectionDump,
+                                  {{"fRecv", "\tRtpMap[0]: Payload-" + Repeated(400) + " EncodingName-" +
+                                                 Repeated(999 - 20 - 400 - 14) + "\t\tFmtp Parm-" +
+                                                 Repeated(999 - 12) + "\t\tFmtp Parm-short\nfRecv"},
+                                   {"strVideoLevel: \n", "strVideoLevel: " + Repeated(999 - 15)},
+                                   {"strMaxBandwidth: \n", "strMaxBandwidth: " + Repeated(999 - 17)},
+                                   {"strFloorctrl: \n", "strFloorctrl: " + Repeated(999 - 14)}}));
 }
 
 TEST(SDPSection, DumpEndsATextAtItsFirstZeroByte) {
     MediaSession section;
     section.strIPAddr = std::string("192.0.2.1\0hidden", 16);
     section.strFloorctrl = std::string("\0c-s", 4);
-    EXPECT_TEXT(section.ToDiag(), support::Replaced(kNewDump, "strIPAddr: ", "strIPAddr: 192.0.2.1"));
+    EXPECT_TEXT(section.ToDiag(), support::Replaced(kNewSectionDump, "strIPAddr: ", "strIPAddr: 192.0.2.1"));
 }
 
 TEST(SDPSection, DumpShowsKeyTextInEveryFieldAsItIs) {
@@ -172,16 +162,16 @@ TEST(SDPSection, DumpShowsKeyTextInEveryFieldAsItIs) {
     section.strVideoLevel = "inline:bGV2ZWw";
     section.strMaxBandwidth = "64000\na=x inline:b25l and inline:dHdv\ttab";
     section.strFloorctrl = "c-s\na=x inline:Zmxvb3I";
-    EXPECT_TEXT(
-        section.ToDiag(),
-        support::Replaced(
-            kNewDump, {{"strIPAddr: ", "strIPAddr: inline:YWRkcmVzcw"},
-                       {"fRecv", "\tRtpMap[0]: Payload-inline:cGF5bG9hZA EncodingName-inline:bmFtZQ\n"
-                                 "\t\tFmtp Parm-a=1\na=crypto:1 SUITE inline:Zm10cA|2^31 KDR=1\n"
-                                 "\t\tFmtp Parm-inline:\nfRecv"},
-                       {"strVideoLevel: ", "strVideoLevel: inline:bGV2ZWw"},
-                       {"strMaxBandwidth: ", "strMaxBandwidth: 64000\na=x inline:b25l and inline:dHdv\ttab"},
-                       {"strFloorctrl: ", "strFloorctrl: c-s\na=x inline:Zmxvb3I"}}));
+    EXPECT_TEXT(section.ToDiag(),
+                support::Replaced(
+                    kNewSectionDump,
+                    {{"strIPAddr: ", "strIPAddr: inline:YWRkcmVzcw"},
+                     {"fRecv", "\tRtpMap[0]: Payload-inline:cGF5bG9hZA EncodingName-inline:bmFtZQ\n"
+                               "\t\tFmtp Parm-a=1\na=crypto:1 SUITE inline:Zm10cA|2^31 KDR=1\n"
+                               "\t\tFmtp Parm-inline:\nfRecv"},
+                     {"strVideoLevel: ", "strVideoLevel: inline:bGV2ZWw"},
+                     {"strMaxBandwidth: ", "strMaxBandwidth: 64000\na=x inline:b25l and inline:dHdv\ttab"},
+                     {"strFloorctrl: ", "strFloorctrl: c-s\na=x inline:Zmxvb3I"}}));
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // The text operations that parse and build share: words and numbers.
 #include "SDPText.h"
 
+#include "Exact.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -14,15 +16,7 @@
 
 namespace {
 
-/// The text in an allocation of exactly its size: the address sanitizer sees a read before or after it.
-class Exact {
-public:
-    explicit Exact(std::string_view text) : m_bytes(text.begin(), text.end()) {}
-    std::string_view View() const { return {m_bytes.data(), m_bytes.size()}; }
-
-private:
-    std::vector<char> m_bytes;
-};
+using support::Exact;
 
 std::string RandomText(std::minstd_rand& random, std::size_t longest, std::string_view alphabet) {
     std::string text(random() % (longest + 1), '\0');
