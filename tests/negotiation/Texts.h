@@ -41,35 +41,9 @@ a=rtcp:5005 IN IP4 192.0.2.1
 )");
 
 /// The answer to PCMU without telephone events.
-inline const std::string kAudioAnswer = Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=audio 5004 RTP/AVP 0
-a=rtpmap:0 PCMU/8000
-a=sendrecv
-a=rtcp:5005 IN IP4 192.0.2.1
-)");
-
-/// The answer to one video section with H.264 in mode 1 as number 97.
-inline const std::string kVideoAnswer = Text(R"(v=0
-o=Quillmarshorizon 578437695752307201 1 IN IP4 192.0.2.1
-s=-
-c=IN IP4 192.0.2.1
-t=0 0
-m=video 5006 RTP/AVP 97
-a=rtpmap:97 H264/90000
-a=fmtp:97 profile-level-id=42001F;packetization-mode=1;max-rcmd-nalu-size=32000;level-asymmetry-allowed=1
-a=sendrecv
-a=rtcp:5007 IN IP4 192.0.2.1
-a=label:8
-a=content:main
-)");
-
-/// What the format line of H.264 says in mode 1, and what it says in mode 0.
-inline const std::string kMode1 = "packetization-mode=1;max-rcmd-nalu-size=32000";
-inline const std::string kMode0 = "packetization-mode=0;max-rcmd-nalu-size=0";
+inline const std::string kAudioAnswer =
+    Replaced(kAudioOffer, {{"RTP/AVP 0 101", "RTP/AVP 0"},
+                           {"a=rtpmap:101 telephone-event/8000\r\na=fmtp:101 0-15\r\n", ""}});
 
 /// The second offer of Local(), in which it begins to present.
 inline const std::string kSlidesOffer = Text(R"(v=0
