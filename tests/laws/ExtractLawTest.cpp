@@ -15,55 +15,34 @@ std::vector<std::string> Texts() {
 }
 
 TEST(LawExtract, TwiceEqualsOnce) {
-    for (const Switches& switches : AllSwitches()) {
-        for (const std::string& text : Texts()) {
-            SDPHandler h;
-            Start(h, PresentationLocal());
-            Set(h, switches);
-            RemoteSDP remote;
-            h.ParseTheSDP(text, remote);
-            const std::string once = Outcome(h, remote);
-            h.GetRTPData(remote);
-            EXPECT_TEXT(Outcome(h, remote), once);
-            RemoteSDP other;
-            h.GetRTPData(other);
-            EXPECT_TEXT(Outcome(h, other), once);
-        }
-    }
+    ForEachReading(Texts(), [](SDPHandler& h, RemoteSDP& remote) {
+        const std::string once = Outcome(h, remote);
+        h.GetRTPData(remote);
+        EXPECT_TEXT(Outcome(h, remote), once);
+        RemoteSDP other;
+        h.GetRTPData(other);
+        EXPECT_TEXT(Outcome(h, other), once);
+    });
 }
 
 TEST(LawExtract, WritingADescriptionChangesNothingThatWasRead) {
-    for (const Switches& switches : AllSwitches()) {
-        for (const std::string& text : Texts()) {
-            SDPHandler h;
-            Start(h, PresentationLocal());
-            Set(h, switches);
-            RemoteSDP remote;
-            h.ParseTheSDP(text, remote);
-            const std::string before = Outcome(h, remote);
-            h.GetLocalSDP();
-            EXPECT_TEXT(Outcome(h, remote), before);
-            h.GetRTPData(remote);
-            EXPECT_TEXT(Outcome(h, remote), before);
-        }
-    }
+    ForEachReading(Texts(), [](SDPHandler& h, RemoteSDP& remote) {
+        const std::string before = Outcome(h, remote);
+        h.GetLocalSDP();
+        EXPECT_TEXT(Outcome(h, remote), before);
+        h.GetRTPData(remote);
+        EXPECT_TEXT(Outcome(h, remote), before);
+    });
 }
 
 TEST(LawExtract, AfterAResetOnlyTheSessionAddressIsLeft) {
-    for (const Switches& switches : AllSwitches()) {
-        for (const std::string& text : Texts()) {
-            SDPHandler h;
-            Start(h, PresentationLocal());
-            Set(h, switches);
-            RemoteSDP remote;
-            h.ParseTheSDP(text, remote);
-            h.ResetRemoteSDP();
-            h.GetRTPData(remote);
-            EXPECT_TEXT(Describe(remote), kFreshRemote);
-            EXPECT_EQ(h.strMaxSessionBandwidth, "");
-            EXPECT_TRUE(h.vecRemoteMediaSession.empty());
-        }
-    }
+    ForEachReading(Texts(), [](SDPHandler& h, RemoteSDP& remote) {
+        h.ResetRemoteSDP();
+        h.GetRTPData(remote);
+        EXPECT_TEXT(Describe(remote), kFreshRemote);
+        EXPECT_EQ(h.strMaxSessionBandwidth, "");
+        EXPECT_TRUE(h.vecRemoteMediaSession.empty());
+    });
 }
 
 } // namespace

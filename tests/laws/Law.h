@@ -138,4 +138,19 @@ inline std::string ParseInto(SDPHandler& handler, const std::string& text) {
     return Outcome(handler, remote);
 }
 
+/// Calls `check(handler, record)` when a handler with each combination of switches has read each text.
+template <typename Check>
+void ForEachReading(const std::vector<std::string>& texts, const Check& check) {
+    for (const Switches& switches : AllSwitches()) {
+        for (const std::string& text : texts) {
+            SDPHandler h;
+            Start(h, PresentationLocal());
+            Set(h, switches);
+            RemoteSDP remote;
+            h.ParseTheSDP(text, remote);
+            check(h, remote);
+        }
+    }
+}
+
 } // namespace support

@@ -118,20 +118,13 @@ TEST(LawParse, WhatTheRecordHeldDoesNotMatter) {
 }
 
 TEST(LawParse, AnEmptyTextLeavesTheRecordAlone) {
-    for (const Switches& switches : AllSwitches()) {
-        for (const std::string& text : Texts()) {
-            SDPHandler h;
-            Start(h, PresentationLocal());
-            Set(h, switches);
-            RemoteSDP remote;
-            h.ParseTheSDP(text, remote);
-            const std::string before = Describe(remote);
-            EXPECT_EQ(h.ParseTheSDP("", remote), 1);
-            EXPECT_TEXT(Describe(remote), before);
-            EXPECT_TRUE(h.IsOffer());
-            EXPECT_EQ(h.strMaxSessionBandwidth, "");
-        }
-    }
+    ForEachReading(Texts(), [](SDPHandler& h, RemoteSDP& remote) {
+        const std::string before = Describe(remote);
+        EXPECT_EQ(h.ParseTheSDP("", remote), 1);
+        EXPECT_TEXT(Describe(remote), before);
+        EXPECT_TRUE(h.IsOffer());
+        EXPECT_EQ(h.strMaxSessionBandwidth, "");
+    });
 }
 
 TEST(LawParse, TheLocalCodecSetMatters) {
