@@ -72,9 +72,14 @@ std::string Connection(std::string_view line) {
         return std::string(line);
     }
     std::string_view address = words[at];
+    if (BeginsWith(Lower(address.substr(0, 3)), "ip4")) {
+        address.remove_prefix(3); // "IP4192.0.2.1"
+    }
+    if (address.size() > 1 && (address[0] == '"' || address[0] == '<')) {
+        address.remove_prefix(1);
+    }
     const std::size_t end = address.find_first_of("<>,;\"'()\\");
-    address = address.substr(address[0] == '"' || address[0] == '<' ? 1 : 0,
-                             end == 0 ? std::string_view::npos : end);
+    address = address.substr(0, end == 0 ? std::string_view::npos : end);
     return std::string("c=IN ") + (address.find(':') == std::string_view::npos ? "IP4 " : "IP6 ") +
            std::string(address);
 }
@@ -282,6 +287,12 @@ std::string CryptoLine(std::string_view line) {
     } else if (const std::size_t colon = key.find(':'); colon < 12) {
         key.remove_prefix(colon + 1);
     }
+    while (!key.empty() && std::string_view("\"'<").find(key.front()) != std::string_view::npos) {
+        key.remove_prefix(1);
+    }
+    while (!key.empty() && std::string_view("\"'>").find(key.back()) != std::string_view::npos) {
+        key.remove_suffix(1);
+    }
     text += " inline:" + std::string(key);
     while (++at < words.size()) {
         text += " " + std::string(words[at]);
@@ -375,7 +386,7 @@ std::string Canonical(const TextLine& line, const Reading& /*reading*/) {
     case SDPRow::Bandwidth:
         return BandwidthLine(text);
     case SDPRow::None:
-        return BeginsWith(text, "candidate:") ? "a=" + std::string(text) : std::string(line.text);
+        return std::string(line.text);
     case SDPRow::Ice:
         return text.find(':') == std::string_view::npos ? std::string(line.text)
                                                         : Attribute(text, line.meant);

@@ -165,7 +165,9 @@ void AddShape(State& state, const RemoteSections& sections) {
         state.Say({Topic::Call, About::Order, 0, false, true}, {"our sections stand in the offer's order"});
     } else {
         state.Say({Topic::Call, About::Order, 0, true, true},
-                  {"section ", wrong + 1, ", offered as ", AsShown(MediaOf(*sections[wrong])),
+                  {"section ", wrong + 1, ", offered as ",
+                   sections[wrong]->eMedia == MEDIA_UNKNOWN ? Piece("a medium that is not known")
+                                                            : AsShown(MediaOf(*sections[wrong])),
                    ", is answered as ", state.ourSections[wrong].media});
     }
     state.Say(

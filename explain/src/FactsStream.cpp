@@ -102,6 +102,8 @@ void AddTheirs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE str
         state.Say({sends, About::Place, which, true, true, true}, {"there is no section for ", name});
     } else if (view.address.empty()) {
         state.Say({sends, About::Place, which, true, true, !runs}, {name, " has no address to be sent to"});
+    } else if (view.port == 0) {
+        state.Say({sends, About::Place, which, true, true, !runs}, {name, " has port 0"});
     } else {
         state.Say({sends, About::Place, which, IsDeadPlace(view), true, !runs},
                   {name, " is sent to the address ", AsShown(view.address), " port ", view.port});
@@ -143,12 +145,12 @@ void AddOurs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE strea
         }
     }
     state.Say({sends, About::OurSending, which, !view.receive},
-              {text, view.receive ? " says that " : " says that no ", name, " is sent"});
+              {text, " says that ", name, view.receive ? " is sent" : " is not sent"});
     if (view.send) {
         state.Say({receives, About::OurReceiving, which, IsDeadPlace(view)},
                   {text, " asks for ", name, " at ", AsShown(view.address), " port ", view.port});
     } else {
-        state.Say({receives, About::OurReceiving, which, true}, {text, " asks for no ", name});
+        state.Say({receives, About::OurReceiving, which, true}, {text, " does not ask for ", name});
     }
 }
 

@@ -11,12 +11,16 @@ const Rule kNoCommonFormat = {
     "A section without a common codec is still valid, has no codec and carries nothing (X07)."};
 
 std::string NameOf(const Scene& scene, const MeantSection& section, std::string_view payload) {
+    return Upper(WrittenNameOf(scene, section, payload));
+}
+
+std::string WrittenNameOf(const Scene& scene, const MeantSection& section, std::string_view payload) {
     const auto found = section.rtpmap.find(payload);
     if (found == section.rtpmap.end()) {
         return {};
     }
     const std::vector<std::string_view> words = WordsOf(scene.reading.lines[found->second].text, 3);
-    return words.size() < 2 ? std::string() : Upper(words[1].substr(0, words[1].find('/')));
+    return std::string(words.size() < 2 ? std::string_view() : words[1].substr(0, words[1].find('/')));
 }
 
 const TextLine* LineOf(const Reading& reading, const FormatLines& lines, std::string_view payload) {

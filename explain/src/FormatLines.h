@@ -15,6 +15,8 @@ extern const Rule kNoCommonFormat;
 
 /// The name in the last rtpmap line of a payload, without clock rate, upper case; empty without one.
 std::string NameOf(const Scene& scene, const MeantSection& section, std::string_view payload);
+/// The same as it is written.
+std::string WrittenNameOf(const Scene& scene, const MeantSection& section, std::string_view payload);
 /// The last of these lines for a payload; null without one.
 const TextLine* LineOf(const Reading& reading, const FormatLines& lines, std::string_view payload);
 /// "VP8/90000 (line 10), payload 34": what a section lists.

@@ -27,7 +27,7 @@ std::string ConsequenceOf(const Suspect& suspect, const Effect& effect, ExplainT
                                     [topic](const auto& each) { return each.first == topic; });
     std::string comes = known == suspect.known.end() ? std::string() : known->second;
     if (effect.isAny && effect.now.empty()) {
-        return comes + (comes.empty() ? "" : " ") + "Only with an edit " + effect.then + ".";
+        return comes + (comes.empty() ? "" : " ") + "With the cure " + effect.then + ".";
     }
     if (effect.isAny) {
         const bool hasCure = !suspect.cure.text.empty() || !suspect.cure.local.empty();

@@ -7,6 +7,7 @@
 
 #include "InetPton.h"
 #include "SDPLines.h"
+#include "SDPTables.h"
 
 #include <algorithm>
 #include <cctype>
@@ -46,7 +47,11 @@ SDPRow MeantRow(std::string_view line, bool isPlain) {
 
 void OpenSection(Reading& reading, std::size_t index) {
     const std::string_view text = reading.lines[index].text;
-    const std::vector<std::string_view> words = WordsOf(text.substr(text.find('=') + 1));
+    const std::size_t equals = text.find('=');
+    const std::size_t type = equals != std::string_view::npos
+                                 ? equals
+                                 : text.find_first_of(": ", std::min(text.find_first_of("mM"), text.size()));
+    const std::vector<std::string_view> words = WordsOf(text.substr(std::min(type, text.size() - 1) + 1));
     MeantSection section;
     section.line = index;
     section.media = words.empty() ? std::string() : Lower(words[0]);
@@ -144,8 +149,46 @@ std::string_view Unquoted(std::string_view line) {
 
 } // namespace
 
+namespace {
+
+/// Whether a line begins with a keyword other than "a=" alone.
+bool BeginsWithKeyword(std::string_view line) {
+    const std::string lower = Lower(line.substr(0, 32));
+    return std::any_of(std::begin(sdp::kLineRows), std::end(sdp::kLineRows),
+                       [&](const sdp::LineRow& row) {
+                           return row.row > SDPRow::Media && row.row != SDPRow::Direction &&
+                                  BeginsWith(lower, row.keyword);
+                       }) ||
+           std::any_of(std::begin(sdp::kDirections), std::end(sdp::kDirections),
+                       [&](const sdp::Direction& direction) { return lower == direction.keyword; });
+}
+
+/// "a=candidate:" of "candidate:", and "m=audio 5004" of "m:audio 5004"; empty where no type is missing.
+std::string WithType(std::string_view text) {
+    const std::string attribute = "a=" + std::string(text);
+    if (BeginsWithKeyword(attribute)) {
+        return attribute;
+    }
+    if (text.size() < 3 || (text[1] != ':' && text[1] != ' ')) {
+        return {};
+    }
+    const std::string typed = Lower(text.substr(0, 1)) + "=" + std::string(Trimmed(text.substr(2)));
+    static constexpr std::string_view kStarts[] = {"c=IN ", "m=audio ", "m=video ", "m=application "};
+    const bool isLine = std::any_of(std::begin(kStarts), std::end(kStarts),
+                                    [&](std::string_view start) { return BeginsWith(typed, start); });
+    return isLine || BeginsWithKeyword(typed) ? typed : std::string();
+}
+
+} // namespace
+
 std::string StartSpelled(std::string_view line) {
     const std::string_view text = Unquoted(line);
+    if (text.size() > 2 && text[1] != '=') {
+        std::string typed = WithType(text);
+        if (!typed.empty()) {
+            return typed;
+        }
+    }
     const std::size_t equals = text.find('=');
     if (equals == std::string_view::npos || Trimmed(text.substr(0, equals)).size() != 1) {
         return std::string(text);
@@ -323,8 +366,9 @@ std::string Quoted(std::string_view line) {
     const std::string_view text = Trimmed(line);
     const std::string_view unquoted = Unquoted(text);
     const std::string lower = Lower(text.substr(0, 4096));
-    const bool isLine = unquoted.size() > 1 && unquoted[1] == '=' &&
-                        std::isalpha(static_cast<unsigned char>(unquoted[0])) != 0;
+    const bool isLine =
+        !WithType(unquoted).empty() || (unquoted.size() > 1 && unquoted[1] == '=' &&
+                                        std::isalpha(static_cast<unsigned char>(unquoted[0])) != 0);
     if (!isLine) {
         return "(not shown)";
     }

@@ -75,9 +75,10 @@ Reading Read(std::string_view text);
 bool IsPlain(std::string_view line);
 /// Text without white space at either end.
 std::string_view Trimmed(std::string_view text);
-/// A trimmed line without signs before its first letter, such as those of quoted mail ("> m=audio"), and
-/// without blanks round its first "=" and before its first ":"; where a keyword that takes a value has a
-/// blank in place of its colon, the colon stands.
+/// A trimmed line without signs before its first letter, such as those of quoted mail ("> m=audio"), with the
+/// type that it lacks ("rtpmap:0 PCMU/8000") or another sign than "=" after it ("m:audio"), and without
+/// blanks round its first "=" and before its first ":"; where a keyword that takes a value has a blank in
+/// place of its colon, the colon stands.
 std::string StartSpelled(std::string_view line);
 /// The words of a text, cut at white space; at most `most`.
 std::vector<std::string_view> WordsOf(std::string_view text, std::size_t most = kNowhere);

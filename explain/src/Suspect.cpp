@@ -133,6 +133,14 @@ bool IsDirection(const TextLine& line) {
                        [&](const sdp::Direction& direction) { return text == direction.keyword; });
 }
 
+bool HasDirectionName(const TextLine& line) {
+    const std::string text = Lower(Trimmed(line.text));
+    const std::size_t end = text.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-", 2);
+    const std::string name = text.substr(0, end);
+    return std::any_of(std::begin(sdp::kDirections), std::end(sdp::kDirections),
+                       [&](const sdp::Direction& direction) { return name == direction.keyword; });
+}
+
 std::string FreePayload(const MeantSection& section) {
     for (int payload = 97; payload < 128; ++payload) {
         std::string text = std::to_string(payload);

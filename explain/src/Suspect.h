@@ -141,6 +141,9 @@ std::string AfterWords(const Reading& reading, std::size_t index);
 std::string_view SectionText(const Reading& reading, const MeantSection& section);
 /// Whether the line is a direction and nothing else.
 bool IsDirection(const TextLine& line);
+/// Whether the line begins with the name of a direction, and not with a longer name such as
+/// "a=inactive-timeout".
+bool HasDirectionName(const TextLine& line);
 /// A payload number that the section does not use.
 std::string FreePayload(const MeantSection& section);
 

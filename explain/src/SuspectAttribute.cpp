@@ -43,6 +43,10 @@ constexpr Rule kReplaces = {"E77", "X09", ExplainSeverity::Note, 38,
 constexpr Rule kSlidesLimit = {
     "E78", "X10", ExplainSeverity::Note, 39,
     "b=TIAS of the presentation is not added to the total, which is that of audio and main video (X10)."};
+constexpr Rule kInsideType = {"E163", "P01", ExplainSeverity::Warning, 11,
+                              "Before the first m= line the limit is what comes after \"AS:\", found "
+                              "anywhere in a b= line, and the last "
+                              "such line stands."};
 constexpr Rule kOtherType = {
     "E79", "", ExplainSeverity::Note, 37,
     "Of bandwidth lines only b=AS at session level and b=TIAS in a section are read."};
@@ -80,7 +84,9 @@ void AddContent(Scene& scene, const TextLine& line) {
 
 void FindSecondVideo(Scene& scene) {
     const MeantSection* main = nullptr;
+    std::size_t videos = 0;
     for (const MeantSection& section : scene.reading.sections) {
+        videos += section.media == "video" ? 1 : 0;
         const TextLine* content = nullptr;
         for (std::size_t i = section.line; i <= section.last; ++i) {
             content = scene.reading.lines[i].meant == SDPRow::Content ? &scene.reading.lines[i] : content;
@@ -106,7 +112,11 @@ void FindSecondVideo(Scene& scene) {
         if (main == nullptr && line.meant == SDPRow::Content &&
             line.text.find("a=content:slides") != std::string_view::npos) {
             Blame(scene, kContent, line,
-                  {LineWords(line), " marks the only video section, so there is no main video section."},
+                  {LineWords(line),
+                   videos == 1
+                       ? " marks the only video section, so there is no main video section."
+                       : " marks the first video section, and the others are marked so too: there is no "
+                         "main video section."},
                   {"delete line ", line.number}, {DeleteLine(line)});
             break;
         }
@@ -172,7 +182,11 @@ void AddBandwidth(Scene& scene, const TextLine& line, bool isSession) {
         if (value > 0 && BeginsWith(canonical, "b=CT:")) {
             const std::string text = "b=AS:" + std::string(ValueOf(canonical));
             Blame(scene, kOtherType, line, {LineWords(line), " has a type of bandwidth that is not read."},
-                  {"write line ", number, " as ", text}, {ReplaceLine(line, text)});
+                  {"write line ", number, " as ", InQuotes(text)}, {ReplaceLine(line, text)});
+        } else if (isSession && line.text.find("AS:") != std::string_view::npos) {
+            Blame(scene, kInsideType, line, {LineWords(line), " is of another type and contains \"AS:\"."},
+                  {"delete line ", number}, {DeleteLine(line)})
+                .isTakenAway = true;
         }
         return;
     }
@@ -212,7 +226,8 @@ bool HasDeclinedFurther(const Reading& reading) {
 
 void FindStreams(Scene& scene) {
     for (const TextLine& line : scene.reading.lines) {
-        if (const sdp::Direction* const direction = DirectionOf(line)) {
+        const sdp::Direction* const direction = DirectionOf(line);
+        if (direction != nullptr && HasDirectionName(line)) {
             AddDirection(scene, line, *direction);
         } else if (line.meant == SDPRow::Content) {
             AddContent(scene, line);

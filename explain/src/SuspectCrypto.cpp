@@ -82,6 +82,9 @@ std::string KeyOrSample(const CryptoWords& words) {
 
 /// What is wrong with the spelling of a crypto line.
 const char* SpellingWords(const TextLine& line, const CryptoWords& words, const std::string& canonical) {
+    if (!BeginsWith(Lower(Trimmed(line.text)), "a=crypto")) {
+        return " does not begin with a=crypto:.";
+    }
     if (words.tag.empty()) {
         return " has a blank where its tag belongs.";
     }
@@ -93,6 +96,9 @@ const char* SpellingWords(const TextLine& line, const CryptoWords& words, const 
     }
     if (Lower(line.text) == Lower(canonical)) {
         return " differs in letter case from what is compared.";
+    }
+    if (line.text.find_first_of("\"'<") != std::string_view::npos) {
+        return " has quotes round its key.";
     }
     return BeginsWith(words.key, "inline:") ? " has a blank or a word where none belongs."
                                             : " has no inline: at the start of its third word.";
@@ -112,6 +118,12 @@ void FindSpelling(Scene& scene, const TextLine& line, const CryptoWords& words, 
             suspect.ledger = "G02";
         } else if (words.count < 3) {
             suspect.SayActed({kShortCrypto.acted});
+        } else if (SuiteOf(line) != nullptr) {
+            suspect.SayActed(
+                {"The third word has the key after seven characters that are skipped, and a blank "
+                 "ends it; without 40 characters of base64 there the suite stands without a key "
+                 "(P12, P21)."});
+            suspect.ledger = "P12";
         }
     }
     const std::size_t colon = words.key.find(':');
@@ -191,10 +203,13 @@ void FindCryptoLine(Scene& scene, const TextLine& line, const TextLine* earlier,
         AddSuite(scene, kUnknownSuite, line, words, " offers a suite that is not known.");
         return;
     }
+    const std::size_t length = words.key.size() > 7 ? words.key.size() - 7 : 0;
+    const bool isLong = length >= 40;
     if (!HasKey(words)) {
         Blame(scene, kBadKey, line,
-              {LineWords(line), " has a key of ", words.key.size() > 7 ? words.key.size() - 7 : 0,
-               " characters, not of 40 of base64."},
+              {LineWords(line),
+               isLong ? " has a key with a character that is not base64 among its " : " has a key of ",
+               isLong ? 40 : length, isLong ? " characters." : " characters, not of 40 of base64."},
               {"write 40 base64 characters after inline: in line ", number},
               {ReplaceLine(line, Rewritten(words, words.suite, kSampleKey))});
     } else if (earlier != nullptr) {

@@ -85,7 +85,8 @@ IceLines IceLinesOf(const Scene& scene, const MeantSection& section) {
             continue;
         }
         ice.any = ice.any == nullptr ? &line : ice.any;
-        const std::string name = Lower(Trimmed(line.text).substr(0, 11));
+        const std::string spelled = line.isPlain ? std::string() : StartSpelled(line.text);
+        const std::string name = Lower((line.isPlain ? line.text : spelled).substr(0, 11));
         ice.user = name == "a=ice-ufrag" ? &line : ice.user;
         ice.password = BeginsWith(name, "a=ice-pwd") ? &line : ice.password;
         ice.other = line.meant == SDPRow::Ice && IsUnknownIce(name) ? &line : ice.other;

@@ -26,6 +26,10 @@ constexpr Rule kDirectionInside = {"E04", "P01", ExplainSeverity::Error, 4,
                                    "A direction is searched anywhere in an attribute line, so it becomes the "
                                    "direction of the section (P01)."};
 constexpr Rule kSpelling = {"E05", "", ExplainSeverity::Error, 20, ""};
+constexpr Rule kWrapped = {
+    "E164", "", ExplainSeverity::Error, 6,
+    "Each CR LF ends a line, and no line goes on in the next one (RFC 4566, 5), so the "
+    "rest of a wrapped line is one that no row takes."};
 constexpr Rule kTwoBodies = {"E06", "", ExplainSeverity::Warning, 5,
                              "The text is read as one description, so the lines of the second one change or "
                              "add to the sections of the first."};
@@ -51,10 +55,15 @@ std::string Through(const Reading& reading, std::size_t first, std::size_t last)
            (last - first > 1 ? " to " + std::to_string(reading.lines[last - 1].number) : "");
 }
 
+const char* LineOrLines(std::size_t first, std::size_t last) {
+    return last - first > 1 ? "lines " : "line ";
+}
+
 void AddJoined(Scene& scene, const Rule& rule, std::size_t first, std::size_t last, Pieces what) {
-    Suspect& suspect = Blame(scene, rule, scene.reading.lines[first], what,
-                             {"end lines ", Through(scene.reading, first, last), " with CR LF"},
-                             EndWithCrLf(scene.reading, first, last));
+    Suspect& suspect =
+        Blame(scene, rule, scene.reading.lines[first], what,
+              {"end ", LineOrLines(first, last), Through(scene.reading, first, last), " with CR LF"},
+              EndWithCrLf(scene.reading, first, last));
     suspect.isTakenAway = true;
     constexpr std::size_t named = 8;
     for (std::size_t i = first + 1; i < last && i < first + named; ++i) {
@@ -72,7 +81,7 @@ void AddHost(Scene& scene, const Host& host) {
                   {LineWords(line), " ends in LF or CR alone and not in CR LF."});
     } else {
         AddJoined(scene, kBareLf, host.first, end,
-                  {LineWords(line), " ends in LF or CR alone and not in CR LF, so it is one line with ",
+                  {LineWords(line), " ends in LF or CR alone and not in CR LF, so it is one line with line ",
                    lines[end - 1].number, ", ", InQuotes(lines[host.first + 1].text), "."});
     }
 }
@@ -154,24 +163,24 @@ void AddMisread(Scene& scene, const TextLine& line, const Host& host) {
               {canDelete ? DeleteLine(line) : ReplaceLine(line, WithoutKeyword(line, keyword))});
     const std::size_t words = WordsOf(line.text, 4).size();
     const std::string then =
-        host.row == SDPRow::Connection ? (words > 2 ? ": its third word becomes the address"
-                                                    : " of fewer than three words, and is dropped")
-        : host.row == SDPRow::Media
-            ? (words > 3
-                   ? " that opens a section, to which belongs " + AfterWords(scene.reading, line.number - 1)
-                   : " of fewer than four words, and is dropped")
-            : "";
+        host.row == SDPRow::Connection ? (words > 2 ? ", whose third word becomes the address,"
+                                                    : " of fewer than three words, which is dropped,")
+        : host.row == SDPRow::Media    ? (words > 3 ? " that opens a section, to which belongs " +
+                                                       AfterWords(scene.reading, line.number - 1) + ","
+                                                    : " of fewer than four words, which is dropped,")
+                                       : "";
     suspect.SayActed({"The first keyword found anywhere in a line takes it (P01), so it is read as ",
-                      RowWords(host.row), " and not as ", RowWords(line.meant), then, "."});
+                      RowWords(host.row), then, " and not as ", RowWords(line.meant), "."});
     suspect.isTakenAway = true;
 }
 
 void AddInside(Scene& scene, const TextLine& line) {
     const sdp::Direction* const direction = sdp::FirstKeyword<sdp::kDirections>(line.text);
-    if (direction == nullptr || BeginsWith(Trimmed(line.text), direction->keyword)) {
+    if (direction == nullptr || HasDirectionName(line)) {
         return;
     }
-    Blame(scene, kDirectionInside, line, {LineWords(line), " contains \"", direction->keyword, "\"."},
+    Blame(scene, kDirectionInside, line,
+          {LineWords(line), " is another attribute and contains \"", direction->keyword, "\"."},
           {"delete line ", line.number}, {DeleteLine(line)})
         .isTakenAway = true;
 }
@@ -180,6 +189,12 @@ void AddInside(Scene& scene, const TextLine& line) {
 bool HasSigns(std::string_view text) {
     const std::string_view start = Trimmed(text);
     return !start.empty() && std::isalpha(static_cast<unsigned char>(start[0])) == 0;
+}
+
+/// Whether "=" does not come after the first letter, as in "rtpmap:0 PCMU/8000" and "m:audio 5004".
+bool LacksType(std::string_view text) {
+    const std::string_view start = Trimmed(text);
+    return start.size() > 2 && Trimmed(start.substr(1)).substr(0, 1) != "=";
 }
 
 /// How two spellings differ, for a sentence.
@@ -193,6 +208,9 @@ const char* DifferenceWords(std::string_view text, std::string_view canonical) {
     };
     if (Lower(text) == Lower(canonical)) {
         return "differs in letter case from what the component compares";
+    }
+    if (LacksType(text)) {
+        return "does not begin with its letter and \"=\"";
     }
     if (HasSigns(text)) {
         return "has signs before its first letter, as quoted or numbered text has";
@@ -209,12 +227,17 @@ const char* DifferenceWords(std::string_view text, std::string_view canonical) {
         return "has a blank in place of its colon";
     }
     if (bare(text) != bare(canonical)) {
-        return "is not spelled as the RFC has it";
+        return text.find(',') != std::string_view::npos && canonical.find(',') == std::string_view::npos
+                   ? "has a comma where a blank or ';' belongs"
+                   : "is not spelled as the component compares it";
     }
     return text.size() < canonical.size() ? "lacks a blank between two words"
                                           : "has a blank that does not belong there";
 }
 
+constexpr const char* kTypeActed = "A line has a letter and \"=\" at its start (RFC 4566, 5); without them "
+                                   "no keyword is found, and no row takes "
+                                   "the line.";
 constexpr const char* kSignsActed =
     "The keyword is found anywhere in the line (P01), and words and values are counted from the start of the "
     "line, so the first word is not the medium, the payload or the type that was meant (P06, P20, P22).";
@@ -256,8 +279,33 @@ constexpr RowSentence kRowSentences[] = {
     {SDPRow::Direction, "P14",
      "Only a=sendrecv, a=sendonly, a=recvonly and a=inactive are recognised, letter for letter; others are "
      "ignored."},
-    {SDPRow::None, "", "No row takes a line without its letter and \"=\"."},
 };
+
+/// A line without type and "=" after one that something is read from: the rest of it. It is not quoted,
+/// because it may be the rest of a key.
+void FindWrapped(Scene& scene) {
+    const Reading& reading = scene.reading;
+    for (std::size_t i = 1; i < reading.lines.size(); ++i) {
+        const TextLine& line = reading.lines[i];
+        const TextLine& before = reading.lines[i - 1];
+        const std::string_view rest = Trimmed(line.text);
+        const bool isRest = line.meant == SDPRow::None && rest.size() > 1 && LacksType(rest);
+        if (!isRest || before.meant == SDPRow::None || before.end != "\r\n") {
+            continue;
+        }
+        const std::string_view start = Trimmed(before.text);
+        const std::size_t end =
+            before.offset + static_cast<std::size_t>(start.data() - before.text.data()) + start.size();
+        const std::size_t next = line.offset + static_cast<std::size_t>(rest.data() - line.text.data());
+        const bool isParameter = !start.empty() && start.back() == ';';
+        Blame(scene, kWrapped, line,
+              {"Line ", line.number, " has no type and looks like the rest of line ", before.number, ", ",
+               InQuotes(before.text), "."},
+              {"join line ", line.number, " to line ", before.number},
+              {{end, next - end, isParameter ? "" : " "}})
+            .lines.push_back(before.number);
+    }
+}
 
 } // namespace
 
@@ -273,6 +321,7 @@ void FindLineEnds(Scene& scene) {
         }
     }
     FindTail(scene, next);
+    FindWrapped(scene);
     if (joined > 1) {
         AddJoined(scene, kBareLf, 0, reading.lines.size(), {joined, " lines end in LF or CR alone."});
     }
@@ -322,7 +371,9 @@ void FindMisspelled(Scene& scene) {
                                          {LineWords(line), " ", DifferenceWords(line.text, canonical), "."},
                                          {"write line ", line.number, " as ", InQuotes(canonical)},
                                          {ReplaceLine(line, canonical)});
-                suspect.SayActed({HasSigns(line.text) ? kSignsActed : sentence.acted});
+                suspect.SayActed({HasSigns(line.text)    ? kSignsActed
+                                  : LacksType(line.text) ? kTypeActed
+                                                         : sentence.acted});
                 suspect.ledger = sentence.ledger;
                 suspect.isTakenAway = true;
             }

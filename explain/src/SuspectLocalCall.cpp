@@ -17,10 +17,10 @@ using CryptoParams = Quor::media::rtp::CryptoParams;
 constexpr Rule kNoOwnAddress = {"E120", "B01", ExplainSeverity::Error, 3,
                                 "The c= and a=rtcp lines always have the default address; an offer is not "
                                 "written without one, and an answer has a c= line without an address (B01)."};
-constexpr Rule kOwnAddressKind = {
-    "E121", "B25", ExplainSeverity::Error, 4,
-    "Each address of ours is written after IP4, so the line reads c=IN IP4 and an "
-    "address of another kind (B25)."};
+constexpr Rule kOwnAddressKind = {"E121", "B25", ExplainSeverity::Error, 4,
+                                  "Each address of ours is written after IP4 as it is, whatever it is (B25); "
+                                  "0.0.0.0 is an old form of hold "
+                                  "(RFC 3264, 8.4)."};
 constexpr Rule kTwoAddresses = {"E122", "B01", ExplainSeverity::Note, 49,
                                 "The c= line has the default address and the o= line the own one (B01)."};
 constexpr Rule kPrivate = {"E139", "B01", ExplainSeverity::Note, 50,
@@ -77,7 +77,7 @@ void FindOwnAddress(Scene& scene) {
         known(BlameField(scene, kOwnAddressKind, "default_address",
                          {name, "is ", AsShown(address), ", no usable IPv4 address."},
                          {"set default_address to an IPv4 address"}, 0, "192.0.2.1"),
-              {"Our text says c=IN IP4 ", AsShown(address), ", where the far end cannot send to."});
+              {"Our text says c=IN IP4 ", AsShown(address), ", to which the far end cannot send."});
     } else if (IsPrivate(address)) {
         const bool isOwnPublic = IsIpv4(own) && !IsPrivate(own);
         known(BlameField(
@@ -138,7 +138,9 @@ void FindBudget(Scene& scene) {
     }
     BlameField(scene, kBandwidth, "max_bandwidth_bit_per_s",
                {"iMaxBandwidth (max_bandwidth_bit_per_s) is ", budget, " bit/s",
-                budget < 64000 ? ", which looks like kbit/s." : ", the share of audio alone."},
+                budget < 0       ? ", a negative number."
+                : budget < 64000 ? ", which looks like kbit/s."
+                                 : ", the share of audio alone."},
                {"set max_bandwidth_bit_per_s to ",
                 budget < 0 || budget == 64000 ? 1064000 : std::min(budget, 2147483) * 1000},
                budget < 0 || budget == 64000 ? 1064000 : budget * 1000)

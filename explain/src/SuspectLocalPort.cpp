@@ -30,9 +30,14 @@ void FindLocalPort(Scene& scene, std::string_view file, std::string_view record,
     Suspect& suspect =
         BlameField(scene, kOwnPort, file, {record, " (", file, ") is ", port, "."},
                    {"set ", file, " to the RTP port"}, 16384 + static_cast<int>(file.size()) * 2);
-    suspect.Know(topic, {"Our text declines ", stream, " with port ", port, ", so none is received."});
+    const bool isDeclined = port == 0;
+    suspect.Know(topic, {isDeclined ? "Our text declines " : "Our text gives ", stream,
+                         isDeclined ? " with port " : " the port ", port,
+                         isDeclined      ? ", so nothing is received."
+                         : port == 65535 ? ", after which there is no port for RTCP."
+                                         : ", which is no port, so nothing is received."});
     if (topic == Topic::AudioReceive) {
-        suspect.Know(Topic::Dtmf, {"Our text declines audio, so there are no tones in it."});
+        suspect.Know(Topic::Dtmf, {"Without a port for audio there are no tones in it."});
     }
 }
 

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <bitset>
+#include <cctype>
 #include <cstdint>
 
 namespace explain {
@@ -171,7 +172,11 @@ std::size_t SecondLineIn(std::string_view text) {
                                 ? sdp::FirstKeyword<sdp::kDirections>(rest) != nullptr
                                 : row != SDPRow::None &&
                                       BeginsWith(rest, sdp::kLineRows[static_cast<std::size_t>(row)].keyword);
-        if (isLine) {
+        const std::string_view before = text.substr(0, at - 1);
+        const bool hasWord = std::any_of(before.begin(), before.end(), [](unsigned char c) {
+            return std::isalpha(c) != 0; // "> m=audio" is one line, quoted
+        });
+        if (isLine && hasWord) {
             return at - 1;
         }
     }

@@ -115,7 +115,10 @@ void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, c
     }
     if (our[0] != their[0] || our[1] != their[1]) {
         Suspect& suspect = Blame(scene, kForeignTag, *theirLine,
-                                 {LineWords(*theirLine), " differs in tag or suite from our offer's ",
+                                 {LineWords(*theirLine),
+                                  our[1] == their[1]   ? " differs in its tag from our offer's "
+                                  : our[0] == their[0] ? " differs in its suite from our offer's "
+                                                       : " differs in tag and suite from our offer's ",
                                   InQuotes(ourLine->text), "."},
                                  {"answer with tag and suite of the offer in line ", theirLine->number},
                                  {ReplaceLine(*theirLine, std::string(our[0]) + " " + std::string(our[1]) +
@@ -202,7 +205,8 @@ void FindPair(Scene& scene) {
     } else if (theirs.size() > offer.sections.size() && !offer.sections.empty()) {
         const TextLine& extra = scene.reading.lines[theirs[offer.sections.size()].line];
         Blame(scene, kSurplus, extra,
-              {LineWords(extra), " is a section more than the ", offer.sections.size(), " of our offer."},
+              {LineWords(extra), " is section ", offer.sections.size() + 1,
+               " of the answer, and our offer has ", offer.sections.size(), "."},
               {"delete the sections from line ", extra.number, " on"},
               {{extra.offset, scene.reading.text.size() - extra.offset, {}}})
             .Know(Topic::Call, {"The answer does not fit its offer, so what it adds is bound to nothing."});

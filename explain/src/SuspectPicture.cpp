@@ -145,11 +145,23 @@ void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
         }
         suspect.Know(topic, {"The picture is sent in packetization mode 0, one NAL unit in each packet."});
     }
-    if (stream.strVideoLevel.empty()) {
+    const std::string level = fmtp == nullptr ? std::string() : LevelDigits(*fmtp);
+    if (stream.strVideoLevel.empty() && !level.empty()) {
+        std::string text(fmtp->text);
+        text.replace(text.find(level), level.size(), "42801f");
+        Suspect& suspect =
+            Blame(scene, kNoLevel, *fmtp,
+                  {LineWords(*fmtp), " has a profile-level-id of fewer than four characters."},
+                  {"write profile-level-id=42801f in line ", number}, {ReplaceLine(*fmtp, text)});
+        suspect.SayActed(
+            {"The level is what comes after the first four digits of profile-level-id, and a value "
+             "of fewer characters is dropped (RFC 6184, 8.1)."});
+        suspect.Know(topic, {"The level of the picture is not known, so nothing limits what is sent."});
+    } else if (stream.strVideoLevel.empty()) {
         Blame(scene, kNoLevel, blamed, {LineWords(blamed), " gives no profile-level-id."},
               {"add profile-level-id=42801f for payload ", AsShown(payload)},
               {insert("profile-level-id=42801f")})
-            .Know(topic, {"The level of the picture is not known, so the far end's decoder sets no limit."});
+            .Know(topic, {"The level of the picture is not known, so nothing limits what is sent."});
     }
 }
 

@@ -111,10 +111,16 @@ void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) 
     }
     const bool isMain = section.media == "video" && !section.isSlides;
     const std::string text = std::string("a=crypto:1 ") + kReadSuite + " inline:" + kSampleKey;
-    Blame(scene, isMain && isOtherSecure ? kOneSecure : kNoLine, media,
-          {LineWords(media), " has no crypto line after it",
-           isMain && isOtherSecure ? ", and the section with a=content:slides has one." : "."},
-          {"insert a crypto line of ", kReadSuite, " after line ", media.number}, {InsertAfter(media, text)});
+    Suspect& suspect = Blame(
+        scene, isMain && isOtherSecure ? kOneSecure : kNoLine, media,
+        {LineWords(media), " has no crypto line after it",
+         isMain && isOtherSecure ? ", and the section with a=content:slides has one." : "."},
+        {"insert a crypto line of ", kReadSuite, " after line ", media.number}, {InsertAfter(media, text)});
+    if (scene.input.remoteAnswers) {
+        suspect.SayActed(
+            {"Without a crypto line that is read a section is not secure, whatever its transport "
+             "says; an answer to RTP/SAVP has one (RFC 4568, 5.1.2)."});
+    }
 }
 
 } // namespace

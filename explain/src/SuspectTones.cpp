@@ -56,9 +56,9 @@ void FindOurNumbers(Scene& scene, const MeantSection& section) {
     }
     const std::string free = FreePayload(section);
     const TextLine* const tones = LineOf(scene.reading, section.rtpmap, sdp::kTelephoneEvent.payload);
-    const std::string name = NameOf(scene, section, sdp::kTelephoneEvent.payload);
+    const std::string name = WrittenNameOf(scene, section, sdp::kTelephoneEvent.payload);
     if (tones != nullptr && section.listed.count(sdp::kTelephoneEvent.payload) != 0 && !name.empty() &&
-        name != "TELEPHONE-EVENT") {
+        Upper(name) != "TELEPHONE-EVENT") {
         Blame(scene, kOurTones, *tones, {LineWords(*tones), " gives payload 101 to ", AsShown(name), "."},
               {"give ", AsShown(name), " the payload ", free, " in place of 101"},
               Renumbered(scene, section, sdp::kTelephoneEvent.payload, free))
@@ -75,7 +75,7 @@ void FindOurNumbers(Scene& scene, const MeantSection& section) {
         return;
     }
     const TextLine* const other = LineOf(scene.reading, section.rtpmap, our);
-    const std::string meant = NameOf(scene, section, our);
+    const std::string meant = WrittenNameOf(scene, section, our);
     const bool isTaken = other != nullptr && section.listed.count(our) != 0 && !meant.empty();
     Suspect& suspect = Blame(scene, isTaken ? kTakenNumber : kOurNumber, isTaken ? *other : *rtpmap,
                              {LineWords(isTaken ? *other : *rtpmap),
@@ -113,10 +113,15 @@ void FindTones(Scene& scene, const MeantSection& section) {
               {"write line ", other->number, " as ", InQuotes(text)}, {ReplaceLine(*other, text)});
     } else if (good.size() > 1) {
         const TextLine* const line = LineOf(scene.reading, section.rtpmap, good.back());
+        std::vector<ExplainTextChange> changes = {ReplaceLine(media, WithFormat(media, good.back(), {})),
+                                                  DeleteLine(*line)};
+        if (const TextLine* const fmtp = LineOf(scene.reading, section.fmtp, good.back())) {
+            changes.push_back(DeleteLine(*fmtp));
+        }
         Blame(scene, kManyTones, *line,
               {LineWords(*line), " is one of ", good.size(), " telephone-event/8000 formats."},
-              {"take payload ", AsShown(good.back()), " out of line ", media.number},
-              {ReplaceLine(media, WithFormat(media, good.back(), {}))})
+              {"take payload ", AsShown(good.back()), " out of line ", media.number, ", and its lines"},
+              std::move(changes))
             .lines.push_back(media.number);
     } else if (good.empty()) {
         const std::string free = section.listed.count("101") == 0 ? "101" : FreePayload(section);
@@ -124,7 +129,7 @@ void FindTones(Scene& scene, const MeantSection& section) {
               {"list payload ", free, " in line ", media.number, " and insert its rtpmap line"},
               {ReplaceLine(media, WithFormat(media, {}, free)),
                InsertAfter(media, "a=rtpmap:" + free + " telephone-event/8000")})
-            .Know(Topic::Dtmf, {"Tones have no payload, so none are sent to the far end."});
+            .Know(Topic::Dtmf, {"The far end takes no tones."});
     }
 }
 
