@@ -226,7 +226,8 @@ inline std::string Edited(std::string text, const std::vector<Line>& edits) {
             ++count;
         }
         if (arrow == std::string::npos || what.empty() || count == 0 || (begin == 0 && count > 1)) {
-            throw Malformed(edit, "no edit WHAT => WITH whose WHAT occurs just once");
+            throw Malformed(
+                edit, "no edit WHAT => WITH whose WHAT occurs just once; every WHAT => WITH replaces all");
         }
     }
     return text;

@@ -126,7 +126,8 @@ inline void ApplyFields(LocalSDP& local, const std::vector<Line>& block) {
                 }
             });
             if (!isKnown) {
-                throw std::invalid_argument("no \"field = value\" with a field of a local set");
+                throw std::invalid_argument(
+                    "no \"field = value\" with a field of a local set, called as in SDP.h");
             }
         } catch (const std::invalid_argument& error) {
             throw Malformed(line, error.what());

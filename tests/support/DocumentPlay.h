@@ -42,7 +42,7 @@ public:
                 return;
             }
         }
-        throw Malformed(step.head, "no such step");
+        throw Malformed(step.head, "no such step; those that there are stand in the table of this player");
     }
 
     /// Called after the last step.

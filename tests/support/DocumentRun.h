@@ -45,7 +45,7 @@ private:
     const Value& Find(const std::map<std::string, Value>& named, std::size_t word) const {
         const auto found = named.find(m_words[word]);
         if (found == named.end()) {
-            throw Malformed(m_step.head, "nothing is called " + m_words[word]);
+            throw Malformed(m_step.head, "no handler, local set or text is called " + m_words[word]);
         }
         return found->second;
     }
@@ -107,7 +107,8 @@ private:
             const auto found = std::find_if(expected.begin(), expected.end(),
                                             [&](const Line& line) { return StartsWith(line.text, key); });
             if (found == expected.end() || !given.insert(key).second) {
-                throw Malformed(row, "no row of a record, or a second one");
+                throw Malformed(row, "no row of a record, or a second one; rows begin with audio, main, "
+                                     "preso, bfcp, bandwidth, srtp");
             }
             *found = {row.path, row.number, row.text + "\n"};
         }

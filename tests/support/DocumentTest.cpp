@@ -147,10 +147,12 @@ TEST(Document, ANamedTextIsEdited) {
         "    main codec=2 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=5111 "
         "send=1 recv=1 valid=1\n";
     EXPECT_TEXT(ReportsOf(text), "");
-    EXPECT_TEXT(ReportsOf(Replaced(text, "m=audio => ", "m=text => ")),
-                "a.cases:8: no edit WHAT => WITH whose WHAT occurs just once\n");
-    EXPECT_TEXT(ReportsOf(Replaced(text, "every 0", "0")),
-                "a.cases:7: no edit WHAT => WITH whose WHAT occurs just once\n");
+    EXPECT_TEXT(
+        ReportsOf(Replaced(text, "m=audio => ", "m=text => ")),
+        "a.cases:8: no edit WHAT => WITH whose WHAT occurs just once; every WHAT => WITH replaces all\n");
+    EXPECT_TEXT(
+        ReportsOf(Replaced(text, "every 0", "0")),
+        "a.cases:7: no edit WHAT => WITH whose WHAT occurs just once; every WHAT => WITH replaces all\n");
     EXPECT_TEXT(
         ReportsOf("text offer\n" + kOffer.substr(kOffer.find("    v=0")) + kHeading +
                   "near = audio\n    listAudioCodecPriority =\nnear writes offer with\n    s=- => s=x\n"),
@@ -202,10 +204,11 @@ TEST(Document, AMalformedDocumentIsAnErrorAtItsLine) {
         {kHeading + "near = audio\r\n",
          "a.cases:3: a byte that is not printable ASCII; write \\r, \\n, \\t or \\xNN\n"},
         // Its steps.
-        {kHeading + "near sings\n", "a.cases:3: no such step\n"},
-        {kHeading + "near reads\n", "a.cases:3: nothing is called near\n"},
+        {kHeading + "near sings\n",
+         "a.cases:3: no such step; those that there are stand in the table of this player\n"},
+        {kHeading + "near reads\n", "a.cases:3: no handler, local set or text is called near\n"},
         {kHeading + "third = audio\n", "a.cases:3: a handler is called near or far\n"},
-        {kHeading + "near = radio\n", "a.cases:3: nothing is called radio\n"},
+        {kHeading + "near = radio\n", "a.cases:3: no handler, local set or text is called radio\n"},
         {kHeading + "near = audio\nnear resets\n    v=0\n", "a.cases:5: the step takes no lines\n"},
         {"text offer\n" + kHeading + "near = audio\nnear writes offer\n    v=0\n",
          "a.cases:5: a name, and lines as well\n"},
@@ -217,9 +220,9 @@ TEST(Document, AMalformedDocumentIsAnErrorAtItsLine) {
         {kHeading + "near = audio\nnear serves no sections\n", "a.cases:4: no number: no\n"},
         // Their lines.
         {kHeading + "near = audio\n    iAudioRtpPort = 1\n",
-         "a.cases:4: no \"field = value\" with a field of a local set\n"},
+         "a.cases:4: no \"field = value\" with a field of a local set, called as in SDP.h\n"},
         {kHeading + "near = audio\n    iAudioRTPPort\n",
-         "a.cases:4: no \"field = value\" with a field of a local set\n"},
+         "a.cases:4: no \"field = value\" with a field of a local set, called as in SDP.h\n"},
         {kHeading + "near = audio\n    iAudioRTPPort = 1x\n",
          "a.cases:4: neither a name nor a 32-bit number: 1x\n"},
         {kHeading + "near = audio\n    fVideoTxMuted = 1\n", "a.cases:4: neither true nor false: 1\n"},
@@ -230,9 +233,11 @@ TEST(Document, AMalformedDocumentIsAnErrorAtItsLine) {
         {kHeading + "near = audio\n    keys = near AES\n",
          "a.cases:4: neither a name nor a 32-bit number: AES\n"},
         {kHeading + "arrives\n    a\\q\n", "a.cases:4: an escape is one of \\r \\n \\t \\\\ \\xNN\n"},
-        {kHeading + kReading + "    bandwith=1\n", "a.cases:8: no row of a record, or a second one\n"},
+        {kHeading + kReading + "    bandwith=1\n", "a.cases:8: no row of a record, or a second one; rows "
+                                                   "begin with audio, main, preso, bfcp, bandwidth, srtp\n"},
         {kHeading + kReading + "    bandwidth=0\n    bandwidth=0\n",
-         "a.cases:9: no row of a record, or a second one\n"},
+         "a.cases:9: no row of a record, or a second one; rows begin with audio, main, preso, bfcp, "
+         "bandwidth, srtp\n"},
     };
     for (const auto& row : rows) {
         EXPECT_TEXT(ReportsOf(row.text), row.report);
