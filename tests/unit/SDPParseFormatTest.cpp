@@ -4,6 +4,7 @@
 #include "Expect.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -18,263 +19,145 @@ struct Formats {
     RtpMap& Entry(std::size_t i) { return *handler.vecRemoteMediaSession.back()->vecRtpMap.at(i); }
     const std::string& Name(std::size_t i) { return Entry(i).strEncodingName; }
     const Pieces& Parms(std::size_t i) { return Entry(i).vecFmtpParms; }
+
+    // One word per format: its payload, "=" and its name, each parameter in brackets.
+    std::string Shown() const {
+        std::string shown;
+        for (const RtpMap* const format : handler.vecRemoteMediaSession.back()->vecRtpMap) {
+            shown += (shown.empty() ? "" : " ") + format->strPayload;
+            shown += (format->strEncodingName.empty() ? "" : "=") + format->strEncodingName;
+            for (const std::string& parameter : format->vecFmtpParms) {
+                shown += "[" + parameter + "]";
+            }
+        }
+        return shown;
+    }
 };
 
-// --- rtpmap ---
+// What the formats of a section are after these lines.
+struct Row {
+    const char* why;
+    const char* formats;
+    Pieces lines;
+    const char* shown;
+};
 
-TEST(SDPParseFormat, RtpmapNamesItsPayloadAndNoOther) {
-    Formats f("96 97");
-    f.handler.ProcessRTPMap("a=rtpmap:96 H264/90000");
-    EXPECT_EQ(f.Name(0), "H264/90000");
-    EXPECT_EQ(f.Name(1), "");
-    EXPECT_EQ(f.Entry(0).strPayload, "96");
-    EXPECT_TRUE(f.Parms(0).empty());
-}
-
-TEST(SDPParseFormat, RtpmapKeepsClockRateAndChannels) {
-    Formats f("101 96");
-    f.handler.ProcessRTPMap("a=rtpmap:101 telephone-event/8000");
-    f.handler.ProcessRTPMap("a=rtpmap:96 L16/44100/2");
-    EXPECT_EQ(f.Name(0), "telephone-event/8000");
-    EXPECT_EQ(f.Name(1), "L16/44100/2");
-}
-
-TEST(SDPParseFormat, RtpmapForAPayloadThatIsNotListedChangesNothing) {
-    Formats f("96 97");
-    f.handler.ProcessRTPMap("a=rtpmap:98 H264/90000");
-    EXPECT_EQ(f.Name(0), "");
-    EXPECT_EQ(f.Name(1), "");
-    EXPECT_EQ(f.handler.vecRemoteMediaSession.back()->vecRtpMap.size(), 2U);
-}
-
-TEST(SDPParseFormat, RtpmapBeforeAnySectionIsIgnored) {
-    SDPHandler handler;
-    handler.ProcessRTPMap("a=rtpmap:96 H264/90000");
-    EXPECT_TRUE(handler.vecRemoteMediaSession.empty());
-}
-
-TEST(SDPParseFormat, RtpmapBelongsToTheLastSection) {
-    SDPHandler handler;
-    handler.ProcessMedia("m=video 5000 RTP/AVP 96");
-    handler.ProcessMedia("m=video 5002 RTP/AVP 96");
-    handler.ProcessRTPMap("a=rtpmap:96 H264/90000");
-    EXPECT_EQ(handler.vecRemoteMediaSession[0]->vecRtpMap[0]->strEncodingName, "");
-    EXPECT_EQ(handler.vecRemoteMediaSession[1]->vecRtpMap[0]->strEncodingName, "H264/90000");
-}
-
-TEST(SDPParseFormat, RtpmapPayloadIsTheFirstWordFromItsTenthCharacter) {
-    Formats f("96");
-    f.handler.ProcessRTPMap("123456789"
-                            "96 NAME");
-    EXPECT_EQ(f.Name(0), "NAME");
-    f.handler.ProcessRTPMap("a=rtpmap:096 OTHER");
-    f.handler.ProcessRTPMap("a=rtpmap: 96 OTHER");
-    f.handler.ProcessRTPMap("a=rtpmap96 OTHER");
-    EXPECT_EQ(f.Name(0), "NAME");
-}
-
-TEST(SDPParseFormat, RtpmapComparesWholePayloads) {
-    Formats f("9 96 960 A");
-    f.handler.ProcessRTPMap("a=rtpmap:96 X");
-    f.handler.ProcessRTPMap("a=rtpmap:a Y");
-    EXPECT_EQ(f.Name(0), "");
-    EXPECT_EQ(f.Name(1), "X");
-    EXPECT_EQ(f.Name(2), "");
-    EXPECT_EQ(f.Name(3), "");
-}
-
-TEST(SDPParseFormat, PayloadsOfOneLengthAndOneLastDigitAreToldApart) {
-    Formats f("87 97 77");
-    f.handler.ProcessRTPMap("a=rtpmap:97 X");
-    f.handler.ProcessRTPMap("a=rtpmap:67 Y");
-    f.handler.ProcessFMTP("a=fmtp:77 z=1");
-    EXPECT_EQ(f.Name(0), "");
-    EXPECT_EQ(f.Name(1), "X");
-    EXPECT_EQ(f.Name(2), "");
-    EXPECT_TRUE(f.Parms(0).empty());
-    EXPECT_TRUE(f.Parms(1).empty());
-    EXPECT_EQ(f.Parms(2), (Pieces{"z=1"}));
-}
-
-TEST(SDPParseFormat, RtpmapGoesToTheFirstOfEqualPayloads) {
-    Formats f("97 96 96");
-    f.handler.ProcessRTPMap("a=rtpmap:96 FIRST");
-    f.handler.ProcessRTPMap("a=rtpmap:96 AGAIN");
-    EXPECT_EQ(f.Name(0), "");
-    EXPECT_EQ(f.Name(1), "AGAIN");
-    EXPECT_EQ(f.Name(2), "");
-}
-
-TEST(SDPParseFormat, SecondRtpmapReplacesTheName) {
-    Formats f("96");
-    f.handler.ProcessRTPMap("a=rtpmap:96 VERY-LONG-ENCODING-NAME/90000");
-    f.handler.ProcessRTPMap("a=rtpmap:96 VP8/90000");
-    EXPECT_EQ(f.Name(0), "VP8/90000");
-}
-
-TEST(SDPParseFormat, RtpmapWordsBehindTheSecondAreIgnored) {
-    Formats f("96");
-    f.handler.ProcessRTPMap("a=rtpmap:96 H264/90000 a comment");
-    EXPECT_EQ(f.Name(0), "H264/90000");
-}
-
-TEST(SDPParseFormat, RtpmapWordsAreSeparatedByAnyWhiteSpace) {
-    Formats f("96");
-    f.handler.ProcessRTPMap(" \t a=rtpmap:96\t\v\n H264/90000\r");
-    EXPECT_EQ(f.Name(0), "H264/90000");
-}
-
-TEST(SDPParseFormat, RtpmapWithFewerThanTwoWordsIsDropped) {
-    Formats f("96");
-    f.handler.ProcessRTPMap("a=rtpmap:96 NAME");
-    for (const char* line : {"", " ", "a=rtpmap:96", "a=rtpmap:96 ", "a=rtpmap:"}) {
-        f.handler.ProcessRTPMap(line);
-        EXPECT_EQ(f.Name(0), "NAME") << line;
+void ExpectRows(void (SDPHandler::*process)(std::string_view), const std::vector<Row>& rows) {
+    for (const Row& row : rows) {
+        Formats f(row.formats);
+        for (const std::string& line : row.lines) {
+            (f.handler.*process)(line);
+        }
+        EXPECT_TEXT(f.Shown(), row.shown) << row.why;
     }
 }
 
-TEST(SDPParseFormat, RtpmapWithAFirstWordUnderNineCharactersIsDropped) {
-    Formats f("96");
-    for (const char* line : {"a=rtpmap 96", "a=rtpmap NAME", "a NAME", "12345678 NAME"}) {
-        f.handler.ProcessRTPMap(line);
-        EXPECT_EQ(f.Name(0), "") << line;
-    }
+TEST(SDPParseFormat, RtpmapNamesAPayload) {
+    ExpectRows(
+        &SDPHandler::ProcessRTPMap,
+        {
+            {"its payload and no other", "96 97", {"a=rtpmap:96 H264/90000"}, "96=H264/90000 97"},
+            {"with clock rate and channels",
+             "101 96",
+             {"a=rtpmap:101 telephone-event/8000", "a=rtpmap:96 L16/44100/2"},
+             "101=telephone-event/8000 96=L16/44100/2"},
+            {"a payload that is not listed", "96 97", {"a=rtpmap:98 H264/90000"}, "96 97"},
+            {"the first word from its tenth character", "96", {"12345678996 NAME"}, "96=NAME"},
+            {"no other place", "96", {"a=rtpmap:096 OTHER", "a=rtpmap: 96 OTHER", "a=rtpmap96 OTHER"}, "96"},
+            {"whole payloads", "9 96 960 A", {"a=rtpmap:96 X", "a=rtpmap:a Y"}, "9 96=X 960 A"},
+            {"one length and one last digit", "87 97 77", {"a=rtpmap:97 X", "a=rtpmap:67 Y"}, "87 97=X 77"},
+            {"the first of equal payloads",
+             "97 96 96",
+             {"a=rtpmap:96 FIRST", "a=rtpmap:96 AGAIN"},
+             "97 96=AGAIN 96"},
+            {"a second line replaces the name",
+             "96",
+             {"a=rtpmap:96 VERY-LONG-ENCODING-NAME/90000", "a=rtpmap:96 VP8/90000"},
+             "96=VP8/90000"},
+            {"words behind the second", "96", {"a=rtpmap:96 H264/90000 a comment"}, "96=H264/90000"},
+            {"any white space", "96", {" \t a=rtpmap:96\t\v\n H264/90000\r"}, "96=H264/90000"},
+            {"fewer than two words",
+             "96",
+             {"a=rtpmap:96 NAME", "", " ", "a=rtpmap:96", "a=rtpmap:96 ", "a=rtpmap:"},
+             "96=NAME"},
+            {"a first word under nine characters",
+             "96",
+             {"a=rtpmap 96", "a=rtpmap NAME", "a NAME", "12345678 NAME"},
+             "96"},
+            {"an empty payload", "96", {"a=rtpmap: NAME"}, "96"},
+        });
     // Nine characters leave an empty payload, which no "m=" line lists but a section can hold.
-    f.handler.ProcessRTPMap("a=rtpmap: NAME");
-    EXPECT_EQ(f.Name(0), "");
+    Formats f("96");
     f.Entry(0).strPayload.clear();
     f.handler.ProcessRTPMap("a=rtpmap: NAME");
-    EXPECT_EQ(f.Name(0), "NAME");
+    EXPECT_TEXT(f.Shown(), "=NAME");
 }
 
-// --- fmtp ---
-
-TEST(SDPParseFormat, FmtpParametersStandInOrder) {
-    Formats f("96 97");
-    f.handler.ProcessFMTP("a=fmtp:97 profile-level-id=42801f;packetization-mode=1;max-mbps=108000");
-    EXPECT_EQ(f.Parms(1), (Pieces{"profile-level-id=42801f", "packetization-mode=1", "max-mbps=108000"}));
-    EXPECT_TRUE(f.Parms(0).empty());
-    EXPECT_EQ(f.Name(1), "");
-}
-
-TEST(SDPParseFormat, SecondFmtpReplacesAllParameters) {
-    Formats f("97");
-    f.handler.ProcessFMTP("a=fmtp:97 profile-level-id=42801f;packetization-mode=1;max-mbps=108000");
-    f.handler.ProcessFMTP("a=fmtp:97 max-fs=3600");
-    EXPECT_EQ(f.Parms(0), (Pieces{"max-fs=3600"}));
-}
-
-TEST(SDPParseFormat, FmtpWithoutSemicolonIsOneParameter) {
-    Formats f("101");
-    f.handler.ProcessFMTP("a=fmtp:101 0-15");
-    EXPECT_EQ(f.Parms(0), (Pieces{"0-15"}));
-}
-
-TEST(SDPParseFormat, FmtpWithoutBlankChangesNothing) {
-    Formats f("101");
-    f.handler.ProcessFMTP("a=fmtp:101 0-15");
-    f.handler.ProcessFMTP("a=fmtp:101");
-    f.handler.ProcessFMTP("a=fmtp:101\t0-11");
-    EXPECT_EQ(f.Parms(0), (Pieces{"0-15"}));
-}
-
-TEST(SDPParseFormat, FmtpKeepsBlanksBehindSemicolons) {
-    Formats f("96");
-    f.handler.ProcessFMTP("a=fmtp:96 profile-level-id=42801f; packetization-mode=1 ;  x ");
-    EXPECT_EQ(f.Parms(0), (Pieces{"profile-level-id=42801f", " packetization-mode=1 ", "  x "}));
-}
-
-TEST(SDPParseFormat, FmtpKeepsBlanksBehindTheFirst) {
-    Formats f("96");
-    f.handler.ProcessFMTP("a=fmtp:96   a=1");
-    EXPECT_EQ(f.Parms(0), (Pieces{"  a=1"}));
-    f.handler.ProcessFMTP("a=fmtp:96 \ta=1");
-    EXPECT_EQ(f.Parms(0), (Pieces{"\ta=1"}));
-}
-
-TEST(SDPParseFormat, FmtpKeepsEmptyPieces) {
-    Formats f("96");
-    f.handler.ProcessFMTP("a=fmtp:96 ;a=1;;b=2;");
-    EXPECT_EQ(f.Parms(0), (Pieces{"", "a=1", "", "b=2", ""}));
-}
-
-TEST(SDPParseFormat, FmtpWithNothingBehindTheBlankKeepsTheParameters) {
-    Formats f("96");
-    f.handler.ProcessFMTP("a=fmtp:96 a=1");
-    f.handler.ProcessFMTP("a=fmtp:96 ");
-    EXPECT_EQ(f.Parms(0), (Pieces{"a=1"}));
-}
-
-TEST(SDPParseFormat, FmtpBeforeAnySectionIsIgnored) {
-    SDPHandler handler;
-    handler.ProcessFMTP("a=fmtp:96 a=1");
-    EXPECT_TRUE(handler.vecRemoteMediaSession.empty());
-}
-
-TEST(SDPParseFormat, FmtpBelongsToTheLastSection) {
-    SDPHandler handler;
-    handler.ProcessMedia("m=video 5000 RTP/AVP 96");
-    handler.ProcessMedia("m=video 5002 RTP/AVP 96");
-    handler.ProcessFMTP("a=fmtp:96 a=1");
-    EXPECT_TRUE(handler.vecRemoteMediaSession[0]->vecRtpMap[0]->vecFmtpParms.empty());
-    EXPECT_EQ(handler.vecRemoteMediaSession[1]->vecRtpMap[0]->vecFmtpParms, (Pieces{"a=1"}));
-}
-
-TEST(SDPParseFormat, FmtpForAPayloadThatIsNotListedChangesNothing) {
-    Formats f("96 97");
-    f.handler.ProcessFMTP("a=fmtp:98 a=1");
-    f.handler.ProcessFMTP("a=fmtp:096 a=1");
-    f.handler.ProcessFMTP("a=fmtp:9 a=1");
-    EXPECT_TRUE(f.Parms(0).empty());
-    EXPECT_TRUE(f.Parms(1).empty());
-}
-
-TEST(SDPParseFormat, FmtpGoesToTheFirstOfEqualPayloads) {
-    Formats f("97 96 96");
-    f.handler.ProcessFMTP("a=fmtp:96 a=1");
-    EXPECT_TRUE(f.Parms(0).empty());
-    EXPECT_EQ(f.Parms(1), (Pieces{"a=1"}));
-    EXPECT_TRUE(f.Parms(2).empty());
-}
-
-TEST(SDPParseFormat, FmtpLineMustHoldItsKeyword) {
-    Formats f("96 97");
-    f.handler.ProcessFMTP("a=fmtx:96 a=1");
-    f.handler.ProcessFMTP("A=FMTP:96 a=1");
-    EXPECT_TRUE(f.Parms(0).empty());
-    // The keyword may be anywhere in the line; the payload is still taken from offset 7.
-    f.handler.ProcessFMTP("1234567"
-                          "97 a=fmtp:");
-    EXPECT_EQ(f.Parms(1), (Pieces{"a=fmtp:"}));
-}
-
-TEST(SDPParseFormat, FmtpPayloadIsCutAtAFixedPlace) {
-    Formats one("96 :96");
-    one.handler.ProcessFMTP("xa=fmtp:96 a=1");
-    EXPECT_TRUE(one.Parms(0).empty());
-    EXPECT_EQ(one.Parms(1), (Pieces{"a=1"}));
-    Formats two("96 p:96");
-    two.handler.ProcessFMTP("xya=fmtp:96 a=1");
-    EXPECT_TRUE(two.Parms(0).empty());
-    EXPECT_EQ(two.Parms(1), (Pieces{"a=1"}));
-}
-
-TEST(SDPParseFormat, FmtpWithABlankBeforeThePayloadsPlaceIsDropped) {
-    // The text from offset 7 to the end of the line would be a listed payload.
-    Formats f("p: 96 a=fmtp:");
-    f.handler.ProcessFMTP("x a=fmtp:");
-    f.handler.ProcessFMTP(" a=fmtp:96 a=1");
-    f.handler.ProcessFMTP("123456 a=fmtp:");
-    EXPECT_TRUE(f.Parms(0).empty());
-    EXPECT_TRUE(f.Parms(1).empty());
-    EXPECT_TRUE(f.Parms(2).empty());
-    // At position 7 the payload is merely empty.
-    f.handler.ProcessFMTP("a=fmtp: 96 a=1");
-    EXPECT_TRUE(f.Parms(0).empty());
-    EXPECT_TRUE(f.Parms(1).empty());
+TEST(SDPParseFormat, FmtpGivesParameters) {
+    ExpectRows(&SDPHandler::ProcessFMTP,
+               {
+                   {"in their order",
+                    "96 97",
+                    {"a=fmtp:97 profile-level-id=42801f;packetization-mode=1;max-mbps=108000"},
+                    "96 97[profile-level-id=42801f][packetization-mode=1][max-mbps=108000]"},
+                   {"a second line replaces all",
+                    "97",
+                    {"a=fmtp:97 a=1;b=2;c=3", "a=fmtp:97 max-fs=3600"},
+                    "97[max-fs=3600]"},
+                   {"without a semicolon it is one", "101", {"a=fmtp:101 0-15"}, "101[0-15]"},
+                   {"without a blank there is none",
+                    "101",
+                    {"a=fmtp:101 0-15", "a=fmtp:101", "a=fmtp:101\t0-11"},
+                    "101[0-15]"},
+                   {"blanks behind semicolons",
+                    "96",
+                    {"a=fmtp:96 profile-level-id=42801f; packetization-mode=1 ;  x "},
+                    "96[profile-level-id=42801f][ packetization-mode=1 ][  x ]"},
+                   {"blanks behind the first", "96", {"a=fmtp:96   a=1"}, "96[  a=1]"},
+                   {"a tab behind the first", "96", {"a=fmtp:96 \ta=1"}, "96[\ta=1]"},
+                   {"empty pieces", "96", {"a=fmtp:96 ;a=1;;b=2;"}, "96[][a=1][][b=2][]"},
+                   {"nothing behind the blank", "96", {"a=fmtp:96 a=1", "a=fmtp:96 "}, "96[a=1]"},
+                   {"a payload that is not listed",
+                    "96 97",
+                    {"a=fmtp:98 a=1", "a=fmtp:096 a=1", "a=fmtp:9 a=1"},
+                    "96 97"},
+                   {"one length and one last digit",
+                    "87 97 77",
+                    {"a=fmtp:77 z=1", "a=fmtp:67 y=1"},
+                    "87 97 77[z=1]"},
+                   {"the first of equal payloads", "97 96 96", {"a=fmtp:96 a=1"}, "97 96[a=1] 96"},
+                   {"another keyword", "96 97", {"a=fmtx:96 a=1", "A=FMTP:96 a=1"}, "96 97"},
+                   {"the keyword anywhere, the payload from offset 7",
+                    "96 97",
+                    {"123456797 a=fmtp:"},
+                    "96 97[a=fmtp:]"},
+                   {"one byte before the keyword", "96 :96", {"xa=fmtp:96 a=1"}, "96 :96[a=1]"},
+                   {"two bytes before the keyword", "96 p:96", {"xya=fmtp:96 a=1"}, "96 p:96[a=1]"},
+                   // The text from offset 7 to the end of the line would be a listed payload.
+                   {"a blank before the payload's place",
+                    "p: 96 a=fmtp:",
+                    {"x a=fmtp:", " a=fmtp:96 a=1", "123456 a=fmtp:", "a=fmtp: 96 a=1"},
+                    "p: 96 a=fmtp:"},
+               });
+    Formats f("95 96");
     f.Entry(1).strPayload.clear();
     f.handler.ProcessFMTP("a=fmtp: a=1");
-    EXPECT_EQ(f.Parms(1), (Pieces{"a=1"}));
+    EXPECT_TEXT(f.Shown(), "95 [a=1]");
+}
+
+TEST(SDPParseFormat, LinesBelongToTheLastSection) {
+    SDPHandler none;
+    none.ProcessRTPMap("a=rtpmap:96 H264/90000");
+    none.ProcessFMTP("a=fmtp:96 a=1");
+    EXPECT_TRUE(none.vecRemoteMediaSession.empty());
+
+    Formats f("96");
+    f.handler.ProcessMedia("m=video 5002 RTP/AVP 96");
+    f.handler.ProcessRTPMap("a=rtpmap:96 H264/90000");
+    f.handler.ProcessFMTP("a=fmtp:96 a=1");
+    EXPECT_TEXT(f.Shown(), "96=H264/90000[a=1]");
+    EXPECT_EQ(f.handler.vecRemoteMediaSession[0]->vecRtpMap[0]->strEncodingName, "");
+    EXPECT_TRUE(f.handler.vecRemoteMediaSession[0]->vecRtpMap[0]->vecFmtpParms.empty());
 }
 
 // --- attaching parameters, and sections with very many formats ---

@@ -35,117 +35,122 @@ struct Section {
         std::memset(Get().bufSRTPSalt, 's', sizeof Get().bufSRTPSalt);
     }
     MediaSession& Get() { return *handler.vecRemoteMediaSession.back(); }
-    std::string Key() { return std::string(reinterpret_cast<char*>(Get().bufSRTPKey), 17); }
-    std::string Salt() { return std::string(reinterpret_cast<char*>(Get().bufSRTPSalt), 15); }
 
-    void ExpectKeyUntouched() {
-        EXPECT_EQ(Get().strBase64Key, "before");
-        ExpectBytesUntouched();
-    }
-    void ExpectBytesUntouched() {
-        EXPECT_EQ(Key(), std::string(17, 'k'));
-        EXPECT_EQ(Salt(), std::string(15, 's'));
-    }
-    void ExpectUntouched() {
-        EXPECT_EQ(Get().cryptoAlgo, kNone);
-        EXPECT_EQ(Get().iCryptoTag, 77);
-        ExpectKeyUntouched();
+    // Suite, tag, text, and which key the rows have. The spare byte behind each row is never written.
+    std::string Shown() {
+        const std::string key(reinterpret_cast<char*>(Get().bufSRTPKey), 17);
+        const std::string salt(reinterpret_cast<char*>(Get().bufSRTPSalt), 15);
+        const std::string rows = key + salt;
+        return std::to_string(Get().cryptoAlgo) + " " + std::to_string(Get().iCryptoTag) + " " +
+               Get().strBase64Key +
+               (rows == kKey + "k" + kSalt + "s"                      ? " key"
+                : rows == kOtherKey + "k" + kOtherSalt + "s"          ? " other key"
+                : rows == std::string(17, 'k') + std::string(15, 's') ? " kept"
+                                                                      : " " + rows);
     }
 };
 
-TEST(SDPParseSecurity, CryptoLineGivesSuiteTagTextKeyAndSalt) {
-    Section s;
-    s.handler.ProcessCrypto("a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:" + kText + "|2^31");
-    EXPECT_EQ(s.Get().cryptoAlgo, kSuite32);
-    EXPECT_EQ(s.Get().iCryptoTag, 2);
-    EXPECT_TEXT(s.Get().strBase64Key, "WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz|2^31");
-    // The spare byte behind each row is not written.
-    EXPECT_EQ(s.Key(), kKey + "k");
-    EXPECT_EQ(s.Salt(), kSalt + "s");
+const std::string kUntouched = "0 77 before kept";
+
+TEST(SDPParseSecurity, CryptoLinesGiveSuiteTagTextAndKey) {
+    const struct {
+        const char* why;
+        Pieces lines;
+        std::string shown;
+    } rows[] = {
+        {"suite, tag, text with its lifetime, key and salt",
+         {"a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:" + kText + "|2^31"},
+         "1 2 " + kText + "|2^31 key"},
+        {"what follows the third word is no text",
+         {"a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:" + kText + "|2^20|1:32 KDR=1 UNENCRYPTED_SRTP"},
+         "1 1 " + kText + "|2^20|1:32 key"},
+        {"fewer than three words",
+         {"", "a=crypto:1", "a=crypto:1 AES_CM_128_HMAC_SHA1_32", "a=crypto:1 AES_CM_128_HMAC_SHA1_32 "},
+         kUntouched},
+        {"the 80-bit suites",
+         {"a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:" + kText,
+          "a=crypto:1 AES_CM_256_HMAC_SHA1_80 inline:" + kText},
+         kUntouched},
+        {"a skipped line leaves what an earlier one set",
+         {"a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:" + kText,
+          "a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:" + kOtherText,
+          "a=crypto:3 AES_CM_256_HMAC_SHA1_80 inline:" + kOtherText},
+         "1 2 " + kText + " key"},
+        {"the suite stays once it was seen",
+         {"a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:" + kText, "a=crypto:3 UNKNOWN inline:" + kOtherText},
+         "1 3 " + kOtherText + " other key"},
+        {"the last of several lines",
+         {"a=crypto:9 AES_CM_128_HMAC_SHA1_32 inline:" + kOtherText + "|2^20|1:4",
+          "a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:" + kText},
+         "1 1 " + kText + " key"},
+        {"a first word without a colon",
+         {"x AES_CM_128_HMAC_SHA1_32 inline:" + kText + " a=crypto:4"},
+         kUntouched},
+        {"46 characters of a key",
+         {"a=crypto:4 AES_CM_128_HMAC_SHA1_32 inline:" + kText.substr(1)},
+         "1 4 before kept"},
+        {"47 characters of a key",
+         {"a=crypto:4 AES_CM_128_HMAC_SHA1_32 inline:" + kText},
+         "1 4 " + kText + " key"},
+        {"characters of one word",
+         {"a=crypto:4 AES_CM_128_HMAC_SHA1_32 inline: " + kText},
+         "1 4 before kept"},
+        {"a key that cannot be decoded replaces the text only",
+         {"a=crypto:4 AES_CM_128_HMAC_SHA1_32 inline:!" + kText.substr(1)},
+         "1 4 !" + kText.substr(1) + " kept"},
+        {"the text ends at a zero byte",
+         {"a=crypto:4 SUITE inline:" + kText + std::string("\0tail", 5)},
+         "0 4 " + kText + " key"},
+        {"what a zero byte cuts off was never a key",
+         {"a=crypto:4 SUITE inline:" + kText.substr(0, 10) + std::string(1, '\0') + kText.substr(11)},
+         "0 4 " + kText.substr(0, 10) + " kept"},
+        {"any white space",
+         {" \ta=crypto:6\n\vAES_CM_128_HMAC_SHA1_32\f\r inline:" + kText + "\t"},
+         "1 6 " + kText + " key"},
+    };
+    for (const auto& row : rows) {
+        Section s;
+        for (const std::string& line : row.lines) {
+            s.handler.ProcessCrypto(line);
+        }
+        EXPECT_TEXT(s.Shown(), row.shown) << row.why;
+    }
 }
 
-TEST(SDPParseSecurity, CryptoLineBeforeAnySectionIsIgnored) {
+TEST(SDPParseSecurity, CryptoLinesBelongToTheLastSection) {
+    const std::string line = "a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:" + kText;
     SDPHandler handler;
-    handler.ProcessCrypto("a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:" + kText);
+    handler.ProcessCrypto(line);
     EXPECT_TRUE(handler.vecRemoteMediaSession.empty());
-}
-
-TEST(SDPParseSecurity, CryptoLineBelongsToTheLastSection) {
     Section s;
     s.handler.ProcessMedia("m=video 5002 RTP/SAVP 97");
-    s.handler.ProcessCrypto("a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:" + kText);
+    s.handler.ProcessCrypto(line);
     EXPECT_EQ(s.handler.vecRemoteMediaSession[0]->cryptoAlgo, kNone);
     EXPECT_EQ(s.handler.vecRemoteMediaSession[0]->iCryptoTag, 77);
     EXPECT_EQ(s.handler.vecRemoteMediaSession[1]->cryptoAlgo, kSuite32);
     EXPECT_EQ(s.handler.vecRemoteMediaSession[1]->iCryptoTag, 2);
 }
 
-TEST(SDPParseSecurity, CryptoLineWithFewerThanThreeWordsIsIgnored) {
-    for (const char* line :
-         {"", "a=crypto:1", "a=crypto:1 AES_CM_128_HMAC_SHA1_32", "a=crypto:1 AES_CM_128_HMAC_SHA1_32 "}) {
-        Section s;
-        s.handler.ProcessCrypto(line);
-        s.ExpectUntouched();
-    }
-}
-
-TEST(SDPParseSecurity, LinesOfTheEightyBitSuitesAreSkippedWhole) {
-    for (const char* suite : {"AES_CM_128_HMAC_SHA1_80", "AES_CM_256_HMAC_SHA1_80"}) {
-        Section s;
-        s.handler.ProcessCrypto(std::string("a=crypto:1 ") + suite + " inline:" + kText);
-        s.ExpectUntouched();
-    }
-}
-
-TEST(SDPParseSecurity, SkippedLineLeavesWhatAnEarlierLineSet) {
-    Section s;
-    s.handler.ProcessCrypto("a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:" + kText);
-    s.handler.ProcessCrypto("a=crypto:1 AES_CM_128_HMAC_SHA1_80 inline:" + kOtherText);
-    s.handler.ProcessCrypto("a=crypto:3 AES_CM_256_HMAC_SHA1_80 inline:" + kOtherText);
-    EXPECT_EQ(s.Get().cryptoAlgo, kSuite32);
-    EXPECT_EQ(s.Get().iCryptoTag, 2);
-    EXPECT_EQ(s.Get().strBase64Key, kText);
-    EXPECT_EQ(s.Key(), kKey + "k");
-    EXPECT_EQ(s.Salt(), kSalt + "s");
-}
-
 TEST(SDPParseSecurity, AnyOtherSuiteStoresTagAndKeyAndLeavesTheProfile) {
-    for (const char* suite :
+    for (const std::string suite :
          {"AES_CM_128_HMAC_SHA1_81", "AES_CM_128_HMAC_SHA1_8", "AES_CM_128_HMAC_SHA1_800",
           "AES_CM_128_HMAC_SHA1_3", "AES_CM_128_HMAC_SHA1_320", "aes_cm_128_hmac_sha1_32",
           "AES_CM_256_HMAC_SHA1_32", "AEAD_AES_128_GCM", "AEAD_AES_256_GCM", "F8_128_HMAC_SHA1_80", "x"}) {
         Section s;
-        s.handler.ProcessCrypto(std::string("a=crypto:5 ") + suite + " inline:" + kText);
-        EXPECT_EQ(s.Get().cryptoAlgo, kNone) << suite;
-        EXPECT_EQ(s.Get().iCryptoTag, 5) << suite;
-        EXPECT_EQ(s.Get().strBase64Key, kText) << suite;
-        EXPECT_EQ(s.Key(), kKey + "k") << suite;
-        EXPECT_EQ(s.Salt(), kSalt + "s") << suite;
+        s.handler.ProcessCrypto("a=crypto:5 " + suite + " inline:" + kText);
+        EXPECT_TEXT(s.Shown(), "0 5 " + kText + " key") << suite;
     }
 }
 
-TEST(SDPParseSecurity, ProfileStaysOnceARecognisedLineWasSeen) {
-    Section s;
-    s.handler.ProcessCrypto("a=crypto:2 AES_CM_128_HMAC_SHA1_32 inline:" + kText);
-    s.handler.ProcessCrypto("a=crypto:3 UNKNOWN inline:" + kOtherText);
-    EXPECT_EQ(s.Get().cryptoAlgo, kSuite32);
-    EXPECT_EQ(s.Get().iCryptoTag, 3);
-    EXPECT_EQ(s.Get().strBase64Key, kOtherText);
-    EXPECT_EQ(s.Key(), kOtherKey + "k");
-    EXPECT_EQ(s.Salt(), kOtherSalt + "s");
+TEST(SDPParseSecurity, SevenCharactersBeforeTheKeyAreSkippedUnseen) {
+    for (const std::string start : {"INLINE:", "1234567", "inlines"}) {
+        Section s;
+        s.handler.ProcessCrypto("a=crypto:4 AES_CM_128_HMAC_SHA1_32 " + start + kText);
+        EXPECT_TEXT(s.Shown(), "1 4 " + kText + " key") << start;
+    }
 }
 
-TEST(SDPParseSecurity, LastOfSeveralCryptoLinesWins) {
-    Section s;
-    s.handler.ProcessCrypto("a=crypto:9 AES_CM_128_HMAC_SHA1_32 inline:" + kOtherText + "|2^20|1:4");
-    s.handler.ProcessCrypto("a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:" + kText);
-    EXPECT_EQ(s.Get().iCryptoTag, 1);
-    EXPECT_EQ(s.Get().strBase64Key, kText);
-    EXPECT_EQ(s.Key(), kKey + "k");
-    EXPECT_EQ(s.Salt(), kSalt + "s");
-}
-
-TEST(SDPParseSecurity, TagIsTheSecondPieceOfTheFirstWord) {
+TEST(SDPParseSecurity, TagIsTheSecondPieceOfTheFirstWordAndOneIfThatIsNoNumber) {
     const std::pair<const char*, int> words[] = {
         {"a=crypto:1", 1},
         {"a=crypto:12", 12},
@@ -157,102 +162,21 @@ TEST(SDPParseSecurity, TagIsTheSecondPieceOfTheFirstWord) {
         {"a=crypto:2147483647", 2147483647},
         {"a=crypto:4294967298", 2},
         {"a=crypto:2147483648", -2147483647 - 1},
+        {"a=crypto:x", 1},
         {"a=crypto:99999999999999999999", -1},
+        {"a=crypto:", 1},
+        {"a=crypto:-3", 1},
+        {"a=crypto:+3", 1},
+        {"a=crypto:3x", 1},
+        {"a=crypto:x3", 1},
+        {"a=crypto:1.5", 1},
+        {"a=crypto::4", 1},
     };
     for (const auto& [word, tag] : words) {
         Section s;
-        s.handler.ProcessCrypto(std::string(word) + " SUITE key");
-        EXPECT_EQ(s.Get().iCryptoTag, tag) << word;
-    }
-}
-
-TEST(SDPParseSecurity, TagThatIsNoNumberReadsOne) {
-    for (const char* word : {"a=crypto:x", "a=crypto:", "a=crypto:-3", "a=crypto:+3", "a=crypto:3x",
-                             "a=crypto:x3", "a=crypto:1.5", "a=crypto::4"}) {
-        Section s;
         s.handler.ProcessCrypto(std::string(word) + " AES_CM_128_HMAC_SHA1_32 inline:" + kText);
-        EXPECT_EQ(s.Get().iCryptoTag, 1) << word;
-        EXPECT_EQ(s.Get().cryptoAlgo, kSuite32) << word;
+        EXPECT_TEXT(s.Shown(), "1 " + std::to_string(tag) + " " + kText + " key") << word;
     }
-}
-
-TEST(SDPParseSecurity, FirstWordWithoutAColonDropsTheWholeLine) {
-    Section s;
-    s.handler.ProcessCrypto("x AES_CM_128_HMAC_SHA1_32 inline:" + kText + " a=crypto:4");
-    s.ExpectUntouched();
-}
-
-TEST(SDPParseSecurity, KeyParameterOf46CharactersStoresTagAndSuiteOnly) {
-    Section s;
-    s.handler.ProcessCrypto("a=crypto:4 AES_CM_128_HMAC_SHA1_32 inline:" + kText.substr(1));
-    EXPECT_EQ(s.Get().cryptoAlgo, kSuite32);
-    EXPECT_EQ(s.Get().iCryptoTag, 4);
-    s.ExpectKeyUntouched();
-}
-
-TEST(SDPParseSecurity, KeyParameterOf47CharactersIsEnough) {
-    Section s;
-    s.handler.ProcessCrypto("a=crypto:4 AES_CM_128_HMAC_SHA1_32 inline:" + kText);
-    EXPECT_EQ(s.Get().strBase64Key, kText);
-    EXPECT_EQ(s.Key(), kKey + "k");
-}
-
-TEST(SDPParseSecurity, LengthOfTheKeyParameterCountsWithinOneWord) {
-    Section s;
-    s.handler.ProcessCrypto("a=crypto:4 AES_CM_128_HMAC_SHA1_32 inline: " + kText);
-    EXPECT_EQ(s.Get().iCryptoTag, 4);
-    s.ExpectKeyUntouched();
-}
-
-TEST(SDPParseSecurity, SevenCharactersBeforeTheKeyAreSkippedUnseen) {
-    for (const char* start : {"INLINE:", "1234567", "inlines"}) {
-        Section s;
-        s.handler.ProcessCrypto(std::string("a=crypto:4 AES_CM_128_HMAC_SHA1_32 ") + start + kText);
-        EXPECT_EQ(s.Get().strBase64Key, kText) << start;
-        EXPECT_EQ(s.Key(), kKey + "k") << start;
-        EXPECT_EQ(s.Salt(), kSalt + "s") << start;
-    }
-}
-
-TEST(SDPParseSecurity, LifetimeAndKeyIndexBelongToTheStoredText) {
-    Section s;
-    s.handler.ProcessCrypto("a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:" + kText +
-                            "|2^20|1:32 KDR=1 UNENCRYPTED_SRTP");
-    EXPECT_TEXT(s.Get().strBase64Key, "WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz|2^20|1:32");
-    EXPECT_EQ(s.Key(), kKey + "k");
-    EXPECT_EQ(s.Salt(), kSalt + "s");
-}
-
-TEST(SDPParseSecurity, UndecodableKeyReplacesTheTextOnly) {
-    Section s;
-    const std::string bad = "!VNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz";
-    s.handler.ProcessCrypto("a=crypto:4 AES_CM_128_HMAC_SHA1_32 inline:" + bad);
-    EXPECT_EQ(s.Get().cryptoAlgo, kSuite32);
-    EXPECT_EQ(s.Get().iCryptoTag, 4);
-    EXPECT_EQ(s.Get().strBase64Key, bad);
-    s.ExpectBytesUntouched();
-}
-
-TEST(SDPParseSecurity, StoredTextEndsAtAZeroByte) {
-    Section behind;
-    behind.handler.ProcessCrypto("a=crypto:4 SUITE inline:" + kText + std::string("\0tail", 5));
-    EXPECT_EQ(behind.Get().strBase64Key, kText);
-    EXPECT_EQ(behind.Key(), kKey + "k");
-
-    // The word is long enough, its text is not: what the zero byte cuts off was never a key.
-    Section inside;
-    inside.handler.ProcessCrypto("a=crypto:4 SUITE inline:" + kText.substr(0, 10) + std::string(1, '\0') +
-                                 kText.substr(11));
-    EXPECT_EQ(inside.Get().strBase64Key, kText.substr(0, 10));
-    inside.ExpectBytesUntouched();
-}
-
-TEST(SDPParseSecurity, CryptoWordsAreSeparatedByAnyWhiteSpace) {
-    Section s;
-    s.handler.ProcessCrypto(" \ta=crypto:6\n\vAES_CM_128_HMAC_SHA1_32\f\r inline:" + kText + "\t");
-    EXPECT_EQ(s.Get().cryptoAlgo, kSuite32);
-    EXPECT_EQ(s.Get().iCryptoTag, 6);
-    EXPECT_EQ(s.Get().strBase64Key, kText);
 }
 
 // --- ICE ---
