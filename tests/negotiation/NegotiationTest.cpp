@@ -58,6 +58,8 @@ private:
             {"side offers [TEXT]", true, &Player::Offers},
             {"side answers TEXT with", true, &Player::AnswersWith},
             {"side answers [TEXT]", true, &Player::Answers},
+            // Whatever the answer is: its streams in one line each, or why there is none.
+            {"side takes", true, &Player::Takes},
             {"side accepts", false, &Player::Accepts},
             // Status and reason; nothing of the negotiator changes.
             {"side refuses STATUS ...", false, &Player::Refuses},
@@ -157,13 +159,20 @@ private:
         }
     }
 
-    void HasStreams() {
-        Lines expected = m_step.block;
-        for (documents::Line& line : expected) {
+    Lines RawLines() const {
+        Lines lines = m_step.block;
+        for (documents::Line& line : lines) {
             line.text += "\n";
         }
-        Compare(Shown(Side()), expected);
+        return lines;
     }
+
+    void Takes() {
+        const SDPNegotiator::Outcome outcome = Side().Answer(m_sent);
+        Compare(outcome.isTaken ? call::Lines(Side()) : "refused: " + std::string(outcome.reason) + "\n",
+                RawLines());
+    }
+    void HasStreams() { Compare(Shown(Side()), RawLines()); }
 
     void HasRepaired() { Compare(Repaired(Side()), AtStep(Words(3))); }
 

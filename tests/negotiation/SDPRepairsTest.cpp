@@ -1,3 +1,4 @@
+// Repairs that change a value of a stream or are switched together; the others are in repairs.cases.
 #include "Call.h"
 
 #include <vector>
@@ -6,20 +7,6 @@ using namespace call;
 
 namespace {
 
-constexpr std::string_view kKey = "inline:AAECAwQFBgcICQoLDA0ODxAREhMUFRYXGBkaGxwd";
-
-/// A repair, a text that needs it, and the streams with the repair and without it.
-struct Case {
-    std::string_view id;
-    std::string offer;
-    std::string_view with;
-    std::string_view without;
-};
-
-std::string Secure(std::string_view cryptoLines) {
-    return Far("m=audio 30000 RTP/SAVP 0\n" + std::string(cryptoLines));
-}
-
 /// Every line end is a lone LF.
 std::string LineFeeds(const std::string& text) {
     std::string cut;
@@ -27,88 +14,6 @@ std::string LineFeeds(const std::string& text) {
         cut += c == '\r' ? std::string() : std::string(1, c);
     }
     return cut;
-}
-
-std::vector<Case> Cases() {
-    const std::string key(kKey);
-    return {
-        {"R01", LineFeeds(Far("m=audio 30000 RTP/AVP 0\n")), R"(Start send receive 0/0 198.51.100.7:30000
-)",
-         R"(refused: the offer has no section
-)"},
-        {"R03", Far("m=audio 30000 RTP/AVP 98\na=rtpmap:98 G7221/16000\na=fmtp:98 x=1; bitrate=32000\n"),
-         R"(Start send receive 98/98 198.51.100.7:30000
-)",
-         R"(refused: no format of the section is spoken here
-)"},
-        {"R04", Far("m=audio 30000 RTP/AVP 0\nm=video 30002 RTP/AVP 97\na=rtpmap:97 h264/90000\n"),
-         R"(Start send receive 0/0 198.51.100.7:30000
-Start send receive 97/97 198.51.100.7:30002
-)",
-         R"(Start send receive 0/0 198.51.100.7:30000
-NoCommonCodec, no format of the section is spoken here
-)"},
-        {"R05", Far("m=audio 30000 RTP/AVP 97\na=rtpmap:97 PCMU/8000\n"),
-         R"(Start send receive 97/97 198.51.100.7:30000
-)",
-         R"(refused: no format of the section is spoken here
-)"},
-        {"R06", Far("m=audio 30000 RTP/AVP 0 18\na=rtpmap:0 opus/48000\na=rtpmap:18 G729a/8000\n"),
-         R"(Start send receive 18/18 198.51.100.7:30000
-)",
-         R"(Start send receive 0/0 198.51.100.7:30000
-)"},
-        {"R07", Far("m=audio 30000 RTP/AVP 0 98 98\na=rtpmap:98 G7221/16000\na=fmtp:98 bitrate=32000\n"),
-         R"(Start send receive 0/0 198.51.100.7:30000
-)",
-         R"(Start send receive 0/0 198.51.100.7:30000
-)"},
-        {"R08",
-         Far("m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\na=fmtp:97 packetization-mode=1\n"
-             "a=fmtp:97 profile-level-id=42e01f\n"),
-         R"(Start send receive 97/97 198.51.100.7:30002
-)",
-         R"(Start send receive 97/97 198.51.100.7:30002
-)"},
-        {"R10",
-         Secure("a=crypto:1 AES_CM_128_HMAC_SHA1_32 " + key + "\na=crypto:2 F8_128_HMAC_SHA1_80 " + key +
-                "\n"),
-         R"(Start send receive 0/0 198.51.100.7:30000 _32
-)",
-         R"(refused: no crypto line of the section can be used
-)"},
-        {"R11", Secure("a=crypto:1 AES_CM_128_HMAC_SHA1_80 " + key + "\n"),
-         R"(Start send receive 0/0 198.51.100.7:30000 _80
-)",
-         R"(refused: no crypto line of the section can be used
-)"},
-        {"R13", Far("m=audio 30000 RTP/AVP 0\n", "a=sendonly\n"),
-         R"(Held receive 0/0 198.51.100.7:30000, the far end holds the stream
-)",
-         R"(Start send receive 0/0 198.51.100.7:30000
-)"},
-    };
-}
-
-std::string Streams(std::string_view id, bool isOn, const std::string& offer) {
-    SDPNegotiator side = Side(Local(), Srtp::Wanted);
-    EXPECT_TRUE(side.SetRepair(id, isOn));
-    const auto answer = side.Answer(offer);
-    return answer.isTaken ? Lines(side) : "refused: " + std::string(answer.reason) + "\n";
-}
-
-TEST(Repairs, EachMakesATextReadableAndCanBeSwitchedOff) {
-    for (const Case& one : Cases()) {
-        SCOPED_TRACE(one.id);
-        EXPECT_TEXT(Streams(one.id, true, one.offer), std::string(one.with));
-        EXPECT_TEXT(Streams(one.id, false, one.offer), std::string(one.without));
-        SDPNegotiator side = Side(Local(), Srtp::Wanted);
-        static_cast<void>(side.Answer(one.offer));
-        EXPECT_TEXT(Repaired(side), std::string(one.id));
-        side.SetRepairs(false);
-        static_cast<void>(side.Answer(one.offer));
-        EXPECT_TEXT(Repaired(side), "");
-    }
 }
 
 TEST(Repairs, ParametersInTwoLinesAreJoined) {
