@@ -1,5 +1,7 @@
 #include "Inputs.h"
 
+#include "Locals.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -75,24 +77,12 @@ std::string ReadInput(char letter) {
 }
 
 LocalSDP Capabilities() {
-    LocalSDP local;
+    LocalSDP local = support::PresentationLocal();
     local.strMyIPAddr = "192.0.2.1";
-    local.strDefaultIPAddr = "192.0.2.1";
-    local.eAudioCodec = PayloadType_t(PAYLOAD_G7221 | PAYLOAD_G722 | PAYLOAD_G711U | PAYLOAD_G729);
-    local.listAudioCodecPriority = {PAYLOAD_G7221, PAYLOAD_G722, PAYLOAD_G711U, PAYLOAD_G729};
-    local.iAudioRTPPort = 16384;
     local.iMaxBandwidth = 1024000;
-    local.iVideoPayloadMode1 = 97;
-    local.iVideoPayloadMode0 = 126;
-    local.m_VideoMain.eVideoCodec = PayloadType_t(PAYLOAD_H264 | PAYLOAD_H264_PACKETIZATION_0);
-    local.m_VideoMain.iVideoRTPPort = 16386;
-    local.m_VideoMain.strVideoLevel = "3.1";
-    local.m_VideoMain.iFmtpMaxMbps = 108000;
-    local.m_VideoMain.iFmtpMaxFrameSize = 3600;
     local.m_VideoPreso = local.m_VideoMain;
     local.m_VideoPreso.eVideoType = VIDEOTYPE_PRESO;
     local.m_VideoPreso.iVideoRTPPort = 16388;
-    local.iVideoPresoControlPort = 16390;
     for (int n = 0; n < baseSDP::SRTP_MAX; ++n) {
         std::memset(local.bufSRTPKey[n], 'k' + n, baseSDP::kKeyLength);
         std::memset(local.bufSRTPSalt[n], 's' + n, baseSDP::kSaltLength);

@@ -5,6 +5,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -29,6 +31,34 @@ struct Taken {
 /// The attributes that a client looks for by name in each section.
 inline constexpr const char* kSingleAttributes[] = {"ptime",   "content",   "label",  "ice-ufrag",
                                                     "ice-pwd", "floorctrl", "confid", "userid"};
+
+/// Takes an attribute of a section by its name; `listed` has the payload types of the "m=" line. False for
+/// one of kSingleAttributes and for an unknown one. Libraries that know rtpmap and fmtp themselves need it
+/// not.
+inline bool TakeAttribute(const char* name, const char* value, const bool (&listed)[128], Taken& taken) {
+    const auto attach = [&]() -> std::size_t {
+        char* behind = nullptr;
+        const unsigned long payload = std::strtoul(value, &behind, 10);
+        taken.Look(behind);
+        return listed[payload % 128] ? 1 : 0;
+    };
+    if (std::strcmp(name, "rtpmap") == 0) {
+        taken.names += attach();
+    } else if (std::strcmp(name, "fmtp") == 0) {
+        taken.parameters += attach();
+    } else if (std::strcmp(name, "crypto") == 0) {
+        taken.Look(value);
+        ++taken.keys;
+    } else if (std::strcmp(name, "candidate") == 0) {
+        taken.Look(value);
+        ++taken.candidates;
+    } else if (std::strcmp(name, "sendrecv") == 0) {
+        ++taken.attributes;
+    } else {
+        return false;
+    }
+    return true;
+}
 
 class Peer {
 public:

@@ -3,9 +3,6 @@
 
 #include <gst/sdp/gstsdpmessage.h>
 
-#include <cstdlib>
-#include <cstring>
-
 namespace bench {
 
 namespace {
@@ -59,19 +56,7 @@ private:
         }
         for (guint i = 0; i < gst_sdp_media_attributes_len(media); ++i) {
             const GstSDPAttribute* const attribute = gst_sdp_media_get_attribute(media, i);
-            if (std::strcmp(attribute->key, "rtpmap") == 0) {
-                taken.names += Attach(attribute->value, listed, taken);
-            } else if (std::strcmp(attribute->key, "fmtp") == 0) {
-                taken.parameters += Attach(attribute->value, listed, taken);
-            } else if (std::strcmp(attribute->key, "crypto") == 0) {
-                taken.Look(attribute->value);
-                ++taken.keys;
-            } else if (std::strcmp(attribute->key, "candidate") == 0) {
-                taken.Look(attribute->value);
-                ++taken.candidates;
-            } else if (std::strcmp(attribute->key, "sendrecv") == 0) {
-                ++taken.attributes;
-            }
+            TakeAttribute(attribute->key, attribute->value, listed, taken);
         }
         for (const char* const name : kSingleAttributes) {
             const char* const value = gst_sdp_media_get_attribute_val(media, name);
@@ -82,13 +67,6 @@ private:
             taken.looked += gst_sdp_media_get_bandwidth(media, i)->bandwidth;
             ++taken.bandwidths;
         }
-    }
-
-    static std::size_t Attach(const char* value, const bool (&listed)[128], Taken& taken) {
-        char* behind = nullptr;
-        const unsigned long payload = std::strtoul(value, &behind, 10);
-        taken.Look(behind);
-        return listed[payload % 128] ? 1 : 0;
     }
 
     GstSDPMessage* m_held = nullptr;

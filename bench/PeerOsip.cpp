@@ -8,7 +8,6 @@
 #include <osipparser2/osip_parser.h>
 #include <osipparser2/sdp_message.h>
 
-#include <cstdlib>
 #include <cstring>
 
 namespace bench {
@@ -68,20 +67,7 @@ private:
             listed[std::strtoul(format, nullptr, 10) % 128] = true;
         });
         ForEach<sdp_attribute_t>(media->a_attributes, [&](const sdp_attribute_t* attribute) {
-            const char* const name = attribute->a_att_field;
-            if (std::strcmp(name, "rtpmap") == 0) {
-                taken.names += Attach(attribute->a_att_value, listed, taken);
-            } else if (std::strcmp(name, "fmtp") == 0) {
-                taken.parameters += Attach(attribute->a_att_value, listed, taken);
-            } else if (std::strcmp(name, "crypto") == 0) {
-                taken.Look(attribute->a_att_value);
-                ++taken.keys;
-            } else if (std::strcmp(name, "candidate") == 0) {
-                taken.Look(attribute->a_att_value);
-                ++taken.candidates;
-            } else if (std::strcmp(name, "sendrecv") == 0) {
-                ++taken.attributes;
-            } else {
+            if (!TakeAttribute(attribute->a_att_field, attribute->a_att_value, listed, taken)) {
                 ReadSingle(attribute, taken);
             }
         });
@@ -99,13 +85,6 @@ private:
                 return;
             }
         }
-    }
-
-    static std::size_t Attach(const char* value, const bool (&listed)[128], Taken& taken) {
-        char* behind = nullptr;
-        const unsigned long payload = std::strtoul(value, &behind, 10);
-        taken.Look(behind);
-        return listed[payload % 128] ? 1 : 0;
     }
 
     sdp_message_t* m_held = nullptr;

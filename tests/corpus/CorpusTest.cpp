@@ -3,6 +3,7 @@
 #include "Golden.h"
 
 #include "Expect.h"
+#include "Locals.h"
 
 #include <SDPHandler.h>
 
@@ -46,25 +47,12 @@ std::string Expected(const std::string& name) {
 
 /// The same capabilities as corpus_capabilities() in model.py.
 LocalSDP CorpusCapabilities() {
-    LocalSDP local;
-    local.listAudioCodecPriority = {PAYLOAD_G7221, PAYLOAD_G722, PAYLOAD_G711U, PAYLOAD_G729};
-    local.eAudioCodec = PayloadType_t(PAYLOAD_G7221 | PAYLOAD_G722 | PAYLOAD_G711U | PAYLOAD_G729);
-    local.iAudioRTPPort = 16384;
+    LocalSDP local = support::PresentationLocal();
     local.strMyIPAddr = "192.0.2.1";
-    local.strDefaultIPAddr = "192.0.2.1";
     local.iMaxBandwidth = 1024000;
-    local.iVideoPayloadMode1 = 97;
-    local.iVideoPayloadMode0 = 126;
-    local.m_VideoMain.eVideoCodec = PayloadType_t(PAYLOAD_H264 | PAYLOAD_H264_PACKETIZATION_0);
-    local.m_VideoMain.iVideoRTPPort = 16386;
-    local.m_VideoMain.strVideoLevel = "3.1";
-    local.m_VideoMain.iFmtpMaxMbps = 108000;
-    local.m_VideoMain.iFmtpMaxFrameSize = 3600;
-    local.m_VideoPreso.eVideoCodec = PayloadType_t(PAYLOAD_H264 | PAYLOAD_H264_PACKETIZATION_0);
-    local.m_VideoPreso.iVideoRTPPort = 16388;
     local.m_VideoPreso.strVideoLevel = "3.1";
+    local.m_VideoPreso.iFmtpMaxBitRate = 0;
     local.m_VideoPreso.iFmtpMaxFrameSize = 3600;
-    local.iVideoPresoControlPort = 16390;
     for (int n = 0; n < baseSDP::SRTP_MAX; ++n) {
         std::memset(local.bufSRTPKey[n], 0x11 * (n + 1), baseSDP::kKeyLength);
         std::memset(local.bufSRTPSalt[n], 0xa0 + n, baseSDP::kSaltLength);
