@@ -1,7 +1,7 @@
 // Stage: a call's steps, offer and answer paired.
 // Input: the steps one by one. Output: the call with partners and predecessors filled in.
 // Touches nothing but the call it was given.
-// Test: tests/tool/captures.py, TimelineTest.cpp
+// Test: tests/tool/captures.py, calls.cases
 #include "Agreements.h"
 
 #include <algorithm>

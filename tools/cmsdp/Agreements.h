@@ -1,6 +1,6 @@
 // Which offer an answer belongs to, and which descriptions of a call stand agreed (RFC 3264, 4 and 8).
 //
-// Tests: tests/tool/captures.py, TimelineTest.cpp
+// Tests: tests/tool/captures.py, calls.cases
 #pragma once
 
 #include "Timeline.h"

@@ -3,7 +3,7 @@
 // Touches the file system, to read.
 // The names say what they can: "01-sent-offer.sdp", "02-received-answer.sdp". What they do not say follows
 // from the order: offer and answer take turns, and an o= line stays with its side (RFC 3264, 8).
-// Test: tests/tool/TimelineTest.cpp
+// Test: tests/tool/calls.cases
 #include "Agreements.h"
 #include "Outcome.h"
 #include "ReadFile.h"

@@ -1,6 +1,6 @@
 // cmsdp explain of a whole call: a capture, SIP messages, a folder of descriptions.
 //
-// Tests: tests/tool/TimelineTest.cpp, captures.py
+// Tests: tests/tool/calls.cases, captures.py
 #include "ExplainPage.h"
 #include "Outcome.h"
 #include "RemoteText.h"

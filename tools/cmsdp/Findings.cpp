@@ -2,7 +2,7 @@
 // Input: the command line and findings. Output: those that were asked for.
 // Touches nothing.
 // The names of topics are the library's.
-// Test: tests/tool/TimelineTest.cpp
+// Test: tests/tool/calls.cases
 #include "Findings.h"
 
 #include "Outcome.h"

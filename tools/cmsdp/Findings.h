@@ -1,6 +1,6 @@
 // Which findings and phrases the user asked for: --about and --top.
 //
-// Tests: tests/tool/TimelineTest.cpp
+// Tests: tests/tool/calls.cases
 #pragma once
 
 #include "CommandLine.h"

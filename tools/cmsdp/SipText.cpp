@@ -2,7 +2,7 @@
 // Input: the text. Output: its calls.
 // Touches nothing.
 // A message begins at a request line or a status line; lines of a log may stand between messages.
-// Test: tests/tool/TimelineTest.cpp
+// Test: tests/tool/calls.cases
 #include "Clean.h"
 #include "SipCalls.h"
 #include "SipHeaders.h"

@@ -7,7 +7,7 @@
 // The functions that read find messages, sides and the order of offer and answer (RFC 3261, RFC 3264,
 // RFC 6337). What a description says is read by explain alone.
 //
-// Tests: tests/tool/TimelineTest.cpp, captures.py
+// Tests: tests/tool/calls.cases, TimelineTest.cpp, captures.py
 #pragma once
 
 #include "Capabilities.h"

@@ -2,7 +2,7 @@
 // Input: calls, one of them evaluated. Output: the list of calls and the steps of that one.
 // Touches nothing.
 // Key text stands as "***" in the descriptions, too.
-// Test: tests/tool/TimelineTest.cpp
+// Test: tests/tool/calls.cases
 #include "ExplainText.h"
 #include "Findings.h"
 #include "Redact.h"

@@ -2,7 +2,7 @@
 // Input: calls, one of them evaluated. Output: the list of calls and the steps of that one.
 // Touches nothing.
 // Every word about a description is explain's; headers of the far end pass through Shown.
-// Test: tests/tool/TimelineTest.cpp
+// Test: tests/tool/calls.cases
 #include "TimelineText.h"
 
 #include "ExplainText.h"

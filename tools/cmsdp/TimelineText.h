@@ -1,6 +1,6 @@
 // Calls as text and as JSON. Every word of the far end is printable here, and key text is "***".
 //
-// Tests: tests/tool/TimelineTest.cpp
+// Tests: tests/tool/calls.cases
 #pragma once
 
 #include "CommandLine.h"
