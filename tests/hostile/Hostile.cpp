@@ -2,7 +2,6 @@
 #include "Hostile.h"
 
 #include "CommonMediaTrace.h"
-#include "Documents.h"
 #include "oom/Allocations.h"
 
 #include <algorithm>
@@ -102,24 +101,6 @@ void ExpectWholeLines(const std::string& answer) {
 }
 
 } // namespace
-
-std::string Stated(const std::string& head) {
-    static const std::string path = std::string(COMMONMEDIA_SOURCE_DIR) + "/tests/hostile/conference.cases";
-    static const std::vector<documents::Step> stated = documents::ReadFile(path).shared;
-    for (const documents::Step& step : stated) {
-        if (step.head.text == head && documents::StartsWith(head, "text ")) {
-            return documents::TextOf(step.block);
-        }
-        if (step.head.text == head) {
-            std::string lines;
-            for (const documents::Line& line : step.block) {
-                lines += line.text + "\n";
-            }
-            return lines;
-        }
-    }
-    throw documents::Malformed({path, 0, ""}, "nothing is called " + head);
-}
 
 LocalSDP ConferenceLocal() {
     LocalSDP local = support::PresentationLocal();

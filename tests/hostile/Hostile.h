@@ -10,6 +10,7 @@
 
 #include "Capabilities.h"
 #include "Describe.h"
+#include "Documents.h"
 #include "Expect.h"
 
 #include <SDPHandler.h>
@@ -22,7 +23,23 @@
 namespace hostile {
 
 /// What conference.cases states under a heading: "text conference", "outcome conference", "outcome nothing".
-std::string Stated(const std::string& head);
+inline std::string Stated(const std::string& head) {
+    static const std::string path = std::string(COMMONMEDIA_SOURCE_DIR) + "/tests/hostile/conference.cases";
+    static const std::vector<documents::Step> stated = documents::ReadFile(path).shared;
+    for (const documents::Step& step : stated) {
+        if (step.head.text == head && documents::StartsWith(head, "text ")) {
+            return documents::TextOf(step.block);
+        }
+        if (step.head.text == head) {
+            std::string lines;
+            for (const documents::Line& line : step.block) {
+                lines += line.text + "\n";
+            }
+            return lines;
+        }
+    }
+    throw documents::Malformed({path, 0, ""}, "nothing is called " + head);
+}
 
 /// A good offer of a conference: audio, camera, shared screen, keys, floor control.
 inline const std::string kConference = Stated("text conference");
