@@ -126,6 +126,13 @@ std::string_view MediaOf(const MediaSession& section) {
     return words.empty() ? std::string_view() : words[0].substr(std::min<std::size_t>(2, words[0].size()));
 }
 
+/// "audio", "slides": what a section of the far end is.
+Piece OfferedKind(const MediaSession& section) {
+    return section.eMedia == MEDIA_UNKNOWN       ? Piece("a medium that is not known")
+           : section.eContent == VIDEOTYPE_PRESO ? Piece("slides")
+                                                 : AsShown(MediaOf(section));
+}
+
 void AddTransport(State& state, const MediaSession& section, std::size_t i) {
     const OurSection& ours = state.ourSections[i];
     const std::string_view transport = TransportOf(section);
@@ -165,10 +172,10 @@ void AddShape(State& state, const RemoteSections& sections) {
         state.Say({Topic::Call, About::Order, 0, false, true}, {"our sections stand in the offer's order"});
     } else {
         state.Say({Topic::Call, About::Order, 0, true, true},
-                  {"section ", wrong + 1, ", offered as ",
-                   sections[wrong]->eMedia == MEDIA_UNKNOWN ? Piece("a medium that is not known")
-                                                            : AsShown(MediaOf(*sections[wrong])),
-                   ", is answered as ", state.ourSections[wrong].media});
+                  {"section ", wrong + 1, ", offered as ", OfferedKind(*sections[wrong]), ", is answered as ",
+                   state.ourSections[wrong].isSlides              ? "slides"
+                   : sections[wrong]->eContent == VIDEOTYPE_PRESO ? "main video"
+                                                                  : state.ourSections[wrong].media});
     }
     state.Say(
         {Topic::Call, About::Malformed, 0, malformed != 0, true},

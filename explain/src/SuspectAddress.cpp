@@ -43,23 +43,33 @@ std::string OriginAddress(const Reading& reading) {
     return isUsable ? std::string(words[5]) : "192.0.2.2";
 }
 
-/// What is sent to the address of a connection line.
-std::vector<Topic> SentTo(const Scene& scene, const TextLine& line) {
-    struct Stream {
-        baseSDP::SRTP_M_LINE stream;
-        Topic topic;
-    };
-    static constexpr Stream kStreams[] = {{baseSDP::SRTP_AUDIO, Topic::AudioSend},
-                                          {baseSDP::SRTP_VIDEO, Topic::MainSend},
-                                          {baseSDP::SRTP_VIDEO_PRESO, Topic::Slides}};
-    const std::vector<std::string_view> words = WordsOf(line.text, 3);
+/// The connection line that counts for a section: the last one in it, or null for that of the session.
+const TextLine* OwnConnection(const Reading& reading, const MeantSection& section) {
+    const TextLine* own = nullptr;
+    for (std::size_t i = section.line; i <= section.last; ++i) {
+        own = reading.lines[i].meant == SDPRow::Connection ? &reading.lines[i] : own;
+    }
+    return own;
+}
+
+/// What is sent to the address of a connection line: streams whose first section it counts for.
+std::vector<Topic> SentTo(const Reading& reading, const TextLine& line) {
+    const MeantSection* first[3] = {};
+    for (const MeantSection& section : reading.sections) {
+        const std::size_t kind = section.media == "audio"   ? 0
+                                 : section.media != "video" ? 3
+                                 : section.isSlides         ? 2
+                                                            : 1;
+        if (kind < std::size(first) && first[kind] == nullptr) {
+            first[kind] = &section;
+        }
+    }
+    static constexpr Topic kTopics[] = {Topic::AudioSend, Topic::MainSend, Topic::Slides};
     std::vector<Topic> topics;
-    for (const Stream& each : kStreams) {
-        const MediaSession* const section =
-            SectionOfStream(scene.state.handler.GetRemoteSections(), each.stream);
-        const bool isOwn = section != nullptr && !section->strIPAddr.empty();
-        if (section != nullptr && (isOwn ? section->strIPAddr == words[2] : line.section == kNowhere)) {
-            topics.push_back(each.topic);
+    for (std::size_t kind = 0; kind < std::size(first); ++kind) {
+        const TextLine* const own = first[kind] == nullptr ? nullptr : OwnConnection(reading, *first[kind]);
+        if (first[kind] != nullptr && (own == nullptr ? line.section == kNowhere : own == &line)) {
+            topics.push_back(kTopics[kind]);
         }
     }
     return topics;
@@ -115,7 +125,7 @@ void FindAddress(Scene& scene, const TextLine& line) {
                                              "address."},
                   {"write an IPv4 address of the far end in line ", number},
                   {ReplaceLine(line, "c=IN IP4 " + OriginAddress(scene.reading))});
-        std::vector<Topic> topics = SentTo(scene, line);
+        std::vector<Topic> topics = SentTo(scene.reading, line);
         topics.push_back(Topic::Call);
         for (const Topic topic : topics) {
             suspect.Know(topic, {"Media go to ", AsShown(address),
@@ -126,7 +136,7 @@ void FindAddress(Scene& scene, const TextLine& line) {
         Suspect& suspect =
             Blame(scene, kPrivateAddress, line,
                   {LineWords(line), " has a loopback, private or link-local address."}, {}, {});
-        for (const Topic topic : SentTo(scene, line)) {
+        for (const Topic topic : SentTo(scene.reading, line)) {
             suspect.Know(topic, {"Media go to ", AsShown(address), ", which only its own network reaches."});
         }
     }

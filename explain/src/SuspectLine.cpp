@@ -209,7 +209,7 @@ const char* DifferenceWords(std::string_view text, std::string_view canonical) {
     if (Lower(text) == Lower(canonical)) {
         return "differs in letter case from what the component compares";
     }
-    if (LacksType(text)) {
+    if (LacksType(text) && !HasSigns(text)) {
         return "does not begin with its letter and \"=\"";
     }
     if (HasSigns(text)) {

@@ -18,6 +18,9 @@ using Topic = ExplainTopic;
 constexpr Rule kOrder = {"E24", "B03", ExplainSeverity::Error, 30,
                          "An answer has audio, main video, slides, floor control in this order, whatever the "
                          "order of the offer (B03; RFC 3264, 6 wants the offer's)."};
+constexpr Rule kStreamOrder = {"E165", "B03", ExplainSeverity::Note, 63, kOrder.acted};
+constexpr const char* kOtherPlace =
+    "The far end matches sections by their place, so each end may send one stream to the port of another.";
 constexpr Rule kSecond = {"E25", "X08", ExplainSeverity::Error, 22, ""};
 constexpr Rule kFirst = {"E98", "X08", ExplainSeverity::Error, 21,
                          "Of several sections of one kind the first one fills the record, usable or not, and "
@@ -143,14 +146,16 @@ void FindOrder(Scene& scene) {
         return fact.topic == Topic::Call && fact.about == About::Order;
     });
     if (order != facts.end() && order->isDead) {
-        const char* const comes = "The far end matches sections by their place, so each end may send one "
-                                  "stream to the port of another.";
-        suspect.Know(Topic::Call, {comes});
+        suspect.Know(Topic::Call, {kOtherPlace});
+        Suspect& streams =
+            Blame(scene, kStreamOrder, line,
+                  {LineWords(line), " stands before line ", later.number, ", ", InQuotes(later.text), "."},
+                  {"offer audio, main video, slides and floor control in this order"}, {});
         for (std::size_t i = 0; i < ranks.size(); ++i) {
             for (const Topic topic : TopicsOf(sections[i], sections[i].isSlides)) {
                 const bool isFlow = topic != Topic::AudioCodec && topic != Topic::MainPicture;
                 if (ranks[i].second != i && isFlow) {
-                    suspect.Know(topic, {comes});
+                    streams.Know(topic, {kOtherPlace});
                 }
             }
         }

@@ -40,8 +40,10 @@ std::string Head(const ExplainFinding& finding) {
         const std::string_view field = finding.field->file;
         return finding.what.find(field) == std::string::npos ? head.append(field).append(": ") : head;
     }
-    const bool isNamed = finding.what.compare(0, 4, "Line") == 0;
-    return isNamed || finding.lines.empty() ? head : head + "line " + std::to_string(finding.lines[0]) + ": ";
+    const std::string line = finding.lines.empty() ? "" : "line " + std::to_string(finding.lines[0]);
+    const bool isNamed =
+        finding.what.compare(0, 4, "Line") == 0 || finding.what.find(line + " ") != std::string::npos;
+    return isNamed || line.empty() ? head : head + line + ": ";
 }
 
 using Json = nlohmann::ordered_json;
