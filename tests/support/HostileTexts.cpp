@@ -1,3 +1,4 @@
+// The texts of any size: units that are repeated, sections of very many formats, sections of a few.
 #include "HostileTexts.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The short texts, each written out.
 #include "HostileTexts.h"
 
 #include <algorithm>
