@@ -42,13 +42,14 @@ TEST(ToolDocuments, WhatIsAsTheDocumentSaysIsNotReported) {
 }
 
 TEST(ToolDocuments, ADifferenceIsReportedAtItsLine) {
-    EXPECT_TEXT(ReportsOf(kCommand + kError + "status 1\n"), "a.cases:6: it ended with status 2\n");
+    EXPECT_TEXT(ReportsOf(kCommand + kError + "status 1\n"),
+                "a.cases:6: status 1: The texts differ first in line 1.\n");
     EXPECT_TEXT(ReportsOf(kCommand + support::Replaced(kError, "none", "some") + "status 2\n"),
                 "a.cases:5: error: The texts differ first in line 1.\n");
     EXPECT_TEXT(ReportsOf(kCommand + kError + "output\n    v=0\nstatus 2\n"),
                 "a.cases:7: output: The texts differ first in line 1.\n");
     EXPECT_TEXT(ReportsOf("$ cmsdp version\noutput has\n    no line of it\noutput at /why\n    null\n"),
-                "a.cases:4: it is not in the output:\n"
+                "a.cases:5: output has: The texts differ first in line 1.\n"
                 "a.cases:7: output at /why: The texts differ first in line 1.\n");
 }
 
@@ -56,7 +57,7 @@ TEST(ToolDocuments, ADifferenceIsReportedAtItsLine) {
 TEST(ToolDocuments, WhatTheDocumentDoesNotSayIsReportedAtTheCommand) {
     EXPECT_TEXT(ReportsOf(kCommand + "$ cmsdp version\n"),
                 "a.cases:3: $ cmsdp capabilities none: The texts differ first in line 1.\n"
-                "a.cases:3: it ended with status 2\n"
+                "a.cases:3: $ cmsdp capabilities none: The texts differ first in line 1.\n"
                 "a.cases:4: $ cmsdp version: The texts differ first in line 1.\n");
 }
 

@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -104,24 +105,22 @@ private:
         return words;
     }
 
-    // What no step said of the last command.
+    // What no step said of the last command, whose step is at hand.
     void Unsaid() {
-        if (!m_hasOutput) {
+        if (m_said.count("output") == 0) {
             Compare(m_result.out, {}, "standard output");
         }
-        if (!m_hasError) {
+        if (m_said.count("error") == 0) {
             Compare(m_result.err, {}, "standard error");
         }
-        if (!m_hasStatus) {
-            CompareStatus("0");
+        if (m_said.count("status") == 0) {
+            CompareStatus("status 0");
         }
     }
 
-    void CompareStatus(const std::string& status) {
-        ++m_compared;
-        if (std::to_string(m_result.status) != status) {
-            m_report(m_step.head, "it ended with status " + std::to_string(m_result.status));
-        }
+    void CompareStatus(const std::string& expected) {
+        Compare("status " + std::to_string(m_result.status),
+                {{m_step.head.path, m_step.head.number, expected}}, "the command");
     }
 
     void Define() { m_texts[m_words[1]] = m_step.block; }
@@ -136,41 +135,34 @@ private:
         m_command = m_step = command;
         m_result = m_folder.Cmsdp(Arguments(), m_how);
         m_result.out = MaskId(m_result.out);
-        m_hasOutput = m_hasError = m_hasStatus = false;
+        m_said.clear();
     }
 
-    void CompareOutput(const std::string& end, std::size_t name) {
-        m_hasOutput = true;
-        Compare(m_result.out, Ended(end, name));
+    void Says(const std::string& actual, const std::string& end, std::size_t name) {
+        m_said.insert(m_words[0]);
+        Compare(actual, Ended(end, name));
     }
-    void Output() { CompareOutput("\n", 1); }
-    void OutputSdp() { CompareOutput("\r\n", 2); }
+    void Output() { Says(m_result.out, "\n", 1); }
+    void OutputSdp() { Says(m_result.out, "\r\n", 2); }
+    void OutputAny() { m_said.insert("output"); }
+    void Error() { Says(m_result.err, "\n", 1); }
 
     void OutputHas() {
-        ++m_compared;
-        m_hasOutput = true;
-        if (m_result.out.find(Text("\n", 2)) == std::string::npos) {
-            m_report(m_step.head, "it is not in the output:\n" + m_result.out);
-        }
+        m_said.insert("output");
+        const std::string text = Text("\n", 2);
+        const bool isThere = m_result.out.find(text) != std::string::npos;
+        Compare(isThere ? text : m_result.out, Ended("\n", 2));
     }
 
     void OutputAt() {
-        m_hasOutput = true;
         const auto root = nlohmann::ordered_json::parse(m_result.out, nullptr, false);
         const nlohmann::ordered_json::json_pointer at(m_words[2]);
-        Compare(root.contains(at) ? root[at].dump(2) + "\n" : "", Ended("\n", 3));
-    }
-
-    void OutputAny() { m_hasOutput = true; }
-
-    void Error() {
-        m_hasError = true;
-        Compare(m_result.err, Ended("\n", 1));
+        Says(root.contains(at) ? root[at].dump(2) + "\n" : "", "\n", 3);
     }
 
     void Status() {
-        m_hasStatus = true;
-        CompareStatus(m_words[1]);
+        m_said.insert("status");
+        CompareStatus(m_step.head.text);
     }
 
     std::map<std::string, Lines> m_texts;
@@ -178,9 +170,7 @@ private:
     How m_how;
     documents::Step m_command;
     Result m_result;
-    bool m_hasOutput = true;
-    bool m_hasError = true;
-    bool m_hasStatus = true;
+    std::set<std::string> m_said; // of output, error and status of the last command
 };
 
 } // namespace tool
