@@ -190,6 +190,7 @@ void AddSecond(Scene& scene, const MeantSection& section, const MeantSection& fi
 
 void FindSections(Scene& scene) {
     const MeantSection* first[4] = {};
+    std::size_t compared = 0;
     for (const MeantSection& section : scene.reading.sections) {
         const int rank = RankOf(section, section.isSlides);
         const bool isKind = rank < 3 || (rank == 3 && section.transport.find("BFCP") != std::string::npos);
@@ -197,7 +198,9 @@ void FindSections(Scene& scene) {
             continue;
         }
         if (first[rank] != nullptr) {
-            AddFirst(scene, *first[rank], section);
+            if (++compared <= kExplainTrials / 4) { // Each comparison reads the first section again.
+                AddFirst(scene, *first[rank], section);
+            }
             AddSecond(scene, section, *first[rank]);
         } else {
             first[rank] = &section;
