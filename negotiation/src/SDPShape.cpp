@@ -2,7 +2,7 @@
 // Input: the component's offer or answer, the slots, a plan per role. Output: every line behind "o=".
 // Touches the text at whose end it writes; key text in between is wiped.
 // What is rewritten in a line stands in kRewrites; every other line is the component's own.
-// Test: tests/negotiation/SDPShapeTest.cpp
+// Test: tests/negotiation/shape.cases
 #include "SDPShape.h"
 
 #include "SDPHandler.h"

@@ -1,6 +1,6 @@
 // Our texts: the component's sections, put into the session's slots and fitted to them.
 //
-// Test: tests/negotiation/SDPShapeTest.cpp
+// Test: tests/negotiation/shape.cases
 #pragma once
 
 #include "SDPSession.h"

@@ -1,5 +1,5 @@
-// The deliberate behaviours of the records, the letter M of commonmedia/DELIBERATE.md. Each test shows the
-// surprising input with its whole outcome, and beside it the input that does what one expects.
+// The deliberate behaviours of the records, the letter M of commonmedia/DELIBERATE.md, and B08. Each test
+// shows the surprising input with its whole outcome, and beside it the input that does what one expects.
 #include "Capabilities.h"
 #include "Describe.h"
 #include "Expect.h"
@@ -97,6 +97,15 @@ TEST(Deliberate, M05_LoneStreamHasNoRole) {
     remote.m_VideoPreso.eVideoType = VIDEOTYPE_UNKNOWN;
     remote.Reset();
     EXPECT_TEXT(Describe(remote), kFreshRemote);
+}
+
+// The one behaviour of writing that no description shows; the others are in build.cases.
+TEST(Deliberate, B08_BareRtpmapPrefix) {
+    const SDPHandler h;
+    EXPECT_TEXT(h.AddRTPMap(PAYLOAD_G711U), "a=rtpmap:0 PCMU/8000\r\n");
+    EXPECT_TEXT(h.AddRTPMap(PAYLOAD_VP8), "a=rtpmap:");
+    EXPECT_TEXT(h.AddRTPMap(PAYLOAD_UNKNOWN), "a=rtpmap:");
+    EXPECT_TEXT(h.AddRTPMap(kAllAudio), "a=rtpmap:");
 }
 
 } // namespace

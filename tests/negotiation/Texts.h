@@ -40,11 +40,6 @@ a=sendrecv
 a=rtcp:5005 IN IP4 192.0.2.1
 )");
 
-/// The answer to PCMU without telephone events.
-inline const std::string kAudioAnswer =
-    Replaced(kAudioOffer, {{"RTP/AVP 0 101", "RTP/AVP 0"},
-                           {"a=rtpmap:101 telephone-event/8000\r\na=fmtp:101 0-15\r\n", ""}});
-
 /// The second offer of Local(), in which it begins to present.
 inline const std::string kSlidesOffer = Text(R"(v=0
 o=Quillmarshorizon 578437695752307201 2 IN IP4 192.0.2.1
