@@ -1,4 +1,5 @@
-# What the libraries of this project have in common: what they export, their version, how they are installed.
+# What the libraries of this project have in common: sources in src, public headers in include, what they export,
+# their version, how they are installed.
 #
 #   commonmedia_library(TARGET COMPONENT [PRIVATE_NAMES HEADER...] [REQUIRES LIBRARY...])
 #
@@ -19,6 +20,10 @@ set(COMMONMEDIA_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/commonmedia)
 
 function(commonmedia_library target component)
     cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "PRIVATE_NAMES;REQUIRES")
+    file(GLOB sources CONFIGURE_DEPENDS src/*.cpp src/*.h)
+    add_library(${target} ${sources})
+    add_library(commonmedia::${component} ALIAS ${target})
+    target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>)
     commonmedia_target_defaults(${target})
     set_target_properties(
         ${target}
