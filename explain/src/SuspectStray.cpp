@@ -113,7 +113,7 @@ void AddStray(Scene& scene, std::size_t index, const TextLine& other, const Mean
 }
 
 /// Whether a candidate is one for the RTP or the RTCP port of a section (RFC 8839, 5.1).
-bool IsFor(const TextLine& candidate, const MeantSection& section) {
+bool IsPortOf(const TextLine& candidate, const MeantSection& section) {
     constexpr std::size_t portWord = 5;
     const std::vector<std::string_view> words = WordsOf(candidate.text, portWord + 1);
     if (words.size() <= portWord || !IsDigits(words[portWord]) || words[portWord].size() > 5 ||
@@ -139,7 +139,7 @@ void FindStrayCandidates(Scene& scene, const MeantSection& own, const MeantSecti
     const Reading& reading = scene.reading;
     std::vector<std::size_t> strays;
     for (const std::size_t i : CandidatesOf(reading, own)) {
-        if (IsFor(reading.lines[i], other) && !IsFor(reading.lines[i], own)) {
+        if (IsPortOf(reading.lines[i], other) && !IsPortOf(reading.lines[i], own)) {
             strays.push_back(i);
         }
     }
