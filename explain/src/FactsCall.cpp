@@ -122,8 +122,8 @@ void AddIce(State& state, const RemoteSections& sections) {
 }
 
 std::string_view MediaOf(const MediaSession& section) {
-    const std::vector<std::string_view> words = WordsOf(section.strFullMLine, 1);
-    return words.empty() ? std::string_view() : words[0].substr(std::min<std::size_t>(2, words[0].size()));
+    const std::string_view word = WordOf(section.strFullMLine, 0);
+    return word.substr(std::min<std::size_t>(2, word.size()));
 }
 
 /// "audio", "slides": what a section of the far end is.

@@ -19,8 +19,8 @@ std::string WrittenNameOf(const Scene& scene, const MeantSection& section, std::
     if (found == section.rtpmap.end()) {
         return {};
     }
-    const std::vector<std::string_view> words = WordsOf(scene.reading.lines[found->second].text, 3);
-    return std::string(words.size() < 2 ? std::string_view() : words[1].substr(0, words[1].find('/')));
+    const std::string_view name = WordOf(scene.reading.lines[found->second].text, 1);
+    return std::string(name.substr(0, name.find('/')));
 }
 
 const TextLine* LineOf(const Reading& reading, const FormatLines& lines, std::string_view payload) {

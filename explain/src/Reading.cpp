@@ -8,6 +8,7 @@
 #include "InetPton.h"
 #include "SDPLines.h"
 #include "SDPTables.h"
+#include "SDPText.h"
 
 #include <algorithm>
 #include <cctype>
@@ -18,9 +19,7 @@ namespace {
 
 constexpr std::string_view kSlides = "a=content:slides";
 
-bool IsBlank(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
+using sdp::IsBlank;
 
 /// The row whose keyword the line begins with, in any letter case and with blanks that do not belong there.
 SDPRow MeantRow(std::string_view line, bool isPlain) {
@@ -227,21 +226,19 @@ std::vector<std::string_view> WordsOf(std::string_view text, std::size_t most) {
     constexpr std::size_t usual = 8;
     std::vector<std::string_view> words;
     words.reserve(std::min(most, usual));
-    std::size_t at = 0;
-    while (words.size() < most) {
-        while (at < text.size() && IsBlank(text[at])) {
-            ++at;
-        }
-        if (at == text.size()) {
-            break;
-        }
-        const std::size_t begin = at;
-        while (at < text.size() && !IsBlank(text[at])) {
-            ++at;
-        }
-        words.push_back(text.substr(begin, at - begin));
+    sdp::Words next(text);
+    for (std::string_view word = next.Next(); !word.empty() && words.size() < most; word = next.Next()) {
+        words.push_back(word);
     }
     return words;
+}
+
+std::string_view WordOf(std::string_view text, std::size_t index) {
+    sdp::Words words(text);
+    for (; index > 0; --index) {
+        words.Next();
+    }
+    return words.Next();
 }
 
 std::string Lower(std::string_view text) {
@@ -258,10 +255,6 @@ std::string Upper(std::string_view text) {
         return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : static_cast<char>(c);
     });
     return upper;
-}
-
-bool BeginsWith(std::string_view text, std::string_view start) {
-    return text.substr(0, start.size()) == start;
 }
 
 bool IsDigits(std::string_view text) {

@@ -82,9 +82,14 @@ std::string_view Trimmed(std::string_view text);
 std::string StartSpelled(std::string_view line);
 /// The words of a text, cut at white space; at most `most`.
 std::vector<std::string_view> WordsOf(std::string_view text, std::size_t most = kNowhere);
+/// The word after `index` others; empty without one.
+std::string_view WordOf(std::string_view text, std::size_t index);
 std::string Lower(std::string_view text);
 std::string Upper(std::string_view text);
-bool BeginsWith(std::string_view text, std::string_view start);
+/// Inline, so that the comparison with a constant is a few instructions: every finder asks it of every line.
+inline bool BeginsWith(std::string_view text, std::string_view start) {
+    return text.size() >= start.size() && text.compare(0, start.size(), start) == 0;
+}
 bool IsDigits(std::string_view text);
 /// Whether digits are more than the record's 32 bits hold (G04).
 bool IsOver32Bits(std::string_view digits);

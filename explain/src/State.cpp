@@ -173,8 +173,7 @@ const OurSection* OurStream(const State& state, baseSDP::SRTP_M_LINE stream) {
 }
 
 std::string_view TransportOf(const MediaSession& section) {
-    const std::vector<std::string_view> words = WordsOf(section.strFullMLine, 3);
-    return words.size() < 3 ? std::string_view() : words[2];
+    return WordOf(section.strFullMLine, 2);
 }
 
 std::string_view CodecName(std::int32_t codec) {

@@ -4,6 +4,7 @@
 // Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
+#include "SDPSections.h"
 #include "SDPTables.h"
 
 #include <algorithm>
@@ -128,9 +129,11 @@ std::string_view SectionText(const Reading& reading, const MeantSection& section
 }
 
 bool IsDirection(const TextLine& line) {
-    const std::string text = Lower(Trimmed(line.text));
+    const std::string_view text = Trimmed(line.text);
     return std::any_of(std::begin(sdp::kDirections), std::end(sdp::kDirections),
-                       [&](const sdp::Direction& direction) { return text == direction.keyword; });
+                       [text](const sdp::Direction& direction) {
+                           return negotiation::EqualsNoCase(text, direction.keyword);
+                       });
 }
 
 bool HasDirectionName(const TextLine& line) {
