@@ -30,6 +30,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -163,6 +164,23 @@ COMMONMEDIA_EXPORT Explanation Explain(const ExplainInput& input);
 /// The findings to be counted: those of Explain(input), in its order, without their sentences, repairs and
 /// cures, at a fraction of its cost.
 COMMONMEDIA_EXPORT std::vector<ExplainFinding> ExplainFindings(const ExplainInput& input);
+
+/// ExplainFindings for many descriptions: what was read of our own answers is kept and not read again, as
+/// long as it is of use. One counter for each thread.
+class ExplainCounter {
+public:
+    COMMONMEDIA_EXPORT ExplainCounter();
+    COMMONMEDIA_EXPORT ~ExplainCounter();
+    ExplainCounter(const ExplainCounter&) = delete;
+    ExplainCounter& operator=(const ExplainCounter&) = delete;
+
+    /// As ExplainFindings(input).
+    COMMONMEDIA_EXPORT std::vector<ExplainFinding> Findings(const ExplainInput& input);
+
+private:
+    struct Kept;
+    std::unique_ptr<Kept> m_kept;
+};
 
 /// The verdicts of the lines alone.
 COMMONMEDIA_EXPORT std::vector<ExplainedLine> ExplainLines(const ExplainInput& input);

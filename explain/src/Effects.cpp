@@ -4,7 +4,7 @@
 // Test: tests/explain/LawTest.cpp
 #include "Effects.h"
 
-#include <utility>
+#include <algorithm>
 
 namespace explain {
 
@@ -22,30 +22,32 @@ void AppendClause(std::string& text, std::string_view clause) {
 /// begins after the last one found.
 class Others {
 public:
-    explicit Others(const State& state) : m_facts(state.Facts()) {}
+    explicit Others(FactRange facts) : m_facts(facts), m_next(facts.begin()) {}
 
     const Fact* Find(const Fact& fact) {
-        for (std::size_t i = 0; i < m_facts.size(); ++i) {
-            const std::size_t at = (m_next + i) % m_facts.size();
-            if (m_facts[at].IsSame(fact)) {
-                m_next = at + 1;
-                return &m_facts[at];
+        const auto isSame = [&fact](const Fact& other) { return other.IsSame(fact); };
+        const Fact* found = std::find_if(m_next, m_facts.end(), isSame);
+        if (found == m_facts.end()) {
+            found = std::find_if(m_facts.begin(), m_next, isSame);
+            if (found == m_next) {
+                return nullptr;
             }
         }
-        return nullptr;
+        m_next = found + 1;
+        return found;
     }
 
 private:
-    const std::vector<Fact>& m_facts;
-    std::size_t m_next = 0;
+    FactRange m_facts;
+    const Fact* m_next;
 };
 
-/// A fact of one run and the same of another.
+/// The facts of a part in two runs, which have made them each for itself.
 struct Comparison {
     const State& now;
     const State& then;
     bool wantsClauses;
-    Effects effects;
+    Effects& effects;
 
     void Compare(const Fact* before, const Fact* after);
 };
@@ -78,27 +80,42 @@ void Comparison::Compare(const Fact* before, const Fact* after) {
 } // namespace
 
 Effects EffectsOf(const State& now, const State& then, bool wantsClauses) {
-    if (then.same == &now) {
-        return {};
-    }
-    Comparison comparison{now, then, wantsClauses, {}};
-    Others afterwards(then);
-    std::size_t found = 0;
-    for (const Fact& fact : now.Facts()) {
-        const Fact* const other = afterwards.Find(fact);
-        found += other == nullptr ? 0 : 1;
-        comparison.Compare(&fact, other);
-    }
-    if (found == then.Facts().size()) {
-        return std::move(comparison.effects); // There is no fact that is new.
-    }
-    Others before(now);
-    for (const Fact& fact : then.Facts()) {
-        if (before.Find(fact) == nullptr) {
-            comparison.Compare(nullptr, &fact);
+    Effects effects;
+    Parts withNew; // parts of `then` with a fact that is new
+    const auto compare = [&](std::size_t index, auto visit) {
+        const auto part = static_cast<Part>(index);
+        const State& before = now.MakerOf(part);
+        const State& after = then.MakerOf(part);
+        if (&before != &after) {
+            visit(Comparison{before, after, wantsClauses, effects}, now.Facts(part), then.Facts(part));
         }
+    };
+    for (std::size_t part = 0; part < kParts; ++part) {
+        compare(part, [&](Comparison comparison, FactRange facts, FactRange others) {
+            Others afterwards(others);
+            std::size_t found = 0;
+            for (const Fact& fact : facts) {
+                const Fact* const other = afterwards.Find(fact);
+                found += other == nullptr ? 0 : 1;
+                comparison.Compare(&fact, other);
+            }
+            withNew[part] = found < others.size();
+        });
     }
-    return std::move(comparison.effects);
+    for (std::size_t part = 0; part < kParts; ++part) {
+        if (!withNew[part]) {
+            continue;
+        }
+        compare(part, [](Comparison comparison, FactRange facts, FactRange others) {
+            Others before(facts);
+            for (const Fact& fact : others) {
+                if (before.Find(fact) == nullptr) {
+                    comparison.Compare(nullptr, &fact);
+                }
+            }
+        });
+    }
+    return effects;
 }
 
 } // namespace explain

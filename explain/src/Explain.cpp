@@ -26,11 +26,12 @@ void NameRepairs(std::vector<ExplainFinding>& findings, const ExplainInput& inpu
     }
 }
 
-std::vector<ExplainFinding> FindingsOf(const ExplainInput& input, bool isBrief, std::size_t& untried) {
+std::vector<ExplainFinding> FindingsOf(const ExplainInput& input, bool isBrief, OurTexts& texts,
+                                       std::size_t& untried) {
     const Reading reading = Read(input.remote);
     State state;
-    Run(input, state);
-    Maker maker(input, reading, state, isBrief);
+    Run(input, state, nullptr, &texts);
+    Maker maker(input, reading, state, texts, isBrief);
     std::size_t skipped = 0;
     for (Suspect& suspect : SuspectsOf(input, reading, state, isBrief, skipped)) {
         maker.Take(std::move(suspect));
@@ -56,13 +57,25 @@ std::vector<ExplainFinding> FindingsOf(const ExplainInput& input, bool isBrief, 
 Explanation Explain(const ExplainInput& input) {
     Explanation explanation;
     explanation.lines = ExplainLines(input);
-    explanation.findings = explain::FindingsOf(input, false, explanation.untried);
+    explain::OurTexts texts;
+    explanation.findings = explain::FindingsOf(input, false, texts, explanation.untried);
     return explanation;
 }
 
 std::vector<ExplainFinding> ExplainFindings(const ExplainInput& input) {
+    return ExplainCounter().Findings(input);
+}
+
+struct ExplainCounter::Kept {
+    explain::OurTexts texts;
+};
+
+ExplainCounter::ExplainCounter() : m_kept(std::make_unique<Kept>()) {}
+ExplainCounter::~ExplainCounter() = default;
+
+std::vector<ExplainFinding> ExplainCounter::Findings(const ExplainInput& input) {
     std::size_t untried = 0;
-    std::vector<ExplainFinding> findings = explain::FindingsOf(input, true, untried);
+    std::vector<ExplainFinding> findings = explain::FindingsOf(input, true, m_kept->texts, untried);
     for (ExplainFinding& finding : findings) {
         finding.what.clear(); // Those of the judge have sentences.
         finding.acted.clear();

@@ -90,35 +90,18 @@ void AddOurKey(State& state, const ExplainInput& input, const MediaSession* sect
     }
 }
 
+void AddKey(State& state, const ExplainInput& input, const RemoteSections& sections,
+            baseSDP::SRTP_M_LINE stream) {
+    const MediaSession* const section = SectionOfStream(sections, stream);
+    AddTheirKey(state, input, section, stream);
+    AddOurKey(state, input, section, stream);
+}
+
 std::size_t KindOf(const MediaSession& section) {
     return section.eMedia == MEDIA_AUDIO         ? 1
            : section.eMedia == MEDIA_VIDEO       ? 2
            : section.eMedia == MEDIA_APPLICATION ? 3
                                                  : 0;
-}
-
-void AddIce(State& state, const RemoteSections& sections) {
-    // Counted by kind, so that a section more or less before them does not change what is said of the others.
-    constexpr const char* kKinds[] = {"other", "audio", "video", "application"};
-    std::size_t counts[std::size(kKinds)] = {};
-    for (std::size_t i = 0; i < sections.size() && i < kSectionsSaid; ++i) {
-        const MediaSession& section = *sections[i];
-        const std::size_t kind = KindOf(section);
-        const std::size_t number = ++counts[kind];
-        const bool hasUser = !section.striceufrag.empty();
-        const bool hasPassword = !section.stricepwd.empty();
-        Fact fact{Topic::Ice, About::Ice, static_cast<unsigned char>(kind * (kSectionsSaid + 1) + number),
-                  hasUser != hasPassword || (!hasUser && !section.vecCandidate.empty()), true};
-        fact.isIdle = !hasUser && !hasPassword && section.vecCandidate.empty();
-        fact.hidden =
-            std::hash<std::string>()(section.striceufrag) ^ (std::hash<std::string>()(section.stricepwd) * 3);
-        for (const std::string& candidate : section.vecCandidate) {
-            fact.hidden = fact.hidden * 31 ^ std::hash<std::string>()(candidate);
-        }
-        state.Say(fact, {kKinds[kind], " section ", number, " has ", hasUser ? "a" : "no", " user fragment, ",
-                         hasPassword ? "a" : "no", " password and ", section.vecCandidate.size(),
-                         section.vecCandidate.size() == 1 ? " candidate for ICE" : " candidates for ICE"});
-    }
 }
 
 std::string_view MediaOf(const MediaSession& section) {
@@ -134,7 +117,7 @@ Piece OfferedKind(const MediaSession& section) {
 }
 
 void AddTransport(State& state, const MediaSession& section, std::size_t i) {
-    const OurSection& ours = state.ourSections[i];
+    const OurSection& ours = state.ours->sections[i];
     const std::string_view transport = TransportOf(section);
     const bool isOther = ours.transport != transport;
     const Fact fact{Topic::Call, About::Transport, static_cast<unsigned char>(i), isOther};
@@ -149,8 +132,8 @@ void AddTransport(State& state, const MediaSession& section, std::size_t i) {
 void AddShape(State& state, const RemoteSections& sections) {
     std::size_t malformed = 0;
     std::size_t wrong = kNowhere;
-    for (std::size_t i = 0; i < state.ourSections.size(); ++i) {
-        const OurSection& ours = state.ourSections[i];
+    for (std::size_t i = 0; i < state.ours->sections.size(); ++i) {
+        const OurSection& ours = state.ours->sections[i];
         malformed += ours.hasPort && !ours.formats.empty() ? 0 : 1;
         if (i >= sections.size()) {
             continue;
@@ -164,7 +147,7 @@ void AddShape(State& state, const RemoteSections& sections) {
             AddTransport(state, *sections[i], i);
         }
     }
-    const std::size_t count = state.ourSections.size();
+    const std::size_t count = state.ours->sections.size();
     state.Say({Topic::Call, About::Count, 0, count != sections.size(), true},
               {"our answer has ", count, count == 1 ? " section" : " sections", " for the ", sections.size(),
                " of the offer"});
@@ -173,9 +156,9 @@ void AddShape(State& state, const RemoteSections& sections) {
     } else {
         state.Say({Topic::Call, About::Order, 0, true, true},
                   {"section ", wrong + 1, ", offered as ", OfferedKind(*sections[wrong]), ", is answered as ",
-                   state.ourSections[wrong].isSlides              ? "slides"
+                   state.ours->sections[wrong].isSlides              ? "slides"
                    : sections[wrong]->eContent == VIDEOTYPE_PRESO ? "main video"
-                                                                  : state.ourSections[wrong].media});
+                                                                  : state.ours->sections[wrong].media});
     }
     state.Say(
         {Topic::Call, About::Malformed, 0, malformed != 0, true},
@@ -227,21 +210,48 @@ void AddRejection(State& state, const ExplainInput& input, const RemoteSections&
 
 } // namespace
 
-void AddSecurityFacts(State& state, const ExplainInput& input, const RemoteSections& sections) {
-    for (const auto stream : {baseSDP::SRTP_AUDIO, baseSDP::SRTP_VIDEO, baseSDP::SRTP_VIDEO_PRESO}) {
-        const MediaSession* const section = SectionOfStream(sections, stream);
-        AddTheirKey(state, input, section, stream);
-        AddOurKey(state, input, section, stream);
-    }
-    AddIce(state, sections);
+void AddAudioKey(State& state, const ExplainInput& input, const RemoteSections& sections) {
+    AddKey(state, input, sections, baseSDP::SRTP_AUDIO);
 }
 
-void AddCallFacts(State& state, const ExplainInput& input, const RemoteSections& sections) {
+void AddMainKey(State& state, const ExplainInput& input, const RemoteSections& sections) {
+    AddKey(state, input, sections, baseSDP::SRTP_VIDEO);
+}
+
+void AddSlidesKey(State& state, const ExplainInput& input, const RemoteSections& sections) {
+    AddKey(state, input, sections, baseSDP::SRTP_VIDEO_PRESO);
+}
+
+void AddIce(State& state, const ExplainInput& /*input*/, const RemoteSections& sections) {
+    // Counted by kind, so that a section more or less before them does not change what is said of the others.
+    constexpr const char* kKinds[] = {"other", "audio", "video", "application"};
+    std::size_t counts[std::size(kKinds)] = {};
+    for (std::size_t i = 0; i < sections.size() && i < kSectionsSaid; ++i) {
+        const MediaSession& section = *sections[i];
+        const std::size_t kind = KindOf(section);
+        const std::size_t number = ++counts[kind];
+        const bool hasUser = !section.striceufrag.empty();
+        const bool hasPassword = !section.stricepwd.empty();
+        Fact fact{Topic::Ice, About::Ice, static_cast<unsigned char>(kind * (kSectionsSaid + 1) + number),
+                  hasUser != hasPassword || (!hasUser && !section.vecCandidate.empty()), true};
+        fact.isIdle = !hasUser && !hasPassword && section.vecCandidate.empty();
+        fact.hidden =
+            std::hash<std::string>()(section.striceufrag) ^ (std::hash<std::string>()(section.stricepwd) * 3);
+        for (const std::string& candidate : section.vecCandidate) {
+            fact.hidden = fact.hidden * 31 ^ std::hash<std::string>()(candidate);
+        }
+        state.Say(fact, {kKinds[kind], " section ", number, " has ", hasUser ? "a" : "no", " user fragment, ",
+                         hasPassword ? "a" : "no", " password and ", section.vecCandidate.size(),
+                         section.vecCandidate.size() == 1 ? " candidate for ICE" : " candidates for ICE"});
+    }
+}
+
+void AddCall(State& state, const ExplainInput& input, const RemoteSections& sections) {
     state.Say({Topic::Call, About::Sections, 0, sections.empty(), true},
               {sections.empty() ? "no section of the far end is read" : "sections of the far end are read"});
     const char* const text = input.remoteAnswers ? "our offer" : "our answer";
-    state.Say({Topic::Call, About::Text, 0, state.ours.empty(), true},
-              {text, state.ours.empty() ? " is empty" : " is written"});
+    state.Say({Topic::Call, About::Text, 0, state.ours->text.empty(), true},
+              {text, state.ours->text.empty() ? " is empty" : " is written"});
     const bool hasAddress = !input.local.strDefaultIPAddr.empty();
     state.Say({Topic::Call, About::Address, 0, !hasAddress, true},
               {text, hasAddress ? " has an address" : " has no address"});

@@ -121,7 +121,7 @@ void AddOurs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE strea
     const char* const text = input.remoteAnswers ? "our offer" : "our answer";
     const char* const name = kStreamNames[stream];
     const unsigned char which = Which(stream);
-    const View view = ViewOf(*state.read, stream);
+    const View view = ViewOf(state.ours->read, stream);
     const auto& [carries, sends, receives] = kTopics[stream];
     if (!view.isThere) {
         const Pieces clause = {text, " has no section for ", name};
@@ -135,7 +135,8 @@ void AddOurs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE strea
               {text, " has ", view.codec[0], view.codec[1], view.codec[2], " for ", name});
     if (stream != baseSDP::SRTP_AUDIO && view.hasCodec) {
         state.SayMore({" and "});
-        SayLimits(state, stream == baseSDP::SRTP_VIDEO ? state.read->m_VideoMain : state.read->m_VideoPreso);
+        SayLimits(state, stream == baseSDP::SRTP_VIDEO ? state.ours->read.m_VideoMain
+                                                       : state.ours->read.m_VideoPreso);
     }
     if (section != nullptr && stream == baseSDP::SRTP_AUDIO) {
         const char* before = ", formats ";
@@ -157,7 +158,7 @@ void AddOurs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE strea
 /// Whether the codec that is started is the one that our answer lists.
 void AddMatch(State& state, const ExplainInput& input) {
     const PayloadType_t theirs = state.record.eAudioCodec;
-    const PayloadType_t ours = state.read->eAudioCodec;
+    const PayloadType_t ours = state.ours->read.eAudioCodec;
     const bool areThere = theirs != PAYLOAD_UNKNOWN && ours != PAYLOAD_UNKNOWN;
     const bool isOther = !input.remoteAnswers && areThere && theirs != ours;
     for (const Topic topic : {Topic::AudioSend, Topic::AudioReceive, Topic::AudioCodec}) {
@@ -170,9 +171,56 @@ void AddMatch(State& state, const ExplainInput& input) {
     }
 }
 
+/// Tones are sent in the RTP stream of the audio (RFC 4733, 2.1).
+void AddPayload(State& state) {
+    const View audio = ViewOf(state.record, baseSDP::SRTP_AUDIO);
+    const std::int32_t tones = state.record.iDTMFPayload;
+    if (tones == 0) {
+        state.Say({Topic::Dtmf, About::Payload, 0, true, true}, {"tones have no payload and are not sent"});
+    } else if (!audio.isThere || !audio.hasCodec || !audio.send || IsDeadPlace(audio)) {
+        state.Say({Topic::Dtmf, About::Payload, 0, true, true},
+                  {"tones are not sent, because audio is not sent"});
+    } else {
+        state.Say({Topic::Dtmf, About::Payload, 0, false, true}, {"tones are sent as payload ", tones});
+    }
+}
+
+void AddAddress(State& state, baseSDP::SRTP_M_LINE stream) {
+    const View view = ViewOf(state.record, stream);
+    if (!view.isThere) {
+        return;
+    }
+    const bool isLost = view.address.empty() || view.address == "0.0.0.0";
+    state.Say({Topic::Call, About::AddressOf, Which(stream), isLost, true},
+              {kStreamNames[stream],
+               view.address.empty() ? " has no address to be sent to" : " is sent to the address ",
+               AsShown(view.address)});
+}
+
+/// What is sent to the far end and what our text asks for.
+void AddStream(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE stream) {
+    AddAddress(state, stream);
+    AddTheirs(state, input, stream);
+    AddOurs(state, input, stream);
+}
+
+} // namespace
+
+void AddAudio(State& state, const ExplainInput& input, const RemoteSections& /*sections*/) {
+    AddStream(state, input, baseSDP::SRTP_AUDIO);
+}
+
+void AddMain(State& state, const ExplainInput& input, const RemoteSections& /*sections*/) {
+    AddStream(state, input, baseSDP::SRTP_VIDEO);
+}
+
+void AddSlides(State& state, const ExplainInput& input, const RemoteSections& /*sections*/) {
+    AddStream(state, input, baseSDP::SRTP_VIDEO_PRESO);
+}
+
 void AddFloor(State& state, const ExplainInput& input, const RemoteSections& sections) {
     const RemoteSDP& record = state.record;
-    const RemoteSDP& read = *state.read;
+    const RemoteSDP& read = state.ours->read;
     bool isThere = false;
     for (const MediaSession* const section : sections) {
         isThere = isThere || sdp::IsBfcp(*section);
@@ -199,43 +247,12 @@ void AddFloor(State& state, const ExplainInput& input, const RemoteSections& sec
     }
 }
 
-/// Tones are sent in the RTP stream of the audio (RFC 4733, 2.1).
-void AddTones(State& state) {
-    const View audio = ViewOf(state.record, baseSDP::SRTP_AUDIO);
-    const std::int32_t tones = state.record.iDTMFPayload;
-    if (tones == 0) {
-        state.Say({Topic::Dtmf, About::Payload, 0, true, true}, {"tones have no payload and are not sent"});
-    } else if (!audio.isThere || !audio.hasCodec || !audio.send || IsDeadPlace(audio)) {
-        state.Say({Topic::Dtmf, About::Payload, 0, true, true},
-                  {"tones are not sent, because audio is not sent"});
-    } else {
-        state.Say({Topic::Dtmf, About::Payload, 0, false, true}, {"tones are sent as payload ", tones});
-    }
-}
-
-void AddAddress(State& state, baseSDP::SRTP_M_LINE stream) {
-    const View view = ViewOf(state.record, stream);
-    if (!view.isThere) {
-        return;
-    }
-    const bool isLost = view.address.empty() || view.address == "0.0.0.0";
-    state.Say({Topic::Call, About::AddressOf, Which(stream), isLost, true},
-              {kStreamNames[stream],
-               view.address.empty() ? " has no address to be sent to" : " is sent to the address ",
-               AsShown(view.address)});
-}
-
-} // namespace
-
-void AddStreamFacts(State& state, const ExplainInput& input, const RemoteSections& sections) {
-    for (const auto stream : {baseSDP::SRTP_AUDIO, baseSDP::SRTP_VIDEO, baseSDP::SRTP_VIDEO_PRESO}) {
-        AddAddress(state, stream);
-        AddTheirs(state, input, stream);
-        AddOurs(state, input, stream);
-    }
-    AddFloor(state, input, sections);
+void AddTones(State& state, const ExplainInput& input, const RemoteSections& /*sections*/) {
     AddMatch(state, input);
-    AddTones(state);
+    AddPayload(state);
+}
+
+void AddBandwidth(State& state, const ExplainInput& /*input*/, const RemoteSections& /*sections*/) {
     const std::int32_t theirs = state.record.iMaxBandwidth;
     if (theirs == 0) {
         state.Say({Topic::Bandwidth, About::Bandwidth, 0, false, false, true},
@@ -243,7 +260,7 @@ void AddStreamFacts(State& state, const ExplainInput& input, const RemoteSection
     } else {
         state.Say({Topic::Bandwidth, About::Bandwidth}, {"the far end's limit is ", theirs, " bit/s"});
     }
-    const std::int32_t ours = state.read->iMaxBandwidth;
+    const std::int32_t ours = state.ours->read.iMaxBandwidth;
     if (ours == 0) {
         state.Say({Topic::Bandwidth, About::OurBandwidth}, {"our text gives no bandwidth"});
     } else {

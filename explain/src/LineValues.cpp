@@ -181,8 +181,7 @@ std::size_t KeywordAt(std::string_view text, SDPRow row) {
 
 std::string DigestOf(const ExplainInput& input) {
     SDPHandler handler;
-    std::string offer;
-    PrepareHandler(handler, input, offer);
+    PrepareHandler(handler, input);
     RemoteSDP record;
     handler.ParseTheSDP(input.remote, record);
     std::string digest = record.ToDiag();

@@ -72,8 +72,7 @@ private:
 
 void Follower::Run() {
     SDPHandler handler;
-    std::string offer;
-    PrepareHandler(handler, m_input, offer);
+    PrepareHandler(handler, m_input);
     const SDPLineObserver observer = {
         [](void* self, const SDPLine& line) { static_cast<Follower*>(self)->Before(line); },
         [](void* self, const SDPLine& line) { static_cast<Follower*>(self)->After(line); },

@@ -122,8 +122,10 @@ std::vector<Suspect> SuspectsOf(const ExplainInput& input, const Reading& readin
     return suspects;
 }
 
-Maker::Maker(const ExplainInput& input, const Reading& reading, const State& state, bool isBrief)
-    : m_input(input), m_edited(input), m_reading(reading), m_state(state), m_isBrief(isBrief) {
+Maker::Maker(const ExplainInput& input, const Reading& reading, const State& state, OurTexts& texts,
+             bool isBrief)
+    : m_input(input), m_edited(input), m_reading(reading), m_state(state), m_texts(texts),
+      m_isBrief(isBrief) {
     // Small texts are examined in full; for long ones the cost stays in proportion to the length.
     constexpr std::size_t bytes = 1U << 20U;
     constexpr std::size_t most = 256;
@@ -196,7 +198,7 @@ Effects Maker::Try(Suspect& suspect) {
     }
     const ExplainInput& cured = isLocal ? *local : m_edited;
     State then;
-    Run(cured, then, isLocal ? nullptr : &m_state);
+    Run(cured, then, isLocal ? nullptr : &m_state, &m_texts);
     Effects effects = Counted(suspect, EffectsOf(m_state, then, !m_isBrief));
     const bool isFinding =
         !suspect.known.empty() ||
@@ -274,7 +276,7 @@ bool Maker::OpensWorse(const Suspect& suspect, ExplainSeverity severity) {
     const ExplainInput cured = ExplainCured(m_input, suspect.cure);
     const Reading reading = Read(cured.remote);
     State state;
-    Run(cured, state);
+    Run(cured, state, nullptr, &m_texts);
     std::size_t skipped = 0;
     for (const Suspect& other : SuspectsOf(cured, reading, state, true, skipped)) {
         const bool hasEdit = !other.cure.text.empty() || !other.cure.local.empty();
@@ -288,7 +290,7 @@ bool Maker::OpensWorse(const Suspect& suspect, ExplainSeverity severity) {
         Effects effects;
         if (hasEdit) {
             State then;
-            Run(ExplainCured(cured, other.cure), then, other.cure.local.empty() ? &state : nullptr);
+            Run(ExplainCured(cured, other.cure), then, other.cure.local.empty() ? &state : nullptr, &m_texts);
             effects = Counted(other, EffectsOf(state, then, false));
         }
         for (const Weight& weight : Weigh(other, effects)) {

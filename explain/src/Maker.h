@@ -24,7 +24,8 @@ std::vector<Suspect> SuspectsOf(const ExplainInput& input, const Reading& readin
 class Maker {
 public:
     /// A brief maker writes no sentences and checks no cures.
-    Maker(const ExplainInput& input, const Reading& reading, const State& state, bool isBrief);
+    Maker(const ExplainInput& input, const Reading& reading, const State& state, OurTexts& texts,
+          bool isBrief);
 
     /// Examines the next suspect.
     void Take(Suspect suspect);
@@ -61,6 +62,7 @@ private:
     ExplainInput m_edited; ///< with the text of the edit that is tried
     const Reading& m_reading;
     const State& m_state;
+    OurTexts& m_texts;
     std::vector<Suspect> m_suspects;
     std::vector<Ranked> m_found;
     bool m_isBrief;

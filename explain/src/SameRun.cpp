@@ -1,8 +1,12 @@
-// Stage: two runs of the component compared, so that the facts of a run that changed nothing are not made
-// again. Input: records and sections of both. Output: whether they agree in every field that a fact is about.
-// Touches nothing. A field that Facts*.cpp reads has to stand here.
+// Stage: two runs of the component compared, so that what is the same in both is not made again.
+// Input: records, sections and our texts of both. Output: the parts whose facts may differ; whether the
+// component writes the same answer.
+// Touches nothing. A field that Facts*.cpp reads has to stand here, and a field of the far end's sections
+// that an answer is written from.
 // Test: tests/explain/SameRunTest.cpp
 #include "State.h"
+
+#include "SDPTables.h"
 
 #include <algorithm>
 #include <iterator>
@@ -12,43 +16,143 @@ namespace explain {
 
 namespace {
 
+auto AudioOf(const RemoteSDP& record) {
+    return std::tie(record.fIsAudioValid, record.eAudioCodec, record.iAudioPayload, record.strAudioIPAddr,
+                    record.iAudioRTPPort, record.fAudioSend, record.fAudioRecv);
+}
+
+auto FloorOf(const RemoteSDP& record) {
+    return std::tie(record.iVideoPresoControlPort, record.iBfcpConfid, record.iBfcpUserid,
+                    record.fBfcpIsServer);
+}
+
 auto FieldsOf(const VideoParms& video) {
     return std::tie(video.fIsVideoValid, video.iVideoPayload, video.strVideoIPAddr, video.iVideoRTPPort,
                     video.fVideoSend, video.fVideoRecv, video.iFmtpPacketizationMode, video.strVideoLevel,
                     video.iFmtpMaxMbps, video.iFmtpMaxFrameSize, video.iFmtpMaxBitRate);
 }
 
-auto FieldsOf(const RemoteSDP& record) {
-    return std::tie(record.fIsAudioValid, record.eAudioCodec, record.iAudioPayload, record.strAudioIPAddr,
-                    record.iAudioRTPPort, record.fAudioSend, record.fAudioRecv, record.iDTMFPayload,
-                    record.iVideoPresoControlPort, record.iBfcpConfid, record.iBfcpUserid,
-                    record.fBfcpIsServer, record.iMaxBandwidth);
+auto FieldsOf(const OurSection& section) {
+    return std::tie(section.media, section.port, section.transport, section.formats, section.tag,
+                    section.suite, section.hasKey, section.isSlides, section.hasPort);
 }
 
-auto FieldsOf(const MediaSession& section) {
-    return std::tie(section.eMedia, section.eContent, section.iPort, section.strFullMLine, section.cryptoAlgo,
-                    section.iCryptoTag, section.striceufrag, section.stricepwd, section.vecCandidate);
+bool IsSame(const OurSection* one, const OurSection* other) {
+    return one == nullptr || other == nullptr ? one == other : FieldsOf(*one) == FieldsOf(*other);
 }
 
-bool IsSame(const MediaSession* one, const MediaSession* other) {
-    return FieldsOf(*one) == FieldsOf(*other) &&
+auto IceOf(const MediaSession& section) {
+    return std::tie(section.eMedia, section.striceufrag, section.stricepwd, section.vecCandidate);
+}
+
+auto ShapeOf(const MediaSession& section) {
+    return std::tie(section.eMedia, section.eContent, section.iPort, section.strFullMLine,
+                    section.cryptoAlgo);
+}
+
+/// Suite, tag, key and transport.
+bool HasSameKey(const MediaSession* one, const MediaSession* other) {
+    if (one == nullptr || other == nullptr) {
+        return one == other;
+    }
+    return one->cryptoAlgo == other->cryptoAlgo && one->iCryptoTag == other->iCryptoTag &&
+           one->strFullMLine == other->strFullMLine &&
            std::equal(std::begin(one->bufSRTPKey), std::end(one->bufSRTPKey),
                       std::begin(other->bufSRTPKey)) &&
            std::equal(std::begin(one->bufSRTPSalt), std::end(one->bufSRTPSalt),
                       std::begin(other->bufSRTPSalt));
 }
 
+/// Whether both have equally many sections, and those in one place match.
+template <typename Matches>
+bool AreSame(const RemoteSections& one, const RemoteSections& other, Matches matches) {
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                      [matches](const MediaSession* a, const MediaSession* b) { return matches(*a, *b); });
+}
+
+bool HasSameFormats(const MediaSession& one, const MediaSession& other) {
+    return std::equal(one.vecRtpMap.begin(), one.vecRtpMap.end(), other.vecRtpMap.begin(),
+                      other.vecRtpMap.end(), [](const RtpMap* a, const RtpMap* b) {
+                          return a->strPayload == b->strPayload && a->strEncodingName == b->strEncodingName &&
+                                 a->vecFmtpParms == b->vecFmtpParms;
+                      });
+}
+
+/// What an answer says of a section that is served.
+auto AnsweredOf(const MediaSession& section) {
+    return std::tie(section.eMedia, section.eContent, section.iPort, section.fSend, section.fRecv,
+                    section.cryptoAlgo, section.iCryptoTag, section.strFloorctrl);
+}
+
+void CompareTheirs(const State& one, const State& other, Parts& parts) {
+    const auto mark = [&parts](Part part, bool isSame) {
+        parts[static_cast<std::size_t>(part)] = parts[static_cast<std::size_t>(part)] || !isSame;
+    };
+    const RemoteSections a = one.handler.GetRemoteSections();
+    const RemoteSections b = other.handler.GetRemoteSections();
+    const auto isBfcp = [](const MediaSession* section) { return sdp::IsBfcp(*section); };
+    const bool isSameAudio = AudioOf(one.record) == AudioOf(other.record);
+    mark(Part::Audio, isSameAudio);
+    mark(Part::Main, FieldsOf(one.record.m_VideoMain) == FieldsOf(other.record.m_VideoMain));
+    // Slides that are not there may be taken as main video.
+    mark(Part::Slides, FieldsOf(one.record.m_VideoPreso) == FieldsOf(other.record.m_VideoPreso) &&
+                           one.record.m_VideoMain.fIsVideoValid == other.record.m_VideoMain.fIsVideoValid);
+    mark(Part::Floor, FloorOf(one.record) == FloorOf(other.record) &&
+                          std::any_of(a.begin(), a.end(), isBfcp) == std::any_of(b.begin(), b.end(), isBfcp));
+    mark(Part::Tones, isSameAudio && one.record.iDTMFPayload == other.record.iDTMFPayload);
+    mark(Part::Bandwidth, one.record.iMaxBandwidth == other.record.iMaxBandwidth);
+    for (const auto stream : {baseSDP::SRTP_AUDIO, baseSDP::SRTP_VIDEO, baseSDP::SRTP_VIDEO_PRESO}) {
+        mark(static_cast<Part>(static_cast<int>(Part::AudioKey) + stream),
+             HasSameKey(SectionOfStream(a, stream), SectionOfStream(b, stream)));
+    }
+    mark(Part::Ice, AreSame(a, b, [](const auto& x, const auto& y) { return IceOf(x) == IceOf(y); }));
+    mark(Part::Call, AreSame(a, b, [](const auto& x, const auto& y) { return ShapeOf(x) == ShapeOf(y); }));
+}
+
+void CompareOurs(const OurText& one, const OurText& other, Parts& parts) {
+    const auto mark = [&parts](Part part, bool isSame) {
+        parts[static_cast<std::size_t>(part)] = parts[static_cast<std::size_t>(part)] || !isSame;
+    };
+    const bool isSameAudio = AudioOf(one.read) == AudioOf(other.read);
+    mark(Part::Audio, isSameAudio);
+    mark(Part::Main, FieldsOf(one.read.m_VideoMain) == FieldsOf(other.read.m_VideoMain));
+    mark(Part::Slides, FieldsOf(one.read.m_VideoPreso) == FieldsOf(other.read.m_VideoPreso));
+    mark(Part::Floor, FloorOf(one.read) == FloorOf(other.read));
+    mark(Part::Tones, isSameAudio);
+    mark(Part::Bandwidth, one.read.iMaxBandwidth == other.read.iMaxBandwidth);
+    for (const auto stream : {baseSDP::SRTP_AUDIO, baseSDP::SRTP_VIDEO, baseSDP::SRTP_VIDEO_PRESO}) {
+        const bool isSame = IsSame(OurStream(one, stream), OurStream(other, stream));
+        mark(static_cast<Part>(stream), isSame);
+        mark(static_cast<Part>(static_cast<int>(Part::AudioKey) + stream), isSame);
+    }
+    mark(Part::Call, one.text.empty() == other.text.empty() &&
+                         std::equal(one.sections.begin(), one.sections.end(), other.sections.begin(),
+                                    other.sections.end(), [](const OurSection& a, const OurSection& b) {
+                                        return FieldsOf(a) == FieldsOf(b);
+                                    }));
+}
+
 } // namespace
 
-bool ReadSame(const State& one, const State& other) {
-    if (FieldsOf(one.record) != FieldsOf(other.record) ||
-        FieldsOf(one.record.m_VideoMain) != FieldsOf(other.record.m_VideoMain) ||
-        FieldsOf(one.record.m_VideoPreso) != FieldsOf(other.record.m_VideoPreso)) {
-        return false;
+Parts DifferentParts(const State& one, const State& other) {
+    Parts parts;
+    CompareTheirs(one, other, parts);
+    if (one.ours != other.ours) {
+        CompareOurs(*one.ours, *other.ours, parts);
     }
-    const RemoteSections sections = one.handler.GetRemoteSections();
-    const RemoteSections others = other.handler.GetRemoteSections();
-    return std::equal(sections.begin(), sections.end(), others.begin(), others.end(), IsSame);
+    return parts;
+}
+
+bool WritesSameAnswer(const State& one, const State& other, std::size_t servedSections) {
+    std::size_t place = 0;
+    return AreSame(one.handler.GetRemoteSections(), other.handler.GetRemoteSections(),
+                   [&](const MediaSession& a, const MediaSession& b) {
+                       // The codec comes from an audio section; a section that is not served is repeated.
+                       const bool isServed = place++ < servedSections;
+                       return AnsweredOf(a) == AnsweredOf(b) && sdp::IsBfcp(a) == sdp::IsBfcp(b) &&
+                              (a.eMedia != MEDIA_AUDIO || HasSameFormats(a, b)) &&
+                              (isServed || (a.strFullMLine == b.strFullMLine && a.strIPAddr == b.strIPAddr));
+                   });
 }
 
 } // namespace explain

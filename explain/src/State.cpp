@@ -1,12 +1,10 @@
 // Stage: one run of the component.
 // Input: everything that decides how the call comes up. Output: record, our text and the facts about them.
 // Touches nothing outside its result: every run makes its own handlers.
-// A second handler with every audio codec reads our text, as a far end that uses this component would.
 // Test: tests/explain/judge_cases.py
 #include "State.h"
 
 #include "Reading.h"
-#include "SDPLines.h"
 #include "SDPTables.h"
 
 #include <algorithm>
@@ -17,113 +15,99 @@ const char* const kStreamNames[baseSDP::SRTP_MAX] = {"audio", "main video", "the
 
 namespace {
 
-OurSection OurSectionOf(std::string_view line) {
-    const std::vector<std::string_view> words = WordsOf(line);
-    OurSection section;
-    section.media = words[0].substr(2);
-    section.hasPort = words.size() > 1 && (IsDigits(words[1]) || words[1][0] == '-');
-    const std::size_t first = section.hasPort ? 1 : 0;
-    section.port = section.hasPort ? words[1] : std::string_view();
-    section.transport = words.size() > first + 1 ? words[first + 1] : std::string_view();
-    for (std::size_t i = first + 2; i < words.size(); ++i) {
-        section.formats.push_back(words[i]);
+/// In the order of Part.
+constexpr AddFacts kAddFacts[] = {AddAudio,    AddMain,    AddSlides,    AddFloor, AddTones, AddBandwidth,
+                                  AddAudioKey, AddMainKey, AddSlidesKey, AddIce,   AddCall};
+static_assert(std::size(kAddFacts) == kParts);
+
+/// The answer that was sent or that the component writes; empty without a section of the far end.
+std::string AnswerOf(const ExplainInput& input, SDPHandler& handler, const RemoteSections& sections) {
+    const bool isOffered = std::any_of(sections.begin(), sections.end(),
+                                       [](const MediaSession* section) { return sdp::IsBfcp(*section); });
+    handler.SetBfcpSupport(input.floorControl && (isOffered || !input.floorControlIfOffered));
+    return !input.ourAnswer.empty() ? input.ourAnswer : sections.empty() ? "" : handler.GetLocalSDP();
+}
+
+/// Our text, read; from `known` when it is the same.
+std::shared_ptr<const OurText> ReadOurs(const ExplainInput& input, std::string text, const State* known,
+                                        OurTexts* texts) {
+    if (known != nullptr && AfterOrigin(text) == AfterOrigin(known->ours->text)) {
+        return known->ours;
     }
-    return section;
-}
-
-void ScanOurs(State& state) {
-    constexpr std::string_view crypto = "a=crypto:";
-    const std::string_view ours = state.ours;
-    sdp::ForEachLine(ours, [&](std::size_t offset, std::size_t length) {
-        const std::string_view line = ours.substr(offset, length);
-        if (BeginsWith(line, "m=")) {
-            state.ourSections.push_back(OurSectionOf(line));
-        } else if (state.ourSections.empty()) {
-            return;
-        } else if (BeginsWith(line, crypto)) {
-            const std::vector<std::string_view> words = WordsOf(line, 3);
-            OurSection& section = state.ourSections.back();
-            section.hasKey = true;
-            section.tag = words[0].substr(crypto.size());
-            section.suite = words.size() > 2 ? words[1] : std::string_view();
-        } else if (line == "a=content:slides") {
-            state.ourSections.back().isSlides = true;
-        }
-    });
-}
-
-/// The text after the o= line, whose session id differs between runs.
-std::string_view AfterOrigin(std::string_view text) {
-    return text.substr(std::min(text.find("\r\ns="), text.size()));
-}
-
-void ReadOurs(State& state) {
-    state.read = &state.ownRead;
-    SDPHandler farEnd;
-    for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
-        farEnd.MyLocalSDP.eAudioCodec =
-            static_cast<PayloadType_t>((farEnd.MyLocalSDP.eAudioCodec & ~PAYLOAD_UNKNOWN) | codec.codec);
+    const bool isGiven = !(input.remoteAnswers ? input.ourOffer : input.ourAnswer).empty();
+    if (texts == nullptr || isGiven) {
+        return std::make_shared<const OurText>(std::move(text));
     }
-    farEnd.ParseTheSDP(state.ours, state.ownRead);
+    const LocalSDP& local = input.local;
+    return texts->Read(std::move(text),
+                       local.strOExtension + "\n" + local.strMyIPAddr + "\n" + local.strDefaultIPAddr);
 }
 
 } // namespace
 
-void PrepareHandler(SDPHandler& handler, const ExplainInput& input, std::string& offer) {
+void PrepareHandler(SDPHandler& handler, const ExplainInput& input) {
     handler.InitializeLocalSDP(input.local);
     handler.m_bSRTP = input.srtp;
     handler.SetBfcpSupport(input.floorControl);
     handler.SetMaxSupportedSessions(input.servedSections);
-    RemoteSDP unused;
     if (!input.before.empty()) {
+        RemoteSDP unused;
         handler.ParseTheSDP(input.before, unused);
         handler.ResetRemoteSDP();
     }
-    if (input.remoteAnswers) {
-        offer = input.ourOffer.empty() ? handler.GetLocalSDP() : input.ourOffer;
-    }
 }
 
-void Run(const ExplainInput& input, State& state, const State* known) {
+void Run(const ExplainInput& input, State& state, const State* known, OurTexts* texts) {
     SDPHandler& handler = state.handler;
-    PrepareHandler(handler, input, state.ours);
+    PrepareHandler(handler, input);
+    if (input.remoteAnswers) {
+        // An offer does not depend on what answers it.
+        state.ours = known != nullptr
+                         ? known->ours
+                         : ReadOurs(input, input.ourOffer.empty() ? handler.GetLocalSDP() : input.ourOffer,
+                                    nullptr, texts);
+    }
     handler.ParseTheSDP(input.remote, state.record);
     const RemoteSections sections = handler.GetRemoteSections();
     if (!input.remoteAnswers) {
-        const bool isOffered = std::any_of(sections.begin(), sections.end(),
-                                           [](const MediaSession* section) { return sdp::IsBfcp(*section); });
-        handler.SetBfcpSupport(input.floorControl && (isOffered || !input.floorControlIfOffered));
-        state.ours = !input.ourAnswer.empty() ? input.ourAnswer
-                     : sections.empty()       ? ""
-                                              : handler.GetLocalSDP();
+        state.ours = known != nullptr && WritesSameAnswer(state, *known, input.servedSections)
+                         ? known->ours
+                         : ReadOurs(input, AnswerOf(input, handler, sections), known, texts);
     }
-    const bool isOurs = known != nullptr && AfterOrigin(state.ours) == AfterOrigin(known->ours);
-    if (isOurs && ReadSame(state, *known)) {
-        state.same = known;
-        state.read = known->read;
-        state.ourSections = known->ourSections;
-        return;
+    const Parts made = known == nullptr ? Parts().set() : DifferentParts(state, *known);
+    state.Reserve(made.count());
+    for (std::size_t part = 0; part < kParts; ++part) {
+        state.Begin(static_cast<Part>(part), made[part] ? nullptr : known);
+        if (made[part]) {
+            kAddFacts[part](state, input, sections);
+        }
     }
-    if (isOurs) {
-        state.read = known->read;
-        state.ourSections = known->ourSections;
-    } else {
-        ScanOurs(state);
-        ReadOurs(state);
-    }
-    AddStreamFacts(state, input, sections);
-    AddSecurityFacts(state, input, sections);
-    AddCallFacts(state, input, sections);
+}
+
+void State::Reserve(std::size_t parts) {
+    constexpr std::size_t facts = 8; // as many as a part has at most, but for that of the whole call
+    constexpr std::size_t pieces = 32;
+    m_facts.reserve(parts * facts);
+    m_pieces.reserve(parts * pieces);
+}
+
+void State::Begin(Part part, const State* maker) {
+    const auto index = static_cast<std::size_t>(part);
+    m_makers[index] = maker == nullptr ? nullptr : &maker->MakerOf(part);
+    std::fill(m_firstFact.begin() + static_cast<std::ptrdiff_t>(index), m_firstFact.end(), m_facts.size());
+}
+
+FactRange State::Facts(Part part) const {
+    const State& maker = MakerOf(part);
+    const auto index = static_cast<std::size_t>(part);
+    return {maker.m_facts.data() + maker.m_firstFact[index],
+            maker.m_facts.data() + maker.m_firstFact[index + 1]};
 }
 
 void State::Say(Fact fact, Pieces clause) {
-    constexpr std::size_t usual = 64;
-    if (m_facts.empty()) {
-        m_facts.reserve(usual);
-        m_pieces.reserve(usual * 4);
-    }
     fact.begin = m_pieces.size();
     m_facts.push_back(fact);
+    m_firstFact.back() = m_facts.size();
     SayMore(clause);
 }
 
@@ -162,9 +146,9 @@ std::size_t PlaceOf(const RemoteSections& sections, const MediaSession* section)
     return found == sections.end() ? kNowhere : static_cast<std::size_t>(found - sections.begin());
 }
 
-const OurSection* OurStream(const State& state, baseSDP::SRTP_M_LINE stream) {
+const OurSection* OurStream(const OurText& ours, baseSDP::SRTP_M_LINE stream) {
     const std::string_view media = stream == baseSDP::SRTP_AUDIO ? "audio" : "video";
-    for (const OurSection& section : state.ourSections) {
+    for (const OurSection& section : ours.sections) {
         if (section.media == media && section.isSlides == (stream == baseSDP::SRTP_VIDEO_PRESO)) {
             return &section;
         }

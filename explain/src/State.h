@@ -4,10 +4,14 @@
 // of a sentence, so that a finding can say what its cause changes.
 #pragma once
 
+#include "OurText.h"
 #include "Pieces.h"
 #include "SDPExplain.h"
 #include "SDPHandler.h"
 
+#include <array>
+#include <bitset>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -64,17 +68,30 @@ struct Fact {
     }
 };
 
-/// A section of our own description, which is well formed by construction; views of State::ours.
-struct OurSection {
-    std::string_view media; ///< "audio"
-    std::string_view port;
-    std::string_view transport;
-    std::vector<std::string_view> formats;
-    std::string_view tag;   ///< of its crypto line; empty without one
-    std::string_view suite; ///< of its crypto line; may be empty with one
-    bool hasKey = false;
-    bool isSlides = false;
-    bool hasPort = true; ///< false: an "m=" line without a port
+/// What facts are about together: they are made, taken from another run and compared part by part.
+enum class Part : unsigned char {
+    Audio, ///< what is sent and received, in the order of baseSDP::SRTP_M_LINE
+    Main,
+    Slides,
+    Floor,
+    Tones, ///< and whether our text has the codec that is started
+    Bandwidth,
+    AudioKey, ///< in the order of baseSDP::SRTP_M_LINE
+    MainKey,
+    SlidesKey,
+    Ice,
+    Call
+};
+inline constexpr std::size_t kParts = 11;
+using Parts = std::bitset<kParts>;
+
+/// The facts of one part.
+struct FactRange {
+    const Fact* first = nullptr;
+    const Fact* last = nullptr;
+    const Fact* begin() const { return first; }
+    const Fact* end() const { return last; }
+    std::size_t size() const { return static_cast<std::size_t>(last - first); }
 };
 
 /// What both ends hold after the remote text was read. It stays in its place: it has views of itself.
@@ -85,52 +102,74 @@ struct State {
 
     SDPHandler handler; ///< has read the remote text
     RemoteSDP record;
-    /// What a far end of the same kind, with every codec, reads in our text: `ownRead` or that of another
-    /// run.
-    const RemoteSDP* read = nullptr;
-    RemoteSDP ownRead;
-    std::string ours; ///< our answer, or our offer when the remote text answers it
-    std::vector<OurSection> ourSections;
-    const State* same = nullptr; ///< a run whose facts are these, because nothing that they tell differs
+    /// Our answer, or our offer when the remote text answers it. Runs share it when it is the same.
+    std::shared_ptr<const OurText> ours;
 
-    /// Those that matter most first.
-    const std::vector<Fact>& Facts() const { return same == nullptr ? m_facts : same->Facts(); }
+    /// The run that made the facts of a part: this one, or another one in which they are the same.
+    const State& MakerOf(Part part) const {
+        const State* const maker = m_makers[static_cast<std::size_t>(part)];
+        return maker == nullptr ? *this : *maker;
+    }
+    /// Those that matter most first. Their clauses are asked of MakerOf(part).
+    FactRange Facts(Part part) const;
+    /// All facts of a run that has taken none from another.
+    const std::vector<Fact>& Facts() const { return m_facts; }
     /// "audio has no codec"
     std::string ClauseOf(const Fact& fact) const;
     /// Whether a fact of this run has the clause of a fact of another.
     bool SaysSame(const Fact& fact, const State& other, const Fact& theirs) const;
-    /// Adds a fact. The texts of its pieces have to be constant, or part of this run or of `known`.
+
+    /// Makes room for the facts of so many parts.
+    void Reserve(std::size_t parts);
+    /// Begins a part with the facts of another run, or with none.
+    void Begin(Part part, const State* maker);
+    /// Adds a fact to the part. The texts of its pieces have to be constant, or part of this run or of one
+    /// that outlives it.
     void Say(Fact fact, Pieces clause);
     /// Adds to the clause of the last fact.
     void SayMore(Pieces pieces);
 
 private:
-    const Piece* PiecesOf(const Fact& fact) const {
-        return (same == nullptr ? m_pieces : same->m_pieces).data() + fact.begin;
-    }
+    const Piece* PiecesOf(const Fact& fact) const { return m_pieces.data() + fact.begin; }
 
+    std::array<const State*, kParts> m_makers{};       ///< null: this run
+    std::array<std::size_t, kParts + 1> m_firstFact{}; ///< of each part; after the last part the number
     std::vector<Fact> m_facts;
     std::vector<Piece> m_pieces; ///< of the clauses of all facts, one after the other
 };
 
 /// Runs the component on the input. What is the same in `known`, a run with the same local fields, is taken
-/// from there; `known` has to outlive `state`.
-void Run(const ExplainInput& input, State& state, const State* known = nullptr);
-/// Whether both runs ended with all that facts are about, our text apart.
-bool ReadSame(const State& one, const State& other);
+/// from there; `known` has to outlive `state`. `texts` knows what is read in our texts, when given.
+void Run(const ExplainInput& input, State& state, const State* known = nullptr, OurTexts* texts = nullptr);
+/// The parts whose facts may differ between two runs of one local side.
+Parts DifferentParts(const State& one, const State& other);
+/// Whether the component writes the same answer in both runs, which have one local side.
+bool WritesSameAnswer(const State& one, const State& other, std::size_t servedSections);
 /// A handler with the local side and everything that happened before the remote text.
-void PrepareHandler(SDPHandler& handler, const ExplainInput& input, std::string& offer);
-/// The facts of a run; reads the handler's sections. Defined over Facts*.cpp.
-void AddStreamFacts(State& state, const ExplainInput& input, const RemoteSections& sections);
-void AddSecurityFacts(State& state, const ExplainInput& input, const RemoteSections& sections);
-void AddCallFacts(State& state, const ExplainInput& input, const RemoteSections& sections);
+void PrepareHandler(SDPHandler& handler, const ExplainInput& input);
+/// Makes the facts of a part; reads the handler's sections. Defined over Facts*.cpp.
+using AddFacts = void (*)(State& state, const ExplainInput& input, const RemoteSections& sections);
+void AddAudio(State& state, const ExplainInput& input, const RemoteSections& sections);
+void AddMain(State& state, const ExplainInput& input, const RemoteSections& sections);
+void AddSlides(State& state, const ExplainInput& input, const RemoteSections& sections);
+void AddFloor(State& state, const ExplainInput& input, const RemoteSections& sections);
+void AddTones(State& state, const ExplainInput& input, const RemoteSections& sections);
+void AddBandwidth(State& state, const ExplainInput& input, const RemoteSections& sections);
+void AddAudioKey(State& state, const ExplainInput& input, const RemoteSections& sections);
+void AddMainKey(State& state, const ExplainInput& input, const RemoteSections& sections);
+void AddSlidesKey(State& state, const ExplainInput& input, const RemoteSections& sections);
+void AddIce(State& state, const ExplainInput& input, const RemoteSections& sections);
+void AddCall(State& state, const ExplainInput& input, const RemoteSections& sections);
 
 /// The first remote section of a stream; null without one.
 const MediaSession* SectionOfStream(const RemoteSections& sections, baseSDP::SRTP_M_LINE stream);
 /// Place of a section among all; kNowhere for null.
 std::size_t PlaceOf(const RemoteSections& sections, const MediaSession* section);
 /// Our first section of a stream; null without one.
-const OurSection* OurStream(const State& state, baseSDP::SRTP_M_LINE stream);
+const OurSection* OurStream(const OurText& ours, baseSDP::SRTP_M_LINE stream);
+inline const OurSection* OurStream(const State& state, baseSDP::SRTP_M_LINE stream) {
+    return OurStream(*state.ours, stream);
+}
 /// Transport of a remote section, the third word of its "m=" line.
 std::string_view TransportOf(const MediaSession& section);
 /// "G.722".

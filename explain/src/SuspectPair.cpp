@@ -163,10 +163,10 @@ void AddOtherOrder(Scene& scene, const Reading& offer, std::size_t i, bool isOth
 } // namespace
 
 void FindPair(Scene& scene) {
-    if (!scene.input.remoteAnswers || scene.state.ours.empty()) {
+    if (!scene.input.remoteAnswers || scene.state.ours->text.empty()) {
         return;
     }
-    const Reading offer = Read(scene.state.ours);
+    const Reading offer = Read(scene.state.ours->text);
     const std::vector<MeantSection>& theirs = scene.reading.sections;
     const std::size_t common = std::min<std::size_t>(std::min(offer.sections.size(), theirs.size()), 32);
     for (std::size_t i = 0; i < common; ++i) {

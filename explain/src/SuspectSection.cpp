@@ -70,8 +70,8 @@ std::string LackWords(const Scene& scene, const MeantSection& first, const Meant
     }
     const bool hasCodec =
         first.media == "audio" ? scene.state.record.eAudioCodec != PAYLOAD_UNKNOWN : ListsH264(scene, first);
-    const bool hasLater =
-        first.media == "audio" ? scene.state.read->eAudioCodec != PAYLOAD_UNKNOWN : ListsH264(scene, later);
+    const bool hasLater = first.media == "audio" ? scene.state.ours->read.eAudioCodec != PAYLOAD_UNKNOWN
+                                                 : ListsH264(scene, later);
     if (!hasCodec && hasLater) {
         return "lists no codec that this side has";
     }
@@ -141,8 +141,8 @@ void FindOrder(Scene& scene) {
               {"offer audio, main video, slides and floor control in this order"},
               {{first, scene.reading.text.size() - first, text}});
     suspect.lines.push_back(later.number);
-    const std::vector<Fact>& facts = scene.state.Facts();
-    const auto order = std::find_if(facts.begin(), facts.end(), [](const Fact& fact) {
+    const FactRange facts = scene.state.Facts(Part::Call);
+    const auto* const order = std::find_if(facts.begin(), facts.end(), [](const Fact& fact) {
         return fact.topic == Topic::Call && fact.about == About::Order;
     });
     if (order != facts.end() && order->isDead) {

@@ -80,6 +80,7 @@ std::string Bare(const ExplainFinding& finding) {
 }
 
 TEST(ExplainLaw, WithoutSentencesTheFindingsAreTheSame) {
+    ExplainCounter counter;
     for (const NamedText& named : AllTexts()) {
         for (const int way : {0, 1, 2, 3}) {
             ExplainInput input = Side(named.text);
@@ -90,7 +91,7 @@ TEST(ExplainLaw, WithoutSentencesTheFindingsAreTheSame) {
                 with += Bare(finding);
             }
             std::string without;
-            for (const ExplainFinding& finding : ExplainFindings(input)) {
+            for (const ExplainFinding& finding : counter.Findings(input)) {
                 without += Bare(finding);
                 EXPECT_TRUE(finding.cure.words.empty() && finding.cure.text.empty() &&
                             finding.cure.local.empty() && finding.repair.empty());

@@ -61,7 +61,7 @@ SurveyResult Surveyor::Examine(const Surveyed& item) {
     }
     m_input.remote = item.text;
     m_input.remoteAnswers = item.remoteAnswers;
-    std::vector<ExplainFinding> findings = ExplainFindings(m_input);
+    std::vector<ExplainFinding> findings = m_counter.Findings(m_input);
     result.findings.reserve(findings.size());
     for (ExplainFinding& finding : findings) {
         result.findings.push_back({finding.id, finding.topic, finding.severity, std::move(finding.lines)});

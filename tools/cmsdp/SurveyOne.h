@@ -58,6 +58,7 @@ private:
     void TakeStreams(SurveyResult& result, const Surveyed& item) const;
 
     ExplainInput m_input;
+    ExplainCounter m_counter;
     SDPNegotiator m_answerer; ///< as it is before each offer
     SDPNegotiator m_offerer;  ///< our offer is pending
 };
