@@ -90,8 +90,7 @@ void AddOurKey(State& state, const ExplainInput& input, const MediaSession* sect
     }
 }
 
-void AddKey(State& state, const ExplainInput& input, const RemoteSections& sections,
-            baseSDP::SRTP_M_LINE stream) {
+void AddKey(State& state, const ExplainInput& input, const Sections& sections, baseSDP::SRTP_M_LINE stream) {
     const MediaSession* const section = SectionOfStream(sections, stream);
     AddTheirKey(state, input, section, stream);
     AddOurKey(state, input, section, stream);
@@ -129,7 +128,7 @@ void AddTransport(State& state, const MediaSession& section, std::size_t i) {
     }
 }
 
-void AddShape(State& state, const RemoteSections& sections) {
+void AddShape(State& state, const Sections& sections) {
     std::size_t malformed = 0;
     std::size_t wrong = kNowhere;
     for (std::size_t i = 0; i < state.ours->sections.size(); ++i) {
@@ -156,7 +155,7 @@ void AddShape(State& state, const RemoteSections& sections) {
     } else {
         state.Say({Topic::Call, About::Order, 0, true, true},
                   {"section ", wrong + 1, ", offered as ", OfferedKind(*sections[wrong]), ", is answered as ",
-                   state.ours->sections[wrong].isSlides              ? "slides"
+                   state.ours->sections[wrong].isSlides           ? "slides"
                    : sections[wrong]->eContent == VIDEOTYPE_PRESO ? "main video"
                                                                   : state.ours->sections[wrong].media});
     }
@@ -168,7 +167,7 @@ void AddShape(State& state, const RemoteSections& sections) {
 }
 
 /// A section that is answered by one of ours and rejected as surplus as well.
-void AddRejection(State& state, const ExplainInput& input, const RemoteSections& sections) {
+void AddRejection(State& state, const ExplainInput& input, const Sections& sections) {
     using Topics = std::initializer_list<Topic>;
     const auto add = [&](Topics topics, unsigned char which, const char* name, const MediaSession* section,
                          bool isAnswered) {
@@ -210,19 +209,19 @@ void AddRejection(State& state, const ExplainInput& input, const RemoteSections&
 
 } // namespace
 
-void AddAudioKey(State& state, const ExplainInput& input, const RemoteSections& sections) {
+void AddAudioKey(State& state, const ExplainInput& input, const Sections& sections) {
     AddKey(state, input, sections, baseSDP::SRTP_AUDIO);
 }
 
-void AddMainKey(State& state, const ExplainInput& input, const RemoteSections& sections) {
+void AddMainKey(State& state, const ExplainInput& input, const Sections& sections) {
     AddKey(state, input, sections, baseSDP::SRTP_VIDEO);
 }
 
-void AddSlidesKey(State& state, const ExplainInput& input, const RemoteSections& sections) {
+void AddSlidesKey(State& state, const ExplainInput& input, const Sections& sections) {
     AddKey(state, input, sections, baseSDP::SRTP_VIDEO_PRESO);
 }
 
-void AddIce(State& state, const ExplainInput& /*input*/, const RemoteSections& sections) {
+void AddIce(State& state, const ExplainInput& /*input*/, const Sections& sections) {
     // Counted by kind, so that a section more or less before them does not change what is said of the others.
     constexpr const char* kKinds[] = {"other", "audio", "video", "application"};
     std::size_t counts[std::size(kKinds)] = {};
@@ -246,7 +245,7 @@ void AddIce(State& state, const ExplainInput& /*input*/, const RemoteSections& s
     }
 }
 
-void AddCall(State& state, const ExplainInput& input, const RemoteSections& sections) {
+void AddCall(State& state, const ExplainInput& input, const Sections& sections) {
     state.Say({Topic::Call, About::Sections, 0, sections.empty(), true},
               {sections.empty() ? "no section of the far end is read" : "sections of the far end are read"});
     const char* const text = input.remoteAnswers ? "our offer" : "our answer";

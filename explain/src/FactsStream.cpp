@@ -206,19 +206,19 @@ void AddStream(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE str
 
 } // namespace
 
-void AddAudio(State& state, const ExplainInput& input, const RemoteSections& /*sections*/) {
+void AddAudio(State& state, const ExplainInput& input, const Sections& /*sections*/) {
     AddStream(state, input, baseSDP::SRTP_AUDIO);
 }
 
-void AddMain(State& state, const ExplainInput& input, const RemoteSections& /*sections*/) {
+void AddMain(State& state, const ExplainInput& input, const Sections& /*sections*/) {
     AddStream(state, input, baseSDP::SRTP_VIDEO);
 }
 
-void AddSlides(State& state, const ExplainInput& input, const RemoteSections& /*sections*/) {
+void AddSlides(State& state, const ExplainInput& input, const Sections& /*sections*/) {
     AddStream(state, input, baseSDP::SRTP_VIDEO_PRESO);
 }
 
-void AddFloor(State& state, const ExplainInput& input, const RemoteSections& sections) {
+void AddFloor(State& state, const ExplainInput& input, const Sections& sections) {
     const RemoteSDP& record = state.record;
     const RemoteSDP& read = state.ours->read;
     bool isThere = false;
@@ -247,12 +247,12 @@ void AddFloor(State& state, const ExplainInput& input, const RemoteSections& sec
     }
 }
 
-void AddTones(State& state, const ExplainInput& input, const RemoteSections& /*sections*/) {
+void AddTones(State& state, const ExplainInput& input, const Sections& /*sections*/) {
     AddMatch(state, input);
     AddPayload(state);
 }
 
-void AddBandwidth(State& state, const ExplainInput& /*input*/, const RemoteSections& /*sections*/) {
+void AddBandwidth(State& state, const ExplainInput& /*input*/, const Sections& /*sections*/) {
     const std::int32_t theirs = state.record.iMaxBandwidth;
     if (theirs == 0) {
         state.Say({Topic::Bandwidth, About::Bandwidth, 0, false, false, true},

@@ -4,11 +4,7 @@
 // Test: tests/explain/LawTest.cpp, tests/explain/judge_cases.py
 #include "Maker.h"
 
-#include "SDPKeyword.h"
-#include "SDPTables.h"
-
 #include <algorithm>
-#include <optional>
 
 namespace explain {
 
@@ -111,7 +107,9 @@ bool IsEnded(const Suspect& suspect, const Reading& reading, const ExplainInput&
 
 std::vector<Suspect> SuspectsOf(const ExplainInput& input, const Reading& reading, const State& state,
                                 bool isBrief, std::size_t& skipped) {
+    constexpr std::size_t usual = 32;
     std::vector<Suspect> suspects;
+    suspects.reserve(usual);
     Scene scene{input, reading, state, suspects, isBrief};
     for (const Find find : kFinders) {
         find(scene);
@@ -124,8 +122,7 @@ std::vector<Suspect> SuspectsOf(const ExplainInput& input, const Reading& readin
 
 Maker::Maker(const ExplainInput& input, const Reading& reading, const State& state, OurTexts& texts,
              bool isBrief)
-    : m_input(input), m_edited(input), m_reading(reading), m_state(state), m_texts(texts),
-      m_isBrief(isBrief) {
+    : m_input(input), m_reading(reading), m_state(state), m_texts(texts) {
     // Small texts are examined in full; for long ones the cost stays in proportion to the length.
     constexpr std::size_t bytes = 1U << 20U;
     constexpr std::size_t most = 256;
@@ -133,49 +130,8 @@ Maker::Maker(const ExplainInput& input, const Reading& reading, const State& sta
     m_allowance = kExplainTrials / 4 + std::min(most, bytes / (input.remote.size() + 1));
     m_mostTrials = std::min(kExplainTrials, fewest + 2 * bytes / (input.remote.size() + 1));
     if (isBrief) {
-        FindIdle();
+        m_brief.emplace(input, reading, state, texts);
     }
-}
-
-/// Lines without a row, and attributes that are no direction: no run needs them.
-void Maker::FindIdle() {
-    for (const Host& host : m_reading.hosts) {
-        const bool isIdle =
-            host.row == SDPRow::None ||
-            (host.row == SDPRow::Direction && sdp::FirstKeyword<sdp::kDirections>(host.text) == nullptr);
-        if (isIdle) {
-            const auto begin = static_cast<std::size_t>(host.text.data() - m_reading.text.data());
-            m_idle.emplace_back(begin, begin + host.text.size() + 2);
-        }
-    }
-}
-
-/// The edited text without the idle lines that the edit does not touch.
-void Maker::EditLean(const ExplainCure& cure) {
-    const std::string& from = m_input.remote;
-    std::string& text = m_edited.remote;
-    text.clear();
-    auto idle = m_idle.begin();
-    std::size_t at = 0;
-    const auto copy = [&](std::size_t end) {
-        const std::size_t begin = at;
-        for (; idle != m_idle.end() && idle->first < end; ++idle) {
-            // A line that stands right behind an edit may begin in its text.
-            if ((idle->first >= begin + 2 || begin == 0) && idle->first >= at && idle->second <= end) {
-                text.append(from, at, idle->first - at);
-                at = idle->second;
-            }
-        }
-        text.append(from, at, end - at);
-    };
-    for (const ExplainTextChange& change : cure.text) {
-        if (change.offset >= at && change.offset <= from.size()) {
-            copy(change.offset);
-            text += change.text;
-            at = std::min(from.size(), change.offset + change.length);
-        }
-    }
-    copy(from.size());
 }
 
 /// What the suspect's edit changes. An edit after which the suspect is found again is no cure and is dropped.
@@ -188,22 +144,20 @@ Effects Maker::Try(Suspect& suspect) {
         ++untried;
         return {};
     }
-    std::optional<ExplainInput> local;
-    if (isLocal) {
-        local.emplace(ExplainCured(m_input, suspect.cure));
-    } else if (m_isBrief) {
-        EditLean(suspect.cure);
-    } else {
-        Edit(m_input.remote, suspect.cure, m_edited.remote);
+    if (m_brief && !isLocal) {
+        return Counted(suspect, m_brief->EffectsOf(suspect.cure));
     }
-    const ExplainInput& cured = isLocal ? *local : m_edited;
+    ExplainInput cured = ExplainCured(m_input, suspect.cure);
+    if (m_brief) {
+        cured.remote = m_brief->Lean(suspect.cure);
+    }
     State then;
     Run(cured, then, isLocal ? nullptr : &m_state, &m_texts);
-    Effects effects = Counted(suspect, EffectsOf(m_state, then, !m_isBrief));
+    Effects effects = Counted(suspect, EffectsOf(m_state, then, !m_brief));
     const bool isFinding =
         !suspect.known.empty() ||
         std::any_of(effects.begin(), effects.end(), [](const Effect& effect) { return effect.isAny; });
-    if (!m_isBrief && isFinding && !IsEnded(suspect, m_reading, cured, then)) {
+    if (!m_brief && isFinding && !IsEnded(suspect, m_reading, cured, then)) {
         suspect.cure = {};
     }
     return effects;
@@ -239,7 +193,7 @@ ExplainFinding Maker::FindingOf(const Suspect& suspect, const Effects& effects, 
     finding.lines = suspect.lines;
     finding.field = suspect.field;
     finding.ledger = *suspect.ledger != '\0' ? suspect.ledger : suspect.rule->ledger;
-    if (!m_isBrief) {
+    if (!m_brief) {
         finding.what = suspect.what;
         finding.acted = suspect.acted.empty() ? suspect.rule->acted : suspect.acted;
         finding.comes = ConsequenceOf(suspect, effects[static_cast<std::size_t>(weight.topic)], weight.topic);
@@ -253,7 +207,9 @@ void Maker::Take(Suspect suspect) {
     for (const Weight& weight : Weigh(suspect, effects)) {
         m_found.push_back({FindingOf(suspect, effects, weight), weight.rank, m_suspects.size()});
     }
-    m_suspects.push_back(std::move(suspect));
+    if (!m_brief) {
+        m_suspects.push_back(std::move(suspect)); // Its cure is checked at the end.
+    }
 }
 
 Maker::Place Maker::PlaceOf(const Suspect& suspect, const Reading& reading, const ExplainCure& cure,
@@ -324,7 +280,7 @@ void Maker::DropBadCures() {
 }
 
 std::vector<ExplainFinding> Maker::Finish() {
-    if (!m_isBrief) {
+    if (!m_brief) {
         DropBadCures();
     }
     std::vector<Ranked*> order;

@@ -4,13 +4,13 @@
 // finding is opened there that is worse than the one it ends.
 #pragma once
 
-#include "Effects.h"
+#include "BriefRun.h"
 #include "Suspect.h"
 
+#include <optional>
 #include <set>
 #include <string>
 #include <tuple>
-#include <utility>
 #include <vector>
 
 namespace explain {
@@ -49,8 +49,6 @@ private:
     using Place = std::tuple<std::string_view, std::string_view, std::size_t, ExplainTopic>;
 
     static std::vector<Weight> Weigh(const Suspect& suspect, const Effects& effects);
-    void FindIdle();
-    void EditLean(const ExplainCure& cure);
     Effects Try(Suspect& suspect);
     ExplainFinding FindingOf(const Suspect& suspect, const Effects& effects, const Weight& weight) const;
     Place PlaceOf(const Suspect& suspect, const Reading& reading, const ExplainCure& cure,
@@ -59,15 +57,12 @@ private:
     void DropBadCures();
 
     const ExplainInput& m_input;
-    ExplainInput m_edited; ///< with the text of the edit that is tried
     const Reading& m_reading;
     const State& m_state;
     OurTexts& m_texts;
     std::vector<Suspect> m_suspects;
     std::vector<Ranked> m_found;
-    bool m_isBrief;
-    std::vector<std::pair<std::size_t, std::size_t>>
-        m_idle; ///< offsets of lines that change nothing, and their ends
+    std::optional<BriefRuns> m_brief; ///< of a brief maker
     std::size_t m_tried = 0;
     std::size_t m_mostTrials; ///< kExplainTrials, and fewer for a text of more than 32 KiB
     std::size_t m_allowance;  ///< runs that are left for finding what cures open

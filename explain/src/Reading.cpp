@@ -95,6 +95,9 @@ void Assign(Reading& reading, std::size_t index) {
 Reading Read(std::string_view text) {
     Reading reading;
     reading.text = text;
+    const auto count = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+    reading.lines.reserve(count + 1);
+    reading.hosts.reserve(count);
     std::size_t begin = 0;
     while (begin < text.size()) {
         const std::size_t lf = std::min(text.find('\n', begin), text.size());

@@ -65,7 +65,7 @@ bool HasSameKey(const MediaSession* one, const MediaSession* other) {
 
 /// Whether both have equally many sections, and those in one place match.
 template <typename Matches>
-bool AreSame(const RemoteSections& one, const RemoteSections& other, Matches matches) {
+bool AreSame(const Sections& one, const Sections& other, Matches matches) {
     return std::equal(one.begin(), one.end(), other.begin(), other.end(),
                       [matches](const MediaSession* a, const MediaSession* b) { return matches(*a, *b); });
 }
@@ -88,8 +88,8 @@ void CompareTheirs(const State& one, const State& other, Parts& parts) {
     const auto mark = [&parts](Part part, bool isSame) {
         parts[static_cast<std::size_t>(part)] = parts[static_cast<std::size_t>(part)] || !isSame;
     };
-    const RemoteSections a = one.handler.GetRemoteSections();
-    const RemoteSections b = other.handler.GetRemoteSections();
+    const Sections& a = one.sections;
+    const Sections& b = other.sections;
     const auto isBfcp = [](const MediaSession* section) { return sdp::IsBfcp(*section); };
     const bool isSameAudio = AudioOf(one.record) == AudioOf(other.record);
     mark(Part::Audio, isSameAudio);
@@ -145,14 +145,13 @@ Parts DifferentParts(const State& one, const State& other) {
 
 bool WritesSameAnswer(const State& one, const State& other, std::size_t servedSections) {
     std::size_t place = 0;
-    return AreSame(one.handler.GetRemoteSections(), other.handler.GetRemoteSections(),
-                   [&](const MediaSession& a, const MediaSession& b) {
-                       // The codec comes from an audio section; a section that is not served is repeated.
-                       const bool isServed = place++ < servedSections;
-                       return AnsweredOf(a) == AnsweredOf(b) && sdp::IsBfcp(a) == sdp::IsBfcp(b) &&
-                              (a.eMedia != MEDIA_AUDIO || HasSameFormats(a, b)) &&
-                              (isServed || (a.strFullMLine == b.strFullMLine && a.strIPAddr == b.strIPAddr));
-                   });
+    return AreSame(one.sections, other.sections, [&](const MediaSession& a, const MediaSession& b) {
+        // The codec comes from an audio section; a section that is not served is repeated.
+        const bool isServed = place++ < servedSections;
+        return AnsweredOf(a) == AnsweredOf(b) && sdp::IsBfcp(a) == sdp::IsBfcp(b) &&
+               (a.eMedia != MEDIA_AUDIO || HasSameFormats(a, b)) &&
+               (isServed || (a.strFullMLine == b.strFullMLine && a.strIPAddr == b.strIPAddr));
+    });
 }
 
 } // namespace explain

@@ -21,7 +21,7 @@ constexpr AddFacts kAddFacts[] = {AddAudio,    AddMain,    AddSlides,    AddFloo
 static_assert(std::size(kAddFacts) == kParts);
 
 /// The answer that was sent or that the component writes; empty without a section of the far end.
-std::string AnswerOf(const ExplainInput& input, SDPHandler& handler, const RemoteSections& sections) {
+std::string AnswerOf(const ExplainInput& input, SDPHandler& handler, const Sections& sections) {
     const bool isOffered = std::any_of(sections.begin(), sections.end(),
                                        [](const MediaSession* section) { return sdp::IsBfcp(*section); });
     handler.SetBfcpSupport(input.floorControl && (isOffered || !input.floorControlIfOffered));
@@ -50,6 +50,11 @@ void PrepareHandler(SDPHandler& handler, const ExplainInput& input) {
     handler.m_bSRTP = input.srtp;
     handler.SetBfcpSupport(input.floorControl);
     handler.SetMaxSupportedSessions(input.servedSections);
+    PrepareReader(handler, input);
+}
+
+void PrepareReader(SDPHandler& handler, const ExplainInput& input) {
+    handler.MyLocalSDP.eAudioCodec = input.local.eAudioCodec;
     if (!input.before.empty()) {
         RemoteSDP unused;
         handler.ParseTheSDP(input.before, unused);
@@ -69,17 +74,22 @@ void Run(const ExplainInput& input, State& state, const State* known, OurTexts* 
     }
     handler.ParseTheSDP(input.remote, state.record);
     const RemoteSections sections = handler.GetRemoteSections();
+    state.sections.assign(sections.begin(), sections.end());
     if (!input.remoteAnswers) {
         state.ours = known != nullptr && WritesSameAnswer(state, *known, input.servedSections)
                          ? known->ours
-                         : ReadOurs(input, AnswerOf(input, handler, sections), known, texts);
+                         : ReadOurs(input, AnswerOf(input, handler, state.sections), known, texts);
     }
+    MakeFacts(input, state, known);
+}
+
+void MakeFacts(const ExplainInput& input, State& state, const State* known) {
     const Parts made = known == nullptr ? Parts().set() : DifferentParts(state, *known);
     state.Reserve(made.count());
     for (std::size_t part = 0; part < kParts; ++part) {
         state.Begin(static_cast<Part>(part), made[part] ? nullptr : known);
         if (made[part]) {
-            kAddFacts[part](state, input, sections);
+            kAddFacts[part](state, input, state.sections);
         }
     }
 }
@@ -133,7 +143,7 @@ bool State::SaysSame(const Fact& fact, const State& other, const Fact& theirs) c
     return (isEnd || !piece->BeginsOtherwise(*otherPiece)) && ClauseOf(fact) == other.ClauseOf(theirs);
 }
 
-const MediaSession* SectionOfStream(const RemoteSections& sections, baseSDP::SRTP_M_LINE stream) {
+const MediaSession* SectionOfStream(const Sections& sections, baseSDP::SRTP_M_LINE stream) {
     const sdp::StreamMatch& match = sdp::kStreams[stream];
     const auto found = std::find_if(sections.begin(), sections.end(), [&](const MediaSession* section) {
         return section->eMedia == match.media && section->eContent == match.content;
@@ -141,7 +151,7 @@ const MediaSession* SectionOfStream(const RemoteSections& sections, baseSDP::SRT
     return found == sections.end() ? nullptr : *found;
 }
 
-std::size_t PlaceOf(const RemoteSections& sections, const MediaSession* section) {
+std::size_t PlaceOf(const Sections& sections, const MediaSession* section) {
     const auto found = std::find(sections.begin(), sections.end(), section);
     return found == sections.end() ? kNowhere : static_cast<std::size_t>(found - sections.begin());
 }

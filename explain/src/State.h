@@ -94,14 +94,18 @@ struct FactRange {
     std::size_t size() const { return static_cast<std::size_t>(last - first); }
 };
 
+/// The sections of the far end as the component has read them.
+using Sections = std::vector<const MediaSession*>;
+
 /// What both ends hold after the remote text was read. It stays in its place: it has views of itself.
 struct State {
     State() = default;
     State(const State&) = delete;
     State& operator=(const State&) = delete;
 
-    SDPHandler handler; ///< has read the remote text
+    SDPHandler handler; ///< has read the remote text, or the section of it that differs from another run's
     RemoteSDP record;
+    Sections sections; ///< of the handler, and of another run where it has read one section alone
     /// Our answer, or our offer when the remote text answers it. Runs share it when it is the same.
     std::shared_ptr<const OurText> ours;
 
@@ -141,30 +145,34 @@ private:
 /// Runs the component on the input. What is the same in `known`, a run with the same local fields, is taken
 /// from there; `known` has to outlive `state`. `texts` knows what is read in our texts, when given.
 void Run(const ExplainInput& input, State& state, const State* known = nullptr, OurTexts* texts = nullptr);
+/// Makes the facts of a run whose other fields are filled; those of `known` where they are the same.
+void MakeFacts(const ExplainInput& input, State& state, const State* known);
 /// The parts whose facts may differ between two runs of one local side.
 Parts DifferentParts(const State& one, const State& other);
 /// Whether the component writes the same answer in both runs, which have one local side.
 bool WritesSameAnswer(const State& one, const State& other, std::size_t servedSections);
 /// A handler with the local side and everything that happened before the remote text.
 void PrepareHandler(SDPHandler& handler, const ExplainInput& input);
+/// The same for a handler that only reads: that depends on the codec set alone and on what was read before.
+void PrepareReader(SDPHandler& handler, const ExplainInput& input);
 /// Makes the facts of a part; reads the handler's sections. Defined over Facts*.cpp.
-using AddFacts = void (*)(State& state, const ExplainInput& input, const RemoteSections& sections);
-void AddAudio(State& state, const ExplainInput& input, const RemoteSections& sections);
-void AddMain(State& state, const ExplainInput& input, const RemoteSections& sections);
-void AddSlides(State& state, const ExplainInput& input, const RemoteSections& sections);
-void AddFloor(State& state, const ExplainInput& input, const RemoteSections& sections);
-void AddTones(State& state, const ExplainInput& input, const RemoteSections& sections);
-void AddBandwidth(State& state, const ExplainInput& input, const RemoteSections& sections);
-void AddAudioKey(State& state, const ExplainInput& input, const RemoteSections& sections);
-void AddMainKey(State& state, const ExplainInput& input, const RemoteSections& sections);
-void AddSlidesKey(State& state, const ExplainInput& input, const RemoteSections& sections);
-void AddIce(State& state, const ExplainInput& input, const RemoteSections& sections);
-void AddCall(State& state, const ExplainInput& input, const RemoteSections& sections);
+using AddFacts = void (*)(State& state, const ExplainInput& input, const Sections& sections);
+void AddAudio(State& state, const ExplainInput& input, const Sections& sections);
+void AddMain(State& state, const ExplainInput& input, const Sections& sections);
+void AddSlides(State& state, const ExplainInput& input, const Sections& sections);
+void AddFloor(State& state, const ExplainInput& input, const Sections& sections);
+void AddTones(State& state, const ExplainInput& input, const Sections& sections);
+void AddBandwidth(State& state, const ExplainInput& input, const Sections& sections);
+void AddAudioKey(State& state, const ExplainInput& input, const Sections& sections);
+void AddMainKey(State& state, const ExplainInput& input, const Sections& sections);
+void AddSlidesKey(State& state, const ExplainInput& input, const Sections& sections);
+void AddIce(State& state, const ExplainInput& input, const Sections& sections);
+void AddCall(State& state, const ExplainInput& input, const Sections& sections);
 
 /// The first remote section of a stream; null without one.
-const MediaSession* SectionOfStream(const RemoteSections& sections, baseSDP::SRTP_M_LINE stream);
+const MediaSession* SectionOfStream(const Sections& sections, baseSDP::SRTP_M_LINE stream);
 /// Place of a section among all; kNowhere for null.
-std::size_t PlaceOf(const RemoteSections& sections, const MediaSession* section);
+std::size_t PlaceOf(const Sections& sections, const MediaSession* section);
 /// Our first section of a stream; null without one.
 const OurSection* OurStream(const OurText& ours, baseSDP::SRTP_M_LINE stream);
 inline const OurSection* OurStream(const State& state, baseSDP::SRTP_M_LINE stream) {

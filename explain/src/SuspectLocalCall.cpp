@@ -193,7 +193,7 @@ void FindOwnFloor(Scene& scene) {
 }
 
 void FindServed(Scene& scene) {
-    const std::size_t sections = scene.state.handler.GetRemoteSections().size();
+    const std::size_t sections = scene.state.sections.size();
     if (scene.input.remoteAnswers || sections <= scene.input.servedSections) {
         return;
     }
@@ -210,7 +210,7 @@ void FindServed(Scene& scene) {
 
 void FindUnasked(Scene& scene) {
     const RemoteSDP& record = scene.state.record;
-    if (scene.input.remoteAnswers || scene.state.handler.GetRemoteSections().empty()) {
+    if (scene.input.remoteAnswers || scene.state.sections.empty()) {
         return;
     }
     if (!record.m_VideoMain.fIsVideoValid && OurStream(scene.state, baseSDP::SRTP_VIDEO) != nullptr) {
