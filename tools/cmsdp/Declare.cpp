@@ -40,13 +40,13 @@ void AddSide(CLI::App& verb, const char* name, std::optional<std::string>& file,
 }
 
 // What the verbs that read and judge one description take, with what --json and REMOTE are for them.
-void AddJudged(CLI::App& verb, CommandLine& line, const char* json, const char* remote) {
+void AddJudged(CLI::App& verb, CommandLine& line, const char* jsonWords, const char* remoteWords) {
     AddLocal(verb, line);
-    verb.add_flag("--json", line.json, json);
+    verb.add_flag("--json", line.json, jsonWords);
     AddRequire(verb, line);
     AddPasted(verb, line);
     AddSecrets(verb, line);
-    AddRemote(verb, line, remote);
+    AddRemote(verb, line, remoteWords);
 }
 
 } // namespace
