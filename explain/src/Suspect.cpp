@@ -4,7 +4,6 @@
 // Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
-#include "SDPSections.h"
 #include "SDPTables.h"
 
 #include <algorithm>
@@ -132,7 +131,7 @@ bool IsDirection(const TextLine& line) {
     const std::string_view text = Trimmed(line.text);
     return std::any_of(std::begin(sdp::kDirections), std::end(sdp::kDirections),
                        [text](const sdp::Direction& direction) {
-                           return negotiation::EqualsNoCase(text, direction.keyword);
+                           return text.size() == direction.keyword.size() && Lower(text) == direction.keyword;
                        });
 }
 
