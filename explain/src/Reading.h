@@ -5,7 +5,10 @@
 // meant for, so that a finding can name it.
 #pragma once
 
+#include "LineStart.h"
+#include "Quoted.h"
 #include "SDPLineObserver.h"
+#include "Words.h"
 
 #include <cstddef>
 #include <string>
@@ -15,8 +18,6 @@
 #include <vector>
 
 namespace explain {
-
-inline constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
 
 /// A line of the editor.
 struct TextLine {
@@ -69,42 +70,5 @@ struct Reading {
 
 /// Cuts the text into lines; keeps views of it.
 Reading Read(std::string_view text);
-
-/// Whether the line is "x=" and a value, or "a=" and a name in small letters, with ":" and a value after it
-/// or not, without a blank at its ends or beside the ":". StartSpelled leaves such a line as it is.
-bool IsPlain(std::string_view line);
-/// Text without white space at either end.
-std::string_view Trimmed(std::string_view text);
-/// A trimmed line without signs before its first letter, such as those of quoted mail ("> m=audio"), with the
-/// type that it lacks ("rtpmap:0 PCMU/8000") or another sign than "=" after it ("m:audio"), and without
-/// blanks round its first "=" and before its first ":"; where a keyword that takes a value has a blank in
-/// place of its colon, the colon stands.
-std::string StartSpelled(std::string_view line);
-/// The words of a text, cut at white space; at most `most`.
-std::vector<std::string_view> WordsOf(std::string_view text, std::size_t most = kNowhere);
-/// The word after `index` others; empty without one.
-std::string_view WordOf(std::string_view text, std::size_t index);
-std::string Lower(std::string_view text);
-std::string Upper(std::string_view text);
-/// Inline, so that the comparison with a constant is a few instructions: every finder asks it of every line.
-inline bool BeginsWith(std::string_view text, std::string_view start) {
-    return text.size() >= start.size() && text.compare(0, start.size(), start) == 0;
-}
-bool IsDigits(std::string_view text);
-/// Whether digits are more than the record's 32 bits hold (G04).
-bool IsOver32Bits(std::string_view digits);
-/// Four decimal numbers up to 255 with dots between.
-bool IsIpv4(std::string_view text);
-/// A loopback, private or link-local IPv4 address.
-bool IsPrivate(std::string_view address);
-/// "a=fmtp:97 x" and "a=rtpmap:97 x": the digits after the keyword's colon; empty without any.
-std::string_view PayloadOf(std::string_view line);
-/// The value after the first ':' of an attribute, trimmed.
-std::string_view ValueOf(std::string_view line);
-
-/// A line in quotes for a sentence: printable, short, key text as "***".
-std::string Quoted(std::string_view line);
-/// A value of the far end for a sentence: printable, short, and "***" where it could be key text.
-std::string Shown(std::string_view value);
 
 } // namespace explain

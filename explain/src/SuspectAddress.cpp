@@ -64,81 +64,98 @@ std::vector<Topic> SentTo(const Reading& reading, const TextLine& line) {
             first[kind] = &section;
         }
     }
-    static constexpr Topic kTopics[] = {Topic::AudioSend, Topic::MainSend, Topic::Slides};
+    static constexpr Topic kSent[] = {Topic::AudioSend, Topic::MainSend, Topic::Slides};
     std::vector<Topic> topics;
     for (std::size_t kind = 0; kind < std::size(first); ++kind) {
         const TextLine* const own = first[kind] == nullptr ? nullptr : OwnConnection(reading, *first[kind]);
         if (first[kind] != nullptr && (own == nullptr ? line.section == kNowhere : own == &line)) {
-            topics.push_back(kTopics[kind]);
+            topics.push_back(kSent[kind]);
         }
     }
     return topics;
 }
 
+void AddShort(Scene& scene, const TextLine& line) {
+    const std::string text = "c=IN IP4 " + OriginAddress(scene.reading);
+    if (WordsOf(Canonical(line, scene.reading), 3).size() < 3) {
+        Blame(scene, kShortAddress, line, {LineWords(line), " has fewer than three words."},
+              {"write line ", line.number, " as ", InQuotes(text)}, {ReplaceLine(line, text)})
+            .isTakenAway = true;
+    }
+}
+
+void AddZero(Scene& scene, const TextLine& line) {
+    const MeantSection* const section = scene.reading.SectionOf(line);
+    const std::string place =
+        section == nullptr ? "."
+                           : Joined({" (section of line ", scene.reading.lines[section->line].number, ")."});
+    Suspect& suspect = Blame(
+        scene, kZeroAddress, line,
+        {LineWords(line), " has the address 0.0.0.0, an old form of hold or a text for ICE alone", place},
+        {"write the far end's address in line ", line.number},
+        {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
+    if (scene.reading.hasIce && !scene.reading.hasCandidate) {
+        suspect.Know(Topic::Ice, {"There is neither a candidate nor a usable address, so no media flow."});
+    }
+}
+
+/// Digits and dots that are no address.
+void AddBad(Scene& scene, const TextLine& line, std::string_view address) {
+    Suspect& suspect =
+        Blame(scene, kBadAddress, line, {LineWords(line), " has digits and dots that are no IPv4 address."},
+              {"write the far end's address in line ", line.number},
+              {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
+    for (const Topic topic : {Topic::AudioSend, Topic::MainSend, Topic::Slides, Topic::Call}) {
+        suspect.Know(topic, {"Media would go to ", AsShown(address), ", which is nowhere."});
+    }
+}
+
+/// IPv6 or a name.
+void AddOtherKind(Scene& scene, const TextLine& line, std::string_view address) {
+    const bool isIpv6 = address.find(':') != std::string_view::npos;
+    Suspect& suspect =
+        Blame(scene, kAddressKind, line,
+              {LineWords(line), isIpv6 ? " has an IPv6 address."
+                                       : " has a host name or another text that is no IPv4 address."},
+              {"write an IPv4 address of the far end in line ", line.number},
+              {ReplaceLine(line, "c=IN IP4 " + OriginAddress(scene.reading))});
+    std::vector<Topic> topics = SentTo(scene.reading, line);
+    topics.push_back(Topic::Call);
+    for (const Topic topic : topics) {
+        suspect.Know(topic, {"Media go to ", AsShown(address),
+                             isIpv6 ? ", which an end with IPv4 alone does not reach."
+                                    : ", which is reached only where the engine looks up names."});
+    }
+}
+
+void AddPrivate(Scene& scene, const TextLine& line, std::string_view address) {
+    Suspect& suspect = Blame(scene, kPrivateAddress, line,
+                             {LineWords(line), " has a loopback, private or link-local address."}, {}, {});
+    for (const Topic topic : SentTo(scene.reading, line)) {
+        suspect.Know(topic, {"Media go to ", AsShown(address), ", which only its own network reaches."});
+    }
+}
+
 void FindAddress(Scene& scene, const TextLine& line) {
     const std::vector<std::string_view> words = WordsOf(line.text, 4);
-    const std::string number = std::to_string(line.number);
     if (words.size() < 3) {
-        const std::string text = "c=IN IP4 " + OriginAddress(scene.reading);
-        if (WordsOf(Canonical(line, scene.reading), 3).size() < 3) {
-            Blame(scene, kShortAddress, line, {LineWords(line), " has fewer than three words."},
-                  {"write line ", number, " as ", InQuotes(text)}, {ReplaceLine(line, text)})
-                .isTakenAway = true;
-        }
+        AddShort(scene, line);
         return;
     }
     const std::string address(words[2]);
     const std::size_t slash = address.find('/');
     if (address == "0.0.0.0") {
-        const MeantSection* const section = scene.reading.SectionOf(line);
-        const std::string place =
-            section == nullptr
-                ? "."
-                : Joined({" (section of line ", scene.reading.lines[section->line].number, ")."});
-        Suspect& suspect = Blame(
-            scene, kZeroAddress, line,
-            {LineWords(line), " has the address 0.0.0.0, an old form of hold or a text for ICE alone", place},
-            {"write the far end's address in line ", number},
-            {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
-        if (scene.reading.hasIce && !scene.reading.hasCandidate) {
-            suspect.Know(Topic::Ice,
-                         {"There is neither a candidate nor a usable address, so no media flow."});
-        }
+        AddZero(scene, line);
     } else if (slash != std::string::npos) {
         Blame(scene, kMulticast, line, {LineWords(line), " has a suffix after its address."},
-              {"write the address alone in line ", number},
+              {"write the address alone in line ", line.number},
               {ReplaceLine(line, WithWord(line, 2, address.substr(0, slash)))});
+    } else if (IsPrivate(address) && IsIpv4(address)) {
+        AddPrivate(scene, line, address);
     } else if (!IsIpv4(address) && address.find_first_not_of("0123456789.") == std::string::npos) {
-        Suspect& suspect = Blame(scene, kBadAddress, line,
-                                 {LineWords(line), " has digits and dots that are no IPv4 address."},
-                                 {"write the far end's address in line ", number},
-                                 {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
-        for (const Topic topic : {Topic::AudioSend, Topic::MainSend, Topic::Slides, Topic::Call}) {
-            suspect.Know(topic, {"Media would go to ", AsShown(address), ", which is nowhere."});
-        }
+        AddBad(scene, line, address);
     } else if (!IsIpv4(address)) {
-        const bool isIpv6 = address.find(':') != std::string::npos;
-        Suspect& suspect =
-            Blame(scene, kAddressKind, line,
-                  {LineWords(line), isIpv6 ? " has an IPv6 address."
-                                           : " has a host name or another text that is no IPv4 "
-                                             "address."},
-                  {"write an IPv4 address of the far end in line ", number},
-                  {ReplaceLine(line, "c=IN IP4 " + OriginAddress(scene.reading))});
-        std::vector<Topic> topics = SentTo(scene.reading, line);
-        topics.push_back(Topic::Call);
-        for (const Topic topic : topics) {
-            suspect.Know(topic, {"Media go to ", AsShown(address),
-                                 isIpv6 ? ", which an end with IPv4 alone does not reach."
-                                        : ", which is reached only where the engine looks up names."});
-        }
-    } else if (IsPrivate(address)) {
-        Suspect& suspect =
-            Blame(scene, kPrivateAddress, line,
-                  {LineWords(line), " has a loopback, private or link-local address."}, {}, {});
-        for (const Topic topic : SentTo(scene.reading, line)) {
-            suspect.Know(topic, {"Media go to ", AsShown(address), ", which only its own network reaches."});
-        }
+        AddOtherKind(scene, line, address);
     }
 }
 

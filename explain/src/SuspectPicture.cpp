@@ -91,77 +91,116 @@ bool HasUnlistedMode(const Scene& scene, const MeantSection& section) {
     });
 }
 
+/// The lines of the H.264 format that is sent, or of the last one listed.
+struct Picture {
+    const VideoParms& stream;
+    Topic topic;
+    std::string payload;
+    const TextLine* fmtp; ///< null without one
+    const TextLine& line; ///< its fmtp line, or its rtpmap line
+
+    ExplainTextChange With(const std::string& parameter) const {
+        return fmtp != nullptr ? ReplaceLine(*fmtp, std::string(Trimmed(fmtp->text)) + ";" + parameter)
+                               : InsertAfter(line, "a=fmtp:" + payload + " " + parameter);
+    }
+};
+
+Picture PictureOf(const Scene& scene, const MeantSection& section, const VideoParms& stream,
+                  const std::vector<std::string_view>& h264, Topic topic) {
+    const std::string chosen = std::to_string(stream.iVideoPayload);
+    const bool isListed = std::find(h264.begin(), h264.end(), chosen) != h264.end();
+    std::string payload(isListed ? std::string_view(chosen) : h264.back());
+    const TextLine* const fmtp = LineOf(scene.reading, section.fmtp, payload);
+    const TextLine& line = fmtp != nullptr ? *fmtp : *LineOf(scene.reading, section.rtpmap, payload);
+    return {stream, topic, std::move(payload), fmtp, line};
+}
+
+/// Several formats without a packetization mode.
+void AddMixed(Scene& scene, const TextLine& media, const std::vector<std::string_view>& h264) {
+    constexpr std::size_t most = 16;
+    std::string text(media.text);
+    for (std::size_t i = 1; i < h264.size() && i < most; ++i) {
+        TextLine changed = media;
+        changed.text = text;
+        text = WithFormat(changed, h264[i], {});
+    }
+    Blame(scene, kMixed, media,
+          {LineWords(media), " lists several H.264 formats, none with packetization-mode=1."},
+          {"list H.264 payload ", AsShown(h264.front()), " alone in line ", media.number},
+          {ReplaceLine(media, std::move(text))});
+}
+
+/// A mode beyond 1.
+void AddInterleaved(Scene& scene, const TextLine& fmtp) {
+    constexpr std::string_view name = "packetization-mode=";
+    const std::size_t at = fmtp.text.find(name);
+    if (at != std::string_view::npos) {
+        std::string text(fmtp.text);
+        text.replace(at + name.size(), 1, "1");
+        Blame(scene, kInterleaved, fmtp,
+              {LineWords(fmtp), " has a packetization mode that is neither 0 nor 1."},
+              {"write packetization-mode=1 in line ", fmtp.number}, {ReplaceLine(fmtp, text)});
+    }
+}
+
+void AddMode0(Scene& scene, const Picture& picture) {
+    constexpr std::string_view name = "packetization-mode=";
+    const std::string canonical =
+        picture.fmtp == nullptr ? std::string() : Canonical(*picture.fmtp, scene.reading);
+    const std::size_t at = canonical.find(name);
+    const bool isWord =
+        at != std::string::npos && !IsDigits(std::string_view(canonical).substr(at + name.size(), 1));
+    Suspect& suspect = Blame(scene, kMode, picture.line,
+                             {LineWords(picture.line), isWord ? " has a packetization mode that is no number."
+                                                              : " does not say packetization-mode=1."},
+                             {"add packetization-mode=1 for payload ", AsShown(picture.payload)},
+                             {picture.With("packetization-mode=1")});
+    if (isWord) {
+        suspect.SayActed({"A packetization mode is a number of decimal digits (G18); any other value is "
+                          "dropped, and without one it is mode 0 (RFC 6184, 8.1)."});
+        suspect.ledger = "G18";
+    }
+    suspect.Know(picture.topic,
+                 {"The picture is sent in packetization mode 0, one NAL unit in each packet."});
+}
+
+void AddNoLevel(Scene& scene, const Picture& picture) {
+    const std::string level = picture.fmtp == nullptr ? std::string() : LevelDigits(*picture.fmtp);
+    const char* const comes = "The level of the picture is not known, so nothing limits what is sent.";
+    if (level.empty()) {
+        Blame(scene, kNoLevel, picture.line, {LineWords(picture.line), " gives no profile-level-id."},
+              {"add profile-level-id=42801f for payload ", AsShown(picture.payload)},
+              {picture.With("profile-level-id=42801f")})
+            .Know(picture.topic, {comes});
+        return;
+    }
+    std::string text(picture.fmtp->text);
+    text.replace(text.find(level), level.size(), "42801f");
+    Suspect& suspect = Blame(
+        scene, kNoLevel, *picture.fmtp,
+        {LineWords(*picture.fmtp), " has a profile-level-id of fewer than four characters."},
+        {"write profile-level-id=42801f in line ", picture.line.number}, {ReplaceLine(*picture.fmtp, text)});
+    suspect.SayActed({"The level is what comes after the first four digits of profile-level-id, and a value "
+                      "of fewer characters is dropped (RFC 6184, 8.1)."});
+    suspect.Know(picture.topic, {comes});
+}
+
 void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
               const std::vector<std::string_view>& h264, Topic topic) {
     const VideoParms& stream =
         topic == Topic::Slides ? scene.state.record.m_VideoPreso : scene.state.record.m_VideoMain;
     if (stream.iFmtpPacketizationMode == 0 && h264.size() > 1 && !HasUnlistedMode(scene, section)) {
-        std::string text(media.text);
-        for (std::size_t i = 1; i < h264.size() && i < 16; ++i) {
-            TextLine changed = media;
-            changed.text = text;
-            text = WithFormat(changed, h264[i], {});
-        }
-        Blame(scene, kMixed, media,
-              {LineWords(media), " lists several H.264 formats, none with packetization-mode=1."},
-              {"list H.264 payload ", AsShown(h264.front()), " alone in line ", media.number},
-              {ReplaceLine(media, std::move(text))});
+        AddMixed(scene, media, h264);
     }
-    const std::string chosen = std::to_string(stream.iVideoPayload);
-    const std::string payload(std::find(h264.begin(), h264.end(), chosen) == h264.end() ? h264.back()
-                                                                                        : chosen);
-    const TextLine* const fmtp = LineOf(scene.reading, section.fmtp, payload);
-    const TextLine& blamed = fmtp != nullptr ? *fmtp : *LineOf(scene.reading, section.rtpmap, payload);
-    const std::string number = std::to_string(blamed.number);
-    const auto insert = [&](const std::string& parameter) {
-        return fmtp != nullptr ? ReplaceLine(*fmtp, std::string(Trimmed(fmtp->text)) + ";" + parameter)
-                               : InsertAfter(blamed, "a=fmtp:" + payload + " " + parameter);
-    };
-    if (stream.iFmtpPacketizationMode > 1 && fmtp != nullptr) {
-        const std::size_t at = fmtp->text.find("packetization-mode=");
-        if (at != std::string_view::npos) {
-            std::string text(fmtp->text);
-            text.replace(at + 19, 1, "1");
-            Blame(scene, kInterleaved, *fmtp,
-                  {LineWords(*fmtp), " has a packetization mode that is neither 0 nor 1."},
-                  {"write packetization-mode=1 in line ", number}, {ReplaceLine(*fmtp, text)});
-        }
+    const Picture picture = PictureOf(scene, section, stream, h264, topic);
+    if (stream.iFmtpPacketizationMode > 1 && picture.fmtp != nullptr) {
+        AddInterleaved(scene, *picture.fmtp);
     }
     if (stream.iFmtpPacketizationMode == 0) {
-        const std::string canonical = fmtp == nullptr ? std::string() : Canonical(*fmtp, scene.reading);
-        constexpr std::string_view name = "packetization-mode=";
-        const std::size_t at = canonical.find(name);
-        const bool isWord =
-            at != std::string::npos && !IsDigits(std::string_view(canonical).substr(at + name.size(), 1));
-        Suspect& suspect = Blame(scene, kMode, blamed,
-                                 {LineWords(blamed), isWord ? " has a packetization mode that is no number."
-                                                            : " does not say packetization-mode=1."},
-                                 {"add packetization-mode=1 for payload ", AsShown(payload)},
-                                 {insert("packetization-mode=1")});
-        if (isWord) {
-            suspect.SayActed({"A packetization mode is a number of decimal digits (G18); any other value is "
-                              "dropped, and without one it is mode 0 (RFC 6184, 8.1)."});
-            suspect.ledger = "G18";
-        }
-        suspect.Know(topic, {"The picture is sent in packetization mode 0, one NAL unit in each packet."});
+        AddMode0(scene, picture);
     }
-    const std::string level = fmtp == nullptr ? std::string() : LevelDigits(*fmtp);
-    if (stream.strVideoLevel.empty() && !level.empty()) {
-        std::string text(fmtp->text);
-        text.replace(text.find(level), level.size(), "42801f");
-        Suspect& suspect =
-            Blame(scene, kNoLevel, *fmtp,
-                  {LineWords(*fmtp), " has a profile-level-id of fewer than four characters."},
-                  {"write profile-level-id=42801f in line ", number}, {ReplaceLine(*fmtp, text)});
-        suspect.SayActed(
-            {"The level is what comes after the first four digits of profile-level-id, and a value "
-             "of fewer characters is dropped (RFC 6184, 8.1)."});
-        suspect.Know(topic, {"The level of the picture is not known, so nothing limits what is sent."});
-    } else if (stream.strVideoLevel.empty()) {
-        Blame(scene, kNoLevel, blamed, {LineWords(blamed), " gives no profile-level-id."},
-              {"add profile-level-id=42801f for payload ", AsShown(payload)},
-              {insert("profile-level-id=42801f")})
-            .Know(topic, {"The level of the picture is not known, so nothing limits what is sent."});
+    if (stream.strVideoLevel.empty()) {
+        AddNoLevel(scene, picture);
     }
 }
 
