@@ -89,6 +89,8 @@ void FindLocalPort(Scene& scene, std::string_view file, std::string_view record,
                    const char* stream, ExplainTopic topic);
 /// Part of FindLocalCall: ports of ours that overlap.
 void FindOverlap(Scene& scene);
+/// Part of FindLineEnds: the rest of a line that was wrapped.
+void FindWrapped(Scene& scene);
 /// Part of FindMedia: the order of the sections, and several sections of one kind.
 void FindSections(Scene& scene);
 /// Part of FindMisplaced: lines of a neighbouring section.

@@ -25,11 +25,6 @@ constexpr Rule kMisread = {"E03", "P01", ExplainSeverity::Error, 3, ""};
 constexpr Rule kDirectionInside = {"E04", "P01", ExplainSeverity::Error, 4,
                                    "A direction is searched anywhere in an attribute line, so it becomes the "
                                    "direction of the section (P01)."};
-constexpr Rule kSpelling = {"E05", "", ExplainSeverity::Error, 20, ""};
-constexpr Rule kWrapped = {
-    "E164", "", ExplainSeverity::Error, 6,
-    "Each CR LF ends a line, and no line goes on in the next one (RFC 4566, 5), so the "
-    "rest of a wrapped line is one that no row takes."};
 constexpr Rule kTwoBodies = {"E06", "", ExplainSeverity::Warning, 5,
                              "The text is read as one description, so the lines of the second one change or "
                              "add to the sections of the first."};
@@ -185,128 +180,6 @@ void AddInside(Scene& scene, const TextLine& line) {
         .isTakenAway = true;
 }
 
-/// Whether a line begins with signs of quoted text, "> m=audio", which its type letter follows.
-bool HasSigns(std::string_view text) {
-    const std::string_view start = Trimmed(text);
-    return !start.empty() && std::isalpha(static_cast<unsigned char>(start[0])) == 0;
-}
-
-/// Whether "=" does not come after the first letter, as in "rtpmap:0 PCMU/8000" and "m:audio 5004".
-bool LacksType(std::string_view text) {
-    const std::string_view start = Trimmed(text);
-    return start.size() > 2 && Trimmed(start.substr(1)).substr(0, 1) != "=";
-}
-
-/// How two spellings differ, for a sentence.
-const char* DifferenceWords(std::string_view text, std::string_view canonical) {
-    const auto bare = [](std::string_view with) {
-        std::string without(with);
-        without.erase(
-            std::remove_if(without.begin(), without.end(), [](char c) { return c == ' ' || c == '\t'; }),
-            without.end());
-        return without;
-    };
-    if (Lower(text) == Lower(canonical)) {
-        return "differs in letter case from what the component compares";
-    }
-    if (LacksType(text) && !HasSigns(text)) {
-        return "does not begin with its letter and \"=\"";
-    }
-    if (HasSigns(text)) {
-        return "has signs before its first letter, as quoted or numbered text has";
-    }
-    if (Trimmed(text) == canonical) {
-        return text[0] == canonical[0] ? "has a blank at its end" : "begins with a blank";
-    }
-    if (text.find("; ") != std::string_view::npos && canonical.find("; ") == std::string_view::npos) {
-        return "has a blank after ';'";
-    }
-    const std::size_t colon = canonical.find(':');
-    if (BeginsWith(canonical, "a=") && colon < text.size() && text[colon] == ' ' &&
-        text.find(':') != colon + 1 && text.substr(0, colon) == canonical.substr(0, colon)) {
-        return "has a blank in place of its colon";
-    }
-    if (bare(text) != bare(canonical)) {
-        return text.find(',') != std::string_view::npos && canonical.find(',') == std::string_view::npos
-                   ? "has a comma where a blank or ';' belongs"
-                   : "is not spelled as the component compares it";
-    }
-    return text.size() < canonical.size() ? "lacks a blank between two words"
-                                          : "has a blank that does not belong there";
-}
-
-constexpr const char* kTypeActed = "A line has a letter and \"=\" at its start (RFC 4566, 5); without them "
-                                   "no keyword is found, and no row takes "
-                                   "the line.";
-constexpr const char* kSignsActed =
-    "The keyword is found anywhere in the line (P01), and words and values are counted from the start of the "
-    "line, so the first word is not the medium, the payload or the type that was meant (P06, P20, P22).";
-
-struct RowSentence {
-    SDPRow row;
-    const char* ledger;
-    const char* acted;
-};
-constexpr RowSentence kRowSentences[] = {
-    {SDPRow::Connection, "",
-     "The address is the third word of a connection line as it stands; a line of fewer words is dropped."},
-    {SDPRow::Media, "P06",
-     "Medium and formats are words between blanks and compared letter for letter: \"Audio\" is not "
-     "\"audio\", and \"09\" is not \"9\" (P06, X12)."},
-    {SDPRow::Rtpmap, "X03",
-     "Payload and encoding name are compared letter for letter (\"H264/9000\", \"G7221/16000\", "
-     "\"telephone-event/8000\", X03); a line whose first word is shorter than a=rtpmap: is dropped (G01, "
-     "P22)."},
-    {SDPRow::Fmtp, "P09",
-     "The payload stands from offset 7 to the first blank, parameters are cut at ';' and not trimmed, names "
-     "are compared letter for letter, and a number is digits alone (P09, P20, X01, G18)."},
-    {SDPRow::Crypto, "P11",
-     "Words are cut at blanks and compared letter for letter, so the suite is unknown or its key is missed "
-     "(P11, P19)."},
-    {SDPRow::Ice, "P13",
-     "The line is kept whole, spelled as it is, and its name is compared letter for letter (P13, P04)."},
-    {SDPRow::Candidate, "P13", "The line is kept whole, as it is, when it begins with a=candidate: (P13)."},
-    {SDPRow::Content, "G18",
-     "Only \"a=content:main\" and \"a=content:slides\" are recognised, letter for letter."},
-    {SDPRow::Bandwidth, "G18",
-     "The value is all text after \"AS:\" or \"TIAS:\", and it counts only when it is a number, digits alone "
-     "(G18); at session level it replaces the sum of the sections all the same (X09)."},
-    {SDPRow::FloorControl, "G18", "The role is compared whole with \"s-only\", letter for letter."},
-    {SDPRow::ConferenceId, "G18",
-     "A number is decimal digits and nothing else; any other text leaves the value at 0 (G18)."},
-    {SDPRow::UserId, "G18",
-     "A number is decimal digits and nothing else; any other text leaves the value at 0 (G18)."},
-    {SDPRow::Direction, "P14",
-     "Only a=sendrecv, a=sendonly, a=recvonly and a=inactive are recognised, letter for letter; others are "
-     "ignored."},
-};
-
-/// A line without type and "=" after one that something is read from: the rest of it. It is not quoted,
-/// because it may be the rest of a key.
-void FindWrapped(Scene& scene) {
-    const Reading& reading = scene.reading;
-    for (std::size_t i = 1; i < reading.lines.size(); ++i) {
-        const TextLine& line = reading.lines[i];
-        const TextLine& before = reading.lines[i - 1];
-        const std::string_view rest = Trimmed(line.text);
-        const bool isRest = line.meant == SDPRow::None && rest.size() > 1 && LacksType(rest);
-        if (!isRest || before.meant == SDPRow::None || before.end != "\r\n") {
-            continue;
-        }
-        const std::string_view start = Trimmed(before.text);
-        const std::size_t end =
-            before.offset + static_cast<std::size_t>(start.data() - before.text.data()) + start.size();
-        const std::size_t next = line.offset + static_cast<std::size_t>(rest.data() - line.text.data());
-        const bool isParameter = !start.empty() && start.back() == ';';
-        Blame(scene, kWrapped, line,
-              {"Line ", line.number, " has no type and looks like the rest of line ", before.number, ", ",
-               InQuotes(before.text), "."},
-              {"join line ", line.number, " to line ", before.number},
-              {{end, next - end, isParameter ? "" : " "}})
-            .lines.push_back(before.number);
-    }
-}
-
 } // namespace
 
 void FindLineEnds(Scene& scene) {
@@ -349,34 +222,6 @@ void FindMisread(Scene& scene) {
             AddMisread(scene, line, host);
         } else if (host.row == SDPRow::Direction) {
             AddInside(scene, line);
-        }
-    }
-}
-
-void FindMisspelled(Scene& scene) {
-    for (const TextLine& line : scene.reading.lines) {
-        if (IsCanonical(line) || line.meant == SDPRow::Crypto) {
-            continue; // Crypto lines are examined with the others of their section.
-        }
-        const std::string canonical = Canonical(line, scene.reading);
-        const SDPRow row = line.host == kNowhere ? line.meant : scene.reading.hosts[line.host].row;
-        const bool isTaken =
-            row == line.meant || row == SDPRow::None || row == SDPRow::Direction || line.text.find('=') != 1;
-        if (canonical == line.text || !isTaken) {
-            continue;
-        }
-        for (const RowSentence& sentence : kRowSentences) {
-            if (sentence.row == line.meant) {
-                Suspect& suspect = Blame(scene, kSpelling, line,
-                                         {LineWords(line), " ", DifferenceWords(line.text, canonical), "."},
-                                         {"write line ", line.number, " as ", InQuotes(canonical)},
-                                         {ReplaceLine(line, canonical)});
-                suspect.SayActed({HasSigns(line.text)    ? kSignsActed
-                                  : LacksType(line.text) ? kTypeActed
-                                                         : sentence.acted});
-                suspect.ledger = sentence.ledger;
-                suspect.isTakenAway = true;
-            }
         }
     }
 }

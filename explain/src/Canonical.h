@@ -1,0 +1,17 @@
+// Lines of formats in the spelling that their writers meant; the other lines are in Canonical.cpp.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace explain {
+
+/// A number without zeros at its start.
+std::string WithoutZeros(std::string_view number);
+/// "a=rtpmap:97 H264/90000" of "a=rtpmap: 97 h.264"; the line itself when it has no payload type.
+std::string CanonicalRtpmap(std::string_view line);
+/// "a=fmtp:97 max-fs=3600;packetization-mode=1" of "a=fmtp:97 Max-FS=3600, packetization_mode=1"; the line
+/// itself when it has no payload type.
+std::string CanonicalFmtp(std::string_view line);
+
+} // namespace explain
