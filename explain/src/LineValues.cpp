@@ -87,7 +87,8 @@ constexpr Opposites kOpposites[] = {
     {"", ""},
     {"a=rtpmap:% 1\r\n", "a=rtpmap:% 2\r\n"},
     {"a=fmtp:% 1\r\n", "a=fmtp:% 2\r\n"},
-    {"", "a=crypto:99 X inline:0123456789012345678901234567890123456789\r\n"},
+    {"a=crypto:98 X inline:0123456789012345678901234567890123456789\r\n",
+     "a=crypto:99 X inline:0123456789012345678901234567890123456789\r\n"},
     {"a=ice-ufrag:1\r\na=ice-pwd:1\r\n", "a=ice-ufrag:2\r\na=ice-pwd:2\r\n"},
     {"", ""},
     {"a=content:main\r\n", "a=content:slides\r\n"},
@@ -157,11 +158,19 @@ bool IsUnderstood(const SDPLine& line, std::string_view text, Formats& formats) 
         return false;
     }
     const Opposites& opposites = kOpposites[static_cast<std::size_t>(line.row)];
+    const std::string one = ValueAlone(line, text, opposites.one).compared;
+    const std::string other = ValueAlone(line, text, opposites.other).compared;
+    if (line.row == SDPRow::Crypto) {
+        // A line without a key or with an unknown suite leaves those of the line before it, and sets the tag.
+        return one != ValueAlone(line, {}, opposites.one).compared ||
+               other != ValueAlone(line, {}, opposites.other).compared;
+    }
     // Whatever stood before it, a line that is understood leaves its own value.
-    const SDPLine& probe = line;
-    const std::string one = ValueAlone(probe, text, opposites.one).compared;
-    const std::string other = ValueAlone(probe, text, opposites.other).compared;
     return one == other;
+}
+
+bool SaysAlone(const SDPLine& line, std::string_view text, const LineValue& value) {
+    return ValueAlone(line, text, "").compared == value.compared;
 }
 
 SessionValue SessionValueOf(const SDPLine& line, std::string_view text) {

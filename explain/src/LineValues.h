@@ -34,6 +34,8 @@ std::string_view PayloadTaken(const SDPLine& line, std::string_view text);
 LineValue ValueOfLine(const SDPLine& line, std::string_view text, Formats& formats);
 /// Whether the row understands a line that changed nothing, so that it says what already holds.
 bool IsUnderstood(const SDPLine& line, std::string_view text, Formats& formats);
+/// Whether the line alone gives its section this value, with nothing of an earlier line in it.
+bool SaysAlone(const SDPLine& line, std::string_view text, const LineValue& value);
 /// What a c= or b= line sets before the first section.
 SessionValue SessionValueOf(const SDPLine& line, std::string_view text);
 /// Offset of the keyword with which the row takes the line.

@@ -162,7 +162,7 @@ void Follower::TakeNone(const SDPLine& line, ExplainedLine& explained) {
         explained.field = m_before.field;
         explained.why = "its value already holds";
         const auto setter = m_setters.find(KeyOf(line));
-        if (setter != m_setters.end()) {
+        if (setter != m_setters.end() && SaysAlone(line, text, m_before)) {
             m_lines[setter->second].verdict = ExplainVerdict::Agrees;
             m_lines[setter->second].why = "a later line says the same";
         }

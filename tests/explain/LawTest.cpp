@@ -68,6 +68,25 @@ TEST(ExplainLines, APayloadTypeBeginsWhereTheComponentTakesIt) {
               "4 dropped 0\n");
 }
 
+// Of two crypto lines of one tag the later one says the same only when nothing of the earlier one stands.
+TEST(ExplainLines, ACryptoLineWithoutASuiteSetsTheTag) {
+    EXPECT_EQ(VerdictsOf("m=audio 5070 RTP/SAVP 0\r\n"
+                         "a=crypto:7 X Y\r\n"
+                         "a=crypto:7 X Z\r\n"),
+              "1 used 0\n"
+              "2 agrees 0\n"
+              "3 agrees 0\n");
+    EXPECT_EQ(
+        VerdictsOf("m=audio 5070 RTP/SAVP 0\r\n"
+                   "a=crypto:7 AES_CM_128_HMAC_SHA1_32 inline:YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0\r\n"
+                   "a=crypto:7 X Y\r\n"
+                   "a=crypto:7 AES_CM_128_HMAC_SHA1_80 Y\r\n"),
+        "1 used 0\n"
+        "2 used 0\n"
+        "3 agrees 0\n"
+        "4 dropped 0\n");
+}
+
 /// What is counted of a finding.
 std::string Bare(const ExplainFinding& finding) {
     std::string text = std::string(finding.id) + " " + ExplainTopicName(finding.topic) + " " +
