@@ -204,8 +204,8 @@ struct ExplainPair {
 COMMONMEDIA_EXPORT std::vector<ExplainPair> ExplainWhyNot(const ExplainInput& input);
 
 /// What the media engine starts with after `input.remote`: one phrase for each parameter, such as
-/// "audio.codec: audio has G.722 as payload 9". A stream that does not start has one phrase. No phrase
-/// contains key text.
+/// "audio.codec: audio has G.722 as payload 9". A stream without a section or a codec has one phrase
+/// beside those of its encryption. No phrase contains key text.
 COMMONMEDIA_EXPORT std::vector<std::string> ExplainStart(const ExplainInput& input);
 
 /// Compares two descriptions of one far end: one phrase for each parameter of the media engine that differs.

@@ -91,7 +91,7 @@ std::string BriefRuns::Edited(const ExplainCure& cure, std::size_t begin, std::s
     const auto copy = [&](std::size_t last) {
         const std::size_t first = at;
         for (; idle != m_idle.end() && idle->begin < last; ++idle) {
-            // A line that stands right behind an edit may begin in its text.
+            // A line that stands right after an edit may begin in its text.
             if ((idle->begin >= first + 2 || first == begin) && idle->begin >= at && idle->end <= last) {
                 text.append(from, at, idle->begin - at);
                 at = idle->end;
@@ -141,7 +141,7 @@ void BriefRuns::TakeRecord(std::size_t place, const RemoteSDP& alone, RemoteSDP&
     record = m_known.record;
     const auto isBfcp = [](const MediaSession* section) { return sdp::IsBfcp(*section); };
     const auto floor = std::find_if(sections.rbegin(), sections.rend(), isBfcp);
-    // An assignment leaves the fields of floor control as they are [M01].
+    // An assignment leaves the fields of floor control as they are (M01).
     CopyFloor(floor != sections.rend() && *floor == sections[place] ? alone : m_known.record, record);
     if (fills(baseSDP::SRTP_AUDIO)) {
         CopyAudio(alone, record);

@@ -78,7 +78,7 @@ std::string MediaLine(std::string_view line) {
     return text;
 }
 
-/// The words of a crypto line after its keyword, with the key method at the start of a word and behind the
+/// The words of a crypto line after its keyword, with the key method at the start of a word and after the
 /// suite.
 std::vector<std::string_view> CryptoWordsOf(std::string_view line) {
     std::vector<std::string_view> words = WordsOf(line.substr(8));

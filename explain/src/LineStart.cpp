@@ -14,15 +14,9 @@
 
 namespace explain {
 
-namespace {
-
-using sdp::IsBlank;
-
-} // namespace
-
 bool IsPlain(std::string_view line) {
     const bool isLine = line.size() > 2 && line[0] >= 'a' && line[0] <= 'z' && line[1] == '=';
-    if (!isLine || IsBlank(line[2]) || IsBlank(line.back())) {
+    if (!isLine || sdp::IsBlank(line[2]) || sdp::IsBlank(line.back())) {
         return false;
     }
     if (line[0] != 'a') {
@@ -30,7 +24,7 @@ bool IsPlain(std::string_view line) {
     }
     const auto isOfName = [](char c) { return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-'; };
     const auto* const end = std::find_if_not(line.begin() + 2, line.end(), isOfName);
-    return end == line.end() || (*end == ':' && end + 1 != line.end() && !IsBlank(end[1]));
+    return end == line.end() || (*end == ':' && end + 1 != line.end() && !sdp::IsBlank(end[1]));
 }
 
 std::string_view Unquoted(std::string_view line) {

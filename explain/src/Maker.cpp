@@ -168,11 +168,10 @@ std::vector<Maker::Weight> Maker::Weigh(const Suspect& suspect, const Effects& e
     const Rule& rule = *suspect.rule;
     for (std::size_t i = 0; i < kExplainTopics; ++i) {
         const Effect& effect = effects[i];
-        const bool isHarm = CountsLosses(suspect, static_cast<ExplainTopic>(i));
         if (!effect.isAny) {
             continue;
         }
-        const bool isError = effect.heals || effect.isHard || (effect.takes && isHarm);
+        const bool isError = effect.heals || effect.isHard || effect.takes;
         weights.push_back({static_cast<ExplainTopic>(i),
                            std::min(rule.most, isError ? ExplainSeverity::Error : ExplainSeverity::Warning),
                            rule.rank + (effect.heals || effect.isHard ? 0 : 5)});

@@ -84,52 +84,55 @@ auto AnsweredOf(const MediaSession& section) {
                     section.cryptoAlgo, section.iCryptoTag, section.strFloorctrl);
 }
 
+/// Notes that the part differs, once a comparison of it fails.
+void Compare(Parts& parts, Part part, bool isSame) {
+    parts[static_cast<std::size_t>(part)] = parts[static_cast<std::size_t>(part)] || !isSame;
+}
+
 void CompareTheirs(const State& one, const State& other, Parts& parts) {
-    const auto mark = [&parts](Part part, bool isSame) {
-        parts[static_cast<std::size_t>(part)] = parts[static_cast<std::size_t>(part)] || !isSame;
-    };
     const Sections& a = one.sections;
     const Sections& b = other.sections;
     const auto isBfcp = [](const MediaSession* section) { return sdp::IsBfcp(*section); };
     const bool isSameAudio = AudioOf(one.record) == AudioOf(other.record);
-    mark(Part::Audio, isSameAudio);
-    mark(Part::Main, FieldsOf(one.record.m_VideoMain) == FieldsOf(other.record.m_VideoMain));
+    Compare(parts, Part::Audio, isSameAudio);
+    Compare(parts, Part::Main, FieldsOf(one.record.m_VideoMain) == FieldsOf(other.record.m_VideoMain));
     // Slides that are not there may be taken as main video.
-    mark(Part::Slides, FieldsOf(one.record.m_VideoPreso) == FieldsOf(other.record.m_VideoPreso) &&
-                           one.record.m_VideoMain.fIsVideoValid == other.record.m_VideoMain.fIsVideoValid);
-    mark(Part::Floor, FloorOf(one.record) == FloorOf(other.record) &&
-                          std::any_of(a.begin(), a.end(), isBfcp) == std::any_of(b.begin(), b.end(), isBfcp));
-    mark(Part::Tones, isSameAudio && one.record.iDTMFPayload == other.record.iDTMFPayload);
-    mark(Part::Bandwidth, one.record.iMaxBandwidth == other.record.iMaxBandwidth);
+    Compare(parts, Part::Slides,
+            FieldsOf(one.record.m_VideoPreso) == FieldsOf(other.record.m_VideoPreso) &&
+                one.record.m_VideoMain.fIsVideoValid == other.record.m_VideoMain.fIsVideoValid);
+    Compare(parts, Part::Floor,
+            FloorOf(one.record) == FloorOf(other.record) &&
+                std::any_of(a.begin(), a.end(), isBfcp) == std::any_of(b.begin(), b.end(), isBfcp));
+    Compare(parts, Part::Tones, isSameAudio && one.record.iDTMFPayload == other.record.iDTMFPayload);
+    Compare(parts, Part::Bandwidth, one.record.iMaxBandwidth == other.record.iMaxBandwidth);
     for (const auto stream : {baseSDP::SRTP_AUDIO, baseSDP::SRTP_VIDEO, baseSDP::SRTP_VIDEO_PRESO}) {
-        mark(static_cast<Part>(static_cast<int>(Part::AudioKey) + stream),
-             HasSameKey(SectionOfStream(a, stream), SectionOfStream(b, stream)));
+        Compare(parts, static_cast<Part>(static_cast<int>(Part::AudioKey) + stream),
+                HasSameKey(SectionOfStream(a, stream), SectionOfStream(b, stream)));
     }
-    mark(Part::Ice, AreSame(a, b, [](const auto& x, const auto& y) { return IceOf(x) == IceOf(y); }));
-    mark(Part::Call, AreSame(a, b, [](const auto& x, const auto& y) { return ShapeOf(x) == ShapeOf(y); }));
+    Compare(parts, Part::Ice,
+            AreSame(a, b, [](const auto& x, const auto& y) { return IceOf(x) == IceOf(y); }));
+    Compare(parts, Part::Call,
+            AreSame(a, b, [](const auto& x, const auto& y) { return ShapeOf(x) == ShapeOf(y); }));
 }
 
 void CompareOurs(const OurText& one, const OurText& other, Parts& parts) {
-    const auto mark = [&parts](Part part, bool isSame) {
-        parts[static_cast<std::size_t>(part)] = parts[static_cast<std::size_t>(part)] || !isSame;
-    };
     const bool isSameAudio = AudioOf(one.read) == AudioOf(other.read);
-    mark(Part::Audio, isSameAudio);
-    mark(Part::Main, FieldsOf(one.read.m_VideoMain) == FieldsOf(other.read.m_VideoMain));
-    mark(Part::Slides, FieldsOf(one.read.m_VideoPreso) == FieldsOf(other.read.m_VideoPreso));
-    mark(Part::Floor, FloorOf(one.read) == FloorOf(other.read));
-    mark(Part::Tones, isSameAudio);
-    mark(Part::Bandwidth, one.read.iMaxBandwidth == other.read.iMaxBandwidth);
+    Compare(parts, Part::Audio, isSameAudio);
+    Compare(parts, Part::Main, FieldsOf(one.read.m_VideoMain) == FieldsOf(other.read.m_VideoMain));
+    Compare(parts, Part::Slides, FieldsOf(one.read.m_VideoPreso) == FieldsOf(other.read.m_VideoPreso));
+    Compare(parts, Part::Floor, FloorOf(one.read) == FloorOf(other.read));
+    Compare(parts, Part::Tones, isSameAudio);
+    Compare(parts, Part::Bandwidth, one.read.iMaxBandwidth == other.read.iMaxBandwidth);
     for (const auto stream : {baseSDP::SRTP_AUDIO, baseSDP::SRTP_VIDEO, baseSDP::SRTP_VIDEO_PRESO}) {
         const bool isSame = IsSame(OurStream(one, stream), OurStream(other, stream));
-        mark(static_cast<Part>(stream), isSame);
-        mark(static_cast<Part>(static_cast<int>(Part::AudioKey) + stream), isSame);
+        Compare(parts, static_cast<Part>(stream), isSame);
+        Compare(parts, static_cast<Part>(static_cast<int>(Part::AudioKey) + stream), isSame);
     }
-    mark(Part::Call, one.text.empty() == other.text.empty() &&
-                         std::equal(one.sections.begin(), one.sections.end(), other.sections.begin(),
-                                    other.sections.end(), [](const OurSection& a, const OurSection& b) {
-                                        return FieldsOf(a) == FieldsOf(b);
-                                    }));
+    Compare(
+        parts, Part::Call,
+        one.text.empty() == other.text.empty() &&
+            std::equal(one.sections.begin(), one.sections.end(), other.sections.begin(), other.sections.end(),
+                       [](const OurSection& a, const OurSection& b) { return FieldsOf(a) == FieldsOf(b); }));
 }
 
 } // namespace

@@ -158,7 +158,7 @@ void AddName(Scene& scene, const TextLine& line, Compared& last) {
         .isTakenAway = true;
 }
 
-/// Offset of the first keyword of a further line behind a blank; npos for none.
+/// Offset of the first keyword of a further line after a blank; npos for none.
 std::size_t SecondLineIn(std::string_view text) {
     for (std::size_t at = text.find('=', 3); at != std::string_view::npos; at = text.find('=', at + 1)) {
         const bool isStart = at > 2 && (text[at - 2] == ' ' || text[at - 2] == '\t' || text[at - 2] == ';' ||

@@ -108,7 +108,7 @@ void FindSessionLevel(Scene& scene, const TextLine& line, std::size_t& budget) {
     }
     if (changes.size() > moved.size()) {
         Blame(scene, kBeforeSections, line, {LineWords(line), " stands before the first m= line."},
-              {"move line ", line.number, " behind the m= lines that it is for"}, std::move(changes))
+              {"move line ", line.number, " after the m= lines that it is for"}, std::move(changes))
             .isTakenAway = true;
     }
 }
@@ -126,7 +126,7 @@ void AddForeignKey(Scene& scene, const TextLine& line, const MeantSection& own) 
     Blame(scene, kOtherSection, line,
           {LineWords(line), " stands in the ", AsShown(own.media), " section, and line ", media.number, ", ",
            InQuotes(media.text), ", has none."},
-          {"move line ", line.number, " behind line ", media.number},
+          {"move line ", line.number, " after line ", media.number},
           {DeleteLine(line), InsertAfter(media, std::string(Trimmed(line.text)))})
         .SayActed({"A crypto line counts for the section that was opened last, so the section that it is for "
                    "has no suite and no key."});
@@ -144,7 +144,7 @@ void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_
             Blame(scene, kOtherSection, line,
                   {LineWords(line), " stands in the ", own.media,
                    " section, whose m= line does not list payload ", AsShown(payload), "."},
-                  {"move line ", line.number, " behind line ", media.number},
+                  {"move line ", line.number, " after line ", media.number},
                   {DeleteLine(line), InsertAfter(media, std::string(line.text))});
         }
     } else if (line.meant == SDPRow::Content && own.media != "video") {
@@ -156,7 +156,7 @@ void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_
             Blame(scene, kContentElsewhere, line,
                   {LineWords(line), " stands in the ", own.media, " section, before line ", media.number,
                    ", ", InQuotes(media.text), "."},
-                  {"move line ", line.number, " behind line ", media.number},
+                  {"move line ", line.number, " after line ", media.number},
                   {DeleteLine(line), InsertAfter(media, std::string(Trimmed(line.text)))})
                 .isTakenAway = true;
         }
@@ -167,7 +167,7 @@ void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_
                floor != kNowhere && !IsFloor(own)) {
         const TextLine& media = reading.lines[reading.sections[floor].line];
         Blame(scene, kFloorElsewhere, line, {LineWords(line), " stands in the ", own.media, " section."},
-              {"move line ", line.number, " behind line ", media.number},
+              {"move line ", line.number, " after line ", media.number},
               {DeleteLine(line), InsertAfter(media, std::string(line.text))});
     }
 }

@@ -115,7 +115,7 @@ void FindOrder(Scene& scene) {
     std::vector<std::pair<int, std::size_t>> ranks;
     int highest = 0;
     for (std::size_t i = 0; i < sections.size(); ++i) {
-        // A medium that is not known has no place of its own; it stays behind the section before it.
+        // A medium that is not known has no place of its own; it stays after the section before it.
         const int rank = RankOf(sections[i], sections[i].isSlides);
         highest = rank == 4 ? highest : std::max(highest, rank);
         ranks.emplace_back(rank == 4 ? highest : rank, i);

@@ -106,7 +106,7 @@ void AddStray(Scene& scene, std::size_t index, const TextLine& other, const Mean
               line,
               {LineWords(line), " is the second of its kind in its section, beside line ", other.number,
                ", and the section of line ", media.number, ", ", InQuotes(media.text), ", has none."},
-              {"move line ", line.number, " behind line ", after.number},
+              {"move line ", line.number, " after line ", after.number},
               {DeleteLine(line), InsertAfter(after, std::string(Trimmed(line.text)))});
     suspect.lines.push_back(media.number);
     suspect.isTakenAway = true;
@@ -159,7 +159,7 @@ void FindStrayCandidates(Scene& scene, const MeantSection& own, const MeantSecti
         {LineWords(line), " stands in the section of line ", reading.lines[own.line].number,
          " and has the port of line ", media.number, ", ", InQuotes(media.text), ", which has no candidate."},
         {strays.size() == 1 ? "move line " : "move the candidates from line ", line.number,
-         strays.size() == 1 ? " behind line " : " on behind line ", media.number},
+         strays.size() == 1 ? " after line " : " on after line ", media.number},
         std::move(changes));
     suspect.lines.push_back(media.number);
     suspect.isTakenAway = true;

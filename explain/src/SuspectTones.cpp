@@ -133,7 +133,7 @@ void FindTones(Scene& scene, const MeantSection& section) {
     }
 }
 
-/// Common codecs behind the first, and a text without a common codec.
+/// Common codecs after the first, and a text without a common codec.
 void FindChoice(Scene& scene, const MeantSection& section) {
     const TextLine& media = scene.reading.lines[section.line];
     const std::int32_t mask = scene.input.local.eAudioCodec;

@@ -13,17 +13,11 @@
 
 namespace explain {
 
-namespace {
-
-using sdp::IsBlank;
-
-} // namespace
-
 std::string_view Trimmed(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front())) {
+    while (!text.empty() && sdp::IsBlank(text.front())) {
         text.remove_prefix(1);
     }
-    while (!text.empty() && IsBlank(text.back())) {
+    while (!text.empty() && sdp::IsBlank(text.back())) {
         text.remove_suffix(1);
     }
     return text;
@@ -94,7 +88,7 @@ std::string_view PayloadOf(std::string_view line) {
     if (at == std::string_view::npos || at > 16) {
         at = std::min(line.find_first_of("0123456789"), line.size());
     }
-    while (at < line.size() && (line[at] == ':' || IsBlank(line[at]))) {
+    while (at < line.size() && (line[at] == ':' || sdp::IsBlank(line[at]))) {
         ++at;
     }
     std::size_t end = at;

@@ -67,7 +67,7 @@ struct SDPNegotiator::Call {
     std::uint64_t version = 0;   ///< of the last text that was sent
     std::string originUser;      ///< with the address, the same in every text
     std::string originAddress;
-    negotiation::SecretText lastBody;   ///< the last text that was sent, behind its "o=" line
+    negotiation::SecretText lastBody;   ///< the last text that was sent, after its "o=" line
     negotiation::SecretText lastAnswer; ///< the far end's, while it may come again
 
     negotiation::Session session; ///< agreed

@@ -153,7 +153,7 @@ void CheckAttribute(const Line& line, const Section& level, Verdict& verdict) {
     const bool bare = colon != std::string_view::npos && Trimmed(text.substr(colon + 1)).empty();
     if (!IsToken(name) || bare) {
         verdict.Add("J08", line.number, 0, level,
-                    bare && IsToken(name) ? "Attribute " + Quoted(name) + " ends behind its colon."
+                    bare && IsToken(name) ? "Attribute " + Quoted(name) + " has a colon without a value."
                                           : "The attribute has no name.");
         return;
     }

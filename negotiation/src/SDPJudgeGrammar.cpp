@@ -12,7 +12,7 @@ namespace judge {
 
 namespace {
 
-// The value behind "x=" as written.
+// The value after "x=" as written.
 std::string_view Raw(const Line& line) {
     return line.text.substr(2);
 }

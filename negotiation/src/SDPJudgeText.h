@@ -19,7 +19,7 @@ namespace judge {
 struct Line {
     std::size_t number = 0; ///< counted from 1
     std::string_view text;  ///< as written
-    std::string_view value; ///< behind the "=", without blanks at its ends
+    std::string_view value; ///< after the "=", without blanks at its ends
     char type = 0;          ///< 0 when the second byte is not "="
     bool ended = false;     ///< by CR LF
 };
@@ -28,7 +28,7 @@ struct Attribute {
     std::string_view name;
     std::string_view value; ///< without blanks at its ends
     std::size_t line = 0;
-    bool hasValue = false; ///< a colon stands behind the name
+    bool hasValue = false; ///< a colon follows the name
 };
 
 /// The session level, or one m= line with everything up to the next.
@@ -91,7 +91,7 @@ Parameters ParametersOf(const Section& section);
 struct Crypto {
     std::string_view tag;
     std::string_view suite;
-    std::vector<std::string_view> keys; ///< base64 text behind each "inline:", without lifetime and MKI
+    std::vector<std::string_view> keys; ///< base64 text after each "inline:", without lifetime and MKI
 };
 Crypto ReadCrypto(std::string_view value);
 

@@ -85,7 +85,7 @@ struct Section {
     std::string_view transport; ///< "RTP/AVP"
     std::string_view formats;   ///< "0 101"
     std::uint32_t first;        ///< its first line after the "m=" line
-    std::uint32_t last;         ///< behind its last line
+    std::uint32_t last;         ///< one past its last line
     const Transport* pair;      ///< null: a transport that this side does not speak
     bool isSecure;              ///< the secure one of the pair
     Role role;                  ///< by medium, transport and content; kNoRole for none

@@ -1,5 +1,5 @@
 // Stage: shape, the component's text to the text that is sent.
-// Input: the component's offer or answer, the slots, a plan per role. Output: every line behind "o=".
+// Input: the component's offer or answer, the slots, a plan per role. Output: every line after "o=".
 // Touches the text at whose end it writes; key text in between is wiped.
 // What is rewritten in a line stands in kRewrites; every other line is the component's own.
 // Test: tests/negotiation/shape.cases

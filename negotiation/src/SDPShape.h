@@ -29,7 +29,7 @@ using Plans = std::array<Plan, kRoles>;
 /// The text of a key in a crypto line, 40 characters.
 SecretText TextOf(const Key& key);
 
-/// Writes everything behind the "o=" line: the session's lines, and a section per slot in order. A slot
+/// Writes everything after the "o=" line: the session's lines, and a section per slot in order. A slot
 /// without a plan is written at port 0 with its formats.
 /// @param component  the component's text: the roles that have a plan, in its order
 void WriteBody(sdp::Writer& body, std::string_view component, const Session& session, const Plans& plans);

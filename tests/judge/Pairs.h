@@ -43,7 +43,7 @@ inline std::string Written(const std::vector<JudgeViolation>& violations) {
     return text.str();
 }
 
-// A file of three parts, each behind its heading: [offer] and [answer], or [previous] and [next], then
+// A file of three parts, each after its heading: [offer] and [answer], or [previous] and [next], then
 // [violations]. Lines of the descriptions get the CR LF that the file leaves out; {LF} at the end of a line
 // stands for a lone LF, {END} for no line end at all.
 struct BrokenPair {

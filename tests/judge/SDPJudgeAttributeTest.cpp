@@ -78,7 +78,7 @@ TEST(JudgeAttribute, AnAttributeHasANameAndBehindAColonAValue) {
     const JudgedLine rows[] = {
         {"a=x", ""},
         {"a=x-free:form of (any) kind", ""},
-        {"a=label:", "J08 line 7, other 0, section 0: Attribute 'label' ends behind its colon."},
+        {"a=label:", "J08 line 7, other 0, section 0: Attribute 'label' has a colon without a value."},
         {"a=:", "J08 line 7, other 0, section 0: The attribute has no name."},
         {"a=:8", "J08 line 7, other 0, section 0: The attribute has no name."},
         {"a=two words:", "J08 line 7, other 0, section 0: The attribute has no name."},

@@ -6,8 +6,8 @@ using namespace judged;
 namespace {
 
 /// An audio text whose first lines are others.
-std::string Session(const std::string& origin, const std::string& behindTimes) {
-    return "v=0\r\n" + origin + "\r\ns=-\r\nc=IN IP4 192.0.2.1\r\nt=0 0\r\n" + behindTimes +
+std::string Session(const std::string& origin, const std::string& afterTimes) {
+    return "v=0\r\n" + origin + "\r\ns=-\r\nc=IN IP4 192.0.2.1\r\nt=0 0\r\n" + afterTimes +
            "m=audio 5004 RTP/AVP 0\r\n";
 }
 

@@ -1,4 +1,4 @@
-// The examples of docs/cmsdp.md, run one after the other in one directory. Lines behind "$ " are commands,
+// The examples of docs/cmsdp.md, run one after the other in one directory. Lines after "$ " are commands,
 // the lines up to the next command are what it prints, standard error last.
 #include "Expect.h"
 #include "RunTool.h"

@@ -74,7 +74,7 @@ TEST(SDPParseFormat, RtpmapNamesAPayload) {
              "96",
              {"a=rtpmap:96 VERY-LONG-ENCODING-NAME/90000", "a=rtpmap:96 VP8/90000"},
              "96=VP8/90000"},
-            {"words behind the second", "96", {"a=rtpmap:96 H264/90000 a comment"}, "96=H264/90000"},
+            {"words after the second", "96", {"a=rtpmap:96 H264/90000 a comment"}, "96=H264/90000"},
             {"any white space", "96", {" \t a=rtpmap:96\t\v\n H264/90000\r"}, "96=H264/90000"},
             {"fewer than two words",
              "96",
@@ -109,14 +109,14 @@ TEST(SDPParseFormat, FmtpGivesParameters) {
                     "101",
                     {"a=fmtp:101 0-15", "a=fmtp:101", "a=fmtp:101\t0-11"},
                     "101[0-15]"},
-                   {"blanks behind semicolons",
+                   {"blanks after semicolons",
                     "96",
                     {"a=fmtp:96 profile-level-id=42801f; packetization-mode=1 ;  x "},
                     "96[profile-level-id=42801f][ packetization-mode=1 ][  x ]"},
-                   {"blanks behind the first", "96", {"a=fmtp:96   a=1"}, "96[  a=1]"},
-                   {"a tab behind the first", "96", {"a=fmtp:96 \ta=1"}, "96[\ta=1]"},
+                   {"blanks after the first", "96", {"a=fmtp:96   a=1"}, "96[  a=1]"},
+                   {"a tab after the first", "96", {"a=fmtp:96 \ta=1"}, "96[\ta=1]"},
                    {"empty pieces", "96", {"a=fmtp:96 ;a=1;;b=2;"}, "96[][a=1][][b=2][]"},
-                   {"nothing behind the blank", "96", {"a=fmtp:96 a=1", "a=fmtp:96 "}, "96[a=1]"},
+                   {"nothing after the blank", "96", {"a=fmtp:96 a=1", "a=fmtp:96 "}, "96[a=1]"},
                    {"a payload that is not listed",
                     "96 97",
                     {"a=fmtp:98 a=1", "a=fmtp:096 a=1", "a=fmtp:9 a=1"},
@@ -201,7 +201,7 @@ TEST(SDPParseFormat, AnyNumberOfFormatsIsFilledAlike) {
             f.handler.ProcessRTPMap("a=rtpmap:" + std::to_string(1000 + i) + " N" + std::to_string(i));
             f.handler.ProcessFMTP("a=fmtp:" + std::to_string(1000 + i) + " p=" + std::to_string(i));
         }
-        // Payloads that sort before, between and behind those listed.
+        // Payloads that sort before, between and after those listed.
         f.handler.ProcessRTPMap("a=rtpmap:0 X");
         f.handler.ProcessRTPMap("a=rtpmap:1000x X");
         f.handler.ProcessRTPMap("a=rtpmap:999 X");

@@ -104,7 +104,7 @@ std::string AddressAt(int family, const std::string& header, std::size_t at, std
     return family == AF_INET6 ? "[" + std::string(words.data()) + "]" : words.data();
 }
 
-// tshark cuts a message at its Content-Length; what a datagram holds behind it shows that the length is
+// tshark cuts a message at its Content-Length; what a datagram holds after it shows that the length is
 // wrong.
 std::string Datagram(const json& layers, const std::string& message) {
     constexpr std::size_t headerLength = 8;

@@ -28,7 +28,7 @@ struct SipHeaders {
 /// continues the one before it. A line without a colon is skipped.
 SipHeaders ReadSipHeaders(std::string_view text);
 
-/// The line at the offset, without its end; the offset moves behind the end.
+/// The line at the offset, without its end; the offset moves past the end.
 std::string_view TakeLine(std::string_view text, std::size_t& at);
 
 /// The value of a parameter, "tag" of "<sip:a@b>;tag=1": quotes taken off, the name in any letter case. What
