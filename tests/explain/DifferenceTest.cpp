@@ -91,6 +91,29 @@ TEST(ExplainDifference, ALineWithoutEffectIsNoDifference) {
     EXPECT_EQ(ExplainDifference(Side(""), kCall, newer), std::vector<std::string>());
 }
 
+TEST(ExplainDifference, ANewSectionWithoutIceIsNoIceDifference) {
+    const std::string newer = std::string(kCall) + "m=video 5006 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\n";
+    const std::vector<std::string> expected = {
+        "main.picture: main video has H.264 as payload 97; before, there is no section for main video",
+        "main.send: main video is sent; before, main video is not sent",
+        "main.receive: main video is received; before, main video is not received",
+        "main.send: main video is sent to the address 192.0.2.2 port 5006; before, there is no section for "
+        "main "
+        "video",
+        "main.picture: main video is sent with packetization mode 0, no level; before, main video has no "
+        "picture "
+        "format",
+    };
+    EXPECT_EQ(ExplainDifference(Side(""), kCall, newer), expected);
+}
+
+// It has no codec that is known, then no section; only where it would be sent is said.
+TEST(ExplainDifference, AStreamThatStartsInNeitherDescriptionIsNone) {
+    const std::vector<std::string> expected = {
+        "main.send: there is no section for main video; before, main video has port 0"};
+    EXPECT_EQ(ExplainDifference(Side(""), std::string(kCall) + "m=video 0 RTP/AVP 31\r\n", kCall), expected);
+}
+
 TEST(ExplainDifference, HoldAndAnotherAddressAreSaid) {
     const std::string newer = "v=0\r\nc=IN IP4 192.0.2.9\r\nm=audio 5004 RTP/AVP 0\r\na=sendonly\r\n";
     const std::vector<std::string> expected = {

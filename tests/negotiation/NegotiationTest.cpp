@@ -1,9 +1,12 @@
 // Offers and answers of the negotiator whose input and outcome are texts: each document NAME.cases of this
-// directory is a file of them. What needs code is in the files beside it.
+// directory is a file of them. What needs code is in the files beside it. Then what is said of a step with
+// a wrong word.
 #include "Call.h"
 #include "Documents.h"
 
+#include <map>
 #include <optional>
+#include <string>
 
 namespace {
 
@@ -76,13 +79,7 @@ private:
         return *m_side;
     }
 
-    std::string Named() const {
-        const auto found = m_texts.find(m_words[2]);
-        if (found == m_texts.end()) {
-            throw documents::Malformed(m_step.head, "nothing is called " + m_words[2]);
-        }
-        return found->second;
-    }
+    std::string Named() const { return Meant(m_texts, 2); }
 
     /// The words of the step from this one on.
     std::string Words(std::size_t first) const {
@@ -93,7 +90,7 @@ private:
         return words;
     }
 
-    void DefineText() { m_texts[m_words[1]] = documents::TextOf(m_step.block); }
+    void DefineText() { Define(m_texts, documents::TextOf(m_step.block)); }
 
     void Start() {
         if (m_words[2] != "audio" && m_words[2] != "everything") {
@@ -105,12 +102,14 @@ private:
     }
 
     void WantsSrtp() {
-        const std::string& policy = m_words[3];
-        Side().SetSrtp(policy == "required" ? Srtp::Required : policy == "wanted" ? Srtp::Wanted : Srtp::Off);
+        static const std::map<std::string, Srtp> policies = {
+            {"off", Srtp::Off}, {"wanted", Srtp::Wanted}, {"required", Srtp::Required}};
+        Side().SetSrtp(Meant(policies, 3));
     }
 
     void HasRepair() {
-        const bool isOn = m_words[4] == "on";
+        static const std::map<std::string, bool> switches = {{"off", false}, {"on", true}};
+        const bool isOn = Meant(switches, 4);
         if (m_words[3] == "all") {
             Side().SetRepairs(isOn);
         } else if (!Side().SetRepair(m_words[3], isOn)) {
@@ -182,5 +181,17 @@ private:
 };
 
 [[maybe_unused]] const int kDocuments = documents::RegisterDocumentsOf<NegotiationPlayer>("negotiation", "");
+
+TEST(NegotiationDocuments, AWordThatStandsForNothingIsMalformed) {
+    const auto reports = [](const std::string& step) {
+        return documents::ReportsOf<NegotiationPlayer>("=== Suite.Name\nWhy.\nside = audio\n" + step + "\n");
+    };
+    EXPECT_TEXT(reports("side wants srtp require"), "a.cases:4: nothing is called require\n");
+    EXPECT_TEXT(reports("side has repair all of"), "a.cases:4: nothing is called of\n");
+    EXPECT_TEXT(reports("side has repair R99 on"), "a.cases:4: no repair is called R99\n");
+    EXPECT_TEXT(reports("side = video"), "a.cases:4: local sets are audio and everything\n");
+    EXPECT_TEXT(reports("side offers plain"), "a.cases:4: nothing is called plain\n");
+    EXPECT_TEXT(reports("text plain\ntext plain"), "a.cases:5: a second definition of plain\n");
+}
 
 } // namespace

@@ -158,8 +158,7 @@ inline Document ReadDocument(const std::string& path, const std::string& text) {
 }
 
 /// The bytes of a block's line. A line ends in CR LF, that of another kind of block in `end`; one that ends
-/// in
-/// "\n" or "\r" has that end alone, and one that ends in a lone backslash has none: the next line goes on
+/// in "\n" or "\r" has that end alone, and one that ends in a lone backslash has none: the next line goes on
 /// where it stops.
 inline std::string Unescape(const Line& line, std::string end = "\r\n") {
     static const std::string letters = "rnt\\";

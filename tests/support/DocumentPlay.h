@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -59,6 +60,23 @@ protected:
         bool takesLines;
         void (Player::*play)();
     };
+
+    template <typename Meaning>
+    void Define(std::map<std::string, Meaning>& meanings, Meaning meaning) {
+        if (!meanings.emplace(m_words[1], std::move(meaning)).second) {
+            throw Malformed(m_step.head, "a second definition of " + m_words[1]);
+        }
+    }
+
+    // What a word of the step stands for.
+    template <typename Meaning>
+    const Meaning& Meant(const std::map<std::string, Meaning>& meanings, std::size_t word) const {
+        const auto found = meanings.find(m_words[word]);
+        if (found == meanings.end()) {
+            throw Malformed(m_step.head, "nothing is called " + m_words[word]);
+        }
+        return found->second;
+    }
 
     // Expected lines carry their ends. A difference is reported at the first line that differs, or at the
     // step when no line of the document does.
@@ -161,6 +179,24 @@ void Run(const std::vector<Step>& shared, const Section& section, const Report& 
     if (player.Compared() == 0) {
         throw Malformed(section.heading, "a section that compares nothing");
     }
+}
+
+/// The first line of each report of a document's sections, and what is malformed: for the tests of a player.
+template <typename Player>
+std::string ReportsOf(const std::string& text) {
+    std::string reports;
+    const Report report = [&](const Line& line, const std::string& what) {
+        reports += line.Place() + ": " + what.substr(0, what.find('\n')) + "\n";
+    };
+    try {
+        const Document document = ReadDocument("a.cases", text);
+        for (const Section& section : document.sections) {
+            Run<Player>(document.shared, section, report);
+        }
+    } catch (const Malformed& problem) {
+        reports += std::string(problem.what()) + "\n";
+    }
+    return reports;
 }
 
 } // namespace documents

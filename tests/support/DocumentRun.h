@@ -34,22 +34,6 @@ private:
     };
     static const std::vector<Row>& Rows();
 
-    template <typename Value>
-    void Define(std::map<std::string, Value>& named, Value value) {
-        if (!named.emplace(m_words[1], std::move(value)).second) {
-            throw Malformed(m_step.head, "a second definition of " + m_words[1]);
-        }
-    }
-
-    template <typename Value>
-    const Value& Find(const std::map<std::string, Value>& named, std::size_t word) const {
-        const auto found = named.find(m_words[word]);
-        if (found == named.end()) {
-            throw Malformed(m_step.head, "no handler, local set or text is called " + m_words[word]);
-        }
-        return found->second;
-    }
-
     // The lines of the step, or those that its last word names.
     Lines LinesOf(const std::map<std::string, Lines>& named, std::size_t word) const {
         if (word >= m_words.size()) {
@@ -58,7 +42,7 @@ private:
         if (!m_step.block.empty()) {
             throw Malformed(m_step.head, "a name, and lines as well");
         }
-        return Find(named, word);
+        return Meant(named, word);
     }
 
     Lines TextOf(std::size_t word) const {
@@ -70,7 +54,7 @@ private:
     }
 
     LocalSDP LocalOf(std::size_t word) const {
-        LocalSDP local = Find(m_locals, word);
+        LocalSDP local = Meant(m_locals, word);
         ApplyFields(local, m_step.block);
         return local;
     }
@@ -78,7 +62,7 @@ private:
     // The named text with the edits of the step; a difference from it is reported at the step.
     Lines EditedText(std::size_t word) const {
         Lines lines;
-        const std::string text = Edited(documents::TextOf(Find(m_texts, word)), m_step.block);
+        const std::string text = Edited(documents::TextOf(Meant(m_texts, word)), m_step.block);
         for (const std::string& line : support::CutLines(text)) {
             lines.push_back({m_step.head.path, m_step.head.number, line});
         }
@@ -94,7 +78,7 @@ private:
         return number;
     }
 
-    Side& TheSide() const { return *Find(m_sides, 0); }
+    Side& TheSide() const { return *Meant(m_sides, 0); }
 
     void CompareRecord(const RemoteSDP& remote, const Lines& rows) {
         Lines expected;

@@ -6,21 +6,8 @@
 
 namespace {
 
-// The reports of a document's sections, one line each, and what is malformed.
 std::string ReportsOf(const std::string& text) {
-    std::string reports;
-    const documents::Report report = [&](const documents::Line& line, const std::string& what) {
-        reports += line.Place() + ": " + what.substr(0, what.find('\n')) + "\n";
-    };
-    try {
-        const documents::Document document = documents::ReadDocument("a.cases", text);
-        for (const documents::Section& section : document.sections) {
-            documents::Run<documents::Player>(document.shared, section, report);
-        }
-    } catch (const documents::Malformed& problem) {
-        reports += std::string(problem.what()) + "\n";
-    }
-    return reports;
+    return documents::ReportsOf<documents::Player>(text);
 }
 
 const std::string kHeading = "=== Suite.Name\n"
@@ -206,9 +193,9 @@ TEST(Document, AMalformedDocumentIsAnErrorAtItsLine) {
         // Its steps.
         {kHeading + "near sings\n",
          "a.cases:3: no such step; those that there are stand in the table of this player\n"},
-        {kHeading + "near reads\n", "a.cases:3: no handler, local set or text is called near\n"},
+        {kHeading + "near reads\n", "a.cases:3: nothing is called near\n"},
         {kHeading + "third = audio\n", "a.cases:3: a handler is called near or far\n"},
-        {kHeading + "near = radio\n", "a.cases:3: no handler, local set or text is called radio\n"},
+        {kHeading + "near = radio\n", "a.cases:3: nothing is called radio\n"},
         {kHeading + "near = audio\nnear resets\n    v=0\n", "a.cases:5: the step takes no lines\n"},
         {"text offer\n" + kHeading + "near = audio\nnear writes offer\n    v=0\n",
          "a.cases:5: a name, and lines as well\n"},

@@ -9,15 +9,9 @@ namespace {
 
 [[maybe_unused]] const int kDocuments = documents::RegisterDocumentsOf<Player>("tool", "");
 
-// The reports of a section, the first line of each.
+// The reports of a section with these steps.
 std::string ReportsOf(const std::string& steps) {
-    std::string reports;
-    const documents::Document document = documents::ReadDocument("a.cases", "=== Suite.Name\nWhy.\n" + steps);
-    documents::Run<Player>({}, document.sections[0],
-                           [&](const documents::Line& line, const std::string& what) {
-                               reports += line.Place() + ": " + what.substr(0, what.find('\n')) + "\n";
-                           });
-    return reports;
+    return documents::ReportsOf<Player>("=== Suite.Name\nWhy.\n" + steps);
 }
 
 const std::string kCommand = "$ cmsdp capabilities none\n";
@@ -59,6 +53,13 @@ TEST(ToolDocuments, WhatTheDocumentDoesNotSayIsReportedAtTheCommand) {
                 "a.cases:3: $ cmsdp capabilities none: The texts differ first in line 1.\n"
                 "a.cases:3: $ cmsdp capabilities none: The texts differ first in line 1.\n"
                 "a.cases:4: $ cmsdp version: The texts differ first in line 1.\n");
+}
+
+TEST(ToolDocuments, AnOutputThatHasNoLinesIsMalformed) {
+    EXPECT_TEXT(ReportsOf("$ cmsdp version\noutput has\n"), "a.cases:4: every output has no lines\n");
+    EXPECT_TEXT(ReportsOf("text lines\n    1\ntext lines\n    2\n"),
+                "a.cases:5: a second definition of lines\n");
+    EXPECT_TEXT(ReportsOf("input lines\n"), "a.cases:3: nothing is called lines\n");
 }
 
 } // namespace

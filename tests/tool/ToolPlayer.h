@@ -34,7 +34,7 @@ private:
     static const std::vector<Row>& Rows() {
         static const std::vector<Row> rows = {
             // Lines that have a name: those of a file, of an input or of an output.
-            {"text NAME", true, &Player::Define},
+            {"text NAME", true, &Player::DefineText},
             // A file, a captured description as a file, and standard input of the commands that follow. The
             // lines end in CR LF.
             {"file NAME [TEXT]", true, &Player::File},
@@ -62,11 +62,10 @@ private:
     Lines Ended(const std::string& end, std::size_t name) const {
         Lines lines = m_step.block;
         if (name < m_words.size()) {
-            const auto found = m_texts.find(m_words[name]);
-            if (found == m_texts.end() || !lines.empty()) {
-                throw documents::Malformed(m_step.head, "nothing is called so, or it has lines as well");
+            if (!lines.empty()) {
+                throw documents::Malformed(m_step.head, "a name, and lines as well");
             }
-            lines = found->second;
+            lines = Meant(m_texts, name);
         }
         for (documents::Line& line : lines) {
             line.text = documents::Unescape(line, end);
@@ -123,7 +122,7 @@ private:
                 {{m_step.head.path, m_step.head.number, expected}}, "the command");
     }
 
-    void Define() { m_texts[m_words[1]] = m_step.block; }
+    void DefineText() { Define(m_texts, m_step.block); }
     void File() { m_folder.Write(Unescaped(m_words[1]), Text("\r\n", 2)); }
     void Captured() { m_folder.Write(m_words[1], Capture(m_words[1])); }
     void Input() { m_how.input = Text("\r\n", 1); }
@@ -150,6 +149,9 @@ private:
     void OutputHas() {
         m_said.insert("output");
         const std::string text = Text("\n", 2);
+        if (text.empty()) {
+            throw documents::Malformed(m_step.head, "every output has no lines");
+        }
         const bool isThere = m_result.out.find(text) != std::string::npos;
         Compare(isThere ? text : m_result.out, Ended("\n", 2));
     }
