@@ -3,18 +3,17 @@
 #include "SDPHandler.h"
 
 #include "Describe.h"
+#include "DocumentParts.h"
 #include "Expect.h"
-#include "Fields.h"
 #include "RecordSamples.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
 namespace {
 
 using Pieces = std::vector<std::string>;
-
-const char kKey[] = "WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz";
 
 // A handler that has read `sdpText`, and the results.
 struct Parsed {
@@ -26,21 +25,6 @@ struct Parsed {
     std::vector<MediaSession*>& Sections() { return handler.vecRemoteMediaSession; }
     MediaSession& Last() { return *handler.vecRemoteMediaSession.back(); }
 };
-
-// The state after one line that follows an audio and a video section.
-struct InVideo : Parsed {
-    explicit InVideo(const std::string& lineText)
-        : Parsed("m=audio 5000 RTP/AVP 0\r\nm=video 5002 RTP/AVP 96 97\r\n" + lineText + "\r\n") {}
-};
-
-std::string StateOf(SDPHandler& handler) {
-    std::string state = "address " + handler.strSessionIPAddr + "\n";
-    state += "bandwidth " + handler.strMaxSessionBandwidth + "\n";
-    for (const MediaSession* ms : handler.vecRemoteMediaSession) {
-        state += support::FieldsText(*ms) + "\n";
-    }
-    return state;
-}
 
 // --- the whole text ---
 
@@ -129,24 +113,6 @@ TEST(SDPParse, EmptyLinesAreIgnored) {
     EXPECT_EQ(p.Last().vecCandidate, (Pieces{"a=candidate:1"}));
 }
 
-TEST(SDPParse, LinesWithoutAnyKeywordChangeNothing) {
-    Parsed bare("m=audio 5000 RTP/AVP 0\r\n");
-    for (const char* line : {"v=0",        "o=- 1 1 IN IP4 192.0.2.1",
-                             "s=-",        "t=0 0",
-                             "i=text",     "u=http://x",
-                             "e=x@y",      "p=+1",
-                             "r=1",        "z=0",
-                             "k=prompt",   "text",
-                             "a",          "a:b",
-                             "A=inactive", "M=audio 1 2 3",
-                             "C=IN IP4 x", "B=AS:1",
-                             "c",          "c =IN IP4 x",
-                             "="}) {
-        Parsed p("m=audio 5000 RTP/AVP 0\r\n" + std::string(line) + "\r\n");
-        EXPECT_TEXT(StateOf(p.handler), StateOf(bare.handler)) << line;
-    }
-}
-
 TEST(SDPParse, SecondTextReplacesTheSectionsOfTheFirst) {
     Parsed p("m=audio 5000 RTP/AVP 0\r\nm=video 5002 RTP/AVP 97\r\n");
     EXPECT_EQ(p.handler.ParseTheSDP("m=application 5070 UDP/BFCP *\r\n", p.remote), 0);
@@ -205,227 +171,144 @@ TEST(SDPParse, WholeDescriptionEndsInAWholeRecord) {
 
 // --- the rows ---
 
-TEST(SDPParse, Row01ConnectionLine) {
-    Parsed session("c=IN IP4 192.0.2.10\r\n");
-    EXPECT_EQ(session.handler.strSessionIPAddr, "192.0.2.10");
-    InVideo media("c=IN IP4 192.0.2.11");
-    EXPECT_EQ(media.Last().strIPAddr, "192.0.2.11");
-    EXPECT_EQ(media.Sections()[0]->strIPAddr, "");
-    EXPECT_EQ(media.handler.strSessionIPAddr, "");
+const std::string kSession = "v=0\r\n";
+const std::string kVideo = "m=audio 5000 RTP/AVP 0\r\nm=video 5002 RTP/AVP 96 97\r\n";
+
+// The session's fields and those of each section, the section's number in front.
+std::vector<std::string> FieldsOf(SDPHandler& handler) {
+    std::vector<std::string> fields = {"address = " + handler.strSessionIPAddr,
+                                       "bandwidth = " + handler.strMaxSessionBandwidth};
+    std::size_t number = 0;
+    for (const MediaSession* const section : handler.vecRemoteMediaSession) {
+        for (const std::string& field : documents::AllSectionLines(*section)) {
+            fields.push_back(std::to_string(number) + " " + field);
+        }
+        ++number;
+    }
+    return fields;
 }
 
-TEST(SDPParse, Row02MediaLine) {
-    InVideo p("m=application 5070 UDP/BFCP *");
-    ASSERT_EQ(p.Sections().size(), 3U);
-    EXPECT_EQ(p.Last().eMedia, MEDIA_APPLICATION);
+// The fields that a line after `before` changes; of a section that it opens, those that a new one does not
+// have.
+std::string Changes(const std::string& before, const std::string& lineText) {
+    Parsed without(before);
+    Parsed with(before + lineText + "\r\n");
+    std::vector<std::string> known = FieldsOf(without.handler);
+    for (const std::string& field : documents::AllSectionLines(MediaSession())) {
+        known.push_back(std::to_string(without.Sections().size()) + " " + field);
+    }
+    std::string changes;
+    for (const std::string& field : FieldsOf(with.handler)) {
+        if (std::find(known.begin(), known.end(), field) == known.end()) {
+            changes += field + "\n";
+        }
+    }
+    return changes;
 }
 
-TEST(SDPParse, Row03RtpmapLine) {
-    InVideo p("a=rtpmap:97 H264/90000");
-    EXPECT_EQ(p.Last().vecRtpMap[1]->strEncodingName, "H264/90000");
-}
+struct Row {
+    std::string before;
+    std::string line;
+    const char* changes;
+};
 
-TEST(SDPParse, Row04FmtpLine) {
-    InVideo p("a=fmtp:97 max-fs=1;max-br=2");
-    EXPECT_EQ(p.Last().vecRtpMap[1]->vecFmtpParms, (Pieces{"max-fs=1", "max-br=2"}));
-}
-
-TEST(SDPParse, Row05CryptoLine) {
-    InVideo p(std::string("a=crypto:3 AES_CM_128_HMAC_SHA1_32 inline:") + kKey);
-    EXPECT_EQ(p.Last().cryptoAlgo, samples::CryptoParams::CRYPTO_AES_CM_128_HMAC_SHA1_32);
-    EXPECT_EQ(p.Last().iCryptoTag, 3);
-    EXPECT_EQ(p.Last().strBase64Key, kKey);
-}
-
-TEST(SDPParse, Row06IceLines) {
-    InVideo ufrag("a=ice-ufrag:F7gI");
-    EXPECT_EQ(ufrag.Last().striceufrag, "a=ice-ufrag:F7gI");
-    InVideo pwd("a=ice-pwd:x9cml");
-    EXPECT_EQ(pwd.Last().stricepwd, "a=ice-pwd:x9cml");
-}
-
-TEST(SDPParse, Row06EveryAttributeBeginningWithIceGoesThere) {
-    for (const char* name : {"a=ice-options:trickle", "a=ice-lite", "a=ice", "a=iceberg"}) {
-        InVideo p(std::string(name) + " a=inactive");
-        EXPECT_TRUE(p.Last().fSend) << name;
-        EXPECT_TRUE(p.Last().fRecv) << name;
-        EXPECT_EQ(p.Last().striceufrag, "");
-        EXPECT_EQ(p.Last().stricepwd, "");
+TEST(SDPParse, EachRowReadsItsLine) {
+    const Row rows[] = {
+        {kSession, "c=IN IP4 192.0.2.10", "address = 192.0.2.10\n"},
+        {kVideo, "c=IN IP4 192.0.2.11", "1 strIPAddr = 192.0.2.11\n"},
+        {kVideo, "m=application 5070 UDP/BFCP *",
+         "2 eMedia = 3\n2 iPort = 5070\n2 format = *\n2 strFullMLine = m=application 5070 UDP/BFCP *\n"},
+        {kVideo, "a=rtpmap:97 H264/90000", "1 format = 97 H264/90000\n"},
+        {kVideo, "a=fmtp:97 max-fs=1;max-br=2", "1 parameter = max-fs=1\n1 parameter = max-br=2\n"},
+        {kVideo, "a=crypto:3 AES_CM_128_HMAC_SHA1_32 inline:WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz",
+         "1 bufSRTPKey = YS___semctl () {\n1 bufSRTPSalt = \\\\t220;}\\\\n}\\\\nunles\n"
+         "1 cryptoAlgo = 1\n1 iCryptoTag = 3\n1 strBase64Key = WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz\n"},
+        {kVideo, "a=ice-ufrag:F7gI", "1 striceufrag = a=ice-ufrag:F7gI\n"},
+        {kVideo, "a=ice-pwd:x9cml", "1 stricepwd = a=ice-pwd:x9cml\n"},
+        {kVideo,
+         "a=candidate:1 1 UDP 2130706431 10.0.0.1 5000 typ host\r\n"
+         "a=candidate:2 1 UDP 1694498815 192.0.2.3 45664 typ srflx\r\n"
+         "a=candidate:3 2 UDP 2130706430 10.0.0.1 5001 typ host",
+         "1 candidate = a=candidate:1 1 UDP 2130706431 10.0.0.1 5000 typ host\n"
+         "1 candidate = a=candidate:2 1 UDP 1694498815 192.0.2.3 45664 typ srflx\n"
+         "1 candidate = a=candidate:3 2 UDP 2130706430 10.0.0.1 5001 typ host\n"},
+        {kSession, "a=candidate:1 1 UDP 2130706431 10.0.0.1 5000 typ host\r\nm=text 5000 RTP/AVP 0",
+         "0 iPort = 5000\n0 format = 0\n0 strFullMLine = m=text 5000 RTP/AVP 0\n"},
+        {kVideo, "a=content:slides", "1 eContent = 1\n"},
+        {kSession, "b=AS:384", "bandwidth = 384\n"},
+        {kVideo, "b=TIAS:384000", "1 strMaxBandwidth = 384000\n"},
+        {kVideo, "a=floorctrl:c-s", "1 strFloorctrl = c-s\n"},
+        {kVideo, "a=confid:15", "1 iBfcpConfid = 15\n"},
+        {kVideo, "a=userid:16", "1 iBfcpUserid = 16\n"},
+        {kVideo, "a=sendonly", "1 fSend = 0\n"},
+        // Without a colon.
+        {kVideo, "a=rtpmapX97 H264/90000", "1 format = 97 H264/90000\n"},
+        // Anywhere in the line.
+        {kVideo, "zc=IN IP4 192.0.2.9", "1 strIPAddr = 192.0.2.9\n"},
+        {kVideo, "s=b=TIAS:5", "1 strMaxBandwidth = 5\n"},
+        {kVideo, "  a=userid:4", "1 iBfcpUserid = 4\n"},
+        {kVideo, "i=see a=inactive", "1 fSend = 0\n1 fRecv = 0\n"},
+        {kVideo, "xa=ice-pwd:p", "1 stricepwd = xa=ice-pwd:p\n"},
+    };
+    for (const Row& row : rows) {
+        EXPECT_TEXT(Changes(row.before, row.line), row.changes) << row.line;
     }
 }
 
-TEST(SDPParse, Row07CandidateLine) {
-    InVideo p("a=candidate:1 1 UDP 2130706431 10.0.0.1 5000 typ host\r\n"
-              "a=candidate:2 1 UDP 1694498815 192.0.2.3 45664 typ srflx\r\n"
-              "a=candidate:3 2 UDP 2130706430 10.0.0.1 5001 typ host");
-    EXPECT_EQ(p.Last().vecCandidate, (Pieces{"a=candidate:1 1 UDP 2130706431 10.0.0.1 5000 typ host",
-                                             "a=candidate:2 1 UDP 1694498815 192.0.2.3 45664 typ srflx",
-                                             "a=candidate:3 2 UDP 2130706430 10.0.0.1 5001 typ host"}));
-    EXPECT_TRUE(p.Sections()[0]->vecCandidate.empty());
-}
-
-TEST(SDPParse, Row07CandidateBeforeAnyMediaLineIsDropped) {
-    Parsed p("a=candidate:1 1 UDP 2130706431 10.0.0.1 5000 typ host\r\nm=audio 5000 RTP/AVP 0\r\n");
-    ASSERT_EQ(p.Sections().size(), 1U);
-    EXPECT_TRUE(p.Last().vecCandidate.empty());
-}
-
-TEST(SDPParse, Row08ContentLine) {
-    InVideo p("a=content:slides");
-    EXPECT_EQ(p.Last().eContent, VIDEOTYPE_PRESO);
-}
-
-TEST(SDPParse, Row09BandwidthLine) {
-    Parsed session("b=AS:384\r\n");
-    EXPECT_EQ(session.handler.strMaxSessionBandwidth, "384");
-    InVideo media("b=TIAS:384000");
-    EXPECT_EQ(media.Last().strMaxBandwidth, "384000");
-}
-
-TEST(SDPParse, Row10FloorControlLine) {
-    InVideo p("a=floorctrl:c-s");
-    EXPECT_EQ(p.Last().strFloorctrl, "c-s");
-}
-
-TEST(SDPParse, Row11ConferenceLine) {
-    InVideo p("a=confid:15");
-    EXPECT_EQ(p.Last().iBfcpConfid, 15);
-    EXPECT_EQ(p.Last().iBfcpUserid, 0);
-}
-
-TEST(SDPParse, Row12UserLine) {
-    InVideo p("a=userid:16");
-    EXPECT_EQ(p.Last().iBfcpUserid, 16);
-    EXPECT_EQ(p.Last().iBfcpConfid, 0);
-}
-
-TEST(SDPParse, Row13EveryOtherAttribute) {
-    InVideo p("a=sendonly");
-    EXPECT_FALSE(p.Last().fSend);
-    EXPECT_TRUE(p.Last().fRecv);
-}
-
-// Without its colon a keyword is none of its own, and the line is any other attribute.
-TEST(SDPParse, KeywordsIncludeTheirColon) {
-    for (const char* name :
-         {"a=fmtp", "a=crypto", "a=candidate", "a=content", "a=floorctrl", "a=confid", "a=userid"}) {
-        InVideo p(std::string(name) + " a=inactive");
-        EXPECT_FALSE(p.Last().fSend) << name;
-        EXPECT_FALSE(p.Last().fRecv) << name;
-        EXPECT_TRUE(p.Last().vecCandidate.empty()) << name;
+// Every attribute beginning with "ice", and rtpmap without a colon, go to a row that finds nothing in them.
+TEST(SDPParse, RowsThatFindNothingInALineTakeItAsWell) {
+    for (const char* name : {"a=ice-options:trickle", "a=ice-lite", "a=ice", "a=iceberg", "a=rtpmap"}) {
+        EXPECT_TEXT(Changes(kVideo, std::string(name) + " a=inactive"), "") << name;
     }
 }
 
-// One letter short of a keyword is any other attribute, too.
-TEST(SDPParse, KeywordsAreComparedToTheirLastLetter) {
-    for (const char* name : {"a=rtpma", "a=ic", "a=Ice", "a=rtp-map"}) {
-        InVideo p(std::string(name) + " a=inactive");
-        EXPECT_FALSE(p.Last().fSend) << name;
-        EXPECT_FALSE(p.Last().fRecv) << name;
+// Without its colon, or one letter short, a keyword is none of its own, and the line is any other attribute.
+TEST(SDPParse, KeywordsIncludeTheirColonAndLastLetter) {
+    for (const char* name : {"a=fmtp", "a=crypto", "a=candidate", "a=content", "a=floorctrl", "a=confid",
+                             "a=userid", "a=rtpma", "a=ic", "a=Ice", "a=rtp-map"}) {
+        EXPECT_TEXT(Changes(kVideo, std::string(name) + " a=inactive"), "1 fSend = 0\n1 fRecv = 0\n") << name;
     }
 }
 
-TEST(SDPParse, RtpmapNeedsNoColon) {
-    InVideo p("a=rtpmap a=inactive");
-    EXPECT_TRUE(p.Last().fSend);
-    EXPECT_TRUE(p.Last().fRecv);
-    InVideo longer("a=rtpmapX97 H264/90000");
-    EXPECT_EQ(longer.Last().vecRtpMap[1]->strEncodingName, "H264/90000");
+TEST(SDPParse, LinesWithoutAnyKeywordChangeNothing) {
+    for (const char* line : {"v=0",        "o=- 1 1 IN IP4 192.0.2.1",
+                             "s=-",        "t=0 0",
+                             "i=text",     "u=http://x",
+                             "e=x@y",      "p=+1",
+                             "r=1",        "z=0",
+                             "k=prompt",   "text",
+                             "a",          "a:b",
+                             "A=inactive", "M=audio 1 2 3",
+                             "C=IN IP4 x", "B=AS:1",
+                             "c",          "c =IN IP4 x",
+                             "="}) {
+        EXPECT_TEXT(Changes(kVideo, line), "") << line;
+    }
 }
 
-TEST(SDPParse, KeywordsAreFoundAnywhereInALine) {
-    EXPECT_EQ(InVideo("zc=IN IP4 192.0.2.9").Last().strIPAddr, "192.0.2.9");
-    EXPECT_EQ(InVideo("s=b=TIAS:5").Last().strMaxBandwidth, "5");
-    EXPECT_EQ(InVideo("  a=userid:4").Last().iBfcpUserid, 4);
-    EXPECT_FALSE(InVideo("i=see a=inactive").Last().fSend);
-    EXPECT_EQ(InVideo("xa=ice-pwd:p").Last().stricepwd, "xa=ice-pwd:p");
-}
-
-// --- their order: in each line the later row's keyword stands first ---
-
-TEST(SDPParse, ConnectionBeatsMedia) {
-    Parsed p("m=audio 5000 192.0.2.9 c=\r\n");
-    EXPECT_TRUE(p.Sections().empty());
-    EXPECT_EQ(p.handler.strSessionIPAddr, "192.0.2.9");
-}
-
-TEST(SDPParse, MediaBeatsRtpmap) {
-    InVideo p("a=rtpmap:97 H264/90000 m=x 98");
-    ASSERT_EQ(p.Sections().size(), 3U);
-    EXPECT_EQ(p.Last().eMedia, MEDIA_UNKNOWN);
-    ASSERT_EQ(p.Last().vecRtpMap.size(), 1U);
-    EXPECT_EQ(p.Last().vecRtpMap[0]->strPayload, "98");
-    EXPECT_EQ(p.Sections()[1]->vecRtpMap[1]->strEncodingName, "");
-}
-
-TEST(SDPParse, RtpmapBeatsFmtp) {
-    InVideo p("a=fmtp:xx97 a=rtpmap:");
-    EXPECT_EQ(p.Last().vecRtpMap[1]->strEncodingName, "a=rtpmap:");
-
-    Parsed listed("m=video 5002 RTP/AVP xx97\r\na=fmtp:xx97 a=rtpmap:\r\n");
-    EXPECT_TRUE(listed.Last().vecRtpMap[0]->vecFmtpParms.empty());
-}
-
-TEST(SDPParse, FmtpBeatsCrypto) {
-    Parsed p("m=video 5002 RTP/AVP o:4\r\na=crypto:4 AES_CM_128_HMAC_SHA1_32 a=fmtp:\r\n");
-    EXPECT_EQ(p.Last().vecRtpMap[0]->vecFmtpParms, (Pieces{"AES_CM_128_HMAC_SHA1_32 a=fmtp:"}));
-    EXPECT_EQ(p.Last().cryptoAlgo, samples::CryptoParams::CRYPTO_NONE);
-    EXPECT_EQ(p.Last().iCryptoTag, 0);
-}
-
-TEST(SDPParse, CryptoBeatsIce) {
-    InVideo p("a=ice-ufrag:7 SUITE a=crypto:");
-    EXPECT_EQ(p.Last().iCryptoTag, 7);
-    EXPECT_EQ(p.Last().striceufrag, "");
-}
-
-TEST(SDPParse, IceBeatsCandidate) {
-    InVideo p("a=candidate:1 a=ice-ufrag:F");
-    EXPECT_EQ(p.Last().striceufrag, "a=candidate:1 a=ice-ufrag:F");
-    EXPECT_TRUE(p.Last().vecCandidate.empty());
-}
-
-TEST(SDPParse, CandidateBeatsContent) {
-    InVideo p("a=content:slides a=candidate:1");
-    EXPECT_EQ(p.Last().vecCandidate, (Pieces{"a=content:slides a=candidate:1"}));
-    EXPECT_EQ(p.Last().eContent, VIDEOTYPE_MAIN);
-}
-
-TEST(SDPParse, ContentBeatsBandwidth) {
-    InVideo p("b=TIAS:5 a=content:slides");
-    EXPECT_EQ(p.Last().eContent, VIDEOTYPE_PRESO);
-    EXPECT_EQ(p.Last().strMaxBandwidth, "");
-}
-
-TEST(SDPParse, BandwidthBeatsFloorControl) {
-    InVideo p("a=floorctrl:c-s b=TIAS:5");
-    EXPECT_EQ(p.Last().strMaxBandwidth, "5");
-    EXPECT_EQ(p.Last().strFloorctrl, "");
-}
-
-TEST(SDPParse, FloorControlBeatsConference) {
-    InVideo p("a=floorctrl:a=confid:4");
-    EXPECT_EQ(p.Last().strFloorctrl, "a=confid:4");
-    EXPECT_EQ(p.Last().iBfcpConfid, 0);
-}
-
-TEST(SDPParse, ConferenceBeatsUser) {
-    InVideo p("a=userid:a=confid:4");
-    EXPECT_EQ(p.Last().iBfcpConfid, 4);
-    EXPECT_EQ(p.Last().iBfcpUserid, 0);
-}
-
-TEST(SDPParse, UserBeatsAnyOtherAttribute) {
-    InVideo p("a=inactive a=userid:4");
-    EXPECT_EQ(p.Last().iBfcpUserid, 4);
-    EXPECT_TRUE(p.Last().fSend);
-    EXPECT_TRUE(p.Last().fRecv);
-}
-
-TEST(SDPParse, FirstRowBeatsTheLast) {
-    InVideo p("a=inactive x 192.0.2.9 c=");
-    EXPECT_EQ(p.Last().strIPAddr, "192.0.2.9");
-    EXPECT_TRUE(p.Last().fSend);
+// In each line the later row's keyword stands first.
+TEST(SDPParse, TheEarlierRowTakesALineWithTwoKeywords) {
+    const Row rows[] = {
+        {kSession, "m=audio 5000 192.0.2.9 c=", "address = 192.0.2.9\n"},
+        {kVideo, "a=rtpmap:97 H264/90000 m=x 98",
+         "2 format = 98\n2 strFullMLine = a=rtpmap:97 H264/90000 m=x 98\n"},
+        {kVideo, "a=fmtp:xx97 a=rtpmap:", "1 format = 97 a=rtpmap:\n"},
+        {"m=video 5002 RTP/AVP xx97\r\n", "a=fmtp:xx97 a=rtpmap:", ""},
+        {"m=video 5002 RTP/AVP o:4\r\n",
+         "a=crypto:4 AES_CM_128_HMAC_SHA1_32 a=fmtp:", "0 parameter = AES_CM_128_HMAC_SHA1_32 a=fmtp:\n"},
+        {kVideo, "a=ice-ufrag:7 SUITE a=crypto:", "1 iCryptoTag = 7\n"},
+        {kVideo, "a=candidate:1 a=ice-ufrag:F", "1 striceufrag = a=candidate:1 a=ice-ufrag:F\n"},
+        {kVideo, "a=content:slides a=candidate:1", "1 candidate = a=content:slides a=candidate:1\n"},
+        {kVideo, "b=TIAS:5 a=content:slides", "1 eContent = 1\n"},
+        {kVideo, "a=floorctrl:c-s b=TIAS:5", "1 strMaxBandwidth = 5\n"},
+        {kVideo, "a=floorctrl:a=confid:4", "1 strFloorctrl = a=confid:4\n"},
+        {kVideo, "a=userid:a=confid:4", "1 iBfcpConfid = 4\n"},
+        {kVideo, "a=inactive a=userid:4", "1 iBfcpUserid = 4\n"},
+        {kVideo, "a=inactive x 192.0.2.9 c=", "1 strIPAddr = 192.0.2.9\n"},
+    };
+    for (const Row& row : rows) {
+        EXPECT_TEXT(Changes(row.before, row.line), row.changes) << row.line;
+    }
 }
 
 } // namespace
