@@ -98,17 +98,23 @@ void ModelParse(Model& model, const std::string& text) {
     model.text = text;
 }
 
-/// Gives a new handler the state of the model. The tested handler must read and write what this one does.
-void MakeFresh(SDPHandler& fresh, const Model& model, const std::string& address, RemoteSDP& remote) {
-    fresh.InitializeLocalSDP(*model.local);
-    fresh.m_bSRTP = model.usesSrtp;
-    fresh.SetBfcpSupport(model.usesBfcp);
-    fresh.SetMaxSupportedSessions(model.served);
-    fresh.m_iSessionID = model.id;
-    fresh.m_iSessionVersion = model.version;
-    fresh.strSessionIPAddr = address;
-    fresh.ParseTheSDP(model.text, remote);
-}
+/// A new handler with the state of the model, and what it reads. The tested handler must read and write what
+/// this one does.
+struct Fresh {
+    SDPHandler handler;
+    RemoteSDP record;
+
+    Fresh(const Model& model, const std::string& address) {
+        handler.InitializeLocalSDP(*model.local);
+        handler.m_bSRTP = model.usesSrtp;
+        handler.SetBfcpSupport(model.usesBfcp);
+        handler.SetMaxSupportedSessions(model.served);
+        handler.m_iSessionID = model.id;
+        handler.m_iSessionVersion = model.version;
+        handler.strSessionIPAddr = address;
+        handler.ParseTheSDP(model.text, record);
+    }
+};
 
 std::string StateText(bool isOffer, const LocalSDP& local, bool usesSrtp, bool usesBfcp, std::uint32_t served,
                       std::int32_t id, std::uint32_t version, const std::string& address) {
@@ -243,35 +249,30 @@ private:
             Reached("an empty text was read");
             return;
         }
-        SDPHandler fresh;
-        RemoteSDP wanted;
-        MakeFresh(fresh, m_model, addressBefore, wanted);
+        Fresh fresh(m_model, addressBefore);
         m_handler.GetRTPData(m_remote);
-        RequireSame("an old handler reads as a fresh one", "fresh", RecordText(wanted), "old",
+        RequireSame("an old handler reads as a fresh one", "fresh", RecordText(fresh.record), "old",
                     RecordText(Judged("record of a life", m_remote)));
-        RequireSame("an old handler holds what a fresh one does", "fresh", SectionsText(fresh), "old",
+        RequireSame("an old handler holds what a fresh one does", "fresh", SectionsText(fresh.handler), "old",
                     SectionsText(Judged("handler of a life", m_handler)));
     }
 
     void Extract() {
-        RemoteSDP wanted;
-        SDPHandler fresh;
-        MakeFresh(fresh, m_model, m_model.address, wanted);
-        fresh.GetRTPData(wanted);
+        Fresh fresh(m_model, m_model.address);
+        fresh.handler.GetRTPData(fresh.record);
         m_handler.GetRTPData(m_remote);
-        RequireSame("extraction gives what a fresh handler reads", "fresh", RecordText(wanted), "old",
+        RequireSame("extraction gives what a fresh handler reads", "fresh", RecordText(fresh.record), "old",
                     RecordText(Judged("record of a life", m_remote)));
     }
 
     void Describe() {
-        RemoteSDP unused;
-        SDPHandler fresh;
-        MakeFresh(fresh, m_model, m_model.address, unused);
+        Fresh fresh(m_model, m_model.address);
         const bool isOffer = m_model.sections == 0;
         const Reading remote = Read(m_model.text);
         std::string text = CheckWriting(m_handler, OwnSide(), remote, m_model.text.size());
         Judged("text of a life", text);
-        RequireSame("an old handler writes as a fresh one", "fresh", fresh.GetLocalSDP(), "old", text);
+        RequireSame("an old handler writes as a fresh one", "fresh", fresh.handler.GetLocalSDP(), "old",
+                    text);
         if (isOffer && m_model.local->strDefaultIPAddr.empty()) {
             RequireSame("no address, no offer", "wanted", "", "written", text);
             return;

@@ -40,6 +40,17 @@ GOLDEN = HERE / "golden"
 def corpus_capabilities() -> LocalSDP:
     """The local side of every golden file: all codecs, both videos, floor control, one suite per stream."""
     codecs = rules.PAYLOAD_H264 | rules.PAYLOAD_H264_PACKETIZATION_0
+
+    def video(role: int, port: int, **limits: int) -> VideoParms:
+        return VideoParms(
+            eVideoCodec=codecs,
+            eVideoType=role,
+            iVideoRTPPort=port,
+            strVideoLevel=b"3.1",
+            iFmtpMaxFrameSize=3600,
+            **limits,
+        )
+
     priority = [rules.PAYLOAD_G7221, rules.PAYLOAD_G722, rules.PAYLOAD_G711U, rules.PAYLOAD_G729]
     return LocalSDP(
         eAudioCodec=sum(priority),
@@ -50,21 +61,8 @@ def corpus_capabilities() -> LocalSDP:
         iMaxBandwidth=1024000,
         iVideoPayloadMode1=97,
         iVideoPayloadMode0=126,
-        m_VideoMain=VideoParms(
-            eVideoCodec=codecs,
-            eVideoType=rules.VIDEOTYPE_MAIN,
-            iVideoRTPPort=16386,
-            strVideoLevel=b"3.1",
-            iFmtpMaxMbps=108000,
-            iFmtpMaxFrameSize=3600,
-        ),
-        m_VideoPreso=VideoParms(
-            eVideoCodec=codecs,
-            eVideoType=rules.VIDEOTYPE_PRESO,
-            iVideoRTPPort=16388,
-            strVideoLevel=b"3.1",
-            iFmtpMaxFrameSize=3600,
-        ),
+        m_VideoMain=video(rules.VIDEOTYPE_MAIN, 16386, iFmtpMaxMbps=108000),
+        m_VideoPreso=video(rules.VIDEOTYPE_PRESO, 16388),
         iVideoPresoControlPort=16390,
         cryptoAlgo=[rules.CRYPTO_AES_CM_128_HMAC_SHA1_32] * rules.SRTP_MAX,
         bufSRTPKey=[bytes([0x11 * (row + 1)]) * 16 + b"\0" for row in range(rules.SRTP_MAX)],

@@ -67,10 +67,7 @@ TEST(Deliberate, M03_DumpCutsEachPieceAt999Bytes) {
 }
 
 TEST(Deliberate, M04_SectionNeverFreesItsPayloadEntries) {
-    const std::unique_ptr<RtpMap> entry(new RtpMap);
-    entry->strPayload = "97";
-    entry->strEncodingName = "H264/90000";
-    entry->vecFmtpParms = {"packetization-mode=1"};
+    const std::unique_ptr<RtpMap> entry(new RtpMap{"97", "H264/90000", {"packetization-mode=1"}});
     {
         MediaSession section;
         section.vecRtpMap.push_back(entry.get());
@@ -103,9 +100,9 @@ TEST(Deliberate, M05_LoneStreamHasNoRole) {
 TEST(Deliberate, B08_BareRtpmapPrefix) {
     const SDPHandler h;
     EXPECT_TEXT(h.AddRTPMap(PAYLOAD_G711U), "a=rtpmap:0 PCMU/8000\r\n");
-    EXPECT_TEXT(h.AddRTPMap(PAYLOAD_VP8), "a=rtpmap:");
-    EXPECT_TEXT(h.AddRTPMap(PAYLOAD_UNKNOWN), "a=rtpmap:");
-    EXPECT_TEXT(h.AddRTPMap(kAllAudio), "a=rtpmap:");
+    for (const PayloadType_t payload : {PAYLOAD_VP8, PAYLOAD_UNKNOWN, kAllAudio}) {
+        EXPECT_TEXT(h.AddRTPMap(payload), "a=rtpmap:") << payload;
+    }
 }
 
 } // namespace

@@ -137,24 +137,30 @@ TEST(Repeat, FormatsOfFloorControlAreTheFarEnds) {
         "m=application 0 UDP/BFCP 0\r\n");
 }
 
-std::string ContentOf(const std::string& lines) {
-    return LinesWith("a=content:", Answer(Far("m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n" + lines)));
-}
+/// An attribute of the far end's and what the answer has of it.
+struct Row {
+    std::string written;
+    std::string answered;
+};
 
 TEST(Repeat, MainVideoIsCalledAsTheFarEndCallsIt) {
-    EXPECT_TEXT(ContentOf(""), "a=content:main\r\n");
-    EXPECT_TEXT(ContentOf("a=content:speaker,main\n"), "a=content:main\r\n");
-    EXPECT_TEXT(ContentOf("a=content:speaker,alt\n"), "a=content:speaker\r\n");
-    EXPECT_TEXT(ContentOf("a=content:(\n"), "a=content:main\r\n");
-    EXPECT_TEXT(ContentOf("a=content:slideshow\n"), "a=content:slideshow\r\n");
-    EXPECT_TEXT(ContentOf("a=content:alt,slides\n"), "a=content:slides\r\n");
+    const Row rows[] = {
+        {"", "a=content:main\r\n"},
+        {"a=content:speaker,main\n", "a=content:main\r\n"},
+        {"a=content:speaker,alt\n", "a=content:speaker\r\n"},
+        {"a=content:(\n", "a=content:main\r\n"},
+        {"a=content:slideshow\n", "a=content:slideshow\r\n"},
+        {"a=content:alt,slides\n", "a=content:slides\r\n"},
+    };
+    for (const Row& row : rows) {
+        const std::string answer =
+            Answer(Far("m=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n" + row.written));
+        EXPECT_TEXT(LinesWith("a=content:", answer), row.answered) << row.written;
+    }
 }
 
 TEST(Repeat, AFloorNamesItsStreamsInWords) {
-    constexpr struct {
-        std::string_view written;
-        std::string_view answered;
-    } kCases[] = {
+    const Row rows[] = {
         {"2", "2"},
         {"2 mstrm:9", "2 mstrm:9"},
         {"2 mstrm:9 10", "2 mstrm:9 10"},
@@ -167,14 +173,12 @@ TEST(Repeat, AFloorNamesItsStreamsInWords) {
         {"two", "2 mstrm:9"},
         {"", "2 mstrm:9"},
     };
-    for (const auto& one : kCases) {
+    for (const Row& row : rows) {
         const std::string answer =
             Answer(Far("m=video 30004 RTP/AVP 97\na=rtpmap:97 H264/90000\na=content:slides\n"
                        "m=application 30006 UDP/BFCP *\na=floorctrl:c-only\na=floorid:" +
-                       std::string(one.written) + "\n"));
-        const std::size_t at = answer.find("a=floorid:");
-        ASSERT_NE(at, std::string::npos) << answer;
-        EXPECT_EQ(answer.substr(at, answer.find('\r', at) - at), "a=floorid:" + std::string(one.answered));
+                       row.written + "\n"));
+        EXPECT_TEXT(LinesWith("a=floorid:", answer), "a=floorid:" + row.answered + "\r\n") << row.written;
     }
 }
 

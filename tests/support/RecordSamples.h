@@ -174,4 +174,12 @@ void ExpectNew(const Record& record) {
     ExpectSame(record, Record());
 }
 
+/// A flag that is set is the one line of the dump that differs from a new record's.
+template <typename Record, typename Owner>
+void ExpectFlagInDump(bool Owner::*flag, const std::string& name) {
+    Record record;
+    record.*flag = true;
+    EXPECT_TEXT(record.ToDiag(), support::Replaced(Record().ToDiag(), name + ": false", name + ": true"));
+}
+
 } // namespace samples

@@ -192,20 +192,7 @@ TEST(SDPExtractAudio, WithoutACodecBothDirectionsAreClear) {
               "audio codec=256 payload=0 dtmf=0 addr= port=5000 send=0 recv=0 valid=1");
 }
 
-// Address, keys, and which section.
-
-TEST(SDPExtractAudio, OwnAddressGoesBeforeTheSessionAddress) {
-    SDPHandler h;
-    h.strSessionIPAddr = "192.0.2.9";
-    MediaSession& section = AddSection(h, MEDIA_AUDIO, 5000);
-    RemoteSDP remote;
-    h.GetRTPData(remote);
-    EXPECT_EQ(remote.strAudioIPAddr, "192.0.2.9");
-    section.strIPAddr = "192.0.2.10";
-    h.GetRTPData(remote);
-    EXPECT_EQ(remote.strAudioIPAddr, "192.0.2.10");
-    EXPECT_EQ(h.strSessionIPAddr, "192.0.2.9");
-}
+// Keys, and which section.
 
 TEST(SDPExtractAudio, KeysGoToTheAudioRow) {
     SDPHandler h;

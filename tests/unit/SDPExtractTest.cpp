@@ -66,6 +66,27 @@ TEST(SDPExtract, TheSectionsAreOnlyRead) {
     EXPECT_EQ(h.m_iSessionVersion, 1U);
 }
 
+TEST(SDPExtract, OwnAddressGoesBeforeTheSessionAddress) {
+    SDPHandler h;
+    h.strSessionIPAddr = "192.0.2.9";
+    MediaSession& audio = AddSection(h, MEDIA_AUDIO, 5000);
+    MediaSession& main = AddVideoSection(h, VIDEOTYPE_MAIN, 5002);
+    MediaSession& preso = AddVideoSection(h, VIDEOTYPE_PRESO, 5004);
+    const auto addresses = [&h] {
+        RemoteSDP remote;
+        h.GetRTPData(remote);
+        return remote.strAudioIPAddr + " " + remote.m_VideoMain.strVideoIPAddr + " " +
+               remote.m_VideoPreso.strVideoIPAddr;
+    };
+    EXPECT_EQ(addresses(), "192.0.2.9 192.0.2.9 192.0.2.9");
+    audio.strIPAddr = "192.0.2.10";
+    main.strIPAddr = "192.0.2.11";
+    EXPECT_EQ(addresses(), "192.0.2.10 192.0.2.11 192.0.2.9");
+    preso.strIPAddr = "192.0.2.12";
+    EXPECT_EQ(addresses(), "192.0.2.10 192.0.2.11 192.0.2.12");
+    EXPECT_EQ(h.strSessionIPAddr, "192.0.2.9");
+}
+
 // Session bandwidth: kilobits on the wire, bits in the record.
 
 std::int32_t SessionBandwidth(const char* text) {
@@ -106,29 +127,32 @@ std::int32_t MediaBandwidth(const char* session, const char* audio, const char* 
 }
 
 TEST(SDPExtract, MediaBandwidthIsTheSumOfAudioAndMainVideo) {
-    EXPECT_EQ(MediaBandwidth("", "64000", "936000", ""), 1000000);
-    EXPECT_EQ(MediaBandwidth("", "64000", "", ""), 64000);
-    EXPECT_EQ(MediaBandwidth("", "", "936000", ""), 936000);
-}
-
-TEST(SDPExtract, PresentationAndFloorControlNeverCountTowardBandwidth) {
-    EXPECT_EQ(MediaBandwidth("", "", "", "936000"), 0);
-    EXPECT_EQ(MediaBandwidth("", "64000", "936000", "500000"), 1000000);
-}
-
-TEST(SDPExtract, MediaBandwidthThatIsNoNumberIsSkipped) {
-    EXPECT_EQ(MediaBandwidth("", "64000x", "936000", ""), 936000);
-    EXPECT_EQ(MediaBandwidth("", "64000", " 936000", ""), 64000);
-    EXPECT_EQ(MediaBandwidth("", "-1", "-2", ""), 0);
-}
-
-TEST(SDPExtract, SessionBandwidthReplacesTheMediaSum) {
-    EXPECT_EQ(MediaBandwidth("512", "64000", "936000", ""), 512000);
-    EXPECT_EQ(MediaBandwidth("0", "64000", "936000", ""), 0);
-}
-
-TEST(SDPExtract, SessionBandwidthThatIsNoNumberStillReplacesTheMediaSum) {
-    EXPECT_EQ(MediaBandwidth("many", "64000", "936000", ""), 0);
+    const struct {
+        const char* session;
+        const char* audio;
+        const char* main;
+        const char* preso;
+        std::int32_t bits;
+    } rows[] = {
+        {"", "64000", "936000", "", 1000000},
+        {"", "64000", "", "", 64000},
+        {"", "", "936000", "", 936000},
+        // Presentation and floor control never count.
+        {"", "", "", "936000", 0},
+        {"", "64000", "936000", "500000", 1000000},
+        // What is no number is skipped.
+        {"", "64000x", "936000", "", 936000},
+        {"", "64000", " 936000", "", 64000},
+        {"", "-1", "-2", "", 0},
+        // A limit of the session replaces the sum, also when it is no number.
+        {"512", "64000", "936000", "", 512000},
+        {"0", "64000", "936000", "", 0},
+        {"many", "64000", "936000", "", 0},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(MediaBandwidth(row.session, row.audio, row.main, row.preso), row.bits)
+            << row.session << " | " << row.audio << " | " << row.main << " | " << row.preso;
+    }
 }
 
 TEST(SDPExtract, OnlyTheTakenSectionsCountTowardBandwidth) {

@@ -139,18 +139,6 @@ TEST(SDPExtractVideo, PortZeroClearsBothDirectionsAndTheRecordIsValid) {
                                           "port=0 send=0 recv=0 valid=1\n");
 }
 
-TEST(SDPExtractVideo, OwnAddressGoesBeforeTheSessionAddress) {
-    SDPHandler h;
-    h.strSessionIPAddr = "192.0.2.9";
-    MediaSession& section = AddSection(h, MEDIA_VIDEO, 5002);
-    RemoteSDP remote;
-    h.GetVideoRTPData(remote, remote.m_VideoMain, &section);
-    EXPECT_EQ(remote.m_VideoMain.strVideoIPAddr, "192.0.2.9");
-    section.strIPAddr = "192.0.2.10";
-    h.GetVideoRTPData(remote, remote.m_VideoMain, &section);
-    EXPECT_EQ(remote.m_VideoMain.strVideoIPAddr, "192.0.2.10");
-}
-
 // The choice among the formats.
 
 TEST(SDPExtractVideo, H264IsKnownByAPieceOfItsName) {

@@ -167,17 +167,25 @@ TEST(SDPHandlerLife, BfcpSupportIsStoredAsGiven) {
     EXPECT_FALSE(handler.m_fBfcpSupported);
 }
 
+// A handler without media, and what it offers first.
+struct Offering : SDPHandler {
+    Offering() {
+        InitializeLocalSDP(NoMedia());
+        SetDefaultLocalIPAddr("192.0.2.1");
+        m_iSessionID = 123456;
+    }
+    void ExpectFirstOffer() {
+        EXPECT_TRUE(IsOffer());
+        EXPECT_TEXT(GetLocalSDP(), "v=0\r\n"
+                                   "o=Quillmarshorizon 123456 2 IN IP4 192.0.2.1\r\n"
+                                   "s=-\r\n"
+                                   "c=IN IP4 192.0.2.1\r\n"
+                                   "t=0 0\r\n");
+    }
+};
+
 TEST(SDPHandlerLife, NewHandlerOffers) {
-    SDPHandler handler;
-    handler.InitializeLocalSDP(NoMedia());
-    handler.SetDefaultLocalIPAddr("192.0.2.1");
-    handler.m_iSessionID = 123456;
-    EXPECT_TRUE(handler.IsOffer());
-    EXPECT_TEXT(handler.GetLocalSDP(), "v=0\r\n"
-                                       "o=Quillmarshorizon 123456 2 IN IP4 192.0.2.1\r\n"
-                                       "s=-\r\n"
-                                       "c=IN IP4 192.0.2.1\r\n"
-                                       "t=0 0\r\n");
+    Offering().ExpectFirstOffer();
 }
 
 TEST(SDPHandlerLife, HeldSectionsMakeItAnswer) {
@@ -279,21 +287,13 @@ TEST(SDPHandlerLife, DestructionFreesEverySectionAndEveryPayloadEntry) {
 }
 
 TEST(SDPHandlerLife, AnEmptyTextLeavesNoSectionAndNoBandwidth) {
-    SDPHandler handler;
-    handler.InitializeLocalSDP(NoMedia());
-    handler.SetDefaultLocalIPAddr("192.0.2.1");
-    handler.m_iSessionID = 5;
+    Offering handler;
     RemoteSDP remote;
     handler.ParseTheSDP(kTwoSections, remote);
     EXPECT_EQ(handler.ParseTheSDP("", remote), 1);
     EXPECT_TRUE(handler.vecRemoteMediaSession.empty());
     EXPECT_EQ(handler.strMaxSessionBandwidth, "");
-    EXPECT_TRUE(handler.IsOffer());
-    EXPECT_TEXT(handler.GetLocalSDP(), "v=0\r\n"
-                                       "o=Quillmarshorizon 5 2 IN IP4 192.0.2.1\r\n"
-                                       "s=-\r\n"
-                                       "c=IN IP4 192.0.2.1\r\n"
-                                       "t=0 0\r\n");
+    handler.ExpectFirstOffer();
 }
 
 TEST(SDPHandlerLife, SessionAddressOutlivesTheNextDescriptionAndItsBandwidthDoesNot) {
@@ -322,18 +322,10 @@ TEST(SDPHandlerLife, ResettingTheRemoteSideReturnsToOffering) {
 }
 
 TEST(SDPHandlerLife, LocalCandidatesChangeNothing) {
-    SDPHandler handler;
-    handler.InitializeLocalSDP(NoMedia());
-    handler.SetDefaultLocalIPAddr("192.0.2.1");
-    handler.m_iSessionID = 5;
+    Offering handler;
     handler.SetVideoICECandidate("a=candidate:1 1 UDP 2130706431 192.0.2.1 5002 typ host");
     handler.SetAudioICECandidate("a=candidate:1 1 UDP 2130706431 192.0.2.1 5000 typ host");
-    EXPECT_TRUE(handler.IsOffer());
-    EXPECT_TEXT(handler.GetLocalSDP(), "v=0\r\n"
-                                       "o=Quillmarshorizon 5 2 IN IP4 192.0.2.1\r\n"
-                                       "s=-\r\n"
-                                       "c=IN IP4 192.0.2.1\r\n"
-                                       "t=0 0\r\n");
+    handler.ExpectFirstOffer();
 }
 
 } // namespace

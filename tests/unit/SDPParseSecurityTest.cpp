@@ -181,49 +181,37 @@ TEST(SDPParseSecurity, TagIsTheSecondPieceOfTheFirstWordAndOneIfThatIsNoNumber) 
 
 // --- ICE ---
 
-TEST(SDPParseSecurity, IceLinesAreStoredWhole) {
-    Section s;
-    s.handler.ProcessICEFragPwd("a=ice-ufrag:F7gI ");
-    s.handler.ProcessICEFragPwd("a=ice-pwd:x9cml/YzichV2+XlhiMu8g");
-    EXPECT_TEXT(s.Get().striceufrag, "a=ice-ufrag:F7gI ");
-    EXPECT_TEXT(s.Get().stricepwd, "a=ice-pwd:x9cml/YzichV2+XlhiMu8g");
-}
-
-TEST(SDPParseSecurity, LaterIceLineOfAKindReplacesTheEarlier) {
-    Section s;
-    s.handler.ProcessICEFragPwd("a=ice-ufrag:first-and-long");
-    s.handler.ProcessICEFragPwd("a=ice-pwd:first-and-long");
-    s.handler.ProcessICEFragPwd("a=ice-ufrag:2");
-    EXPECT_TEXT(s.Get().striceufrag, "a=ice-ufrag:2");
-    EXPECT_TEXT(s.Get().stricepwd, "a=ice-pwd:first-and-long");
-    s.handler.ProcessICEFragPwd("a=ice-pwd:2");
-    EXPECT_TEXT(s.Get().stricepwd, "a=ice-pwd:2");
-}
-
-TEST(SDPParseSecurity, FragmentComesBeforePasswordWhereverTheyStand) {
-    for (const char* line : {"a=ice-ufrag:F a=ice-pwd:P", "a=ice-pwd:P a=ice-ufrag:F"}) {
+TEST(SDPParseSecurity, IceLinesAreStoredWholeAndTheLastOfAKindStands) {
+    const struct {
+        Pieces lines;
+        const char* fragment;
+        const char* password;
+    } rows[] = {
+        {{"a=ice-ufrag:F7gI ", "a=ice-pwd:x9cml/YzichV2+XlhiMu8g"},
+         "a=ice-ufrag:F7gI ",
+         "a=ice-pwd:x9cml/YzichV2+XlhiMu8g"},
+        {{"a=ice-ufrag:first-and-long", "a=ice-pwd:first-and-long", "a=ice-ufrag:2"},
+         "a=ice-ufrag:2",
+         "a=ice-pwd:first-and-long"},
+        {{"a=ice-ufrag:F", "a=ice-pwd:first-and-long", "a=ice-pwd:2"}, "a=ice-ufrag:F", "a=ice-pwd:2"},
+        // The fragment comes before the password wherever they stand in a line.
+        {{"a=ice-ufrag:F a=ice-pwd:P"}, "a=ice-ufrag:F a=ice-pwd:P", ""},
+        {{"a=ice-pwd:P a=ice-ufrag:F"}, "a=ice-pwd:P a=ice-ufrag:F", ""},
+        // Keywords are found anywhere and need no colon.
+        {{"xx a=ice-ufragX", "xx a=ice-pwdX"}, "xx a=ice-ufragX", "xx a=ice-pwdX"},
+        // Other attributes change nothing.
+        {{"a=ice-options:trickle", "a=ice-lite", "a=ice-mismatch", "a=ice-", "a=ice-ufra", "a=ice-pw",
+          "ice-ufrag:F", "A=ICE-PWD:P"},
+         "",
+         ""},
+    };
+    for (const auto& row : rows) {
         Section s;
-        s.handler.ProcessICEFragPwd(line);
-        EXPECT_TEXT(s.Get().striceufrag, line);
-        EXPECT_TEXT(s.Get().stricepwd, "");
-    }
-}
-
-TEST(SDPParseSecurity, IceKeywordsAreFoundAnywhereAndNeedNoColon) {
-    Section s;
-    s.handler.ProcessICEFragPwd("xx a=ice-ufragX");
-    s.handler.ProcessICEFragPwd("xx a=ice-pwdX");
-    EXPECT_TEXT(s.Get().striceufrag, "xx a=ice-ufragX");
-    EXPECT_TEXT(s.Get().stricepwd, "xx a=ice-pwdX");
-}
-
-TEST(SDPParseSecurity, OtherIceAttributesChangeNothing) {
-    for (const char* line : {"a=ice-options:trickle", "a=ice-lite", "a=ice-mismatch", "a=ice-", "a=ice-ufra",
-                             "a=ice-pw", "ice-ufrag:F", "A=ICE-PWD:P"}) {
-        Section s;
-        s.handler.ProcessICEFragPwd(line);
-        EXPECT_TEXT(s.Get().striceufrag, "");
-        EXPECT_TEXT(s.Get().stricepwd, "");
+        for (const std::string& line : row.lines) {
+            s.handler.ProcessICEFragPwd(line);
+        }
+        EXPECT_TEXT(s.Get().striceufrag, row.fragment) << row.lines[0];
+        EXPECT_TEXT(s.Get().stricepwd, row.password) << row.lines[0];
     }
 }
 
@@ -233,12 +221,14 @@ TEST(SDPParseSecurity, IceLinesBelongToTheLastSection) {
     s.handler.ProcessICEFragPwd("a=ice-ufrag:F");
     s.handler.ProcessICEFragPwd("a=ice-pwd:P");
     s.handler.ProcessICECandidate("a=candidate:1");
-    EXPECT_TEXT(s.handler.vecRemoteMediaSession[0]->striceufrag, "");
-    EXPECT_TEXT(s.handler.vecRemoteMediaSession[0]->stricepwd, "");
-    EXPECT_TRUE(s.handler.vecRemoteMediaSession[0]->vecCandidate.empty());
-    EXPECT_TEXT(s.handler.vecRemoteMediaSession[1]->striceufrag, "a=ice-ufrag:F");
-    EXPECT_TEXT(s.handler.vecRemoteMediaSession[1]->stricepwd, "a=ice-pwd:P");
-    EXPECT_EQ(s.handler.vecRemoteMediaSession[1]->vecCandidate, (Pieces{"a=candidate:1"}));
+    const auto ice = [&s](std::size_t number) {
+        const MediaSession& section = *s.handler.vecRemoteMediaSession.at(number);
+        Pieces lines = {section.striceufrag, section.stricepwd};
+        lines.insert(lines.end(), section.vecCandidate.begin(), section.vecCandidate.end());
+        return lines;
+    };
+    EXPECT_EQ(ice(0), (Pieces{"", ""}));
+    EXPECT_EQ(ice(1), (Pieces{"a=ice-ufrag:F", "a=ice-pwd:P", "a=candidate:1"}));
 }
 
 TEST(SDPParseSecurity, IceLinesBeforeAnySectionAreIgnored) {
@@ -257,13 +247,12 @@ TEST(SDPParseSecurity, TheFirstCandidateMakesRoomForAUsualNumber) {
 
 TEST(SDPParseSecurity, CandidatesAreStoredWholeInOrder) {
     Section s;
-    s.handler.ProcessICECandidate("a=candidate:1 1 UDP 2130706431 10.0.0.1 5000 typ host");
-    s.handler.ProcessICECandidate("anything at all ");
-    s.handler.ProcessICECandidate("");
-    s.handler.ProcessICECandidate("a=candidate:1 1 UDP 2130706431 10.0.0.1 5000 typ host");
-    EXPECT_EQ(s.Get().vecCandidate,
-              (Pieces{"a=candidate:1 1 UDP 2130706431 10.0.0.1 5000 typ host", "anything at all ", "",
-                      "a=candidate:1 1 UDP 2130706431 10.0.0.1 5000 typ host"}));
+    const Pieces lines = {"a=candidate:1 1 UDP 2130706431 10.0.0.1 5000 typ host", "anything at all ", "",
+                          "a=candidate:1 1 UDP 2130706431 10.0.0.1 5000 typ host"};
+    for (const std::string& line : lines) {
+        s.handler.ProcessICECandidate(line);
+    }
+    EXPECT_EQ(s.Get().vecCandidate, lines);
 }
 
 TEST(SDPParseSecurity, NothingLimitsTheNumberOfCandidates) {

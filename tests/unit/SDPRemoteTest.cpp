@@ -17,13 +17,9 @@ fIsAudioValid: true
 }
 
 TEST(SDPRemote, DumpTellsTheFlagsApart) {
-    const std::string fresh = RemoteSDP().ToDiag();
-    RemoteSDP sends;
-    sends.fAudioSend = true;
-    EXPECT_TEXT(sends.ToDiag(), support::Replaced(fresh, "fAudioSend: false", "fAudioSend: true"));
-    RemoteSDP receives;
-    receives.fAudioRecv = true;
-    EXPECT_TEXT(receives.ToDiag(), support::Replaced(fresh, "fAudioRecv: false", "fAudioRecv: true"));
+    samples::ExpectFlagInDump<RemoteSDP>(&RemoteSDP::fAudioSend, "fAudioSend");
+    samples::ExpectFlagInDump<RemoteSDP>(&RemoteSDP::fAudioRecv, "fAudioRecv");
+    samples::ExpectFlagInDump<RemoteSDP>(&RemoteSDP::fIsAudioValid, "fIsAudioValid");
 }
 
 } // namespace

@@ -18,9 +18,7 @@ std::string Repeated(std::size_t count) {
 using support::kNewSectionDump;
 
 TEST(SDPSection, DestroyingASectionLeavesItsPayloadEntriesAlive) {
-    const std::unique_ptr<RtpMap> entry(new RtpMap);
-    entry->strPayload = "96";
-    entry->vecFmtpParms = {"a=1", "b=2"};
+    const std::unique_ptr<RtpMap> entry(new RtpMap{"96", "", {"a=1", "b=2"}});
     {
         MediaSession section;
         section.vecRtpMap.push_back(entry.get());
@@ -42,12 +40,8 @@ TEST(SDPSection, DumpOfAnAudioSectionWithoutAddressHasNoMediaLine) {
 }
 
 TEST(SDPSection, DumpShowsEveryDumpedFieldInOrder) {
-    RtpMap mode1;
-    mode1.strPayload = "97";
-    mode1.strEncodingName = "H264/90000";
-    mode1.vecFmtpParms = {"profile-level-id=42801f", " packetization-mode=1"};
-    RtpMap bare;
-    bare.strPayload = "126";
+    RtpMap mode1 = {"97", "H264/90000", {"profile-level-id=42801f", " packetization-mode=1"}};
+    RtpMap bare = {"126", "", {}};
     MediaSession section;
     section.eMedia = MEDIA_VIDEO;
     section.eContent = VIDEOTYPE_PRESO;
@@ -125,10 +119,7 @@ TEST(SDPSection, DumpCutsALongerLineAndWithItsLineEnd) {
 }
 
 TEST(SDPSection, DumpCutsEveryKindOfLineAtTheSameLength) {
-    RtpMap entry;
-    entry.strPayload = Repeated(400);
-    entry.strEncodingName = Repeated(1200);
-    entry.vecFmtpParms = {Repeated(1200), "short"};
+    RtpMap entry = {Repeated(400), Repeated(1200), {Repeated(1200), "short"}};
     MediaSession section;
     section.vecRtpMap = {&entry};
     section.strVideoLevel = Repeated(1200);
@@ -152,10 +143,8 @@ TEST(SDPSection, DumpEndsATextAtItsFirstZeroByte) {
 }
 
 TEST(SDPSection, DumpShowsKeyTextInEveryFieldAsItIs) {
-    RtpMap entry;
-    entry.strPayload = "inline:cGF5bG9hZA";
-    entry.strEncodingName = "inline:bmFtZQ";
-    entry.vecFmtpParms = {"a=1\na=crypto:1 SUITE inline:Zm10cA|2^31 KDR=1", "inline:"};
+    RtpMap entry = {
+        "inline:cGF5bG9hZA", "inline:bmFtZQ", {"a=1\na=crypto:1 SUITE inline:Zm10cA|2^31 KDR=1", "inline:"}};
     MediaSession section;
     section.strIPAddr = "inline:YWRkcmVzcw";
     section.vecRtpMap = {&entry};

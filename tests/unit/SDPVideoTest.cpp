@@ -42,12 +42,9 @@ fIsVideoValid: true
 }
 
 TEST(SDPVideo, DumpTellsTheFlagsApart) {
-    VideoParms sends;
-    sends.fVideoSend = true;
-    EXPECT_TEXT(sends.ToDiag(), support::Replaced(kNewDump, "fVideoSend: false", "fVideoSend: true"));
-    VideoParms receives;
-    receives.fVideoRecv = true;
-    EXPECT_TEXT(receives.ToDiag(), support::Replaced(kNewDump, "fVideoRecv: false", "fVideoRecv: true"));
+    samples::ExpectFlagInDump<VideoParms>(&VideoParms::fVideoSend, "fVideoSend");
+    samples::ExpectFlagInDump<VideoParms>(&VideoParms::fVideoRecv, "fVideoRecv");
+    samples::ExpectFlagInDump<VideoParms>(&VideoParms::fIsVideoValid, "fIsVideoValid");
 }
 
 TEST(SDPVideo, DumpMasksKeyText) {
