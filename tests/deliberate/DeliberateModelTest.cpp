@@ -1,5 +1,6 @@
-// The deliberate behaviours of the records, the letter M of commonmedia/DELIBERATE.md, and B08. Each test
-// shows the surprising input with its whole outcome, and beside it the input that does what one expects.
+// The deliberate behaviours of the records that need code, the letter M of commonmedia/DELIBERATE.md, and
+// B08. Each test shows the surprising input with its whole outcome, and beside it the input that does what
+// one expects. M02 is in model.cases.
 #include "Capabilities.h"
 #include "Describe.h"
 #include "Expect.h"
@@ -38,19 +39,6 @@ TEST(Deliberate, M01_AssignmentDoesNotCarryTheBfcpIdentity) {
     EXPECT_EQ(copy.iBfcpConfid, 6);
     EXPECT_EQ(copy.iBfcpUserid, 7);
     EXPECT_TRUE(copy.fBfcpIsServer);
-}
-
-TEST(Deliberate, M02_DumpLosesItsFirstLine) {
-    MediaSession section;
-    section.iPort = 5000;
-    section.eMedia = MEDIA_AUDIO;
-    const std::string audio = section.ToDiag();
-    section.eMedia = MEDIA_APPLICATION;
-    const std::string application = section.ToDiag();
-    // No "eMedia: 2" and no "eMedia: 3" in front: the two kinds cannot be told apart.
-    const std::string dump = Replaced(kNewSectionDump, "iPort: 0", "iPort: 5000");
-    EXPECT_TEXT(audio, dump);
-    EXPECT_TEXT(application, dump);
 }
 
 TEST(Deliberate, M03_DumpCutsEachPieceAt999Bytes) {

@@ -7,6 +7,7 @@
 #include "DocumentParts.h"
 #include "DocumentPlay.h"
 #include "Expect.h"
+#include "TraceKeeper.h"
 
 #include <algorithm>
 #include <charconv>
@@ -138,6 +139,12 @@ private:
         TheSide().handler.m_iSessionID = static_cast<std::int32_t>(Unsigned(3));
         TheSide().handler.m_iSessionVersion = Unsigned(4);
     }
+    void HasCandidates() {
+        for (const Line& line : m_step.block) {
+            TheSide().handler.SetAudioICECandidate(line.text);
+            TheSide().handler.SetVideoICECandidate(line.text);
+        }
+    }
     void Resets() { TheSide().handler.ResetRemoteSDP(); }
     void WouldOffer() { ExpectOffer(true); }
     void WouldAnswer() { ExpectOffer(false); }
@@ -167,22 +174,45 @@ private:
         Compare(part->write(TheSide().handler), TextOf(4));
     }
 
-    void KeepsSection() {
-        const RemoteSections sections = TheSide().handler.GetRemoteSections();
-        std::string actual = "no such section\n";
-        for (std::size_t i = 0; i < sections.size(); ++i) {
-            if (std::to_string(i) == m_words[3]) {
-                actual.clear();
-                for (const std::string& line : SectionLines(*sections[i])) {
-                    actual += line + "\n";
-                }
-            }
+    // The step's lines, which end in LF and nothing else unless they show another end.
+    Lines Ended() const {
+        Lines lines = m_step.block;
+        for (Line& line : lines) {
+            line.text = Unescape(line, "\n");
         }
+        return lines;
+    }
+
+    template <typename Show>
+    std::string OfSection(const Show& show) {
+        const RemoteSections sections = TheSide().handler.GetRemoteSections();
+        const std::uint32_t number = Unsigned(3);
+        return number < sections.size() ? show(*sections[number]) : "no such section\n";
+    }
+
+    void KeepsSection() {
+        const std::string actual = OfSection([](const MediaSession& section) {
+            std::string lines;
+            for (const std::string& line : SectionLines(section)) {
+                lines += line + "\n";
+            }
+            return lines;
+        });
         Lines expected = m_step.block;
         for (Line& line : expected) {
             line.text += "\n";
         }
         Compare(actual, expected);
+    }
+
+    void DumpsSection() {
+        Compare(OfSection([](const MediaSession& section) { return section.ToDiag(); }), Ended());
+    }
+
+    void Traces() {
+        const support::TraceKeeper trace;
+        TheSide().handler.ParseTheSDP(m_arriving, TheSide().remote);
+        Compare(trace.Text(), Ended());
     }
 
     void HasSections() {
@@ -216,6 +246,7 @@ inline const std::vector<Player::Row>& Player::Rows() {
         {"SIDE wants floor control", false, &Player::WantsFloorControl},
         {"SIDE serves COUNT sections", false, &Player::Serves},
         {"SIDE has session ID VERSION", false, &Player::HasSession},
+        {"SIDE has candidates", true, &Player::HasCandidates},
         {"SIDE resets", false, &Player::Resets},
         {"SIDE would offer", false, &Player::WouldOffer},
         {"SIDE would answer", false, &Player::WouldAnswer},
@@ -233,6 +264,9 @@ inline const std::vector<Player::Row>& Player::Rows() {
         {"SIDE writes part PART", true, &Player::WritesPart},
         {"SIDE keeps section NUMBER", true, &Player::KeepsSection},
         {"SIDE has section count COUNT", false, &Player::HasSections},
+        // What reading traces, and what the dump of a section is.
+        {"SIDE traces", true, &Player::Traces},
+        {"SIDE dumps section NUMBER", true, &Player::DumpsSection},
     };
     return rows;
 }

@@ -84,6 +84,34 @@ TEST(Document, PartsAndSectionsAreReportedAtTheirLine) {
                 "a.cases:15: near writes part direction-audio: The texts differ first in line 1.\n");
 }
 
+TEST(Document, TracesAndDumpsAreReportedAtTheirLine) {
+    const std::string dump = "    iPort: 5000\n"
+                             "    strIPAddr:\\x20\n"
+                             "    \\tRtpMap[0]: Payload-0 EncodingName-\n"
+                             "    fRecv: true\n"
+                             "    fSend: true\n"
+                             "    strVideoLevel:\\x20\n"
+                             "    strMaxBandwidth:\\x20\n"
+                             "    iBfcpConfid: 0\n"
+                             "    iBfcpUserid: 0\n"
+                             "    strFloorctrl:\\x20\n"
+                             "    \\n\n"
+                             "    \\n\n";
+    const std::string traces = kReading.substr(0, kReading.find("near reads")) +
+                               "near traces\n"
+                               "    Dump Media Session:\\x20\n"
+                               "    eContent: 100\n" +
+                               dump + "near dumps section 0\n    eContent: 100\n" + dump;
+    EXPECT_TEXT(ReportsOf(kHeading + traces), "");
+    EXPECT_TEXT(ReportsOf(kHeading + Replaced(traces, "fSend: true", "fSend: false")),
+                "a.cases:13: near traces: The texts differ first in line 7.\n");
+    EXPECT_TEXT(
+        ReportsOf(kHeading + Replaced(traces, "section 0\n    eContent: 100", "section 0\n    eContent: 0")),
+        "a.cases:22: near dumps section 0: The texts differ first in line 1.\n");
+    EXPECT_TEXT(ReportsOf(kHeading + Replaced(traces, "section 0", "section 1")),
+                "a.cases:22: near dumps section 1: The texts differ first in line 1.\n");
+}
+
 TEST(Document, NamedTextsRecordsAndSetsStandBeforeTheFirstHeading) {
     EXPECT_TEXT(ReportsOf("local silent = audio\n"
                           "    listAudioCodecPriority =\n"

@@ -321,11 +321,4 @@ TEST(SDPHandlerLife, ResettingTheRemoteSideReturnsToOffering) {
     EXPECT_TEXT(handler.GetLocalSDP(), "");
 }
 
-TEST(SDPHandlerLife, LocalCandidatesChangeNothing) {
-    Offering handler;
-    handler.SetVideoICECandidate("a=candidate:1 1 UDP 2130706431 192.0.2.1 5002 typ host");
-    handler.SetAudioICECandidate("a=candidate:1 1 UDP 2130706431 192.0.2.1 5000 typ host");
-    handler.ExpectFirstOffer();
-}
-
 } // namespace
