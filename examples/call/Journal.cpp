@@ -16,7 +16,7 @@ void Journal::Note(const std::string& event) const {
 }
 
 void Journal::Keep(const char* kind, std::string_view description) {
-    char number[8];
+    char number[16];
     std::snprintf(number, sizeof number, "%02d-", ++m_kept);
     const std::string name = std::string(number) + kind + ".sdp";
     std::ofstream(m_directory + "/" + name, std::ios::binary) << description;

@@ -131,6 +131,15 @@ std::size_t BriefRuns::SectionOf(const ExplainCure& cure) const {
     return areAllIn ? static_cast<std::size_t>(after - m_sections.begin()) - 1 : kNowhere;
 }
 
+/// Whether the edit is one after which the component answers otherwise: it replaces a direction, or the "m="
+/// line of a section that was rejected. The run of that section would be in vain.
+bool BriefRuns::ChangesAnswer(const ExplainCure& cure, std::size_t place) const {
+    const std::string_view edited = std::string_view(m_input.remote).substr(cure.text.front().offset);
+    return (m_known.sections[place]->iPort == 0 && BeginsWith(edited, "m=")) ||
+           std::any_of(std::begin(sdp::kDirections), std::end(sdp::kDirections),
+                       [edited](const sdp::Direction& each) { return BeginsWith(edited, each.keyword); });
+}
+
 /// Puts what the component has read of one section into the record: the first section of a stream and the
 /// last one of floor control fill it.
 void BriefRuns::TakeRecord(std::size_t place, const RemoteSDP& alone, RemoteSDP& record) const {
@@ -159,6 +168,9 @@ void BriefRuns::TakeRecord(std::size_t place, const RemoteSDP& alone, RemoteSDP&
 bool BriefRuns::RunSection(const ExplainCure& cure, State& state) const {
     const std::size_t place = SectionOf(cure);
     if (place == kNowhere) {
+        return false;
+    }
+    if (ChangesAnswer(cure, place)) {
         return false;
     }
     const Range range = m_sections[place];

@@ -4,6 +4,7 @@
 // Test: tests/explain/judge_cases.py
 #include "Canonical.h"
 #include "SDPTables.h"
+#include "SDPText.h"
 #include "Suspect.h"
 
 #include <algorithm>
@@ -76,6 +77,35 @@ std::string MediaLine(std::string_view line) {
         }
     }
     return text;
+}
+
+/// Whether the line is "c=IN IP4 192.0.2.1" to the letter.
+bool IsConnection(std::string_view line) {
+    constexpr std::string_view start = "c=IN IP4 ";
+    return BeginsWith(line, start) &&
+           line.find_first_not_of("0123456789./", start.size()) == std::string_view::npos;
+}
+
+/// Whether the line is "m=audio 5004 RTP/AVP 0 101" to the letter.
+bool IsMediaLine(std::string_view line) {
+    sdp::Words words(line.substr(2));
+    const std::string_view media = words.Next();
+    const std::string_view port = words.Next();
+    const std::string_view transport = words.Next();
+    const bool isKnown = media == "audio" || media == "video" || media == "application";
+    const bool isUpper =
+        std::none_of(transport.begin(), transport.end(), [](char c) { return c >= 'a' && c <= 'z'; });
+    std::size_t length = std::string_view("m=").size() + media.size() + port.size() + transport.size();
+    std::size_t blanks = 2;
+    for (std::string_view format = words.Next(); !format.empty(); format = words.Next()) {
+        if (!IsDigits(format) || (format[0] == '0' && format.size() > 1)) {
+            return false;
+        }
+        length += format.size();
+        ++blanks;
+    }
+    return isKnown && IsDigits(port) && isUpper && blanks > 2 && length + blanks == line.size() &&
+           static_cast<std::size_t>(std::count(line.begin(), line.end(), ' ')) == blanks;
 }
 
 /// The words of a crypto line after its keyword, with the key method at the start of a word and after the
@@ -207,9 +237,23 @@ std::string Attribute(std::string_view line, SDPRow row) {
 } // namespace
 
 bool IsCanonical(const TextLine& line) {
-    // These rows have no spelling of their own beyond that of the start.
-    return line.isPlain && (line.meant == SDPRow::Direction || line.meant == SDPRow::Candidate ||
-                            line.meant == SDPRow::Ice || line.meant == SDPRow::None);
+    if (!line.isPlain) {
+        return false;
+    }
+    switch (line.meant) {
+    case SDPRow::Media:
+        return IsMediaLine(line.text);
+    case SDPRow::Connection:
+        return IsConnection(line.text);
+    case SDPRow::Rtpmap:
+        return IsCanonicalRtpmap(line.text);
+    case SDPRow::Fmtp:
+        return IsCanonicalFmtp(line.text);
+    default:
+        // These rows have no spelling of their own beyond that of the start.
+        return line.meant == SDPRow::Direction || line.meant == SDPRow::Candidate ||
+               line.meant == SDPRow::Ice || line.meant == SDPRow::None;
+    }
 }
 
 std::string Canonical(const TextLine& line, const Reading& /*reading*/) {

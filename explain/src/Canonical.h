@@ -10,8 +10,13 @@ namespace explain {
 std::string WithoutZeros(std::string_view number);
 /// "a=rtpmap:97 H264/90000" of "a=rtpmap: 97 h.264"; the line itself when it has no payload type.
 std::string CanonicalRtpmap(std::string_view line);
+/// Whether a plain line is seen at once to be its own CanonicalRtpmap: "a=rtpmap:97 H264/90000".
+bool IsCanonicalRtpmap(std::string_view line);
 /// "a=fmtp:97 max-fs=3600;packetization-mode=1" of "a=fmtp:97 Max-FS=3600, packetization_mode=1"; the line
 /// itself when it has no payload type.
 std::string CanonicalFmtp(std::string_view line);
+
+/// Whether a plain line is seen at once to be its own CanonicalFmtp: "a=fmtp:97 max-fs=3600".
+bool IsCanonicalFmtp(std::string_view line);
 
 } // namespace explain

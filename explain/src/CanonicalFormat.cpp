@@ -82,6 +82,63 @@ std::string_view ParameterAt(const std::string& lower, std::size_t at) {
     return {};
 }
 
+/// "97" and what follows its blank, of "a=rtpmap:97 H264/90000"; no payload when the line has another form.
+struct FormatLine {
+    std::string_view payload;
+    std::string_view rest;
+};
+
+FormatLine FormatLineOf(std::string_view line, std::string_view start) {
+    const std::size_t blank = line.find(' ');
+    if (!BeginsWith(line, start) || blank == std::string_view::npos) {
+        return {};
+    }
+    const std::string_view payload = line.substr(start.size(), blank - start.size());
+    const std::string_view rest = line.substr(blank + 1);
+    const bool isPlain =
+        IsDigits(payload) && (payload[0] != '0' || payload.size() == 1) &&
+        std::none_of(rest.begin(), rest.end(), [](char c) { return c == ',' || sdp::IsBlank(c); });
+    return isPlain ? FormatLine{payload, rest} : FormatLine();
+}
+
+/// Whether Squeezed(name) begins with these letters.
+bool BeginsSqueezed(std::string_view name, std::string_view squeezed) {
+    for (const char c : name) {
+        if (squeezed.empty()) {
+            return true;
+        }
+        const bool isUpper = c >= 'A' && c <= 'Z';
+        if (std::isalnum(static_cast<unsigned char>(c)) == 0) {
+            continue;
+        }
+        if (squeezed[0] != (isUpper ? static_cast<char>(c + 32) : c)) {
+            return false;
+        }
+        squeezed.remove_prefix(1);
+    }
+    return squeezed.empty();
+}
+
+/// Whether InOneForm returns the piece itself: "max-fs=3600" and "minptime=10", not "Max-FS=3600".
+bool IsInOneForm(std::string_view piece) {
+    static const std::vector<std::string_view> known = KnownParameters();
+    for (const std::string_view name : known) {
+        if ((piece[0] | 0x20) != name[0]) {
+            continue;
+        }
+        constexpr std::string_view hex = "0123456789abcdefABCDEF";
+        const bool isNamed =
+            BeginsWith(piece, name) && piece.size() > name.size() && piece[name.size()] == '=';
+        const bool isHex = name == "profile-level-id";
+        if (isNamed && piece.find_first_not_of(hex.substr(0, isHex ? hex.size() : 10), name.size() + 1) ==
+                           std::string_view::npos) {
+            return true;
+        }
+    }
+    const auto isStart = [&](std::string_view name) { return (piece[0] | 0x20) == name[0]; };
+    return std::none_of(known.begin(), known.end(), isStart);
+}
+
 std::string InOneForm(std::string_view piece) {
     const std::string_view text = Trimmed(piece);
     const std::string_view name = ParameterAt(Folded(text.substr(0, 64)), 0);
@@ -143,6 +200,35 @@ std::string CanonicalRtpmap(std::string_view line) {
         }
     }
     return "a=rtpmap:" + WithoutZeros(payload) + " " + name;
+}
+
+bool IsCanonicalRtpmap(std::string_view line) {
+    static const std::vector<Encoding> known = KnownEncodings();
+    const FormatLine format = FormatLineOf(line, "a=rtpmap:");
+    const std::string_view name = format.rest;
+    if (format.payload.empty() || name.empty() || name.front() == ':' || name.back() == ';' ||
+        name.back() == '.') {
+        return false;
+    }
+    return std::all_of(known.begin(), known.end(), [name](const Encoding& encoding) {
+        return encoding.exact == name || !BeginsSqueezed(name.substr(0, name.find('/')), encoding.squeezed);
+    });
+}
+
+bool IsCanonicalFmtp(std::string_view line) {
+    const FormatLine format = FormatLineOf(line, "a=fmtp:");
+    std::string_view rest = format.rest;
+    if (format.payload.empty() || rest.empty() || rest.back() == ';') {
+        return false;
+    }
+    while (!rest.empty()) {
+        const std::string_view piece = rest.substr(0, rest.find(';'));
+        if (piece.empty() || !IsInOneForm(piece)) {
+            return false;
+        }
+        rest.remove_prefix(std::min(piece.size() + 1, rest.size()));
+    }
+    return true;
 }
 
 std::string CanonicalFmtp(std::string_view line) {

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bitset>
 #include <cctype>
 #include <cstdint>
 
@@ -99,9 +98,14 @@ private:
     /// at most, and adds one letter to the set or takes one from it at most.
     static bool IsFar(std::string_view name, std::uint64_t letters, const NearRow& row, std::size_t most) {
         return name.size() > row.keyword.size() + most || row.keyword.size() > name.size() + most ||
-               CountOf(letters & ~row.letters) > most || CountOf(row.letters & ~letters) > most;
+               HasMore(letters & ~row.letters, most) || HasMore(row.letters & ~letters, most);
     }
-    static std::size_t CountOf(std::uint64_t letters) { return std::bitset<64>(letters).count(); }
+    static bool HasMore(std::uint64_t letters, std::size_t most) {
+        for (; most > 0; --most) {
+            letters &= letters - 1; // without the lowest bit that is set
+        }
+        return letters != 0;
+    }
 
     std::vector<NearRow> m_rows;
 };

@@ -4,6 +4,9 @@
 // Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
+#include "SDPKeyword.h"
+#include "SDPTables.h"
+
 #include <algorithm>
 #include <cctype>
 
@@ -150,7 +153,11 @@ void FindMisspelled(Scene& scene) {
         const SDPRow row = line.host == kNowhere ? line.meant : scene.reading.hosts[line.host].row;
         const bool isTaken =
             row == line.meant || row == SDPRow::None || row == SDPRow::Direction || line.text.find('=') != 1;
-        if (canonical == line.text || !isTaken) {
+        // Blanks round the attributes that no row reads matter to nobody.
+        const bool isRead = row != SDPRow::Direction || line.meant != SDPRow::Direction ||
+                            sdp::FirstKeyword<sdp::kDirections>(line.text) != nullptr ||
+                            sdp::FirstKeyword<sdp::kDirections>(canonical) != nullptr;
+        if (canonical == line.text || !isTaken || !isRead) {
             continue;
         }
         for (const RowSentence& sentence : kRowSentences) {

@@ -1,0 +1,98 @@
+// The spelling that the writer of a line meant, and the lines that are seen at once to have it.
+#include "Reading.h"
+#include "Suspect.h"
+
+#include "Texts.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+namespace {
+
+using support::AllTexts;
+using support::NamedText;
+
+struct Spelling {
+    const char* line;
+    const char* canonical;
+    bool isSeenAtOnce;
+};
+
+// In a section of audio, so that each line has the row that it begins with.
+constexpr Spelling kSpellings[] = {
+    {"m=audio 5004 RTP/AVP 0 101", "m=audio 5004 RTP/AVP 0 101", true},
+    {"m=audio 5004 rtp/avp 0 101", "m=audio 5004 RTP/AVP 0 101", false},
+    {"m=audio 5004 RTP/AVP 00 101", "m=audio 5004 RTP/AVP 0 101", false},
+    {"m=audio 5004\tRTP/AVP 0 101", "m=audio 5004 RTP/AVP 0 101", false},
+    {"m=audio 5004  RTP/AVP 0 101", "m=audio 5004 RTP/AVP 0 101", false},
+    {"m=audio 5004 RTP/AVP 0,101", "m=audio 5004 RTP/AVP 0 101", false},
+    {"c=IN IP4 192.0.2.1", "c=IN IP4 192.0.2.1", true},
+    {"c=IN IP4 192.0.2.1;", "c=IN IP4 192.0.2.1", false},
+    {"c=IN IP4  192.0.2.1", "c=IN IP4 192.0.2.1", false},
+    {"c=IN IP6 2001:db8::1", "c=IN IP6 2001:db8::1", false},
+    {"a=rtpmap:97 H264/90000", "a=rtpmap:97 H264/90000", true},
+    {"a=rtpmap:111 opus/48000/2", "a=rtpmap:111 opus/48000/2", true},
+    {"a=rtpmap:9 G722/8000", "a=rtpmap:9 G722/8000", true},
+    {"a=rtpmap:97 h264/90000", "a=rtpmap:97 H264/90000", false},
+    {"a=rtpmap:97 H.264/90000", "a=rtpmap:97 H264/90000", false},
+    {"a=rtpmap:097 H264/90000", "a=rtpmap:97 H264/90000", false},
+    {"a=rtpmap:97  H264/90000", "a=rtpmap:97 H264/90000", false},
+    {"a=rtpmap:97 opus/48000;", "a=rtpmap:97 opus/48000", false},
+    {"a=rtpmap:101 telephone-events/8000", "a=rtpmap:101 telephone-event/8000", false},
+    {"a=fmtp:97 packetization-mode=1;max-fs=3600", "a=fmtp:97 packetization-mode=1;max-fs=3600", true},
+    {"a=fmtp:97 profile-level-id=42e01F", "a=fmtp:97 profile-level-id=42e01F", true},
+    {"a=fmtp:101 0-15", "a=fmtp:101 0-15", true},
+    {"a=fmtp:97 max-fs=3600;", "a=fmtp:97 max-fs=3600", false},
+    {"a=fmtp:97 max-fs=3600;;max-br=1", "a=fmtp:97 max-fs=3600;max-br=1", false},
+    {"a=fmtp:97 max-fs=3600; max-br=1", "a=fmtp:97 max-fs=3600;max-br=1", false},
+    {"a=fmtp:97 Max-FS=3600", "a=fmtp:97 max-fs=3600", false},
+    {"a=fmtp:97 max_fs=3600", "a=fmtp:97 max-fs=3600", false},
+    {"a=fmtp:97 packetisation-mode=1", "a=fmtp:97 packetization-mode=1", false},
+    {"a=fmtp:97 max-fs=+3600", "a=fmtp:97 max-fs=3600", false},
+    {"a=fmtp:97 profile-level-id=0x42e01f", "a=fmtp:97 profile-level-id=42e01f", false},
+    {"b=AS:512 kbit/s", "b=AS:512", false},
+};
+
+TEST(Canonical, IsTheSpellingThatTheWriterMeant) {
+    for (const Spelling& spelling : kSpellings) {
+        const std::string text = std::string("m=audio 5004 RTP/AVP 97\r\n") + spelling.line + "\r\n";
+        const explain::Reading reading = explain::Read(text);
+        ASSERT_EQ(reading.lines.size(), 2U) << spelling.line;
+        EXPECT_EQ(explain::Canonical(reading.lines[1], reading), spelling.canonical);
+        EXPECT_EQ(explain::IsCanonical(reading.lines[1]), spelling.isSeenAtOnce) << spelling.line;
+    }
+}
+
+/// Lines of all rows, each once, in the spelling of their senders.
+std::set<std::string> AllLines() {
+    std::set<std::string> lines;
+    for (const NamedText& named : AllTexts()) {
+        for (const explain::TextLine& line : explain::Read(named.text).lines) {
+            lines.emplace(line.text);
+        }
+    }
+    return lines;
+}
+
+TEST(Canonical, OfALineThatIsSeenAtOnceToBeCanonicalIsTheLine) {
+    const std::string inserted = " \t\v,;:.=/_+-'\"0HhMpx";
+    std::size_t seen = 0;
+    for (const std::string& line : AllLines()) {
+        for (std::size_t i = 0; i < line.size() && i < 60; ++i) {
+            std::string changed = line;
+            changed.insert(i, 1, inserted[(i + line.size()) % inserted.size()]);
+            const explain::Reading reading = explain::Read(changed);
+            for (const explain::TextLine& each : reading.lines) {
+                if (explain::IsCanonical(each)) {
+                    ++seen;
+                    ASSERT_EQ(explain::Canonical(each, reading), each.text);
+                }
+            }
+        }
+    }
+    EXPECT_GT(seen, 10000U);
+}
+
+} // namespace
