@@ -58,12 +58,17 @@ bool IsFor(const TextLine& line, const MeantSection& section) {
     }
 }
 
+bool IsOfFormat(SDPRow row) {
+    return row == SDPRow::Rtpmap || row == SDPRow::Fmtp;
+}
+
 /// Whether the section has a line of the same kind of its own.
 bool HasOwn(const Scene& scene, const TextLine& line, const MeantSection& section) {
     for (std::size_t i = section.line + 1; i <= section.last; ++i) {
         const TextLine& own = scene.reading.lines[i];
         const bool isSame = own.meant == line.meant &&
                             (line.meant != SDPRow::Direction || IsDirection(own)) &&
+                            (!IsOfFormat(line.meant) || PayloadOf(own.text) == PayloadOf(line.text)) &&
                             (line.meant != SDPRow::Ice || own.text.substr(0, 8) == line.text.substr(0, 8));
         if (isSame && line.meant != SDPRow::Candidate) {
             return true;

@@ -4,6 +4,7 @@
 // Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
+#include <algorithm>
 #include <map>
 
 namespace explain {
@@ -82,32 +83,92 @@ bool Wants(const MeantSection& section, const Kinds& kinds, const std::string& k
     return kinds.count(kind) == 0;
 }
 
-/// Whether only lines that may stand between an m= line and its attributes come before this line.
-bool IsAtHead(const Reading& reading, const MeantSection& section, std::size_t index) {
-    for (std::size_t i = section.line + 1; i < index; ++i) {
-        const SDPRow row = reading.lines[i].meant;
-        if (row != SDPRow::Connection && row != SDPRow::Bandwidth) {
-            return false;
-        }
+/// A line that is for a neighbour of its section.
+struct Stray {
+    std::size_t line;  ///< index
+    std::size_t other; ///< index of the line of its kind that is the section's own
+    const MeantSection* target;
+    bool isTargetNext;
+};
+
+/// Whether this line and the ones after it, up to the end of the section, are each the second of their kind.
+bool IsAtTail(const Kinds& kinds, const MeantSection& section, std::size_t index) {
+    std::size_t lasts = 0;
+    for (const auto& entry : kinds) {
+        lasts += entry.second.last >= index && entry.second.first < entry.second.last ? 1 : 0;
     }
-    return true;
+    return lasts == section.last - index + 1;
 }
 
-void AddStray(Scene& scene, std::size_t index, const TextLine& other, const MeantSection& target,
-              bool isTargetNext) {
-    const TextLine& line = scene.reading.lines[index];
-    const TextLine& media = scene.reading.lines[target.line];
-    const TextLine& after = isTargetNext ? media : scene.reading.lines[target.last];
-    Suspect& suspect =
-        Blame(scene,
-              line.meant == SDPRow::Crypto ? kStrayKey
-              : line.meant == SDPRow::Ice  ? kStrayIce
-                                           : kStray,
-              line,
-              {LineWords(line), " is the second of its kind in its section, beside line ", other.number,
-               ", and the section of line ", media.number, ", ", InQuotes(media.text), ", has none."},
-              {"move line ", line.number, " after line ", after.number},
-              {DeleteLine(line), InsertAfter(after, std::string(Trimmed(line.text)))});
+/// Whether only lines that may stand between an m= line and its attributes, or that are the first of two of
+/// their kind, come before this line.
+bool IsAtHead(const Reading& reading, const Kinds& kinds, const MeantSection& section, std::size_t index) {
+    std::size_t others = 0;
+    for (std::size_t i = section.line + 1; i < index; ++i) {
+        const SDPRow row = reading.lines[i].meant;
+        others += row != SDPRow::Connection && row != SDPRow::Bandwidth ? 1 : 0;
+    }
+    for (const auto& entry : kinds) {
+        const bool isBefore = entry.second.first < index && entry.second.first < entry.second.last;
+        others -= isBefore && entry.first[0] != 'c' && entry.first[0] != 'b' ? 1 : 0;
+    }
+    return others == 0;
+}
+
+/// The lines of a section that are for the one before or after it.
+std::vector<Stray> StraysOf(const Reading& reading, const std::vector<Kinds>& kinds, std::size_t index) {
+    const MeantSection& own = reading.sections[index];
+    std::vector<Stray> strays;
+    for (const auto& entry : kinds[index]) {
+        const Kind& kind = entry.second;
+        if (kind.first == kind.last) {
+            continue;
+        }
+        const bool isKey = entry.first[0] == 'k';
+        if (index + 1 < kinds.size() && Wants(reading.sections[index + 1], kinds[index + 1], entry.first) &&
+            (isKey || IsAtTail(kinds[index], own, kind.last))) {
+            strays.push_back({kind.last, kind.first, &reading.sections[index + 1], true});
+        } else if (index > 0 && Wants(reading.sections[index - 1], kinds[index - 1], entry.first) &&
+                   (isKey || IsAtHead(reading, kinds[index], own, kind.first))) {
+            strays.push_back({kind.first, kind.last, &reading.sections[index - 1], false});
+        }
+    }
+    std::sort(strays.begin(), strays.end(), [](const Stray& a, const Stray& b) { return a.line < b.line; });
+    return strays;
+}
+
+/// Lines that move together: one, or user fragment and password, which are of use together only.
+void AddStrays(Scene& scene, const std::vector<Stray>& strays) {
+    const Stray& first = strays.front();
+    const TextLine& line = scene.reading.lines[first.line];
+    const TextLine& other = scene.reading.lines[first.other];
+    const TextLine& media = scene.reading.lines[first.target->line];
+    const TextLine& after = first.isTargetNext ? media : scene.reading.lines[first.target->last];
+    const bool isPair = strays.size() > 1;
+    const std::string second =
+        isPair ? std::to_string(scene.reading.lines[strays.back().line].number) : std::string();
+    std::vector<ExplainTextChange> changes;
+    for (const Stray& stray : strays) {
+        const TextLine& moved = scene.reading.lines[stray.line];
+        changes.push_back(DeleteLine(moved));
+        changes.push_back(InsertAfter(after, std::string(Trimmed(moved.text))));
+    }
+    Suspect& suspect = Blame(scene,
+                             line.meant == SDPRow::Crypto ? kStrayKey
+                             : line.meant == SDPRow::Ice  ? kStrayIce
+                                                          : kStray,
+                             line,
+                             {LineWords(line), isPair ? " and line " : "", second,
+                              isPair ? " are the second of their kind in their section, beside line "
+                                     : " is the second of its kind in its section, beside line ",
+                              other.number, ", and the section of line ", media.number, ", ",
+                              InQuotes(media.text), ", has none."},
+                             {isPair ? "move lines " : "move line ", line.number, isPair ? " and " : "",
+                              second, " after line ", after.number},
+                             std::move(changes));
+    for (std::size_t i = 1; i < strays.size(); ++i) {
+        suspect.lines.push_back(scene.reading.lines[strays[i].line].number);
+    }
     suspect.lines.push_back(media.number);
     suspect.isTakenAway = true;
 }
@@ -185,20 +246,17 @@ void FindStrays(Scene& scene) {
         kinds.push_back(KindsOf(reading, reading.sections[i]));
     }
     for (std::size_t i = 0; i < kinds.size(); ++i) {
-        const MeantSection& own = reading.sections[i];
-        for (const auto& entry : kinds[i]) {
-            const Kind& kind = entry.second;
-            if (kind.first == kind.last) {
-                continue;
+        std::vector<Stray> pair;
+        for (const Stray& stray : StraysOf(reading, kinds, i)) {
+            const bool isIce = reading.lines[stray.line].meant == SDPRow::Ice;
+            if (isIce && (pair.empty() || pair.front().target == stray.target)) {
+                pair.push_back(stray);
+            } else {
+                AddStrays(scene, {stray});
             }
-            const bool isKey = entry.first[0] == 'k';
-            if (i + 1 < kinds.size() && (isKey || kind.last == own.last) &&
-                Wants(reading.sections[i + 1], kinds[i + 1], entry.first)) {
-                AddStray(scene, kind.last, reading.lines[kind.first], reading.sections[i + 1], true);
-            } else if (i > 0 && (isKey || IsAtHead(reading, own, kind.first)) &&
-                       Wants(reading.sections[i - 1], kinds[i - 1], entry.first)) {
-                AddStray(scene, kind.first, reading.lines[kind.last], reading.sections[i - 1], false);
-            }
+        }
+        if (!pair.empty()) {
+            AddStrays(scene, pair);
         }
     }
 }

@@ -20,6 +20,10 @@ constexpr Rule kOtherRate = {"E46", "X02", ExplainSeverity::Error, 20,
 constexpr Rule kNoTones = {"E47", "B07", ExplainSeverity::Note, 62,
                            "Tones need a format telephone-event/8000 in the far end's text; our own text "
                            "lists payload 101 in any case (B07)."};
+constexpr Rule kTonesElsewhere = {
+    "E166", "X08", ExplainSeverity::Error, 19,
+    "The formats of audio and its tones are those of the first audio section; of a later one nothing is read "
+    "but the codec of our answer (X08)."};
 constexpr Rule kTheirOrder = {
     "E48", "", ExplainSeverity::Note, 61,
     "The far end's order decides: the first format that this side also has is chosen (RFC 3264, 6.1)."};
@@ -58,6 +62,7 @@ void FindOurNumbers(Scene& scene, const MeantSection& section) {
     const TextLine* const tones = LineOf(scene.reading, section.rtpmap, sdp::kTelephoneEvent.payload);
     const std::string name = WrittenNameOf(scene, section, sdp::kTelephoneEvent.payload);
     if (tones != nullptr && section.listed.count(sdp::kTelephoneEvent.payload) != 0 && !name.empty() &&
+        Canonical(*tones, scene.reading).find(sdp::kTelephoneEvent.name) == std::string::npos &&
         Upper(name) != "TELEPHONE-EVENT") {
         Blame(scene, kOurTones, *tones, {LineWords(*tones), " gives payload 101 to ", AsShown(name), "."},
               {"give ", AsShown(name), " the payload ", free, " in place of 101"},
@@ -88,6 +93,46 @@ void FindOurNumbers(Scene& scene, const MeantSection& section) {
                       isTaken ? ", so what is sent under 104 is decoded as " : "", isTaken ? meant : "",
                       isTaken ? "." : ", so a far end that holds to its own number sends no audio."});
     }
+}
+
+/// The rtpmap line of telephone events in another audio section; null without one.
+const TextLine* TonesElsewhere(const Scene& scene, const MeantSection& section) {
+    constexpr std::size_t most = 16;
+    std::size_t count = 0;
+    for (const MeantSection& other : scene.reading.sections) {
+        if (&other == &section || other.media != "audio" || ++count > most) {
+            continue;
+        }
+        for (const std::string_view format : other.formats) {
+            if (NameOf(scene, other, format) == "TELEPHONE-EVENT") {
+                return LineOf(scene.reading, other.rtpmap, format);
+            }
+        }
+    }
+    return nullptr;
+}
+
+void AddNoTones(Scene& scene, const MeantSection& section) {
+    const TextLine& media = scene.reading.lines[section.line];
+    const TextLine* const elsewhere = TonesElsewhere(scene, section);
+    const std::string free = section.listed.count("101") == 0 ? "101" : FreePayload(section);
+    std::vector<ExplainTextChange> changes = {
+        ReplaceLine(media, WithFormat(media, {}, free)),
+        InsertAfter(media, "a=rtpmap:" + free + " telephone-event/8000")};
+    if (elsewhere != nullptr) {
+        const TextLine& later = scene.reading.lines[scene.reading.SectionOf(*elsewhere)->line];
+        Blame(scene, kTonesElsewhere, *elsewhere,
+              {LineWords(*elsewhere), " stands in the audio section of line ", later.number,
+               ", and the first audio section is that of line ", media.number, "."},
+              {"list payload ", free, " in line ", media.number, " and insert its rtpmap line"},
+              std::move(changes))
+            .lines.push_back(media.number);
+        return;
+    }
+    Blame(scene, kNoTones, media, {LineWords(media), " lists no telephone-event format."},
+          {"list payload ", free, " in line ", media.number, " and insert its rtpmap line"},
+          std::move(changes))
+        .Know(Topic::Dtmf, {"The far end takes no tones."});
 }
 
 } // namespace
@@ -124,12 +169,7 @@ void FindTones(Scene& scene, const MeantSection& section) {
               std::move(changes))
             .lines.push_back(media.number);
     } else if (good.empty()) {
-        const std::string free = section.listed.count("101") == 0 ? "101" : FreePayload(section);
-        Blame(scene, kNoTones, media, {LineWords(media), " lists no telephone-event format."},
-              {"list payload ", free, " in line ", media.number, " and insert its rtpmap line"},
-              {ReplaceLine(media, WithFormat(media, {}, free)),
-               InsertAfter(media, "a=rtpmap:" + free + " telephone-event/8000")})
-            .Know(Topic::Dtmf, {"The far end takes no tones."});
+        AddNoTones(scene, section);
     }
 }
 
