@@ -3,6 +3,7 @@
 // Touches nothing. The result is only a proposal: a run of the component decides whether it matters.
 // Test: tests/explain/judge_cases.py
 #include "Canonical.h"
+#include "MediaWords.h"
 #include "SDPTables.h"
 #include "SDPText.h"
 #include "Suspect.h"
@@ -15,7 +16,12 @@ namespace explain {
 namespace {
 
 std::string Connection(std::string_view line) {
-    const std::vector<std::string_view> words = WordsOf(line.substr(2), 8);
+    std::string parted(line.substr(2));
+    if (WordsOf(parted, 3).size() < 3) { // "IN/IP4/192.0.2.1" and "IN,IP4,192.0.2.1"
+        std::replace_if(
+            parted.begin(), parted.end(), [](char c) { return c == '/' || c == ',' || c == ';'; }, ' ');
+    }
+    const std::vector<std::string_view> words = WordsOf(parted, 8);
     std::size_t at = 0;
     while (at < words.size() &&
            (Lower(words[at]) == "in" || Lower(words[at]) == "ip4" || Lower(words[at]) == "ip6")) {
@@ -37,46 +43,54 @@ std::string Connection(std::string_view line) {
            std::string(address);
 }
 
-/// "audio32000" and "5004RTP/AVP" are two words without a blank between them.
-void PartGlued(std::vector<std::string_view>& words) {
-    const auto part = [&words](std::size_t at, std::size_t length) {
-        const std::string_view rest = words[at].substr(length);
-        words[at] = words[at].substr(0, length);
-        words.insert(words.begin() + static_cast<std::ptrdiff_t>(at) + 1, rest);
-    };
-    for (const std::string_view media : {"audio", "video", "application"}) {
-        if (!words.empty() && words[0].size() > media.size() && BeginsWith(Lower(words[0]), media) &&
-            IsDigits(words[0].substr(media.size()))) {
-            part(0, media.size());
+/// A format of an m= line as the lines after it name it: "PCMU" is payload 0, and "18101" is two payloads
+/// when the section has an rtpmap line for 101.
+std::string FormatMeant(std::string_view format, const Reading& reading, const TextLine& line) {
+    const MeantSection* const section = reading.SectionOf(line);
+    if (section == nullptr) {
+        return WithoutZeros(format);
+    }
+    constexpr std::size_t longest = 3; // "127"
+    if (IsDigits(format)) {
+        for (std::size_t at = 1; format.size() > longest && at <= longest && at < format.size(); ++at) {
+            const std::string_view last = format.substr(at);
+            if (last.size() <= longest && section->rtpmap.count(last) != 0) {
+                return std::string(format.substr(0, at)) + " " + std::string(last);
+            }
+        }
+        return WithoutZeros(format);
+    }
+    const std::string name = Upper(format) + "/";
+    for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
+        if (codec.isStatic && BeginsWith(codec.format.name, name)) {
+            return std::string(codec.format.payload);
         }
     }
-    const std::size_t end =
-        words.size() < 2 ? std::string_view::npos : words[1].find_first_not_of("0123456789");
-    if (end != std::string_view::npos && end != 0 &&
-        (BeginsWith(Upper(words[1].substr(end)), "RTP/") ||
-         BeginsWith(Upper(words[1].substr(end)), "UDP/"))) {
-        part(1, end);
+    std::size_t first = kNowhere;
+    for (const auto& entry : section->rtpmap) {
+        const bool isName = BeginsWith(Upper(WordOf(reading.lines[entry.second].text, 1)), name);
+        first = isName ? std::min(first, entry.second) : first;
     }
+    return first == kNowhere ? std::string(format) : std::string(PayloadOf(reading.lines[first].text));
 }
 
-std::string MediaLine(std::string_view line) {
-    std::vector<std::string_view> words = WordsOf(line.substr(2));
-    PartGlued(words);
+std::string MediaLine(std::string_view text, const Reading& reading, const TextLine& line) {
+    const std::vector<std::string_view> words = MediaWords(text.substr(2));
     if (words.size() < 4) {
-        return std::string(line);
+        return std::string(text);
     }
-    std::string text = "m=" + Lower(words[0]) + " " + std::string(words[1]) + " " + Upper(words[2]);
+    std::string canonical = "m=" + Lower(words[0]) + " " + std::string(words[1]) + " " + Upper(words[2]);
     for (std::size_t i = 3; i < words.size(); ++i) {
         std::size_t begin = 0;
         while (begin < words[i].size()) {
             const std::size_t end = std::min(words[i].find_first_of(",;", begin), words[i].size());
             if (end > begin) {
-                text += " " + WithoutZeros(words[i].substr(begin, end - begin));
+                canonical += " " + FormatMeant(words[i].substr(begin, end - begin), reading, line);
             }
             begin = end + 1;
         }
     }
-    return text;
+    return canonical;
 }
 
 /// Whether the line is "c=IN IP4 192.0.2.1" to the letter.
@@ -202,7 +216,8 @@ std::string BandwidthLine(std::string_view line) {
                                                                           : "";
     const std::size_t digit = line.find_first_of("0123456789");
     constexpr std::string_view withCommas = "0123456789,";
-    if (type.empty() || digit == std::string_view::npos || upper.find("X-") == 0) {
+    const bool isNegative = digit != std::string_view::npos && line[digit - 1] == '-';
+    if (type.empty() || digit == std::string_view::npos || isNegative || upper.find("X-") == 0) {
         return std::string(line);
     }
     const std::size_t end = std::min(line.find_first_not_of(withCommas, digit), line.size());
@@ -256,14 +271,14 @@ bool IsCanonical(const TextLine& line) {
     }
 }
 
-std::string Canonical(const TextLine& line, const Reading& /*reading*/) {
+std::string Canonical(const TextLine& line, const Reading& reading) {
     const std::string spelled = line.isPlain ? std::string() : StartSpelled(line.text);
     const std::string_view text = line.isPlain ? line.text : spelled;
     switch (line.meant) {
     case SDPRow::Connection:
         return Connection(text);
     case SDPRow::Media:
-        return MediaLine(text);
+        return MediaLine(text, reading, line);
     case SDPRow::Rtpmap:
         return CanonicalRtpmap(text);
     case SDPRow::Fmtp:

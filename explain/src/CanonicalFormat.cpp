@@ -68,13 +68,14 @@ std::string Folded(std::string_view text) {
     return folded;
 }
 
-/// The known parameter that begins here, in any spelling of its name and with blanks before its '='.
+/// The known parameter that begins here, in any spelling of its name and with blanks before its '=' or with
+/// ':' in its place.
 std::string_view ParameterAt(const std::string& lower, std::size_t at) {
     static const std::vector<std::string_view> known = KnownParameters();
     for (const std::string_view name : known) {
         if (lower.compare(at, name.size(), name) == 0) {
             const std::size_t next = lower.find_first_not_of(" \t", at + name.size());
-            if (next != std::string::npos && lower[next] == '=') {
+            if (next != std::string::npos && (lower[next] == '=' || lower[next] == ':')) {
                 return name;
             }
         }
@@ -145,7 +146,8 @@ std::string InOneForm(std::string_view piece) {
     if (name.empty()) {
         return std::string(text);
     }
-    std::string_view value = Trimmed(text.substr(text.find('=') + 1));
+    std::string_view value = text.substr(text.find_first_of("=:", name.size()));
+    value.remove_prefix(std::min(value.find_first_not_of("=: \t"), value.size())); // "mode==1"
     if (value.size() > 1 && (value.front() == '"' || value.front() == '\'')) {
         value = value.substr(1, value.size() - 2);
     }
@@ -183,6 +185,10 @@ std::string CanonicalRtpmap(std::string_view line) {
         name.erase(0, 1);
     }
     name.erase(name.find_last_not_of(",;.") + 1);
+    for (const std::string_view type :
+         {"audio/", "video/"}) { // A media type (RFC 4855) has it before its name.
+        name.erase(0, BeginsWith(Lower(name), type) ? type.size() : 0);
+    }
     const std::size_t slash = std::min(name.find('/'), name.size());
     const std::string squeezed = Squeezed(std::string_view(name).substr(0, slash));
     const std::string clock = slash < name.size() ? name.substr(slash + 1) : std::string();

@@ -64,8 +64,14 @@ std::string WithFormat(const TextLine& line, std::string_view from, std::string_
     return from.empty() ? text + " " + std::string(to) : text;
 }
 
+std::string_view PayloadWordOf(std::string_view line) {
+    const std::string_view number = PayloadOf(line);
+    const std::string_view value = ValueOf(line);
+    return number.empty() ? value.substr(0, value.find_first_of(" \t")) : number;
+}
+
 std::string WithPayload(const TextLine& line, std::string_view payload) {
-    const std::string_view old = PayloadOf(line.text);
+    const std::string_view old = PayloadWordOf(line.text);
     const auto at = static_cast<std::size_t>(old.data() - line.text.data());
     return std::string(line.text.substr(0, at)) + std::string(payload) +
            std::string(line.text.substr(at + old.size()));

@@ -25,6 +25,8 @@ std::string NamesIn(const Scene& scene, const MeantSection& section);
 std::string Payloads(const MeantSection& section);
 /// The m= line with one format replaced, added at its end (`from` empty) or removed (`to` empty).
 std::string WithFormat(const TextLine& line, std::string_view from, std::string_view to);
+/// The payload of an rtpmap or fmtp line; the word in its place, such as "*", when that is no number.
+std::string_view PayloadWordOf(std::string_view line);
 /// The line with another payload after its colon.
 std::string WithPayload(const TextLine& line, std::string_view payload);
 

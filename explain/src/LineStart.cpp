@@ -4,6 +4,7 @@
 // Test: tests/explain/judge_cases.py
 #include "LineStart.h"
 
+#include "Lookalike.h"
 #include "SDPLines.h"
 #include "SDPTables.h"
 #include "SDPText.h"
@@ -63,8 +64,50 @@ std::string WithType(std::string_view text) {
     return isLine || BeginsWithKeyword(typed) ? typed : std::string();
 }
 
+namespace {
+
+/// Whether the value of an attribute of this row begins with a number.
+bool TakesNumber(SDPRow row) {
+    return row == SDPRow::Fmtp || row == SDPRow::Crypto || row == SDPRow::Candidate ||
+           row == SDPRow::ConferenceId || row == SDPRow::UserId;
+}
+
+/// Length of the keyword at the start of an attribute whose colon is another sign or left out:
+/// "content=slides", "crypto-1 ...", "fmtp97 ..."; 0 for any other attribute.
+std::size_t NameWithoutColon(std::string_view attribute) {
+    constexpr std::size_t longest = 16;
+    const std::string lower = Lower(attribute.substr(0, longest));
+    for (const sdp::LineRow& row : sdp::kLineRows) {
+        constexpr std::size_t type = 2; // "a="
+        std::string name(row.keyword.substr(std::min(type, row.keyword.size())));
+        name.erase(std::min(name.find(':'), name.size()));
+        if (row.row == SDPRow::Ice) {
+            name += BeginsWith(lower, "ice-pwd") ? "-pwd" : "-ufrag";
+        }
+        if (name.empty() || !BeginsWith(lower, name) || lower.size() == name.size()) {
+            continue;
+        }
+        const char next = lower[name.size()];
+        const std::string_view after = std::string_view(lower).substr(name.size() + (next == '-' ? 1 : 0));
+        const bool isNumber = TakesNumber(row.row) && IsDigits(after.substr(0, 1));
+        if (isNumber || next == '=' || next == ';' || next == ',' || next == '/') {
+            return name.size();
+        }
+    }
+    return 0;
+}
+
+/// Where the name of an attribute ends.
+std::size_t EndOfName(std::string_view attribute) {
+    const std::size_t name = NameWithoutColon(attribute);
+    return name != 0 ? name : std::min(attribute.find_first_of(": \t"), attribute.size());
+}
+
+} // namespace
+
 std::string StartSpelled(std::string_view line) {
-    const std::string_view text = Unquoted(line);
+    const std::string plain = HasForeign(line) ? WithoutLookalikes(line) : std::string();
+    const std::string_view text = Unquoted(plain.empty() ? line : plain);
     if (text.size() > 2 && text[1] != '=') {
         std::string typed = WithType(text);
         if (!typed.empty()) {
@@ -80,15 +123,20 @@ std::string StartSpelled(std::string_view line) {
     if (start != "a=") {
         return start.append(value);
     }
-    const std::size_t end = std::min(value.find_first_of(": \t"), value.size());
+    const std::size_t end = EndOfName(value);
     const std::string_view after = Trimmed(value.substr(end));
-    const std::string name = Lower(start + std::string(value.substr(0, end)));
+    start.append(value.substr(0, end));
+    if (!after.empty() && end == NameWithoutColon(value)) {
+        const std::size_t begin = std::min(after.find_first_not_of("=;,/-: \t"), after.size());
+        return start.append(":").append(after.substr(begin));
+    }
+    const std::string name = Lower("a=" + std::string(value.substr(0, end)));
     const std::string keyword = name + ":";
     const bool takesValue =
+        name == "a=ice-ufrag" || name == "a=ice-pwd" ||
         std::any_of(std::begin(sdp::kLineRows), std::end(sdp::kLineRows), [&](const sdp::LineRow& row) {
             return row.keyword == keyword || (row.row == SDPRow::Rtpmap && row.keyword == name);
         });
-    start.append(value.substr(0, end));
     if (after.empty() || (after[0] != ':' && !takesValue)) {
         return start.append(value.substr(end));
     }

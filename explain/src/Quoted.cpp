@@ -26,7 +26,7 @@ bool IsBase64(char c) {
 std::string Printable(std::string_view text) {
     std::string shown;
     for (const char c : text.substr(0, kShownLength)) {
-        shown += c >= ' ' && c <= '~' && c != '"' ? c : '?';
+        shown += c == '"' ? '\'' : c >= ' ' && c <= '~' ? c : '?';
     }
     return text.size() > kShownLength ? shown + "..." : shown;
 }
@@ -48,7 +48,8 @@ std::string Masked(std::string_view text) {
     std::string masked;
     for (std::size_t at = 0; at < text.size() && masked.size() <= kShownLength;) {
         std::size_t end = at;
-        while (end < text.size() && IsBase64(text[end])) {
+        while (end < text.size() && IsBase64(text[end]) &&
+               (end == at || text[end - 1] != '=' || text[end] == '=')) { // "=" ends base64 text
             ++end;
         }
         if (end - at >= kSecretRun && !IsPath(text.substr(at, end - at))) {
@@ -70,9 +71,10 @@ std::string Quoted(std::string_view line) {
     const std::string_view text = Trimmed(line);
     const std::string_view unquoted = Unquoted(text);
     const std::string lower = Lower(text.substr(0, 4096));
+    const std::string_view type = Trimmed(unquoted.substr(0, unquoted.find('=')));
     const bool isLine =
-        !WithType(unquoted).empty() || (unquoted.size() > 1 && unquoted[1] == '=' &&
-                                        std::isalpha(static_cast<unsigned char>(unquoted[0])) != 0);
+        !WithType(unquoted).empty() || (type.size() == 1 && type.size() < unquoted.size() &&
+                                        std::isalpha(static_cast<unsigned char>(type[0])) != 0);
     if (!isLine) {
         return "(not shown)";
     }

@@ -6,6 +6,8 @@
 #include "Reading.h"
 
 #include "InetPton.h"
+#include "Lookalike.h"
+#include "MediaWords.h"
 #include "SDPLines.h"
 #include "SDPTables.h"
 #include "SDPText.h"
@@ -45,12 +47,15 @@ SDPRow MeantRow(std::string_view line, bool isPlain) {
 }
 
 void OpenSection(Reading& reading, std::size_t index) {
-    const std::string_view text = reading.lines[index].text;
+    std::string_view text = reading.lines[index].text;
+    if (!reading.lines[index].isPlain && HasLookalike(text)) {
+        text = reading.mended.emplace_back(WithoutLookalikes(text));
+    }
     const std::size_t equals = text.find('=');
     const std::size_t type = equals != std::string_view::npos
                                  ? equals
                                  : text.find_first_of(": ", std::min(text.find_first_of("mM"), text.size()));
-    const std::vector<std::string_view> words = WordsOf(text.substr(std::min(type, text.size() - 1) + 1));
+    const std::vector<std::string_view> words = MediaWords(text.substr(std::min(type, text.size() - 1) + 1));
     MeantSection section;
     section.line = index;
     section.media = words.empty() ? std::string() : Lower(words[0]);
@@ -63,9 +68,9 @@ void OpenSection(Reading& reading, std::size_t index) {
     reading.sections.push_back(std::move(section));
 }
 
-void Assign(Reading& reading, std::size_t index) {
+void Assign(Reading& reading, std::size_t index, bool hasForeign) {
     TextLine& line = reading.lines[index];
-    line.isPlain = IsPlain(line.text);
+    line.isPlain = IsPlain(line.text) && !(hasForeign && HasLookalike(line.text));
     line.meant = MeantRow(line.text, line.isPlain);
     reading.hasIce = reading.hasIce || line.meant == SDPRow::Ice;
     reading.hasCandidate = reading.hasCandidate || line.meant == SDPRow::Candidate;
@@ -98,6 +103,7 @@ Reading Read(std::string_view text) {
     const auto count = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
     reading.lines.reserve(count + 1);
     reading.hosts.reserve(count);
+    const bool hasForeign = HasForeign(text);
     std::size_t begin = 0;
     while (begin < text.size()) {
         const std::size_t lf = std::min(text.find('\n', begin), text.size());
@@ -109,7 +115,7 @@ Reading Read(std::string_view text) {
         line.text = text.substr(begin, lf - begin - (hasCr ? 1 : 0));
         line.end = text.substr(begin + line.text.size(), isCut ? 0 : (hasCr ? 2 : 1));
         reading.lines.push_back(line);
-        Assign(reading, reading.lines.size() - 1);
+        Assign(reading, reading.lines.size() - 1, hasForeign);
         begin = lf + 1;
     }
     std::size_t next = 0;

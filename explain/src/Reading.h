@@ -11,6 +11,7 @@
 #include "Words.h"
 
 #include <cstddef>
+#include <deque>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -59,9 +60,10 @@ struct Reading {
     std::vector<TextLine> lines;
     std::vector<Host> hosts;
     std::vector<MeantSection> sections;
-    std::string_view origin;   ///< the first o= line; empty without one
-    bool hasIce = false;       ///< a line was meant as a=ice
-    bool hasCandidate = false; ///< a line was meant as a=candidate:
+    std::deque<std::string> mended; ///< media lines without lookalike signs, which sections have views of
+    std::string_view origin;        ///< the first o= line; empty without one
+    bool hasIce = false;            ///< a line was meant as a=ice
+    bool hasCandidate = false;      ///< a line was meant as a=candidate:
 
     const MeantSection* SectionOf(const TextLine& line) const {
         return line.section == kNowhere ? nullptr : &sections[line.section];

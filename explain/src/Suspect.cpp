@@ -137,7 +137,8 @@ bool IsDirection(const TextLine& line) {
 
 bool HasDirectionName(const TextLine& line) {
     const std::string text = Lower(Trimmed(line.text));
-    const std::size_t end = text.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-", 2);
+    const std::size_t end =
+        text.find_first_of(" \t:;,=/\"", 2); // None of these is part of a token (RFC 4566, 9).
     const std::string name = text.substr(0, end);
     return std::any_of(std::begin(sdp::kDirections), std::end(sdp::kDirections),
                        [&](const sdp::Direction& direction) { return name == direction.keyword; });

@@ -85,6 +85,9 @@ const char* SpellingWords(const TextLine& line, const CryptoWords& words, const 
     if (!BeginsWith(Lower(Trimmed(line.text)), "a=crypto")) {
         return " does not begin with a=crypto:.";
     }
+    if (!BeginsWith(Lower(Trimmed(line.text)), "a=crypto:") && !BeginsWith(Lower(line.text), "a=crypto ")) {
+        return " has no colon after a=crypto.";
+    }
     if (words.tag.empty()) {
         return " has a blank where its tag belongs.";
     }

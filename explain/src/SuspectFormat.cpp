@@ -114,11 +114,28 @@ void AddBitRate(Scene& scene, const MeantSection& section, std::string_view payl
     }
 }
 
+bool IsPayload(const std::string& format) {
+    constexpr std::size_t longest = 3;
+    constexpr int most = 127;
+    return IsDigits(format) && format.size() <= longest && std::stoi(format) <= most;
+}
+
+/// The formats of an m= line as it was meant to be spelled.
+std::vector<std::string> FormatsMeant(const Scene& scene, const TextLine& media) {
+    const std::string line = Canonical(media, scene.reading);
+    const std::vector<std::string_view> words = WordsOf(line);
+    std::vector<std::string> formats;
+    for (std::size_t i = 3; i < words.size(); ++i) {
+        formats.emplace_back(words[i]);
+    }
+    return formats;
+}
+
 /// A rtpmap line for a payload that the section does not list: listed under a number without a name, if any.
 void AddUnlisted(Scene& scene, const MeantSection& section, const TextLine& media, std::size_t index,
                  SDPRow row) {
     const TextLine& line = scene.reading.lines[index];
-    const std::string_view payload = PayloadOf(line.text);
+    const std::string_view payload = PayloadWordOf(line.text);
     const auto& lines = row == SDPRow::Rtpmap ? section.rtpmap : section.fmtp;
     const auto blame = [&](Pieces cureWords, std::vector<ExplainTextChange> changes) {
         Blame(scene, kUnlisted, line,
@@ -127,16 +144,23 @@ void AddUnlisted(Scene& scene, const MeantSection& section, const TextLine& medi
               cureWords, std::move(changes))
             .lines.push_back(media.number);
     };
+    if (payload.empty()) {
+        return; // The spelling of the line is blamed, or it has no value at all.
+    }
+    const std::vector<std::string> meant = FormatsMeant(scene, media);
+    if (std::find(meant.begin(), meant.end(), payload) != meant.end()) {
+        return; // The spelling of the m= line is blamed.
+    }
     constexpr std::size_t most = 16;
     std::size_t tried = 0;
-    for (const std::string_view format : section.formats) {
-        const bool isStatic = row == SDPRow::Rtpmap && format.size() < 2;
+    for (const std::string& format : meant) {
+        const bool isStatic = (row == SDPRow::Rtpmap && format.size() < 2) || !IsPayload(format);
         if (lines.count(format) == 0 && !isStatic && ++tried <= most) {
             blame({"write payload ", format, " in line ", line.number},
                   {ReplaceLine(line, WithPayload(line, format))});
         }
     }
-    if (row == SDPRow::Rtpmap && !payload.empty()) {
+    if (row == SDPRow::Rtpmap && IsPayload(std::string(payload))) {
         blame({"list payload ", payload, " in line ", media.number},
               {ReplaceLine(media, WithFormat(media, {}, payload))});
     }

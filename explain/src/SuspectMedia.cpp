@@ -5,6 +5,7 @@
 #include "Suspect.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace explain {
 
@@ -26,6 +27,10 @@ constexpr Rule kMisnamed = {
 constexpr Rule kPort = {
     "E22", "G04", ExplainSeverity::Error, 15,
     "Ports are read as decimal digits and cut to 32 bits, and their range is not checked (G04)."};
+constexpr Rule kDiscard = {
+    "E169", "", ExplainSeverity::Warning, 18,
+    "A port is taken as it stands; 9 is the discard port (RFC 863), which stands for a "
+    "port that ICE or a bundle gives, and neither is read."};
 constexpr Rule kDeclined = {
     "E23", "", ExplainSeverity::Note, 60,
     "Port 0 declines a section or rejects it, so it neither sends nor receives (RFC 3264, 5.1 and 6)."};
@@ -48,6 +53,12 @@ bool IsBundleOnly(const Scene& scene, const MeantSection& section) {
     return false;
 }
 
+/// Whether an m= line has the four words that open a section.
+bool HasFormat(std::string_view line) {
+    constexpr std::size_t least = 4;
+    return WordsOf(line, least).size() == least;
+}
+
 void AddShort(Scene& scene, const MeantSection& section, const TextLine& line) {
     std::string formats;
     for (std::size_t i = section.line + 1; i <= section.last; ++i) {
@@ -58,12 +69,17 @@ void AddShort(Scene& scene, const MeantSection& section, const TextLine& line) {
     if (formats.empty()) {
         formats = section.media == "application" ? " *" : section.media == "video" ? " 97" : " 0";
     }
-    const std::string text = "m=" + section.media + " " + (section.port.empty() ? "5004" : section.port) +
-                             " " + (section.transport.empty() ? "RTP/AVP" : section.transport) + formats;
+    const std::string spelled = Canonical(line, scene.reading);
+    const bool isGlued = HasFormat(spelled);
+    const std::string text =
+        isGlued ? spelled
+                : "m=" + section.media + " " + (section.port.empty() ? "5004" : section.port) + " " +
+                      (section.transport.empty() ? "RTP/AVP" : section.transport) + formats;
+    const std::size_t words = WordsOf(line.text).size();
     Blame(scene, kShortLine, line,
-          {LineWords(line), " has only ",
-           WordsOf(line.text).size() == 3 ? "three" : std::to_string(WordsOf(line.text).size()),
-           " words, a format is missing; after it comes ", AfterWords(scene.reading, section.line), "."},
+          {LineWords(line), " has only ", words == 3 ? "three" : std::to_string(words), " words, a ",
+           isGlued ? "word or a blank between two" : "format", " is missing; after it comes ",
+           AfterWords(scene.reading, section.line), "."},
           {"write line ", line.number, " as ", InQuotes(text)}, {ReplaceLine(line, text)})
         .isTakenAway = true;
 }
@@ -105,14 +121,41 @@ void AddDeclined(Scene& scene, Suspect& suspect, const MeantSection& section) {
     }
 }
 
+/// The port that a word was meant for: ":11780", "0x6006", "5,004"; a sample for one that tells none.
+std::string PortMeant(std::string_view word) {
+    constexpr std::size_t longest = 12;
+    constexpr long highest = 65535;
+    const std::string lower = Lower(word.substr(0, longest));
+    std::string digits = lower;
+    digits.erase(std::remove_if(digits.begin(), digits.end(), [](char c) { return c < '0' || c > '9'; }),
+                 digits.end());
+    const long port = BeginsWith(lower, "0x") ? std::strtol(lower.c_str(), nullptr, 16)
+                                              : std::strtol(digits.c_str(), nullptr, 10);
+    return port > 0 && port <= highest ? std::to_string(port) : "49170";
+}
+
+bool IsFirstOf(const Reading& reading, const MeantSection& section) {
+    return !HasEarlier(reading, section);
+}
+
 void AddPort(Scene& scene, const MeantSection& section, const TextLine& line) {
     const std::string_view digits = std::string_view(section.port).substr(0, section.port.find('/'));
     const bool isUsable = IsDigits(digits) && digits.size() < 6 && std::stoi(std::string(digits)) < 65536;
+    if (WordOf(line.text, 1) != section.port) {
+        return; // It stands in another place, and the spelling of the line is blamed.
+    }
     const std::string number = std::to_string(line.number);
+    constexpr int discard = 9;
     if (!isUsable) {
         Blame(scene, kPort, line, {LineWords(line), " has ", AsShown(section.port), " as its port."},
               {"write a port from 1 to 65535 in line ", number},
-              {ReplaceLine(line, WithWord(line, 1, "49170"))});
+              {ReplaceLine(line, WithWord(line, 1, PortMeant(section.port)))});
+    } else if (std::stoi(std::string(digits)) == discard && IsFirstOf(scene.reading, section)) {
+        Suspect& suspect = Blame(scene, kDiscard, line, {LineWords(line), " has port 9, the discard port."},
+                                 {"write the RTP port of the far end in line ", number},
+                                 {ReplaceLine(line, WithWord(line, 1, "49170"))});
+        suspect.Know(TopicsOf(section, section.isSlides).front(),
+                     {"Media go to port 9, where nothing takes them."});
     } else if (std::stoi(std::string(digits)) == 0) {
         Suspect& suspect = Blame(
             scene, kDeclined, line,
@@ -130,7 +173,7 @@ void AddTransport(Scene& scene, const MeantSection& section, const TextLine& lin
         isRtp ? (section.transport.find("SAVP") != std::string::npos && !isDtls ? "RTP/SAVP" : "RTP/AVP")
               : "UDP/BFCP";
     const bool isBfcp = section.transport.find("BFCP") != std::string::npos;
-    if ((!isRtp && !isBfcp) || section.transport == exact || WordsOf(line.text, 4).size() < 4) {
+    if ((!isRtp && !isBfcp) || section.transport == exact) {
         return;
     }
     Suspect& suspect = Blame(
@@ -169,7 +212,12 @@ std::string_view LikelyMedium(const Scene& scene, const MeantSection& section) {
 }
 
 void AddUnknown(Scene& scene, const MeantSection& section, const TextLine& line) {
-    if (section.media != "audio" && section.media != "video" && section.media != "application") {
+    const auto isKnown = [](std::string_view media) {
+        return media == "audio" || media == "video" || media == "application";
+    };
+    constexpr std::size_t type = 2; // "m="
+    const bool isSpelling = !line.isPlain && isKnown(WordOf(Canonical(line, scene.reading), 0).substr(type));
+    if (!isKnown(section.media) && !isSpelling) {
         const std::string likely(LikelyMedium(scene, section));
         if (!likely.empty()) {
             Blame(scene, kMisnamed, line,
@@ -191,7 +239,7 @@ void AddUnknown(Scene& scene, const MeantSection& section, const TextLine& line)
 void FindMedia(Scene& scene) {
     for (const MeantSection& section : scene.reading.sections) {
         const TextLine& line = scene.reading.lines[section.line];
-        if (section.formats.empty()) {
+        if (!HasFormat(line.text)) {
             AddShort(scene, section, line);
             continue;
         }

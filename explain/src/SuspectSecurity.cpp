@@ -15,7 +15,7 @@ using Topic = ExplainTopic;
 constexpr Rule kNoLine = {"E67", "", ExplainSeverity::Error, 20,
                           "Without a crypto line that is read a section is not secure, whatever its "
                           "transport says, and it is answered as RTP/AVP."};
-constexpr Rule kOneSecure = {"E68", "B13", ExplainSeverity::Error, 9,
+constexpr Rule kOneSecure = {"E68", "B13", ExplainSeverity::Error, 11,
                              "Main video is answered as RTP/SAVP when any video section is secure, and gets "
                              "a crypto line only when the main one is (B13)."};
 constexpr Rule kPlainTransport = {"E59", "B21", ExplainSeverity::Note, 21,

@@ -2,6 +2,7 @@
 // Input: lines. Output: suspects with the spelling that was meant.
 // Touches the list of suspects.
 // Test: tests/explain/judge_cases.py
+#include "Lookalike.h"
 #include "Suspect.h"
 
 #include "SDPKeyword.h"
@@ -32,6 +33,21 @@ bool LacksType(std::string_view text) {
     return start.size() > 2 && Trimmed(start.substr(1)).substr(0, 1) != "=";
 }
 
+/// Whether a media line lacks its transport, or has it before its port.
+bool IsTransportElsewhere(std::string_view text, std::string_view canonical) {
+    return BeginsWith(canonical, "m=") && WordOf(canonical, 2) != Upper(WordOf(text, 2)) &&
+           IsDigits(WordOf(text, 2)) && WordOf(text, 0) == WordOf(canonical, 0);
+}
+
+/// Whether a media line has names in place of payload numbers.
+bool HasNames(std::string_view text, std::string_view canonical) {
+    const std::vector<std::string_view> words = WordsOf(text);
+    return BeginsWith(canonical, "m=") && words.size() == WordsOf(canonical).size() && words.size() > 3 &&
+           std::any_of(words.begin() + 3, words.end(), [](std::string_view word) {
+               return std::isalpha(static_cast<unsigned char>(word[0]));
+           });
+}
+
 /// How two spellings differ, for a sentence.
 const char* DifferenceWords(std::string_view text, std::string_view canonical) {
     const auto bare = [](std::string_view with) {
@@ -41,6 +57,9 @@ const char* DifferenceWords(std::string_view text, std::string_view canonical) {
             without.end());
         return without;
     };
+    if (HasLookalike(text)) {
+        return "has a character that only looks like a blank, a dash or a quote";
+    }
     if (Lower(text) == Lower(canonical)) {
         return "differs in letter case from what the component compares";
     }
@@ -50,16 +69,28 @@ const char* DifferenceWords(std::string_view text, std::string_view canonical) {
     if (HasSigns(text)) {
         return "has signs before its first letter, as quoted or numbered text has";
     }
+    if (IsTransportElsewhere(text, canonical)) {
+        return BeginsWith(Upper(WordOf(text, 1)), WordOf(canonical, 2)) ? "has its transport before its port"
+                                                                        : "has no transport after its port";
+    }
+    if (HasNames(text, canonical)) {
+        return "has names where payload numbers belong";
+    }
     if (Trimmed(text) == canonical) {
         return text[0] == canonical[0] ? "has a blank at its end" : "begins with a blank";
     }
-    if (text.find("; ") != std::string_view::npos && canonical.find("; ") == std::string_view::npos) {
+    if (text.find("; ") != std::string_view::npos && bare(text) == bare(canonical)) {
         return "has a blank after ';'";
     }
     const std::size_t colon = canonical.find(':');
     if (BeginsWith(canonical, "a=") && colon < text.size() && text[colon] == ' ' &&
         text.find(':') != colon + 1 && text.substr(0, colon) == canonical.substr(0, colon)) {
         return "has a blank in place of its colon";
+    }
+    if (BeginsWith(canonical, "a=") && colon < text.size() && text[colon] != ':' && text[colon] != ' ' &&
+        Lower(text.substr(0, colon)) == canonical.substr(0, colon)) {
+        return IsDigits(text.substr(colon, 1)) ? "has no colon after its name"
+                                               : "has another sign in place of its colon";
     }
     if (bare(text) != bare(canonical)) {
         return text.find(',') != std::string_view::npos && canonical.find(',') == std::string_view::npos
@@ -76,6 +107,14 @@ constexpr const char* kTypeActed = "A line has a letter and \"=\" at its start (
 constexpr const char* kSignsActed =
     "The keyword is found anywhere in the line (P01), and words and values are counted from the start of the "
     "line, so the first word is not the medium, the payload or the type that was meant (P06, P20, P22).";
+
+constexpr const char* kNamesActed =
+    "The formats of an m= line are payload numbers: 0, 9 and 18 are known by the number alone, any other by "
+    "its "
+    "number and an rtpmap line, and a name in their place is no format (X12).";
+constexpr const char* kPlacesActed =
+    "Medium, port, transport and formats of an m= line are told apart by their place alone (RFC 4566, 5.14), "
+    "so each word after the missing one stands in the place of another.";
 
 struct RowSentence {
     SDPRow row;
@@ -166,9 +205,11 @@ void FindMisspelled(Scene& scene) {
                                          {LineWords(line), " ", DifferenceWords(line.text, canonical), "."},
                                          {"write line ", line.number, " as ", InQuotes(canonical)},
                                          {ReplaceLine(line, canonical)});
-                suspect.SayActed({HasSigns(line.text)    ? kSignsActed
-                                  : LacksType(line.text) ? kTypeActed
-                                                         : sentence.acted});
+                suspect.SayActed({HasSigns(line.text)                          ? kSignsActed
+                                  : IsTransportElsewhere(line.text, canonical) ? kPlacesActed
+                                  : HasNames(line.text, canonical)             ? kNamesActed
+                                  : LacksType(line.text)                       ? kTypeActed
+                                                                               : sentence.acted});
                 suspect.ledger = sentence.ledger;
                 suspect.isTakenAway = true;
             }

@@ -1,0 +1,73 @@
+// Stage: the value of an m= line to its words, in the places that their writer meant (RFC 4566, 5.14).
+// Input: the text after "m=". Output: words.
+// Touches nothing. How the component reads them is not decided here.
+// Test: tests/explain/judge_cases.py
+#include "MediaWords.h"
+
+#include "Words.h"
+
+#include <algorithm>
+#include <string>
+
+namespace explain {
+
+namespace {
+
+using Words = std::vector<std::string_view>;
+
+/// Parts a word in two; signs that stand for the blank are left out.
+void CutInTwo(Words& words, std::size_t at, std::size_t length) {
+    const std::string_view rest = words[at].substr(length);
+    words[at] = words[at].substr(0, length);
+    words.insert(words.begin() + static_cast<std::ptrdiff_t>(at) + 1,
+                 rest.substr(std::min(rest.find_first_not_of("/,:;"), rest.size())));
+}
+
+bool IsTransport(std::string_view word) {
+    const std::string upper = Upper(word.substr(0, 4));
+    return upper == "RTP/" || upper == "UDP/" || upper == "TCP/";
+}
+
+/// "audio32000", "5004RTP/AVP" and "UDP/BFCP*" are two words without a blank between them.
+void PartGlued(Words& words) {
+    for (const std::string_view media : {"audio", "video", "application"}) {
+        if (!words.empty() && words[0].size() > media.size() && BeginsWith(Lower(words[0]), media) &&
+            IsDigits(words[0].substr(media.size()))) {
+            CutInTwo(words, 0, media.size());
+        }
+    }
+    const std::size_t end =
+        words.size() < 2 ? std::string_view::npos : words[1].find_first_not_of("0123456789");
+    if (end != std::string_view::npos && end != 0) {
+        const std::string_view rest = words[1].substr(end);
+        if (IsTransport(rest.substr(std::min(rest.find_first_not_of("/,:;"), rest.size())))) {
+            CutInTwo(words, 1, end);
+        }
+    }
+    if (words.size() == 3 && words[2].size() > 1 && words[2].back() == '*' && IsTransport(words[2])) {
+        CutInTwo(words, 2, words[2].size() - 1);
+    }
+}
+
+} // namespace
+
+std::vector<std::string_view> MediaWords(std::string_view value) {
+    Words words = WordsOf(value);
+    PartGlued(words);
+    if (words.size() < 3) {
+        return words;
+    }
+    if (IsTransport(words[1]) && IsDigits(words[2])) {
+        std::swap(words[1], words[2]);
+    }
+    const std::string media = Lower(words[0]);
+    const bool isRtp = media == "audio" || media == "video";
+    if (isRtp && IsDigits(words[1]) && IsDigits(words[2])) {
+        words.insert(words.begin() + 2, "RTP/AVP");
+    } else if (media == "application" && words[2] == "*") {
+        words.insert(words.begin() + 2, "UDP/BFCP");
+    }
+    return words;
+}
+
+} // namespace explain
