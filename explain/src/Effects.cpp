@@ -60,7 +60,7 @@ void Comparison::Compare(const Fact* before, const Fact* after) {
     const bool wasDead = before != nullptr && before->isDead;
     const bool isDead = after != nullptr && after->isDead;
     const bool isGone = after == nullptr && !wasDead;
-    const bool isNewHarm = before == nullptr && isDead;
+    const bool isNewHarm = before == nullptr && (isDead || after->isIdle);
     if (isGone || isNewHarm || (wasDead && isDead)) {
         return;
     }

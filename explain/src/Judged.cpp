@@ -14,6 +14,7 @@ std::vector<ExplainFinding> JudgedFindings(const ExplainInput& input) {
         return {};
     }
     std::vector<ExplainFinding> findings;
+    const bool isEmpty = isTheirs && Read(input.remote).sections.empty();
     for (const JudgeViolation& violation :
          isTheirs ? CheckAnswer(input.ourOffer, input.remote) : CheckAnswer(input.remote, input.ourAnswer)) {
         ExplainFinding finding;
@@ -29,6 +30,10 @@ std::vector<ExplainFinding> JudgedFindings(const ExplainInput& input) {
         finding.comes =
             isTheirs ? "This side takes the answer all the same; a strict element on its way may refuse it."
                      : "A strict far end refuses our answer.";
+        if (isTheirs && isEmpty) {
+            finding.severity = ExplainSeverity::Error;
+            finding.comes = "The answer has no section, so no stream comes up.";
+        }
         findings.push_back(std::move(finding));
     }
     return findings;

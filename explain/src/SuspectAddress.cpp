@@ -99,14 +99,17 @@ void AddZero(Scene& scene, const TextLine& line) {
     }
 }
 
-/// Digits and dots that are no address.
+/// Digits and dots that are no address, or not that of one end.
 void AddBad(Scene& scene, const TextLine& line, std::string_view address) {
-    Suspect& suspect =
-        Blame(scene, kBadAddress, line, {LineWords(line), " has digits and dots that are no IPv4 address."},
-              {"write the far end's address in line ", line.number},
-              {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
+    const bool isAddress = IsIpv4(address);
+    Suspect& suspect = Blame(scene, kBadAddress, line,
+                             {LineWords(line), isAddress ? " has a multicast or broadcast address."
+                                                         : " has digits and dots that are no IPv4 address."},
+                             {"write the far end's address in line ", line.number},
+                             {ReplaceLine(line, WithWord(line, 2, OriginAddress(scene.reading)))});
     for (const Topic topic : {Topic::AudioSend, Topic::MainSend, Topic::Slides, Topic::Call}) {
-        suspect.Know(topic, {"Media would go to ", AsShown(address), ", which is nowhere."});
+        suspect.Know(topic, {"Media would go to ", AsShown(address),
+                             isAddress ? ", which is not one end." : ", which is nowhere."});
     }
 }
 
@@ -132,7 +135,9 @@ void AddPrivate(Scene& scene, const TextLine& line, std::string_view address) {
     Suspect& suspect = Blame(scene, kPrivateAddress, line,
                              {LineWords(line), " has a loopback, private or link-local address."}, {}, {});
     for (const Topic topic : SentTo(scene.reading, line)) {
-        suspect.Know(topic, {"Media go to ", AsShown(address), ", which only its own network reaches."});
+        suspect.Know(topic, {"Media go to ", AsShown(address),
+                             BeginsWith(address, "127.") ? ", which only its own host reaches."
+                                                         : ", which only its own network reaches."});
     }
 }
 
@@ -152,7 +157,7 @@ void FindAddress(Scene& scene, const TextLine& line) {
               {ReplaceLine(line, WithWord(line, 2, address.substr(0, slash)))});
     } else if (IsPrivate(address) && IsIpv4(address)) {
         AddPrivate(scene, line, address);
-    } else if (!IsIpv4(address) && address.find_first_not_of("0123456789.") == std::string::npos) {
+    } else if (!IsUnicast(address) && address.find_first_not_of("0123456789.") == std::string::npos) {
         AddBad(scene, line, address);
     } else if (!IsIpv4(address)) {
         AddOtherKind(scene, line, address);

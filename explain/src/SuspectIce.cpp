@@ -134,7 +134,9 @@ void AddHalf(Scene& scene, const IceLines& ice) {
 void AddShortValue(Scene& scene, const TextLine* line, std::size_t least) {
     const std::size_t length = line == nullptr ? least : ValueOf(line->text).size();
     if (length < least) {
-        const std::string count = length == 0 ? "no value" : Joined({"a value of ", length, " characters"});
+        const std::string count =
+            length == 0 ? "no value"
+                        : Joined({"a value of ", length, length == 1 ? " character" : " characters"});
         Blame(scene, kShortIce, *line, {LineWords(*line), " has ", count, "."}, {}, {})
             .Know(Topic::Ice, {"An ICE agent refuses the user fragment and the password of this "
                                "section, so it checks no candidate."});

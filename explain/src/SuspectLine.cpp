@@ -19,6 +19,9 @@ using Topic = ExplainTopic;
 constexpr Rule kBareLf = {
     "E01", "P03", ExplainSeverity::Error, 1,
     "Only CR LF ends a line, so the lines are read as one, and only the first of them counts (P03)."};
+constexpr Rule kFurtherCr = {"E167", "P03", ExplainSeverity::Error, 1,
+                             "Only CR LF ends a line, so the CR before it is part of the line and of the "
+                             "value at its end (P03)."};
 constexpr Rule kCut = {"E02", "P02", ExplainSeverity::Error, 2,
                        "Text after the last CR LF is no line and is dropped (P02)."};
 constexpr Rule kMisread = {"E03", "P01", ExplainSeverity::Error, 3, ""};
@@ -29,6 +32,16 @@ constexpr Rule kTwoBodies = {"E06", "", ExplainSeverity::Warning, 5,
                              "The text is read as one description, so the lines of the second one change or "
                              "add to the sections of the first."};
 
+/// Offset in a line after which it has nothing but CRs.
+std::size_t EndOf(const TextLine& line) {
+    return line.text.find_last_not_of('\r') + 1;
+}
+
+/// Whether the line ends in CR CR LF and has no other lone CR.
+bool HasFurtherCr(const TextLine& line) {
+    return line.end == "\r\n" && line.text.find('\r') == EndOf(line);
+}
+
 /// Edits that end each editor line of a range with CR LF, lone CRs included.
 std::vector<ExplainTextChange> EndWithCrLf(const Reading& reading, std::size_t first, std::size_t last) {
     std::vector<ExplainTextChange> changes;
@@ -36,7 +49,8 @@ std::vector<ExplainTextChange> EndWithCrLf(const Reading& reading, std::size_t f
         const TextLine& line = reading.lines[i];
         for (std::size_t at = line.text.find('\r'); at != std::string_view::npos;
              at = line.text.find('\r', at + 1)) {
-            changes.push_back({line.offset + at, 1, "\r\n"});
+            const bool isFurther = at >= EndOf(line) && line.end == "\r\n";
+            changes.push_back({line.offset + at, 1, isFurther ? "" : "\r\n"});
         }
         if (line.end != "\r\n") {
             changes.push_back({line.offset + line.text.size(), line.end.size(), "\r\n"});
@@ -71,7 +85,10 @@ void AddHost(Scene& scene, const Host& host) {
     const std::vector<TextLine>& lines = scene.reading.lines;
     const TextLine& line = lines[host.first];
     const std::size_t end = host.first + host.count;
-    if (host.count == 1) {
+    if (host.count == 1 && HasFurtherCr(line)) {
+        AddJoined(scene, kFurtherCr, host.first, end,
+                  {LineWords(line), " ends in CR CR LF and not in CR LF."});
+    } else if (host.count == 1) {
         AddJoined(scene, kBareLf, host.first, end,
                   {LineWords(line), " ends in LF or CR alone and not in CR LF."});
     } else {
@@ -196,7 +213,13 @@ void FindLineEnds(Scene& scene) {
     FindTail(scene, next);
     FindWrapped(scene);
     if (joined > 1) {
-        AddJoined(scene, kBareLf, 0, reading.lines.size(), {joined, " lines end in LF or CR alone."});
+        const bool isFurther =
+            std::all_of(reading.lines.begin(), reading.lines.end(), [](const TextLine& line) {
+                return line.text.find('\r') == std::string_view::npos ? line.end == "\r\n"
+                                                                      : HasFurtherCr(line);
+            });
+        AddJoined(scene, isFurther ? kFurtherCr : kBareLf, 0, reading.lines.size(),
+                  {joined, isFurther ? " lines end in CR CR LF." : " lines end in LF or CR alone."});
     }
 }
 

@@ -73,9 +73,11 @@ void FindOwnAddress(Scene& scene) {
         known(suspect, {comes});
         suspect.Know(Topic::AudioSend, {comes});
         suspect.Know(Topic::MainSend, {comes});
-    } else if (!IsIpv4(address) || address == "0.0.0.0") {
+    } else if (!IsUnicast(address)) {
         known(BlameField(scene, kOwnAddressKind, "default_address",
-                         {name, "is ", AsShown(address), ", no usable IPv4 address."},
+                         {name, "is ", AsShown(address),
+                          IsIpv4(address) && address[0] != '0' ? ", a multicast or broadcast address."
+                                                               : ", no usable IPv4 address."},
                          {"set default_address to an IPv4 address"}, 0, "192.0.2.1"),
               {"Our text says c=IN IP4 ", AsShown(address), ", to which the far end cannot send."});
     } else if (IsPrivate(address)) {
@@ -208,12 +210,20 @@ void FindServed(Scene& scene) {
                       "when one of ours answers it (B18)."});
 }
 
+/// Whether the far end meant a section of this kind, opened or not: then its line is blamed.
+bool IsMeant(const Scene& scene, std::string_view media, bool isSlides) {
+    return std::any_of(
+        scene.reading.sections.begin(), scene.reading.sections.end(),
+        [&](const MeantSection& section) { return section.media == media && section.isSlides == isSlides; });
+}
+
 void FindUnasked(Scene& scene) {
     const RemoteSDP& record = scene.state.record;
     if (scene.input.remoteAnswers || scene.state.sections.empty()) {
         return;
     }
-    if (!record.m_VideoMain.fIsVideoValid && OurStream(scene.state, baseSDP::SRTP_VIDEO) != nullptr) {
+    if (!record.m_VideoMain.fIsVideoValid && !IsMeant(scene, "video", false) &&
+        OurStream(scene.state, baseSDP::SRTP_VIDEO) != nullptr) {
         BlameField(
             scene, kUnasked, "video.main.codecs",
             {"m_VideoMain.eVideoCodec (video.main.codecs) is set, and the far end offers no main video."},
@@ -232,7 +242,8 @@ void FindUnasked(Scene& scene) {
                    {"empty video.presentation.codecs for this call"}, 0)
             .Know(Topic::Call, {"Our answer has a slides section that nobody offered."});
     }
-    if (!record.fIsAudioValid && OurStream(scene.state, baseSDP::SRTP_AUDIO) != nullptr) {
+    if (!record.fIsAudioValid && !IsMeant(scene, "audio", false) &&
+        OurStream(scene.state, baseSDP::SRTP_AUDIO) != nullptr) {
         BlameField(scene, kUnasked, "audio.priority",
                    {"listAudioCodecPriority (audio.priority) is set, and the far end offers no audio."},
                    {"empty audio.priority for this call"}, 0)

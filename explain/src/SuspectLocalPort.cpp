@@ -4,6 +4,9 @@
 // Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace explain {
 
 namespace {
@@ -18,6 +21,22 @@ constexpr Rule kSamePorts = {"E134", "", ExplainSeverity::Error, 9,
 
 bool IsPort(std::int32_t port) {
     return port > 0 && port < 65535;
+}
+
+/// A port from this one on that no stream overlaps, with the port after it for RTCP.
+template <std::size_t N>
+std::int32_t FreePort(const std::pair<const char*, std::int32_t> (&ports)[N], std::int32_t from) {
+    constexpr std::int32_t step = 4;
+    constexpr std::int32_t last = 65530;
+    const auto overlaps = [&](std::int32_t port) {
+        return std::any_of(std::begin(ports), std::end(ports),
+                           [port](const auto& each) { return std::abs(each.second - port) <= 1; });
+    };
+    std::int32_t port = from > 0 && from < last - step * static_cast<std::int32_t>(N + 1) ? from : 16384;
+    while (overlaps(port)) {
+        port += step;
+    }
+    return port;
 }
 
 } // namespace
@@ -56,12 +75,11 @@ void FindOverlap(Scene& scene) {
                 distance < (i == 3 ? 0 : -1) || (i >= 2 && !scene.input.floorControl)) {
                 continue;
             }
-            Suspect& suspect =
-                BlameField(scene, kSamePorts, ports[i].first,
-                           {LocalField(ports[i].first)->record, " (", ports[i].first, ") is ",
-                            ports[i].second, ", beside ", ports[j].first, " ", ports[j].second, "."},
-                           {"set ", ports[i].first, " to a port of its own"},
-                           ports[j].second > 0 && ports[j].second < 65530 ? ports[j].second + 4 : 16384);
+            Suspect& suspect = BlameField(
+                scene, kSamePorts, ports[i].first,
+                {LocalField(ports[i].first)->record, " (", ports[i].first, ") is ", ports[i].second,
+                 ", beside ", ports[j].first, " ", ports[j].second, "."},
+                {"set ", ports[i].first, " to a port of its own"}, FreePort(ports, ports[j].second));
             for (const std::size_t k : {i, j}) {
                 suspect.Know(
                     topics[k],

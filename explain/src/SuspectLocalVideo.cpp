@@ -73,16 +73,19 @@ void FindVideoCodecs(Scene& scene, const VideoField& field, const VideoParms& vi
     const std::string record = std::string(field.record) + ".eVideoCodec";
     const std::string name = record + " (" + file + ")";
     const bool isSecure = scene.input.srtp;
-    if (video.eVideoCodec == 0) {
+    const bool isAsked = scene.input.remoteAnswers ||
+                         std::any_of(scene.reading.sections.begin(), scene.reading.sections.end(),
+                                     [](const MeantSection& section) { return section.media == "video"; });
+    if (video.eVideoCodec == 0 && isAsked) {
         BlameField(scene, kNoVideo, file, {name, " is empty."},
                    {"put H264_MODE_1 and H264_MODE_0 into ", file}, sdp::kAnyH264);
-    } else if ((video.eVideoCodec & sdp::kAnyH264) == 0) {
+    } else if (video.eVideoCodec != 0 && (video.eVideoCodec & sdp::kAnyH264) == 0) {
         BlameField(scene, kNotH264, file,
                    {name, " holds ", video.eVideoCodec == PAYLOAD_VP8 ? "VP8 alone" : "no H.264 mode", "."},
                    {"put H264_MODE_1 and H264_MODE_0 into ", file}, sdp::kAnyH264)
             .Know(field.carries, {"Our section for ", field.name,
                                   " lists no format, so the far end declines it or refuses the text."});
-    } else if ((video.eVideoCodec & PAYLOAD_H264) == 0) {
+    } else if (video.eVideoCodec != 0 && (video.eVideoCodec & PAYLOAD_H264) == 0) {
         Suspect& suspect = BlameField(scene, kMode0, file, {name, " holds H264_MODE_0 alone."},
                                       {"add H264_MODE_1 to ", file}, sdp::kAnyH264);
         if (isSecure) {

@@ -29,9 +29,16 @@ constexpr Rule kInterleaved = {"E55", "X04", ExplainSeverity::Error, 20,
 constexpr Rule kProfile = {"E56", "", ExplainSeverity::Note, 64,
                            "The first four digits of profile-level-id, profile and constraints, are not "
                            "examined; our text always says baseline, 4200."};
+constexpr Rule kContainingName = {"E170", "X03", ExplainSeverity::Error, 12,
+                                  "A format is H.264 when H264/9000 stands anywhere in its name (X03), and "
+                                  "the first one with a packetization "
+                                  "mode other than 0 is chosen (X04)."};
 constexpr Rule kNoLevel = {
     "E53", "", ExplainSeverity::Note, 63,
     "Level and limits come from the fmtp line of the chosen format alone; what it does not name is not set."};
+
+/// The part of the name that the component searches for: without the last digit of the clock rate [X03].
+constexpr std::string_view kH264Part(sdp::kH264Name, std::size(sdp::kH264Name) - 2);
 
 std::string LevelDigits(const TextLine& fmtp) {
     const std::size_t at = Lower(fmtp.text).find("profile-level-id");
@@ -148,6 +155,9 @@ void AddMode0(Scene& scene, const Picture& picture) {
     const std::string canonical =
         picture.fmtp == nullptr ? std::string() : Canonical(*picture.fmtp, scene.reading);
     const std::size_t at = canonical.find(name);
+    if (at != std::string::npos && canonical == picture.fmtp->text && canonical[at + name.size()] == '1') {
+        return; // It is said, and read from another format than the one that is sent.
+    }
     const bool isWord =
         at != std::string::npos && !IsDigits(std::string_view(canonical).substr(at + name.size(), 1));
     Suspect& suspect = Blame(scene, kMode, picture.line,
@@ -167,6 +177,10 @@ void AddMode0(Scene& scene, const Picture& picture) {
 void AddNoLevel(Scene& scene, const Picture& picture) {
     const std::string level = picture.fmtp == nullptr ? std::string() : LevelDigits(*picture.fmtp);
     const char* const comes = "The level of the picture is not known, so nothing limits what is sent.";
+    constexpr std::size_t least = 4;
+    if (level.size() >= least) {
+        return; // It is read, and from another format than the one that is sent.
+    }
     if (level.empty()) {
         Blame(scene, kNoLevel, picture.line, {LineWords(picture.line), " gives no profile-level-id."},
               {"add profile-level-id=42801f for payload ", AsShown(picture.payload)},
@@ -196,17 +210,49 @@ void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
     if (stream.iFmtpPacketizationMode > 1 && picture.fmtp != nullptr) {
         AddInterleaved(scene, *picture.fmtp);
     }
-    if (stream.iFmtpPacketizationMode == 0) {
+    if (stream.iFmtpPacketizationMode == 0 && stream.fIsVideoValid) {
         AddMode0(scene, picture);
     }
-    if (stream.strVideoLevel.empty()) {
+    if (stream.strVideoLevel.empty() && stream.fIsVideoValid) {
         AddNoLevel(scene, picture);
+    }
+}
+
+/// A format whose name contains that of H.264 and is another one: "FEC-H264/90000".
+void AddContainingName(Scene& scene, const MeantSection& section, const TextLine& media,
+                       std::string_view format, Topic topic) {
+    const TextLine* const rtpmap = LineOf(scene.reading, section.rtpmap, format);
+    const std::string_view name = rtpmap == nullptr ? std::string_view() : WordOf(rtpmap->text, 1);
+    const std::size_t at = name.find(kH264Part);
+    const bool isType = at != std::string_view::npos && Lower(name.substr(0, at)) == "video/";
+    if (at == std::string_view::npos || at == 0 || isType) {
+        return;
+    }
+    std::vector<ExplainTextChange> changes = {ReplaceLine(media, WithFormat(media, format, {}))};
+    for (const FormatLines* const lines : {&section.rtpmap, &section.fmtp}) {
+        if (const TextLine* const line = LineOf(scene.reading, *lines, format)) {
+            changes.push_back(DeleteLine(*line));
+        }
+    }
+    Suspect& suspect =
+        Blame(scene, kContainingName, *rtpmap,
+              {LineWords(*rtpmap), " gives payload ", AsShown(format), " a name that contains ", kH264Part,
+               " and is another one."},
+              {"take payload ", AsShown(format), " out of line ", media.number, ", and its lines"},
+              std::move(changes));
+    suspect.lines.push_back(media.number);
+    const VideoParms& stream =
+        topic == Topic::Slides ? scene.state.record.m_VideoPreso : scene.state.record.m_VideoMain;
+    if (std::to_string(stream.iVideoPayload) == format) {
+        suspect.Know(topic, {"H.264 is sent as payload ", AsShown(format), ", which the far end decodes as ",
+                             AsShown(name), "."});
     }
 }
 
 void FindPicture(Scene& scene, const MeantSection& section, const TextLine& media, Topic topic) {
     std::vector<std::string_view> h264;
     for (const std::string_view format : section.formats) {
+        AddContainingName(scene, section, media, format, topic);
         if (NameOf(scene, section, format) == "H264") {
             h264.push_back(format);
             if (const TextLine* const fmtp = LineOf(scene.reading, section.fmtp, format)) {

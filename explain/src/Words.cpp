@@ -75,6 +75,11 @@ bool IsIpv4(std::string_view text) {
     return text.size() <= longest && inet_pton(AF_INET, std::string(text).c_str(), &address) == 1;
 }
 
+bool IsUnicast(std::string_view text) {
+    constexpr int firstMulticast = 224; // of the first number; broadcast is beyond
+    return IsIpv4(text) && !BeginsWith(text, "0.") && std::stoi(std::string(text)) < firstMulticast;
+}
+
 bool IsPrivate(std::string_view address) {
     static constexpr std::string_view kStarts[] = {"127.", "10.", "192.168.", "169.254."};
     const bool isShared = BeginsWith(address, "172.") && address.size() > 6 && address[6] == '.' &&

@@ -27,6 +27,8 @@ bool IsDigits(std::string_view text);
 bool IsOver32Bits(std::string_view digits);
 /// Four decimal numbers up to 255 with dots between.
 bool IsIpv4(std::string_view text);
+/// An IPv4 address of one end: not 0.0.0.0 and its like, no multicast or broadcast address.
+bool IsUnicast(std::string_view text);
 /// A loopback, private or link-local IPv4 address.
 bool IsPrivate(std::string_view address);
 /// "a=fmtp:97 x" and "a=rtpmap:97 x": the digits after the keyword's colon; empty without any.
