@@ -1,5 +1,5 @@
 // What is left of a text, of a place in it and of a sentence when lines are edited, as the laws of
-// explanations count it. The explanation has its own copy, because they judge it. Tests: LawTest.cpp,
+// explanations count it, and not as the explanation that they judge does. Tests: LawTest.cpp,
 // fuzz/FuzzExplain.cpp.
 #pragma once
 
@@ -25,16 +25,16 @@ std::string Without(const ExplainInput& input, const std::vector<ExplainedLine>&
     return text;
 }
 
-/// Where a byte of the text stands with the edit.
+/// Where a byte of the text stands with the edit: after what the edit leaves of the bytes before it. Changes
+/// are in ascending order, so the last is made first.
 inline std::size_t Moved(const ExplainCure& cure, std::size_t offset) {
-    std::size_t moved = offset;
-    for (const ExplainTextChange& change : cure.text) {
-        if (change.offset < offset) {
-            moved += change.text.size();
-            moved -= std::min(change.length, offset - change.offset);
+    std::string before(offset, ' ');
+    for (auto change = cure.text.rbegin(); change != cure.text.rend(); ++change) {
+        if (change->offset < offset) {
+            before.replace(change->offset, change->length, change->text);
         }
     }
-    return moved;
+    return before.size();
 }
 
 /// A sentence without digits: those of a line change when an edit inserts another one.

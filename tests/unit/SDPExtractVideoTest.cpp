@@ -154,52 +154,49 @@ TEST(SDPExtractVideo, H264IsKnownByAPieceOfItsName) {
     }
 }
 
-TEST(SDPExtractVideo, ModeZeroThenModeOneTakesModeOne) {
-    EXPECT_TEXT(Take({{"97", "H264/90000", {"packetization-mode=0"}},
-                      {"126", "H264/90000", {"packetization-mode=1"}}}),
-                "codec=2 type=0 payload=126 mode=1 level= mbps=0 fs=0 br=0 addr= port=5002 send=1 recv=1 "
-                "valid=1\n");
-}
-
-TEST(SDPExtractVideo, ModeOneFirstEndsTheWalk) {
-    EXPECT_TEXT(Take({{"126", "H264/90000", {"packetization-mode=1"}},
-                      {"97", "H264/90000", {"packetization-mode=0", "max-fs=99"}}}),
-                "codec=2 type=0 payload=126 mode=1 level= mbps=0 fs=0 br=0 addr= port=5002 send=1 recv=1 "
-                "valid=1\n");
-}
-
-TEST(SDPExtractVideo, AnyModeButZeroEndsTheWalk) {
-    EXPECT_TEXT(Take({{"126", "H264/90000", {"packetization-mode=2"}},
-                      {"97", "H264/90000", {"packetization-mode=1"}}}),
-                "codec=2 type=0 payload=126 mode=2 level= mbps=0 fs=0 br=0 addr= port=5002 send=1 recv=1 "
-                "valid=1\n");
-}
-
-TEST(SDPExtractVideo, AModeOfAnotherCodecIsNotLookedAt) {
-    EXPECT_TEXT(Take({{"96", "VP8/90000", {"packetization-mode=1", "max-fs=99"}},
-                      {"97", "H264/90000", {"packetization-mode=1"}}}),
-                "codec=2 type=0 payload=97 mode=1 level= mbps=0 fs=0 br=0 addr= port=5002 send=1 recv=1 "
-                "valid=1\n");
-}
-
-TEST(SDPExtractVideo, WithoutAModeTheLastFormatStands) {
-    EXPECT_TEXT(Take({{"97", "H264/90000", {}}, {"98", "H264/90000", {}}, {"99", "VP8/90000", {}}}),
-                "codec=2 type=0 payload=98 mode=0 level= mbps=0 fs=0 br=0 addr= port=5002 send=1 recv=1 "
-                "valid=1\n");
-}
-
-TEST(SDPExtractVideo, WithoutAModeTheValuesOfAllFormatsAddUp) {
-    EXPECT_TEXT(Take({{"97", "H264/90000", {"profile-level-id=42801f", "max-mbps=1", "max-br=2"}},
-                      {"98", "H264/90000", {"max-mbps=3", "max-fs=4", "packetization-mode=0"}}}),
-                "codec=2 type=0 payload=98 mode=0 level=3.1 mbps=3 fs=4 br=2 addr= port=5002 send=1 recv=1 "
-                "valid=1\n");
-}
-
-TEST(SDPExtractVideo, ValuesOfEarlierFormatsStayWhenModeOneFollows) {
-    EXPECT_TEXT(Take({{"97", "H264/90000", {"profile-level-id=42801f", "max-fs=5"}},
-                      {"126", "H264/90000", {"packetization-mode=1", "max-br=6"}}}),
-                "codec=2 type=0 payload=126 mode=1 level=3.1 mbps=0 fs=5 br=6 addr= port=5002 send=1 recv=1 "
-                "valid=1\n");
+TEST(SDPExtractVideo, AFormatIsTakenByItsMode) {
+    const struct {
+        const char* why;
+        std::vector<Format> formats;
+        const char* taken;
+    } rows[] = {
+        {"mode 1 after mode 0 is taken",
+         {{"97", "H264/90000", {"packetization-mode=0"}}, {"126", "H264/90000", {"packetization-mode=1"}}},
+         "payload=126 mode=1 level= mbps=0 fs=0 br=0"},
+        {"mode 1 ends the walk",
+         {{"126", "H264/90000", {"packetization-mode=1"}},
+          {"97", "H264/90000", {"packetization-mode=0", "max-fs=99"}}},
+         "payload=126 mode=1 level= mbps=0 fs=0 br=0"},
+        {"any mode but 0 does",
+         {{"126", "H264/90000", {"packetization-mode=2"}}, {"97", "H264/90000", {"packetization-mode=1"}}},
+         "payload=126 mode=2 level= mbps=0 fs=0 br=0"},
+        {"the mode of another codec does not",
+         {{"96", "VP8/90000", {"packetization-mode=1", "max-fs=99"}},
+          {"97", "H264/90000", {"packetization-mode=1"}}},
+         "payload=97 mode=1 level= mbps=0 fs=0 br=0"},
+        {"without a mode the last format stands",
+         {{"97", "H264/90000", {}}, {"98", "H264/90000", {}}, {"99", "VP8/90000", {}}},
+         "payload=98 mode=0 level= mbps=0 fs=0 br=0"},
+        {"and the values of all formats add up",
+         {{"97", "H264/90000", {"profile-level-id=42801f", "max-mbps=1", "max-br=2"}},
+          {"98", "H264/90000", {"max-mbps=3", "max-fs=4", "packetization-mode=0"}}},
+         "payload=98 mode=0 level=3.1 mbps=3 fs=4 br=2"},
+        {"they stay when mode 1 follows",
+         {{"97", "H264/90000", {"profile-level-id=42801f", "max-fs=5"}},
+          {"126", "H264/90000", {"packetization-mode=1", "max-br=6"}}},
+         "payload=126 mode=1 level=3.1 mbps=0 fs=5 br=6"},
+        {"a payload is read as far as it is digits",
+         {{"97/2", "H264/90000", {}}},
+         "payload=97 mode=0 level= mbps=0 fs=0 br=0"},
+        {"and is 0 without any",
+         {{"97", "H264/90000", {}}, {"*", "H264/90000", {}}},
+         "payload=0 mode=0 level= mbps=0 fs=0 br=0"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_TEXT(Take(row.formats),
+                    std::string("codec=2 type=0 ") + row.taken + " addr= port=5002 send=1 recv=1 valid=1\n")
+            << row.why;
+    }
 }
 
 TEST(SDPExtractVideo, AModeThatTheRecordAlreadyHasEndsTheWalkAtTheFirstH264) {
@@ -211,15 +208,6 @@ TEST(SDPExtractVideo, AModeThatTheRecordAlreadyHasEndsTheWalkAtTheFirstH264) {
     remote.m_VideoMain.iFmtpPacketizationMode = 1;
     h.GetVideoRTPData(remote, remote.m_VideoMain, &section);
     EXPECT_EQ(remote.m_VideoMain.iVideoPayload, 97);
-}
-
-TEST(SDPExtractVideo, PayloadTextIsConvertedByItsLeadingDigits) {
-    EXPECT_TEXT(Take({{"97/2", "H264/90000", {}}}),
-                "codec=2 type=0 payload=97 mode=0 level= mbps=0 fs=0 br=0 addr= port=5002 send=1 recv=1 "
-                "valid=1\n");
-    EXPECT_TEXT(Take({{"97", "H264/90000", {}}, {"*", "H264/90000", {}}}),
-                "codec=2 type=0 payload=0 mode=0 level= mbps=0 fs=0 br=0 addr= port=5002 send=1 recv=1 "
-                "valid=1\n");
 }
 
 // The format parameters.
