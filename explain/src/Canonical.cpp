@@ -107,18 +107,20 @@ bool IsMediaLine(std::string_view line) {
     const std::string_view port = words.Next();
     const std::string_view transport = words.Next();
     const bool isKnown = media == "audio" || media == "video" || media == "application";
-    const bool isUpper =
-        std::none_of(transport.begin(), transport.end(), [](char c) { return c >= 'a' && c <= 'z'; });
+    const bool isUpper = std::none_of(transport.begin(), transport.end(),
+                                      [](char c) { return (c >= 'a' && c <= 'z') || c == ',' || c == ';'; });
     std::size_t length = std::string_view("m=").size() + media.size() + port.size() + transport.size();
     std::size_t blanks = 2;
     for (std::string_view format = words.Next(); !format.empty(); format = words.Next()) {
-        if (!IsDigits(format) || (format[0] == '0' && format.size() > 1)) {
+        constexpr std::size_t longest = 3; // "127"
+        if (!IsDigits(format) || format.size() > longest || (format[0] == '0' && format.size() > 1)) {
             return false;
         }
         length += format.size();
         ++blanks;
     }
-    return isKnown && IsDigits(port) && isUpper && blanks > 2 && length + blanks == line.size() &&
+    return isKnown && IsDigits(port) && !IsDigits(transport) && isUpper && blanks > 2 &&
+           length + blanks == line.size() &&
            static_cast<std::size_t>(std::count(line.begin(), line.end(), ' ')) == blanks;
 }
 
@@ -148,6 +150,17 @@ std::vector<std::string_view> CryptoWordsOf(std::string_view line) {
     return words;
 }
 
+/// A suite with the signs that its registered name has: "AES-CM-128-HMAC-SHA1-32" is one to its writer.
+std::string SuiteMeant(std::string_view word) {
+    const std::string name = Upper(word);
+    for (const sdp::Suite& suite : sdp::kSuites) {
+        if (!suite.name.empty() && Squeezed(suite.name) == Squeezed(word)) {
+            return std::string(suite.name);
+        }
+    }
+    return name;
+}
+
 std::string CryptoLine(std::string_view line) {
     const std::vector<std::string_view> words = CryptoWordsOf(line);
     const std::string_view first = line.substr(0, line.find_first_of(" \t", 10));
@@ -165,7 +178,7 @@ std::string CryptoLine(std::string_view line) {
     if (at + 1 >= words.size()) {
         return std::string(line);
     }
-    std::string text = "a=crypto:" + std::string(digits.empty() ? "1" : digits) + " " + Upper(words[at]);
+    std::string text = "a=crypto:" + std::string(digits.empty() ? "1" : digits) + " " + SuiteMeant(words[at]);
     std::string_view key = words[++at];
     if (Lower(key) == "inline:" && at + 1 < words.size()) {
         key = words[++at];

@@ -15,13 +15,11 @@ namespace explain {
 
 namespace {
 
-/// Letters and digits alone, lower case: "H.264" and "h264" are one name to their writers.
-std::string Squeezed(std::string_view name) {
-    std::string squeezed = Lower(name);
-    squeezed.erase(std::remove_if(squeezed.begin(), squeezed.end(),
-                                  [](unsigned char c) { return std::isalnum(c) == 0; }),
-                   squeezed.end());
-    return squeezed;
+/// Length of the type before a name: a media type (RFC 4855) is "audio/PCMU", and an encoding name has none.
+std::size_t TypeLength(std::string_view name) {
+    constexpr std::size_t length = std::string_view("audio/").size();
+    const std::string start = Lower(name.substr(0, length));
+    return start == "audio/" || start == "video/" ? length : 0;
 }
 
 /// An encoding that the component compares letter for letter.
@@ -185,10 +183,7 @@ std::string CanonicalRtpmap(std::string_view line) {
         name.erase(0, 1);
     }
     name.erase(name.find_last_not_of(",;.") + 1);
-    for (const std::string_view type :
-         {"audio/", "video/"}) { // A media type (RFC 4855) has it before its name.
-        name.erase(0, BeginsWith(Lower(name), type) ? type.size() : 0);
-    }
+    name.erase(0, TypeLength(name));
     const std::size_t slash = std::min(name.find('/'), name.size());
     const std::string squeezed = Squeezed(std::string_view(name).substr(0, slash));
     const std::string clock = slash < name.size() ? name.substr(slash + 1) : std::string();
@@ -213,7 +208,7 @@ bool IsCanonicalRtpmap(std::string_view line) {
     const FormatLine format = FormatLineOf(line, "a=rtpmap:");
     const std::string_view name = format.rest;
     if (format.payload.empty() || name.empty() || name.front() == ':' || name.back() == ';' ||
-        name.back() == '.') {
+        name.back() == '.' || TypeLength(name) != 0) {
         return false;
     }
     return std::all_of(known.begin(), known.end(), [name](const Encoding& encoding) {

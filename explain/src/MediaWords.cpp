@@ -36,6 +36,12 @@ void PartGlued(Words& words) {
             CutInTwo(words, 0, media.size());
         }
     }
+    for (std::size_t i = 1; i < 3 && i < words.size(); ++i) { // "5004,RTP/AVP,0"
+        const std::size_t comma = words[i].find_first_of(",;");
+        if (comma != std::string_view::npos && comma > 0 && comma + 1 < words[i].size()) {
+            CutInTwo(words, i, comma);
+        }
+    }
     const std::size_t end =
         words.size() < 2 ? std::string_view::npos : words[1].find_first_not_of("0123456789");
     if (end != std::string_view::npos && end != 0) {

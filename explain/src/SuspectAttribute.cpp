@@ -2,6 +2,7 @@
 // Input: the sections that the writer meant. Output: suspects.
 // Touches the list of suspects.
 // Test: tests/explain/judge_cases.py
+#include "Lookalike.h"
 #include "Suspect.h"
 
 #include "SDPKeyword.h"
@@ -44,7 +45,8 @@ void AddDirection(Scene& scene, const TextLine& line, const sdp::Direction& dire
 void AddContent(Scene& scene, const TextLine& line) {
     const std::string_view value = ValueOf(line.text);
     const std::string lower = Lower(value);
-    const bool isSpelling = value.empty() && !ValueOf(Canonical(line, scene.reading)).empty();
+    const bool isSpelling =
+        (value.empty() && !ValueOf(Canonical(line, scene.reading)).empty()) || HasLookalike(line.text);
     if (!isSpelling && !BeginsWith(lower, "main") && !BeginsWith(lower, "slides")) {
         Suspect& suspect =
             Blame(scene, kContent, line, {LineWords(line), " has a content that is not known."},
@@ -76,7 +78,10 @@ void FindSecondVideo(Scene& scene) {
             Suspect& suspect =
                 Blame(scene, kContent, content == nullptr ? line : *content,
                       {LineWords(line), " is a second video section that is not marked a=content:slides."},
-                      {"insert a=content:slides after line ", line.number}, {change});
+                      {content == nullptr ? "insert a=content:slides after line "
+                                          : "write a=content:slides in line ",
+                       content == nullptr ? line.number : content->number},
+                      {change});
             suspect.lines.push_back(line.number);
             suspect.isTakenAway = true;
         }

@@ -103,6 +103,9 @@ const char* SpellingWords(const TextLine& line, const CryptoWords& words, const 
     if (line.text.find_first_of("\"'<") != std::string_view::npos) {
         return " has quotes round its key.";
     }
+    if (BeginsWith(words.key, "inline:") && Cut(canonical).suite != words.suite) {
+        return " has a suite that is not spelled as it is registered.";
+    }
     return BeginsWith(words.key, "inline:") ? " has a blank or a word where none belongs."
                                             : " has no inline: at the start of its third word.";
 }

@@ -36,7 +36,8 @@ bool LacksType(std::string_view text) {
 /// Whether a media line lacks its transport, or has it before its port.
 bool IsTransportElsewhere(std::string_view text, std::string_view canonical) {
     return BeginsWith(canonical, "m=") && WordOf(canonical, 2) != Upper(WordOf(text, 2)) &&
-           IsDigits(WordOf(text, 2)) && WordOf(text, 0) == WordOf(canonical, 0);
+           IsDigits(WordOf(text, 2)) && WordOf(text, 0) == WordOf(canonical, 0) &&
+           WordOf(text, 1).find_first_of(",;") == std::string_view::npos;
 }
 
 /// Whether a media line has names in place of payload numbers.

@@ -58,6 +58,14 @@ std::string Upper(std::string_view text) {
     return upper;
 }
 
+std::string Squeezed(std::string_view name) {
+    std::string squeezed = Lower(name);
+    squeezed.erase(std::remove_if(squeezed.begin(), squeezed.end(),
+                                  [](unsigned char c) { return std::isalnum(c) == 0; }),
+                   squeezed.end());
+    return squeezed;
+}
+
 bool IsDigits(std::string_view text) {
     return !text.empty() &&
            std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });

@@ -22,6 +22,8 @@ std::string Upper(std::string_view text);
 inline bool BeginsWith(std::string_view text, std::string_view start) {
     return text.size() >= start.size() && text.compare(0, start.size(), start) == 0;
 }
+/// Letters and digits alone, lower case: "H.264" and "h264" are one name to their writers.
+std::string Squeezed(std::string_view name);
 bool IsDigits(std::string_view text);
 /// Whether digits are more than the record's 32 bits hold (G04).
 bool IsOver32Bits(std::string_view digits);
