@@ -7,7 +7,7 @@
 namespace explain {
 
 const Rule kNoCommonFormat = {
-    "E45", "X07", ExplainSeverity::Warning, 58,
+    "E45", "X07", ExplainSeverity::Error, 58,
     "A section without a common codec is still valid, has no codec and carries nothing (X07)."};
 
 std::string NameOf(const Scene& scene, const MeantSection& section, std::string_view payload) {

@@ -36,6 +36,11 @@ constexpr Rule kPrivateAddress = {"E159", "", ExplainSeverity::Note, 64,
                                   "An address is taken as it stands and not checked, whatever network it is "
                                   "of."};
 
+constexpr Rule kOwnAddressThere = {"E171", "", ExplainSeverity::Warning, 15,
+                                   "An address is taken as it stands and not compared with our own; two ends "
+                                   "with one address are usual only "
+                                   "where both stand behind one translator."};
+
 /// The address in the o= line, where the far end is most likely reached.
 std::string OriginAddress(const Reading& reading) {
     const std::vector<std::string_view> words = WordsOf(reading.origin, 6);
@@ -164,6 +169,33 @@ void FindAddress(Scene& scene, const TextLine& line) {
     }
 }
 
+/// Our own address in a text whose origin has another one: a device on the way wrote it there.
+void FindOwnAddressThere(Scene& scene) {
+    const std::string& own = scene.input.local.strDefaultIPAddr;
+    const std::string origin = OriginAddress(scene.reading);
+    // Without our offer the address of the record may be a sample, which others use as well.
+    const bool isOffered = scene.input.remoteAnswers &&
+                           scene.input.ourOffer.find("c=IN IP4 " + own + "\r\n") != std::string::npos;
+    if (!isOffered || !IsUnicast(own) || WordOf(scene.reading.origin, 5) != origin || origin == own) {
+        return;
+    }
+    constexpr std::size_t most = 8;
+    std::size_t count = 0;
+    for (const TextLine& line : scene.reading.lines) {
+        if (line.meant != SDPRow::Connection || WordOf(line.text, 2) != own || ++count > most) {
+            continue;
+        }
+        Suspect& suspect =
+            Blame(scene, kOwnAddressThere, line,
+                  {LineWords(line), " has the address of this side, strDefaultIPAddr (default_address)."},
+                  {"write the far end's address in line ", line.number},
+                  {ReplaceLine(line, WithWord(line, 2, origin))});
+        for (const Topic topic : SentTo(scene.reading, line)) {
+            suspect.Know(topic, {"Media go back to this side."});
+        }
+    }
+}
+
 void FindMissingAddress(Scene& scene) {
     const Reading& reading = scene.reading;
     bool hasSession = false;
@@ -201,6 +233,7 @@ void FindAddresses(Scene& scene) {
             FindAddress(scene, line);
         }
     }
+    FindOwnAddressThere(scene);
     FindMissingAddress(scene);
 }
 

@@ -32,6 +32,19 @@ constexpr Rule kNoFloor = {"E89", "", ExplainSeverity::Note, 45,
 constexpr Rule kLongId = {"E151", "G04", ExplainSeverity::Warning, 19,
                           "A number is limited to 64 bits and then cut to 32 (G04)."};
 
+void AddRole(Scene& scene, const TextLine& line, bool isServer) {
+    Suspect& suspect =
+        Blame(scene, kPlainRole, line, {LineWords(line), " gives the far end's role."}, {}, {});
+    if (scene.input.remoteAnswers) {
+        suspect.SayActed({"The far end is the server only when the value is exactly s-only."});
+        suspect.Know(Topic::Floor, {isServer ? "The far end is the server, and this side is the client."
+                                             : "The far end is the client, and this side is the server."});
+    } else {
+        suspect.Know(Topic::Floor, {isServer ? "Our answer says c-only: this side is the client."
+                                             : "Our answer says s-only: this side is the server."});
+    }
+}
+
 void FindFloorSection(Scene& scene, const MeantSection& section) {
     for (std::size_t i = section.line + 1; i <= section.last; ++i) {
         const TextLine& line = scene.reading.lines[i];
@@ -42,9 +55,7 @@ void FindFloorSection(Scene& scene, const MeantSection& section) {
                   {LineWords(line), " has a role that is none of c-only, s-only and c-s."},
                   {"write a=floorctrl:s-only in line ", number}, {ReplaceLine(line, "a=floorctrl:s-only")});
         } else if (line.meant == SDPRow::FloorControl) {
-            Blame(scene, kPlainRole, line, {LineWords(line), " gives the far end's role."}, {}, {})
-                .Know(Topic::Floor, {value == "s-only" ? "Our answer says c-only: this side is the client."
-                                                       : "Our answer says s-only: this side is the server."});
+            AddRole(scene, line, value == "s-only");
         }
         if ((line.meant == SDPRow::ConferenceId || line.meant == SDPRow::UserId) && !IsDigits(value)) {
             Blame(scene, kIdWord, line, {LineWords(line), " has a value that is not a number."},

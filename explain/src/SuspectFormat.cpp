@@ -29,6 +29,12 @@ constexpr Rule kOtherBitRate = {"E54", "X01", ExplainSeverity::Note, 57,
 constexpr Rule kUnlisted = {
     "E43", "", ExplainSeverity::Error, 21,
     "An rtpmap or fmtp line for a payload that the m= line of its section does not list is dropped."};
+constexpr Rule kStaticClock = {
+    "E174", "X12", ExplainSeverity::Note, 58,
+    "Payloads 0, 9 and 18 are G.711 mu-law, G.722 and G.729 at 8000 Hz by their number "
+    "alone; an rtpmap line for them is not read (X12)."};
+constexpr Rule kAnnexB = {"E175", "", ExplainSeverity::Note, 59,
+                          "The format parameters of G.729 are not read (RFC 4856, 2.1.9 has annexb)."};
 constexpr Rule kNoName = {
     "E44", "X03", ExplainSeverity::Error, 14,
     "A format outside of 0, 9 and 18 is known by the name in its rtpmap line alone (X03, X12)."};
@@ -62,6 +68,34 @@ void AddRenamed(Scene& scene, const MeantSection& section, const TextLine& media
             {LineWords(*rtpmap), " gives the static payload ", payload, " another meaning."},
             {"give the format the dynamic payload ", free, " in place of ", payload}, std::move(changes));
         suspect.isTakenAway = true;
+    }
+}
+
+/// A static payload whose rtpmap line gives another clock rate, or G.729 with Annex B.
+void AddStaticNotes(Scene& scene, const MeantSection& section, std::string_view payload) {
+    for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
+        const bool isChosen = codec.isStatic && payload == codec.format.payload &&
+                              scene.state.record.eAudioCodec == codec.codec;
+        const TextLine* const rtpmap = LineOf(scene.reading, section.rtpmap, payload);
+        const TextLine* const fmtp = LineOf(scene.reading, section.fmtp, payload);
+        const std::string_view name = rtpmap == nullptr ? std::string_view() : WordOf(rtpmap->text, 1);
+        const bool isName =
+            BeginsWith(Upper(name), codec.format.name.substr(0, codec.format.name.find('/') + 1));
+        // G722/16000 is what the codec does and an old error for its RTP clock (RFC 3551, 4.5.2).
+        if (isChosen && isName && !BeginsWith(Upper(name), codec.format.name) &&
+            Upper(name) != "G722/16000") {
+            Blame(scene, kStaticClock, *rtpmap,
+                  {LineWords(*rtpmap), " gives payload ", payload, " another clock rate than 8000."}, {}, {})
+                .Know(Topic::AudioCodec, {"This side sends and plays payload ", payload,
+                                          " at 8000 Hz, so speech is too slow, too fast or noise."});
+        }
+        if (isChosen && codec.codec == PAYLOAD_G729 && fmtp != nullptr &&
+            Lower(fmtp->text).find("annexb=yes") != std::string::npos) {
+            Blame(scene, kAnnexB, *fmtp, {LineWords(*fmtp), " says that the far end uses Annex B."}, {}, {})
+                .Know(Topic::AudioCodec,
+                      {"Our text says annexb=no, so a far end that sends comfort noise frames "
+                       "of Annex B all the same is heard with gaps."});
+        }
     }
 }
 
@@ -243,6 +277,9 @@ void FindAudioFormats(Scene& scene) {
             const std::string name = NameOf(scene, section, section.formats[i]);
             AddRenamed(scene, section, media, section.formats[i], name);
             AddByNumber(scene, section, media, section.formats[i], name);
+            if (isFirst) {
+                AddStaticNotes(scene, section, section.formats[i]);
+            }
             if (name == "G7221") {
                 AddBitRate(scene, section, section.formats[i]);
             }

@@ -34,6 +34,7 @@ struct Unread {
     std::string_view start;
     const char* asks;
     const char* comes;
+    bool isPicture = false; ///< of the picture, and not of RTP or RTCP
 };
 constexpr Unread kUnread[] = {
     {"a=rtcp-mux", " asks for RTCP on the RTP port.",
@@ -47,6 +48,17 @@ constexpr Unread kUnread[] = {
      "shorter than the far end wants."},
     {"a=maxptime:", " limits the packet time.",
      "The engine chooses the packet time, so packets may be longer than the far end wants."},
+    {"a=framerate:", " asks for a number of pictures in each second.",
+     "The engine chooses the rate within the level, so the far end may get more pictures than it wants.",
+     true},
+    {"a=imageattr:", " asks for sizes of the picture.",
+     "The engine chooses the size within the level, so the picture may have another one than the far end "
+     "wants.",
+     true},
+    {"a=framesize:", " asks for a size of the picture.",
+     "The engine chooses the size within the level, so the picture may have another one than the far end "
+     "wants.",
+     true},
     {"a=bundle-only", " offers the section only as part of a bundle.",
      "The section has ports of its own in our text, and a far end that bundles may not send to them."},
 };
@@ -106,6 +118,10 @@ void FindUnread(Scene& scene, const MeantSection& section) {
             continue;
         }
         Suspect& suspect = Blame(scene, kMux, line, {LineWords(line), unread->asks}, {}, {});
+        if (unread->isPicture || section.isSlides) {
+            suspect.Know(section.isSlides ? Topic::Slides : Topic::MainPicture, {unread->comes});
+            continue;
+        }
         for (const Topic topic : {isAudio ? Topic::AudioSend : Topic::MainSend,
                                   isAudio ? Topic::AudioReceive : Topic::MainReceive}) {
             suspect.Know(topic, {unread->comes});

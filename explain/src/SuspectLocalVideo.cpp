@@ -45,6 +45,10 @@ constexpr Rule kLowVideoLevel = {
 constexpr Rule kLimit = {"E113", "", ExplainSeverity::Warning, 49,
                          "A limit is written as it is; max-mbps, max-fs and max-br raise the limits of the "
                          "level and never lower them (RFC 6184, 8.1)."};
+constexpr Rule kHighLimit = {
+    "E172", "", ExplainSeverity::Warning, 48,
+    "A limit is written as it is; max-br counts 1000 bit/s, max-mbps and max-fs count "
+    "macroblocks of 16 x 16 pixels (RFC 6184, 8.1)."};
 constexpr Rule kOdd = {"E114", "B12", ExplainSeverity::Note, 51,
                        "An even frame size is written one higher in max-fs (B12)."};
 
@@ -118,7 +122,15 @@ void FindVideoLimits(Scene& scene, const VideoField& field, const VideoParms& vi
     for (const LimitField& limit : kVideoLimits) {
         const std::int32_t own = video.*limit.own;
         const std::string file = std::string(field.file) + limit.file;
-        if (own != 0 && own < limits.*limit.ofLevel) {
+        const std::int32_t highest = negotiation::LimitsOfLevel("5.1").*limit.ofLevel;
+        if (own > highest) {
+            BlameField(scene, kHighLimit, file,
+                       {field.record, limit.record, " (", file, ") is ", own, ", more than the ", highest,
+                        " of level 5.1, the highest one."},
+                       {"set ", file, " to 0, so that the level counts"}, 0)
+                .Know(field.receives, {"Our text says ", limit.parameter, "=", own,
+                                       ", so the far end may send far more than this side can take."});
+        } else if (own != 0 && own < limits.*limit.ofLevel) {
             BlameField(scene, kLimit, file,
                        {field.record, limit.record, " (", file, ") is ", own, ", less than the ",
                         limits.*limit.ofLevel, " of level ", AsShown(video.strVideoLevel), "."},

@@ -28,6 +28,8 @@ constexpr Rule kZeroLimit = {"E92", "", ExplainSeverity::Warning, 24,
 constexpr Rule kLowLimit = {"E93", "", ExplainSeverity::Note, 54,
                             "max-mbps, max-fs and max-br raise the limits of the level and never lower them "
                             "(RFC 6184, 8.1); the engine gets the number as it stands."};
+constexpr Rule kHighRate = {"E173", "", ExplainSeverity::Warning, 25,
+                            "max-br counts 1000 bit/s (RFC 6184, 8.1) and is taken as it stands."};
 constexpr Rule kLowLevel = {"E94", "", ExplainSeverity::Note, 59,
                             "The level that the far end gives is the most that it decodes, so what is sent "
                             "to it stays within it (RFC 6184, 8.1)."};
@@ -136,6 +138,15 @@ void FindLimits(Scene& scene, const TextLine& line, const VideoParms& stream, To
                       {"write ", limit.name, "=", least, " in line ", line.number},
                       {ReplaceLine(line, WithValue(line.text, parameter, least))});
                 continue;
+            }
+            constexpr std::int32_t highest = 800000; // max-br of level 6.2, Table A-1 of H.264
+            if (parameter.name == limit.name && limit.given == &VideoParms::iFmtpMaxBitRate &&
+                IsDigits(parameter.value) && given > highest) {
+                Blame(scene, kHighRate, line,
+                      {LineWords(line), " gives max-br=", AsShown(parameter.value), ", more than the ",
+                       highest, " of the highest level."},
+                      {"write max-br=", given / 1000, " in line ", line.number},
+                      {ReplaceLine(line, WithValue(line.text, parameter, std::to_string(given / 1000)))});
             }
             if (parameter.name != limit.name || !IsDigits(parameter.value) || given < 0 ||
                 given >= limits.*limit.ofLevel || stream.strVideoLevel.empty()) {
