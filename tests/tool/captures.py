@@ -14,9 +14,11 @@ import sys
 import tempfile
 
 from captures_wire import pcap
-from captures_calls import SCENARIOS
+import captures_calls
+import captures_dialogs
 
 HERE = pathlib.Path(__file__).resolve().parent
+SCENARIOS = {**captures_calls.SCENARIOS, **captures_dialogs.SCENARIOS}
 CMSDP = str(pathlib.Path(sys.argv[1]).resolve())
 problems = []
 

@@ -36,8 +36,18 @@ std::vector<std::string> NamesIn(const std::string& folder) {
     return names;
 }
 
-bool Holds(const std::string& text, std::string_view word) {
-    return text.find(word) != std::string::npos;
+// "offer" is a word of "2-Offer.sdp" and none of "2-unoffered.sdp".
+bool HasWord(const std::string& name, std::string_view word) {
+    const std::string lower = LowerCase(name);
+    const auto isLetter = [&](std::size_t at) {
+        return at < lower.size() && lower[at] >= 'a' && lower[at] <= 'z';
+    };
+    for (std::size_t at = lower.find(word); at != std::string::npos; at = lower.find(word, at + 1)) {
+        if ((at == 0 || !isLetter(at - 1)) && !isLetter(at + word.size())) {
+            return true;
+        }
+    }
+    return false;
 }
 
 // User name, session id and address of the o= line (RFC 4566, 5.2).
@@ -62,8 +72,15 @@ public:
         Step step;
         step.message = name;
         step.text = std::move(text);
-        const bool isAnswer = Holds(name, "answer") || (!Holds(name, "offer") && m_open);
+        const bool saysAnswer = HasWord(name, "answer");
+        const bool saysOffer = HasWord(name, "offer") || HasWord(name, "reoffer");
+        bool isAnswer = saysAnswer || (!saysOffer && m_open);
         step.from = SideOf(step, isAnswer);
+        if (isAnswer && m_open && m_call.steps[*m_open].from == step.from) {
+            // No side answers its own offer.
+            isAnswer = saysAnswer;
+            m_open.reset();
+        }
         m_origins[static_cast<std::size_t>(step.from)] = OriginOf(step.text);
         if (!isAnswer) {
             m_open = m_agreements.AddOffer(std::move(step));
@@ -80,11 +97,11 @@ public:
 
 private:
     Side SideOf(const Step& step, bool isAnswer) {
-        if (Holds(step.message, "caller") != Holds(step.message, "callee")) {
-            return Holds(step.message, "caller") ? Side::Caller : Side::Callee;
+        if (HasWord(step.message, "caller") != HasWord(step.message, "callee")) {
+            return HasWord(step.message, "caller") ? Side::Caller : Side::Callee;
         }
-        if (Holds(step.message, "sent") != Holds(step.message, "received")) {
-            const bool isSent = Holds(step.message, "sent");
+        if (HasWord(step.message, "sent") != HasWord(step.message, "received")) {
+            const bool isSent = HasWord(step.message, "sent");
             m_firstIsSent = m_firstIsSent.value_or(isSent);
             return isSent == *m_firstIsSent ? Side::Caller : Side::Callee;
         }

@@ -27,7 +27,9 @@ void CallReader::Offer(const SipMessage& message, Side from, Transaction& transa
                                  : "passed on by " + message.sender + ", which changed the text of step " +
                                        std::to_string(transaction.offers.front() + 1));
     } else if (OpenOf(OtherSide(from)) != nullptr) {
-        step.notes.emplace_back("the other side's offer is not answered yet (RFC 3261, 14.1)");
+        step.notes.emplace_back(message.method == "UPDATE"
+                                    ? "the other side's offer is not answered yet (RFC 3311, 5.2)"
+                                    : "the other side's offer is not answered yet (RFC 3261, 14.1)");
     }
     if (m_challenged && m_call->steps[*m_challenged].text == step.text) {
         step.notes.push_back("the text of step " + std::to_string(*m_challenged + 1) +

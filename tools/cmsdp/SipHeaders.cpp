@@ -93,7 +93,8 @@ SipHeaders ReadSipHeaders(std::string_view text) {
         const std::size_t colon = line.find(':');
         if (line[0] == ' ' || line[0] == '\t') {
             if (!headers.list.empty()) {
-                headers.list.back().value.append(" ").append(Trimmed(line));
+                std::string& value = headers.list.back().value;
+                value.append(value.empty() ? "" : " ").append(Trimmed(line));
             }
         } else if (colon != std::string_view::npos) {
             headers.list.push_back(
