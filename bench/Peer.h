@@ -37,9 +37,9 @@ inline constexpr const char* kSingleAttributes[] = {"ptime",   "content",   "lab
 /// not.
 inline bool TakeAttribute(const char* name, const char* value, const bool (&listed)[128], Taken& taken) {
     const auto attach = [&]() -> std::size_t {
-        char* behind = nullptr;
-        const unsigned long payload = std::strtoul(value, &behind, 10);
-        taken.Look(behind);
+        char* after = nullptr;
+        const unsigned long payload = std::strtoul(value, &after, 10);
+        taken.Look(after);
         return listed[payload % 128] ? 1 : 0;
     };
     if (std::strcmp(name, "rtpmap") == 0) {

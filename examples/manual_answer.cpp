@@ -43,7 +43,7 @@ int main() {
                               "a=sendonly\r\n";
     RemoteSDP remote;
     std::cout << "reading the offer: " << handler.ParseTheSDP(offer, remote) << '\n';
-    if (remote.fIsAudioValid && remote.eAudioCodec != PAYLOAD_UNKNOWN) {
+    if (remote.eAudioCodec != PAYLOAD_UNKNOWN && remote.iAudioRTPPort != 0) {
         std::cout << "audio: payload type " << remote.iAudioPayload << " to " << remote.strAudioIPAddr
                   << " port " << remote.iAudioRTPPort << ", send " << remote.fAudioSend << ", receive "
                   << remote.fAudioRecv << '\n';

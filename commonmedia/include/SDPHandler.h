@@ -13,7 +13,7 @@
 //
 //     handler.ParseTheSDP(offer, remote);
 //     std::string answer = handler.GetLocalSDP();
-//     if (remote.fIsAudioValid && remote.eAudioCodec != PAYLOAD_UNKNOWN) { ... start audio ... }
+//     if (remote.eAudioCodec != PAYLOAD_UNKNOWN && remote.iAudioRTPPort != 0) { ... start audio ... }
 //
 // Calls without a result, and why:
 //

@@ -1,6 +1,7 @@
 // From agreed streams to ffmpeg command lines. The values come from SDPNegotiator::Stream and from our own
 // ports; nothing here reads a description. Codecs for which ffmpeg has no encoder (G.729, G.722.1) get no
-// process. Test: tests/call/CommandsTest.cpp, with whole command lines.
+// process.
+// Test: tests/call/CommandsTest.cpp, with whole command lines
 #include "Commands.h"
 
 #include <SDPHandler.h>

@@ -1,6 +1,6 @@
-// Processes of the media engine: fork, exec, signals. ffmpeg ends at the first interrupt that wakes it; a
-// read that waits for a packet sleeps through one, so the interrupt is repeated before the process is killed.
-// Test: tests/call/MediaEngineTest.cpp.
+// Processes of the media engine: fork, exec, signals. One interrupt does not
+// wake an ffmpeg that waits for a packet, so the interrupt is repeated before the process is killed.
+// Test: tests/call/MediaEngineTest.cpp
 #include "MediaEngine.h"
 
 #include <algorithm>
@@ -18,13 +18,13 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Signals in the order in which a process gets them, and how long it has after each.
-struct Farewell {
+/// Signals in the order in which a process gets them, and how long it may go on after each.
+struct StopSignal {
     int signal;
-    std::chrono::milliseconds patience;
+    std::chrono::milliseconds wait;
 };
-constexpr Farewell kFarewells[] = {{SIGINT, 100ms}, {SIGINT, 500ms}, {SIGKILL, 1000ms}};
-constexpr int kFarewellCount = 3;
+constexpr StopSignal kStopSignals[] = {{SIGINT, 100ms}, {SIGINT, 500ms}, {SIGKILL, 1000ms}};
+constexpr int kStopSignalCount = 3;
 
 /// A pipe whose reading end gives `text`; the text is a few hundred bytes, less than a pipe holds.
 int InputWith(const std::string& text) {
@@ -78,7 +78,7 @@ void MediaEngine::Run(std::vector<Command> wanted) {
 void MediaEngine::Poll() {
     Reap();
     for (Process& process : m_processes) {
-        if (process.signals > 0 && process.signals < kFarewellCount && Clock::now() >= process.nextSignal) {
+        if (process.signals > 0 && process.signals < kStopSignalCount && Clock::now() >= process.nextSignal) {
             Signal(process);
         }
     }
@@ -138,8 +138,8 @@ void MediaEngine::Start(const Command& command) {
 }
 
 void MediaEngine::Signal(Process& process) {
-    const Farewell& farewell = kFarewells[process.signals++];
-    process.nextSignal = Clock::now() + farewell.patience;
+    const StopSignal& farewell = kStopSignals[process.signals++];
+    process.nextSignal = Clock::now() + farewell.wait;
     kill(process.pid, farewell.signal);
     m_journal.Note("stop " + process.command.name + " with signal " + std::to_string(farewell.signal));
 }

@@ -18,7 +18,7 @@
 // SDPHandler and asks the component's own tables.
 //
 // The far end's text is untrusted: nothing in it makes a function throw, fail or read out of bounds. The
-// cost grows with the length of the text; at most kExplainTrials edits of it are tried. Only std::bad_alloc
+// cost grows with the length of the text; the number of edits that are tried is limited. Only std::bad_alloc
 // is thrown. No sentence and no edit contains key text.
 //
 // Threads: the functions share nothing.
@@ -152,10 +152,11 @@ struct ExplainFinding {
 struct Explanation {
     std::vector<ExplainedLine> lines;     ///< every line of the text
     std::vector<ExplainFinding> findings; ///< most harmful first
-    std::size_t untried = 0;              ///< suspicious places beyond kExplainTrials, not examined
+    std::size_t untried = 0;              ///< suspicious places beyond the limit, not examined
 };
 
-/// The most edits that one call tries.
+/// The most edits of the remote text that are examined for findings; fewer for a text of more than 34 KiB.
+/// Edits of local fields, and the checks whether a cure opens something worse, come on top.
 inline constexpr std::size_t kExplainTrials = 64;
 
 /// Explains how the remote text was read and what came of it.

@@ -1,6 +1,7 @@
 // Stage: what the negotiation layer and its judge know of the same texts.
 // Input: everything that decides how the call comes up. Output: violations as findings, repairs by ledger
-// row. Touches nothing outside; a negotiator of its own reads the text. Test: tests/explain/judge_cases.py
+// row. Touches nothing; a negotiator of its own reads the text.
+// Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
 #include "SDPJudge.h"

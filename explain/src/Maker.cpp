@@ -217,8 +217,8 @@ Maker::Place Maker::PlaceOf(const Suspect& suspect, const Reading& reading, cons
             suspect.field != nullptr ? 0 : Moved(cure, OffsetOf(reading, suspect)), topic};
 }
 
-/// Whether the edited text has a finding of more than this severity that the text has not. When the
-/// allowance is used up, nobody knows.
+/// Whether the edited text has a finding of more than this severity that the text has not. True as
+/// well when the allowance is used up.
 bool Maker::OpensWorse(const Suspect& suspect, ExplainSeverity severity) {
     if (m_allowance == 0) {
         return true;

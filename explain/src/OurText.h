@@ -24,7 +24,8 @@ struct OurSection {
     bool hasPort = true; ///< false: an "m=" line without a port
 };
 
-/// Our answer, or our offer when the remote text answers it. It stays in its place: it has views of itself.
+/// Our answer, or our offer when the remote text answers it. It cannot be copied or moved,
+/// because it has views of its own text.
 struct OurText {
     explicit OurText(std::string written);
     OurText(const OurText&) = delete;

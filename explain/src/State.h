@@ -97,7 +97,8 @@ struct FactRange {
 /// The sections of the far end as the component has read them.
 using Sections = std::vector<const MediaSession*>;
 
-/// What both ends hold after the remote text was read. It stays in its place: it has views of itself.
+/// What both ends hold after the remote text was read. It cannot be copied or moved,
+/// because it has views of its own texts.
 struct State {
     State() = default;
     State(const State&) = delete;

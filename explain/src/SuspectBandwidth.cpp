@@ -28,8 +28,8 @@ constexpr Rule kSumWraps = {
     "sum wraps in 32 bits (G05)."};
 constexpr Rule kNoNumber = {"E168", "G18", ExplainSeverity::Warning, 14,
                             "A limit is decimal digits and nothing else (G18); at session level any other "
-                            "text replaces the sum of the "
-                            "sections all the same (X09), and an empty one counts as none."};
+                            "text replaces the sum of the sections all the same (X09), and an empty one "
+                            "counts as none."};
 constexpr Rule kReplaces = {"E77", "X09", ExplainSeverity::Note, 38,
                             "A session bandwidth replaces the sum of the sections (X09)."};
 constexpr Rule kSlidesLimit = {

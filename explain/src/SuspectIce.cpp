@@ -39,8 +39,7 @@ struct Unread {
 constexpr Unread kUnread[] = {
     {"a=rtcp-mux", " asks for RTCP on the RTP port.",
      "RTCP goes to the port after the RTP port, where a far end that shares one port does not receive it; "
-     "RTP "
-     "is not affected."},
+     "RTP is not affected."},
     {"a=rtcp:", " asks for RTCP on a port of its own.",
      "RTCP goes to the port after the RTP port and not to this one; RTP is not affected."},
     {"a=ptime:", " asks for a packet time.",

@@ -102,17 +102,16 @@ const char* DifferenceWords(std::string_view text, std::string_view canonical) {
                                           : "has a blank that does not belong there";
 }
 
-constexpr const char* kTypeActed = "A line has a letter and \"=\" at its start (RFC 4566, 5); without them "
-                                   "no keyword is found, and no row takes "
-                                   "the line.";
+constexpr const char* kTypeActed =
+    "A line has a letter and \"=\" at its start (RFC 4566, 5); without them no keyword is found, and no row "
+    "takes the line.";
 constexpr const char* kSignsActed =
     "The keyword is found anywhere in the line (P01), and words and values are counted from the start of the "
     "line, so the first word is not the medium, the payload or the type that was meant (P06, P20, P22).";
 
 constexpr const char* kNamesActed =
     "The formats of an m= line are payload numbers: 0, 9 and 18 are known by the number alone, any other by "
-    "its "
-    "number and an rtpmap line, and a name in their place is no format (X12).";
+    "its number and an rtpmap line, and a name in their place is no format (X12).";
 constexpr const char* kPlacesActed =
     "Medium, port, transport and formats of an m= line are told apart by their place alone (RFC 4566, 5.14), "
     "so each word after the missing one stands in the place of another.";

@@ -12,7 +12,7 @@
 //     call.SetSrtp(SDPNegotiator::Srtp::Wanted);
 //     SDPNegotiator::Outcome offer = call.Offer();      // send offer.text
 //     SDPNegotiator::Outcome taken = call.Accept(text); // the body of the 183 or the 200
-//     for (const SDPNegotiator::Stream& stream : call.Streams()) { ... start what has state Start ... }
+//     for (const SDPNegotiator::Stream& stream : call.Streams()) { ... open what it sends and receives ... }
 //
 // An incoming call:
 //
@@ -86,7 +86,7 @@ public:
         Held,           ///< agreed, and held by one side or both; `send` and `receive` say what still runs
         DeclinedByThem, ///< the far end wrote port 0
         DeclinedByUs,   ///< our text rejects the section
-        NoCommonCodec,  ///< no format that both sides speak
+        NoCommonCodec,  ///< no format that both sides support
         NoUsableKey,    ///< secure, and no crypto line that this side reads
         NoAddress       ///< nowhere to send to
     };

@@ -86,7 +86,7 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Accept(std::string_view answer) {
     if (phase == Phase::Agreed) {
         // A 200 repeats the answer of its 183.
         if (lastAnswer.View().empty()) {
-            return Refusal("no offer is out");
+            return Refusal("no offer is pending");
         }
         return answer == lastAnswer.View() ? outcome
                                            : Refusal("the offer was answered before, and otherwise");
@@ -114,7 +114,7 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Accept(std::string_view answer) {
     FillSession({description, choice, record, true}, *offered, next, repairs);
     SecretText text{std::string(answer)};
     std::shared_ptr<const Wishes> told = Asking(offered, 0);
-    // Wishes said while the offer was out are still to be told.
+    // Wishes made while the offer was pending are in no text yet.
     wishes = wishes == offered ? told : Asking(wishes, wishes->asked & ~unsigned{offered->asked});
     lastAnswer = std::move(text);
     maxBandwidth = BandwidthOf(description, choice.taken, repairs);

@@ -23,9 +23,9 @@ struct SDPNegotiator::Call {
     Outcome Refused(int status);
     Outcome Answer(std::string_view offer);
 
-    /// Drops the wishes that our offer told and that were declined.
+    /// Drops the wishes of our offer, which was declined.
     void Decline();
-    /// Takes new wishes, and lets those that only take away count at once.
+    /// Takes new wishes, and lets restrictions take effect at once.
     void Take(std::shared_ptr<const negotiation::Wishes> next) noexcept;
     /// Takes the wishes with one of them changed.
     template <typename Edit>
@@ -55,11 +55,11 @@ struct SDPNegotiator::Call {
 
     Random random;
     Phase phase = Phase::Idle;
-    Phase phaseBefore = Phase::Idle; ///< while an offer is out: where its refusal leads
+    Phase phaseBefore = Phase::Idle; ///< while an offer is pending: where its refusal leads
 
     /// Wishes are replaced and never changed, so that what a text told can be kept without a copy.
     std::shared_ptr<const negotiation::Wishes> wishes = std::make_shared<const negotiation::Wishes>();
-    std::shared_ptr<const negotiation::Wishes> offered; ///< told by the offer that is out; else null
+    std::shared_ptr<const negotiation::Wishes> offered; ///< those of the pending offer; else null
     std::shared_ptr<const negotiation::Wishes> settled; ///< agreed or declined last; null before
     bool isNextPlain = false;                           ///< the first secure offer was refused
 
@@ -71,7 +71,7 @@ struct SDPNegotiator::Call {
     negotiation::SecretText lastAnswer; ///< the far end's, while it may come again
 
     negotiation::Session session; ///< agreed
-    negotiation::Session pending; ///< of the offer that is out
+    negotiation::Session pending; ///< of the pending offer
     std::int32_t maxBandwidth = 0;
     negotiation::Repairs repairs;
 };

@@ -23,7 +23,7 @@ constexpr Verdict kNoSrtp = {State::DeclinedByUs, "the section is secure, and SR
 constexpr Verdict kNotSecure = {State::DeclinedByUs, "the section is not secure, and SRTP is required here"};
 constexpr Verdict kStaysSecure = {State::DeclinedByUs,
                                   "the stream is secure, and becomes plain only by SRTP off"};
-constexpr Verdict kNoCodec = {State::NoCommonCodec, "no format of the section is spoken here"};
+constexpr Verdict kNoCodec = {State::NoCommonCodec, "this side supports no format of the section"};
 constexpr Verdict kNoKey = {State::NoUsableKey, "no crypto line of the section can be used"};
 constexpr Verdict kNoSlides = {State::DeclinedByUs, "floor control without slides is not taken"};
 

@@ -61,7 +61,7 @@ Meaning SpelledMeaning(const Format& format) {
     return found == std::end(kSpellings) ? kMeanings : found->meaning;
 }
 
-/// RFC 5577 makes the bit rate mandatory; this side speaks one.
+/// RFC 5577 makes the bit rate mandatory; this side supports one.
 bool HasG7221Rate(std::string_view parms, Repairs& repairs) {
     constexpr std::string_view rate = sdp::kAudioCodecs[kG7221].format.parameters;
     constexpr std::size_t equals = rate.find('=');
@@ -209,8 +209,8 @@ void Formats::ReadFmtp(const Line& line, Repairs& repairs) {
         return;
     }
     // The joined text grows in place, so many lines of one format cost no more than their length.
-    const auto isHis = [format](const Joined& joined) { return joined.format == format; };
-    auto joined = std::find_if(m_joined.begin(), m_joined.end(), isHis);
+    const auto isOfFormat = [format](const Joined& joined) { return joined.format == format; };
+    auto joined = std::find_if(m_joined.begin(), m_joined.end(), isOfFormat);
     if (joined == m_joined.end()) {
         joined = m_joined.insert(joined, {format, std::string(format->parms)});
     }

@@ -99,7 +99,7 @@ struct VideoFormats {
 };
 
 /// Baseline profile comes before every other, mode 1 before mode 0, then the order of the section.
-/// @param takesMode1  whether this side speaks mode 1; mode 0 is always spoken (RFC 6184, 6.1)
+/// @param takesMode1  whether this side supports mode 1; mode 0 is always supported (RFC 6184, 6.1)
 VideoFormats ChooseH264(const Formats& formats, bool takesMode1);
 
 } // namespace negotiation

@@ -19,10 +19,10 @@ struct Step {
 
 inline constexpr Step kSteps[] = {
     {SDPNegotiator::Phase::Idle, Event::Offer, 0, {}},
-    {SDPNegotiator::Phase::Idle, Event::Accept, 0, "no offer is out"},
-    {SDPNegotiator::Phase::Idle, Event::Refused, 0, "no offer is out"},
+    {SDPNegotiator::Phase::Idle, Event::Accept, 0, "no offer is pending"},
+    {SDPNegotiator::Phase::Idle, Event::Refused, 0, "no offer is pending"},
     {SDPNegotiator::Phase::Idle, Event::Answer, 0, {}},
-    {SDPNegotiator::Phase::OfferSent, Event::Offer, 0, "an offer is out already"},
+    {SDPNegotiator::Phase::OfferSent, Event::Offer, 0, "an offer is pending already"},
     {SDPNegotiator::Phase::OfferSent, Event::Accept, 0, {}},
     {SDPNegotiator::Phase::OfferSent, Event::Refused, 0, {}},
     // Both sides offer at once: glare (RFC 3261, 14.1).
@@ -30,7 +30,7 @@ inline constexpr Step kSteps[] = {
     {SDPNegotiator::Phase::Agreed, Event::Offer, 0, {}},
     // The answer that was taken may come again, in a 200 after its 183.
     {SDPNegotiator::Phase::Agreed, Event::Accept, 0, {}},
-    {SDPNegotiator::Phase::Agreed, Event::Refused, 0, "no offer is out"},
+    {SDPNegotiator::Phase::Agreed, Event::Refused, 0, "no offer is pending"},
     {SDPNegotiator::Phase::Agreed, Event::Answer, 0, {}},
 };
 

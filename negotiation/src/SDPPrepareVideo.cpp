@@ -1,7 +1,8 @@
 // Stage: prepare, the H.264 format of the repaired copy.
 // Input: the format that is used. Output: its number, its rtpmap and its fmtp line as the component reads
-// them. Touches the text at whose end it writes and the list of repairs. The component takes a parameter for
-// every name that occurs in it, and its last value counts. Test: tests/negotiation/SDPPrepareVideoTest.cpp
+// them. Appends to the text and to the list of repairs. The component takes a parameter for every name that
+// occurs in it, and its last value counts.
+// Test: tests/negotiation/SDPPrepareVideoTest.cpp
 #include "SDPPrepare.h"
 
 #include <algorithm>

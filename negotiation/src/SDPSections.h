@@ -67,7 +67,7 @@ private:
 /// What this side serves, one section each. The first three are indices of the component's key rows.
 enum Role : std::uint8_t { kAudio, kMain, kSlides, kFloor, kRoles, kNoRole = kRoles };
 
-/// A profile of RTP that this side speaks, without and with SRTP.
+/// A profile of RTP that this side supports, without and with SRTP.
 struct Transport {
     std::string_view plain;
     std::string_view secure;
@@ -86,7 +86,7 @@ struct Section {
     std::string_view formats;   ///< "0 101"
     std::uint32_t first;        ///< its first line after the "m=" line
     std::uint32_t last;         ///< one past its last line
-    const Transport* pair;      ///< null: a transport that this side does not speak
+    const Transport* pair;      ///< null: a transport that this side does not support
     bool isSecure;              ///< the secure one of the pair
     Role role;                  ///< by medium, transport and content; kNoRole for none
     std::int32_t number;        ///< the port as a number; 0 for one that is rejected or is no port

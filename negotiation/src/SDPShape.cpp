@@ -1,6 +1,6 @@
 // Stage: shape, the component's text to the text that is sent.
 // Input: the component's offer or answer, the slots, a plan per role. Output: every line after "o=".
-// Touches the text at whose end it writes; key text in between is wiped.
+// Appends to the text; key text in between is wiped.
 // What is rewritten in a line stands in kRewrites; every other line is the component's own.
 // Test: tests/negotiation/shape.cases
 #include "SDPShape.h"
@@ -199,7 +199,7 @@ void WriteCrypto(sdp::Writer& text, const Plan& plan) {
     }
 }
 
-/// Crypto lines are no lines of the component's: they stand in front of the attributes.
+/// The component writes no crypto lines here; they are added before the first attribute.
 void WriteOpen(sdp::Writer& body, std::string_view lines, const Plan& plan) {
     bool hasAttribute = false;
     sdp::ForEachLine(lines, [&](std::size_t at, std::size_t length) {

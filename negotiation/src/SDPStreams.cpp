@@ -115,7 +115,7 @@ bool IsRunning(State state) {
     return state == State::Start || state == State::Held;
 }
 
-/// What a stream that runs or not means beside what it did before.
+/// The change of a stream that ran before or not, and runs now or not.
 std::uint32_t Running(bool before, bool now) {
     return before == now ? SDPNegotiator::kNothing : now ? SDPNegotiator::kStarted : SDPNegotiator::kStopped;
 }
@@ -140,7 +140,7 @@ Flow FlowOf(const Stream& s) {
     return {s.state, {s.send, s.receive}};
 }
 
-/// Whether a stream ran at the agreement before or runs since by a wish.
+/// Whether a stream ran at the previous agreement, or a wish has started it since.
 bool Ran(const Stream& before, const Flow& agreed) {
     return IsRunning(before.state) || IsRunning(agreed.state);
 }

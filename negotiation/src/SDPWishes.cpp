@@ -85,8 +85,8 @@ struct WishError {
 // What no strict reader takes.
 constexpr WishError kWishErrors[] = {
     {ArePortsWrong, "a port is negative or beyond 65534"},
-    {IsBudgetWrong, "the bandwidth is negative or below 1000 bit/s"},           // [B04]
-    {AreSuitesWrong, "a suite is none of the two that are read, with 128 bit"}, // [B14]
+    {IsBudgetWrong, "the bandwidth is negative or below 1000 bit/s"},    // [B04]
+    {AreSuitesWrong, "a suite is neither of the two AES_CM_128 suites"}, // [B14]
     {AreWordsWrong, "an address or the origin's suffix has a character that is not part of a word"},
     {AreAddressesWrong, "an address is no IPv4 address, IPv6 address or host name"},
     {AreLevelsWrong, "a level of video is none of those that the component lists"},
@@ -118,7 +118,7 @@ void TakeKeys(LocalSDP& local, Keys& keys) {
     sdp::Wipe(local.bufSRTPSalt);
 }
 
-/// What a refusal leaves of a wish: the one that was settled, unless another one was said meanwhile.
+/// What a refusal leaves of a wish: the one that was settled, unless another one was made meanwhile.
 template <typename Value>
 const Value& Left(const Value& now, const Value& refused, const Value& settled) {
     return now == refused ? settled : now;
@@ -137,7 +137,7 @@ Wishes LeftOf(const Wishes& now, const Wishes& refused, const Wishes* settled) {
     if (SameCapabilities(now.local, refused.local)) {
         left.local = settled->local;
     }
-    // What only takes away stays.
+    // Restrictions stay.
     left.local.fVideoTxMuted = now.local.fVideoTxMuted || settled->local.fVideoTxMuted;
     left.isHeld = now.isHeld || settled->isHeld;
     left.srtp = now.srtp == Srtp::Required ? now.srtp : Left(now.srtp, refused.srtp, settled->srtp);
@@ -184,7 +184,7 @@ SDPNegotiator::Wish SDPNegotiator::Call::Rekey() {
 }
 
 void SDPNegotiator::Call::Decline() {
-    // What was said since the offer went out was not declined, and is still to be told.
+    // Wishes made since the offer was sent were not declined, and are in no text yet.
     const auto left = std::make_shared<const Wishes>(LeftOf(*offered, *offered, settled.get()));
     const auto next = std::make_shared<const Wishes>(LeftOf(*wishes, *offered, settled.get()));
     settled = left;

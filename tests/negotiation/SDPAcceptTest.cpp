@@ -30,7 +30,7 @@ Start send receive 99/96 198.51.100.7:30002
 
 TEST(Accept, AFaultCostsItsStream) {
     EXPECT_TEXT(Streams(Far("m=audio 30000 RTP/AVP 8\nm=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n")),
-                R"(NoCommonCodec, no format of the section is spoken here
+                R"(NoCommonCodec, this side supports no format of the section
 Start send receive 97/97 198.51.100.7:30002
 )");
     EXPECT_TEXT(Streams(Far("m=audio 0 RTP/AVP 0\nm=video 30002 RTP/AVP 97\na=rtpmap:97 H264/90000\n")),

@@ -29,7 +29,7 @@ TEST(Choice, TheFirstSectionOfEachRoleIsTaken) {
                          std::string(kVideo) + std::string(kVideo) + std::string(kSlidesSection) +
                          "m=application 30008 UDP/BFCP *\n"),
                 "the far end's section has port 0\n"
-                "no format of the section is spoken here\n"
+                "this side supports no format of the section\n"
                 "taken\n"
                 "another section of this kind is taken\n"
                 "this side serves no section of this medium and transport\n"
@@ -43,9 +43,9 @@ TEST(Choice, FloorControlComesWithSlidesAndAFormat) {
     EXPECT_TEXT(Verdicts("m=application 30008 UDP/BFCP *\n" + std::string(kVideo)),
                 "floor control without slides is not taken\ntaken\n");
     EXPECT_TEXT(Verdicts("m=application 30008 UDP/BFCP\n" + std::string(kSlidesSection)),
-                "no format of the section is spoken here\ntaken\n");
+                "this side supports no format of the section\ntaken\n");
     EXPECT_TEXT(Verdicts("m=application 30008 UDP/BFCP \"\"\n" + std::string(kSlidesSection)),
-                "no format of the section is spoken here\ntaken\n");
+                "this side supports no format of the section\ntaken\n");
 }
 
 TEST(Choice, WithSrtpWantedASecureSectionReplacesAPlainOne) {

@@ -273,13 +273,13 @@ TEST(Negotiator, BothOfferAtOnce) {
 
 TEST(Negotiator, CallsOutOfTurnAreRefused) {
     SDPNegotiator near = Side(AudioOnly());
-    EXPECT_EQ(near.Accept("v=0\r\n").reason, "no offer is out");
-    EXPECT_EQ(near.Refused(488).reason, "no offer is out");
+    EXPECT_EQ(near.Accept("v=0\r\n").reason, "no offer is pending");
+    EXPECT_EQ(near.Refused(488).reason, "no offer is pending");
     ASSERT_TRUE(near.Offer().isTaken);
-    EXPECT_EQ(near.Offer().reason, "an offer is out already");
+    EXPECT_EQ(near.Offer().reason, "an offer is pending already");
     Pair pair(AudioOnly());
-    EXPECT_EQ(pair.near.Refused(488).reason, "no offer is out");
-    EXPECT_EQ(pair.far.Accept("v=0\r\n").reason, "no offer is out");
+    EXPECT_EQ(pair.near.Refused(488).reason, "no offer is pending");
+    EXPECT_EQ(pair.far.Accept("v=0\r\n").reason, "no offer is pending");
 }
 
 TEST(Negotiator, ASecondAnswerChangesNothing) {

@@ -192,7 +192,7 @@ TEST(Streams, ANumberKeepsItsMeaning) {
     ASSERT_TRUE(side.Answer(Far("m=audio 30000 RTP/AVP 97\na=rtpmap:97 PCMU/8000\n")).isTaken);
     const auto other = side.Answer(Far("m=audio 30000 RTP/AVP 97\na=rtpmap:97 G722/8000\n"));
     EXPECT_FALSE(other.isTaken);
-    EXPECT_EQ(other.reason, "no format of the section is spoken here");
+    EXPECT_EQ(other.reason, "this side supports no format of the section");
     EXPECT_TRUE(side.Answer(Far("m=audio 30000 RTP/AVP 98\na=rtpmap:98 G722/8000\n")).isTaken);
 }
 

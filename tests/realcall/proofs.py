@@ -1,4 +1,4 @@
-"""What a call left behind, read independently of the agent: sounds, pictures, packets and SRTP tags.
+"""What a call left, read independently of the agent: sounds, pictures, packets and SRTP tags.
 
     tone(path)            (frequency, share) of the sound in one second of a WAV file
     pictures(path)        sizes of the pictures that were decoded
@@ -116,7 +116,7 @@ def keystream(key, salt, label, length):
 
 
 class Tags:
-    """The authentication keys behind the "a=crypto:" lines of some texts."""
+    """The authentication keys of the "a=crypto:" lines of some texts."""
 
     def __init__(self, texts):
         found = set(re.findall(r"^a=crypto:\S+ AES_CM_128_HMAC_SHA1_(32|80) inline:([A-Za-z0-9+/]{40})",

@@ -104,7 +104,7 @@ const std::vector<HostileText>& ShortHostileTexts() {
              floor},
         {"contents in every section",
          audio + "a=content:slides\r\n" + video + "a=content:slides\r\na=content:main\r\na=content:alt\r\n"},
-        {"media behind another word", Repeat("x m=video 1 2 3\r\n", 4)},
+        {"media after another word", Repeat("x m=video 1 2 3\r\n", 4)},
         {"a multicast address", "c=IN IP4 224.2.1.1/127/100000\r\n" + audio},
         {"directions one after another", audio + "a=sendonly\r\na=recvonly\r\na=inactive a=sendrecv\r\n"},
         {"format directives", "c=IN IP4 %s%n%x\r\n" + audio + "a=rtpmap:0 %s%s%n\r\na=floorctrl:%n\r\n"},

@@ -37,8 +37,7 @@ const VerbRow kVerbs[] = {
      {"cmsdp answer --fit offer.sdp > answer.sdp", "xclip -o | cmsdp answer --local me.json"}},
     {"inspect",
      "read a remote description, show what the media engine would start with and why it would start without "
-     "the "
-     "rest",
+     "the rest",
      DeclareInspect,
      RunInspect,
      {"cmsdp inspect offer.sdp", "cmsdp inspect --json offer.sdp | jq .main_video.why"}},
@@ -134,8 +133,9 @@ HelpPage CommandPage(const CLI::App& app) {
                     {"1", "done, and nothing was negotiated, or not what --require names"},
                     {"2", "the command line is wrong"},
                     {"3", "the remote text cannot be read or holds no SDP line"},
-                    {"4", "the local file is wrong"},
-                    {"5", "the machine failed: output, memory or random numbers, or tshark is missing"}}}};
+                    {"4", "the local file cannot be read or is wrong"},
+                    {"5", "the machine failed: output, memory or random numbers, or tshark is missing"},
+                    {"130", "a survey was interrupted; it shows what it has"}}}};
     return page;
 }
 

@@ -18,8 +18,7 @@ void AddRequire(CLI::App& verb, CommandLine& line) {
     verb.add_option_function<std::string>(
             "--require", [&line](const std::string& list) { line.require = ParseRequired(list); },
             "exit status 1 when one of these is not negotiated (cmsdp call: on both sides after the last "
-            "step), "
-            "with a comma between: audio, main_video, presentation, floor_control")
+            "step), with a comma between: audio, main_video, presentation, floor_control")
         ->type_name("LIST");
 }
 
@@ -90,9 +89,8 @@ void DeclareInspect(CLI::App& verb, CommandLine& line) {
     verb.description(
         "Reads a remote offer or answer and shows what the media engine would start with: each stream with "
         "codec, address and direction as seen from this side, and for a stream that did not come up the "
-        "reason "
-        "why. Our own answer is judged as strict far ends do, and what answer --fit does differently is "
-        "listed.");
+        "reason why. Our own answer is judged as strict far ends do, and what answer --fit does differently "
+        "is listed.");
     verb.add_flag("--offered", line.offered, "the text answers our offer; no answer of ours is judged");
     AddJudged(verb, line, "JSON in place of the table",
               "file with the description; - or nothing for standard input; at most 16 MiB");
@@ -136,10 +134,9 @@ void DeclareCheck(CLI::App& verb, CommandLine& line) {
 void DeclareCapabilities(CLI::App& verb, CommandLine& /*line*/) {
     verb.description(
         "Writes what this side can do as JSON, every member that a description is written from. The file "
-        "goes "
-        "back in with --local, --offerer and --answerer; a member that is left out keeps the value shown "
-        "here, "
-        "at the answerer the answerer's own. SRTP keys are null: a key is made where SRTP needs one.");
+        "goes back in with --local, --offerer and --answerer; a member that is left out keeps the value "
+        "shown here, at the answerer the answerer's own. SRTP keys are null: a key is made where SRTP needs "
+        "one.");
 }
 
 void DeclareHelp(CLI::App& verb, CommandLine& line) {

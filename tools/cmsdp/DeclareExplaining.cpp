@@ -1,6 +1,7 @@
 // Stage: command line. The verbs that explain descriptions and prepare them for others: their options and
 // help. Output: the options of a verb as CLI11 takes them; each writes its field of CommandLine. Touches
-// nothing else. Tests: tests/tool/exit-status.cases, help.cases, pages.py
+// nothing else.
+// Tests: tests/tool/exit-status.cases, help.cases, pages.py
 #include "Declare.h"
 
 namespace cmsdp {
@@ -32,8 +33,7 @@ void DeclareExplain(CLI::App& verb, CommandLine& line) {
     verb.description(
         "Says why a call came up as it did: which line of the far end, or which local field, did what, and "
         "which edit mends it. A finding is three lines: what stands there, the rule that acted, what comes "
-        "of "
-        "it for the call. The most harmful finding comes first.\n\n"
+        "of it for the call. The most harmful finding comes first.\n\n"
         "Of a whole call it shows each step: when it came, who offered, what changed for the engine, the "
         "findings. Each side's text is read as the other side's remote.");
     AddLocal(verb, line);
@@ -110,9 +110,8 @@ void DeclareRedact(CLI::App& verb, CommandLine& line) {
     verb.description(
         "Writes the description with other SRTP keys, so that others may read it. It still means the same: "
         "what cmsdp explain, inspect and answer say of it is the same but for the replaced words. Equal "
-        "texts "
-        "are replaced by equal ones, a key that does not decode by one that does not, and a key of zeros "
-        "stays.");
+        "texts are replaced by equal ones, a key that does not decode by one that does not, and a key of "
+        "zeros stays.");
     verb.add_flag(
         "--addresses", line.addresses,
         "replace addresses, host names, user names, session names, contacts, and user fragments, "

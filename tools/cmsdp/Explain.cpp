@@ -21,18 +21,8 @@ namespace cmsdp {
 
 namespace {
 
-/// The bytes of a file, because they are what the engine got. A text without any CR LF is a paste more often
-/// than a far end's, so that one is cleaned unless its exact bytes are wanted.
-std::string Explained(const RemoteSource& source, std::string text, std::vector<std::string>& notes) {
-    const bool isPaste = !HoldsSdpLine(text) && text.find('\n') != std::string::npos;
-    if (source.exact || !isPaste || source.name == "-") {
-        return text;
-    }
-    return ReadRemoteText(source, notes).text;
-}
-
 std::string ReadExplained(const RemoteSource& source, std::vector<std::string>& notes) {
-    return Explained(source, ReadDescription(source.name), notes);
+    return CleanedPaste(source, ReadDescription(source.name), notes);
 }
 
 // What stands beside one description is of no use for a call: its steps have their own.
@@ -69,7 +59,7 @@ Outcome RunExplain(const CommandLine& line, const Screen& /*screen*/) {
         return RunExplainCall(line, remote);
     }
     CheckNoCall(line);
-    const ExplainInput input = InputOf(line, Explained(line.remote, std::move(remote), outcome.notes));
+    const ExplainInput input = InputOf(line, CleanedPaste(line.remote, std::move(remote), outcome.notes));
     if (line.html) {
         MakePage(outcome, line, input);
         return outcome;

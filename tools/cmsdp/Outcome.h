@@ -1,5 +1,5 @@
-// What a verb hands back and how it fails. No verb prints: main writes the whole text at once, so that a
-// failure half-way leaves nothing half-written.
+// What a verb returns and how it fails. No verb but survey prints: main writes the whole text at once, so
+// that a failure half-way leaves nothing half-written.
 //
 // Tests: tests/tool/exit-status.cases
 #pragma once

@@ -1,7 +1,7 @@
 // Stage: none; a call as a picture and as a list.
 // Input: the steps of a call. Output: SVG with an arrow for each step, and a list that says the same in
-// words. Touches nothing. The picture is 360 units wide, so that its letters can be read on a phone. Test:
-// tests/tool/PageTest.cpp
+// words. Touches nothing. The picture is 360 units wide, so that its letters can be read on a phone.
+// Test: tests/tool/PageTest.cpp
 #include "Page.h"
 
 #include "Redact.h"

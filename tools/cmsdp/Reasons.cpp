@@ -218,8 +218,7 @@ std::string WhyNoPresentation(const Reading& reading, const Capabilities& side, 
     return side.floorControl == FloorControl::kOff
                ? "floor_control.enabled is false on this side, which then has no presentation"
                : "the far end has no BFCP section, and floor_control.enabled of this side is \"auto\", which "
-                 "then "
-                 "has no presentation";
+                 "then has no presentation";
 }
 
 std::string WhyNoFloorControl(const Reading& reading, const Capabilities& side, bool answers) {

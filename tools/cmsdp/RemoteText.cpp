@@ -37,7 +37,11 @@ void NoteBodies(const Draft& draft, std::vector<std::string>& notes) {
 } // namespace
 
 Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes) {
-    Draft draft = Draft::Of(ReadDescription(source.name));
+    return ReadRemoteText(source, ReadDescription(source.name), notes);
+}
+
+Draft ReadRemoteText(const RemoteSource& source, std::string text, std::vector<std::string>& notes) {
+    Draft draft = Draft::Of(std::move(text));
     const std::string unreadable = WhyUnreadable(draft.text, source.name, source.verb);
     if (!unreadable.empty()) {
         Fail(source, unreadable);
@@ -54,6 +58,14 @@ Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes
                               : ""));
     }
     return draft;
+}
+
+std::string CleanedPaste(const RemoteSource& source, std::string text, std::vector<std::string>& notes) {
+    const bool isPaste = !HoldsSdpLine(text) && text.find('\n') != std::string::npos;
+    if (source.exact || !isPaste) {
+        return text;
+    }
+    return ReadRemoteText(source, std::move(text), notes).text;
 }
 
 std::string ReadDescription(const std::string& name) {

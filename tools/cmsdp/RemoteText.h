@@ -27,6 +27,13 @@ struct RemoteSource {
 /// blanks, with a small letter and "=".
 Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes);
 
+/// The same for bytes that were read already.
+Draft ReadRemoteText(const RemoteSource& source, std::string text, std::vector<std::string>& notes);
+
+/// The text as it is, because its bytes are what the engine got. One that has lines and none that ends in CR
+/// LF is a paste more often than a far end's text; unless `exact`, that one is cleaned as by ReadRemoteText.
+std::string CleanedPaste(const RemoteSource& source, std::string text, std::vector<std::string>& notes);
+
 /// The bytes of a description, from a file or, for "-", standard input. Throws ToolError(kRemoteText) when
 /// they cannot be read.
 std::string ReadDescription(const std::string& name);

@@ -67,13 +67,11 @@ bool TakeCalls(const std::string& name, std::vector<Call> calls, const TakeItem&
     return count != 0 || take({name, "", false, "it holds no offer and no answer"});
 }
 
-// The description of a file, cleaned when it is a paste: no line of it ends in CR LF.
+// The description of a file. Bytes without any line of a description have none.
 std::string Description(const std::string& file, std::string text) {
-    if (HoldsSdpLine(text)) {
-        return text;
-    }
     std::vector<std::string> notes;
-    return ReadRemoteText({file, false, 1}, notes).text;
+    const RemoteSource source{file, false, 1};
+    return HoldsSdpLine(text) ? text : ReadRemoteText(source, std::move(text), notes).text;
 }
 
 // What a line of JSON holds.

@@ -2,7 +2,8 @@
 // Input: a call and what the receiver can do. Output: for each description its changes and findings.
 // Touches nothing.
 // Every sentence about a description is explain's; this decides which texts stand beside the one that is
-// read. Test: tests/tool/calls.cases, TimelineTest.cpp
+// read.
+// Tests: tests/tool/calls.cases, TimelineTest.cpp
 #include "Timeline.h"
 
 #include "Agreements.h"
