@@ -252,6 +252,7 @@ std::string Attribute(std::string_view line, SDPRow row) {
         return isKnown && value.empty() ? "a=" + name : std::string(line);
     }
     if (row == SDPRow::ConferenceId || row == SDPRow::UserId) {
+        value.erase(std::remove(value.begin(), value.end(), ','), value.end()); // "4,711"
         const std::size_t digit = value.find_first_of("0123456789");
         value = digit == std::string::npos
                     ? value

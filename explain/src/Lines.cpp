@@ -3,7 +3,9 @@
 // Touches nothing outside. What a line sets is seen by comparing the section before and after it; whether a
 // line that changed nothing was understood is asked of a small handler that is given this line alone.
 // Test: tests/explain/LawTest.cpp, tests/tool/explain_outputs.py
+#include "Crypto.h"
 #include "LineValues.h"
+#include "SDPKeyword.h"
 #include "State.h"
 #include "Suspect.h"
 
@@ -58,6 +60,8 @@ private:
     void TakeNone(const SDPLine& line, ExplainedLine& explained);
     void TakeSession(const SDPLine& line, ExplainedLine& explained);
     void Settle(std::size_t host, const char* why);
+    std::size_t TakeSuite(const SDPLine& line);
+    void Override(std::size_t host);
     std::string KeyOf(const SDPLine& line) const;
 
     const ExplainInput& m_input;
@@ -145,13 +149,38 @@ void Follower::TakeChange(const SDPLine& line, ExplainedLine& explained, const L
     if (line.row == SDPRow::Candidate) {
         return;
     }
+    const std::size_t standing = line.row == SDPRow::Crypto ? TakeSuite(line) : kNowhere;
     const auto setter = m_setters.emplace(KeyOf(line), m_host);
-    if (!setter.second) {
-        ExplainedLine& earlier = m_lines[setter.first->second];
-        earlier.verdict = ExplainVerdict::Overridden;
-        earlier.byLine = m_reading.lines[m_reading.hosts[m_host].first].number;
-        setter.first->second = m_host;
+    if (!setter.second && setter.first->second != standing) {
+        Override(setter.first->second);
     }
+    setter.first->second = m_host;
+}
+
+/// The line whose suite stands although this one, of an unknown suite, replaces its tag and key: the only
+/// line of the section with a suite that is read (P11). kNowhere without such a line.
+std::size_t Follower::TakeSuite(const SDPLine& line) {
+    const std::string key = KeyOf(line) + "suite";
+    const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(WordOf(m_reading.hosts[m_host].text, 1));
+    const auto setter = m_setters.find(key);
+    if (suite == nullptr || !suite->isRead) {
+        return setter == m_setters.end() ? kNowhere : setter->second;
+    }
+    if (setter == m_setters.end()) {
+        m_setters.emplace(key, m_host);
+    } else {
+        if (setter->second != kNowhere) {
+            Override(setter->second);
+        }
+        setter->second = kNowhere; // Each of several is replaced by another one that says the same.
+    }
+    return kNowhere;
+}
+
+/// The line on hand replaces what an earlier one has set.
+void Follower::Override(std::size_t host) {
+    m_lines[host].verdict = ExplainVerdict::Overridden;
+    m_lines[host].byLine = m_reading.lines[m_reading.hosts[m_host].first].number;
 }
 
 void Follower::TakeNone(const SDPLine& line, ExplainedLine& explained) {
@@ -187,9 +216,7 @@ void Follower::TakeSession(const SDPLine& line, ExplainedLine& explained) {
     explained.after = value.shown;
     const auto setter = m_setters.emplace(isAddress ? "session address" : "session bandwidth", m_host);
     if (!setter.second) {
-        ExplainedLine& earlier = m_lines[setter.first->second];
-        earlier.verdict = ExplainVerdict::Overridden;
-        earlier.byLine = m_reading.lines[m_reading.hosts[m_host].first].number;
+        Override(setter.first->second);
         setter.first->second = m_host;
     }
 }

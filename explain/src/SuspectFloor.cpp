@@ -21,6 +21,10 @@ constexpr Rule kPlainRole = {"E85", "B16", ExplainSeverity::Note, 70,
 constexpr Rule kIds = {"E81", "B17", ExplainSeverity::Warning, 45,
                        "Our text always writes floor 2, stream 9, conference 15 and user 15, whatever the "
                        "far end assigned (B17)."};
+constexpr Rule kClientIds = {
+    "E176", "B17", ExplainSeverity::Note, 71,
+    "The server gives the ids (RFC 4583, 5); our text always writes floor 2, stream 9, "
+    "conference 15 and user 15 (B17)."};
 constexpr Rule kIdWord = {
     "E87", "G18", ExplainSeverity::Warning, 20,
     "A number is decimal digits and nothing else; any other text leaves the id at 0 (G18)."};
@@ -45,7 +49,17 @@ void AddRole(Scene& scene, const TextLine& line, bool isServer) {
     }
 }
 
+/// Whether the far end says that it is no floor control server.
+bool IsClient(const Scene& scene, const MeantSection& section) {
+    const auto first = scene.reading.lines.begin() + static_cast<std::ptrdiff_t>(section.line);
+    const auto last = scene.reading.lines.begin() + static_cast<std::ptrdiff_t>(section.last) + 1;
+    return std::any_of(first, last, [](const TextLine& line) {
+        return line.meant == SDPRow::FloorControl && ValueOf(line.text) == "c-only";
+    });
+}
+
 void FindFloorSection(Scene& scene, const MeantSection& section) {
+    const bool isClient = IsClient(scene, section);
     for (std::size_t i = section.line + 1; i <= section.last; ++i) {
         const TextLine& line = scene.reading.lines[i];
         const std::string value(ValueOf(line.text));
@@ -68,10 +82,12 @@ void FindFloorSection(Scene& scene, const MeantSection& section) {
                   {"write a smaller number in line ", number},
                   {ReplaceLine(line, (line.meant == SDPRow::UserId ? "a=userid:15" : "a=confid:15"))});
         } else if (isId && IsDigits(value) && value != "15") {
-            Blame(scene, kIds, line, {LineWords(line), " assigns another id than 15."}, {}, {})
+            Blame(scene, isClient ? kClientIds : kIds, line, {LineWords(line), " gives another id than 15."},
+                  {}, {})
                 .Know(Topic::Floor,
                       {"Our text says 15 where the far end says ", AsShown(value),
-                       ", so the floor control server refuses us or takes us for another user."});
+                       isClient ? ", and the far end has to take the ids of this side, which is the server."
+                                : ", so the floor control server refuses us or takes us for another user."});
         }
     }
 }
@@ -100,8 +116,8 @@ void FindFloor(Scene& scene) {
             break;
         }
         if (section.media == "application" && section.transport.find("BFCP") != std::string::npos) {
-            FindFloorSection(scene, section);
             if (section.port != "0") {
+                FindFloorSection(scene, section);
                 FindFloorIds(scene, section);
             }
         } else if (section.media == "application") {

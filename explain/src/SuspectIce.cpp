@@ -27,6 +27,10 @@ constexpr Rule kNoIce = {"E86", "", ExplainSeverity::Note, 48,
 constexpr Rule kShortIce = {"E99", "P13", ExplainSeverity::Warning, 13,
                             "The line is kept whole for an agent, which refuses a user fragment of fewer "
                             "than 4 characters and a password of fewer than 22 (P13; RFC 8839, 5.4)."};
+constexpr Rule kLocalName = {
+    "E177", "P13", ExplainSeverity::Note, 47,
+    "A candidate is kept whole for an agent (P13); such a name is one of multicast DNS "
+    "(RFC 6762), which hides an address and is known in its own network alone."};
 constexpr Rule kMux = {"E84", "", ExplainSeverity::Note, 65, "The component does not read this attribute."};
 
 /// An attribute that changes how RTP is sent and that nothing reads.
@@ -158,7 +162,21 @@ void AddShortValue(Scene& scene, const TextLine* line, std::size_t least) {
     }
 }
 
+/// A candidate whose address is a name of multicast DNS; the first one of the section is named.
+void FindLocalNames(Scene& scene, const MeantSection& section) {
+    for (std::size_t i = section.line + 1; i <= section.last; ++i) {
+        const TextLine& line = scene.reading.lines[i];
+        if (line.meant == SDPRow::Candidate && line.text.find(".local ") != std::string_view::npos) {
+            Blame(scene, kLocalName, line, {LineWords(line), " has a name that ends in .local."}, {}, {})
+                .Know(Topic::Ice, {"An agent in another network cannot check this candidate."});
+            return;
+        }
+    }
+}
+
 void FindIceSection(Scene& scene, const MeantSection& section) {
+    FindLocalNames(scene, section);
+
     const IceLines ice = IceLinesOf(scene, section);
     const TextLine& media = scene.reading.lines[section.line];
     const bool isRtp = section.media == "audio" || section.media == "video";

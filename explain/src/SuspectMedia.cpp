@@ -113,7 +113,9 @@ void AddDeclined(Scene& scene, Suspect& suspect, const MeantSection& section) {
     if (!isFurther || isSlides) {
         for (const Topic topic : TopicsOf(section, isSlides)) {
             suspect.Know(topic, {"The far end has declined ", stream,
-                                 ": the stream does not start, and no media flow either way."});
+                                 topic == Topic::Floor
+                                     ? ": no floor can be asked for."
+                                     : ": the stream does not start, and no media flow either way."});
         }
     }
     if (&section == &sections.front() && std::all_of(sections.begin(), sections.end(), IsDeclined)) {

@@ -98,6 +98,19 @@ bool HasUnlistedMode(const Scene& scene, const MeantSection& section) {
     });
 }
 
+/// Whether a line of the section gives a packetization mode other than 0, read or replaced by a later one.
+bool HasMode(const Scene& scene, const MeantSection& section) {
+    constexpr std::string_view name = "packetization-mode=";
+    const auto first = scene.reading.lines.begin() + static_cast<std::ptrdiff_t>(section.line);
+    const auto last = scene.reading.lines.begin() + static_cast<std::ptrdiff_t>(section.last) + 1;
+    return std::any_of(first, last, [name](const TextLine& line) {
+        const std::size_t at = line.meant == SDPRow::Fmtp ? line.text.find(name) : std::string_view::npos;
+        const std::string_view digit =
+            at == std::string_view::npos ? std::string_view() : line.text.substr(at + name.size(), 1);
+        return IsDigits(digit) && digit != "0";
+    });
+}
+
 /// The lines of the H.264 format that is sent, or of the last one listed.
 struct Picture {
     const VideoParms& stream;
@@ -203,7 +216,8 @@ void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
               const std::vector<std::string_view>& h264, Topic topic) {
     const VideoParms& stream =
         topic == Topic::Slides ? scene.state.record.m_VideoPreso : scene.state.record.m_VideoMain;
-    if (stream.iFmtpPacketizationMode == 0 && h264.size() > 1 && !HasUnlistedMode(scene, section)) {
+    if (stream.iFmtpPacketizationMode == 0 && h264.size() > 1 && !HasUnlistedMode(scene, section) &&
+        !HasMode(scene, section)) {
         AddMixed(scene, media, h264);
     }
     const Picture picture = PictureOf(scene, section, stream, h264, topic);

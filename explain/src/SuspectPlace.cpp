@@ -154,8 +154,9 @@ void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_
         }
     } else if (line.meant == SDPRow::Content && own.media != "video") {
         const auto next = std::find_if(reading.sections.begin() + static_cast<std::ptrdiff_t>(line.section),
-                                       reading.sections.end(),
-                                       [](const MeantSection& section) { return section.media == "video"; });
+                                       reading.sections.end(), [&](const MeantSection& section) {
+                                           return section.media == "video" && !HasOwn(scene, line, section);
+                                       });
         if (next != reading.sections.end()) {
             const TextLine& media = reading.lines[next->line];
             Blame(scene, kContentElsewhere, line,

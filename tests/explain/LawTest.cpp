@@ -87,6 +87,27 @@ TEST(ExplainLines, ACryptoLineWithoutASuiteSetsTheTag) {
         "4 dropped 0\n");
 }
 
+TEST(ExplainLines, ASuiteStandsWhenAnotherKeyFollows) {
+    EXPECT_EQ(
+        VerdictsOf("m=audio 5070 RTP/SAVP 0\r\n"
+                   "a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0\r\n"
+                   "a=crypto:2 X inline:YXdheSBhdWRpbyBrZXkgMmF3YXkgYXVkaW9zYWx0\r\n"
+                   "a=crypto:3 Y inline:YXdheSBhdWRpbyBrZXkgM2F3YXkgYXVkaW9zYWx0\r\n"),
+        "1 used 0\n"
+        "2 used 0\n"
+        "3 overridden 4\n"
+        "4 used 0\n");
+    EXPECT_EQ(
+        VerdictsOf("m=audio 5070 RTP/SAVP 0\r\n"
+                   "a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0\r\n"
+                   "a=crypto:2 X inline:YXdheSBhdWRpbyBrZXkgMmF3YXkgYXVkaW9zYWx0\r\n"
+                   "a=crypto:3 AES_CM_128_HMAC_SHA1_32 inline:YXdheSBhdWRpbyBrZXkgM2F3YXkgYXVkaW9zYWx0\r\n"),
+        "1 used 0\n"
+        "2 overridden 4\n"
+        "3 overridden 4\n"
+        "4 used 0\n");
+}
+
 /// What is counted of a finding.
 std::string Bare(const ExplainFinding& finding) {
     std::string text = std::string(finding.id) + " " + ExplainTopicName(finding.topic) + " " +
