@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 
 namespace explain {
 
@@ -37,6 +38,8 @@ std::string Connection(std::string_view line) {
     if (address.size() > 1 && (address[0] == '"' || address[0] == '<')) {
         address.remove_prefix(1);
     }
+    const std::string_view host = address.substr(0, address.find(':'));
+    address = IsIpv4(host) ? host : address; // "192.0.2.1:5004"
     const std::size_t end = address.find_first_of("<>,;\"'()\\");
     address = address.substr(0, end == 0 ? std::string_view::npos : end);
     return std::string("c=IN ") + (address.find(':') == std::string_view::npos ? "IP4 " : "IP6 ") +
@@ -234,6 +237,11 @@ std::string BandwidthLine(std::string_view line) {
         return std::string(line);
     }
     const std::size_t end = std::min(line.find_first_not_of(withCommas, digit), line.size());
+    if (BeginsWith(Lower(line.substr(digit, 2)), "0x")) {
+        constexpr std::size_t longest = 8;
+        const std::string hex(line.substr(digit + 2, longest));
+        return "b=" + std::string(type) + ":" + std::to_string(std::strtoul(hex.c_str(), nullptr, 16));
+    }
     std::string value(line.substr(digit, end - digit));
     value.erase(std::remove(value.begin(), value.end(), ','), value.end());
     return "b=" + std::string(type) + ":" + InUnits(value, line.substr(end), type == "TIAS");

@@ -156,8 +156,12 @@ std::string InOneForm(std::string_view piece) {
     if (BeginsWith(value, "+")) {
         value.remove_prefix(1);
     }
-    const std::size_t end = value.find_first_not_of(isHex ? "0123456789abcdefABCDEF" : "0123456789");
-    return std::string(name) + "=" + std::string(end == 0 ? value : value.substr(0, end));
+    std::string digits(value);
+    if (isHex) { // "42 e0 1f"
+        digits.erase(std::remove(digits.begin(), digits.end(), ' '), digits.end());
+    }
+    const std::size_t end = digits.find_first_not_of(isHex ? "0123456789abcdefABCDEF" : "0123456789");
+    return std::string(name) + "=" + (end == 0 ? digits : digits.substr(0, end));
 }
 
 } // namespace
@@ -183,6 +187,9 @@ std::string CanonicalRtpmap(std::string_view line) {
         name.erase(0, 1);
     }
     name.erase(name.find_last_not_of(",;.") + 1);
+    if (name.size() > 1 && name.front() == '"' && name.back() == '"') {
+        name = name.substr(1, name.size() - 2);
+    }
     name.erase(0, TypeLength(name));
     const std::size_t slash = std::min(name.find('/'), name.size());
     const std::string squeezed = Squeezed(std::string_view(name).substr(0, slash));
@@ -207,8 +214,8 @@ bool IsCanonicalRtpmap(std::string_view line) {
     static const std::vector<Encoding> known = KnownEncodings();
     const FormatLine format = FormatLineOf(line, "a=rtpmap:");
     const std::string_view name = format.rest;
-    if (format.payload.empty() || name.empty() || name.front() == ':' || name.back() == ';' ||
-        name.back() == '.' || TypeLength(name) != 0) {
+    if (format.payload.empty() || name.empty() || name.front() == ':' || name.front() == '"' ||
+        name.back() == ';' || name.back() == '.' || TypeLength(name) != 0) {
         return false;
     }
     return std::all_of(known.begin(), known.end(), [name](const Encoding& encoding) {

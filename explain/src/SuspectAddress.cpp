@@ -164,7 +164,7 @@ void FindAddress(Scene& scene, const TextLine& line) {
         AddPrivate(scene, line, address);
     } else if (!IsUnicast(address) && address.find_first_not_of("0123456789.") == std::string::npos) {
         AddBad(scene, line, address);
-    } else if (!IsIpv4(address)) {
+    } else if (!IsIpv4(address) && !IsIpv4(std::string_view(address).substr(0, address.find(':')))) {
         AddOtherKind(scene, line, address);
     }
 }

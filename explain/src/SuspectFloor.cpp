@@ -82,8 +82,8 @@ void FindFloorSection(Scene& scene, const MeantSection& section) {
                   {"write a smaller number in line ", number},
                   {ReplaceLine(line, (line.meant == SDPRow::UserId ? "a=userid:15" : "a=confid:15"))});
         } else if (isId && IsDigits(value) && value != "15") {
-            Blame(scene, isClient ? kClientIds : kIds, line, {LineWords(line), " gives another id than 15."},
-                  {}, {})
+            Blame(scene, isClient ? kClientIds : kIds, line,
+                  {LineWords(line), " assigns another id than 15."}, {}, {})
                 .Know(Topic::Floor,
                       {"Our text says 15 where the far end says ", AsShown(value),
                        isClient ? ", and the far end has to take the ids of this side, which is the server."

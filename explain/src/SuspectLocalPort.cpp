@@ -28,7 +28,7 @@ template <std::size_t N>
 std::int32_t FreePort(const std::pair<const char*, std::int32_t> (&ports)[N], std::int32_t from) {
     constexpr std::int32_t step = 4;
     constexpr std::int32_t last = 65530;
-    const auto overlaps = [&](std::int32_t port) {
+    const auto overlaps = [&](std::int64_t port) {
         return std::any_of(std::begin(ports), std::end(ports),
                            [port](const auto& each) { return std::abs(each.second - port) <= 1; });
     };

@@ -131,6 +131,10 @@ std::string PortMeant(std::string_view word) {
     std::string digits = lower;
     digits.erase(std::remove_if(digits.begin(), digits.end(), [](char c) { return c < '0' || c > '9'; }),
                  digits.end());
+    const long leading = std::strtol(lower.c_str(), nullptr, 10);
+    if (leading > 0 && leading <= highest && lower.find(',') == std::string::npos) {
+        return std::to_string(leading); // "33002-33010"
+    }
     const long port = BeginsWith(lower, "0x") ? std::strtol(lower.c_str(), nullptr, 16)
                                               : std::strtol(digits.c_str(), nullptr, 10);
     return port > 0 && port <= highest ? std::to_string(port) : "49170";

@@ -148,8 +148,9 @@ void FindLimits(Scene& scene, const TextLine& line, const VideoParms& stream, To
                       {"write max-br=", given / 1000, " in line ", line.number},
                       {ReplaceLine(line, WithValue(line.text, parameter, std::to_string(given / 1000)))});
             }
-            if (parameter.name != limit.name || !IsDigits(parameter.value) || given < 0 ||
-                given >= limits.*limit.ofLevel || stream.strVideoLevel.empty()) {
+            if (parameter.name != limit.name || !IsDigits(parameter.value) ||
+                std::to_string(given) != parameter.value || given >= limits.*limit.ofLevel ||
+                stream.strVideoLevel.empty()) {
                 continue;
             }
             const Piece shown = AsShown(parameter.value);

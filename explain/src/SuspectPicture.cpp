@@ -107,7 +107,7 @@ bool HasMode(const Scene& scene, const MeantSection& section) {
         const std::size_t at = line.meant == SDPRow::Fmtp ? line.text.find(name) : std::string_view::npos;
         const std::string_view digit =
             at == std::string_view::npos ? std::string_view() : line.text.substr(at + name.size(), 1);
-        return IsDigits(digit) && digit != "0";
+        return !digit.empty() && digit != "0";
     });
 }
 
