@@ -1,5 +1,6 @@
 """Captures of calls with several dialogs: branches, early dialogs, proxies and gateways between the sides."""
-from captures_calls import Dialog, over_udp, sdp
+from captures_calls import ALICE, BOB, Dialog, PROXY, over_udp, sdp
+from captures_wire import udp
 
 
 def updates():
@@ -16,6 +17,111 @@ def updates():
         (4010, "alice", call.response("200 OK", 2, "UPDATE", body=sdp("alice", 2, audio=5014), side="bob")))
 
 
+def early_branches():
+    """Two reliable early dialogs; an UPDATE with the same number in each of them; the second one is accepted."""
+    call = Dialog("early-branches@192.0.2.1")
+    rel = ["Require: 100rel", "RSeq: 1"]
+    packets = [(0, "alice", call.request("INVITE", 1, sdp("alice"), to_tag=""))]
+    for at, tag, port in ((10, "b1", 6004), (20, "b2", 6014)):
+        answer = sdp("bob", audio=port, direction="sendrecv" if tag == "b1" else "inactive")
+        packets += [(at, "bob", call.response("183 Session Progress", 1, body=answer, to_tag=tag, extra=rel)),
+                    (at + 1, "alice", call.request("PRACK", 2, to_tag=tag, extra=["RAck: 1 1 INVITE"])),
+                    (at + 2, "bob", call.response("200 OK", 2, "PRACK", to_tag=tag))]
+    for at, tag, port in ((30, "b1", 6004), (40, "b2", 6014)):
+        packets += [(at, "alice", call.request("UPDATE", 3, sdp("alice", 2, audio=5014), to_tag=tag)),
+                    (at + 1, "bob", call.response("200 OK", 3, "UPDATE", body=sdp("bob", 2, audio=port), to_tag=tag))]
+    packets += [(90, "bob", call.response("200 OK", 1, to_tag="b2")), (91, "alice", call.request("ACK", 1, to_tag="b2"))]
+    return over_udp(*packets)
+
+
+def accepted_twice():
+    """Both branches accept; the first one is ended, the second one is put on hold and ended."""
+    call = Dialog("accepted-twice@192.0.2.1")
+    packets = [(0, "alice", call.request("INVITE", 1, sdp("alice"), to_tag=""))]
+    for at, tag, port in ((10, "b1", 6004), (20, "b2", 6014)):
+        packets += [(at, "bob", call.response("200 OK", 1, body=sdp("bob", audio=port), to_tag=tag)),
+                    (at + 1, "alice", call.request("ACK", 1, to_tag=tag))]
+    return over_udp(
+        *packets, (30, "alice", call.request("BYE", 2, to_tag="b1")),
+        (31, "bob", call.response("200 OK", 2, "BYE", to_tag="b1")),
+        (40, "alice", call.request("INVITE", 2, sdp("alice", 2, direction="sendonly"), to_tag="b2")),
+        (41, "bob", call.response("200 OK", 2, body=sdp("bob", 2, audio=6014, direction="recvonly"), to_tag="b2")),
+        (42, "alice", call.request("ACK", 2, to_tag="b2")), (50, "alice", call.request("BYE", 3, to_tag="b2")))
+
+
+def won_by_second():
+    """Two branches answer, the second one is accepted with the text of its 183: the offer is read with that answer."""
+    call = Dialog("won-by-second@192.0.2.1")
+    return over_udp(
+        (0, "alice", call.request("INVITE", 1, sdp("alice", formats="0 8 101"), to_tag="")),
+        (10, "bob", call.response("183 Session Progress", 1, body=sdp("bob", formats="8 101"), to_tag="b1")),
+        (20, "bob", call.response("183 Session Progress", 1, body=sdp("bob", formats="0"), to_tag="b2")),
+        (90, "bob", call.response("200 OK", 1, body=sdp("bob", formats="0"), to_tag="b2")))
+
+
+def through(text, port):
+    """The description as a media proxy passes it on."""
+    for host in (b"192.0.2.1", b"192.0.2.2"):
+        text = text.replace(b"c=IN IP4 " + host, b"c=IN IP4 192.0.2.9")
+    return text.replace(b" 5004 ", b" %d " % port)
+
+
+def media_proxy():
+    """A proxy that relays media: its trace has both hops, and each is held and resumed for itself."""
+    call = Dialog("media-proxy@192.0.2.1")
+    packets = []
+    for number, (direction, mirrored) in enumerate((("sendrecv", "sendrecv"), ("sendonly", "recvonly")), 1):
+        at = number * 1000
+        offer = sdp("alice", number, direction=direction)
+        answer = sdp("bob", number, direction=mirrored)
+        tag = "" if number == 1 else "b1"
+        packets += [(at, udp(ALICE, PROXY, call.request("INVITE", number, offer, to_tag=tag))),
+                    (at + 1, udp(PROXY, BOB, call.request("INVITE", number, through(offer, 30000), to_tag=tag))),
+                    (at + 2, udp(BOB, PROXY, call.response("200 OK", number, body=answer))),
+                    (at + 3, udp(PROXY, ALICE, call.response("200 OK", number, body=through(answer, 30002)))),
+                    (at + 4, udp(ALICE, PROXY, call.request("ACK", number))),
+                    (at + 5, udp(PROXY, BOB, call.request("ACK", number)))]
+    return packets + [(3000, udp(ALICE, PROXY, call.request("BYE", 3))), (3001, udp(PROXY, BOB, call.request("BYE", 3)))]
+
+
+def gateway():
+    """A gateway that keeps the Call-ID and the numbers and makes dialogs of its own."""
+    left, right = Dialog("gateway@192.0.2.1"), Dialog("gateway@192.0.2.1")
+    packets = []
+
+    def other(message):
+        return message.replace(b"tag=a1", b"tag=g1").replace(b"tag=b1", b"tag=h1")
+
+    for number, (direction, mirrored) in enumerate((("sendrecv", "sendrecv"), ("sendonly", "recvonly")), 1):
+        at = number * 1000
+        tag = "" if number == 1 else "b1"
+        offer, answer = sdp("alice", number, direction=direction), sdp("bob", number, direction=mirrored)
+        packets += [(at, udp(ALICE, PROXY, left.request("INVITE", number, offer, to_tag=tag))),
+                    (at + 1, udp(PROXY, BOB, other(right.request("INVITE", number, through(offer, 30000), to_tag=tag)))),
+                    (at + 2, udp(BOB, PROXY, other(right.response("200 OK", number, body=answer)))),
+                    (at + 3, udp(PROXY, ALICE, left.response("200 OK", number, body=through(answer, 30002))))]
+    return packets + [(3000, udp(ALICE, PROXY, left.request("BYE", 3))),
+                      (3001, udp(PROXY, BOB, other(right.request("BYE", 3))))]
+
+
+def answers_that_differ():
+    """A 183, a 180 that differs in its version alone, a 200 with other ports; the re-INVITE stands against the 183."""
+    call = Dialog("answers-that-differ@192.0.2.1")
+    return over_udp(
+        (0, "alice", call.request("INVITE", 1, sdp("alice", formats="0 8 101"), to_tag="")),
+        (10, "bob", call.response("183 Session Progress", 1, body=sdp("bob"))),
+        (20, "bob", call.response("180 Ringing", 1, body=sdp("bob", 2))),
+        (30, "bob", call.response("200 OK", 1, body=sdp("bob", 3, audio=6024))), (40, "alice", call.request("ACK", 1)),
+        (50, "bob", call.request("INVITE", 1, sdp("bob", 4, audio=6024), side="bob")),
+        (60, "alice", call.response("200 OK", 1, body=sdp("alice", 2), side="bob")))
+
+
 SCENARIOS = {
     "updates": (updates(), ["--about audio.send"]),
+    "early-branches": (early_branches(), ["--about audio.send"]),
+    "accepted-twice": (accepted_twice(), ["--about audio.send"]),
+    "won-by-second": (won_by_second(), ["--top"]),
+    "media-proxy": (media_proxy(), ["--about audio.send"]),
+    "gateway": (gateway(), ["--about audio.send"]),
+    "answers-that-differ": (answers_that_differ(), ["--about audio.send"]),
 }

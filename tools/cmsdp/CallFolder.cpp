@@ -83,15 +83,18 @@ public:
         }
         m_origins[static_cast<std::size_t>(step.from)] = OriginOf(step.text);
         if (!isAnswer) {
-            m_open = m_agreements.AddOffer(std::move(step));
+            m_open = m_agreements.AddOffer(std::move(step), Leg());
             return;
         }
         if (!m_open) {
             step.notes.emplace_back("the offer that this answers is not in the folder; "
                                     "the one that the local file makes is taken for it");
         }
-        m_agreements.AddAnswer(std::move(step),
-                               m_open ? std::vector<std::size_t>{*m_open} : std::vector<std::size_t>{});
+        OfferAnswer exchange;
+        if (m_open) {
+            exchange.offers.push_back(*m_open);
+        }
+        m_agreements.AddAnswer(std::move(step), exchange, Leg());
         m_open.reset();
     }
 

@@ -9,6 +9,19 @@
 
 namespace cmsdp {
 
+namespace {
+
+MessageKey KeyOf(const SipMessage& message) {
+    return {message.fromTag, message.toTag,      message.method,     message.status,
+            message.cseq,    message.cseqMethod, message.description};
+}
+
+} // namespace
+
+Leg LegOf(const SipMessage& message) {
+    return Leg({message.fromTag, message.toTag}, {HostOf(message.sender), HostOf(message.receiver)});
+}
+
 CallReader::CallReader(const SipMessage& first) : m_start(first.time) {
     const bool isRequest = !first.method.empty();
     m_call->id = first.callId;
@@ -32,9 +45,29 @@ Side CallReader::RequesterOf(const SipMessage& message) {
     return m_callerTags.count(message.fromTag) != 0 ? Side::Caller : Side::Callee;
 }
 
-Transaction& CallReader::TransactionOf(const SipMessage& message, Side requester) {
-    const std::string& method = message.cseqMethod;
-    return m_transactions[{requester, message.cseq, method == "ACK" ? "INVITE" : method}];
+// The request that begins a call has no To tag; its responses and their ACK have one.
+Transaction& CallReader::TransactionOf(const SipMessage& message) {
+    const std::string method = message.cseqMethod == "ACK" ? "INVITE" : message.cseqMethod;
+    TransactionKey key(message.fromTag, message.toTag, message.cseq, method);
+    auto found = m_transactions.find(key);
+    if (found == m_transactions.end()) {
+        std::get<1>(key) = method == "INVITE" && message.method != "INVITE" ? "" : message.toTag;
+        found = m_transactions.try_emplace(key).first;
+        found->second.fromTag = message.fromTag;
+        found->second.toTag = std::get<1>(key);
+    }
+    return found->second;
+}
+
+// The open offer of a side in the dialog of a message.
+Transaction* CallReader::OpenOf(Side side, const SipMessage& message) {
+    Transaction* const open = OpenOf(side);
+    const auto isOneOf = [&](const std::string& tag) {
+        return tag == message.fromTag || tag == message.toTag;
+    };
+    const bool isSame =
+        open != nullptr && isOneOf(open->fromTag) && (open->toTag.empty() || isOneOf(open->toTag));
+    return isSame ? open : nullptr;
 }
 
 Step CallReader::StepOf(const SipMessage& message, Side from) const {
@@ -57,20 +90,22 @@ Step CallReader::StepOf(const SipMessage& message, Side from) const {
 }
 
 // True for a message that was read before: the same text once more, or on its way through a proxy.
-bool CallReader::IsRepeat(const SipMessage& message, Side from) {
-    const auto [known, isNew] =
-        m_known.emplace(MessageKey(from, message.method, message.status, message.cseq, message.cseqMethod,
-                                   message.method.empty() ? message.toTag : "", message.description),
-                        std::nullopt);
+bool CallReader::IsRepeat(const SipMessage& message) {
+    const auto [known, isNew] = m_known.emplace(KeyOf(message), std::nullopt);
     if (!isNew && known->second) {
         ++m_call->steps[*known->second].repeats;
+        if (message.method.empty()) {
+            Transaction& transaction = TransactionOf(message);
+            m_agreements.Repeat(*known->second, transaction, LegOf(message), message.sender,
+                                message.receiver);
+            Accept(message, transaction);
+        }
     }
     return !isNew;
 }
 
-void CallReader::Remember(const SipMessage& message, Side from, std::size_t step) {
-    m_known[MessageKey(from, message.method, message.status, message.cseq, message.cseqMethod,
-                       message.method.empty() ? message.toTag : "", message.description)] = step;
+void CallReader::Remember(const SipMessage& message, std::size_t step) {
+    m_known[KeyOf(message)] = step;
 }
 
 void CallReader::Read(const SipMessage& message) {
@@ -80,7 +115,7 @@ void CallReader::Read(const SipMessage& message) {
     if (message.method == "INVITE" && message.toTag.empty() && message.sender == m_call->callee) {
         m_call->callee = message.receiver; // a proxy passes the call on
     }
-    if (IsRepeat(message, from)) {
+    if (IsRepeat(message)) {
         return;
     }
     if (message.method.empty()) {
@@ -91,13 +126,14 @@ void CallReader::Read(const SipMessage& message) {
 }
 
 void CallReader::ReadRequest(const SipMessage& message, Side from) {
-    Transaction& transaction = TransactionOf(message, from);
     if (message.method == "CANCEL" || message.method == "BYE") {
         Step step = StepOf(message, from);
         step.kind = message.method == "BYE" ? StepKind::End : StepKind::Cancel;
-        Remember(message, from, m_agreements.Add(std::move(step)));
+        End(message, step);
+        Remember(message, m_agreements.Add(std::move(step)));
         return;
     }
+    Transaction& transaction = TransactionOf(message);
     transaction.isSeen = transaction.isSeen || message.method != "ACK";
     if (!message.hasDescription) {
         if (message.method == "ACK" && !transaction.hasOffer) {
@@ -105,7 +141,7 @@ void CallReader::ReadRequest(const SipMessage& message, Side from) {
         }
         return;
     }
-    Transaction* const asked = OpenOf(OtherSide(from));
+    Transaction* const asked = OpenOf(OtherSide(from), message);
     if (message.method == "ACK") {
         AnswerInRequest(message, from, transaction);
     } else if (message.method == "PRACK" && asked != nullptr && !asked->hasOffer) {
@@ -114,8 +150,11 @@ void CallReader::ReadRequest(const SipMessage& message, Side from) {
         if (!transaction.hasOffer && !transaction.offers.empty()) {
             // The same number again is another request than the one whose response made an offer.
             Close(transaction);
-            transaction = Transaction();
-            transaction.isSeen = true;
+            static_cast<OfferAnswer&>(transaction) = OfferAnswer();
+            transaction.answers.clear();
+            transaction.offerTexts.clear();
+            transaction.answerTexts.clear();
+            transaction.branches.clear();
         }
         transaction.hasOffer = true;
         Offer(message, from, transaction);
@@ -123,10 +162,7 @@ void CallReader::ReadRequest(const SipMessage& message, Side from) {
 }
 
 void CallReader::Refuse(const SipMessage& message, Side from, Transaction& transaction) {
-    if (!transaction.answers.empty()) {
-        m_agreements.Refuse(transaction.offers.empty() ? transaction.answers.front()
-                                                       : transaction.offers.front());
-    }
+    m_agreements.Refuse(transaction);
     Close(transaction);
     if (transaction.offers.empty() && message.cseqMethod != "INVITE") {
         return;
@@ -143,7 +179,7 @@ void CallReader::Refuse(const SipMessage& message, Side from, Transaction& trans
     if (step.kind == StepKind::Challenge) {
         m_challenged = step.partner;
     }
-    Remember(message, from, m_agreements.Add(std::move(step)));
+    Remember(message, m_agreements.Add(std::move(step)));
 }
 
 // The message that had to answer an offer does not.
@@ -169,7 +205,7 @@ void CallReader::ReadResponse(const SipMessage& message, Side requester) {
         return;
     }
     const Side from = OtherSide(requester);
-    Transaction& transaction = TransactionOf(message, requester);
+    Transaction& transaction = TransactionOf(message);
     if (message.hasDescription && message.status < 300) {
         const bool isAsked =
             transaction.isSeen || !transaction.offers.empty() || IsAnsweredBy(transaction, requester);
@@ -181,8 +217,37 @@ void CallReader::ReadResponse(const SipMessage& message, Side requester) {
             AnswerAgain(message, from, transaction);
         }
     }
+    Accept(message, transaction);
     if (message.status >= 200) {
         Final(message, from, transaction);
+    }
+}
+
+// RFC 3261, 13.2.2.4: every 2xx makes a dialog; the first one takes the call.
+void CallReader::Accept(const SipMessage& message, Transaction& transaction) {
+    if (message.status < 200 || message.status >= 300 || message.cseqMethod != "INVITE") {
+        return;
+    }
+    const Leg leg = LegOf(message);
+    transaction.winner = transaction.winner.value_or(message.toTag);
+    if (*transaction.winner == message.toTag) {
+        m_agreements.Settle(transaction, leg);
+    }
+    const auto counted = transaction.counted.find(leg);
+    if (counted != transaction.counted.end()) {
+        m_live.emplace(leg.tags, counted->second.answer);
+    } else if (!transaction.offers.empty()) {
+        m_live.emplace(leg.tags, transaction.offers.back());
+    }
+}
+
+void CallReader::End(const SipMessage& message, Step& step) {
+    const auto ended = m_live.find(LegOf(message).tags);
+    if (step.kind == StepKind::End && ended != m_live.end()) {
+        if (m_live.size() > 1) {
+            step.partner = ended->second;
+        }
+        m_live.erase(ended);
     }
 }
 

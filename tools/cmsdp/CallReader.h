@@ -23,19 +23,25 @@ using Steps = std::vector<std::size_t>;
 using Texts = std::map<std::string, std::size_t>; // description and its step
 
 /// A request and its responses. ACK belongs to its INVITE (RFC 3261, 17.1.1.3).
-struct Transaction {
+struct Transaction : OfferAnswer {
+    std::string fromTag;
+    std::string toTag;     // empty in a request that begins a call
     bool isSeen = false;   // the request itself, not a response to it alone
     bool hasOffer = false; // the request holds a description
-    Steps offers;          // the offer and what proxies made of it
     Steps answers;         // all of them
     Texts offerTexts;
-    Texts answerTexts;
-    Texts branches; // To tag and the last answer with it
+    Texts answerTexts;                 // To tag and description
+    Texts branches;                    // To tag and the last answer with it
+    std::optional<std::string> winner; // To tag of the first 2xx
 };
 
-using TransactionKey = std::tuple<Side, std::uint32_t, std::string>;
+/// From tag, To tag, number and method: numbers are counted for each dialog (RFC 3261, 12.2.1.1).
+using TransactionKey = std::tuple<std::string, std::string, std::uint32_t, std::string>;
 /// What makes a message the same one, wherever it was seen.
-using MessageKey = std::tuple<Side, std::string, int, std::uint32_t, std::string, std::string, std::string>;
+using MessageKey =
+    std::tuple<std::string, std::string, std::string, int, std::uint32_t, std::string, std::string>;
+
+Leg LegOf(const SipMessage& message);
 
 /// Reads the messages of one Call-ID.
 class CallReader {
@@ -48,10 +54,10 @@ public:
 
 private:
     Side RequesterOf(const SipMessage& message);
-    Transaction& TransactionOf(const SipMessage& message, Side requester);
+    Transaction& TransactionOf(const SipMessage& message);
     Step StepOf(const SipMessage& message, Side from) const;
-    bool IsRepeat(const SipMessage& message, Side from);
-    void Remember(const SipMessage& message, Side from, std::size_t step);
+    bool IsRepeat(const SipMessage& message);
+    void Remember(const SipMessage& message, std::size_t step);
 
     void ReadRequest(const SipMessage& message, Side from);
     void ReadResponse(const SipMessage& message, Side requester);
@@ -63,9 +69,12 @@ private:
     void Refuse(const SipMessage& message, Side from, Transaction& transaction);
     void NoAnswer(const SipMessage& message, Side from, Transaction& transaction);
     void Final(const SipMessage& message, Side from, Transaction& transaction);
+    void Accept(const SipMessage& message, Transaction& transaction);
+    void End(const SipMessage& message, Step& step);
     bool IsAnsweredBy(const Transaction& transaction, Side side) const;
     void Close(const Transaction& transaction);
     Transaction*& OpenOf(Side side) { return m_open[static_cast<std::size_t>(side)]; }
+    Transaction* OpenOf(Side side, const SipMessage& message);
 
     std::unique_ptr<Call> m_call = std::make_unique<Call>();
     Agreements m_agreements{*m_call};
@@ -73,6 +82,7 @@ private:
     std::map<TransactionKey, Transaction> m_transactions;
     std::map<MessageKey, std::optional<std::size_t>> m_known;
     std::array<Transaction*, 2> m_open = {}; // the last offer of each Side, while it has no answer
+    std::map<Leg::Pair, std::size_t> m_live; // tags of a dialog that was accepted, and a step of it
     std::optional<std::size_t> m_challenged; // the offer that was answered by 401 or 407
     std::optional<double> m_start;
     bool m_hasInvite = false;

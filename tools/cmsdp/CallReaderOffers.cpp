@@ -5,7 +5,30 @@
 // Test: tests/tool/captures.py
 #include "CallReader.h"
 
+#include "SipHeaders.h"
+
 namespace cmsdp {
+
+namespace {
+
+// Branches may answer with the same text.
+std::string BranchText(const SipMessage& message) {
+    return message.toTag + "\n" + message.description;
+}
+
+// The text without its o= line (RFC 4566, 5.2).
+std::string WithoutOrigin(std::string_view text) {
+    std::string rest;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t begin = at;
+        if (TakeLine(text, at).compare(0, 2, "o=") != 0) {
+            rest += text.substr(begin, at - begin);
+        }
+    }
+    return rest;
+}
+
+} // namespace
 
 void CallReader::Close(const Transaction& transaction) {
     for (Transaction*& open : m_open) {
@@ -26,7 +49,7 @@ void CallReader::Offer(const SipMessage& message, Side from, Transaction& transa
                                        " made this offer with another text"
                                  : "passed on by " + message.sender + ", which changed the text of step " +
                                        std::to_string(transaction.offers.front() + 1));
-    } else if (OpenOf(OtherSide(from)) != nullptr) {
+    } else if (OpenOf(OtherSide(from), message) != nullptr) {
         step.notes.emplace_back(message.method == "UPDATE"
                                     ? "the other side's offer is not answered yet (RFC 3311, 5.2)"
                                     : "the other side's offer is not answered yet (RFC 3261, 14.1)");
@@ -36,11 +59,11 @@ void CallReader::Offer(const SipMessage& message, Side from, Transaction& transa
                              ", sent with credentials");
     }
     m_challenged.reset();
-    const std::size_t index = m_agreements.AddOffer(std::move(step));
+    const std::size_t index = m_agreements.AddOffer(std::move(step), LegOf(message));
     transaction.offers.push_back(index);
     transaction.offerTexts.emplace(message.description, index);
     OpenOf(from) = &transaction;
-    Remember(message, from, index);
+    Remember(message, index);
 }
 
 void CallReader::Answer(const SipMessage& message, Side from, Transaction& transaction) {
@@ -55,45 +78,44 @@ void CallReader::Answer(const SipMessage& message, Side from, Transaction& trans
         step.notes.emplace_back("another branch of the call answers: the tag of To is a new one "
                                 "(RFC 3261, 12.1)");
     }
-    const std::size_t index = m_agreements.AddAnswer(std::move(step), transaction.offers);
+    const std::size_t index = m_agreements.AddAnswer(std::move(step), transaction, LegOf(message));
     transaction.answers.push_back(index);
-    transaction.answerTexts.emplace(message.description, index);
+    transaction.answerTexts.emplace(BranchText(message), index);
     transaction.branches[message.toTag] = index;
     Close(transaction);
-    Remember(message, from, index);
+    Remember(message, index);
 }
 
 // A description in a response after the first one of the same branch.
 void CallReader::AnswerAgain(const SipMessage& message, Side from, Transaction& transaction) {
-    const auto same = transaction.answerTexts.find(message.description);
+    const auto same = transaction.answerTexts.find(BranchText(message));
     if (same != transaction.answerTexts.end()) {
         Step& first = m_call->steps[same->second];
         ++first.repeats;
         first.notes.push_back(StepOf(message, from).message + " repeats it");
-        Remember(message, from, same->second);
-        if (transaction.branches.size() > 1) {
-            m_agreements.Settle(same->second);
-        }
+        Remember(message, same->second);
+        m_agreements.Repeat(same->second, transaction, LegOf(message), message.sender, message.receiver);
         return;
     }
     const auto branch = transaction.branches.find(message.toTag);
-    const std::size_t before =
-        branch == transaction.branches.end() ? transaction.answers.front() : branch->second;
-    const Step& first = m_call->steps[before];
+    const auto counted = transaction.counted.find(LegOf(message));
+    const bool isPassedOn = counted == transaction.counted.end();
+    const std::size_t before = !isPassedOn                            ? counted->second.answer
+                               : branch != transaction.branches.end() ? branch->second
+                                                                      : transaction.answers.front();
     Step step = StepOf(message, from);
-    step.previous = before;
-    const std::string number = std::to_string(before + 1);
-    step.notes.push_back(first.sender == message.sender
-                             ? "step " + number +
-                                   " answered the same offer with another text; the first "
-                                   "answer counts (RFC 3261, 13.2.1)"
-                             : "passed on by " + message.sender + ", which changed the text of step " +
-                                   number);
-    const std::size_t index = m_agreements.AddAnswer(std::move(step), transaction.offers);
+    const std::string number = "step " + std::to_string(before + 1);
+    step.notes.push_back(
+        isPassedOn ? "passed on by " + message.sender + ", which changed the text of " + number
+                   : (WithoutOrigin(m_call->steps[before].text) == WithoutOrigin(step.text)
+                          ? "differs from " + number + ", which answered the same offer, in its o= line alone"
+                          : number + " answered the same offer with another text") +
+                         "; the first answer counts (RFC 3261, 13.2.1)");
+    const std::size_t index = m_agreements.AddAnswer(std::move(step), transaction, LegOf(message));
     transaction.answers.push_back(index);
-    transaction.answerTexts.emplace(message.description, index);
+    transaction.answerTexts.emplace(BranchText(message), index);
     transaction.branches[message.toTag] = index;
-    Remember(message, from, index);
+    Remember(message, index);
 }
 
 // RFC 3261, 13.2.1 and RFC 3262, 5: ACK and PRACK answer an offer that a response made.
@@ -101,11 +123,13 @@ void CallReader::AnswerInRequest(const SipMessage& message, Side from, Transacti
     if (!offered.hasOffer && IsAnsweredBy(offered, OtherSide(from))) {
         // Without the INVITE the description of its response looked like an answer.
         for (const std::size_t taken : offered.answers) {
+            offered.offerTexts.emplace(m_call->steps[taken].text, taken);
             m_call->steps[taken].kind = StepKind::Offer;
             m_call->steps[taken].notes.clear();
         }
         offered.offers.insert(offered.offers.begin(), offered.answers.begin(), offered.answers.end());
-        offered.offerTexts.merge(offered.answerTexts);
+        m_agreements.Refuse(offered);
+        offered.counted.clear();
         offered.answers.clear();
         offered.answerTexts.clear();
         offered.branches.clear();
@@ -135,7 +159,7 @@ void CallReader::OfferInResponse(const SipMessage& message, Side from, Transacti
     Step& first = m_call->steps[same->second];
     ++first.repeats;
     first.notes.push_back(StepOf(message, from).message + " repeats it");
-    Remember(message, from, same->second);
+    Remember(message, same->second);
 }
 
 } // namespace cmsdp

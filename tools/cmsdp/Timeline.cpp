@@ -12,6 +12,20 @@
 
 namespace cmsdp {
 
+namespace {
+
+// "a; b; c", at most four.
+std::string Joined(const std::vector<std::string>& phrases) {
+    constexpr std::size_t most = 4;
+    std::string text;
+    for (std::size_t i = 0; i < phrases.size() && i < most; ++i) {
+        text += (i == 0 ? "" : "; ") + phrases[i];
+    }
+    return text + (phrases.size() > most ? "; and " + std::to_string(phrases.size() - most) + " more" : "");
+}
+
+} // namespace
+
 const char* SideName(Side side) {
     return side == Side::Caller ? "caller" : "callee";
 }
@@ -73,8 +87,13 @@ void Evaluate(Call& call, const Capabilities& receiver, std::optional<Side> we) 
             continue;
         }
         const ExplainInput input = InputOfStep(call, i, receiver);
-        step.changes =
+        std::vector<std::string> changes =
             step.previous ? ExplainDifference(input, input.before, input.remote) : ExplainStart(input);
+        if (!step.isIgnored) {
+            step.changes = std::move(changes);
+        } else if (!changes.empty()) {
+            step.notes.push_back("if this text counted: " + Joined(changes));
+        }
         Explanation explanation = Explain(input);
         step.findings = std::move(explanation.findings);
         step.untried = explanation.untried;

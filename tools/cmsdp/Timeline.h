@@ -45,6 +45,7 @@ struct Step {
     Side from = Side::Caller;      ///< which side sent it
     StepKind kind = StepKind::Offer;
     bool isReOffer = false; ///< Offer: an agreement stands already
+    bool isIgnored = false; ///< Answer: an earlier answer to the same offer counts (RFC 3261, 13.2.1)
     int status = 0;         ///< of a response; 0 for a request and for a file
     std::string message;    ///< "INVITE", "200 OK to INVITE", "ACK"; in a folder the name of the file
     std::string sender;     ///< "192.0.2.1:5060", "[2001:db8::1]:5060"; empty where it is not known
@@ -53,14 +54,17 @@ struct Step {
     std::vector<std::string> notes; ///< sentences on the message: a wrong length, a missing offer
     std::size_t repeats = 0;        ///< retransmissions of it and later messages with the same text
 
-    /// Offer: the step of its answer. Answer, Refusal, Challenge: the step of the offer. None without one.
+    /// Offer: the step of its answer. Answer, Refusal, Challenge: the step of the offer. End: a step of the
+    /// branch that it ends while another one stands. None without one.
     std::optional<std::size_t> partner;
-    /// The last agreed description of the same side, which this one replaces.
+    /// The last agreed description of the same side and dialog, which this one replaces; of an ignored answer
+    /// the one that counts.
     std::optional<std::size_t> previous;
 
     // Filled in by Evaluate, for an Offer or Answer that is read as the remote text of the other side.
     bool isEvaluated = false;
-    /// ExplainDifference from the text of `previous`; ExplainStart where there is none.
+    /// ExplainDifference from the text of `previous`; ExplainStart where there is none. Nothing for an
+    /// ignored answer.
     std::vector<std::string> changes;
     std::vector<ExplainFinding> findings;
     std::size_t untried = 0; ///< Explanation::untried

@@ -54,6 +54,9 @@ std::string CallLine(const Call& call, std::size_t number) {
 const char* DoingOf(const Step& step) {
     static constexpr const char* doing[] = {"offers",  "answers",      "refuses", "asks for credentials for",
                                             "cancels", "ends the call"};
+    if (step.kind == StepKind::End && step.partner) {
+        return "ends the branch of";
+    }
     return step.isReOffer ? "offers again" : doing[static_cast<std::size_t>(step.kind)];
 }
 
