@@ -65,6 +65,27 @@ std::string Masked(std::string_view text) {
     return masked;
 }
 
+/// Offset of a secret that its line names: a key (RFC 4566, 5.12; RFC 4567, 3) or a password (RFC 8839, 5.4);
+/// the length of the text without one. `lower` is the text in small letters.
+std::size_t SecretFrom(std::string_view lower) {
+    struct Opening {
+        std::string_view example;
+        std::string_view start;
+        char end; // the secret follows it
+    };
+    static constexpr Opening kOpenings[] = {
+        {"k=base64:c2VjcmV0", "k=", ':'},
+        {"a=key-mgmt:mikey AQAFgM0X", "a=key-mgmt:", ' '},
+        {"a=ice-pwd:x9cml/YzichV2+XlhiMu8g", "a=ice-pwd:", ':'},
+    };
+    for (const Opening& opening : kOpenings) {
+        if (BeginsWith(lower, opening.start)) {
+            return std::min(lower.find(opening.end), lower.size() - 1) + 1;
+        }
+    }
+    return lower.size();
+}
+
 } // namespace
 
 std::string Quoted(std::string_view line) {
@@ -88,17 +109,20 @@ std::string Quoted(std::string_view line) {
         return '"' + Printable(Masked(words[0])) +
                (isSuite ? ' ' + Printable(Masked(words[1])) + " ..." : " ...") + '"';
     }
-    return '"' + Printable(Masked(text)) + '"';
+    const std::size_t named = SecretFrom(lower);
+    return '"' + Printable(Masked(text.substr(0, named))) + (named < lower.size() ? "***\"" : "\"");
 }
 
 std::string Shown(std::string_view value) {
     if (value.size() < kSecretRun && value.find_first_not_of("0123456789.") == std::string_view::npos) {
         return std::string(value); // A number or an address: shown as it is.
     }
-    if (Lower(value.substr(0, 4096)).find("inline") != std::string::npos) {
+    const std::string lower = Lower(value.substr(0, 4096));
+    if (lower.find("inline") != std::string::npos) {
         return "***";
     }
-    return Printable(Masked(value));
+    const std::size_t named = SecretFrom(lower);
+    return Printable(Masked(value.substr(0, named))) + (named < lower.size() ? "***" : "");
 }
 
 } // namespace explain

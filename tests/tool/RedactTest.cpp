@@ -79,6 +79,26 @@ TEST(Redact, TwiceIsOnce) {
     EXPECT_EQ(Redact(once), once);
 }
 
+TEST(Redact, HidesThePasswordOfIce) {
+    EXPECT_EQ(Redact("a=ice-ufrag:F7gI\r\na=ice-pwd:x9cml/YzichV2+XlhiMu8g\r\na=mid:0\r\n"),
+              "a=ice-ufrag:F7gI\r\na=ice-pwd:***\r\na=mid:0\r\n");
+    EXPECT_EQ(Redact("m=x 0 y\n\"A=Ice-Pwd:x9cml\" z"), "m=x 0 y\n\"A=Ice-Pwd:*** z");
+    EXPECT_EQ(Redact("a=ice-pwd:"), "a=ice-pwd:");
+}
+
+TEST(Redact, HidesAManagedKey) {
+    EXPECT_EQ(Redact("a=key-mgmt:mikey AQAFgM0X== x\r\na=mid:0\r\n"),
+              "a=key-mgmt:mikey *** x\r\na=mid:0\r\n");
+    EXPECT_EQ(Redact("a=key-mgmt:mikey\r\na=mid:0 x\r\n"), "a=key-mgmt:mikey\r\na=mid:0 x\r\n");
+    EXPECT_EQ(Redact(std::string("a=key-mgmt:mikey inline:") + kKey), "a=key-mgmt:mikey inline:***");
+}
+
+TEST(Redact, HidesTheKeyOfAKeyLine) {
+    EXPECT_EQ(Redact("k=base64:c2VjcmV0\r\nk=clear:two words\r\nk=prompt\r\n"),
+              "k=base64:***\r\nk=clear:***\r\nk=prompt\r\n");
+    EXPECT_EQ(Redact("> k=uri:http://x/ y\na=fmtp:96 pack=1:2"), "> k=uri:***\na=fmtp:96 pack=1:2");
+}
+
 TEST(Secrets, RemembersWhetherAnythingWasHidden) {
     Secrets secrets(false);
     EXPECT_EQ(secrets.Hide("a=sendrecv"), "a=sendrecv");

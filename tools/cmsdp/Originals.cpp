@@ -101,40 +101,25 @@ void FindSource(const Line& line) {
     }
 }
 
-void FindKey(const Line& line) {
-    const std::size_t colon = line.value.find(':');
-    if (colon != std::string_view::npos) { // "k=prompt" has none
-        line.Add(line.value.substr(colon + 1), Kind::kKey);
-    }
-}
-
-void FindKeyManagement(const Line& line) {
-    line.Add(line.Word(1), Kind::kKey);
-}
-
 struct Place {
     std::string_view example;
     std::string_view start; // in small letters
-    bool isKey;
     void (*find)(const Line&);
 };
 
 constexpr Place kPlaces[] = {
-    {"o=alice 1 1 IN IP4 192.0.2.10", "o=", false, FindOrigin},
-    {"s=Weekly meeting", "s=", false, FindWords},
-    {"i=Room 5", "i=", false, FindWords},
-    {"u=http://www.example.com/", "u=", false, FindPages},
-    {"e=Alice <alice@example.com>", "e=", false, FindWords},
-    {"p=+1 617 555-6011", "p=", false, FindWords},
-    {"c=IN IP4 233.252.0.1/127", "c=", false, FindConnection},
-    {"k=base64:c2VjcmV0", "k=", true, FindKey},
-    {"a=key-mgmt:mikey AQAFgM0X", "a=key-mgmt:", true, FindKeyManagement},
-    {"a=rtcp:53020 IN IP4 192.0.2.10", "a=rtcp:", false, FindRtcp},
-    {"a=candidate:1 1 UDP 2130706431 192.0.2.10 49170 typ host", "a=candidate:", false, FindCandidate},
-    {"a=remote-candidates:1 192.0.2.10 49170", "a=remote-candidates:", false, FindCandidatesOfPeer},
-    {"a=ice-ufrag:F7gI", "a=ice-ufrag:", false, FindCredential},
-    {"a=ice-pwd:x9cml/YzichV2+XlhiMu8g", "a=ice-pwd:", false, FindCredential},
-    {"a=ssrc:314159 cname:alice@example.com", "a=ssrc:", false, FindSource},
+    {"o=alice 1 1 IN IP4 192.0.2.10", "o=", FindOrigin},
+    {"s=Weekly meeting", "s=", FindWords},
+    {"i=Room 5", "i=", FindWords},
+    {"u=http://www.example.com/", "u=", FindPages},
+    {"e=Alice <alice@example.com>", "e=", FindWords},
+    {"p=+1 617 555-6011", "p=", FindWords},
+    {"c=IN IP4 233.252.0.1/127", "c=", FindConnection},
+    {"a=rtcp:53020 IN IP4 192.0.2.10", "a=rtcp:", FindRtcp},
+    {"a=candidate:1 1 UDP 2130706431 192.0.2.10 49170 typ host", "a=candidate:", FindCandidate},
+    {"a=remote-candidates:1 192.0.2.10 49170", "a=remote-candidates:", FindCandidatesOfPeer},
+    {"a=ice-ufrag:F7gI", "a=ice-ufrag:", FindCredential},
+    {"a=ssrc:314159 cname:alice@example.com", "a=ssrc:", FindSource},
 };
 
 bool BeginsWith(std::string_view text, std::string_view start) {
@@ -144,10 +129,10 @@ bool BeginsWith(std::string_view text, std::string_view start) {
            });
 }
 
-void FindPlaces(std::string_view text, std::size_t offset, bool addresses, std::vector<Original>& found) {
+void FindPlaces(std::string_view text, std::size_t offset, std::vector<Original>& found) {
     const std::string_view trimmed = Trimmed(text);
     for (const Place& place : kPlaces) {
-        if ((addresses || place.isKey) && BeginsWith(trimmed, place.start)) {
+        if (BeginsWith(trimmed, place.start)) {
             const std::string_view value = trimmed.substr(place.start.size());
             place.find({text, WordsOf(value), value, offset, &found});
         }
@@ -205,13 +190,19 @@ void DropOverlaps(std::vector<Original>& found) {
 std::vector<Original> FindOriginals(std::string_view text, bool addresses) {
     std::vector<Original> found;
     for (const Hidden& hidden : FindHidden(text)) {
-        AddKeyTexts(text, hidden, found);
+        if (hidden.kind == SecretKind::kSrtpKey) {
+            AddKeyTexts(text, hidden, found);
+        } else if (hidden.kind == SecretKind::kOtherKey) {
+            found.push_back({hidden.offset, text.substr(hidden.offset, hidden.length), Kind::kKey});
+        } else if (addresses) {
+            found.push_back({hidden.offset, text.substr(hidden.offset, hidden.length), Kind::kCredential});
+        }
     }
     for (std::size_t begin = 0; begin < text.size();) {
         const std::size_t end = std::min(text.find_first_of("\r\n", begin), text.size());
         const std::string_view line = text.substr(begin, end - begin);
-        FindPlaces(line, begin, addresses, found);
         if (addresses) {
+            FindPlaces(line, begin, found);
             FindAddressTexts(line, begin, found);
         }
         begin = end + 1;

@@ -16,6 +16,9 @@ namespace {
 
 constexpr std::string_view kInline = "inline:";
 constexpr std::string_view kCrypto = "a=crypto:";
+constexpr std::string_view kKeyManagement = "a=key-mgmt:";
+constexpr std::string_view kPassword = "a=ice-pwd:";
+constexpr std::string_view kKeyLine = "k=";
 constexpr std::string_view kStars = "***";
 
 char Lower(char c) {
@@ -36,22 +39,55 @@ std::size_t FindAnyCase(std::string_view word, std::string_view lowerCase) {
         std::search(word.begin(), word.end(), lowerCase.begin(), lowerCase.end(), same) - word.begin());
 }
 
-// What belongs where a word stands, counted from the last crypto attribute of its line.
-enum class Place { kSuite, kKey, kElsewhere };
+bool Holds(std::string_view word, std::string_view lowerCase) {
+    return FindAnyCase(word, lowerCase) != word.size();
+}
 
-Place NextPlace(Place place) {
-    return place == Place::kSuite ? Place::kKey : Place::kElsewhere;
+// What belongs where a word stands, counted from the last attribute with a key in its line.
+enum class Place { kSuite, kKey, kManagedKey, kElsewhere };
+
+// The place of the word after this one.
+Place NextPlace(std::string_view word, Place place) {
+    return Holds(word, kCrypto)          ? Place::kSuite
+           : Holds(word, kKeyManagement) ? Place::kManagedKey
+           : place == Place::kSuite      ? Place::kKey
+                                         : Place::kElsewhere;
 }
 
 // Where the hidden rest of a word begins; nothing when the whole word is shown.
 std::optional<std::size_t> HiddenFrom(std::string_view word, Place place) {
     const std::size_t method = FindAnyCase(word, kInline);
-    const bool elsewhere = place == Place::kElsewhere;
+    const bool elsewhere = place == Place::kElsewhere || place == Place::kManagedKey;
     if (method != word.size() && (elsewhere || method == 0)) {
         return method + kInline.size();
     }
     const bool shown = elsewhere || (place == Place::kSuite && IsSuiteName(word));
     return shown ? std::nullopt : std::optional<std::size_t>(0);
+}
+
+// Where the key of a line "k=base64:..." begins, when the word begins one; a quote may stand in front of it.
+std::optional<std::size_t> KeyLineFrom(std::string_view word) {
+    const std::size_t start = FindAnyCase(word, kKeyLine);
+    const bool isStart = start < word.size() && (start == 0 || !IsBase64(word[start - 1]));
+    const std::size_t colon = isStart ? word.find(':', start) : std::string_view::npos;
+    return colon == std::string_view::npos ? std::nullopt : std::optional<std::size_t>(colon + 1);
+}
+
+// What is hidden of the word at `at` that is no SRTP key.
+std::optional<Hidden> OtherSecret(std::string_view text, std::size_t at, std::string_view word, Place place) {
+    const std::size_t end = at + word.size();
+    if (place == Place::kManagedKey) {
+        return Hidden{at, word.size(), SecretKind::kOtherKey};
+    }
+    if (const std::size_t password = FindAnyCase(word, kPassword); password != word.size()) {
+        const std::size_t begin = at + password + kPassword.size();
+        return Hidden{begin, end - begin, SecretKind::kIcePassword};
+    }
+    if (const std::optional<std::size_t> from = KeyLineFrom(word)) { // a key in clear may hold blanks
+        const std::size_t stop = std::min(text.find_first_of("\r\n", at), text.size());
+        return Hidden{at + *from, stop - at - *from, SecretKind::kOtherKey};
+    }
+    return std::nullopt;
 }
 
 std::string WithoutKeyTexts(std::string_view text) {
@@ -82,9 +118,16 @@ std::vector<Hidden> FindHidden(std::string_view text) {
         }
         const std::string_view word = text.substr(at, EndOfWord(text, at) - at);
         if (const std::optional<std::size_t> from = HiddenFrom(word, place)) {
-            found.push_back({at + *from, word.size() - *from});
+            found.push_back({at + *from, word.size() - *from, SecretKind::kSrtpKey});
+        } else if (const std::optional<Hidden> other = OtherSecret(text, at, word, place)) {
+            if (other->length != 0) {
+                found.push_back(*other);
+            }
+            at = other->offset + other->length;
+            place = Place::kElsewhere;
+            continue;
         }
-        place = FindAnyCase(word, kCrypto) != word.size() ? Place::kSuite : NextPlace(place);
+        place = NextPlace(word, place);
         at += word.size();
     }
     return found;
@@ -117,6 +160,6 @@ std::string Secrets::HideKey(std::string_view key) {
     return std::string(m_show ? key : kStars);
 }
 
-const char* const kHiddenNote = "SRTP keys are hidden; --show-secrets shows them";
+const char* const kHiddenNote = "secrets are hidden; --show-secrets shows them";
 
 } // namespace cmsdp

@@ -1,4 +1,5 @@
-// SRTP keys are live: whoever has the text of a call has its sound and picture, and texts end up in reports.
+// Keys are live: whoever has the text of a call has its sound and picture, and texts end up in reports. With
+// the password of ICE a stranger passes its connectivity checks (RFC 8445, 7).
 //
 // Tests: tests/tool/RedactTest.cpp
 #pragma once
@@ -10,22 +11,33 @@
 
 namespace cmsdp {
 
-/// A piece of a text that may hold a key.
+/// What a secret opens.
+enum class SecretKind {
+    kSrtpKey,    ///< of an "a=crypto:" attribute, or after "inline:"
+    kOtherKey,   ///< of a line "k=" or an attribute "a=key-mgmt:"
+    kIcePassword ///< of an attribute "a=ice-pwd:"
+};
+
+/// A piece of a text that may hold a secret.
 struct Hidden {
     std::size_t offset;
     std::size_t length;
+    SecretKind kind;
 };
 
-/// Where keys stand, in ascending order: the rest of a word after "inline:", in any letter case, and the
+/// Where secrets stand, in ascending order: the rest of a word after "inline:", in any letter case, and the
 /// third word of an "a=crypto:" attribute without it, because seven characters of that word are skipped
 /// unread (RFC 4568, 9.1 calls for "inline:" there). Its second word counts too unless it names a suite:
 /// anything else in that place may be the key of an attribute whose words are jumbled.
+///
+/// Secrets that are no SRTP keys: the rest of a word after "a=ice-pwd:" (RFC 8839, 5.4), the word after
+/// "a=key-mgmt:mikey" (RFC 4567, 3), the rest of a line after "k=base64:" or another method (RFC 4566, 5.12).
 std::vector<Hidden> FindHidden(std::string_view text);
 
-/// The text with "***" in place of each key that FindHidden finds.
+/// The text with "***" in place of each secret that FindHidden finds.
 std::string Redact(std::string_view text);
 
-/// Hides keys in everything that one run shows, and remembers whether there was anything to hide.
+/// Hides secrets in everything that one run shows, and remembers whether there was anything to hide.
 class Secrets {
 public:
     explicit Secrets(bool show) : m_show(show) {}
@@ -44,7 +56,7 @@ private:
     bool m_hidden = false;
 };
 
-/// What to tell a user whose keys were hidden.
+/// What to tell a user to whom something was not shown.
 extern const char* const kHiddenNote;
 
 } // namespace cmsdp
