@@ -158,6 +158,55 @@ TEST(SipMessage, ThePartOfAMultipartBodyThatIsADescription) {
     EXPECT_FALSE(Read(head).hasDescription);
 }
 
+const BodyCase kEncoded[] = {
+    // A description in a part of a part (RFC 5621, 3.1).
+    {"c: multipart/mixed;boundary=o\r\n",
+     "--o\r\nc: multipart/alternative;boundary=i\r\n\r\n--i\r\nc: text/plain\r\n\r\nhello\r\n--i\r\n"
+     "c: application/sdp\r\n\r\nv=0\r\n\r\n--i--\r\n--o--\r\n",
+     "v=0\r\n", ""},
+    {"c: multipart/mixed;boundary=b\r\n",
+     "--b\r\nc: application/sdp\r\nContent-Transfer-Encoding: "
+     "BASE64\r\n\r\ndj0wDQpz\r\nPS0NCg==\r\n--b--\r\n",
+     "v=0\r\ns=-\r\n", ""},
+    {"c: multipart/mixed;boundary=b\r\n",
+     "--b\r\nc: application/sdp\r\nContent-Transfer-Encoding: quoted-printable\r\n\r\nv=3D0 "
+     "\r\ns=\r\n=3D-\r\n\r\n--b--",
+     "v=0\r\ns=-\r\n", ""},
+    // A part that is not read does not hide the next one.
+    {"c: multipart/mixed;boundary=b\r\n",
+     "--b\r\nc: application/sdp\r\ne: gzip\r\n\r\nzip\r\n--b\r\nc: "
+     "application/sdp\r\n\r\nv=0\r\n\r\n--b--\r\n",
+     "v=0\r\n", ""},
+    {"c: multipart/mixed;boundary=b\r\n", "--b\r\nc: application/sdp\r\ne: gzip\r\n\r\nzip\r\n--b--\r\n", "",
+     "the body is encoded as \"gzip\" and is not read\n"},
+    {"c: application/sdp\r\nContent-Transfer-Encoding: x-own\r\n", "v=0\r\n", "",
+     "the body is encoded as \"x-own\" and is not read\n"},
+    {"c: application/sdp\r\nContent-Transfer-Encoding: base64\r\n", "dj0", "v=", ""},
+    {"c: application/sdp\r\nContent-Transfer-Encoding: base64\r\n", "d===", "", ""},
+    {"c: application/sdp\r\ne: identity\r\nContent-Transfer-Encoding: binary\r\n", "v=0\r\n", "v=0\r\n", ""},
+    {"c: text/plain\r\ne: gzip\r\n", "v=0\r\n", "", ""},
+};
+
+TEST(SipMessage, BodiesInsideOfBodiesAndEncodedOnes) {
+    ExpectBodies(kEncoded, kHead, BodyEnd::Datagram);
+}
+
+TEST(SipMessage, BodiesAreReadToABoundedDepth) {
+    const std::string type = "c: multipart/mixed;boundary=b";
+    std::string part = "c: application/sdp\r\n\r\nv=0\r\n";
+    std::string body;
+    for (const char boundary : {'1', '2', '3', '4', '5'}) {
+        body = std::string("--b") + boundary + "\r\n" + part + "\r\n--b" + boundary + "--\r\n";
+        part = type + boundary + "\r\n\r\n" + body;
+        const SipMessage message = Read(kHead + part);
+        EXPECT_TEXT(message.description, boundary == '5' ? "" : "v=0\r\n") << boundary;
+        EXPECT_TEXT(message.unread, boundary == '5'
+                                        ? "the body has multipart bodies in multipart bodies and is not read"
+                                        : "")
+            << boundary;
+    }
+}
+
 const BodyCase kPastes[] = {
     {"l: 5\r\n", "v=0\r\n\r\n \r\n", "v=0\r\n", ""},
     {"l: 0\r\n", "\r\n12:00 the next line of the log\r\n", "", ""},

@@ -116,6 +116,18 @@ def answers_that_differ():
         (60, "alice", call.response("200 OK", 1, body=sdp("alice", 2), side="bob")))
 
 
+def unread():
+    """Offers and answers that are encoded: they are there all the same."""
+    call = Dialog("unread@192.0.2.1")
+    zipped, mark = b"\x1f\x8bzip", ["Content-Encoding: gzip"]
+    return over_udp(
+        (0, "alice", call.request("INVITE", 1, zipped, to_tag="", extra=mark)),
+        (10, "bob", call.response("200 OK", 1, body=sdp("bob"))), (20, "alice", call.request("ACK", 1)),
+        (30, "alice", call.request("INVITE", 2)), (40, "bob", call.response("200 OK", 2, body=zipped, extra=mark)),
+        (50, "alice", call.request("ACK", 2, sdp("alice"))), (60, "alice", call.request("INVITE", 3, sdp("alice", 2))),
+        (70, "bob", call.response("200 OK", 3, body=zipped, extra=mark)), (80, "alice", call.request("ACK", 3)))
+
+
 SCENARIOS = {
     "updates": (updates(), ["--about audio.send"]),
     "early-branches": (early_branches(), ["--about audio.send"]),
@@ -123,5 +135,6 @@ SCENARIOS = {
     "won-by-second": (won_by_second(), ["--top"]),
     "media-proxy": (media_proxy(), ["--about audio.send"]),
     "gateway": (gateway(), ["--about audio.send"]),
+    "unread": (unread(), ["--about audio.codec"]),
     "answers-that-differ": (answers_that_differ(), ["--about audio.send"]),
 }

@@ -27,7 +27,8 @@ struct Transaction : OfferAnswer {
     std::string fromTag;
     std::string toTag;     // empty in a request that begins a call
     bool isSeen = false;   // the request itself, not a response to it alone
-    bool hasOffer = false; // the request holds a description
+    bool hasOffer = false; // the request holds a description, be it one that cannot be read
+    std::string unread;    // which message has an offer that cannot be read, and why
     Steps answers;         // all of them
     Texts offerTexts;
     Texts answerTexts;                 // To tag and description

@@ -70,9 +70,12 @@ void CallReader::Answer(const SipMessage& message, Side from, Transaction& trans
     const bool isNewBranch = !transaction.branches.empty();
     Step step = StepOf(message, from);
     if (transaction.offers.empty()) {
-        step.notes.emplace_back(transaction.isSeen ? "there is no offer that this could answer"
-                                                   : "the offer that this answers is not in the input; "
-                                                     "the one that the local file makes is taken for it");
+        step.notes.emplace_back(!transaction.unread.empty()
+                                    ? transaction.unread +
+                                          "; the offer that the local file makes is taken for it"
+                                : transaction.isSeen ? "there is no offer that this could answer"
+                                                     : "the offer that this answers is not in the input; "
+                                                       "the one that the local file makes is taken for it");
     }
     if (isNewBranch) {
         step.notes.emplace_back("another branch of the call answers: the tag of To is a new one "

@@ -32,6 +32,9 @@ std::size_t TakeFromJson(Draft& draft);
 std::size_t EndLinesAtEscapes(Draft& draft);
 std::size_t DecodeQuotedPrintable(Draft& draft);
 
+/// A line without its "=XX" (RFC 2045, 6.7); what is no such byte stays as it is.
+std::string DecodedQuotedLine(std::string_view line);
+
 // CleanLines.cpp: what was put around every line
 std::size_t EndLinesAtCr(Draft& draft);
 std::size_t EndLinesAtBreaks(Draft& draft);

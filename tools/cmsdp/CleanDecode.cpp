@@ -149,18 +149,6 @@ int HexDigit(char c) {
     return at == std::string_view::npos ? -1 : static_cast<int>(at);
 }
 
-// RFC 2045, 6.7: "=XX" is a byte. What is none stays as it is.
-std::string DecodedLine(std::string_view line) {
-    std::string out;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        const int high = line[i] == '=' && i + 2 < line.size() ? HexDigit(line[i + 1]) : -1;
-        const int low = high < 0 ? -1 : HexDigit(line[i + 2]);
-        out += low < 0 ? line[i] : static_cast<char>(high * 16 + low);
-        i += low < 0 ? 0 : 2;
-    }
-    return out;
-}
-
 // "v=3D0", alone or with its line end encoded, too.
 bool IsEncodedStart(std::string_view text) {
     constexpr std::string_view start = "v=3D0";
@@ -169,7 +157,7 @@ bool IsEncodedStart(std::string_view text) {
 
 // Adds a line that was encoded. Its text can hold line ends, and a draft counts lines.
 void AddDecoded(Draft& draft, std::string_view encoded, std::string_view end, std::uint32_t number) {
-    const std::string text = DecodedLine(encoded);
+    const std::string text = DecodedQuotedLine(encoded);
     std::size_t begin = 0;
     for (std::size_t feed = text.find('\n'); feed != std::string::npos; feed = text.find('\n', begin)) {
         draft.Add(std::string_view(text).substr(begin, feed - begin), "\n", number);
@@ -181,6 +169,17 @@ void AddDecoded(Draft& draft, std::string_view encoded, std::string_view end, st
 }
 
 } // namespace
+
+std::string DecodedQuotedLine(std::string_view line) {
+    std::string out;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const int high = line[i] == '=' && i + 2 < line.size() ? HexDigit(line[i + 1]) : -1;
+        const int low = high < 0 ? -1 : HexDigit(line[i + 2]);
+        out += low < 0 ? line[i] : static_cast<char>(high * 16 + low);
+        i += low < 0 ? 0 : 2;
+    }
+    return out;
+}
 
 std::size_t DecodeUtf16(Draft& draft) {
     const bool little = BeginsWith(draft.text, "\xff\xfe");

@@ -1,10 +1,11 @@
-// Stage: a SIP message, its start line, its headers and its body.
+// Stage: a SIP message, its start line, its headers and the length of its body.
 // Input: the bytes of one message. Output: what a timeline needs of it.
 // Touches nothing.
 // A body is taken as RFC 3261, 18.3 says; what does not agree with its headers is noted, not repaired.
 // Test: tests/tool/SipMessageTest.cpp
 #include "SipMessage.h"
 
+#include "SipBody.h"
 #include "SipHeaders.h"
 #include "Words.h"
 
@@ -91,59 +92,16 @@ std::string_view CutByLines(std::string_view rest, const std::string& length) {
     return rest.substr(0, end);
 }
 
-bool IsType(const std::string& value, std::string_view type) {
-    return LowerCase(Trimmed(std::string_view(value).substr(0, value.find(';')))) == type;
-}
-
-// RFC 3959: a description of disposition early-session is not part of the call's offer and answer.
-bool IsDescription(const SipHeaders& headers) {
-    return IsType(headers["content-type"], "application/sdp") &&
-           !IsType(headers["content-disposition"], "early-session");
-}
-
-std::string_view WithoutLastEnd(std::string_view text) {
-    const bool hasCr = text.size() > 1 && text[text.size() - 2] == '\r';
-    return text.substr(0, text.size() - std::min<std::size_t>(text.size(), hasCr ? 2 : 1));
-}
-
-// RFC 2046, 5.1: parts begin after "--boundary"; the line end in front of a boundary belongs to the boundary.
-bool FindPart(std::string_view body, const std::string& boundary, std::string_view& found) {
-    const std::string mark = "--" + boundary;
-    std::size_t begin = std::string_view::npos;
-    for (std::size_t at = 0; at < body.size();) {
-        const std::size_t lineBegin = at;
-        if (TakeLine(body, at).compare(0, mark.size(), mark) != 0) {
-            continue;
-        }
-        if (begin != std::string_view::npos) {
-            const std::string_view part = WithoutLastEnd(body.substr(begin, lineBegin - begin));
-            const SipHeaders headers = ReadSipHeaders(part);
-            if (IsDescription(headers)) {
-                found = part.substr(headers.end);
-                return true;
-            }
-        }
-        begin = at;
-    }
-    return false;
-}
-
 void ReadBody(std::string_view body, const SipHeaders& headers, SipMessage& message) {
-    const std::string& type = headers["content-type"];
-    std::string_view found = body;
-    if (!headers["content-encoding"].empty() && !body.empty()) {
-        message.notes.push_back("the body is encoded as " + Quoted(headers["content-encoding"]) +
-                                " and is not read");
-    } else if (LowerCase(type).compare(0, 10, "multipart/") == 0) {
-        message.hasDescription = FindPart(body, HeaderParameter(type, "boundary"), found);
-    } else if (type.empty() && body.compare(0, 3, "v=0") == 0) {
-        message.hasDescription = true;
-        message.notes.emplace_back(
-            "the body has no Content-Type (RFC 3261, 20.15); it is read as a description");
-    } else {
-        message.hasDescription = IsDescription(headers) && !body.empty();
+    SipBody read = ReadSipBody(body, headers);
+    for (const std::string& note : {read.unread, read.note}) {
+        if (!note.empty()) {
+            message.notes.push_back(note);
+        }
     }
-    message.description = message.hasDescription ? found : std::string_view();
+    message.hasDescription = read.hasDescription;
+    message.description = std::move(read.description);
+    message.unread = std::move(read.unread);
 }
 
 } // namespace

@@ -30,6 +30,7 @@ struct SipMessage {
 
     bool hasDescription = false;
     std::string description;        ///< the body of type application/sdp, byte for byte
+    std::string unread;             ///< why a body that may hold a description is not read; also a note
     std::vector<std::string> notes; ///< sentences on a body that is not as its headers say
 };
 
