@@ -4,6 +4,7 @@
 // Test: tests/explain/judge_cases.py
 #include "Canonical.h"
 #include "MediaWords.h"
+#include "SDPKeyword.h"
 #include "SDPTables.h"
 #include "SDPText.h"
 #include "Suspect.h"
@@ -156,6 +157,9 @@ std::vector<std::string_view> CryptoWordsOf(std::string_view line) {
 /// A suite with the signs that its registered name has: "AES-CM-128-HMAC-SHA1-32" is one to its writer.
 std::string SuiteMeant(std::string_view word) {
     const std::string name = Upper(word);
+    if (sdp::FindNamed<sdp::kSuites>(word) != nullptr) {
+        return std::string(word);
+    }
     for (const sdp::Suite& suite : sdp::kSuites) {
         if (!suite.name.empty() && Squeezed(suite.name) == Squeezed(word)) {
             return std::string(suite.name);

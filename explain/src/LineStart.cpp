@@ -76,6 +76,13 @@ bool TakesNumber(SDPRow row) {
 /// "content=slides", "crypto-1 ...", "fmtp97 ..."; 0 for any other attribute.
 std::size_t NameWithoutColon(std::string_view attribute) {
     constexpr std::size_t longest = 16;
+    const auto isOfName = [](char c) { return (c | 0x20) >= 'a' ? (c | 0x20) <= 'z' : c == '-'; };
+    const auto* const end = std::find_if_not(attribute.begin(), attribute.end(), isOfName);
+    const bool isLoose = end != attribute.end() && (*end == '=' || *end == ';' || *end == ',' ||
+                                                    *end == '/' || (*end >= '0' && *end <= '9'));
+    if (!isLoose) {
+        return 0; // Most attributes: a name before its colon.
+    }
     const std::string lower = Lower(attribute.substr(0, longest));
     for (const sdp::LineRow& row : sdp::kLineRows) {
         constexpr std::size_t type = 2; // "a="

@@ -17,10 +17,12 @@ using Words = std::vector<std::string_view>;
 
 /// Parts a word in two; signs that stand for the blank are left out.
 void CutInTwo(Words& words, std::size_t at, std::size_t length) {
-    const std::string_view rest = words[at].substr(length);
+    std::string_view rest = words[at].substr(length);
+    rest.remove_prefix(std::min(rest.find_first_not_of("/,:;"), rest.size()));
     words[at] = words[at].substr(0, length);
-    words.insert(words.begin() + static_cast<std::ptrdiff_t>(at) + 1,
-                 rest.substr(std::min(rest.find_first_not_of("/,:;"), rest.size())));
+    if (!rest.empty()) {
+        words.insert(words.begin() + static_cast<std::ptrdiff_t>(at) + 1, rest);
+    }
 }
 
 bool IsTransport(std::string_view word) {

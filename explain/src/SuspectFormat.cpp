@@ -76,20 +76,22 @@ void AddStaticNotes(Scene& scene, const MeantSection& section, std::string_view 
     for (const sdp::AudioCodec& codec : sdp::kAudioCodecs) {
         const bool isChosen = codec.isStatic && payload == codec.format.payload &&
                               scene.state.record.eAudioCodec == codec.codec;
+        if (!isChosen) {
+            continue;
+        }
         const TextLine* const rtpmap = LineOf(scene.reading, section.rtpmap, payload);
         const TextLine* const fmtp = LineOf(scene.reading, section.fmtp, payload);
         const std::string_view name = rtpmap == nullptr ? std::string_view() : WordOf(rtpmap->text, 1);
         const bool isName =
             BeginsWith(Upper(name), codec.format.name.substr(0, codec.format.name.find('/') + 1));
         // G722/16000 is what the codec does and an old error for its RTP clock (RFC 3551, 4.5.2).
-        if (isChosen && isName && !BeginsWith(Upper(name), codec.format.name) &&
-            Upper(name) != "G722/16000") {
+        if (isName && !BeginsWith(Upper(name), codec.format.name) && Upper(name) != "G722/16000") {
             Blame(scene, kStaticClock, *rtpmap,
                   {LineWords(*rtpmap), " gives payload ", payload, " another clock rate than 8000."}, {}, {})
                 .Know(Topic::AudioCodec, {"This side sends and plays payload ", payload,
                                           " at 8000 Hz, so speech is too slow, too fast or noise."});
         }
-        if (isChosen && codec.codec == PAYLOAD_G729 && fmtp != nullptr &&
+        if (codec.codec == PAYLOAD_G729 && fmtp != nullptr &&
             Lower(fmtp->text).find("annexb=yes") != std::string::npos) {
             Blame(scene, kAnnexB, *fmtp, {LineWords(*fmtp), " says that the far end uses Annex B."}, {}, {})
                 .Know(Topic::AudioCodec,

@@ -122,7 +122,8 @@ void FindVideoLimits(Scene& scene, const VideoField& field, const VideoParms& vi
     for (const LimitField& limit : kVideoLimits) {
         const std::int32_t own = video.*limit.own;
         const std::string file = std::string(field.file) + limit.file;
-        const std::int32_t highest = negotiation::LimitsOfLevel("5.1").*limit.ofLevel;
+        constexpr negotiation::H264Limits most = negotiation::LimitsOfLevel("5.1");
+        const std::int32_t highest = most.*limit.ofLevel;
         if (own > highest) {
             BlameField(scene, kHighLimit, file,
                        {field.record, limit.record, " (", file, ") is ", own, ", more than the ", highest,

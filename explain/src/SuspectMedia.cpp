@@ -140,6 +140,15 @@ std::string PortMeant(std::string_view word) {
     return port > 0 && port <= highest ? std::to_string(port) : "49170";
 }
 
+/// The edit is made to be shown: what comes of the port is known without it.
+std::vector<ExplainTextChange> DiscardCure(const Scene& scene, const TextLine& line) {
+    std::vector<ExplainTextChange> changes;
+    if (!scene.isBrief) {
+        changes.push_back(ReplaceLine(line, WithWord(line, 1, "49170")));
+    }
+    return changes;
+}
+
 bool IsFirstOf(const Reading& reading, const MeantSection& section) {
     return !HasEarlier(reading, section);
 }
@@ -157,9 +166,9 @@ void AddPort(Scene& scene, const MeantSection& section, const TextLine& line) {
               {"write a port from 1 to 65535 in line ", number},
               {ReplaceLine(line, WithWord(line, 1, PortMeant(section.port)))});
     } else if (std::stoi(std::string(digits)) == discard && IsFirstOf(scene.reading, section)) {
-        Suspect& suspect = Blame(scene, kDiscard, line, {LineWords(line), " has port 9, the discard port."},
-                                 {"write the RTP port of the far end in line ", number},
-                                 {ReplaceLine(line, WithWord(line, 1, "49170"))});
+        Suspect& suspect =
+            Blame(scene, kDiscard, line, {LineWords(line), " has port 9, the discard port."},
+                  {"write the RTP port of the far end in line ", number}, DiscardCure(scene, line));
         suspect.Know(TopicsOf(section, section.isSlides).front(),
                      {"Media go to port 9, where nothing takes them."});
     } else if (std::stoi(std::string(digits)) == 0) {
@@ -221,8 +230,8 @@ void AddUnknown(Scene& scene, const MeantSection& section, const TextLine& line)
     const auto isKnown = [](std::string_view media) {
         return media == "audio" || media == "video" || media == "application";
     };
-    constexpr std::size_t type = 2; // "m="
-    const bool isSpelling = !line.isPlain && isKnown(WordOf(Canonical(line, scene.reading), 0).substr(type));
+    const std::string spelled = line.isPlain ? std::string() : Canonical(line, scene.reading);
+    const bool isSpelling = BeginsWith(spelled, "m=") && isKnown(WordOf(spelled, 0).substr(2));
     if (!isKnown(section.media) && !isSpelling) {
         const std::string likely(LikelyMedium(scene, section));
         if (!likely.empty()) {

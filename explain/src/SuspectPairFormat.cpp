@@ -86,7 +86,11 @@ void AddNotOffered(Scene& scene, const Reading& offer, const MeantSection& ours,
                    std::string_view format, const std::vector<Topic>& topics) {
     const TextLine& media = scene.reading.lines[theirs.line];
     std::string text(media.text);
-    text.replace(text.rfind(format), format.size(), ours.formats.front());
+    const std::size_t at = text.rfind(format);
+    if (at == std::string::npos) {
+        return; // Its signs are not those of the line, whose spelling is blamed.
+    }
+    text.replace(at, format.size(), ours.formats.front());
     Suspect& suspect =
         Blame(scene, kFormat, media,
               {LineWords(media), " lists payload ", AsShown(format), ", which our offer (", Payloads(ours),

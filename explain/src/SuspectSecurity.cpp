@@ -94,9 +94,12 @@ void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) 
         section.transport.find("TLS") == std::string::npos && section.transport.find("RTP/AVP") == 0) {
         std::string text(media.text);
         const std::size_t at = Upper(text).find("RTP/AVP");
-        text.insert(at + 4, "S");
-        Blame(scene, kPlainTransport, media, {LineWords(media), " says RTP/AVP, and crypto lines follow it."},
-              {"write RTP/SAVP in line ", media.number}, {ReplaceLine(media, text)});
+        if (at != std::string::npos) {
+            text.insert(at + 4, "S");
+            Blame(scene, kPlainTransport, media,
+                  {LineWords(media), " says RTP/AVP, and crypto lines follow it."},
+                  {"write RTP/SAVP in line ", media.number}, {ReplaceLine(media, text)});
+        }
     }
     const bool isPlain = !isSecure && !(isOtherSecure && scene.input.srtp);
     if (!hasLine && isPlain && scene.input.srtp && section.transport.find("TLS") == std::string::npos) {

@@ -195,6 +195,9 @@ void FindChoice(Scene& scene, const MeantSection& section) {
             if (isBetter && !isWide && format != section.formats.front()) {
                 std::string text = WithFormat(media, format, {});
                 const std::vector<std::string_view> words = WordsOf(text, 4);
+                if (words.size() < 4) {
+                    return; // Words are missing or glued, and the spelling of the line is blamed.
+                }
                 text.insert(static_cast<std::size_t>(words[3].data() - std::string_view(text).data()),
                             std::string(format) + " ");
                 Blame(scene, kTheirOrder, media,
