@@ -175,6 +175,11 @@ std::size_t Clean(Draft& draft, std::size_t nth, std::vector<std::string>& notes
     return bodies.size();
 }
 
+std::size_t CleanUncut(Draft& draft, std::vector<std::string>& notes) {
+    RunSteps(kBeforeTheCut, draft, false, notes);
+    return FindBodies(draft).size();
+}
+
 std::vector<Body> FindBodies(const Draft& draft) {
     std::vector<Body> bodies;
     bool isOpen = false;

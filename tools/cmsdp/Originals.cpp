@@ -146,11 +146,17 @@ bool IsLikeASuite(std::string_view text) {
            });
 }
 
+// The text up to a line end that is written out, as in a program text.
+std::string_view BeforeWrittenEnd(std::string_view text) {
+    return text.substr(0, std::min(text.find("\\r"), text.find("\\n")));
+}
+
 // The key texts of what may hold a key, such as "KEY|2^20|1:4;inline:KEY|1:4" (RFC 4568, 6.1).
 void AddKeyTexts(std::string_view text, const Hidden& hidden, std::vector<Original>& found) {
     constexpr std::string_view method = "inline:";
-    const std::size_t end = hidden.offset + hidden.length;
-    if (IsLikeASuite(text.substr(hidden.offset, hidden.length))) {
+    const std::string_view word = BeforeWrittenEnd(text.substr(hidden.offset, hidden.length));
+    const std::size_t end = hidden.offset + word.size();
+    if (IsLikeASuite(word)) {
         return;
     }
     for (std::size_t begin = hidden.offset; begin < end;) {

@@ -1,10 +1,13 @@
 // cmsdp redact: a description that others may read.
 //
 // Tests: tests/tool/redact.cases, RedactVerbTest.cpp
+#include "Clean.h"
 #include "Originals.h"
 #include "Outcome.h"
 #include "RemoteText.h"
 #include "Replacements.h"
+#include "SipHeaders.h"
+#include "SipMessage.h"
 #include "Unreadable.h"
 #include "Verbs.h"
 
@@ -14,13 +17,52 @@ namespace cmsdp {
 
 namespace {
 
-std::string ReadBytes(const std::string& name) {
-    std::string text = ReadDescription(name);
-    const std::string unreadable = WhyUnreadable(text, name, "redact");
-    if (!unreadable.empty()) {
-        throw ToolError(kRemoteText, NameOfInput(name) + ": " + unreadable);
+[[noreturn]] void Fail(const std::string& name, const std::string& why) {
+    throw ToolError(kRemoteText, NameOfInput(name) + ": " + why);
+}
+
+// Pieces of encoded lines, in small letters, each with a key or a password in it or after it.
+constexpr std::string_view kEncoded[] = {"v%3d0%0",      "a%3dcrypto",   "inline%3a",  "a%3dice-pwd",
+                                         "a%3dkey-mgmt", "k%3dbase64",   "a=3dcrypto", "inline=3a",
+                                         "a=3dice-pwd",  "a=3dkey-mgmt", "k=3dbase64"};
+
+// Throws when a key of the text would be missed because its line is encoded.
+void RequirePlainKeys(const std::string& name, std::string_view text) {
+    const std::string lower = LowerCase(text);
+    for (const std::string_view encoded : kEncoded) {
+        if (lower.find(encoded) != std::string::npos) {
+            Fail(name, "holds encoded lines, with " + Quoted(encoded) +
+                           " in them, whose keys would be missed; decode them first");
+        }
     }
-    return text;
+}
+
+bool HoldsSipMessage(std::string_view text) {
+    bool holds = false;
+    for (std::size_t at = 0; at < text.size() && !holds;) {
+        holds = IsSipStartLine(TakeLine(text, at));
+    }
+    return holds;
+}
+
+// The text byte for byte; or as the steps of Clean.h leave it, uncut, where they find more descriptions in
+// it.
+std::string ReadText(const std::string& name, std::vector<std::string>& notes) {
+    Draft draft = Draft::Of(ReadDescription(name));
+    const std::string unreadable = WhyUnreadable(draft.text, name, "redact");
+    if (!unreadable.empty()) {
+        Fail(name, unreadable);
+    }
+    Draft cleaned = draft;
+    std::vector<std::string> steps;
+    if (CleanUncut(cleaned, steps) > FindBodies(draft).size()) {
+        draft = std::move(cleaned);
+        notes = std::move(steps);
+    } else if (!HoldsSdpLine(draft.text, LineEnd::Any) && !HoldsSipMessage(draft.text)) {
+        Fail(name, "holds no SDP line such as \"v=0\" or \"m=audio 5004 RTP/AVP 0\"");
+    }
+    RequirePlainKeys(name, draft.text);
+    return draft.text;
 }
 
 std::string Counted(std::size_t count, const char* one, const char* many) {
@@ -30,7 +72,8 @@ std::string Counted(std::size_t count, const char* one, const char* many) {
 } // namespace
 
 Outcome RunRedact(const CommandLine& line, const Screen& screen) {
-    const std::string text = ReadBytes(line.remote.name);
+    Outcome outcome;
+    const std::string text = ReadText(line.remote.name, outcome.notes);
     const std::vector<Original> originals = FindOriginals(text, line.addresses);
     Replacements replacements(originals);
     std::set<std::string_view> keys;
@@ -39,7 +82,6 @@ Outcome RunRedact(const CommandLine& line, const Screen& screen) {
         (original.kind == OriginalKind::kKey ? keys : others).insert(original.text);
     }
 
-    Outcome outcome;
     outcome.text = DescriptionFor(screen, Replaced(text, originals, replacements));
     outcome.notes.push_back("replaced " + Counted(keys.size(), " key", " keys") +
                             (line.addresses ? " and " + Counted(others.size(), " address, name or credential",
