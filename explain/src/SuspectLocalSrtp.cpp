@@ -91,7 +91,12 @@ void FindLocalSrtp(Scene& scene) {
         const Topic topic = section.media == "audio" ? Topic::EncryptionAudio
                             : video < 2              ? Topic::EncryptionMain
                                                      : Topic::EncryptionSlides;
-        if (isWanted && (section.media == "audio" || section.media == "video")) {
+        const auto stream = topic == Topic::EncryptionAudio  ? baseSDP::SRTP_AUDIO
+                            : topic == Topic::EncryptionMain ? baseSDP::SRTP_VIDEO
+                                                             : baseSDP::SRTP_VIDEO_PRESO;
+        const OurSection* const ours = OurStream(scene.state, stream);
+        const bool isSecured = ours != nullptr && ours->hasKey; // by the text that was sent
+        if (isWanted && !isSecured && (section.media == "audio" || section.media == "video")) {
             Suspect& suspect =
                 BlameField(scene, isDemanded ? kSrtpOff : kSrtpUnused, "srtp",
                            {"m_bSRTP (srtp) is off, and line ", reading.lines[section.line].number,

@@ -114,6 +114,36 @@ TEST_F(Page, OfACall) {
     EXPECT_EQ(Count(run.out, "<a href=\"#t3\">text and findings</a>"), 1U);
 }
 
+// What the call's own answer declines does not come up, although this side would take it.
+TEST_F(Page, OfACallShowsWhatTheAnswerDeclined) {
+    Write("call/1-offer.sdp", std::string(kOurs) + "m=video 16386 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\n");
+    Write("call/2-answer.sdp", std::string(kAnswer) + "m=video 0 RTP/AVP 97\r\n");
+    const Result run = Cmsdp({"explain", "--html", "-", "call"});
+    EXPECT_EQ(Count(run.out, "<article class=\"card up\"><h3>Audio "), 2U);
+    EXPECT_EQ(Count(run.out, "<article class=\"card up\"><h3>Main video "), 0U);
+    EXPECT_EQ(Count(run.out, "<h3>Main video <span class=\"state\">not negotiated</span>"), 2U);
+}
+
+// An offer that was answered early and then refused leaves nothing agreed.
+TEST_F(Page, OfARefusedCallHasNoStreams) {
+    const std::string head =
+        "\r\nFrom: <sip:a@example.org>;tag=a\r\nTo: <sip:b@example.org>;tag=b\r\nCall-ID: 1\r\n"
+        "CSeq: 1 INVITE\r\n";
+    const auto with = [&](const std::string& start, const std::string& body) {
+        return start + head +
+               "Content-Type: application/sdp\r\nContent-Length: " + std::to_string(body.size()) +
+               "\r\n\r\n" + body;
+    };
+    Write("log.txt", with("INVITE sip:b@example.org SIP/2.0", kOurs) +
+                         with("SIP/2.0 183 Session Progress", kAnswer) + "SIP/2.0 486 Busy Here" + head +
+                         "\r\n");
+    const Result run = Cmsdp({"explain", "--html", "-", "log.txt"});
+    EXPECT_EQ(Count(run.out,
+                    "<section id=\"verdict\"><h2>Streams</h2>\n<p>No offer and answer stand agreed at "
+                    "the end of this call, so no stream runs.</p>\n</section>"),
+              1U);
+}
+
 // --top leaves one finding of each description, in the picture as well.
 TEST_F(Page, OfACallHasTheFindingsThatWereAsked) {
     Write("call/1.sdp", kOurs);

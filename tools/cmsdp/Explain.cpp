@@ -1,7 +1,7 @@
 // cmsdp explain: why did the call come up as it did? cmsdp whynot: why was a codec not chosen? cmsdp diff:
 // what changed for the engine?
 //
-// Tests: tests/tool/explain_outputs.py
+// Tests: tests/tool/explain.cases, explain_outputs.py
 #include "ExplainPage.h"
 #include "ExplainText.h"
 #include "Findings.h"
@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 
 namespace cmsdp {
 
@@ -34,13 +35,29 @@ void CheckNoCall(const CommandLine& line) {
     }
 }
 
-ExplainInput InputOf(const CommandLine& line, const std::string& remote) {
+// A description beside the remote text; empty without one.
+std::string ReadBeside(const CommandLine& line, const std::optional<std::string>& name,
+                       std::vector<std::string>& notes) {
+    return name ? ReadExplained({*name, line.remote.exact, 1, line.remote.verb}, notes) : "";
+}
+
+ExplainInput InputOf(const CommandLine& line, const std::string& remote, std::vector<std::string>& notes) {
     ExplainInput input = InputOf(SideOf(line.local));
     input.remoteAnswers = line.offered || line.ourOffer.has_value();
     input.remote = remote;
-    input.before = line.before ? ReadDescription(*line.before) : "";
-    input.ourOffer = line.ourOffer ? ReadDescription(*line.ourOffer) : "";
+    input.before = ReadBeside(line, line.before, notes);
+    input.ourOffer = ReadBeside(line, line.ourOffer, notes);
     return input;
+}
+
+// Standard input has one text.
+void CheckInputs(const CommandLine& line) {
+    const std::string names[] = {line.remote.name, line.newer, line.before.value_or(""),
+                                 line.ourOffer.value_or("")};
+    if (std::count(std::begin(names), std::end(names), "-") > 1) {
+        throw ToolError(kUsage, "only one of the descriptions can be standard input; see cmsdp " +
+                                    line.remote.verb + " --help");
+    }
 }
 
 } // namespace
@@ -59,7 +76,9 @@ Outcome RunExplain(const CommandLine& line, const Screen& /*screen*/) {
         return RunExplainCall(line, remote);
     }
     CheckNoCall(line);
-    const ExplainInput input = InputOf(line, CleanedPaste(line.remote, std::move(remote), outcome.notes));
+    CheckInputs(line);
+    remote = CleanedPaste(line.remote, std::move(remote), outcome.notes);
+    const ExplainInput input = InputOf(line, remote, outcome.notes);
     if (line.html) {
         MakePage(outcome, line, input);
         return outcome;
@@ -88,7 +107,8 @@ Outcome RunWhyNot(const CommandLine& line, const Screen& /*screen*/) {
     if (named == CodecNames().end()) {
         throw ToolError(kUsage, Quoted(line.codec) + " is no codec; see cmsdp capabilities for their names");
     }
-    std::vector<ExplainPair> pairs = ExplainWhyNot(InputOf(line, ReadExplained(line.remote, outcome.notes)));
+    std::vector<ExplainPair> pairs =
+        ExplainWhyNot(InputOf(line, ReadExplained(line.remote, outcome.notes), outcome.notes));
     pairs.erase(std::remove_if(pairs.begin(), pairs.end(),
                                [&](const ExplainPair& pair) { return pair.codec != named->value; }),
                 pairs.end());
@@ -101,10 +121,11 @@ Outcome RunWhyNot(const CommandLine& line, const Screen& /*screen*/) {
 
 Outcome RunDiff(const CommandLine& line, const Screen& /*screen*/) {
     Outcome outcome;
+    CheckInputs(line);
     const std::string older = ReadExplained(line.remote, outcome.notes);
     const std::string newer =
         ReadExplained({line.newer, line.remote.exact, 1, line.remote.verb}, outcome.notes);
-    const ExplainInput input = InputOf(line, older);
+    const ExplainInput input = InputOf(line, older, outcome.notes);
     const std::vector<std::string> changes = ExplainDifference(input, older, newer);
     for (const std::string& change : changes) {
         outcome.text += Visible(change) + "\n";

@@ -21,7 +21,21 @@ std::string BaseName(const std::string& file) {
                        : std::filesystem::path(file).lexically_normal().filename().string();
 }
 
+// A page takes the place of no file that was read for it.
+void CheckTarget(const CommandLine& line) {
+    const std::string inputs[] = {line.pcap.value_or(line.remote.name), line.local.value_or(""),
+                                  line.before.value_or(""), line.ourOffer.value_or("")};
+    for (const std::string& input : inputs) {
+        std::error_code error;
+        if (!input.empty() && *line.html != "-" && std::filesystem::equivalent(*line.html, input, error)) {
+            throw ToolError(kUsage, "--html " + Quoted(*line.html) +
+                                        " names a file that is read; name another one for the page");
+        }
+    }
+}
+
 void Finish(Outcome& outcome, const CommandLine& line, PageData& page) {
+    CheckTarget(line);
     NumberPage(page);
     outcome.text = PageOf(page);
     outcome.file = *line.html == "-" ? "" : *line.html;

@@ -5,6 +5,8 @@
 // Test: tests/tool/PageTest.cpp
 #include "Page.h"
 
+#include <algorithm>
+
 namespace cmsdp {
 
 namespace {
@@ -89,23 +91,43 @@ void WriteDetails(Markup& out, const PageExchange& exchange) {
     }
 }
 
-// The exchange whose verdict is that of the call: the last one with an answer.
-std::size_t LastAgreed(const PageData& page) {
-    std::size_t last = 0;
+// Whether a final response, or the end of the call before one, took the offer of a step back.
+bool IsRefused(const Call& call, std::size_t offer) {
+    return std::any_of(call.steps.begin(), call.steps.end(), [offer](const Step& step) {
+        return step.kind == StepKind::Refusal && step.partner == offer;
+    });
+}
+
+// The exchange whose verdict is that of the call: the last one that stands agreed. None: no exchange does.
+std::optional<std::size_t> LastAgreed(const PageData& page) {
+    std::optional<std::size_t> last;
     for (std::size_t i = 0; i < page.exchanges.size(); ++i) {
-        last = page.exchanges[i].answer ? i : last;
+        const PageExchange& exchange = page.exchanges[i];
+        const bool isWhole = exchange.offer && exchange.answer;
+        if (isWhole && (page.call == nullptr || !IsRefused(*page.call, exchange.offer->step - 1))) {
+            last = i;
+        }
     }
     return last;
 }
 
-void WriteMain(Markup& out, const PageData& page) {
-    const std::size_t last = LastAgreed(page);
-    if (!page.exchanges.empty()) {
-        const std::string& title = page.exchanges[last].title;
-        out.Open("section", {{"id", "verdict"}});
+void WriteVerdictOfCall(Markup& out, const PageData& page, std::optional<std::size_t> last) {
+    out.Open("section", {{"id", "verdict"}});
+    if (last) {
+        const std::string& title = page.exchanges[*last].title;
         out.Element("h2", title.empty() ? "Streams" : "Streams after " + title);
-        WriteVerdict(out, page.exchanges[last]);
-        out.Close();
+        WriteVerdict(out, page.exchanges[*last]);
+    } else {
+        out.Element("h2", "Streams");
+        out.Element("p", "No offer and answer stand agreed at the end of this call, so no stream runs.");
+    }
+    out.Close();
+}
+
+void WriteMain(Markup& out, const PageData& page) {
+    const std::optional<std::size_t> last = LastAgreed(page);
+    if (!page.exchanges.empty()) {
+        WriteVerdictOfCall(out, page, last);
     }
     if (page.call != nullptr) {
         WriteTimeline(out, page);

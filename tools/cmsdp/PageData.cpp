@@ -14,8 +14,9 @@ namespace cmsdp {
 
 namespace {
 
-// The record that the media engine gets, and the verdict on each stream. An answer that was sent is judged by
-// explain; of the one that would be written, the verdict is part of the report.
+// The record that the media engine gets, and the verdict on each stream. An answer that was sent decides
+// which streams come up, and is judged by explain; of the one that would be written, the verdict is part of
+// the report.
 Report ReportOf(const ExplainInput& input, const Capabilities& side) {
     SDPHandler handler;
     Prepare(handler, side);
@@ -27,7 +28,7 @@ Report ReportOf(const ExplainInput& input, const Capabilities& side) {
         handler.GetLocalSDP(); // the offer that the text answers
     }
     const Draft draft = Draft::Of(input.remote);
-    Report report = ReadInto(handler, side, draft, input.remoteAnswers);
+    Report report = ReadInto(handler, side, draft, input.remoteAnswers, input.ourAnswer);
     if (input.remoteAnswers || input.ourAnswer.empty()) {
         JudgeAnswer(report, side, draft, input.remoteAnswers);
     }

@@ -19,6 +19,16 @@ namespace {
     throw ToolError(kRemoteText, NameOfInput(source.name) + ": " + why);
 }
 
+constexpr const char* kNoSdpLine = "holds no SDP line such as \"v=0\" or \"m=audio 5004 RTP/AVP 0\"";
+
+// Names an input that is no text.
+void CheckReadable(const RemoteSource& source, const std::string& text) {
+    const std::string unreadable = WhyUnreadable(text, source.name, source.verb);
+    if (!unreadable.empty()) {
+        Fail(source, unreadable);
+    }
+}
+
 void CleanIt(Draft& draft, const RemoteSource& source, std::vector<std::string>& notes) {
     const std::size_t count = Clean(draft, source.nth, notes, source.lineEnd);
     if (source.nth > 1 && count < source.nth) {
@@ -42,30 +52,29 @@ Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes
 
 Draft ReadRemoteText(const RemoteSource& source, std::string text, std::vector<std::string>& notes) {
     Draft draft = Draft::Of(std::move(text));
-    const std::string unreadable = WhyUnreadable(draft.text, source.name, source.verb);
-    if (!unreadable.empty()) {
-        Fail(source, unreadable);
-    }
+    CheckReadable(source, draft.text);
     if (source.exact) {
         NoteBodies(draft, notes);
     } else {
         CleanIt(draft, source, notes);
     }
     if (!HoldsSdpLine(draft.text, source.lineEnd)) {
-        Fail(source, std::string("holds no SDP line such as \"v=0\" or \"m=audio 5004 RTP/AVP 0\"") +
-                         (source.exact && source.lineEnd == LineEnd::CrLf
-                              ? "; --exact counts only lines that end in CR LF"
-                              : ""));
+        Fail(source, std::string(kNoSdpLine) + (source.exact && source.lineEnd == LineEnd::CrLf
+                                                    ? "; --exact counts only lines that end in CR LF"
+                                                    : ""));
     }
     return draft;
 }
 
 std::string CleanedPaste(const RemoteSource& source, std::string text, std::vector<std::string>& notes) {
-    const bool isPaste = !HoldsSdpLine(text) && text.find('\n') != std::string::npos;
-    if (source.exact || !isPaste) {
-        return text;
+    CheckReadable(source, text);
+    if (!source.exact && !HoldsSdpLine(text)) {
+        return ReadRemoteText(source, std::move(text), notes).text;
     }
-    return ReadRemoteText(source, std::move(text), notes).text;
+    if (!HoldsSdpLine(text, LineEnd::Any)) {
+        Fail(source, kNoSdpLine);
+    }
+    return text;
 }
 
 std::string ReadDescription(const std::string& name) {

@@ -30,8 +30,9 @@ Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes
 /// The same for bytes that were read already.
 Draft ReadRemoteText(const RemoteSource& source, std::string text, std::vector<std::string>& notes);
 
-/// The text as it is, because its bytes are what the engine got. One that has lines and none that ends in CR
-/// LF is a paste more often than a far end's text; unless `exact`, that one is cleaned as by ReadRemoteText.
+/// The text as it is, because its bytes are what the engine got. One without a line of a description that
+/// ends in CR LF is a paste more often than a far end's text; unless `exact`, that one is cleaned as by
+/// ReadRemoteText. Throws ToolError(kRemoteText) when the input is no text or holds no such line.
 std::string CleanedPaste(const RemoteSource& source, std::string text, std::vector<std::string>& notes);
 
 /// The bytes of a description, from a file or, for "-", standard input. Throws ToolError(kRemoteText) when

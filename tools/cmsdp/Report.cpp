@@ -89,7 +89,8 @@ void NoteAnswer(Report& report, const Reading& reading, std::size_t served) {
 
 } // namespace
 
-Report ReadInto(SDPHandler& handler, const Capabilities& side, const Draft& draft, bool isAnswer) {
+Report ReadInto(SDPHandler& handler, const Capabilities& side, const Draft& draft, bool isAnswer,
+                const std::string& sent) {
     Report report;
     const Reading reading = ReadWith(handler, draft);
     handler.GetRTPData(report.record); // Assigning a record leaves out the BFCP identity (M01).
@@ -112,7 +113,7 @@ Report ReadInto(SDPHandler& handler, const Capabilities& side, const Draft& draf
     NoteSpareFloorControl(report, reading);
 
     if (!isAnswer && !handler.IsOffer()) {
-        report.answer = handler.GetLocalSDP();
+        report.answer = sent.empty() ? handler.GetLocalSDP() : sent;
         NoteAnswer(report, reading, side.servedSections);
     }
     return report;

@@ -42,8 +42,10 @@ struct Report {
 };
 
 /// Reads the draft with `handler`, which was prepared from `side`, and lets it answer.
-/// `isAnswer`: the text answers an offer of ours, so there is nothing to answer.
-Report ReadInto(SDPHandler& handler, const Capabilities& side, const Draft& draft, bool isAnswer = false);
+/// `isAnswer`: the text answers an offer of ours, so there is nothing to answer. `sent`: the answer that was
+/// sent in place of the handler's; empty for none.
+Report ReadInto(SDPHandler& handler, const Capabilities& side, const Draft& draft, bool isAnswer = false,
+                const std::string& sent = "");
 
 /// Judges our own answer: what strict far ends refuse stands in `answerNotes`, and what --fit does with the
 /// text in `fit`.

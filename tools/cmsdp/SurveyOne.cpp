@@ -61,12 +61,15 @@ SurveyResult Surveyor::Examine(const Surveyed& item) {
     }
     m_input.remote = item.text;
     m_input.remoteAnswers = item.remoteAnswers;
+    m_input.ourOffer = item.ourOffer;
     std::vector<ExplainFinding> findings = m_counter.Findings(m_input);
     result.findings.reserve(findings.size());
     for (ExplainFinding& finding : findings) {
         result.findings.push_back({finding.id, finding.topic, finding.severity, std::move(finding.lines)});
     }
-    TakeStreams(result, item);
+    if (item.ourOffer.empty()) {
+        TakeStreams(result, item);
+    }
     const std::string origin = FirstLine(item.text, "o=");
     result.origin = origin.substr(0, origin.find(' '));
     result.session = FirstLine(item.text, "s=");

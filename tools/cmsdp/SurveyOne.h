@@ -20,6 +20,7 @@ struct Surveyed {
     std::string text;           ///< byte for byte
     bool remoteAnswers = false; ///< it answers our offer
     std::string unread;         ///< why there is no description; empty when there is one
+    std::string ourOffer;       ///< the offer that the text answers; empty: the one of the local file
 };
 
 struct SurveyFinding {
@@ -40,10 +41,10 @@ struct SurveyResult {
     std::string unread;  ///< why there was no description
     std::string refused; ///< why the fitted answer refuses the text; empty when it does not
     std::vector<SurveyFinding> findings;
-    std::vector<SurveyStream> streams;
-    std::string origin;  ///< user name of the "o=" line
-    std::string session; ///< "s=" line
-    std::string tool;    ///< "a=tool:" line
+    std::vector<SurveyStream> streams; ///< none for an answer to an offer that is not of the local file
+    std::string origin;                ///< user name of the "o=" line
+    std::string session;               ///< "s=" line
+    std::string tool;                  ///< "a=tool:" line
 };
 
 /// Examines descriptions of far ends; one for each thread.

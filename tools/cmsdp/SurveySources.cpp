@@ -50,21 +50,27 @@ bool IsCapture(std::string_view bytes) {
                        [bytes](std::string_view start) { return bytes.substr(0, start.size()) == start; });
 }
 
-bool TakeCalls(const std::string& name, std::vector<Call> calls, const TakeItem& take) {
+bool TakeCalls(const std::string& name, const std::vector<Call>& calls, const TakeItem& take) {
     std::size_t count = 0;
-    for (Call& call : calls) {
-        for (Step& step : call.steps) {
+    for (const Call& call : calls) {
+        for (const Step& step : call.steps) {
             if (step.kind != StepKind::Offer && step.kind != StepKind::Answer) {
                 continue;
             }
             ++count;
-            if (!take({name + ":" + std::to_string(count), std::move(step.text),
-                       step.kind == StepKind::Answer, ""})) {
+            const std::string place = name + ":" + std::to_string(count);
+            const bool isAnswer = step.kind == StepKind::Answer;
+            const Surveyed item =
+                isAnswer && !step.partner
+                    ? Surveyed{place, "", true, "it answers an offer that is not in the input", ""}
+                    : Surveyed{place, step.text, isAnswer, "",
+                               isAnswer ? call.steps[*step.partner].text : ""};
+            if (!take(item)) {
                 return false;
             }
         }
     }
-    return count != 0 || take({name, "", false, "it holds no offer and no answer"});
+    return count != 0 || take({name, "", false, "it holds no offer and no answer", ""});
 }
 
 // The description of a file. Bytes without any line of a description have none.
@@ -79,13 +85,15 @@ Surveyed ItemOf(const std::string& line, const std::string& name, bool remoteAns
     using Json = nlohmann::json;
     const Json value = Json::parse(line, nullptr, false);
     if (value.is_discarded()) {
-        return {name, "", false, "it is no JSON"};
+        return {name, "", false, "it is no JSON", ""};
     }
     if (!value.is_object() || !value.contains("sdp") || !value["sdp"].is_string()) {
-        return {name, "", false, "it has no member \"sdp\" that is a text"};
+        return {name, "", false, "it has no member \"sdp\" that is a text", ""};
     }
-    const bool isAnswer = value.contains("type") && value["type"] == "answer";
-    return {name, value["sdp"].get<std::string>(), remoteAnswers || isAnswer, ""};
+    const bool hasOffer = value.contains("offer") && value["offer"].is_string();
+    const bool isAnswer = hasOffer || (value.contains("type") && value["type"] == "answer");
+    return {name, value["sdp"].get<std::string>(), remoteAnswers || isAnswer, "",
+            hasOffer ? value["offer"].get<std::string>() : ""};
 }
 
 } // namespace
@@ -103,7 +111,7 @@ void ReadItems(const std::string& file, bool remoteAnswers, const TakeItem& take
     try {
         std::error_code error;
         if (fs::exists(file, error) && !fs::is_regular_file(file, error)) {
-            take({file, "", false, "it is no file"});
+            take({file, "", false, "it is no file", ""});
             return;
         }
         std::string text = ReadFile(file);
@@ -113,14 +121,15 @@ void ReadItems(const std::string& file, bool remoteAnswers, const TakeItem& take
         } else if (HoldsSipMessages(text)) {
             TakeCalls(file, CallsOfSipText(text, false, notes), take);
         } else {
-            take({file, Description(file, std::move(text)), remoteAnswers, ""});
+            take({file, Description(file, std::move(text)), remoteAnswers, "", ""});
         }
     } catch (const ReadError& error) {
-        take({file, "", false, error.what()});
+        take({file, "", false, error.what(), ""});
     } catch (const ToolError& error) {
         const std::string why = error.what();
         const std::string start = file + ": ";
-        take({file, "", false, why.compare(0, start.size(), start) == 0 ? why.substr(start.size()) : why});
+        take(
+            {file, "", false, why.compare(0, start.size(), start) == 0 ? why.substr(start.size()) : why, ""});
     }
 }
 
@@ -132,7 +141,7 @@ void ReadJsonLines(bool remoteAnswers, const TakeItem& take) {
         const std::string name = "-:" + std::to_string(++number);
         const bool isEmpty = line.find_first_not_of(" \t\r") == std::string::npos && !isTooLong;
         const bool isWanted =
-            isEmpty || take(isTooLong ? Surveyed{name, "", false, "it is longer than 16 MiB"}
+            isEmpty || take(isTooLong ? Surveyed{name, "", false, "it is longer than 16 MiB", ""}
                                       : ItemOf(line, name, remoteAnswers));
         line.clear();
         isTooLong = false;
