@@ -77,6 +77,7 @@ TEST(SipMessage, AResponse) {
                                     "to  tag \n");
     EXPECT_FALSE(message.hasDescription);
     EXPECT_EQ(Read("SIP/2.0 200\r\ni: 1\r\nCSeq: 7 BYE\r\n\r\n").reason, "");
+    EXPECT_EQ(Read(std::string(kHead) + "Replaces: 2@b ;to-tag=1\r\n\r\n").replaces, "2@b");
 }
 
 TEST(SipMessage, WhatIsNoMessage) {
@@ -156,6 +157,22 @@ TEST(SipMessage, ThePartOfAMultipartBodyThatIsADescription) {
     EXPECT_FALSE(Read(head + "--b=1\r\n--b=1\r\n--b=1--\r\n").hasDescription);
     EXPECT_FALSE(Read(head + "--b=1\r\nc: application/sdp\r\n\r\nv=0\r\n").hasDescription);
     EXPECT_FALSE(Read(head).hasDescription);
+}
+
+const BodyCase kCut[] = {
+    {"c: application/sdp\r\nl: 50\r\n", "v=0\r\n", "v=0\r\n",
+     "the capture holds 5 of 50 bytes of the body; what the rest says is not known\n"},
+    {"c: application/sdp\r\n", "v=0\r\n", "v=0\r\n",
+     "the capture holds 5 bytes of the body; what the rest says is not known\n"},
+    {"c: application/sdp\r\nl: 5\r\n", "v=0\r\n", "v=0\r\n", ""},
+    {"c: application/sdp\r\nl: 50\r\n", "", "",
+     "the capture holds 0 of 50 bytes of the body; what the rest says is not known\n"},
+    {"", "", "", "the capture ends within the headers of this message\n"},
+};
+
+TEST(SipMessage, BodiesOfMessagesThatTheCaptureHoldsInPart) {
+    ExpectBodies(kCut, kHead, BodyEnd::Cut);
+    EXPECT_TEXT(Read(kHead, BodyEnd::Cut).unread, "the capture ends within the headers of this message");
 }
 
 const BodyCase kEncoded[] = {

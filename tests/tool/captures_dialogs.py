@@ -1,6 +1,6 @@
 """Captures of calls with several dialogs: branches, early dialogs, proxies and gateways between the sides."""
 from captures_calls import ALICE, BOB, Dialog, PROXY, over_udp, sdp
-from captures_wire import udp
+from captures_wire import Stream, pcap, udp
 
 
 def updates():
@@ -128,6 +128,40 @@ def unread():
         (70, "bob", call.response("200 OK", 3, body=zipped, extra=mark)), (80, "alice", call.request("ACK", 3)))
 
 
+def snapped(most):
+    """Frames cut by the snap length: UDP, then TCP over IPv6 in the same call's reverse direction."""
+    call, back = Dialog("snapped@192.0.2.1"), Stream("[2001:db8::2]:5060", "[2001:db8::1]:5060")
+    return pcap(over_udp(
+        (0, "alice", call.request("INVITE", 1, sdp("alice", video=5006), to_tag="")),
+        (10, "bob", call.response("200 OK", 1, body=sdp("bob"))), (20, "alice", call.request("ACK", 1)),
+        (30, "alice", call.request("INVITE", 2, sdp("alice", 2, direction="sendonly", video=0))),
+        (40, "bob", call.response("200 OK", 2, body=sdp("bob", 2)))) + [
+            (50, back.segment(call.request("UPDATE", 3, sdp("bob", 3, video=0), side="bob")))], most)
+
+
+def missing():
+    """A 200 without its ACK, then an offer without a response and one without an answer."""
+    call = Dialog("missing@192.0.2.1")
+    okay = call.response("200 OK", 1, body=sdp("bob"))
+    return over_udp(
+        (0, "alice", call.request("INVITE", 1, sdp("alice"), to_tag="")), (10, "bob", okay), (510, "bob", okay),
+        (1510, "bob", okay), (2000, "bob", call.request("UPDATE", 1, sdp("bob", 2), side="bob")),
+        (3000, "alice", call.request("INVITE", 2, sdp("alice", 2))), (3010, "bob", call.response("100 Trying", 2)))
+
+
+def replaced():
+    """A call that takes over the one before it, one that takes over an unknown one, and one without a description."""
+    packets = []
+    tags = "@192.0.2.1;to-tag=b1;from-tag=a1"
+    for at, name, extra in ((0, "one@192.0.2.1", []), (10, "two@192.0.2.1", ["Replaces: one" + tags]),
+                            (20, "three@192.0.2.1", ["Replaces: none" + tags])):
+        call = Dialog(name)
+        packets += [(at, "alice", call.request("INVITE", 1, sdp("alice"), to_tag="", extra=extra)),
+                    (at + 1, "bob", call.response("200 OK", 1, body=sdp("bob"))),
+                    (at + 2, "alice", call.request("ACK", 1))]
+    return over_udp(*packets, (30, "alice", Dialog("four@192.0.2.1").request("INVITE", 1, to_tag="")))
+
+
 SCENARIOS = {
     "updates": (updates(), ["--about audio.send"]),
     "early-branches": (early_branches(), ["--about audio.send"]),
@@ -135,6 +169,10 @@ SCENARIOS = {
     "won-by-second": (won_by_second(), ["--top"]),
     "media-proxy": (media_proxy(), ["--about audio.send"]),
     "gateway": (gateway(), ["--about audio.send"]),
+    "snapped": (snapped(430), ["--about audio.codec"]),
+    "snapped-headers": (snapped(260), ["--about audio.codec"]),
+    "missing": (missing(), ["--about audio.codec"]),
+    "replaced": (replaced(), [f"--about audio.codec --we callee --call {call}" for call in (2, 3, 4)]),
     "unread": (unread(), ["--about audio.codec"]),
     "answers-that-differ": (answers_that_differ(), ["--about audio.send"]),
 }

@@ -45,10 +45,10 @@ class Stream:
         return frame(self.sender[0], self.receiver[0], 6, header + data)
 
 
-def pcap(packets):
-    """A capture of (milliseconds, frame)."""
-    out = struct.pack("<IHHiIII", 0xA1B2C3D4, 2, 4, 0, 0, 262144, 1)
+def pcap(packets, most=262144):
+    """A capture of (milliseconds, frame), each frame cut to a snap length."""
+    out = struct.pack("<IHHiIII", 0xA1B2C3D4, 2, 4, 0, 0, most, 1)
     for milliseconds, data in packets:
         seconds, rest = divmod(1_750_000_000_000 + milliseconds, 1000)
-        out += struct.pack("<IIII", seconds, rest * 1000, len(data), len(data)) + data
+        out += struct.pack("<IIII", seconds, rest * 1000, min(len(data), most), len(data)) + data[:most]
     return out

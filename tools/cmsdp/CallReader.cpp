@@ -85,6 +85,7 @@ Step CallReader::StepOf(const SipMessage& message, Side from) const {
     step.sender = message.sender;
     step.receiver = message.receiver;
     step.text = message.description;
+    step.isCut = message.isCut;
     step.notes = message.notes;
     return step;
 }
@@ -112,6 +113,8 @@ void CallReader::Read(const SipMessage& message) {
     const Side requester = RequesterOf(message);
     const Side from = message.method.empty() ? OtherSide(requester) : requester;
     m_hasInvite = m_hasInvite || message.cseqMethod == "INVITE";
+    m_call->replaces = message.replaces.empty() ? m_call->replaces : message.replaces;
+    CountAccepted(message);
     if (message.method == "INVITE" && message.toTag.empty() && message.sender == m_call->callee) {
         m_call->callee = message.receiver; // a proxy passes the call on
     }
@@ -155,6 +158,7 @@ void CallReader::ReadRequest(const SipMessage& message, Side from) {
             // The same number again is another request than the one whose response made an offer.
             Close(transaction);
             static_cast<OfferAnswer&>(transaction) = OfferAnswer();
+            transaction.isDone = false;
             transaction.answers.clear();
             transaction.offerTexts.clear();
             transaction.answerTexts.clear();

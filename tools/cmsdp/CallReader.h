@@ -31,9 +31,12 @@ struct Transaction : OfferAnswer {
     std::string unread;    // which message has an offer that cannot be read, and why
     Steps answers;         // all of them
     Texts offerTexts;
-    Texts answerTexts;                 // To tag and description
-    Texts branches;                    // To tag and the last answer with it
-    std::optional<std::string> winner; // To tag of the first 2xx
+    Texts answerTexts;                         // To tag and description
+    Texts branches;                            // To tag and the last answer with it
+    bool isResponded = false;                  // any response
+    bool isDone = false;                       // answered, refused, or known to have no answer
+    std::map<Leg, std::size_t> unacknowledged; // how often a 2xx to INVITE was seen
+    std::optional<std::string> winner;         // To tag of the first 2xx
 };
 
 /// From tag, To tag, number and method: numbers are counted for each dialog (RFC 3261, 12.2.1.1).
@@ -49,7 +52,8 @@ class CallReader {
 public:
     explicit CallReader(const SipMessage& first);
     void Read(const SipMessage& message);
-    Call Finish() { return std::move(*m_call); }
+    /// The call, with a note on what the input has no answer to.
+    Call Finish();
     /// Whether any message belongs to an INVITE.
     bool HasInvite() const { return m_hasInvite; }
 
@@ -73,7 +77,9 @@ private:
     void Accept(const SipMessage& message, Transaction& transaction);
     void End(const SipMessage& message, Step& step);
     bool IsAnsweredBy(const Transaction& transaction, Side side) const;
-    void Close(const Transaction& transaction);
+    void Close(Transaction& transaction);
+    void CountAccepted(const SipMessage& message);
+    void NoteMissing(const Transaction& transaction);
     Transaction*& OpenOf(Side side) { return m_open[static_cast<std::size_t>(side)]; }
     Transaction* OpenOf(Side side, const SipMessage& message);
 

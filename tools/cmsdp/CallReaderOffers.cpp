@@ -30,7 +30,8 @@ std::string WithoutOrigin(std::string_view text) {
 
 } // namespace
 
-void CallReader::Close(const Transaction& transaction) {
+void CallReader::Close(Transaction& transaction) {
+    transaction.isDone = true;
     for (Transaction*& open : m_open) {
         open = open == &transaction ? nullptr : open;
     }

@@ -55,6 +55,7 @@ void CallReader::ReadResponse(const SipMessage& message, Side requester) {
     }
     const Side from = OtherSide(requester);
     Transaction& transaction = TransactionOf(message);
+    transaction.isResponded = true;
     if (!message.unread.empty() && transaction.unread.empty() && message.status < 300) {
         transaction.unread = StepOf(message, from).message + ": " + message.unread;
     }
@@ -91,6 +92,42 @@ void CallReader::Accept(const SipMessage& message, Transaction& transaction) {
     } else if (!transaction.offers.empty()) {
         m_live.emplace(leg.tags, transaction.offers.back());
     }
+}
+
+// RFC 3261, 13.3.1.4: a 2xx is sent again and again until its ACK comes.
+void CallReader::CountAccepted(const SipMessage& message) {
+    if (message.method == "ACK") {
+        TransactionOf(message).unacknowledged.erase(LegOf(message));
+    } else if (message.cseqMethod == "INVITE" && message.status >= 200 && message.status < 300) {
+        ++TransactionOf(message).unacknowledged[LegOf(message)];
+    }
+}
+
+void CallReader::NoteMissing(const Transaction& transaction) {
+    if (!transaction.isDone && !transaction.offers.empty()) {
+        m_call->steps[transaction.offers.back()].notes.emplace_back(
+            transaction.isResponded ? "no answer to it is in the input"
+                                    : "no response to it is in the input");
+    } else if (transaction.offers.empty() && transaction.answers.empty() && !transaction.unread.empty()) {
+        m_call->notes.push_back(transaction.unread);
+    }
+    for (const auto& [leg, times] : transaction.unacknowledged) {
+        const auto counted = transaction.counted.find(leg);
+        if (times > 1 && counted != transaction.counted.end()) {
+            m_call->steps[counted->second.answer].notes.push_back(
+                "the response 2xx is in the input " + std::to_string(times) + " times, an ACK is not");
+        }
+    }
+}
+
+Call CallReader::Finish() {
+    for (const auto& [key, transaction] : m_transactions) {
+        NoteMissing(transaction);
+    }
+    if (m_call->steps.empty() && m_call->notes.empty()) {
+        m_call->notes.emplace_back("no message of this call holds a description");
+    }
+    return std::move(*m_call);
 }
 
 void CallReader::End(const SipMessage& message, Step& step) {

@@ -118,6 +118,18 @@ std::string Datagram(const json& layers, const std::string& message) {
     return frame.substr(at, length - headerLength);
 }
 
+// Whether the snap length of the capture cut the frame (IPv4 and IPv6 headers say how long a packet is) and
+// the message with it.
+bool IsCut(const json& layers, const std::string& message) {
+    const std::string ip = LastOf(layers, "ip_raw");
+    const std::string header = ip.empty() ? LastOf(layers, "ipv6_raw") : ip;
+    const std::string frame = LastOf(layers, "frame_raw");
+    const std::size_t at = header.empty() ? std::string::npos : frame.rfind(header);
+    const std::size_t length = ip.empty() ? 40 + NumberAt(header, 4) : NumberAt(ip, 2);
+    return at != std::string::npos && at + length > frame.size() && frame.size() >= message.size() &&
+           frame.compare(frame.size() - message.size(), message.size(), message) == 0;
+}
+
 void AddMessages(const json& packet, std::vector<SipMessage>& messages) {
     const json& layers = packet.at("layers");
     const std::string ip = LastOf(layers, "ip_raw");
@@ -126,7 +138,9 @@ void AddMessages(const json& packet, std::vector<SipMessage>& messages) {
     ports = ports.empty() ? LastOf(layers, "tcp_raw") : ports;
     const double time = std::strtod(packet.value("timestamp", "0").c_str(), nullptr) / 1000;
     for (const std::string& bytes : AllOf(layers, "sip_raw")) {
-        std::optional<SipMessage> message = ParseSipMessage(Datagram(layers, bytes), BodyEnd::Datagram);
+        const std::string datagram = Datagram(layers, bytes);
+        std::optional<SipMessage> message =
+            ParseSipMessage(datagram, IsCut(layers, datagram) ? BodyEnd::Cut : BodyEnd::Datagram);
         if (!message) {
             continue;
         }

@@ -19,6 +19,22 @@ bool IsOfCall(const SipMessage& message) {
     return std::find(std::begin(methods), std::end(methods), message.cseqMethod) != std::end(methods);
 }
 
+void NoteReplaced(std::vector<Call>& calls) {
+    std::map<std::string, std::size_t> numbers;
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        numbers.emplace(calls[i].id, i + 1);
+    }
+    for (Call& call : calls) {
+        const auto replaced = numbers.find(call.replaces);
+        if (!call.replaces.empty()) {
+            call.notes.push_back("its INVITE replaces " +
+                                 (replaced == numbers.end() ? "a call that is not in the input"
+                                                            : "call " + std::to_string(replaced->second)) +
+                                 " (RFC 3891)");
+        }
+    }
+}
+
 } // namespace
 
 std::vector<Call> CallsOf(const std::vector<SipMessage>& messages) {
@@ -40,6 +56,7 @@ std::vector<Call> CallsOf(const std::vector<SipMessage>& messages) {
             calls.push_back(reader->Finish());
         }
     }
+    NoteReplaced(calls);
     return calls;
 }
 

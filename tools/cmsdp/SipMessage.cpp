@@ -78,6 +78,21 @@ std::string_view CutByLength(std::string_view rest, const std::string& length, S
     return rest.substr(0, count);
 }
 
+// The body of a message whose end is not in the capture.
+std::string_view CutByCapture(std::string_view rest, const std::string& length, SipMessage& message) {
+    const std::size_t count = IsNumber(length) ? std::stoul(length) : rest.size() + 1;
+    if (count <= rest.size()) {
+        return rest.substr(0, count);
+    }
+    message.isCut = true;
+    message.notes.push_back(rest.empty() && !IsNumber(length)
+                                ? "the capture ends within the headers of this message"
+                                : "the capture holds " + std::to_string(rest.size()) +
+                                      (IsNumber(length) ? " of " + Bytes(count) : " bytes") +
+                                      " of the body; what the rest says is not known");
+    return rest;
+}
+
 // The body in a pasted text: what follows it may be part of a log.
 std::string_view CutByLines(std::string_view rest, const std::string& length) {
     const std::size_t count = IsNumber(length) ? std::stoul(length) : rest.size() + 1;
@@ -127,10 +142,17 @@ std::optional<SipMessage> ParseSipMessage(std::string_view text, BodyEnd end) {
     message.fromUri = HeaderUri(headers["from"]);
     message.toUri = HeaderUri(headers["to"]);
     message.warning = headers["warning"];
+    message.replaces =
+        Trimmed(std::string_view(headers["replaces"]).substr(0, headers["replaces"].find(';')));
     const std::string_view rest = text.substr(at + headers.end);
     const std::string& length = headers["content-length"];
-    ReadBody(end == BodyEnd::Paste ? CutByLines(rest, length) : CutByLength(rest, length, message), headers,
-             message);
+    ReadBody(end == BodyEnd::Paste ? CutByLines(rest, length)
+             : end == BodyEnd::Cut ? CutByCapture(rest, length, message)
+                                   : CutByLength(rest, length, message),
+             headers, message);
+    if (message.isCut && !message.hasDescription && message.unread.empty()) {
+        message.unread = message.notes.front();
+    }
     return message;
 }
 

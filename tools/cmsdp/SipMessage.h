@@ -26,16 +26,19 @@ struct SipMessage {
     std::string toTag; ///< empty outside of a dialog
     std::string fromUri;
     std::string toUri;
-    std::string warning; ///< value of the Warning header (RFC 3261, 20.43)
+    std::string replaces; ///< Call-ID of the call that an INVITE takes over (RFC 3891, 6.1)
+    std::string warning;  ///< value of the Warning header (RFC 3261, 20.43)
 
     bool hasDescription = false;
     std::string description;        ///< the body of type application/sdp, byte for byte
     std::string unread;             ///< why a body that may hold a description is not read; also a note
+    bool isCut = false;             ///< the capture does not hold all of the body, or of the headers
     std::vector<std::string> notes; ///< sentences on a body that is not as its headers say
 };
 
 /// How the end of a body is found.
 enum class BodyEnd {
+    Cut,      ///< the capture holds the beginning of the message, which may end anywhere
     Datagram, ///< RFC 3261, 18.3: Content-Length, or without it all that follows the headers
     Paste     ///< a text file: Content-Length where it fits, otherwise the last line of a description
 };

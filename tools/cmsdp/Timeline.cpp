@@ -24,6 +24,17 @@ std::string Joined(const std::vector<std::string>& phrases) {
     return text + (phrases.size() > most ? "; and " + std::to_string(phrases.size() - most) + " more" : "");
 }
 
+// A text of which the capture holds the beginning alone is compared with nothing.
+void LeaveCut(const Call& call, Step& step) {
+    if (step.previous && call.steps[*step.previous].isCut) {
+        step.previous.reset();
+    }
+    if (step.kind == StepKind::Answer && step.partner && call.steps[*step.partner].isCut) {
+        step.notes.push_back("the offer of step " + std::to_string(*step.partner + 1) +
+                             " is cut; the one that the local file makes is taken for it");
+    }
+}
+
 } // namespace
 
 const char* SideName(Side side) {
@@ -70,10 +81,10 @@ ExplainInput InputOfStep(const Call& call, std::size_t step, const Capabilities&
     ExplainInput input = InputOf(receiver);
     input.remote = read.text;
     input.remoteAnswers = read.kind == StepKind::Answer;
-    if (read.previous) {
+    if (read.previous && !call.steps[*read.previous].isCut) {
         input.before = call.steps[*read.previous].text;
     }
-    if (read.partner) {
+    if (read.partner && !call.steps[*read.partner].isCut) {
         (input.remoteAnswers ? input.ourOffer : input.ourAnswer) = call.steps[*read.partner].text;
     }
     return input;
@@ -83,9 +94,10 @@ void Evaluate(Call& call, const Capabilities& receiver, std::optional<Side> we) 
     for (std::size_t i = 0; i < call.steps.size(); ++i) {
         Step& step = call.steps[i];
         const bool isRead = step.kind == StepKind::Offer || step.kind == StepKind::Answer;
-        if (!isRead || (we && *we == step.from)) {
+        if (!isRead || step.isCut || (we && *we == step.from)) {
             continue;
         }
+        LeaveCut(call, step);
         const ExplainInput input = InputOfStep(call, i, receiver);
         std::vector<std::string> changes =
             step.previous ? ExplainDifference(input, input.before, input.remote) : ExplainStart(input);

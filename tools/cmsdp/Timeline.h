@@ -51,6 +51,7 @@ struct Step {
     std::string sender;     ///< "192.0.2.1:5060", "[2001:db8::1]:5060"; empty where it is not known
     std::string receiver;
     std::string text;               ///< Offer, Answer: the description, byte for byte
+    bool isCut = false;             ///< the capture holds only the beginning of the description
     std::vector<std::string> notes; ///< sentences on the message: a wrong length, a missing offer
     std::size_t repeats = 0;        ///< retransmissions of it and later messages with the same text
 
@@ -61,7 +62,8 @@ struct Step {
     /// the one that counts.
     std::optional<std::size_t> previous;
 
-    // Filled in by Evaluate, for an Offer or Answer that is read as the remote text of the other side.
+    // Filled in by Evaluate, for an Offer or Answer that is read as the remote text of the other side and is
+    // not cut.
     bool isEvaluated = false;
     /// ExplainDifference from the text of `previous`; ExplainStart where there is none. Nothing for an
     /// ignored answer.
@@ -76,6 +78,7 @@ struct Call {
     std::string callee;      ///< address
     std::string callerName;  ///< URI of the caller's From, "sip:alice@example.org"; may be empty
     std::string calleeName;  ///< URI of its To
+    std::string replaces;    ///< Call-ID that its INVITE takes over (RFC 3891); usually empty
     double start = 0;        ///< seconds since 1970 of the first message; 0 where no time is known
     std::vector<Step> steps; ///< in the order in which they were sent
     std::vector<std::string> notes;

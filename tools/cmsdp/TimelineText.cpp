@@ -136,7 +136,7 @@ std::string TimelineText(const std::vector<Call>& calls, std::size_t shown, cons
     }
     const Call& call = calls[shown];
     for (const std::string& note : call.notes) {
-        text += "note: " + note + "\n";
+        text += "note: " + Visible(Secrets(false).Hide(note)) + "\n";
     }
     for (std::size_t i = 0; i < call.steps.size(); ++i) {
         text += "\n" + StepHead(call.steps[i], i + 1) + "\n";
