@@ -6,7 +6,7 @@
 // Test: tests/tool/calls.cases
 #include "Agreements.h"
 #include "Outcome.h"
-#include "ReadFile.h"
+#include "RemoteText.h"
 #include "SipHeaders.h"
 #include "Words.h"
 
@@ -25,7 +25,7 @@ std::vector<std::string> NamesIn(const std::string& folder) {
     std::error_code error;
     for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
          entry.increment(error)) {
-        if (entry->path().extension() == ".sdp") {
+        if (LowerCase(entry->path().extension().string()) == ".sdp") {
             names.push_back(entry->path().filename().string());
         }
     }
@@ -68,10 +68,11 @@ class FolderReader {
 public:
     explicit FolderReader(Call& call) : m_call(call), m_agreements(call) {}
 
-    void Read(const std::string& name, std::string text) {
+    void Read(const std::string& name, std::string text, std::vector<std::string> notes) {
         Step step;
         step.message = name;
         step.text = std::move(text);
+        step.notes = std::move(notes);
         const bool saysAnswer = HasWord(name, "answer");
         const bool saysOffer = HasWord(name, "offer") || HasWord(name, "reoffer");
         bool isAnswer = saysAnswer || (!saysOffer && m_open);
@@ -126,20 +127,25 @@ private:
 
 } // namespace
 
-Call CallOfFolder(const std::string& folder) {
+Call CallOfFolder(const std::string& folder, bool exact) {
     Call call;
     call.id = folder;
     FolderReader reader(call);
     for (const std::string& name : NamesIn(folder)) {
         const std::string path = (fs::path(folder) / name).string();
+        const std::string text = ReadDescription(path);
         try {
-            reader.Read(name, ReadFile(path));
-        } catch (const ReadError& error) {
-            throw ToolError(kRemoteText, path + ": cannot be read: " + error.what());
+            std::vector<std::string> notes;
+            std::string cleaned = CleanedPaste({path, exact, 1, "explain"}, text, notes);
+            reader.Read(name, std::move(cleaned), std::move(notes));
+        } catch (const ToolError& error) {
+            call.notes.push_back(std::string("not read: ") + error.what());
         }
     }
     if (call.steps.empty()) {
-        throw ToolError(kRemoteText, folder + ": holds no file *.sdp");
+        throw ToolError(kRemoteText,
+                        folder + ": holds no " +
+                            (call.notes.empty() ? "file *.sdp" : "description; " + call.notes.front()));
     }
     return call;
 }

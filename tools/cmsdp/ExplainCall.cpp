@@ -25,7 +25,7 @@ std::vector<Call> CallsFrom(const CommandLine& line, const std::string& text,
     if (line.pcap) {
         return CallsOfCapture(*line.pcap, notes);
     }
-    return text.empty() ? std::vector<Call>{CallOfFolder(line.remote.name)}
+    return text.empty() ? std::vector<Call>{CallOfFolder(line.remote.name, line.remote.exact)}
                         : CallsOfSipText(text, line.remote.exact, notes);
 }
 

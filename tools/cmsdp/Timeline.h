@@ -95,8 +95,9 @@ bool HoldsSipMessages(std::string_view text);
 /// text without any CR LF.
 std::vector<Call> CallsOfSipText(std::string_view text, bool exact, std::vector<std::string>& notes);
 
-/// The files *.sdp of a folder, in order of name, as one call. Throws ToolError(kRemoteText).
-Call CallOfFolder(const std::string& folder);
+/// The files *.sdp of a folder, in order of name, as one call. Each is read as CleanedPaste reads it; what is
+/// no description is named in a note. Throws ToolError(kRemoteText) when there is no description.
+Call CallOfFolder(const std::string& folder, bool exact);
 
 /// The side that "caller", "callee" or an address names; the address with or without its port. Throws
 /// ToolError(kUsage) when it names neither side of the call.
