@@ -119,8 +119,7 @@ void DeclareRedact(CLI::App& verb, CommandLine& line) {
         "names are user1, word1 or host1.example. 0.0.0.0, :: and ::1 stay, and an address that is "
         "private, link-local, loopback or multicast becomes another one that is. The name of the "
         "program (a=tool) stays");
-    AddRemote(verb, line,
-              "file with the description; - or nothing for standard input; at most 16 MiB, byte for byte");
+    AddRemote(verb, line, "file with the description; - or nothing for standard input; at most 16 MiB");
 }
 
 } // namespace cmsdp

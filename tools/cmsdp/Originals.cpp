@@ -129,12 +129,30 @@ bool BeginsWith(std::string_view text, std::string_view start) {
            });
 }
 
+bool FindPlace(std::string_view text, std::size_t offset, std::string_view begun,
+               std::vector<Original>& found) {
+    bool isFound = false;
+    for (const Place& place : kPlaces) {
+        if (BeginsWith(begun, place.start)) {
+            const std::string_view value = begun.substr(place.start.size());
+            place.find({text, WordsOf(value), value, offset, &found});
+            isFound = true;
+        }
+    }
+    return isFound;
+}
+
+// In a line of a log something stands in front of the line of a description.
 void FindPlaces(std::string_view text, std::size_t offset, std::vector<Original>& found) {
     const std::string_view trimmed = Trimmed(text);
-    for (const Place& place : kPlaces) {
-        if (BeginsWith(trimmed, place.start)) {
-            const std::string_view value = trimmed.substr(place.start.size());
-            place.find({text, WordsOf(value), value, offset, &found});
+    if (FindPlace(text, offset, trimmed, found) || LooksLikeSdp(trimmed)) {
+        return;
+    }
+    for (std::string_view word : WordsOf(trimmed)) {
+        word.remove_prefix(std::min(word.find_first_not_of(">|\"'"), word.size()));
+        const auto at = static_cast<std::size_t>(word.data() - trimmed.data());
+        if (FindPlace(text, offset, trimmed.substr(at), found)) {
+            return;
         }
     }
 }
@@ -207,12 +225,18 @@ std::vector<Original> FindOriginals(std::string_view text, bool addresses) {
     for (std::size_t begin = 0; begin < text.size();) {
         const std::size_t end = std::min(text.find_first_of("\r\n", begin), text.size());
         const std::string_view line = text.substr(begin, end - begin);
+        FindKeyTexts(line, begin, found);
         if (addresses) {
             FindPlaces(line, begin, found);
+            if (!LooksLikeSdp(line)) {
+                FindMessageTexts(line, begin, found);
+            }
             FindAddressTexts(line, begin, found);
         }
         begin = end + 1;
     }
+    DropOverlaps(found);
+    FindRepeats(text, found);
     DropOverlaps(found);
     return found;
 }

@@ -30,12 +30,25 @@ struct Original {
     OriginalKind kind = OriginalKind::kWord;
 };
 
-/// The pieces of a text in ascending order; they do not overlap. Without `addresses` only those that are
-/// keys. What identifies nobody is left out: 0.0.0.0, "::", "::1", the name "-", a key of zeros.
+/// The pieces of a text in ascending order; they do not overlap. A text that is replaced in one place is a
+/// piece wherever it stands as a word; of a description only keys, long credentials, hosts with a dot, and
+/// the attributes "a=x-". Without `addresses` only those that are keys. What identifies nobody is left out:
+/// 0.0.0.0, "::", "::1", the name "-", a key of zeros.
 std::vector<Original> FindOriginals(std::string_view text, bool addresses);
 
 /// The addresses and the pairs user@host of a line, wherever they stand; `offset` is that of the line.
 void FindAddressTexts(std::string_view line, std::size_t offset, std::vector<Original>& found);
+
+/// Base64 text as long as a key, as Secrets::Hide sees it. In format parameters it configures a codec (RFC
+/// 6184, 8.1: sprop-parameter-sets) and is none.
+void FindKeyTexts(std::string_view line, std::size_t offset, std::vector<Original>& found);
+
+/// What a line of a SIP message names: display names, URIs, the sender in "Via:", and what a client
+/// authenticates with. The line may be one of a log, with something in front of the header.
+void FindMessageTexts(std::string_view line, std::size_t offset, std::vector<Original>& found);
+
+/// Adds the places where the keys, credentials and names found so far stand once more.
+void FindRepeats(std::string_view text, std::vector<Original>& found);
 
 /// The kind of a word in the place of an address.
 OriginalKind KindOfAddress(std::string_view word);

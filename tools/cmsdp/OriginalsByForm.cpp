@@ -1,7 +1,10 @@
-// What is known by its form, wherever it stands: addresses, and user@host.
+// What is known by its form, wherever it stands: addresses, user@host, and text as long as a key.
 //
 // Tests: tests/tool/redact.cases, RedactVerbTest.cpp
 #include "Originals.h"
+
+#include "SDPLines.h"
+#include "Words.h"
 
 #include <arpa/inet.h>
 
@@ -150,6 +153,19 @@ void FindAddressTexts(std::string_view line, std::size_t offset, std::vector<Ori
     Search search(line, offset, found);
     search.Users();
     search.Addresses();
+}
+
+void FindKeyTexts(std::string_view line, std::size_t offset, std::vector<Original>& found) {
+    if (sdp::StartsWith(Trimmed(line), "a=fmtp:")) {
+        return;
+    }
+    for (std::size_t at = 0; at < line.size();) {
+        const std::size_t length = Base64Length(line.substr(at));
+        if (length >= kKeyText) {
+            found.push_back({offset + at, line.substr(at, length), Kind::kKey});
+        }
+        at += std::max<std::size_t>(length, 1);
+    }
 }
 
 } // namespace cmsdp
