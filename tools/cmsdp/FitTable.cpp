@@ -24,7 +24,7 @@ std::string Title(const Stream& stream) {
     return name.empty() ? "section " + std::to_string(stream.section + 1) : name;
 }
 
-std::string Place(const std::string& address, int port) {
+std::string PlaceCell(const std::string& address, int port) {
     const bool isSix = address.find(':') != std::string::npos;
     return (isSix ? '[' + Short(address) + ']' : Short(address)) + ':' + std::to_string(port);
 }
@@ -88,8 +88,8 @@ Block BlockOf(const Stream& stream, Secrets& secrets) {
     row("codec", isRtp, Codec(stream));
     row("payload type", isRtp, Numbers(stream.sendPayload, stream.receivePayload));
     row("DTMF payload", isRtp, Numbers(stream.sendEvents, stream.receiveEvents));
-    row("address", isAgreed, Place(stream.address, stream.port));
-    row("RTCP", isRtp, Place(stream.rtcpAddress, stream.rtcpPort));
+    row("address", isAgreed, PlaceCell(stream.address, stream.port));
+    row("RTCP", isRtp, PlaceCell(stream.rtcpAddress, stream.rtcpPort));
     row("direction", isRtp, DirectionInWords(stream.send, stream.receive));
     row("profile", isVideo, stream.profile);
     row("level", isVideo, stream.level);

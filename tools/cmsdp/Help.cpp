@@ -13,7 +13,7 @@ const char* const kVersion = "cmsdp " COMMONMEDIA_VERSION;
 
 namespace {
 
-constexpr std::size_t kWidth = 80;
+constexpr std::size_t kHelpWidth = 80;
 constexpr std::size_t kTermWidth = 17; // the column of the meanings, less the indent
 constexpr char kIndent[] = "  ";
 
@@ -21,7 +21,7 @@ constexpr char kIndent[] = "  ";
 void Append(std::string& text, const HelpEntry& entry) {
     const std::size_t room = entry.term.size() == 1 ? 3 : std::max(kTermWidth, entry.term.size() + 1);
     std::string term = entry.term + std::string(room - entry.term.size(), ' ');
-    for (const std::string& line : Wrapped(entry.text, kWidth - room - 2)) {
+    for (const std::string& line : Wrapped(entry.text, kHelpWidth - room - 2)) {
         text.append(kIndent).append(term).append(line).append("\n");
         term.assign(room, ' ');
     }
@@ -30,7 +30,7 @@ void Append(std::string& text, const HelpEntry& entry) {
 void Append(std::string& text, const std::vector<std::string>& paragraphs) {
     for (const std::string& paragraph : paragraphs) {
         text += "\n";
-        for (const std::string& line : Wrapped(paragraph, kWidth - 2)) {
+        for (const std::string& line : Wrapped(paragraph, kHelpWidth - 2)) {
             text += line + "\n";
         }
     }
@@ -67,7 +67,7 @@ std::string HelpText(const HelpPage& page) {
     const std::string usage = "Usage: cmsdp" + (page.verb.empty() ? "" : " " + page.verb);
     std::string lead = usage;
     text += "\n" + (page.usage.empty() ? usage + "\n" : std::string());
-    for (const std::string& line : Wrapped(page.usage, kWidth - 3 - usage.size())) {
+    for (const std::string& line : Wrapped(page.usage, kHelpWidth - 3 - usage.size())) {
         text.append(lead).append(" ").append(line).append("\n");
         lead.assign(usage.size(), ' ');
     }

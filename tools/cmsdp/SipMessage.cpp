@@ -15,7 +15,7 @@ namespace cmsdp {
 
 namespace {
 
-constexpr std::string_view kVersion = "SIP/2.0";
+constexpr std::string_view kSipVersion = "SIP/2.0";
 
 bool IsNumber(std::string_view text) {
     return !text.empty() && text.size() < 10 &&
@@ -33,14 +33,14 @@ bool ReadStartLine(std::string_view line, SipMessage& message) {
     if (words.size() < 2) {
         return false;
     }
-    if (words[0] == kVersion && words[1].size() == 3 && IsNumber(words[1]) && words[1][0] != '0') {
+    if (words[0] == kSipVersion && words[1].size() == 3 && IsNumber(words[1]) && words[1][0] != '0') {
         const std::size_t after = static_cast<std::size_t>(words[1].data() - line.data()) + words[1].size();
         message.status = std::stoi(std::string(words[1]));
         message.reason = Trimmed(line.substr(after));
         return true;
     }
     message.method = words[0];
-    return words.size() == 3 && words[2] == kVersion && IsMethod(words[0]);
+    return words.size() == 3 && words[2] == kSipVersion && IsMethod(words[0]);
 }
 
 bool ReadCSeq(const std::string& value, SipMessage& message) {
