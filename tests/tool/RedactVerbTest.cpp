@@ -151,6 +151,14 @@ TEST(RedactVerb, ManyAddressesFindMoreRanges) {
     EXPECT_TEXT(redacted.substr(redacted.size() - 23), "c=IN IP4 198.18.4.222\r\n");
 }
 
+TEST(RedactVerb, ALineOfManyNamesCostsNoMore) {
+    std::string line;
+    for (int i = 0; i < 300000; ++i) {
+        line += "a@b ";
+    }
+    EXPECT_EQ(FindOriginals(line, true).size(), 600000U);
+}
+
 TEST(RedactVerb, EveryCaptureMeansTheSame) {
     for (const std::string& name : Captures()) {
         const std::string text = Capture(name);

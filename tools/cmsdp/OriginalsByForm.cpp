@@ -59,6 +59,7 @@ public:
 
 private:
     std::size_t After(std::size_t at, bool (*isOf)(char)) const;
+    std::size_t ColonBefore(std::size_t at, std::size_t end) const;
     void Run(std::size_t begin, std::size_t end);
     void Add(std::size_t begin, std::size_t end, Kind kind);
 
@@ -72,6 +73,11 @@ std::size_t Search::After(std::size_t at, bool (*isOf)(char)) const {
         ++at;
     }
     return at;
+}
+
+// Offset of the first colon from `at` on, or `end`. A search past the end would cost the line for each run.
+std::size_t Search::ColonBefore(std::size_t at, std::size_t end) const {
+    return std::min(m_line.substr(0, end).find(':', at), end);
 }
 
 void Search::Add(std::size_t begin, std::size_t end, Kind kind) {
@@ -90,7 +96,7 @@ void Search::Run(std::size_t begin, std::size_t end) {
         end = begin + (run.rfind(':') == std::string_view::npos ? 0 : run.rfind(':'));
     }
     if (begin > 0 && IsLetter(m_line[begin - 1])) {
-        begin = std::min(m_line.find(':', begin), end) + 1;
+        begin = ColonBefore(begin, end) + 1;
     }
     while (begin < end && m_line[end - 1] == '.') {
         --end;
@@ -100,7 +106,7 @@ void Search::Run(std::size_t begin, std::size_t end) {
         return;
     }
     while (begin < end) {
-        const std::size_t stop = std::min(m_line.find(':', begin), end);
+        const std::size_t stop = ColonBefore(begin, end);
         if (IsAddress(AF_INET, m_line.substr(begin, stop - begin))) {
             Add(begin, stop, Kind::kAddress4);
         }
