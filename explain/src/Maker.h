@@ -21,6 +21,12 @@ namespace explain {
 std::vector<Suspect> SuspectsOf(const ExplainInput& input, const Reading& reading, const State& state,
                                 bool isBrief, std::size_t& skipped);
 
+/// What the edit of a suspect changes, without the topics on which it only takes something away.
+Effects Counted(const Suspect& suspect, Effects effects);
+/// Whether the edited text has no suspect of the same rule and the same words at the same place.
+bool IsEnded(const Suspect& suspect, const Reading& reading, const ExplainInput& cured, const State& then);
+
+/// Examines suspects one by one (Maker.cpp) and checks their cures (MakerCures.cpp).
 class Maker {
 public:
     /// A brief maker writes no sentences and checks no cures.
