@@ -8,6 +8,7 @@
 #include "Laws.h"
 #include "Targets.h"
 
+#include <SipHeaders.h>
 #include <Timeline.h>
 #include <TimelineText.h>
 
@@ -39,8 +40,13 @@ void CheckStep(const Call& call, std::size_t index, const std::string& text) {
             : IsDescription(step)        ? "an answer"
                                          : "another message");
     Require(IsDescription(step) || step.text.empty(), "only offers and answers describe", step.text, text);
-    Require(text.find(step.text) != std::string::npos, "a description stands in the input", step.text, text);
-    if (step.partner) {
+    const bool isDecoded = cmsdp::LowerCase(text).find("transfer-encoding") != std::string::npos;
+    Require(isDecoded || text.find(step.text) != std::string::npos, "a description stands in the input",
+            step.text, text);
+    if (step.partner && step.kind == StepKind::End) {
+        Require(IsDescription(call.steps.at(*step.partner)), "a branch has a description", step.message,
+                text);
+    } else if (step.partner) {
         Require(*step.partner < call.steps.size(), "the partner is a step", step.message, text);
         const Step& partner = call.steps[*step.partner];
         Require(IsDescription(partner), "the partner has a description", partner.message, text);

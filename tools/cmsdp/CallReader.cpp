@@ -9,15 +9,6 @@
 
 namespace cmsdp {
 
-namespace {
-
-MessageKey KeyOf(const SipMessage& message) {
-    return {message.fromTag, message.toTag,      message.method,     message.status,
-            message.cseq,    message.cseqMethod, message.description};
-}
-
-} // namespace
-
 Leg LegOf(const SipMessage& message) {
     return Leg({message.fromTag, message.toTag}, {HostOf(message.sender), HostOf(message.receiver)});
 }
@@ -42,19 +33,28 @@ Side CallReader::RequesterOf(const SipMessage& message) {
     if (message.method == "INVITE" && message.toTag.empty()) {
         m_callerTags.insert(message.fromTag);
     }
+    return RequesterKnown(message);
+}
+
+Side CallReader::RequesterKnown(const SipMessage& message) const {
     return m_callerTags.count(message.fromTag) != 0 ? Side::Caller : Side::Callee;
+}
+
+MessageKey CallReader::KeyOf(const SipMessage& message) const {
+    return {RequesterKnown(message), message.fromTag, message.toTag,      message.method,
+            message.status,          message.cseq,    message.cseqMethod, message.description};
 }
 
 // The request that begins a call has no To tag; its responses and their ACK have one.
 Transaction& CallReader::TransactionOf(const SipMessage& message) {
     const std::string method = message.cseqMethod == "ACK" ? "INVITE" : message.cseqMethod;
-    TransactionKey key(message.fromTag, message.toTag, message.cseq, method);
+    TransactionKey key(RequesterKnown(message), message.fromTag, message.toTag, message.cseq, method);
     auto found = m_transactions.find(key);
     if (found == m_transactions.end()) {
-        std::get<1>(key) = method == "INVITE" && message.method != "INVITE" ? "" : message.toTag;
+        std::get<2>(key) = method == "INVITE" && message.method != "INVITE" ? "" : message.toTag;
         found = m_transactions.try_emplace(key).first;
         found->second.fromTag = message.fromTag;
-        found->second.toTag = std::get<1>(key);
+        found->second.toTag = std::get<2>(key);
     }
     return found->second;
 }

@@ -39,11 +39,12 @@ struct Transaction : OfferAnswer {
     std::optional<std::string> winner;         // To tag of the first 2xx
 };
 
-/// From tag, To tag, number and method: numbers are counted for each dialog (RFC 3261, 12.2.1.1).
-using TransactionKey = std::tuple<std::string, std::string, std::uint32_t, std::string>;
+/// Side of the requester, From tag, To tag, number and method: numbers are counted for each dialog (RFC
+/// 3261, 12.2.1.1).
+using TransactionKey = std::tuple<Side, std::string, std::string, std::uint32_t, std::string>;
 /// What makes a message the same one, wherever it was seen.
 using MessageKey =
-    std::tuple<std::string, std::string, std::string, int, std::uint32_t, std::string, std::string>;
+    std::tuple<Side, std::string, std::string, std::string, int, std::uint32_t, std::string, std::string>;
 
 Leg LegOf(const SipMessage& message);
 
@@ -61,6 +62,8 @@ private:
     Side RequesterOf(const SipMessage& message);
     Transaction& TransactionOf(const SipMessage& message);
     Step StepOf(const SipMessage& message, Side from) const;
+    Side RequesterKnown(const SipMessage& message) const;
+    MessageKey KeyOf(const SipMessage& message) const;
     bool IsRepeat(const SipMessage& message);
     void Remember(const SipMessage& message, std::size_t step);
 
