@@ -4,6 +4,7 @@
 // Test: tests/explain/judge_cases.py
 #include "Canonical.h"
 
+#include "SDPKeyword.h"
 #include "SDPTables.h"
 #include "Words.h"
 
