@@ -24,7 +24,7 @@ problems = []
 
 
 def run(folder, *arguments, **environment):
-    return subprocess.run([CMSDP, "explain", *arguments], cwd=folder, capture_output=True, text=True, check=False,
+    return subprocess.run([CMSDP, *arguments], cwd=folder, capture_output=True, text=True, check=False,
                           stdin=subprocess.DEVNULL, env={**os.environ, **environment})
 
 
@@ -32,9 +32,10 @@ def transcript(folder, name, options):
     """The command as it is typed, what it prints, its errors and its status."""
     text = ""
     for option in options:
-        words = ["--pcap", name + ".pcap", *option.split()]
+        file = name + ".pcap"
+        words = ["survey", file] if option == "survey" else ["explain", "--pcap", file, *option.split()]
         ended = run(folder, *words)
-        text += "$ cmsdp explain " + " ".join(words) + "\n" + ended.stdout + ended.stderr
+        text += "$ cmsdp " + " ".join(words) + "\n" + ended.stdout + ended.stderr
         text += f"status {ended.returncode}\n\n"
     return text
 
@@ -50,7 +51,7 @@ def compare(name, text):
 
 
 def check_error(folder, name, status, words, **environment):
-    ended = run(folder, "--pcap", name, **environment)
+    ended = run(folder, "explain", "--pcap", name, **environment)
     if (ended.returncode, ended.stdout, ended.stderr) != (status, "", f"cmsdp: {words}\n"):
         problems.append(name)
         print(f"{name}: status {ended.returncode}, {ended.stdout!r}, {ended.stderr!r}")
@@ -66,7 +67,7 @@ def check_errors(folder):
     check_error(folder, "none.pcap", 3, "none.pcap: cannot be read: No such file or directory")
     check_error(folder, "text.pcap", 3, "text.pcap: is no capture that tshark can read")
     check_error(folder, "empty.pcap", 3, "empty.pcap: holds no call over SIP that can be read")
-    if run(folder, "--pcap=-r.pcap").stdout != run(folder, "--pcap", "plain.pcap").stdout:
+    if run(folder, "explain", "--pcap=-r.pcap").stdout != run(folder, "explain", "--pcap", "plain.pcap").stdout:
         problems.append("a name that begins like an option")
 
 

@@ -169,7 +169,7 @@ SCENARIOS = {
     "won-by-second": (won_by_second(), ["--top"]),
     "media-proxy": (media_proxy(), ["--about audio.send"]),
     "gateway": (gateway(), ["--about audio.send"]),
-    "snapped": (snapped(430), ["--about audio.codec"]),
+    "snapped": (snapped(430), ["--about audio.codec", "survey"]),
     "snapped-headers": (snapped(260), ["--about audio.codec"]),
     "missing": (missing(), ["--about audio.codec"]),
     "replaced": (replaced(), [f"--about audio.codec --we callee --call {call}" for call in (2, 3, 4)]),

@@ -11,7 +11,8 @@ namespace cmsdp {
 namespace {
 
 void AddSecrets(CLI::App& verb, CommandLine& line) {
-    verb.add_flag("--show-secrets", line.showSecrets, "show keys and ICE passwords; without it they stand as ***");
+    verb.add_flag("--show-secrets", line.showSecrets,
+                  "show keys and ICE passwords; without it they stand as ***");
 }
 
 void AddRequire(CLI::App& verb, CommandLine& line) {

@@ -50,6 +50,18 @@ bool IsCapture(std::string_view bytes) {
                        [bytes](std::string_view start) { return bytes.substr(0, start.size()) == start; });
 }
 
+// A description of a call, with the offer that it answers.
+Surveyed ItemOf(const Call& call, const Step& step, const std::string& place) {
+    const bool isAnswer = step.kind == StepKind::Answer;
+    const Step* const offer = isAnswer && step.partner ? &call.steps[*step.partner] : nullptr;
+    const char* const unread = step.isCut           ? "the capture holds only a part of it"
+                               : isAnswer && !offer ? "it answers an offer that is not in the input"
+                               : isAnswer && offer->isCut
+                                   ? "it answers an offer of which the capture holds only a part"
+                                   : "";
+    return {place, *unread == '\0' ? step.text : "", isAnswer, unread, isAnswer && offer ? offer->text : ""};
+}
+
 bool TakeCalls(const std::string& name, const std::vector<Call>& calls, const TakeItem& take) {
     std::size_t count = 0;
     for (const Call& call : calls) {
@@ -58,14 +70,7 @@ bool TakeCalls(const std::string& name, const std::vector<Call>& calls, const Ta
                 continue;
             }
             ++count;
-            const std::string place = name + ":" + std::to_string(count);
-            const bool isAnswer = step.kind == StepKind::Answer;
-            const Surveyed item =
-                isAnswer && !step.partner
-                    ? Surveyed{place, "", true, "it answers an offer that is not in the input", ""}
-                    : Surveyed{place, step.text, isAnswer, "",
-                               isAnswer ? call.steps[*step.partner].text : ""};
-            if (!take(item)) {
+            if (!take(ItemOf(call, step, name + ":" + std::to_string(count)))) {
                 return false;
             }
         }
