@@ -44,7 +44,7 @@ std::vector<std::string_view> CryptoWordsOf(std::string_view line) {
 
 /// A suite with the signs that its registered name has: "AES-CM-128-HMAC-SHA1-32" is one to its writer.
 std::string SuiteMeant(std::string_view word) {
-    const std::string name = Upper(word);
+    std::string name = Upper(word);
     if (sdp::FindNamed<sdp::kSuites>(word) != nullptr) {
         return std::string(word);
     }

@@ -8,8 +8,6 @@
 #include "Clean.h"
 #include "Words.h"
 
-#include <openssl/evp.h>
-
 #include <algorithm>
 #include <iterator>
 
@@ -17,7 +15,7 @@ namespace cmsdp {
 
 namespace {
 
-constexpr int kDeepest = 4; // multipart bodies inside of each other
+constexpr int kDeepestPart = 4; // multipart bodies inside of each other
 
 bool IsType(const std::string& value, std::string_view type) {
     return LowerCase(Trimmed(std::string_view(value).substr(0, value.find(';')))) == type;
@@ -36,21 +34,6 @@ bool IsDescription(const SipHeaders& headers) {
 std::string_view WithoutLastEnd(std::string_view text) {
     const bool hasCr = text.size() > 1 && text[text.size() - 2] == '\r';
     return text.substr(0, text.size() - std::min<std::size_t>(text.size(), hasCr ? 2 : 1));
-}
-
-// RFC 2045, 6.8: characters outside of the alphabet, such as line ends, are skipped.
-std::string FromBase64(std::string_view text) {
-    std::string in;
-    std::copy_if(text.begin(), text.end(), std::back_inserter(in), IsBase64);
-    in.resize(in.size() - (in.size() % 4 == 1 ? 1 : 0)); // 6 bits are no byte
-    in.append((4 - in.size() % 4) % 4, '=');
-    const std::size_t padding = in.size() - std::min(in.find('='), in.size());
-    std::string out(in.size() / 4 * 3, '\0');
-    const int length =
-        EVP_DecodeBlock(reinterpret_cast<unsigned char*>(out.data()),
-                        reinterpret_cast<const unsigned char*>(in.data()), static_cast<int>(in.size()));
-    out.resize(length < 0 ? 0 : static_cast<std::size_t>(length) - padding);
-    return out;
 }
 
 // RFC 2045, 6.7: "=" at the end of a line continues it, blanks there are the transport's.
@@ -137,7 +120,7 @@ SipBody ReadSipBody(std::string_view body, const SipHeaders& headers) {
         return {true, std::string(body), "",
                 "the body has no Content-Type (RFC 3261, 20.15); it is read as a description"};
     }
-    return Find(body, headers, kDeepest);
+    return Find(body, headers, kDeepestPart);
 }
 
 } // namespace cmsdp

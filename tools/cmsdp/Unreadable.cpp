@@ -6,7 +6,6 @@
 #include "Words.h"
 
 #include <algorithm>
-#include <openssl/evp.h>
 
 namespace cmsdp {
 
@@ -46,26 +45,11 @@ bool IsUtf16(std::string_view input, std::size_t zero) {
     return is;
 }
 
-// The bytes that base64 text stands for; empty for text that is none. White space is passed over.
-std::string FromBase64(std::string_view text) {
-    std::string digits;
-    for (const char c : text) {
-        if (!IsBase64(c) && c != '=' && !IsBlank(c)) {
-            return {};
-        }
-        digits += IsBlank(c) ? "" : std::string(1, c);
-    }
-    std::string bytes(digits.size(), '\0');
-    const int length = EVP_DecodeBlock(reinterpret_cast<unsigned char*>(bytes.data()),
-                                       reinterpret_cast<const unsigned char*>(digits.data()),
-                                       static_cast<int>(digits.size()));
-    bytes.resize(static_cast<std::size_t>(std::max(length, 0)));
-    return bytes;
-}
-
 // Base64 of a description, or of a message that holds one.
 bool IsBase64Description(std::string_view input) {
-    const std::string text = FromBase64(input);
+    const bool isBase64 =
+        std::all_of(input.begin(), input.end(), [](char c) { return IsBase64(c) || c == '=' || IsBlank(c); });
+    const std::string text = isBase64 ? FromBase64(input) : "";
     return text.compare(0, 3, "v=0") == 0 || text.find("\nv=0") != std::string::npos;
 }
 

@@ -6,6 +6,8 @@
 #include "SDPLines.h"
 
 #include <algorithm>
+#include <iterator>
+#include <openssl/evp.h>
 
 namespace cmsdp {
 
@@ -82,6 +84,20 @@ bool LooksLikeSdp(std::string_view line) {
         ++at;
     }
     return at + 1 < line.size() && line[at] >= 'a' && line[at] <= 'z' && line[at + 1] == '=';
+}
+
+std::string FromBase64(std::string_view text) {
+    std::string in;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(in), IsBase64);
+    in.resize(in.size() - (in.size() % 4 == 1 ? 1 : 0)); // 6 bits are no byte
+    in.append((4 - in.size() % 4) % 4, '=');
+    const std::size_t padding = in.size() - std::min(in.find('='), in.size());
+    std::string out(in.size() / 4 * 3, '\0');
+    const int length =
+        EVP_DecodeBlock(reinterpret_cast<unsigned char*>(out.data()),
+                        reinterpret_cast<const unsigned char*>(in.data()), static_cast<int>(in.size()));
+    out.resize(length < 0 ? 0 : static_cast<std::size_t>(length) - padding);
+    return out;
 }
 
 bool HoldsSdpLine(std::string_view text, LineEnd end) {

@@ -44,6 +44,10 @@ enum class LineEnd {
     Any   ///< LF and CR alone, too: the negotiation layer, repair R01
 };
 
+/// The bytes of base64 text. Characters outside of the alphabet, such as line ends, are skipped (RFC
+/// 2045, 6.8).
+std::string FromBase64(std::string_view text);
+
 /// Whether any line looks like a line of a description (RFC 4566, 5).
 bool HoldsSdpLine(std::string_view text, LineEnd end = LineEnd::CrLf);
 
