@@ -131,6 +131,7 @@ void CallReader::Read(const SipMessage& message) {
 void CallReader::ReadRequest(const SipMessage& message, Side from) {
     if (message.method == "CANCEL" || message.method == "BYE") {
         Step step = StepOf(message, from);
+        step.text.clear(); // Neither offers nor answers (RFC 3261, 13.1).
         step.kind = message.method == "BYE" ? StepKind::End : StepKind::Cancel;
         End(message, step);
         Remember(message, m_agreements.Add(std::move(step)));
