@@ -55,8 +55,9 @@ TEST(ToolDocuments, WhatTheDocumentDoesNotSayIsReportedAtTheCommand) {
                 "a.cases:4: $ cmsdp version: The texts differ first in line 1.\n");
 }
 
-TEST(ToolDocuments, AnOutputThatHasNoLinesIsMalformed) {
-    EXPECT_TEXT(ReportsOf("$ cmsdp version\noutput has\n"), "a.cases:4: every output has no lines\n");
+TEST(ToolDocuments, StepsThatAreMalformed) {
+    EXPECT_TEXT(ReportsOf("$ cmsdp version\noutput has\n"),
+                "a.cases:4: no lines, so every output would match\n");
     EXPECT_TEXT(ReportsOf("text lines\n    1\ntext lines\n    2\n"),
                 "a.cases:5: a second definition of lines\n");
     EXPECT_TEXT(ReportsOf("input lines\n"), "a.cases:3: nothing is called lines\n");

@@ -138,9 +138,8 @@ TEST_F(Page, OfARefusedCallHasNoStreams) {
                          with("SIP/2.0 183 Session Progress", kAnswer) + "SIP/2.0 486 Busy Here" + head +
                          "\r\n");
     const Result run = Cmsdp({"explain", "--html", "-", "log.txt"});
-    EXPECT_EQ(Count(run.out,
-                    "<section id=\"verdict\"><h2>Streams</h2>\n<p>No offer and answer stand agreed at "
-                    "the end of this call, so no stream runs.</p>\n</section>"),
+    EXPECT_EQ(Count(run.out, "<section id=\"verdict\"><h2>Streams</h2>\n<p>No offer and answer are agreed at "
+                             "the end of this call, so no stream runs.</p>\n</section>"),
               1U);
 }
 

@@ -97,6 +97,9 @@ TEST(Redact, HidesTheKeyOfAKeyLine) {
     EXPECT_EQ(Redact("k=base64:c2VjcmV0\r\nk=clear:two words\r\nk=prompt\r\n"),
               "k=base64:***\r\nk=clear:***\r\nk=prompt\r\n");
     EXPECT_EQ(Redact("> k=uri:http://x/ y\na=fmtp:96 pack=1:2"), "> k=uri:***\na=fmtp:96 pack=1:2");
+    EXPECT_EQ(Redact("t=0 0k=CLEAR:two words\r\na=x:k=1;k=base64:c2VjcmV0"),
+              "t=0 0k=CLEAR:***\r\na=x:k=1;k=base64:***");
+    EXPECT_EQ(Redact("a=x:pack=1;fork=2:3"), "a=x:pack=1;fork=2:3");
 }
 
 TEST(Secrets, RemembersWhetherAnythingWasHidden) {

@@ -150,7 +150,7 @@ private:
         m_said.insert("output");
         const std::string text = Text("\n", 2);
         if (text.empty()) {
-            throw documents::Malformed(m_step.head, "every output has no lines");
+            throw documents::Malformed(m_step.head, "no lines, so every output would match");
         }
         const bool isThere = m_result.out.find(text) != std::string::npos;
         Compare(isThere ? text : m_result.out, Ended("\n", 2));

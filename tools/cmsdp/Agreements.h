@@ -1,4 +1,4 @@
-// Which offer an answer belongs to, and which descriptions of a call stand agreed (RFC 3264, 4 and 8).
+// Which offer an answer belongs to, and which descriptions of a call are agreed (RFC 3264, 4 and 8).
 //
 // Tests: tests/tool/captures.py, calls.cases
 #pragma once
@@ -44,7 +44,7 @@ struct OfferAnswer {
     std::map<Leg, Counted> counted;  ///< the first answer of each leg, which counts (RFC 3261, 13.2.1)
 };
 
-/// Adds steps to a call and keeps what stands agreed on each leg.
+/// Adds steps to a call and keeps what is agreed on each leg.
 class Agreements {
 public:
     explicit Agreements(Call& call) : m_call(call) {}

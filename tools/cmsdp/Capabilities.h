@@ -38,7 +38,7 @@ Capabilities BuiltInCapabilities();
 /// The same at another address and other ports: the answering side of `cmsdp call`.
 Capabilities BuiltInAnswerer();
 
-/// The set `base`, changed by the JSON text. `name` stands in front of every message. Throws
+/// The set `base`, changed by the JSON text. `name` begins every message. Throws
 /// ToolError(kLocalFile) with the JSON path, what was expected, what was found and how to mend it.
 Capabilities ParseCapabilities(const std::string& json, const std::string& name,
                                const Capabilities& base = BuiltInCapabilities());

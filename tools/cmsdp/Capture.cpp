@@ -63,7 +63,7 @@ std::string FromHex(const json& value) {
     return bytes;
 }
 
-// A protocol that stands in a packet once is a string, one that stands there several times a list.
+// A protocol that occurs once in a packet is a string, one that occurs several times a list.
 std::vector<std::string> AllOf(const json& layers, const char* name) {
     std::vector<std::string> all;
     const auto found = layers.find(name);
@@ -186,7 +186,7 @@ std::vector<Call> CallsOfCapture(const std::string& file, std::vector<std::strin
     if (!end.isWhole) {
         notes.push_back(file + ": holds more than is read; the calls of its beginning are shown");
     } else if (end.status != 0) {
-        notes.push_back(file + ": cannot be read to its end; what stands in front of that is shown");
+        notes.push_back(file + ": cannot be read to its end; what comes before that is shown");
     }
     return calls;
 }

@@ -1,5 +1,5 @@
 // The table of the cleaning steps, in the order in which they run: first whatever encodes the whole text,
-// then what stands around each line, then what stands around the description, then the line ends.
+// then what is around each line, then what is around the description, then the line ends.
 //
 // Tests: tests/tool/pasted-texts.cases
 #include "Clean.h"
@@ -130,7 +130,7 @@ std::string CutInWords(const Draft& draft, const Body& body) {
     return words.empty() ? "" : words + (before + after == 1 ? " was cut" : " were cut");
 }
 
-// Headers of a SIP message hold "c=" and "m=" (`realm=`), so what stands around the description must not
+// Headers of a SIP message hold "c=" and "m=" (`realm=`), so what is around the description must not
 // reach the component.
 void CutAround(Draft& draft, const std::vector<Body>& bodies, std::size_t nth, bool exactReads,
                std::vector<std::string>& notes) {

@@ -23,7 +23,7 @@ namespace cmsdp {
 /// "v=0"; when that is less than `nth` the draft holds all of them.
 std::size_t Clean(Draft& draft, std::size_t nth, std::vector<std::string>& notes, LineEnd lineEnd);
 
-/// Runs the steps that come before the cut, so that what stands around and between descriptions stays. Their
+/// Runs the steps that come before the cut, so that what is around and between descriptions stays. Their
 /// notes do not point to --exact. Returns how many descriptions the draft then holds.
 std::size_t CleanUncut(Draft& draft, std::vector<std::string>& notes);
 

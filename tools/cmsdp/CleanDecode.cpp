@@ -28,7 +28,7 @@ bool Contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-// The text converted to UTF-8; a unit that is none stands as "?".
+// The text converted to UTF-8; a unit that is none becomes "?".
 std::string ToUtf8(std::string_view bytes, const char* from) {
     std::string in(bytes);
     std::string out;
@@ -130,7 +130,7 @@ void AddOther(std::string& lines, std::string_view text) {
     }
 }
 
-// One line of the input as lines: each description in it with line ends, and what stands around them.
+// One line of the input as lines: each description in it with line ends, and what is around them.
 void AddEscaped(std::string& lines, std::string_view line) {
     std::size_t begin = BeginOfEscaped(line);
     while (begin != std::string_view::npos) {

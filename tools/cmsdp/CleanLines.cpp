@@ -1,4 +1,4 @@
-// Steps that work line by line: what stands in front of a line, at its end, and how it ends. A line is
+// Steps that work line by line: what is in front of a line, at its end, and how it ends. A line is
 // touched only when something of the form "letter=..." remains, so that a text that is no description stays
 // as it is.
 //

@@ -1,4 +1,4 @@
-// Stage: command line. The table of verbs; what each takes stands in Declare.cpp and DeclareExplaining.cpp.
+// Stage: command line. The table of verbs; what each takes is in Declare.cpp and DeclareExplaining.cpp.
 // Input: the words that the user typed. Output: the verb to run with its fields, or the help.
 // Touches nothing else.
 // Tests: tests/tool/exit-status.cases, help.cases
@@ -162,7 +162,7 @@ std::string HelpFor(const CLI::App& app) {
     return typed.empty() ? HelpText(CommandPage(app)) : typed.front()->help();
 }
 
-// The generated words for a missing verb do not repeat what stands in its place.
+// The generated words for a missing verb do not repeat what is in its place.
 std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
     if (!app.get_subcommands().empty() || app.remaining_size() == 0) {
         return error.what();

@@ -12,7 +12,7 @@ namespace {
 
 void AddSecrets(CLI::App& verb, CommandLine& line) {
     verb.add_flag("--show-secrets", line.showSecrets,
-                  "show keys and ICE passwords; without it they stand as ***");
+                  "show keys and ICE passwords; without it they are shown as ***");
 }
 
 void AddRequire(CLI::App& verb, CommandLine& line) {

@@ -32,7 +32,7 @@ CLI::Option* AddCall(CLI::App& verb, CommandLine& line) {
 void DeclareExplain(CLI::App& verb, CommandLine& line) {
     verb.description(
         "Says why a call came up as it did: which line of the far end, or which local field, did what, and "
-        "which edit mends it. A finding is three lines: what stands there, the rule that acted, what comes "
+        "which edit mends it. A finding is three lines: what was found, the rule that acted, what comes "
         "of it for the call. The most harmful finding comes first.\n\n"
         "Of a whole call it shows each step: when it came, who offered, what changed for the engine, the "
         "findings. Each side's text is read as the other side's remote.");

@@ -26,7 +26,7 @@ std::string ReadExplained(const RemoteSource& source, std::vector<std::string>& 
     return CleanedPaste(source, ReadDescription(source.name), notes);
 }
 
-// What stands beside one description is of no use for a call: its steps have their own.
+// Options for one description are of no use for a call: its steps have their own.
 void CheckNoCall(const CommandLine& line) {
     if (line.call != 0 || line.we) {
         throw ToolError(kUsage,

@@ -1,7 +1,7 @@
 // Stage: none; what a page shows.
 // Input: the command line, and a description or a call. Output: the page as the outcome's text.
 // Touches nothing.
-// Which text stands beside which one is explain's and the call's own; nothing is judged here.
+// Explain and the call decide which text is shown beside which one; nothing is judged here.
 // Test: tests/tool/PageTest.cpp
 #include "ExplainPage.h"
 

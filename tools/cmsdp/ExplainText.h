@@ -12,7 +12,7 @@
 
 namespace cmsdp {
 
-/// A finding is three lines of at most 240 characters: what stands there, the rule that acted, what comes of
+/// A finding is three lines of at most 240 characters: what was found, the rule that acted, what comes of
 /// it. Findings are parted by an empty line.
 std::string FindingsText(const std::vector<ExplainFinding>& findings);
 
@@ -26,7 +26,7 @@ std::string ExplanationJson(const Explanation& explanation, const std::vector<Ex
 nlohmann::ordered_json FindingsJson(const std::vector<ExplainFinding>& findings);
 nlohmann::ordered_json LinesJson(const std::vector<ExplainedLine>& lines);
 
-/// JSON as it is printed: indented, ASCII; bytes that are no UTF-8 stand as U+FFFD.
+/// JSON as it is printed: indented, ASCII; bytes that are no UTF-8 become U+FFFD.
 std::string AsText(const nlohmann::ordered_json& root);
 
 /// The pairs of remote formats and one local codec.

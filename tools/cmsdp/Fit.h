@@ -12,7 +12,7 @@
 
 namespace cmsdp {
 
-/// A negotiator with the wishes of a local file. `whose` stands in front of a message: "the local file".
+/// A negotiator with the wishes of a local file. `whose` begins each message: "the local file".
 /// With floor control on or "auto" its offers present slides. Throws ToolError(kLocalFile) for what no strict
 /// reader takes in a description.
 SDPNegotiator NegotiatorOf(const Capabilities& side, const std::string& whose);

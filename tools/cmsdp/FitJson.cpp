@@ -1,4 +1,4 @@
-// Streams and repairs as JSON. Numbers that are not there stand as null, names stand for enumerations.
+// Streams and repairs as JSON. A number that is not there is null; enumerations are written by name.
 //
 // Tests: tests/tool/fit.cases
 #include "FitJson.h"

@@ -22,7 +22,7 @@ nlohmann::ordered_json RepairsJson(const std::vector<SDPNegotiator::Repair>& rep
 /// The text with its keys hidden, or null for an empty one.
 nlohmann::ordered_json TextJson(const std::string& text, Secrets& secrets);
 
-/// The document as ASCII; bytes that are no UTF-8 stand as U+FFFD.
+/// The document as ASCII; bytes that are no UTF-8 become U+FFFD.
 std::string Written(const nlohmann::ordered_json& root);
 
 } // namespace cmsdp

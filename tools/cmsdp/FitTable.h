@@ -11,7 +11,8 @@
 
 namespace cmsdp {
 
-/// One block per stream. The rows are the same for every medium, so that two sides stand beside each other.
+/// One block per stream. The rows are the same for every medium, so that two sides can be shown beside each
+/// other.
 std::vector<Block> StreamBlocks(const std::vector<SDPNegotiator::Stream>& streams, Secrets& secrets);
 
 } // namespace cmsdp

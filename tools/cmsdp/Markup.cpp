@@ -16,7 +16,7 @@ namespace cmsdp {
 
 namespace {
 
-// Elements that stand on lines of their own. Around the others a line end would show as a blank.
+// Elements that have lines of their own. Around the others a line end would show as a blank.
 constexpr const char* kBlocks[] = {"article", "body",  "div",   "footer", "head", "h1",    "h2", "h3",
                                    "header",  "html",  "li",    "main",   "meta", "ol",    "p",  "section",
                                    "svg",     "table", "tbody", "thead",  "tr",   "title", "ul", "dl"};

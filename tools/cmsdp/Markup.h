@@ -36,7 +36,7 @@ public:
     Markup& Close();
     /// An element that has no content.
     Markup& Void(const char* element, Attributes attributes = {});
-    /// Text inside the open element. Keys stand as "***", every byte outside printable ASCII as \xNN, and
+    /// Text inside the open element. Keys become "***", every byte outside printable ASCII \xNN, and
     /// what follows the first kMostText bytes as its length.
     Markup& Text(std::string_view text);
     /// Opens an element, writes the text and closes it.

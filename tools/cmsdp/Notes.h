@@ -1,6 +1,6 @@
 // Notes: what surprises in a description and what comes of it. Each names the line of the input, the ID of
 // the behaviour in commonmedia/DELIBERATE.md (where none acts, the setting of this side or the clause), and
-// the consequence. The rules stand in tables, one row each,
+// the consequence. The rules are in tables, one row each,
 // in NotesOnLines.cpp, NotesOnStreams.cpp and NotesOnKeys.cpp; NotesOnAnswer.cpp compares our answer with the
 // offer.
 //

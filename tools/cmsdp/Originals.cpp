@@ -142,7 +142,7 @@ bool FindPlace(std::string_view text, std::size_t offset, std::string_view begun
     return isFound;
 }
 
-// In a line of a log something stands in front of the line of a description.
+// In a line of a log something is in front of the line of a description.
 void FindPlaces(std::string_view text, std::size_t offset, std::vector<Original>& found) {
     const std::string_view trimmed = Trimmed(text);
     if (FindPlace(text, offset, trimmed, found) || LooksLikeSdp(trimmed)) {

@@ -1,4 +1,4 @@
-// What `cmsdp redact` replaces: where keys, addresses, names and ICE credentials stand in a text.
+// What `cmsdp redact` replaces: the places of keys, addresses, names and ICE credentials in a text.
 //
 // Tests: tests/tool/redact.cases, RedactVerbTest.cpp
 #pragma once
@@ -31,12 +31,12 @@ struct Original {
 };
 
 /// The pieces of a text in ascending order; they do not overlap. A text that is replaced in one place is a
-/// piece wherever it stands as a word; of a description only keys, long credentials, hosts with a dot, and
+/// piece wherever it occurs as a word; of a description only keys, long credentials, hosts with a dot, and
 /// the attributes "a=x-". Without `addresses` only those that are keys. What identifies nobody is left out:
 /// 0.0.0.0, "::", "::1", the name "-", a key of zeros.
 std::vector<Original> FindOriginals(std::string_view text, bool addresses);
 
-/// The addresses and the pairs user@host of a line, wherever they stand; `offset` is that of the line.
+/// The addresses and the pairs user@host of a line, wherever they are; `offset` is that of the line.
 void FindAddressTexts(std::string_view line, std::size_t offset, std::vector<Original>& found);
 
 /// Base64 text as long as a key, as Secrets::Hide sees it. In format parameters it configures a codec (RFC
@@ -47,7 +47,7 @@ void FindKeyTexts(std::string_view line, std::size_t offset, std::vector<Origina
 /// authenticates with. The line may be one of a log, with something in front of the header.
 void FindMessageTexts(std::string_view line, std::size_t offset, std::vector<Original>& found);
 
-/// Adds the places where the keys, credentials and names found so far stand once more.
+/// Adds the places where the keys, credentials and names found so far occur once more.
 void FindRepeats(std::string_view text, std::vector<Original>& found);
 
 /// The kind of a word in the place of an address.

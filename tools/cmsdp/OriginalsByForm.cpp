@@ -1,4 +1,4 @@
-// What is known by its form, wherever it stands: addresses, user@host, and text as long as a key.
+// What is known by its form, wherever it is: addresses, user@host, and text as long as a key.
 //
 // Tests: tests/tool/redact.cases, RedactVerbTest.cpp
 #include "Originals.h"

@@ -5,7 +5,7 @@
 // Test: tests/tool/PageTest.cpp
 #include "Page.h"
 
-#include <algorithm>
+#include <set>
 
 namespace cmsdp {
 
@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kMostJoined = 400;
 
-// No browser loads anything for the page, whatever stands in it (Content Security Policy Level 3).
+// No browser loads anything for the page, whatever it contains (Content Security Policy Level 3).
 constexpr const char* kPolicy =
     "default-src 'none'; style-src 'unsafe-inline'; base-uri 'none'; form-action 'none'";
 
@@ -91,20 +91,26 @@ void WriteDetails(Markup& out, const PageExchange& exchange) {
     }
 }
 
-// Whether a final response, or the end of the call before one, took the offer of a step back.
-bool IsRefused(const Call& call, std::size_t offer) {
-    return std::any_of(call.steps.begin(), call.steps.end(), [offer](const Step& step) {
-        return step.kind == StepKind::Refusal && step.partner == offer;
-    });
+// The offers that a final response refused, as steps counted from 1. An answer in an earlier response, such
+// as 183, does not save them.
+std::set<std::size_t> RefusedOffers(const Call* call) {
+    std::set<std::size_t> refused;
+    for (std::size_t i = 0; call != nullptr && i < call->steps.size(); ++i) {
+        const Step& step = call->steps[i];
+        if (step.kind == StepKind::Refusal && step.partner) {
+            refused.insert(*step.partner + 1);
+        }
+    }
+    return refused;
 }
 
-// The exchange whose verdict is that of the call: the last one that stands agreed. None: no exchange does.
+// The exchange whose verdict is that of the call: the last one that was agreed. None: no exchange was.
 std::optional<std::size_t> LastAgreed(const PageData& page) {
+    const std::set<std::size_t> refused = RefusedOffers(page.call);
     std::optional<std::size_t> last;
     for (std::size_t i = 0; i < page.exchanges.size(); ++i) {
         const PageExchange& exchange = page.exchanges[i];
-        const bool isWhole = exchange.offer && exchange.answer;
-        if (isWhole && (page.call == nullptr || !IsRefused(*page.call, exchange.offer->step - 1))) {
+        if (exchange.offer && exchange.answer && refused.count(exchange.offer->step) == 0) {
             last = i;
         }
     }
@@ -119,7 +125,7 @@ void WriteVerdictOfCall(Markup& out, const PageData& page, std::optional<std::si
         WriteVerdict(out, page.exchanges[*last]);
     } else {
         out.Element("h2", "Streams");
-        out.Element("p", "No offer and answer stand agreed at the end of this call, so no stream runs.");
+        out.Element("p", "No offer and answer are agreed at the end of this call, so no stream runs.");
     }
     out.Close();
 }
@@ -172,7 +178,8 @@ std::string PageOf(const PageData& page) {
     out.Close().Open("main");
     WriteMain(out, page);
     out.Close().Open("footer");
-    out.Element("p", "Written by cmsdp explain. Keys stand as ***, bytes outside printable ASCII as \\xNN.");
+    out.Element("p",
+                "Written by cmsdp explain. Keys are shown as ***, bytes outside printable ASCII as \\xNN.");
     return out.Take();
 }
 

@@ -77,7 +77,7 @@ void WriteFindings(Markup& out, const PageText& text) {
 
 void WriteWhyNot(Markup& out, const PageText& text) {
     if (text.pairs.empty()) {
-        out.Element("p", "No format stands beside a codec of its medium.");
+        out.Element("p", "No format is compared with a codec of its medium.");
         return;
     }
     out.Open("table").Open("thead").Open("tr");

@@ -1,7 +1,7 @@
 // Stage: none; a description line by line.
 // Input: a text and the verdict on each of its lines. Output: a list with links to the findings.
 // Touches nothing.
-// The verdict stands as a word and as a colour: a colour alone is lost in print and to many readers.
+// The verdict is shown as a word and as a colour: a colour alone is lost in print and to many readers.
 // Test: tests/tool/PageTest.cpp
 #include "Page.h"
 

@@ -1,4 +1,4 @@
-// Finds key texts wherever they stand: in a line of their own, or inside a line that a lost line end joined.
+// Finds key texts wherever they are: in a line of their own, or inside a line that a lost line end joined.
 //
 // Tests: tests/tool/RedactTest.cpp
 #include "Redact.h"
@@ -18,7 +18,6 @@ constexpr std::string_view kInline = "inline:";
 constexpr std::string_view kCrypto = "a=crypto:";
 constexpr std::string_view kKeyManagement = "a=key-mgmt:";
 constexpr std::string_view kPassword = "a=ice-pwd:";
-constexpr std::string_view kKeyLine = "k=";
 constexpr std::string_view kStars = "***";
 
 char Lower(char c) {
@@ -43,7 +42,7 @@ bool Holds(std::string_view word, std::string_view lowerCase) {
     return FindAnyCase(word, lowerCase) != word.size();
 }
 
-// What belongs where a word stands, counted from the last attribute with a key in its line.
+// What belongs in the place of a word, counted from the last attribute with a key in its line.
 enum class Place { kSuite, kKey, kManagedKey, kElsewhere };
 
 // The place of the word after this one.
@@ -65,12 +64,29 @@ std::optional<std::size_t> HiddenFrom(std::string_view word, Place place) {
     return shown ? std::nullopt : std::optional<std::size_t>(0);
 }
 
-// Where the key of a line "k=base64:..." begins, when the word begins one; a quote may stand in front of it.
+// Where the key of a line "k=base64:..." begins: at the start of the word or after a sign, whatever the
+// method is, and after one of the methods of RFC 4566, 5.12 wherever a lost line end carried it
+// ("0k=clear:...").
 std::optional<std::size_t> KeyLineFrom(std::string_view word) {
-    const std::size_t start = FindAnyCase(word, kKeyLine);
-    const bool isStart = start < word.size() && (start == 0 || !IsBase64(word[start - 1]));
-    const std::size_t colon = isStart ? word.find(':', start) : std::string_view::npos;
-    return colon == std::string_view::npos ? std::nullopt : std::optional<std::size_t>(colon + 1);
+    static constexpr std::string_view methods[] = {"clear:", "base64:", "uri:"};
+    const auto isMethod = [](std::string_view rest) {
+        return std::any_of(std::begin(methods), std::end(methods), [rest](std::string_view method) {
+            return FindAnyCase(rest.substr(0, method.size()), method) == 0;
+        });
+    };
+    std::size_t colon = 0; // the first one after `at`
+    for (std::size_t at = word.find('='); at != std::string_view::npos; at = word.find('=', at + 1)) {
+        colon = colon < at ? word.find(':', at) : colon;
+        if (colon == std::string_view::npos) {
+            return std::nullopt;
+        }
+        const bool isKeyLine = at != 0 && Lower(word[at - 1]) == 'k';
+        const bool isStart = isKeyLine && (at == 1 || !IsBase64(word[at - 2]));
+        if (isStart || (isKeyLine && isMethod(word.substr(at + 1)))) {
+            return colon + 1;
+        }
+    }
+    return std::nullopt;
 }
 
 // What is hidden of the word at `at` that is no SRTP key.

@@ -25,7 +25,7 @@ struct Hidden {
     SecretKind kind;
 };
 
-/// Where secrets stand, in ascending order: the rest of a word after "inline:", in any letter case, and the
+/// The places of secrets, in ascending order: the rest of a word after "inline:", in any letter case, and the
 /// third word of an "a=crypto:" attribute without it, because seven characters of that word are skipped
 /// unread (RFC 4568, 9.1 calls for "inline:" there). Its second word counts too unless it names a suite:
 /// anything else in that place may be the key of an attribute whose words are jumbled.
@@ -44,7 +44,7 @@ public:
 
     /// The text as it may be shown: redacted, and with "***" for every base64 text that is long enough for a
     /// key. A misread line makes an address or a transport of one. In messages about the local side no word
-    /// of the far end stands, and a path can be as long: those are redacted only.
+    /// of the far end occurs, and a path can be as long: those are redacted only.
     std::string Hide(std::string_view text);
     /// A key text as it may be shown: itself or "***".
     std::string HideKey(std::string_view key);

@@ -59,7 +59,7 @@ std::string ReadText(const std::string& name, std::vector<std::string>& notes) {
         draft = std::move(cleaned);
         notes = std::move(steps);
     } else if (!HoldsSdpLine(draft.text, LineEnd::Any) && !HoldsSipMessage(draft.text)) {
-        Fail(name, "holds no SDP line such as \"v=0\" or \"m=audio 5004 RTP/AVP 0\"");
+        Fail(name, kNoSdpLine);
     }
     RequirePlainKeys(name, draft.text);
     return draft.text;

@@ -19,8 +19,6 @@ namespace {
     throw ToolError(kRemoteText, NameOfInput(source.name) + ": " + why);
 }
 
-constexpr const char* kNoSdpLine = "holds no SDP line such as \"v=0\" or \"m=audio 5004 RTP/AVP 0\"";
-
 // Names an input that is no text.
 void CheckReadable(const RemoteSource& source, const std::string& text) {
     const std::string unreadable = WhyUnreadable(text, source.name, source.verb);
@@ -45,6 +43,8 @@ void NoteBodies(const Draft& draft, std::vector<std::string>& notes) {
 }
 
 } // namespace
+
+const char* const kNoSdpLine = "holds no SDP line such as \"v=0\" or \"m=audio 5004 RTP/AVP 0\"";
 
 Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes) {
     return ReadRemoteText(source, ReadDescription(source.name), notes);

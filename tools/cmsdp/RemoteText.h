@@ -39,6 +39,9 @@ std::string CleanedPaste(const RemoteSource& source, std::string text, std::vect
 /// they cannot be read.
 std::string ReadDescription(const std::string& name);
 
+/// What is wrong with an input without any line of a description, after its name.
+extern const char* const kNoSdpLine;
+
 /// The name of an input as messages show it.
 std::string NameOfInput(const std::string& name);
 

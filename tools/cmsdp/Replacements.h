@@ -18,7 +18,7 @@ namespace cmsdp {
 /// Gives equal originals equal replacements, and different ones different ones. No replacement is an original
 /// of the same text. The order of the originals decides, so that equal texts have equal results.
 ///
-/// A replacement leaves a line what it is for the component: every keyword that stands inside an original
+/// A replacement leaves a line what it is for the component: every keyword inside an original
 /// stays, and none is added (DELIBERATE.md, P01).
 class Replacements {
 public:

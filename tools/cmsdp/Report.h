@@ -47,7 +47,7 @@ struct Report {
 Report ReadInto(SDPHandler& handler, const Capabilities& side, const Draft& draft, bool isAnswer = false,
                 const std::string& sent = "");
 
-/// Judges our own answer: what strict far ends refuse stands in `answerNotes`, and what --fit does with the
+/// Judges our own answer: what strict far ends refuse goes into `answerNotes`, and what --fit does with the
 /// text in `fit`.
 void JudgeAnswer(Report& report, const Capabilities& side, const Draft& draft, bool isAnswer);
 

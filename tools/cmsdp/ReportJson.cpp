@@ -1,5 +1,5 @@
-// Numbers are the record's own: 0 is what SDP.h says it is there. Names stand for enumerations, null for what
-// is not there at all.
+// Numbers are the record's own: 0 is what SDP.h says it is there. Enumerations are written by name, null for
+// what is not there at all.
 //
 // Tests: tests/tool/inspect.cases
 #include "ReportJson.h"

@@ -10,7 +10,7 @@
 
 namespace cmsdp {
 
-// Each text is ASCII only and ends in a line end; bytes that are no UTF-8 stand as U+FFFD.
+// Each text is ASCII only and ends in a line end; bytes that are no UTF-8 become U+FFFD.
 
 /// Of `cmsdp inspect`.
 std::string InspectJson(const Report& report, Secrets& secrets);

@@ -32,10 +32,10 @@ SipHeaders ReadSipHeaders(std::string_view text);
 std::string_view TakeLine(std::string_view text, std::size_t& at);
 
 /// The value of a parameter, "tag" of "<sip:a@b>;tag=1": quotes taken off, the name in any letter case. What
-/// stands between angle brackets or quotes is no parameter. Empty without one.
+/// is between angle brackets or quotes is no parameter. Empty without one.
 std::string HeaderParameter(std::string_view value, std::string_view name);
 
-/// The URI of a From or To value: what stands between the angle brackets, or the value up to its parameters.
+/// The URI of a From or To value: what is between the angle brackets, or the value up to its parameters.
 std::string HeaderUri(std::string_view value);
 
 std::string LowerCase(std::string_view text);

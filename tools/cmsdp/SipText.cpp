@@ -1,7 +1,7 @@
 // Stage: a text file with SIP messages, cut into messages.
 // Input: the text. Output: its calls.
 // Touches nothing.
-// A message begins at a request line or a status line; lines of a log may stand between messages.
+// A message begins at a request line or a status line; lines of a log may be between messages.
 // Test: tests/tool/calls.cases
 #include "Clean.h"
 #include "SipCalls.h"

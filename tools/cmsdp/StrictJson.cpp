@@ -18,10 +18,10 @@ using nlohmann::json;
 
 constexpr int kDeepest = 32;
 
-// Where the parser stands, told by its events.
+// Where the parser is, told by its events.
 class Place {
 public:
-    // Returns the path of a member that stands for the second time, otherwise "".
+    // Returns the path of a member that occurs for the second time, otherwise "".
     std::string Follow(json::parse_event_t event, const json& parsed) {
         switch (event) {
         case json::parse_event_t::key:
@@ -88,7 +88,7 @@ std::string MemberPath(const std::string& object, const std::string& member) {
     const bool plain = !member.empty() && std::all_of(member.begin(), member.end(), [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
     });
-    // No member has a name so long, but a key that stands in its place is longer.
+    // No member has a name so long, but a key in its place is longer.
     constexpr std::size_t most = 30;
     if (member.size() > most) {
         return object + "[a name of " + std::to_string(member.size()) + " bytes]";

@@ -1,4 +1,4 @@
-// JSON as a document that a person wrote: a member that stands twice is an error, and a syntax error is named
+// JSON as a document that a person wrote: a member that occurs twice is an error, and a syntax error is named
 // by line and column. The text itself is never repeated in a message, because it can hold a key.
 //
 // Tests: tests/tool/CapabilitiesTest.cpp
@@ -10,7 +10,7 @@
 
 namespace cmsdp {
 
-/// Parses a JSON text. `name` stands in front of every message. Throws ToolError(kLocalFile).
+/// Parses a JSON text. `name` begins every message. Throws ToolError(kLocalFile).
 nlohmann::json ParseStrictJson(const std::string& text, const std::string& name);
 
 /// The JSON path of a member: "$.video.main", or $["two words"] where a dot would not be clear.

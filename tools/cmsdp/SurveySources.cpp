@@ -7,6 +7,7 @@
 #include "ReadFile.h"
 #include "RemoteText.h"
 #include "Timeline.h"
+#include "Unreadable.h"
 #include "Words.h"
 
 #include <nlohmann/json.hpp>
@@ -41,13 +42,6 @@ bool NameFolder(const fs::path& folder, const TakeName& take) {
         }
     }
     return true;
-}
-
-bool IsCapture(std::string_view bytes) {
-    static constexpr std::string_view starts[] = {"\xd4\xc3\xb2\xa1", "\xa1\xb2\xc3\xd4", "\x4d\x3c\xb2\xa1",
-                                                  "\xa1\xb2\x3c\x4d", "\x0a\x0d\x0d\x0a"};
-    return std::any_of(std::begin(starts), std::end(starts),
-                       [bytes](std::string_view start) { return bytes.substr(0, start.size()) == start; });
 }
 
 // A description of a call, with the offer that it answers.

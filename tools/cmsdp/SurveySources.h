@@ -22,7 +22,7 @@ using TakeItem = std::function<bool(Surveyed item)>;
 void NameFiles(const std::vector<std::string>& paths, const TakeName& take);
 
 /// Reads a file: one description, each offer and answer of a text with SIP messages or of a capture, or the
-/// reason why there is none. Nothing is thrown for what stands in a file.
+/// reason why there is none. Nothing is thrown for what a file contains.
 void ReadItems(const std::string& file, bool remoteAnswers, const TakeItem& take);
 
 /// Reads JSON values from standard input, one in a line, each with a member "sdp". Returns when the input

@@ -1,7 +1,7 @@
 // Stage: a call that was read, explained step by step.
 // Input: a call and what the receiver can do. Output: for each description its changes and findings.
 // Touches nothing.
-// Every sentence about a description is explain's; this decides which texts stand beside the one that is
+// Every sentence about a description is explain's; this decides with which texts it compares the one that is
 // read.
 // Tests: tests/tool/calls.cases, TimelineTest.cpp
 #include "Timeline.h"

@@ -44,7 +44,7 @@ struct Step {
     std::optional<double> seconds; ///< after the first message of the call; none where no time is known
     Side from = Side::Caller;      ///< which side sent it
     StepKind kind = StepKind::Offer;
-    bool isReOffer = false; ///< Offer: an agreement stands already
+    bool isReOffer = false; ///< Offer: there is an agreement already
     bool isIgnored = false; ///< Answer: an earlier answer to the same offer counts (RFC 3261, 13.2.1)
     int status = 0;         ///< of a response; 0 for a request and for a file
     std::string message;    ///< "INVITE", "200 OK to INVITE", "ACK"; in a folder the name of the file
@@ -56,7 +56,7 @@ struct Step {
     std::size_t repeats = 0;        ///< retransmissions of it and later messages with the same text
 
     /// Offer: the step of its answer. Answer, Refusal, Challenge: the step of the offer. End: a step of the
-    /// branch that it ends while another one stands. None without one.
+    /// branch that it ends while another one goes on. None without one.
     std::optional<std::size_t> partner;
     /// The last agreed description of the same side and dialog, which this one replaces; of an ignored answer
     /// the one that counts.

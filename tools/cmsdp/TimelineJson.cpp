@@ -1,7 +1,7 @@
 // Stage: none; a call as JSON.
 // Input: calls, one of them evaluated. Output: the list of calls and the steps of that one.
 // Touches nothing.
-// Key text stands as "***" in the descriptions, too.
+// Key text becomes "***" in the descriptions, too.
 // Test: tests/tool/calls.cases
 #include "ExplainText.h"
 #include "Findings.h"

@@ -50,7 +50,7 @@ Capabilities SideOf(const std::optional<std::string>& file,
 std::string DescriptionFor(const Screen& screen, const std::string& description);
 
 /// Adds what a report means for the exit status: 1 with a note when no stream came up, or when one that
-/// --require names did not. `whose` stands in front of the notes: "", or "answerer: ".
+/// --require names did not. `whose` begins the notes: "", or "answerer: ".
 void Judge(Outcome& outcome, const Report& report, const CommandLine& line, Secrets& secrets,
            const std::string& whose = "");
 

@@ -9,16 +9,16 @@
 
 namespace cmsdp {
 
-/// One line for tables and messages: every byte outside printable ASCII stands as \xNN, and a backslash as
+/// One line for tables and messages: every byte outside printable ASCII becomes \xNN, and a backslash
 /// two, so that different texts never look the same.
 std::string Visible(std::string_view text);
 
-/// One line that stays as it is when it is made visible twice: every byte outside printable ASCII stands as
+/// One line that stays as it is when it is made visible twice: every byte outside printable ASCII becomes
 /// \xNN, a backslash stays one.
 std::string VisibleBytes(std::string_view text);
 
 /// A description for a terminal: lines stay lines, a backslash stays one, every other byte outside printable
-/// ASCII stands as \xNN.
+/// ASCII becomes \xNN.
 std::string VisibleLines(std::string_view text);
 
 } // namespace cmsdp
