@@ -190,10 +190,10 @@ FITTING = [
              BOTH_TONES + BOTH_PICTURES + [wrote("received-answer", "^m=video 0 .*^m=application 0 ")]),
     Scenario("no offer in our INVITE", baresip(), "--delayed --audio PCMU --hang-up-after 3.5",
              BOTH_TONES + BOTH_PICTURES + [wrote("received-offer", "^m=audio ")]),
-    Scenario("video stands first in the offer", lambda: Scripted(VIDEO_FIRST), "--audio PCMU --hang-up-after 3",
+    Scenario("video comes first in the offer", lambda: Scripted(VIDEO_FIRST), "--audio PCMU --hang-up-after 3",
              [hears(440), sees(SIF), flows("out", "audio"), flows("out", "video"),
               wrote("sent-answer", "^m=video 30002 .*^m=audio 30000 ")], incoming=True),
-    Scenario("seven sections, five not spoken", lambda: Scripted(SEVEN), "--audio PCMU --hang-up-after 3",
+    Scenario("seven sections, five not supported", lambda: Scripted(SEVEN), "--audio PCMU --hang-up-after 3",
              [hears(440), sees(SIF), flows("out", "audio"), flows("out", "video"),
               wrote("sent-answer", SEVEN_ANSWER)], incoming=True),
 ]
