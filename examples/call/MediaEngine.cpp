@@ -138,10 +138,10 @@ void MediaEngine::Start(const Command& command) {
 }
 
 void MediaEngine::Signal(Process& process) {
-    const StopSignal& farewell = kStopSignals[process.signals++];
-    process.nextSignal = Clock::now() + farewell.wait;
-    kill(process.pid, farewell.signal);
-    m_journal.Note("stop " + process.command.name + " with signal " + std::to_string(farewell.signal));
+    const StopSignal& stop = kStopSignals[process.signals++];
+    process.nextSignal = Clock::now() + stop.wait;
+    kill(process.pid, stop.signal);
+    m_journal.Note("stop " + process.command.name + " with signal " + std::to_string(stop.signal));
 }
 
 /// Forgets the processes that ended. One that ended without being asked is not started again by itself.

@@ -57,7 +57,7 @@ struct SDPNegotiator::Call {
     Phase phase = Phase::Idle;
     Phase phaseBefore = Phase::Idle; ///< while an offer is pending: where its refusal leads
 
-    /// Wishes are replaced and never changed, so that what a text told can be kept without a copy.
+    /// Wishes are replaced and never changed, so that those of a text are kept without a copy.
     std::shared_ptr<const negotiation::Wishes> wishes = std::make_shared<const negotiation::Wishes>();
     std::shared_ptr<const negotiation::Wishes> offered; ///< those of the pending offer; else null
     std::shared_ptr<const negotiation::Wishes> settled; ///< agreed or declined last; null before

@@ -75,8 +75,8 @@ BASE64_ALPHABET = b"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz01234567
 def decode_key(text: bytes) -> tuple[bytes, bytes] | None:
     """Key and salt of the 40 characters, or None.
 
-    The block decoder of OpenSSL takes "=" for six zero bits wherever it stands.  It trims blanks in front
-    and blanks, line ends and "-" behind; a trimmed text has lost at least one of its 30 bytes, so trimming
+    The block decoder of OpenSSL takes "=" for six zero bits at any place.  It trims blanks at the start
+    and blanks, line ends and "-" at the end; a trimmed text has lost at least one of its 30 bytes, so trimming
     and a foreign character both end in the same refusal.
     """
     bits = 0

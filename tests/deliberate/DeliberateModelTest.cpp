@@ -4,7 +4,6 @@
 #include "Capabilities.h"
 #include "Describe.h"
 #include "Expect.h"
-#include "TraceKeeper.h"
 
 #include <memory>
 #include <string>

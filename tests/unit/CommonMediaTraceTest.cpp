@@ -72,8 +72,8 @@ TEST_F(CommonMediaTraceSeam, TextThatCannotBeFormattedIsDropped) {
     SetCommonMediaTraceSink(&m_sink);
     // The C locale has no bytes for this character.
     CommonMediaTrace("a.cpp", "F", 1, "before %lc", wint_t{0x20ac});
-    CommonMediaTrace("a.cpp", "F", 2, "behind");
-    EXPECT_EQ(Traced(), Texts{"behind"});
+    CommonMediaTrace("a.cpp", "F", 2, "later");
+    EXPECT_EQ(Traced(), Texts{"later"});
 }
 
 TEST_F(CommonMediaTraceSeam, TextsOfEveryLengthReachTheSinkWhole) {

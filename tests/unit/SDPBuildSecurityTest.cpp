@@ -67,7 +67,7 @@ TEST(SDPBuildSecurity, AnySuiteButNoneCounts) {
     }
 }
 
-TEST(SDPBuildSecurity, ASecureSectionIsFoundBehindOthers) {
+TEST(SDPBuildSecurity, ASecureSectionIsFoundAfterOthers) {
     SDPHandler h;
     AddSection(h, MEDIA_AUDIO, 5000);
     AddSection(h, MEDIA_VIDEO, 5002);

@@ -244,7 +244,7 @@ TEST(SDPExtractAudio, OnlyTheFirstAudioSectionIsUsed) {
                 "audio codec=256 payload=0 dtmf=0 addr=192.0.2.10 port=5000 send=0 recv=0 valid=1\n" + kRest);
 }
 
-TEST(SDPExtractAudio, AudioIsFoundBehindOtherSections) {
+TEST(SDPExtractAudio, AudioIsFoundAfterOtherSections) {
     SDPHandler h;
     h.MyLocalSDP.eAudioCodec = kAllAudio;
     AddSection(h, MEDIA_UNKNOWN, 4000);

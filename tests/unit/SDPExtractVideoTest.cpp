@@ -248,7 +248,7 @@ TEST(SDPExtractVideo, AKeyWithoutAValuePieceIsIgnored) {
                 Loaded("", 0, 0, 0, 0));
 }
 
-TEST(SDPExtractVideo, AKeyBehindTheEqualsSignDoesNotCount) {
+TEST(SDPExtractVideo, AKeyAfterTheEqualsSignDoesNotCount) {
     EXPECT_TEXT(Load({"x=max-mbps", "x=max-fs=5", "=max-br=5"}), Loaded("", 0, 0, 0, 0));
 }
 

@@ -117,7 +117,7 @@ TEST(SDPKeyword, EmptyNameIsFoundOnlyWhereATableHasIt) {
     EXPECT_EQ(sdp::FindNamed<kNamesWithNone>("x"), nullptr);
 }
 
-TEST(SDPKeyword, NameIsNotReadBehindItsEnd) {
+TEST(SDPKeyword, NameIsNotReadAfterItsEnd) {
     EXPECT_EQ(sdp::FindNamed<kNames>(Exact("video").View()), &kNames[1]);
     EXPECT_EQ(sdp::FindNamed<kNames>(Exact("vide").View()), nullptr);
     EXPECT_EQ(sdp::FindNamed<kNames>(Exact("videos").View()), nullptr);
@@ -211,7 +211,7 @@ TEST(SDPKeyword, KeywordStandsInTheLastBytesOfAText) {
     ExpectRowAt<kLong>({{"a=rtpmap", 0}, {"a=rtpma", 3}, {"a=rtcp:", 1}, {"a=rtcp", 3}, {"b=TIAS:", 2}});
 }
 
-TEST(SDPKeyword, KeywordIsNotReadBehindTheText) {
+TEST(SDPKeyword, KeywordIsNotReadAfterTheText) {
     // The bytes after the view would complete the keyword.
     ExpectRowAt<kThree>({{std::string_view("a=ice", 4), 2}, {std::string_view("a=ice", 1), 3}});
     ExpectRowAt<kLong>({{std::string_view("a=rtpmap", 7), 3}});
@@ -245,16 +245,16 @@ TEST(SDPKeyword, CharacterThatSharesALettersBitBeginsNoKeyword) {
 
 TEST(SDPKeyword, KeywordIsFoundAtEveryPlaceOfALine) {
     for (std::size_t before = 0; before < 40; ++before) {
-        for (std::size_t behind = 0; behind < 40; ++behind) {
+        for (std::size_t after = 0; after < 40; ++after) {
             const std::string beforeText(before, 'x');
-            const std::string suffix(behind, 'y');
-            EXPECT_EQ(RowOf<kThree>(beforeText + "c=" + suffix), 0U) << before << ' ' << behind;
-            EXPECT_EQ(RowOf<kThree>(beforeText + "a=ice" + suffix), 1U) << before << ' ' << behind;
-            EXPECT_EQ(RowOf<kThree>(beforeText + "a=" + suffix), 2U) << before << ' ' << behind;
-            EXPECT_EQ(RowOf<kThree>(beforeText + "b=" + suffix), 3U) << before << ' ' << behind;
-            EXPECT_EQ(RowOf<kLong>(beforeText + "a=rtpmap" + suffix), 0U) << before << ' ' << behind;
-            EXPECT_EQ(RowOf<kLong>(beforeText + "b=TIAS:" + suffix), 2U) << before << ' ' << behind;
-            EXPECT_EQ(RowOf<kLong>(beforeText + "b=TIAS" + suffix), 3U) << before << ' ' << behind;
+            const std::string suffix(after, 'y');
+            EXPECT_EQ(RowOf<kThree>(beforeText + "c=" + suffix), 0U) << before << ' ' << after;
+            EXPECT_EQ(RowOf<kThree>(beforeText + "a=ice" + suffix), 1U) << before << ' ' << after;
+            EXPECT_EQ(RowOf<kThree>(beforeText + "a=" + suffix), 2U) << before << ' ' << after;
+            EXPECT_EQ(RowOf<kThree>(beforeText + "b=" + suffix), 3U) << before << ' ' << after;
+            EXPECT_EQ(RowOf<kLong>(beforeText + "a=rtpmap" + suffix), 0U) << before << ' ' << after;
+            EXPECT_EQ(RowOf<kLong>(beforeText + "b=TIAS:" + suffix), 2U) << before << ' ' << after;
+            EXPECT_EQ(RowOf<kLong>(beforeText + "b=TIAS" + suffix), 3U) << before << ' ' << after;
         }
     }
 }

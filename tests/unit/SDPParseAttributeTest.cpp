@@ -152,7 +152,7 @@ TEST(SDPParseAttribute, LaterDirectionReplacesTheEarlier) {
 
 // --- bandwidth ---
 
-TEST(SDPParseAttribute, SessionBandwidthIsTheTextBehindAs) {
+TEST(SDPParseAttribute, SessionBandwidthIsTheTextAfterAs) {
     const std::pair<const char*, const char*> lines[] = {
         {"b=AS:384", "384"},       {"b=AS:384 ", "384 "},    {"b=AS:", ""},           {"b=AS:abc", "abc"},
         {"b=TIAS:64000", "64000"}, {"xAS:1 AS:2", "1 AS:2"}, {"b=X-AS:0512", "0512"},
@@ -181,7 +181,7 @@ TEST(SDPParseAttribute, LaterSessionBandwidthReplacesTheEarlier) {
     EXPECT_EQ(handler.strMaxSessionBandwidth, "64");
 }
 
-TEST(SDPParseAttribute, MediaBandwidthIsTheTextBehindTias) {
+TEST(SDPParseAttribute, MediaBandwidthIsTheTextAfterTias) {
     const std::pair<const char*, const char*> lines[] = {
         {"b=TIAS:384000", "384000"}, {"b=TIAS:384000 ", "384000 "},  {"b=TIAS:", ""},
         {"b=TIAS:abc", "abc"},       {"xTIAS:1 TIAS:2", "1 TIAS:2"},
@@ -216,7 +216,7 @@ TEST(SDPParseAttribute, LaterMediaBandwidthReplacesTheEarlier) {
 
 // --- floor control ---
 
-TEST(SDPParseAttribute, FloorControlIsTheTextBehindItsKeyword) {
+TEST(SDPParseAttribute, FloorControlIsTheTextAfterItsKeyword) {
     const std::pair<const char*, const char*> lines[] = {
         {"a=floorctrl:c-s", "c-s"},
         {"a=floorctrl:c-only", "c-only"},
@@ -243,7 +243,7 @@ TEST(SDPParseAttribute, FloorControlWithoutItsKeywordChangesNothing) {
     EXPECT_EQ(section.Get().strFloorctrl, "c-s");
 }
 
-TEST(SDPParseAttribute, ConferenceAndUserAreTheNumbersBehindTheirKeywords) {
+TEST(SDPParseAttribute, ConferenceAndUserAreTheNumbersAfterTheirKeywords) {
     Last section(kApplication);
     section.handler.ProcessBfcpConfid("a=confid:15");
     section.handler.ProcessBfcpUserid("a=userid:16");
@@ -324,23 +324,23 @@ TEST(SDPParseAttribute, WithoutASectionNothingButTheSessionBandwidthIsKept) {
 // Lines whose second byte is no "=": the keyword is searched, in short lines and in long ones.
 struct Elsewhere {
     const char* before;
-    const char* behind;
+    const char* after;
 };
 constexpr Elsewhere kElsewhere[] = {
     {"x ", ""},
     {"x x ", ""},
-    {"x ", " and thirty bytes more behind it all"},
+    {"x ", " and thirty bytes more at the line end"},
     {"twenty bytes in front ", ""},
-    {"twenty bytes in front ", " and some behind"},
+    {"twenty bytes in front ", " and some after it"},
 };
 
-TEST(SDPParseAttribute, KeywordsAreFoundBehindTheStartOfALine) {
+TEST(SDPParseAttribute, KeywordsAreFoundAfterTheStartOfALine) {
     for (const Elsewhere& row : kElsewhere) {
         SDPHandler h;
         h.ProcessMedia("m=video 5002 RTP/AVP 97");
         MediaSession& section = *h.vecRemoteMediaSession[0];
         const auto line = [&row](const char* keyword) {
-            return std::string(row.before) + keyword + row.behind;
+            return std::string(row.before) + keyword + row.after;
         };
         h.ParseDirectionalAttribute(line("a=inactive"));
         EXPECT_FALSE(section.fSend) << line("a=inactive");

@@ -38,7 +38,7 @@ TEST(SDPParseMedia, AMediaLineOpensASection) {
          "eMedia = 1\neContent = 0\niPort = 5002\nformat = 97\nformat = 126\n"},
         {"m=application 5070 UDP/BFCP *", "eMedia = 3\niPort = 5070\nformat = *\n"},
         {"m=text 6000 RTP/AVP 98", "iPort = 6000\nformat = 98\n"},
-        // A blank after the type makes every word the one before it.
+        // A blank after "m=" moves every word one place on: the port is "audio".
         {"m= audio 5000 RTP/AVP 0", "format = RTP/AVP\nformat = 0\n"},
         // Any run of white space separates words.
         {" \tm=audio\t 5000\v\fRTP/AVP\r0\n \n8 ", "eMedia = 2\niPort = 5000\nformat = 0\nformat = 8\n"},
@@ -65,6 +65,14 @@ TEST(SDPParseMedia, AMediaLineOpensASection) {
     }
 }
 
+TEST(SDPParseMedia, TwoEqualFormatsAreTwoEntries) {
+    SDPHandler handler;
+    handler.ProcessMedia("m=audio 5000 RTP/AVP 97 97");
+    const auto& formats = handler.vecRemoteMediaSession.at(0)->vecRtpMap;
+    ASSERT_EQ(formats.size(), 2U);
+    EXPECT_NE(formats[0], formats[1]);
+}
+
 TEST(SDPParseMedia, FirstWordIsComparedAsAWhole) {
     for (const char* word : {"m=audiox", "m=audi", "m=Audio", "M=audio", "xm=audio", "m=videos", "m=vide",
                              "m=applications", "m=app", "audio", "m="}) {
@@ -87,7 +95,7 @@ TEST(SDPParseMedia, FewerThanFourWordsOpenNothing) {
     }
 }
 
-TEST(SDPParseMedia, SectionsStandInOrderOfTheirLines) {
+TEST(SDPParseMedia, SectionsAreInTheOrderOfTheirLines) {
     SDPHandler handler;
     const char* const lines[] = {"m=video 1 RTP/AVP 97", "m=text 2 RTP/AVP 98", "m=audio 3 RTP/AVP 0",
                                  "m=audio 4 RTP/AVP 8"};
@@ -109,7 +117,7 @@ TEST(SDPParseMedia, AddressBeforeAnySectionIsTheSessions) {
     EXPECT_EQ(handler.strSessionIPAddr, "192.0.2.11");
 }
 
-TEST(SDPParseMedia, AddressBehindASectionIsThatSectionsAlone) {
+TEST(SDPParseMedia, AddressAfterASectionIsThatSectionsAlone) {
     SDPHandler handler;
     handler.ProcessConnect("c=IN IP4 192.0.2.10");
     handler.ProcessMedia("m=audio 5000 RTP/AVP 0");
@@ -152,7 +160,7 @@ TEST(SDPParseMedia, FewerThanThreeWordsChangeNoAddress) {
     }
 }
 
-TEST(SDPParseMedia, LinesBehindAShortMediaLineApplyToWhatWasOpenBefore) {
+TEST(SDPParseMedia, LinesAfterAShortMediaLineApplyToWhatWasOpenBefore) {
     SDPHandler handler;
     handler.ProcessMedia("m=audio 5000 RTP/AVP");
     handler.ProcessConnect("c=IN IP4 192.0.2.10");

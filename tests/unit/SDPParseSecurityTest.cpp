@@ -36,7 +36,7 @@ struct Section {
     }
     MediaSession& Get() { return *handler.vecRemoteMediaSession.back(); }
 
-    // Suite, tag, text, and which key the rows have. The spare byte behind each row is never written.
+    // Suite, tag, text, and which key the rows have. The spare byte after each key is never written.
     std::string Shown() {
         const std::string key(reinterpret_cast<char*>(Get().bufSRTPKey), 17);
         const std::string salt(reinterpret_cast<char*>(Get().bufSRTPSalt), 15);

@@ -70,7 +70,7 @@ TEST(SDPParse, UnterminatedLastLineIsDroppedAndTheRecordIsStillFilled) {
     EXPECT_EQ(p.remote.iMaxBandwidth, 64000);
 }
 
-TEST(SDPParse, UnterminatedRestBehindASectionIsDropped) {
+TEST(SDPParse, UnterminatedRestAfterASectionIsDropped) {
     for (const char* rest : {"a=sendonly", "a=sendonly\r", "a=sendonly\n", "a=sendonly\n\r"}) {
         Parsed p(std::string("m=audio 5000 RTP/AVP 0\r\n") + rest);
         ASSERT_EQ(p.Sections().size(), 1U);
@@ -188,8 +188,8 @@ std::vector<std::string> FieldsOf(SDPHandler& handler) {
     return fields;
 }
 
-// The fields that a line after `before` changes; of a section that it opens, those that a new one does not
-// have.
+// The fields that a line after `before` adds or changes; of a section that it opens, those that a new one
+// does not have. Where they are none, every field is as it would be without the line.
 std::string Changes(const std::string& before, const std::string& lineText) {
     Parsed without(before);
     Parsed with(before + lineText + "\r\n");
@@ -199,9 +199,15 @@ std::string Changes(const std::string& before, const std::string& lineText) {
     }
     std::string changes;
     for (const std::string& field : FieldsOf(with.handler)) {
-        if (std::find(known.begin(), known.end(), field) == known.end()) {
+        const auto same = std::find(known.begin(), known.end(), field);
+        if (same == known.end()) {
             changes += field + "\n";
+        } else {
+            known.erase(same); // the same format twice is two fields
         }
+    }
+    if (changes.empty()) {
+        EXPECT_EQ(FieldsOf(with.handler), FieldsOf(without.handler)) << lineText;
     }
     return changes;
 }
@@ -255,8 +261,9 @@ TEST(SDPParse, EachRowReadsItsLine) {
     }
 }
 
-// Every attribute beginning with "ice", and rtpmap without a colon, go to a row that finds nothing in them.
-TEST(SDPParse, RowsThatFindNothingInALineTakeItAsWell) {
+// Every attribute that begins with "ice", and rtpmap without a colon, belong to a row that stores nothing of
+// them. A later row for "a=inactive" does not get the line.
+TEST(SDPParse, ARowTakesALineOfWhichItStoresNothing) {
     for (const char* name : {"a=ice-options:trickle", "a=ice-lite", "a=ice", "a=iceberg", "a=rtpmap"}) {
         EXPECT_TEXT(Changes(kVideo, std::string(name) + " a=inactive"), "") << name;
     }
@@ -286,7 +293,7 @@ TEST(SDPParse, LinesWithoutAnyKeywordChangeNothing) {
     }
 }
 
-// In each line the later row's keyword stands first.
+// In each line the keyword of the later row comes first.
 TEST(SDPParse, TheEarlierRowTakesALineWithTwoKeywords) {
     const Row rows[] = {
         {kSession, "m=audio 5000 192.0.2.9 c=", "address = 192.0.2.9\n"},

@@ -247,7 +247,7 @@ TEST(SDPSearch, NothingIsFoundInNoText) {
     }
 }
 
-TEST(SDPSearch, NothingIsFoundBehindTheEnd) {
+TEST(SDPSearch, NothingIsFoundAfterTheEnd) {
     EXPECT_EQ(sdp::FindByte("=", '=', 1), 1U);
     EXPECT_EQ(sdp::FindByte("================", '=', 16), 16U);
     EXPECT_EQ(sdp::FindByte("=================", '=', 17), 17U);

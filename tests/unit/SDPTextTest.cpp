@@ -37,7 +37,7 @@ std::vector<std::string> WordsOf(std::string_view text) {
     return words;
 }
 
-TEST(SDPText, BehindDropsBytesAtTheFront) {
+TEST(SDPText, AfterDropsBytesAtTheFront) {
     static_assert(sdp::After("a=rtpmap", 2) == "rtpmap");
     EXPECT_EQ(sdp::After("a=rtpmap", 0), "a=rtpmap");
     EXPECT_EQ(sdp::After("a=rtpmap", 7), "p");
@@ -150,7 +150,7 @@ TEST(SDPText, StartsWithComparesTheWholeStart) {
     EXPECT_FALSE(sdp::StartsWith(" bitrate", "bitrate"));
 }
 
-TEST(SDPText, StartIsNotReadBehindTheText) {
+TEST(SDPText, StartIsNotReadAfterTheText) {
     EXPECT_FALSE(sdp::StartsWith(std::string_view("bitrate=", 7), "bitrate="));
     EXPECT_TRUE(sdp::StartsWith(std::string_view("bitrate=", 8), "bitrate="));
     EXPECT_FALSE(sdp::StartsWith(std::string_view("bit\0rate", 8), "bit\1rate"));

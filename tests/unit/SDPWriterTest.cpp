@@ -1,4 +1,5 @@
-// The text that descriptions are written into: pieces, numbers, growth and what it leaves behind.
+// The text that descriptions are written into: pieces, numbers, growth, and the bytes that remain in freed
+// memory.
 #include "SDPWriter.h"
 
 #include "Expect.h"

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Arrays with room behind the 16 and 14 bytes, to see that nothing is written there.
+// Arrays with room after the 16 and 14 bytes, to see that nothing is written there.
 struct Material {
     unsigned char key[20];
     unsigned char salt[20];
@@ -113,7 +113,7 @@ TEST(SRTPKey, EveryByteValueSurvivesTheRoundTrip) {
     }
 }
 
-TEST(SRTPKey, CharactersBehindTheFortiethAreIgnored) {
+TEST(SRTPKey, CharactersAfterTheFortiethAreIgnored) {
     for (const char* suffix : {"|2^31", "|2^20|1:4", "=", "A", "\n", "!!!!", " "}) {
         Material material;
         EXPECT_TRUE(Extract(std::string("WVNfX19zZW1jdGwgKCkgewkyMjA7fQp9CnVubGVz") + suffix, material));

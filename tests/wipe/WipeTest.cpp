@@ -114,7 +114,7 @@ TEST(Wipe, ResetOfTheRemoteSide) {
     EXPECT_EQ(wipe::CountWindows(reinterpret_cast<unsigned char*>(&remote), sizeof remote), 0U);
 }
 
-// A length that is cut to sixteen bits leaves the end of the longer texts.
+// The long address makes both texts longer than 64 KiB: a wipe whose length is cut to sixteen bits leaves their end.
 TEST(Wipe, OfferAndAnswer) {
     for (const std::string& address : {std::string("192.0.2.1"), std::string(70000, '1')}) {
         SDPHandler handler;
@@ -224,7 +224,7 @@ TEST(Wipe, CryptoLinesOfOneSection) {
     }
 }
 
-// A length that is cut to sixteen bits leaves the end of these texts.
+// A wipe whose length is cut to sixteen bits leaves the end of these texts.
 TEST(Wipe, SecretsBeyondSixtyFourKibibytes) {
     const std::string filler(70000, 'x');
     const std::string longKey = kAudioKey + "|" + filler + kVideoKey;
