@@ -1,6 +1,6 @@
 // Any bytes as a text with SIP messages, shown as a timeline.
 //
-// Byte 0 chooses the options; the rest is the text. Steps are paired consistently, each description stands in
+// Byte 0 chooses the options; the rest is the text. Steps are paired consistently, each description is in
 // the input, and neither the text nor the JSON shows a key.
 #include "Cost.h"
 #include "Judged.h"
@@ -41,7 +41,7 @@ void CheckStep(const Call& call, std::size_t index, const std::string& text) {
                                          : "another message");
     Require(IsDescription(step) || step.text.empty(), "only offers and answers describe", step.text, text);
     const bool isDecoded = cmsdp::LowerCase(text).find("transfer-encoding") != std::string::npos;
-    Require(isDecoded || text.find(step.text) != std::string::npos, "a description stands in the input",
+    Require(isDecoded || text.find(step.text) != std::string::npos, "a description is in the input",
             step.text, text);
     if (step.partner && step.kind == StepKind::End) {
         Require(IsDescription(call.steps.at(*step.partner)), "a branch has a description", step.message,
@@ -55,10 +55,10 @@ void CheckStep(const Call& call, std::size_t index, const std::string& text) {
                 "an offer has an answer, anything else an offer", partner.message, text);
     }
     if (step.previous) {
-        Require(*step.previous < index, "what stood before came before", step.message, text);
+        Require(*step.previous < index, "the previous step comes before", step.message, text);
         const Step& previous = call.steps[*step.previous];
         Require(IsDescription(previous) && previous.from == step.from,
-                "what stood before is a description of the same side", previous.message, text);
+                "the previous step is a description of the same side", previous.message, text);
     }
 }
 

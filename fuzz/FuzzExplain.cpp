@@ -174,7 +174,7 @@ void CheckFindings(const ExplainInput& input) {
     CheckCost(kExplain, meter.Read(), input.remote.size());
     Require(std::is_sorted(findings.begin(), findings.end(),
                            [](const auto& a, const auto& b) { return a.severity > b.severity; }),
-            "findings stand most harmful first", FindingsText(findings), input.remote);
+            "the most harmful finding comes first", FindingsText(findings), input.remote);
 }
 
 void CheckExplanation(const ExplainInput& input, std::size_t choice, const Watch& watch) {

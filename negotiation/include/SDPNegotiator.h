@@ -288,7 +288,7 @@ public:
     Outcome Refused(int status);
     /// Reads an offer and answers it; on success the phase becomes Agreed. An offer that repeats a key of
     /// this side is answered with new ones (RFC 4568, 5.1.2), or refused when the generator fails. What else
-    /// is refused, and with which status, stands at the top of this file.
+    /// is refused, and with which status, is said at the top of this file.
     Outcome Answer(std::string_view offer);
 
     // The agreed state

@@ -102,7 +102,7 @@ CryptoLine ChooseCrypto(Lines lines, Repairs& repairs) {
         }
         const CryptoLine crypto = ReadCrypto(line, repairs);
         const bool isUsable = crypto.suite != sdp::CryptoParams::CRYPTO_NONE;
-        // Without the repair the last line of a section stands, as the component has it.
+        // Without the repair the last line of a section counts, as in the component.
         if (isUsable ? chosen.suite == sdp::CryptoParams::CRYPTO_NONE
                      : !repairs.Use(RepairId::UnusableCrypto)) {
             chosen = crypto;

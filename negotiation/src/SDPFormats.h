@@ -16,7 +16,7 @@
 
 namespace negotiation {
 
-/// What a payload number can mean to both sides. The audio codecs stand first, in the order of
+/// What a payload number can mean to both sides. The audio codecs come first, in the order of
 /// sdp::kAudioCodecs.
 enum Meaning : std::uint8_t { kG722, kG7221, kG711U, kG729, kEvents, kMode1, kMode0, kMeanings };
 
@@ -70,7 +70,7 @@ private:
     };
 
     std::vector<Format> m_formats;
-    std::array<std::int32_t, kMaxNumber + 1> m_index; ///< where a number stands in m_formats; -1: not listed
+    std::array<std::int32_t, kMaxNumber + 1> m_index; ///< index of a number in m_formats; -1: not listed
     std::list<Joined> m_joined;                       ///< parameters that came in several lines
 };
 

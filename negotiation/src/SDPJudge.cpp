@@ -12,7 +12,7 @@ namespace judge {
 
 namespace {
 
-// The base64 texts of all keys, wherever they stand.
+// The base64 texts of all keys, in any line.
 std::set<std::string_view> KeysOf(const Text& text) {
     std::set<std::string_view> keys;
     for (const Section& section : text.sections) {

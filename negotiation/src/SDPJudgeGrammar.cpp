@@ -108,7 +108,8 @@ void CheckMedia(const Section& section, Verdict& verdict) {
                         "Format " + Quoted(formats[at]) + " is no payload type.");
         }
         if (at > 0 && formats[at] == formats[at - 1]) {
-            verdict.Add("J07", section.line, 0, section, "Format " + Quoted(formats[at]) + " stands twice.");
+            verdict.Add("J07", section.line, 0, section,
+                        "Format " + Quoted(formats[at]) + " is listed twice.");
         }
     }
 }

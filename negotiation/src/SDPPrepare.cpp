@@ -1,6 +1,6 @@
 // Stage: prepare, the repaired copy that the component reads.
 // Input: the sections that are taken. Output: a description of just these.
-// Appends to the text. Keys are read with their crypto lines and do not stand in it.
+// Appends to the text. Keys are read with their crypto lines and are not in it.
 // Payload numbers are the component's own: what the far end calls them is kept in Taken.
 // Test: tests/negotiation/SDPPrepareTest.cpp
 #include "SDPPrepare.h"

@@ -1,6 +1,6 @@
 // Stage: prepare, the table of repairs.
 // Input: what the reading of a text noted. Output: rows of the table.
-// Touches nothing else; what each repair does stands where the lines of its kind are read.
+// Touches nothing else; what each repair does is described where the lines of its kind are read.
 // Test: tests/negotiation/SDPRepairsTest.cpp
 #include "SDPRepairs.h"
 

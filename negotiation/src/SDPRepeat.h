@@ -1,4 +1,4 @@
-// Words of the far end that stand in our texts again: only what every strict reader takes.
+// Words of the far end that our texts repeat: only what every strict reader takes.
 //
 // Test: tests/negotiation/SDPRepeatTest.cpp
 #pragma once
@@ -17,7 +17,7 @@ std::string_view RepeatedTransport(const Section& section);
 /// The formats of a section, each once; empty when it has none that can be written.
 std::string RepeatedFormats(const Section& section);
 
-/// The "t=" lines of a session, whole lines; those that are not two numbers are left out, and "t=0 0" stands
+/// The "t=" lines of a session, whole lines; those that are not two numbers are left out, and "t=0 0" is
 /// for none.
 std::string RepeatedTimes(Lines session);
 

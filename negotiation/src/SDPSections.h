@@ -78,7 +78,7 @@ const Transport* FindTransport(std::string_view name);
 /// True for the secure one of a pair.
 bool IsSecure(std::string_view transport);
 
-/// One "m=" line and where its lines stand.
+/// One "m=" line and where the lines of its section begin and end.
 struct Section {
     std::string_view media;     ///< "audio"
     std::string_view port;      ///< "49170"

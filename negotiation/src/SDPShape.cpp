@@ -1,7 +1,7 @@
 // Stage: shape, the component's text to the text that is sent.
 // Input: the component's offer or answer, the slots, a plan per role. Output: every line after "o=".
 // Appends to the text; key text in between is wiped.
-// What is rewritten in a line stands in kRewrites; every other line is the component's own.
+// kRewrites lists what is rewritten in a line; every other line is the component's own.
 // Test: tests/negotiation/shape.cases
 #include "SDPShape.h"
 
@@ -105,7 +105,7 @@ struct Rewrite {
     std::string_view example;
     std::string_view keyword;
     void (*write)(sdp::Writer& text, std::string_view value, const Plan& plan); ///< null: see `given`
-    std::string Slot::*given; ///< the far end's value, which stands in place of the component's; empty: none
+    std::string Slot::*given; ///< the far end's value, which replaces the component's; empty: none
 };
 
 constexpr Rewrite kRewrites[] = {
@@ -151,7 +151,7 @@ struct Parts {
     std::array<std::string_view, kRoles> sections;
 };
 
-/// The roles that have a plan stand in the component's text in their order. Floor control may stand there
+/// The component's text has the roles that have a plan, in their order. Floor control may be there
 /// without one; it is the last section and is left out then.
 Parts CutParts(std::string_view component, const Plans& plans) {
     Parts parts;

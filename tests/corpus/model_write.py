@@ -1,6 +1,6 @@
 """An independent model of the component, in another language: what a handler writes.
 
-The other half is model_read.py.  The methods of Handler stand in the order of the text they write.
+The other half is model_read.py.  The methods of Handler are in the order of the text they write.
 """
 
 from __future__ import annotations

@@ -4,6 +4,7 @@
 #include "Capabilities.h"
 #include "Describe.h"
 #include "Expect.h"
+#include "TraceKeeper.h"
 
 #include <memory>
 #include <string>

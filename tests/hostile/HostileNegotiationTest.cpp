@@ -50,7 +50,7 @@ Cost OfAnswer(const std::string& text) {
     return {scope.calls(), scope.bytes()};
 }
 
-/// The text's lines stand in the first section of an answer that fits our offer.
+/// The text's lines are in the first section of an answer that fits our offer.
 Cost OfAccept(const std::string& text) {
     SDPNegotiator call = Begun();
     const std::string offer = call.Offer().text;

@@ -8,7 +8,7 @@ lists=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/exports
 status=0
 for library in "$build"/*/libcommonmedia*.so; do
     list=$lists/$(basename "$library" .so).txt
-    # The kinds of constructors and destructors have one name, so each stands once.
+    # The kinds of constructors and destructors have one name, so each is listed once.
     exported=$(nm --dynamic --defined-only --demangle "$library" | cut -d ' ' -f 3- | sed 's/\[abi:cxx11\]//' |
         LC_ALL=C sort -u)
     if [ "${2:-}" = --renew ]; then

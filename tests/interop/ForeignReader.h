@@ -1,6 +1,6 @@
 // What readers of other projects make of a description: whether they take it, and which sections they see.
 //
-// Each reader stands in a source of its own, because their headers declare the same names. tshark reads all
+// Each reader has a source of its own, because their headers declare the same names. tshark reads all
 // texts in one run, since starting it takes as long as reading a thousand texts.
 #pragma once
 

@@ -1,5 +1,5 @@
 // Every description that this project writes, read by four readers that others wrote: each text is taken with
-// the sections that stand in it, or refused for a reason that the ledger of deliberate behaviours names.
+// the sections that it has, or refused for a reason that the ledger of deliberate behaviours names.
 #include "ForeignReader.h"
 #include "Texts.h"
 
@@ -44,7 +44,7 @@ const std::vector<Reason>& Reasons() {
     return reasons;
 }
 
-/// The values of the "m=" lines, as they stand in the text.
+/// The values of the "m=" lines, as they are written.
 std::vector<std::string> SectionsOf(const std::string& text) {
     std::vector<std::string> sections;
     for (const std::string& line : support::CutLines(text)) {
@@ -95,7 +95,7 @@ std::map<std::string, std::vector<Reading>> ReadAll(const std::vector<Text>& tex
     return readings;
 }
 
-/// "B09 libre" for each pair of a behaviour and a reader that did not take such a text as it stands.
+/// "B09 libre" for each pair of a behaviour and a reader that did not take such a text unchanged.
 std::set<std::string> Refused(const std::vector<Text>& texts) {
     std::set<std::string> refused;
     for (const auto& [reader, readings] : ReadAll(texts)) {

@@ -18,7 +18,7 @@ Reading ReadWithSofia(const std::string& text) {
         for (const sdp_media_t* media = session->sdp_media; media != nullptr; media = media->m_next) {
             std::string section = std::string(media->m_type_name) + " " + std::to_string(media->m_port) +
                                   " " + media->m_proto_name;
-            // The formats of an RTP section stand in its maps, with an entry per number of the line.
+            // The formats of an RTP section are in its maps, with an entry per number of the line.
             for (const sdp_rtpmap_t* map = media->m_rtpmaps; map != nullptr; map = map->rm_next) {
                 section += " " + std::to_string(map->rm_pt);
             }

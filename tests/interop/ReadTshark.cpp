@@ -1,5 +1,5 @@
 // Many descriptions read by one run of tshark. The texts are the packets of a capture file whose link type is
-// one of those kept for private use; an option tells tshark that SDP stands in it.
+// one of those kept for private use; an option tells tshark that it carries SDP.
 #include "ForeignReader.h"
 
 #include <gtest/gtest.h>

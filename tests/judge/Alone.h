@@ -10,7 +10,7 @@
 
 namespace judged {
 
-/// The faults of a text, whatever stands before or beside it.
+/// The faults of a text, whatever comes before or beside it.
 inline std::string Faults(const std::string& text) {
     return Written(CheckNext("", text));
 }

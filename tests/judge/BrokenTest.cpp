@@ -38,14 +38,14 @@ TEST(Broken, FortyAnswersAndEveryRule) {
     EXPECT_GE(answers, 40U);
     std::set<std::string> rules;
     for (const JudgeRule& rule : JudgeRules()) {
-        EXPECT_TRUE(rules.insert(rule.id).second) << rule.id << " stands twice";
+        EXPECT_TRUE(rules.insert(rule.id).second) << rule.id << " is listed twice";
         EXPECT_EQ(std::string(rule.clause).rfind("RFC ", 0), 0U) << rule.id;
         EXPECT_EQ(std::string(rule.sentence).back(), '.') << rule.id;
     }
     EXPECT_EQ(found, rules);
 }
 
-// What follows "inline:" in either text, cut into pieces of eight bytes, stands in no sentence.
+// What follows "inline:" in either text, cut into pieces of eight bytes, is in no sentence.
 TEST(Broken, NoSentenceHoldsKeyText) {
     for (const auto& path : BrokenFiles()) {
         SCOPED_TRACE(path.filename().string());

@@ -10,7 +10,7 @@ A paragraph of planted.txt is one mistake:
     + OPENSSL_cleanse(&text[0], text.size() & 0xffff);
     > unit.SDPWipe.TextsOfEveryLengthAreZeroed
 
-The lines after "-" stand once in the file, whatever their indentation; those after "+" replace them. Each test after
+The lines after "-" are in the file exactly once, whatever their indentation; those after "+" replace them. Each test after
 ">" must fail alone. --only takes the paragraphs with WORD in their heading; --all-suites also says which suites
 detect the mistake without being named.
 """

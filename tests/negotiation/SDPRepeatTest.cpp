@@ -1,4 +1,4 @@
-// Words of the far end that stand in our texts again, and those that no strict reader takes.
+// Words of the far end that our texts repeat, and those that no strict reader takes.
 #include "Call.h"
 
 #include "SDPJudge.h"

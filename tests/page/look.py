@@ -136,7 +136,7 @@ def check_inert(driver, page, text):
     check(styles == 1, f"{page.stem}: {styles} style sheets")
     source = page.read_bytes()
     check(all(byte == 10 or 32 <= byte < 127 for byte in source), f"{page.stem}: bytes that do not print")
-    check(text[:40] not in source or b"<" not in text, f"{page.stem}: the text stands there unescaped")
+    check(text[:40] not in source or b"<" not in text, f"{page.stem}: the text is there unescaped")
 
 
 def main():

@@ -3,8 +3,8 @@ comments between them in order.
 
     extract.py docs/calls.md Calls > calls.inc
 
-A block stands between ```cpp and ```, a test comment between the lines "<!-- test" and "-->". What a block needs
-first stands in a comment "<!-- test-setup" anywhere in its section. A section without a test comment is no test.
+A block is between ```cpp and ```, a test comment between the lines "<!-- test" and "-->". What a block needs
+first is in a comment "<!-- test-setup" anywhere in its section. A section without a test comment is no test.
 """
 import re
 import sys

@@ -43,7 +43,7 @@ public:
                 return;
             }
         }
-        throw Malformed(step.head, "no such step; those that there are stand in the table of this player");
+        throw Malformed(step.head, "no such step; the table of this player lists those that there are");
     }
 
     /// Called after the last step.

@@ -220,7 +220,7 @@ TEST(Document, AMalformedDocumentIsAnErrorAtItsLine) {
          "a.cases:3: a byte that is not printable ASCII; write \\r, \\n, \\t or \\xNN\n"},
         // Its steps.
         {kHeading + "near sings\n",
-         "a.cases:3: no such step; those that there are stand in the table of this player\n"},
+         "a.cases:3: no such step; the table of this player lists those that there are\n"},
         {kHeading + "near reads\n", "a.cases:3: nothing is called near\n"},
         {kHeading + "third = audio\n", "a.cases:3: a handler is called near or far\n"},
         {kHeading + "near = radio\n", "a.cases:3: nothing is called radio\n"},

@@ -65,7 +65,7 @@ TEST(SDPBuildAttribute, ANegativeLimitIsWrittenForTheSessionAlone) {
     ExpectBandwidth(std::numeric_limits<std::int32_t>::min(), {"b=AS:-2147483\r\n", "", ""});
 }
 
-// Where the lines stand in an offer, for each threshold.
+// The places of the lines in an offer, for each threshold.
 
 std::string BandwidthLines(std::int32_t bits) {
     SDPHandler h;

@@ -174,7 +174,7 @@ TEST(SDPExtractVideo, AFormatIsTakenByItsMode) {
          {{"96", "VP8/90000", {"packetization-mode=1", "max-fs=99"}},
           {"97", "H264/90000", {"packetization-mode=1"}}},
          "payload=97 mode=1 level= mbps=0 fs=0 br=0"},
-        {"without a mode the last format stands",
+        {"without a mode the last format wins",
          {{"97", "H264/90000", {}}, {"98", "H264/90000", {}}, {"99", "VP8/90000", {}}},
          "payload=98 mode=0 level= mbps=0 fs=0 br=0"},
         {"and the values of all formats add up",

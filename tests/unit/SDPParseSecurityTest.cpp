@@ -194,7 +194,7 @@ TEST(SDPParseSecurity, IceLinesAreStoredWholeAndTheLastOfAKindStands) {
          "a=ice-ufrag:2",
          "a=ice-pwd:first-and-long"},
         {{"a=ice-ufrag:F", "a=ice-pwd:first-and-long", "a=ice-pwd:2"}, "a=ice-ufrag:F", "a=ice-pwd:2"},
-        // The fragment comes before the password wherever they stand in a line.
+        // The fragment comes before the password at any place of a line.
         {{"a=ice-ufrag:F a=ice-pwd:P"}, "a=ice-ufrag:F a=ice-pwd:P", ""},
         {{"a=ice-pwd:P a=ice-ufrag:F"}, "a=ice-pwd:P a=ice-ufrag:F", ""},
         // Keywords are found anywhere and need no colon.

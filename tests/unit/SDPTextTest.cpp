@@ -47,7 +47,7 @@ TEST(SDPText, AfterDropsBytesAtTheFront) {
     EXPECT_EQ(sdp::After(text, 3).data(), text.data() + 3);
 }
 
-TEST(SDPText, WordsStandBetweenRunsOfWhiteSpace) {
+TEST(SDPText, WordsAreBetweenRunsOfWhiteSpace) {
     using Expected = std::vector<std::string>;
     EXPECT_EQ(WordsOf("m=audio 5000 RTP/AVP 0"), (Expected{"m=audio", "5000", "RTP/AVP", "0"}));
     EXPECT_EQ(WordsOf(" \t a\r\nb \v\f c "), (Expected{"a", "b", "c"}));

@@ -35,7 +35,7 @@ void ExpectUntouched(const Material& material) {
 TEST(SRTPKey, ZeroBytesAreFortyLettersA) {
     const unsigned char key[16] = {};
     const unsigned char salt[14] = {};
-    std::string text = "what stood here before";
+    std::string text = "an older text";
     GetSRTPKey(text, key, salt);
     EXPECT_TEXT(text, "AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA");
 

@@ -114,7 +114,7 @@ TEST(Wipe, ResetOfTheRemoteSide) {
     EXPECT_EQ(wipe::CountWindows(reinterpret_cast<unsigned char*>(&remote), sizeof remote), 0U);
 }
 
-// The long address makes both texts longer than 64 KiB: a wipe whose length is cut to sixteen bits leaves their end.
+// The long address makes both texts longer than 64 KiB: a wipe of a length in sixteen bits leaves their end.
 TEST(Wipe, OfferAndAnswer) {
     for (const std::string& address : {std::string("192.0.2.1"), std::string(70000, '1')}) {
         SDPHandler handler;
