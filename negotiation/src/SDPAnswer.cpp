@@ -135,6 +135,19 @@ void PlanSlots(const Choice& choice, const Session& next, const Wishes& told, Pl
     }
 }
 
+/// Why no answer can have the sections of an offer; empty when one can.
+std::string_view WhyUnanswerable(const Description& offer, const Session& session) {
+    if (offer.sections.empty()) {
+        return "the offer has no section";
+    }
+    if (offer.sections.size() < session.slots.size()) {
+        return "the offer has fewer sections than the session";
+    }
+    return std::all_of(offer.sections.begin(), offer.sections.end(), CanBeRepeated)
+               ? std::string_view()
+               : "an m= line has no medium that an answer could name";
+}
+
 /// Why nothing of an offer is taken: what is wrong with the first section that has a port. Empty when
 /// sections are taken, and when all of them are on hold at port 0.
 std::string_view WhyNothing(const Choice& choice) {
@@ -168,13 +181,8 @@ SDPNegotiator::Outcome SDPNegotiator::Call::Answer(std::string_view offer) {
     }
     repairs.Begin();
     const Description description = Cut(offer, repairs);
-    if (description.sections.empty() || description.sections.size() < session.slots.size()) {
-        return Refusal(description.sections.empty() ? "the offer has no section"
-                                                    : "the offer has fewer sections than the session",
-                       kNotAcceptable);
-    }
-    if (!std::all_of(description.sections.begin(), description.sections.end(), CanBeRepeated)) {
-        return Refusal("an m= line has no medium that an answer could name", kNotAcceptable);
+    if (const std::string_view reason = WhyUnanswerable(description, session); !reason.empty()) {
+        return Refusal(reason, kNotAcceptable);
     }
     const Choice choice = Choose(description, *wishes, session, repairs);
     if (const std::string_view reason = WhyNothing(choice); !reason.empty()) {

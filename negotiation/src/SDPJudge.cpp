@@ -2,7 +2,7 @@
 //
 // Input: two texts. Output: violations. This source holds what concerns whole texts (number of sections,
 // times, keys, versions) and two texts of one side; a section that answers another is judged in
-// SDPJudgeSection.cpp.
+// SDPJudgeSection.cpp and SDPJudgeFormats.cpp.
 // Test: tests/judge/SDPJudgeTest.cpp, tests/judge/broken
 #include "SDPJudgeText.h"
 

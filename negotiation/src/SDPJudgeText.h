@@ -121,6 +121,8 @@ struct Pair {
     }
 };
 void CheckSection(const Pair& pair);
+/// The formats of an open section.
+void CheckFormats(const Pair& pair);
 
 /// An a= line of any name; the line is at least three bytes long.
 void CheckAttribute(const Line& line, const Section& level, Verdict& verdict);

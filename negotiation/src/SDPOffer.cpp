@@ -162,7 +162,6 @@ Plans OfferPlans(const Session& session, const Session& next, const Wishes& told
 } // namespace
 
 Session SDPNegotiator::Call::OfferedSession(const Wishes& told) const {
-    static constexpr std::string_view kMedia[kRoles] = {"audio", "video", "video", "application"};
     Session next;
     next.slots = session.slots;
     next.time = session.time.empty() ? "t=0 0\r\n" : session.time;
@@ -178,7 +177,7 @@ Session SDPNegotiator::Call::OfferedSession(const Wishes& told) const {
         }
         if (place == session.slots.size()) {
             next.slots.emplace_back();
-            next.slots.back().media = kMedia[role];
+            next.slots.back().media = kRoleMedia[role];
         }
         Slot& slot = place == session.slots.size() ? next.slots.back() : next.slots[place];
         slot.role = role;

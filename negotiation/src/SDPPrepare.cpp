@@ -48,8 +48,7 @@ void WriteFloor(sdp::Writer& text, Lines lines) {
 
 void WriteSection(sdp::Writer& text, Lines lines, std::string_view address, Role role, const Taken& taken,
                   Repairs& repairs) {
-    static constexpr std::string_view kMedia[kRoles] = {"audio", "video", "video", "application"};
-    text << "m=" << kMedia[role] << " " << taken.section->number
+    text << "m=" << kRoleMedia[role] << " " << taken.section->number
          << (role == kFloor ? " UDP/BFCP" : " RTP/AVP");
     if (role == kFloor) {
         WriteFloor(text, lines);

@@ -67,6 +67,9 @@ private:
 /// What this side serves, one section each. The first three are indices of the component's key rows.
 enum Role : std::uint8_t { kAudio, kMain, kSlides, kFloor, kRoles, kNoRole = kRoles };
 
+/// The first word of the "m=" line of each role.
+inline constexpr std::string_view kRoleMedia[kRoles] = {"audio", "video", "video", "application"};
+
 /// A profile of RTP that this side supports, without and with SRTP.
 struct Transport {
     std::string_view plain;
