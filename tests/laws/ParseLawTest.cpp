@@ -53,7 +53,7 @@ const std::vector<std::function<void(SDPHandler&)>>& Changes() {
 TEST(LawParse, TheSameTextGivesTheSameResultInEveryHandler) {
     std::vector<std::function<void(SDPHandler&)>> changes = Changes();
     for (const Switches& switches : AllSwitches()) {
-        changes.push_back([switches](SDPHandler& h) { Set(h, switches); });
+        changes.emplace_back([switches](SDPHandler& h) { Set(h, switches); });
     }
     for (const std::string& text : Texts()) {
         SDPHandler plain;

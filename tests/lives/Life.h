@@ -39,7 +39,7 @@ public:
 
 private:
     struct Side {
-        explicit Side(std::string_view name);
+        explicit Side(std::string_view who);
 
         std::string_view name;
         SDPNegotiator call;

@@ -30,12 +30,12 @@ Exact ExactOf(std::string_view text) {
     return Exact(text.begin(), text.end());
 }
 
-const auto findEquals = [](std::string_view text, std::size_t at) { return sdp::FindByte(text, '=', at); };
-const auto findEqualsOrReturn = [](std::string_view text, std::size_t at) {
+const auto kFindEquals = [](std::string_view text, std::size_t at) { return sdp::FindByte(text, '=', at); };
+const auto kFindEqualsOrReturn = [](std::string_view text, std::size_t at) {
     return sdp::FindEither(text, '=', '\r', at);
 };
-const auto findBlank = [](std::string_view text, std::size_t at) { return sdp::FindBlank(text, at); };
-const auto findNoBlank = [](std::string_view text, std::size_t at) { return sdp::FindNoBlank(text, at); };
+const auto kFindBlank = [](std::string_view text, std::size_t at) { return sdp::FindBlank(text, at); };
+const auto kFindNoBlank = [](std::string_view text, std::size_t at) { return sdp::FindNoBlank(text, at); };
 
 /// One matching byte at every offset of texts of every length, searched from every offset.
 template <typename Search>
@@ -160,34 +160,34 @@ TEST(SDPSearch, SixteenBytesStandAtAnyAddress) {
 }
 
 TEST(SDPSearch, ByteIsFoundAtEveryPlaceOfEveryLength) {
-    ExpectFoundAtEveryPlace(findEquals, '=', 'x');
+    ExpectFoundAtEveryPlace(kFindEquals, '=', 'x');
     ExpectFoundAtEveryPlace(
         [](std::string_view text, std::size_t at) { return sdp::FindByte(text, '\xBD', at); }, '\xBD', '=');
 }
 
 TEST(SDPSearch, EitherByteIsFoundAtEveryPlaceOfEveryLength) {
-    ExpectFoundAtEveryPlace(findEqualsOrReturn, '=', 'x');
-    ExpectFoundAtEveryPlace(findEqualsOrReturn, '\r', 'x');
+    ExpectFoundAtEveryPlace(kFindEqualsOrReturn, '=', 'x');
+    ExpectFoundAtEveryPlace(kFindEqualsOrReturn, '\r', 'x');
 }
 
 TEST(SDPSearch, BlankIsFoundAtEveryPlaceOfEveryLength) {
     for (const char blank : kBlanks) {
-        ExpectFoundAtEveryPlace(findBlank, blank, 'x');
+        ExpectFoundAtEveryPlace(kFindBlank, blank, 'x');
     }
 }
 
 TEST(SDPSearch, ByteThatIsNoBlankIsFoundAtEveryPlaceOfEveryLength) {
     for (const char blank : kBlanks) {
-        ExpectFoundAtEveryPlace(findNoBlank, 'x', blank);
+        ExpectFoundAtEveryPlace(kFindNoBlank, 'x', blank);
     }
 }
 
 TEST(SDPSearch, BytesBesideATextAreNotFound) {
-    ExpectNothingFoundOutside(findEquals, '=', 'x');
-    ExpectNothingFoundOutside(findEqualsOrReturn, '=', 'x');
-    ExpectNothingFoundOutside(findEqualsOrReturn, '\r', 'x');
-    ExpectNothingFoundOutside(findBlank, ' ', 'x');
-    ExpectNothingFoundOutside(findNoBlank, 'x', ' ');
+    ExpectNothingFoundOutside(kFindEquals, '=', 'x');
+    ExpectNothingFoundOutside(kFindEqualsOrReturn, '=', 'x');
+    ExpectNothingFoundOutside(kFindEqualsOrReturn, '\r', 'x');
+    ExpectNothingFoundOutside(kFindBlank, ' ', 'x');
+    ExpectNothingFoundOutside(kFindNoBlank, 'x', ' ');
 }
 
 TEST(SDPSearch, OnlyTheBytesAskedForAreFound) {
@@ -195,15 +195,15 @@ TEST(SDPSearch, OnlyTheBytesAskedForAreFound) {
         const char byte = static_cast<char>(c);
         const bool isBlank = c == 32 || (c >= 9 && c <= 13);
         if (c != 0x3D) {
-            ExpectNeverFound(findEquals, byte);
+            ExpectNeverFound(kFindEquals, byte);
         }
         if (c != 0x3D && c != 0x0D) {
-            ExpectNeverFound(findEqualsOrReturn, byte);
+            ExpectNeverFound(kFindEqualsOrReturn, byte);
         }
         if (isBlank) {
-            ExpectNeverFound(findNoBlank, byte);
+            ExpectNeverFound(kFindNoBlank, byte);
         } else {
-            ExpectNeverFound(findBlank, byte);
+            ExpectNeverFound(kFindBlank, byte);
         }
     }
 }
@@ -286,13 +286,13 @@ TEST(SDPSearch, FirstIsFoundByWhatTellsIt) {
 TEST(SDPSearch, EverySearchIsOneByteAfterTheOther) {
     const auto isBlank = [](char c) { return kBlanks.find(c) != std::string_view::npos; };
     ExpectAsNaive(
-        findEquals, [](char c) { return c == '='; }, "=xxxxxxxxxxxxxxxxxxxxxxxx<>\xBD");
+        kFindEquals, [](char c) { return c == '='; }, "=xxxxxxxxxxxxxxxxxxxxxxxx<>\xBD");
     ExpectAsNaive(
-        findEqualsOrReturn, [](char c) { return c == '=' || c == '\r'; },
+        kFindEqualsOrReturn, [](char c) { return c == '=' || c == '\r'; },
         "=\rxxxxxxxxxxxxxxxxxxxxx<>\xBD\n\f");
-    ExpectAsNaive(findBlank, isBlank, " \t\n\v\f\rxxxxxxxxxxxxxxxxxxxxxxxxxxxx\x08\x0E\x1F!\x89\xA0");
+    ExpectAsNaive(kFindBlank, isBlank, " \t\n\v\f\rxxxxxxxxxxxxxxxxxxxxxxxxxxxx\x08\x0E\x1F!\x89\xA0");
     ExpectAsNaive(
-        findNoBlank, [isBlank](char c) { return !isBlank(c); }, "    \t\t\t\n\n\v\f\r\rx");
+        kFindNoBlank, [isBlank](char c) { return !isBlank(c); }, "    \t\t\t\n\n\v\f\r\rx");
 }
 
 } // namespace

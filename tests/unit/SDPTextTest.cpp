@@ -240,7 +240,7 @@ TEST(SDPText, NumberSkipsWhiteSpaceInFront) {
 
 TEST(SDPText, NumberEndsWithTheText) {
     // The digits after the view belong to no number.
-    EXPECT_EQ(sdp::Number(std::string_view("12345", 0)), 0);
+    EXPECT_EQ(sdp::Number(std::string_view("12345").substr(0, 0)), 0);
     EXPECT_EQ(sdp::Number(std::string_view("12345", 3)), 123);
     EXPECT_EQ(sdp::Number(std::string_view("-12345", 1)), 0);
     EXPECT_EQ(sdp::Number(std::string_view("-12345", 2)), -1);
@@ -393,7 +393,7 @@ TEST(SDPText, HexNumberReadsAsTheCLibraryDoes) {
 TEST(SDPText, HexNumberEndsWithTheText) {
     // The digits after the view belong to no number.
     EXPECT_EQ(sdp::HexNumber(std::string_view()), 0U);
-    EXPECT_EQ(sdp::HexNumber(std::string_view("1f", 0)), 0U);
+    EXPECT_EQ(sdp::HexNumber(std::string_view("1f").substr(0, 0)), 0U);
     EXPECT_EQ(sdp::HexNumber(std::string_view("1f", 1)), 1U);
     EXPECT_EQ(sdp::HexNumber(std::string_view("0x1f", 1)), 0U);
     EXPECT_EQ(sdp::HexNumber(std::string_view("0x1f", 2)), 0U);

@@ -18,7 +18,7 @@ namespace {
 template <typename Record>
 class Placed {
 public:
-    Placed() : m_buffer(sizeof(Record)) { m_record = new (m_buffer.data()) Record(); }
+    Placed() : m_buffer(sizeof(Record)), m_record(new (m_buffer.data()) Record()) {}
     Record* operator->() { return m_record; }
     Record& operator*() { return *m_record; }
     std::size_t CountWindows() const { return wipe::CountWindows(m_buffer.data(), m_buffer.size()); }
@@ -91,10 +91,11 @@ std::size_t CountWindowsOnce(const std::function<void()>& work) {
     EXPECT_EQ(pthread_attr_setstack(&attributes, stack.get(), size), 0);
     pthread_t thread{};
     const auto run = [](void* argument) -> void* {
-        RunDeep(*static_cast<const std::function<void()>*>(argument));
+        RunDeep(**static_cast<const std::function<void()>**>(argument));
         return nullptr;
     };
-    EXPECT_EQ(pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&work)), 0);
+    const std::function<void()>* argument = &work;
+    EXPECT_EQ(pthread_create(&thread, &attributes, run, &argument), 0);
     EXPECT_EQ(pthread_join(thread, nullptr), 0);
     EXPECT_EQ(pthread_attr_destroy(&attributes), 0);
     return wipe::CountWindows(static_cast<const unsigned char*>(stack.get()), size);
