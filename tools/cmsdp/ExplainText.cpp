@@ -18,24 +18,31 @@ namespace {
 
 constexpr std::size_t kWidth = 240;
 
-/// A text of at most `most` bytes; a longer one ends after a word.
+/// A text of at most `most` bytes. A longer one ends after a sentence, otherwise after a phrase or at least a
+/// word.
 std::string Cut(const std::string& text, std::size_t most) {
     constexpr std::string_view dots = "...";
     if (text.size() <= most) {
         return text;
     }
-    const std::size_t room = most - dots.size();
-    return text.substr(0, std::min(text.rfind(' ', room), room)).append(dots);
+    const std::size_t sentence = most == 0 ? std::string::npos : text.rfind(". ", most - 1);
+    if (sentence != std::string::npos) {
+        return text.substr(0, sentence + 1);
+    }
+    const std::size_t room = most - std::min(most, dots.size() + 1);
+    const std::size_t phrase = text.rfind(", ", room);
+    return phrase != std::string::npos ? text.substr(0, phrase + 2).append(dots)
+                                       : text.substr(0, std::min(text.rfind(' ', room), room)).append(dots);
 }
 
 std::string Line(const std::string& text) {
     return Cut(Visible(text), kWidth) + "\n";
 }
 
-/// ID, topic and severity, and the place where the first sentence does not name it.
-std::string Head(const ExplainFinding& finding) {
-    std::string head = std::string(finding.id) + " " + ExplainTopicName(finding.topic) + " " +
-                       ExplainSeverityName(finding.severity) + ": ";
+/// ID, topics and severity, and the place where the first sentence does not name it.
+std::string Head(const ExplainFinding& finding, const std::string& topics) {
+    std::string head =
+        std::string(finding.id) + " " + topics + " " + ExplainSeverityName(finding.severity) + ": ";
     if (finding.field != nullptr) {
         const std::string_view field = finding.field->file;
         return finding.what.find(field) == std::string::npos ? head.append(field).append(": ") : head;
@@ -96,21 +103,21 @@ Json LineJson(const ExplainedLine& line) {
 
 } // namespace
 
+std::string FindingText(const ExplainFinding& finding, const std::string& topics) {
+    const std::string cure =
+        (finding.cure.words.empty() ? "" : " Cure: " + finding.cure.words + ".") +
+        (finding.repair.empty() ? ""
+                                : " The negotiation layer repairs it: " + std::string(finding.repair) + ".");
+    constexpr std::size_t least = 3; // the dots of a text that is cut
+    const std::string comes =
+        cure.size() + least <= kWidth ? Cut(finding.comes, kWidth - cure.size()) : finding.comes;
+    return Line(Head(finding, topics) + finding.what) + Line(finding.acted) + Line(comes + cure);
+}
+
 std::string FindingsText(const std::vector<ExplainFinding>& findings) {
     std::string text;
     for (const ExplainFinding& finding : findings) {
-        const std::string cure =
-            (finding.cure.words.empty() ? "" : " Cure: " + finding.cure.words + ".") +
-            (finding.repair.empty()
-                 ? ""
-                 : " The negotiation layer repairs it: " + std::string(finding.repair) + ".");
-        constexpr std::size_t least = 3; // the dots of a text that is cut
-        const std::string comes =
-            cure.size() + least <= kWidth ? Cut(finding.comes, kWidth - cure.size()) : finding.comes;
-        text += text.empty() ? "" : "\n";
-        text += Line(Head(finding) + finding.what);
-        text += Line(finding.acted);
-        text += Line(comes + cure);
+        text += (text.empty() ? "" : "\n") + FindingText(finding, ExplainTopicName(finding.topic));
     }
     return text;
 }

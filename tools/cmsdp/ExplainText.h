@@ -13,8 +13,11 @@
 namespace cmsdp {
 
 /// A finding is three lines of at most 240 characters: what was found, the rule that acted, what comes of
-/// it. Findings are parted by an empty line.
+/// it; a longer one is cut after a sentence. Findings are parted by an empty line.
 std::string FindingsText(const std::vector<ExplainFinding>& findings);
+
+/// The three lines of one finding; `topics` are those that it is about, "slides, encryption.slides".
+std::string FindingText(const ExplainFinding& finding, const std::string& topics);
 
 /// Each line with its number and verdict, and below it what it set or why it set nothing.
 std::string LinesText(const ExplainInput& input, const std::vector<ExplainedLine>& lines);

@@ -10,6 +10,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cmath>
+
 namespace cmsdp {
 
 namespace {
@@ -36,6 +38,12 @@ Json TextOrNull(const std::string& text) {
     return text.empty() ? Json() : Json(Hidden(text));
 }
 
+// Captures count microseconds at best; what is beyond is the error of a difference ("0.30000000000000004").
+Json SecondsJson(double seconds) {
+    constexpr double perSecond = 1e6;
+    return std::round(seconds * perSecond) / perSecond;
+}
+
 Json CallJson(const Call& call, std::size_t number) {
     Json entry;
     entry["number"] = number;
@@ -44,7 +52,7 @@ Json CallJson(const Call& call, std::size_t number) {
     entry["caller_address"] = TextOrNull(call.caller);
     entry["callee"] = TextOrNull(call.calleeName);
     entry["callee_address"] = TextOrNull(call.callee);
-    entry["start_s"] = call.start == 0 ? Json() : Json(call.start);
+    entry["start_s"] = call.start == 0 ? Json() : SecondsJson(call.start);
     entry["steps"] = call.steps.size();
     entry["notes"] = Texts(call.notes);
     return entry;
@@ -54,7 +62,7 @@ Json StepJson(const Call& call, std::size_t index, const CommandLine& line, cons
     const Step& step = call.steps[index];
     Json entry;
     entry["number"] = index + 1;
-    entry["seconds"] = step.seconds ? Json(*step.seconds) : Json();
+    entry["seconds"] = step.seconds ? SecondsJson(*step.seconds) : Json();
     entry["from"] = SideName(step.from);
     entry["kind"] = StepKindName(step.kind);
     entry["again"] = step.isReOffer;

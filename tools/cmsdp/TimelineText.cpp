@@ -12,7 +12,11 @@
 #include "Visible.h"
 #include "Words.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <map>
+#include <set>
+#include <tuple>
 
 namespace cmsdp {
 
@@ -91,6 +95,62 @@ std::string Changes(const Step& step, const CommandLine& line) {
     return text;
 }
 
+// What a finding says, whatever its topic is.
+using Saying =
+    std::tuple<std::string_view, ExplainSeverity, std::string, std::string, std::string, std::string>;
+
+Saying SayingOf(const ExplainFinding& finding) {
+    return {finding.id,    finding.severity,  finding.what, std::string(finding.acted),
+            finding.comes, finding.cure.words};
+}
+
+// A note without a cure, which tells nothing new when the text before had it: "There is no section for
+// slides".
+std::string Remark(const ExplainFinding& finding) {
+    const bool isRemark = finding.severity == ExplainSeverity::Note && finding.cure.words.empty();
+    return isRemark ? std::string(finding.id) + " " + ExplainTopicName(finding.topic) + "\n" + finding.comes
+                    : "";
+}
+
+// "as in step 1: E72 slides, E72 encryption.slides"; takes these findings away.
+std::string TakeKnown(const Call& call, const Step& step, std::vector<ExplainFinding>& findings) {
+    std::set<std::string> known;
+    if (step.previous) {
+        for (const ExplainFinding& finding : call.steps[*step.previous].findings) {
+            known.insert(Remark(finding));
+        }
+    }
+    std::vector<std::string> names;
+    const auto isKnown = [&](const ExplainFinding& finding) {
+        const std::string remark = Remark(finding);
+        const bool is = !remark.empty() && known.count(remark) != 0;
+        if (is) {
+            names.push_back(remark.substr(0, remark.find('\n')));
+        }
+        return is;
+    };
+    findings.erase(std::remove_if(findings.begin(), findings.end(), isKnown), findings.end());
+    return names.empty() ? ""
+                         : "as in step " + std::to_string(*step.previous + 1) + ": " +
+                               Listed(names, names.size()) + "\n";
+}
+
+// The findings, one that is said of several topics once.
+std::string FindingsOf(const std::vector<ExplainFinding>& findings) {
+    std::map<Saying, std::string> topics;
+    for (const ExplainFinding& finding : findings) {
+        std::string& list = topics[SayingOf(finding)];
+        list += (list.empty() ? "" : ", ") + std::string(ExplainTopicName(finding.topic));
+    }
+    std::string text;
+    for (const ExplainFinding& finding : findings) {
+        std::string& list = topics[SayingOf(finding)];
+        text += list.empty() ? "" : FindingText(finding, list);
+        list.clear();
+    }
+    return text;
+}
+
 std::string Reading(const Call& call, std::size_t index, const CommandLine& line,
                     const Capabilities& receiver) {
     const Step& step = call.steps[index];
@@ -100,9 +160,10 @@ std::string Reading(const Call& call, std::size_t index, const CommandLine& line
         const ExplainInput input = InputOfStep(call, index, receiver);
         text += Indented(LinesText(input, ExplainLines(input)), "    ");
     }
-    const std::vector<ExplainFinding> findings = Asked(line, step.findings);
-    text += Indented(FindingsText(findings), "    ");
+    std::vector<ExplainFinding> findings = Asked(line, step.findings);
     text += findings.empty() ? "    nothing is found" + AboutWords(line) + "\n" : "";
+    const std::string known = TakeKnown(call, step, findings);
+    text += Indented(FindingsOf(findings) + known, "    ");
     if (step.untried != 0) {
         text += "    " + std::to_string(step.untried) + " more places were not examined\n";
     }
