@@ -136,7 +136,7 @@ Call CallOfFolder(const std::string& folder, bool exact) {
         const std::string text = ReadDescription(path);
         try {
             std::vector<std::string> notes;
-            std::string cleaned = CleanedPaste({path, exact, 1, "explain"}, text, notes);
+            std::string cleaned = CleanedPaste({path, exact, std::nullopt, false, "explain"}, text, notes);
             reader.Read(name, std::move(cleaned), std::move(notes));
         } catch (const ToolError& error) {
             call.notes.push_back(std::string("not read: ") + error.what());

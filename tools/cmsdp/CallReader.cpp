@@ -84,6 +84,7 @@ Step CallReader::StepOf(const SipMessage& message, Side from) const {
     }
     step.sender = message.sender;
     step.receiver = message.receiver;
+    step.place = message.place;
     step.text = message.description;
     step.isCut = message.isCut;
     step.notes = message.notes;

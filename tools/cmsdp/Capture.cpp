@@ -27,8 +27,8 @@ using nlohmann::json;
 constexpr std::size_t kMostOutput = std::size_t{512} * 1024 * 1024;
 
 // Each packet is one line of JSON that has, beside the time, the bytes of each protocol's header: "ip_raw",
-// "udp_raw", "sip_raw". The layers themselves are not needed, so all but a small one are filtered out. What
-// an ICMP message quotes was not received.
+// "udp_raw", "sip_raw". The layers themselves are not needed, so all but the number of the frame is filtered
+// out. What an ICMP message quotes was not received.
 std::vector<std::string> CommandFor(const std::string& file) {
     return {"tshark",
             "-n",
@@ -40,7 +40,7 @@ std::vector<std::string> CommandFor(const std::string& file) {
             "ek",
             "-x",
             "-j",
-            "eth",
+            "frame frame.number",
             "-o",
             "tcp.desegment_tcp_streams:TRUE",
             "-o",
@@ -130,6 +130,12 @@ bool IsCut(const json& layers, const std::string& message) {
            frame.compare(frame.size() - message.size(), message.size(), message) == 0;
 }
 
+// "frame 12"
+std::string PlaceOf(const json& layers) {
+    const json::json_pointer at("/frame/frame_frame_number");
+    return layers.contains(at) && layers[at].is_string() ? "frame " + layers[at].get<std::string>() : "";
+}
+
 void AddMessages(const json& packet, std::vector<SipMessage>& messages) {
     const json& layers = packet.at("layers");
     const std::string ip = LastOf(layers, "ip_raw");
@@ -137,6 +143,7 @@ void AddMessages(const json& packet, std::vector<SipMessage>& messages) {
     std::string ports = LastOf(layers, "udp_raw");
     ports = ports.empty() ? LastOf(layers, "tcp_raw") : ports;
     const double time = std::strtod(packet.value("timestamp", "0").c_str(), nullptr) / 1000;
+    const std::string place = PlaceOf(layers);
     for (const std::string& bytes : AllOf(layers, "sip_raw")) {
         const std::string datagram = Datagram(layers, bytes);
         std::optional<SipMessage> message =
@@ -145,6 +152,7 @@ void AddMessages(const json& packet, std::vector<SipMessage>& messages) {
             continue;
         }
         message->time = time;
+        message->place = place;
         message->sender = (ip.empty() ? AddressAt(AF_INET6, ipv6, 8, 16) : AddressAt(AF_INET, ip, 12, 4)) +
                           PortAt(ports, 0);
         message->receiver = (ip.empty() ? AddressAt(AF_INET6, ipv6, 24, 16) : AddressAt(AF_INET, ip, 16, 4)) +

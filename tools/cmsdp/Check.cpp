@@ -1,9 +1,13 @@
 // cmsdp check: would a strict reader take this answer? Every rule is the judge's (SDPJudge.h); the verb reads
-// two files byte for byte and words the violations.
+// two files byte for byte and words the violations. A log or a SIP message with a description in it was never
+// sent as a description, so these are cleaned.
 //
 // Tests: tests/tool/check.cases
+#include "Clean.h"
 #include "RemoteText.h"
 #include "SDPJudge.h"
+#include "SipText.h"
+#include "Timeline.h"
 #include "Verbs.h"
 #include "Words.h"
 
@@ -61,16 +65,36 @@ std::string Lines(const std::vector<JudgeViolation>& violations) {
     return text;
 }
 
+std::string ReadChecked(const std::string& name, std::vector<std::string>& notes) {
+    std::string text = ReadDescription(name);
+    RemoteSource source;
+    source.name = name;
+    source.verb = "check";
+    if (OnlySipMessage(text) || HoldsSipMessages(text)) {
+        return CleanedPaste(source, std::move(text), notes);
+    }
+    Draft draft = Draft::Of(text);
+    std::vector<std::string> steps;
+    if (!HoldsSdpLine(text, LineEnd::Any)) {
+        Clean(draft, 1, steps, LineEnd::CrLf, source.hasNth);
+    }
+    if (!HoldsSdpLine(draft.text)) {
+        return text;
+    }
+    notes.insert(notes.end(), steps.begin(), steps.end());
+    return draft.text;
+}
+
 } // namespace
 
 Outcome RunCheck(const CommandLine& line, const Screen& /*screen*/) {
     if (line.checkedOffer == "-" && line.checkedAnswer == "-") {
         throw ToolError(kUsage, "OFFER and ANSWER cannot both be standard input; see cmsdp check --help");
     }
-    const std::string offer = ReadDescription(line.checkedOffer);
-    const std::string answer = ReadDescription(line.checkedAnswer);
-    const std::vector<JudgeViolation> violations = CheckAnswer(offer, answer);
     Outcome outcome;
+    const std::string offer = ReadChecked(line.checkedOffer, outcome.notes);
+    const std::string answer = ReadChecked(line.checkedAnswer, outcome.notes);
+    const std::vector<JudgeViolation> violations = CheckAnswer(offer, answer);
     outcome.text = line.json ? Json(violations) : Lines(violations);
     outcome.status = violations.empty() ? kDone : kNothingNegotiated;
     return outcome;

@@ -64,10 +64,10 @@ std::string CountedLines(std::size_t count) {
     return std::to_string(count) + (count == 1 ? " line" : " lines");
 }
 
-// Lines of no description that hold a keyword all the same, from "v=0" on.
+// Lines of no description that hold a keyword all the same, from "v=0" on where there is that line.
 std::size_t LinesLeft(const Draft& draft) {
     std::size_t count = 0;
-    bool begun = false;
+    bool begun = FindBodies(draft).empty();
     ForEachLine(draft, [&](const DraftLine& line) {
         begun = begun || Trimmed(line.text) == kFirstLine;
         count += begun && !LooksLikeSdp(line.text) && sdp::RowOf(line.text) != SDPRow::None ? 1 : 0;
@@ -132,13 +132,13 @@ std::string CutInWords(const Draft& draft, const Body& body) {
 
 // Headers of a SIP message hold "c=" and "m=" (`realm=`), so what is around the description must not
 // reach the component.
-void CutAround(Draft& draft, const std::vector<Body>& bodies, std::size_t nth, bool exactReads,
+void CutAround(Draft& draft, const std::vector<Body>& bodies, std::size_t nth, bool hasNth, bool exactReads,
                std::vector<std::string>& notes) {
     const std::string cut = CutInWords(draft, bodies[0]);
     if (bodies.size() > 1) {
-        notes.push_back(BodiesInWords(bodies) + "; number " + std::to_string(nth) +
-                        " is read, --nth picks another; a far end that sends them as one text has their "
-                        "sections taken together");
+        notes.push_back(BodiesInWords(bodies) + "; number " + std::to_string(nth) + " is read" +
+                        (hasNth ? ", --nth picks another" : "") +
+                        "; a far end that sends them as one text has their sections taken together");
     } else if (cut.empty()) {
         return;
     } else {
@@ -161,7 +161,8 @@ bool BeginsAnotherPart(std::string_view line, bool isAfterBlank) {
 
 } // namespace
 
-std::size_t Clean(Draft& draft, std::size_t nth, std::vector<std::string>& notes, LineEnd lineEnd) {
+std::size_t Clean(Draft& draft, std::size_t nth, std::vector<std::string>& notes, LineEnd lineEnd,
+                  bool hasNth) {
     const bool exactReads = HoldsSdpLine(draft.text, lineEnd);
     RunSteps(kBeforeTheCut, draft, exactReads, notes);
     const std::vector<Body> bodies = FindBodies(draft);
@@ -169,7 +170,7 @@ std::size_t Clean(Draft& draft, std::size_t nth, std::vector<std::string>& notes
         return bodies.size();
     }
     if (!bodies.empty()) {
-        CutAround(draft, bodies, nth, exactReads, notes);
+        CutAround(draft, bodies, nth, hasNth, exactReads, notes);
     }
     RunSteps(kAfterTheCut, draft, exactReads, notes);
     return bodies.size();

@@ -19,9 +19,10 @@ namespace cmsdp {
 
 /// Runs all steps on the draft; adds their notes, which point to --exact where the reader of the text, who
 /// takes `lineEnd` for the end of a line, reads it uncleaned as well. `nth` chooses one of several
-/// descriptions, counted from 1. Returns how many descriptions the input holds, 0 when no line of it is
-/// "v=0"; when that is less than `nth` the draft holds all of them.
-std::size_t Clean(Draft& draft, std::size_t nth, std::vector<std::string>& notes, LineEnd lineEnd);
+/// descriptions, counted from 1; a note says so if the verb `hasNth`. Returns how many descriptions the input
+/// holds, 0 when no line of it is "v=0"; when that is less than `nth` the draft holds all of them.
+std::size_t Clean(Draft& draft, std::size_t nth, std::vector<std::string>& notes, LineEnd lineEnd,
+                  bool hasNth = true);
 
 /// Runs the steps that come before the cut, so that what is around and between descriptions stays. Their
 /// notes do not point to --exact. Returns how many descriptions the draft then holds.
@@ -36,6 +37,14 @@ std::size_t TakeFromJson(Draft& draft);
 std::size_t EndLinesAtEscapes(Draft& draft);
 std::size_t DecodeQuotedPrintable(Draft& draft);
 
+/// The text with line ends for those that are written out as escapes, and quotes for "\\\""; the last line
+/// gets an end, too.
+std::string WithLineEnds(std::string_view text);
+
+/// Where a text with escapes, which begins at `begin`, ends in its line: at the quote that encloses it, or at
+/// the end of the line.
+std::size_t EndOfEscaped(std::string_view line, std::size_t begin);
+
 /// A line without its "=XX" (RFC 2045, 6.7); what is no such byte stays as it is.
 std::string DecodedQuotedLine(std::string_view line);
 
@@ -49,6 +58,12 @@ std::size_t DropIndentation(Draft& draft);
 std::size_t DropTrailingBlanks(Draft& draft);
 std::size_t EndLinesInCrLf(Draft& draft);
 std::size_t EndLastLine(Draft& draft);
+
+/// How long the prefix of a log is at the start of this line, where any number may stand for a number, any
+/// level for a level and blanks for blanks: times, counters and levels differ from line to line. A word with
+/// a digit in it may be another such word, or any word as long ("7f" and "ab"). 0 when the line does not
+/// begin so; a line that ends within the blanks at the end of the prefix has the prefix.
+std::size_t LogPrefixLength(std::string_view prefix, std::string_view line);
 
 /// A description inside a longer text.
 struct Body {

@@ -90,23 +90,6 @@ bool IsQuote(char c) {
     return c == '"' || c == '\'';
 }
 
-// Where a piece of text with escapes ends in its line: at the quote that encloses it, or at the end.
-std::size_t EndOfEscaped(std::string_view line, std::size_t begin) {
-    const bool isQuoted = begin != 0 && IsQuote(line[begin - 1]);
-    return isQuoted ? std::min(line.find(line[begin - 1], begin), line.size()) : line.size();
-}
-
-// The text with line ends for escapes; the last line gets one, too.
-std::string WithLineEnds(std::string_view text) {
-    std::string lines;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t escape = EscapeLength(text.substr(at));
-        lines += escape == 0 ? text.substr(at, 1) : "\r\n";
-        at += std::max<std::size_t>(escape, 1);
-    }
-    return lines.back() == '\n' ? lines : lines + "\r\n";
-}
-
 // Where the line holds text of a description: at "v=0\", or at its first letter, a quote in front of it not
 // counted; npos for none.
 std::size_t BeginOfEscaped(std::string_view line) {
@@ -169,6 +152,28 @@ void AddDecoded(Draft& draft, std::string_view encoded, std::string_view end, st
 }
 
 } // namespace
+
+std::size_t EndOfEscaped(std::string_view line, std::size_t begin) {
+    if (begin == 0 || !IsQuote(line[begin - 1])) {
+        return line.size();
+    }
+    std::size_t at = begin;
+    while (at < line.size() && line[at] != line[begin - 1]) {
+        at += line[at] == '\\' ? 2 : 1;
+    }
+    return std::min(at, line.size());
+}
+
+std::string WithLineEnds(std::string_view text) {
+    std::string lines;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t escape = EscapeLength(text.substr(at));
+        const bool isQuote = text[at] == '\\' && at + 1 < text.size() && IsQuote(text[at + 1]);
+        lines += escape != 0 ? "\r\n" : text.substr(at + (isQuote ? 1 : 0), 1);
+        at += escape != 0 ? escape : isQuote ? 2 : 1;
+    }
+    return !lines.empty() && lines.back() == '\n' ? lines : lines + "\r\n";
+}
 
 std::string DecodedQuotedLine(std::string_view line) {
     std::string out;

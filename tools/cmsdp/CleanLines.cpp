@@ -26,6 +26,10 @@ bool IsLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
+bool IsOfWord(char c) {
+    return IsDigit(c) || IsLetter(c);
+}
+
 // How many characters of the text have the property, from the offset on.
 std::size_t RunOf(std::string_view text, std::size_t at, bool (*has)(char)) {
     const std::string_view rest = text.substr(at);
@@ -54,64 +58,78 @@ std::size_t BreakLength(std::string_view text) {
     return begins && at < text.size() && text[at] == '>' ? at + 1 : 0;
 }
 
-// The prefix of the line "v=0" of a log: everything in front of it, when no letter or digit touches it.
-std::string LogPrefix(const Draft& draft) {
-    std::string prefix;
-    bool plain = false;
-    ForEachLine(draft, [&](const DraftLine& line) {
-        const std::string_view text = Trimmed(line.text);
-        plain = plain || text == kFirstLine;
-        if (!prefix.empty() || text.size() <= kFirstLine.size() ||
-            text.substr(text.size() - kFirstLine.size()) != kFirstLine) {
-            return;
-        }
-        const std::size_t length = text.size() - kFirstLine.size();
-        if (!IsDigit(text[length - 1]) && !IsLetter(text[length - 1])) {
-            const auto blanks = static_cast<std::size_t>(text.data() - line.text.data());
-            prefix = line.text.substr(0, blanks + length);
-        }
+// Whether the text is a line of a description beyond doubt: "m=audio 5004 RTP/AVP 0", "a=rtpmap:0 PCMU/8000".
+bool IsSurelySdp(std::string_view text) {
+    constexpr std::size_t wordsOfMedia = 4;
+    if (sdp::StartsWith(text, "m=")) {
+        return WordsOf(text).size() >= wordsOfMedia;
+    }
+    return std::any_of(std::begin(sdp::kLineRows), std::end(sdp::kLineRows), [text](const sdp::LineRow& row) {
+        return row.keyword.size() > 2 && sdp::StartsWith(text, row.keyword);
     });
-    return plain || prefix.size() > kLongestPrefix ? "" : prefix;
 }
 
-// How long the level of a log entry is that begins the text, with the blanks that pad it; 0 for none.
-std::size_t LevelLength(std::string_view text) {
+// What is in front of the line of a description that ends a line of a log; empty when a letter or digit
+// touches it, or when nothing but blanks is there.
+std::string PrefixBefore(std::string_view line, std::size_t length) {
+    const std::string_view prefix = line.substr(0, length);
+    return Trimmed(prefix).empty() || IsOfWord(prefix.back()) ? "" : std::string(prefix);
+}
+
+// The prefix of the line "v=0" of a log.
+std::string PrefixOfFirstLine(std::string_view line) {
+    const std::string_view text = TrimmedAtEnd(line);
+    const bool ends =
+        text.size() > kFirstLine.size() && text.substr(text.size() - kFirstLine.size()) == kFirstLine;
+    return ends ? PrefixBefore(line, text.size() - kFirstLine.size()) : "";
+}
+
+// The prefix of another line of a description in a log.
+std::string PrefixOfOtherLine(std::string_view line) {
+    for (const std::string_view word : WordsOf(line.substr(0, kLongestPrefix))) {
+        const auto at = static_cast<std::size_t>(word.data() - line.data());
+        if (BeginsLine(word) && IsSurelySdp(line.substr(at))) {
+            return PrefixBefore(line, at);
+        }
+    }
+    return "";
+}
+
+// The prefix of a log: that of its line "v=0", or, in a text without that line and without any line of a
+// description at its start, that of the first line that surely is one.
+std::string LogPrefix(const Draft& draft) {
+    std::string first;
+    std::string other;
+    bool isPlain = false; // a line "v=0" is at the start of a line
+    bool isSdp = false;
+    ForEachLine(draft, [&](const DraftLine& line) {
+        isPlain = isPlain || Trimmed(line.text) == kFirstLine;
+        isSdp = isSdp || LooksLikeSdp(line.text);
+        first = first.empty() ? PrefixOfFirstLine(line.text) : first;
+        other = other.empty() && !isSdp ? PrefixOfOtherLine(line.text) : other;
+    });
+    const std::string& prefix = first.empty() && !isSdp ? other : first;
+    return isPlain || prefix.size() > kLongestPrefix ? "" : prefix;
+}
+
+bool IsLevel(std::string_view word) {
     static constexpr std::string_view levels[] = {"TRACE", "DEBUG",   "INFO",  "NOTICE",
                                                   "WARN",  "WARNING", "ERROR", "FATAL"};
-    const std::size_t length = RunOf(text, 0, IsLetter);
-    const auto isWord = [word = text.substr(0, length)](std::string_view level) {
+    return std::any_of(std::begin(levels), std::end(levels), [word](std::string_view level) {
         return std::equal(word.begin(), word.end(), level.begin(), level.end(),
                           [](char a, char b) { return a == b || a == b - 'A' + 'a'; });
-    };
-    return std::any_of(std::begin(levels), std::end(levels), isWord) ? length + RunOf(text, length, IsBlank)
-                                                                     : 0;
+    });
 }
 
-// How long the prefix is at the start of this line, where any number may stand for a number, any level for a
-// level and any blanks for blanks; 0 when the line does not begin so. Times, counters and levels of a log
-// differ from line to line.
-std::size_t PrefixLength(std::string_view prefix, std::string_view line) {
-    std::size_t at = 0;
-    for (std::size_t i = 0; i < prefix.size();) {
-        const std::size_t level = LevelLength(prefix.substr(i));
-        const std::size_t other = level == 0 || at >= line.size() ? 0 : LevelLength(line.substr(at));
-        if (other != 0) {
-            at += other;
-            i += level;
-            continue;
-        }
-        bool (*const has)(char) = IsDigit(prefix[i]) ? IsDigit : IsBlank(prefix[i]) ? IsBlank : nullptr;
-        const std::size_t here = at >= line.size()       ? 0
-                                 : has != nullptr        ? RunOf(line, at, has)
-                                 : line[at] == prefix[i] ? 1
-                                                         : 0;
-        if (here == 0) {
-            return 0;
-        }
-        at += here;
-        i += has == nullptr ? 1 : RunOf(prefix, i, has);
-    }
-    return at;
+bool HasDigit(std::string_view word) {
+    return std::any_of(word.begin(), word.end(), IsDigit);
+}
+
+// Whether a word of one line of a log can be in the place of `word` in another one.
+bool IsLikeWord(std::string_view word, std::string_view other) {
+    const bool isAsLong = word.size() > 1 && word.size() == other.size();
+    return word == other || (IsLevel(word) && IsLevel(other)) || (HasDigit(word) && HasDigit(other)) ||
+           (isAsLong && (HasDigit(word) || HasDigit(other)));
 }
 
 // Where a blank at the end matters: the handlers of these rows compare or convert the rest of the line.
@@ -142,6 +160,41 @@ std::size_t CutLines(Draft& draft, Cut cut) {
 }
 
 } // namespace
+
+std::size_t LogPrefixLength(std::string_view prefix, std::string_view line) {
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < prefix.size();) {
+        if (at >= line.size()) {
+            return Trimmed(prefix.substr(i)).empty() ? line.size() : 0;
+        }
+        const std::size_t blanks = RunOf(prefix, i, IsBlank);
+        const std::size_t letters = RunOf(prefix, i, IsOfWord);
+        if (blanks != 0) {
+            const std::size_t here = RunOf(line, at, IsBlank);
+            const bool isLast = i + blanks == prefix.size(); // more of them belong to the line
+            at += isLast ? std::min(here, blanks) : here;
+            i += blanks;
+            if (here == 0) {
+                return 0;
+            }
+        } else if (letters != 0) {
+            const std::string_view word = prefix.substr(i, letters);
+            const std::string_view other = line.substr(at, RunOf(line, at, IsOfWord));
+            if (!IsLikeWord(word, other)) {
+                return 0;
+            }
+            i += letters;
+            at += other.size();
+            if (IsLevel(word)) { // blanks pad it
+                i += RunOf(prefix, i, IsBlank);
+                at += RunOf(line, at, IsBlank);
+            }
+        } else if (line[at++] != prefix[i++]) {
+            return 0;
+        }
+    }
+    return at;
+}
 
 std::size_t EndLinesAtCr(Draft& draft) {
     return CutLines(draft, [](std::string_view rest) {
@@ -198,7 +251,7 @@ std::size_t DropLogPrefix(Draft& draft) {
         return 0;
     }
     return ChangeLines(
-        draft, [&prefix](std::string_view line) { return Without(line, PrefixLength(prefix, line)); });
+        draft, [&prefix](std::string_view line) { return Without(line, LogPrefixLength(prefix, line)); });
 }
 
 std::size_t DropIndentation(Draft& draft) {

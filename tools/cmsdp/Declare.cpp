@@ -29,10 +29,7 @@ void AddPasted(CLI::App& verb, CommandLine& line) {
                                              "take REMOTE byte for byte. Without it what logs, mails and "
                                              "browsers do to a text is undone, each step "
                                              "with a note on standard error");
-    verb.add_option("--nth", line.remote.nth, "of several descriptions in REMOTE read the Nth, not the first")
-        ->type_name("N")
-        ->check(CLI::Range(1, 1000000))
-        ->excludes(exact);
+    AddNth(verb, line)->excludes(exact);
 }
 
 void AddSide(CLI::App& verb, const char* name, std::optional<std::string>& file, const char* what) {
@@ -57,9 +54,19 @@ void AddLocal(CLI::App& verb, CommandLine& line) {
             "presentation, no SRTP");
 }
 
+CLI::Option* AddNth(CLI::App& verb, CommandLine& line) {
+    return verb
+        .add_option("--nth", line.remote.nth, "of several descriptions in REMOTE read the Nth, not the first")
+        ->type_name("N")
+        ->check(CLI::Range(1, 1000000));
+}
+
 void AddRemote(CLI::App& verb, CommandLine& line, const char* what) {
     verb.add_option("REMOTE", line.remote.name, what);
-    verb.parse_complete_callback([&line] { line.readsRemote = !line.pcap; });
+    verb.parse_complete_callback([&line, &verb] {
+        line.readsRemote = !line.pcap;
+        line.remote.hasNth = verb.get_option_no_throw("--nth") != nullptr;
+    });
 }
 
 void DeclareOffer(CLI::App& verb, CommandLine& line) {

@@ -26,6 +26,9 @@ void DeclareVersion(CLI::App& verb, CommandLine& line);
 /// --local FILE.
 void AddLocal(CLI::App& verb, CommandLine& line);
 
+/// --nth N.
+CLI::Option* AddNth(CLI::App& verb, CommandLine& line);
+
 /// The operand REMOTE. The verb then reads it, from standard input where it is left out or "-".
 void AddRemote(CLI::App& verb, CommandLine& line, const char* what);
 

@@ -51,9 +51,11 @@ void DeclareExplain(CLI::App& verb, CommandLine& line) {
         ->type_name("TOPIC");
     verb.add_flag("--top", line.top, "the first finding alone");
     verb.add_flag("--lines", line.lines, "the text with what became of each line");
-    verb.add_flag("--exact", line.remote.exact,
-                  "take REMOTE byte for byte. Without it a text that has no CR LF at all is cleaned, with a "
-                  "note on standard error");
+    CLI::Option* const exact = verb.add_flag(
+        "--exact", line.remote.exact,
+        "take REMOTE byte for byte. Without it a text that has no CR LF at all is cleaned, and what a "
+        "log or a SIP message puts around a description is left out, with a note on standard error");
+    AddNth(verb, line)->excludes(exact);
     CLI::Option* const json = verb.add_flag("--json", line.json, "JSON in place of the text");
     verb.add_option("--html", line.html,
                     "a page for a browser, written to FILE, in place of the text; - for standard output")
@@ -70,8 +72,12 @@ void DeclareWhyNot(CLI::App& verb, CommandLine& line) {
     verb.description(
         "Says for each format of the far end why it is not the codec: the first test that failed.");
     AddLocal(verb, line);
-    verb.add_flag("--exact", line.remote.exact, "take REMOTE byte for byte");
-    verb.add_option("CODEC", line.codec, "a name of cmsdp capabilities, such as G722 or H264_MODE_1")
+    CLI::Option* const exact = verb.add_flag("--exact", line.remote.exact, "take REMOTE byte for byte");
+    AddNth(verb, line)->excludes(exact);
+    verb.add_option(
+            "CODEC", line.codec,
+            "a name of cmsdp capabilities or of an rtpmap attribute, such as G711U, H264_MODE_1, PCMA or "
+            "h264; letter case does not count")
         ->required();
     AddRemote(verb, line, "file with the description; - or nothing for standard input");
 }
@@ -96,10 +102,11 @@ void DeclareSurvey(CLI::App& verb, CommandLine& line) {
                   "the descriptions answer our offer. In SIP messages and captures this is known");
     verb.add_flag("--json", line.json,
                   "a line of JSON for each description, as soon as it is examined, in place of the table");
-    verb.add_option("PATH", line.paths,
-                    "a file with a description, with SIP messages or with a capture; a folder with all below "
-                    "it; - for JSON values on standard input, one in a line, each with a member \"sdp\". Its "
-                    "member \"type\" may be \"answer\"")
+    verb.add_option(
+            "PATH", line.paths,
+            "a file with a description, with SIP messages or with a capture; a folder with all below "
+            "it; a file *.jsonl, or - for standard input, with JSON values, one in a line, each with a "
+            "member \"sdp\". Its member \"type\" may be \"answer\"")
         ->required();
     verb.footer("A file that cannot be read is counted and named, and the survey goes on. Ctrl-C ends it: it "
                 "shows what it has, with status 130. Status 3: no description was read. SRTP keys are never "

@@ -1,13 +1,13 @@
-// cmsdp explain: why did the call come up as it did? cmsdp whynot: why was a codec not chosen? cmsdp diff:
-// what changed for the engine?
+// cmsdp explain: why did the call come up as it did? cmsdp diff: what changed for the engine?
 //
 // Tests: tests/tool/explain.cases, explain_outputs.py
 #include "ExplainPage.h"
 #include "ExplainText.h"
 #include "Findings.h"
-#include "Names.h"
 #include "Outcome.h"
+#include "ReadFile.h"
 #include "RemoteText.h"
+#include "SipText.h"
 #include "Timeline.h"
 #include "Unreadable.h"
 #include "Verbs.h"
@@ -26,6 +26,16 @@ std::string ReadExplained(const RemoteSource& source, std::vector<std::string>& 
     return CleanedPaste(source, ReadDescription(source.name), notes);
 }
 
+// A capture may be longer than a text may be.
+std::string ReadNoCapture(const std::string& name) {
+    constexpr std::size_t enough = 16;
+    std::string text = name == "-" ? ReadDescription(name) : ReadStart(name, enough);
+    if (IsCapture(text, name)) {
+        throw ToolError(kRemoteText, NameOfInput(name) + ": is a packet capture; read it with --pcap");
+    }
+    return name == "-" ? text : ReadDescription(name);
+}
+
 // Options for one description are of no use for a call: its steps have their own.
 void CheckNoCall(const CommandLine& line) {
     if (line.call != 0 || line.we) {
@@ -38,7 +48,8 @@ void CheckNoCall(const CommandLine& line) {
 // A description beside the remote text; empty without one.
 std::string ReadBeside(const CommandLine& line, const std::optional<std::string>& name,
                        std::vector<std::string>& notes) {
-    return name ? ReadExplained({*name, line.remote.exact, 1, line.remote.verb}, notes) : "";
+    return name ? ReadExplained({*name, line.remote.exact, std::nullopt, false, line.remote.verb}, notes)
+                : "";
 }
 
 ExplainInput InputOf(const CommandLine& line, const std::string& remote, std::vector<std::string>& notes) {
@@ -66,14 +77,12 @@ Outcome RunExplain(const CommandLine& line, const Screen& /*screen*/) {
     Outcome outcome;
     CheckTopic(line);
     if (line.pcap || std::filesystem::is_directory(line.remote.name)) {
-        return RunExplainCall(line, "");
+        return RunExplainCall(line, "", {});
     }
-    std::string remote = ReadDescription(line.remote.name);
-    if (IsCapture(remote)) {
-        throw ToolError(kRemoteText, line.remote.name + ": is a packet capture; read it with --pcap");
-    }
+    std::string remote = ReadNoCapture(line.remote.name);
+    remote = line.remote.exact ? remote : WithoutSipLog(std::move(remote), outcome.notes);
     if (HoldsSipMessages(remote)) {
-        return RunExplainCall(line, remote);
+        return RunExplainCall(line, remote, outcome.notes);
     }
     CheckNoCall(line);
     CheckInputs(line);
@@ -100,31 +109,12 @@ Outcome RunExplain(const CommandLine& line, const Screen& /*screen*/) {
     return outcome;
 }
 
-Outcome RunWhyNot(const CommandLine& line, const Screen& /*screen*/) {
-    Outcome outcome;
-    const auto named = std::find_if(CodecNames().begin(), CodecNames().end(),
-                                    [&](const NamedValue& row) { return line.codec == row.name; });
-    if (named == CodecNames().end()) {
-        throw ToolError(kUsage, Quoted(line.codec) + " is no codec; see cmsdp capabilities for their names");
-    }
-    std::vector<ExplainPair> pairs =
-        ExplainWhyNot(InputOf(line, ReadExplained(line.remote, outcome.notes), outcome.notes));
-    pairs.erase(std::remove_if(pairs.begin(), pairs.end(),
-                               [&](const ExplainPair& pair) { return pair.codec != named->value; }),
-                pairs.end());
-    outcome.text = PairsText(pairs);
-    if (pairs.empty()) {
-        outcome.notes.push_back("the far end lists no format for " + line.codec);
-    }
-    return outcome;
-}
-
 Outcome RunDiff(const CommandLine& line, const Screen& /*screen*/) {
     Outcome outcome;
     CheckInputs(line);
     const std::string older = ReadExplained(line.remote, outcome.notes);
     const std::string newer =
-        ReadExplained({line.newer, line.remote.exact, 1, line.remote.verb}, outcome.notes);
+        ReadExplained({line.newer, line.remote.exact, std::nullopt, false, line.remote.verb}, outcome.notes);
     const ExplainInput input = InputOf(line, older, outcome.notes);
     const std::vector<std::string> changes = ExplainDifference(input, older, newer);
     for (const std::string& change : changes) {

@@ -14,9 +14,10 @@ namespace {
 
 // A call says by itself what was offered and what was read before.
 void CheckOptions(const CommandLine& line) {
-    if (line.offered || line.ourOffer || line.before) {
-        throw ToolError(kUsage, "--offered, --offer and --before are for one description; a call has its own "
-                                "offers and answers");
+    if (line.offered || line.ourOffer || line.before || line.remote.nth) {
+        throw ToolError(kUsage,
+                        "--offered, --offer, --before and --nth are for one description; a call has its own "
+                        "offers and answers");
     }
 }
 
@@ -31,9 +32,10 @@ std::vector<Call> CallsFrom(const CommandLine& line, const std::string& text,
 
 } // namespace
 
-Outcome RunExplainCall(const CommandLine& line, const std::string& text) {
+Outcome RunExplainCall(const CommandLine& line, const std::string& text, std::vector<std::string> notes) {
     CheckOptions(line);
     Outcome outcome;
+    outcome.notes = std::move(notes);
     std::vector<Call> calls = CallsFrom(line, text, outcome.notes);
     const std::string source = line.pcap ? *line.pcap : NameOfInput(line.remote.name);
     if (calls.empty()) {

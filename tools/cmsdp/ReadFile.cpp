@@ -44,4 +44,11 @@ std::string ReadFile(const std::string& name) {
     return bytes;
 }
 
+std::string ReadStart(const std::string& name, std::size_t most) {
+    const File file(std::fopen(name.c_str(), "rbe"));
+    std::string bytes(most, '\0');
+    bytes.resize(file ? std::fread(bytes.data(), 1, most, file.get()) : 0);
+    return bytes;
+}
+
 } // namespace cmsdp

@@ -21,4 +21,7 @@ public:
 /// Reads the file, or standard input for "-". Throws ReadError; more than kMostBytes is an error too.
 std::string ReadFile(const std::string& name);
 
+/// The first bytes of a file, at most `most`; fewer, or none, when it cannot be read.
+std::string ReadStart(const std::string& name, std::size_t most);
+
 } // namespace cmsdp

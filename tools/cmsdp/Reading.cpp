@@ -71,17 +71,6 @@ const Section* FindFirst(const Reading& reading, Test test) {
     return found == reading.sections.end() ? nullptr : &*found;
 }
 
-// Payload numbers that mean a codec without an rtpmap attribute (RFC 3551, 6).
-const char* StaticName(const std::string& payload) {
-    static const std::unordered_map<std::string, const char*> names = {
-        {"0", "PCMU"},   {"3", "GSM"},   {"4", "G723"}, {"8", "PCMA"},  {"9", "G722"},
-        {"12", "QCELP"}, {"13", "CN"},   {"14", "MPA"}, {"15", "G728"}, {"18", "G729"},
-        {"26", "JPEG"},  {"31", "H261"}, {"32", "MPV"}, {"33", "MP2T"}, {"34", "H263"},
-    };
-    const auto found = names.find(payload);
-    return found == names.end() ? nullptr : found->second;
-}
-
 // Payload types with an "a=rtpmap:" line of their own. The attribute may stand after a crypto attribute that
 // lost its line end; then the name that the component stores can be key text.
 std::set<std::string_view> Named(const Section& section) {
@@ -181,6 +170,16 @@ std::string TransportOf(const Section& section) {
 
 // Tokens that are no payload number are counted, not shown: after a lost line end they can be anything. Of
 // two entries with one number the first alone has the name (P07).
+const char* StaticName(const std::string& payload) {
+    static const std::unordered_map<std::string, const char*> names = {
+        {"0", "PCMU"},   {"3", "GSM"},   {"4", "G723"}, {"8", "PCMA"},  {"9", "G722"},
+        {"12", "QCELP"}, {"13", "CN"},   {"14", "MPA"}, {"15", "G728"}, {"18", "G729"},
+        {"26", "JPEG"},  {"31", "H261"}, {"32", "MPV"}, {"33", "MP2T"}, {"34", "H263"},
+    };
+    const auto found = names.find(payload);
+    return found == names.end() ? nullptr : found->second;
+}
+
 std::string CodecsInWords(const Section& section) {
     constexpr std::size_t most = 8;
     std::vector<std::string> codecs;

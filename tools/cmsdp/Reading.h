@@ -70,6 +70,10 @@ std::string NameOf(const MediaSession* session);
 /// The transport of a section: "RTP/SAVP".
 std::string TransportOf(const Section& section);
 
+/// The codec that a payload number means without an rtpmap attribute (RFC 3551, 6): "PCMA" for "8". Null for
+/// others.
+const char* StaticName(const std::string& payload);
+
 /// "opus/48000/2 (111), PCMA (8)": the codecs a section lists, telephone events left out.
 std::string CodecsInWords(const Section& section);
 

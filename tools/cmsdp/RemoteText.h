@@ -7,6 +7,7 @@
 #include "Words.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,8 @@ namespace cmsdp {
 struct RemoteSource {
     std::string name = "-";          ///< a file, or "-" for standard input
     bool exact = false;              ///< byte for byte, nothing cleaned and nothing cut
-    std::size_t nth = 1;             ///< which of several descriptions, counted from 1
+    std::optional<std::size_t> nth;  ///< which of several descriptions, counted from 1; none: the first
+    bool hasNth = false;             ///< the verb has --nth for this text, and notes point to it
     std::string verb = "inspect";    ///< for a message that says how the verb in use reads the input
     LineEnd lineEnd = LineEnd::CrLf; ///< of the part that reads the text
 };
@@ -30,9 +32,10 @@ Draft ReadRemoteText(const RemoteSource& source, std::vector<std::string>& notes
 /// The same for bytes that were read already.
 Draft ReadRemoteText(const RemoteSource& source, std::string text, std::vector<std::string>& notes);
 
-/// The text as it is, because its bytes are what the engine got. One without a line of a description that
-/// ends in CR LF is a paste more often than a far end's text; unless `exact`, that one is cleaned as by
-/// ReadRemoteText. Throws ToolError(kRemoteText) when the input is no text or holds no such line.
+/// The text as it is, because its bytes are what the engine got. Unless `exact`, of one SIP message whose
+/// lines end in CR LF the body is taken, and a text that can be no far end's is cleaned as by ReadRemoteText:
+/// one with several SIP messages, or without a line of a description that ends in CR LF; so is one of which
+/// `nth` is wanted. Throws ToolError(kRemoteText) when the input is no text or holds no such line.
 std::string CleanedPaste(const RemoteSource& source, std::string text, std::vector<std::string>& notes);
 
 /// The bytes of a description, from a file or, for "-", standard input. Throws ToolError(kRemoteText) when

@@ -30,7 +30,7 @@ bool IsMethod(std::string_view word) {
 // "SIP/2.0 200 OK", "INVITE sip:bob@example.org SIP/2.0"
 bool ReadStartLine(std::string_view line, SipMessage& message) {
     const std::vector<std::string_view> words = WordsOf(line);
-    if (words.size() < 2) {
+    if (words.size() < 2 || IsBlank(line[0])) { // a line that begins with a blank continues a header
         return false;
     }
     if (words[0] == kSipVersion && words[1].size() == 3 && IsNumber(words[1]) && words[1][0] != '0') {
@@ -93,11 +93,15 @@ std::string_view CutByCapture(std::string_view rest, const std::string& length, 
     return rest;
 }
 
-// The body in a pasted text: what follows it may be part of a log.
-std::string_view CutByLines(std::string_view rest, const std::string& length) {
+// The body in a pasted text: what follows it may be part of a log. An encoded body has no lines to tell it
+// by.
+std::string_view CutByLines(std::string_view rest, const std::string& length, const SipHeaders& headers) {
     const std::size_t count = IsNumber(length) ? std::stoul(length) : rest.size() + 1;
     if (count <= rest.size() && Trimmed(rest.substr(count)).empty()) {
         return rest.substr(0, count);
+    }
+    if (headers.Has("content-transfer-encoding") || headers.Has("content-encoding")) {
+        return rest;
     }
     std::size_t end = 0;
     for (std::size_t at = 0; at < rest.size();) {
@@ -146,7 +150,7 @@ std::optional<SipMessage> ParseSipMessage(std::string_view text, BodyEnd end) {
         Trimmed(std::string_view(headers["replaces"]).substr(0, headers["replaces"].find(';')));
     const std::string_view rest = text.substr(at + headers.end);
     const std::string& length = headers["content-length"];
-    ReadBody(end == BodyEnd::Paste ? CutByLines(rest, length)
+    ReadBody(end == BodyEnd::Paste ? CutByLines(rest, length, headers)
              : end == BodyEnd::Cut ? CutByCapture(rest, length, message)
                                    : CutByLength(rest, length, message),
              headers, message);

@@ -96,10 +96,10 @@ private:
 
 void AddWork(const CommandLine& line, SurveyCrew& crew) {
     NameFiles(line.paths, [&](const std::string& name) {
-        if (name != "-") {
+        if (name != "-" && !HoldsJsonLines(name)) {
             return crew.Add({name, {}}, g_isStopped);
         }
-        ReadJsonLines(line.offered, [&](Surveyed item) {
+        ReadJsonLines(name, line.offered, [&](Surveyed item) {
             return crew.Add({"", std::move(item)}, g_isStopped);
         });
         return !g_isStopped;

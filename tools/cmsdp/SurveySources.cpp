@@ -6,6 +6,7 @@
 #include "Outcome.h"
 #include "ReadFile.h"
 #include "RemoteText.h"
+#include "SipText.h"
 #include "Timeline.h"
 #include "Unreadable.h"
 #include "Words.h"
@@ -15,6 +16,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <system_error>
 #include <unistd.h>
@@ -57,26 +60,19 @@ Surveyed ItemOf(const Call& call, const Step& step, const std::string& place) {
 }
 
 bool TakeCalls(const std::string& name, const std::vector<Call>& calls, const TakeItem& take) {
-    std::size_t count = 0;
+    bool isEmpty = true;
     for (const Call& call : calls) {
         for (const Step& step : call.steps) {
             if (step.kind != StepKind::Offer && step.kind != StepKind::Answer) {
                 continue;
             }
-            ++count;
-            if (!take(ItemOf(call, step, name + ":" + std::to_string(count)))) {
+            isEmpty = false;
+            if (!take(ItemOf(call, step, name + ":" + step.place))) {
                 return false;
             }
         }
     }
-    return count != 0 || take({name, "", false, "it holds no offer and no answer", ""});
-}
-
-// The description of a file. Bytes without any line of a description have none.
-std::string Description(const std::string& file, std::string text) {
-    std::vector<std::string> notes;
-    const RemoteSource source{file, false, 1};
-    return HoldsSdpLine(text) ? text : ReadRemoteText(source, std::move(text), notes).text;
+    return !isEmpty || take({name, "", false, "it holds no offer and no answer", ""});
 }
 
 // What a line of JSON holds.
@@ -94,6 +90,24 @@ Surveyed ItemOf(const std::string& line, const std::string& name, bool remoteAns
     return {name, value["sdp"].get<std::string>(), remoteAnswers || isAnswer, "",
             hasOffer ? value["offer"].get<std::string>() : ""};
 }
+
+// A file that is read, or standard input for "-".
+class Descriptor {
+public:
+    explicit Descriptor(const std::string& file)
+        : m_number(file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC)) {}
+    ~Descriptor() {
+        if (m_number > STDIN_FILENO) {
+            close(m_number);
+        }
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int number() const { return m_number; }
+
+private:
+    int m_number;
+};
 
 } // namespace
 
@@ -113,14 +127,20 @@ void ReadItems(const std::string& file, bool remoteAnswers, const TakeItem& take
             take({file, "", false, "it is no file", ""});
             return;
         }
-        std::string text = ReadFile(file);
         std::vector<std::string> notes;
-        if (IsCapture(text)) {
+        constexpr std::size_t enough = 16;
+        if (IsCapture(ReadStart(file, enough), file)) {
             TakeCalls(file, CallsOfCapture(file, notes), take);
-        } else if (HoldsSipMessages(text)) {
+            return;
+        }
+        std::string text = WithoutSipLog(ReadFile(file), notes);
+        if (HoldsSipMessages(text)) {
             TakeCalls(file, CallsOfSipText(text, false, notes), take);
         } else {
-            take({file, Description(file, std::move(text)), remoteAnswers, "", ""});
+            RemoteSource source;
+            source.name = file;
+            source.verb = "survey";
+            take({file, CleanedPaste(source, std::move(text), notes), remoteAnswers, "", ""});
         }
     } catch (const ReadError& error) {
         take({file, "", false, error.what(), ""});
@@ -132,12 +152,28 @@ void ReadItems(const std::string& file, bool remoteAnswers, const TakeItem& take
     }
 }
 
-void ReadJsonLines(bool remoteAnswers, const TakeItem& take) {
+bool HoldsJsonLines(const std::string& file) {
+    const std::string extension = fs::path(file).extension().string();
+    if (extension != ".json") {
+        return extension == ".jsonl" || extension == ".ndjson";
+    }
+    constexpr std::size_t most = 65536;
+    const std::string start = ReadStart(file, most);
+    const nlohmann::json value = nlohmann::json::parse(start.substr(0, start.find('\n')), nullptr, false);
+    return value.is_object() && value.contains("sdp");
+}
+
+void ReadJsonLines(const std::string& file, bool remoteAnswers, const TakeItem& take) {
+    const Descriptor input(file);
+    if (input.number() < 0) {
+        take({file, "", false, std::strerror(errno), ""});
+        return;
+    }
     std::string line;
     std::size_t number = 0;
     bool isTooLong = false;
     const auto end = [&] {
-        const std::string name = "-:" + std::to_string(++number);
+        const std::string name = file + ":" + std::to_string(++number);
         const bool isEmpty = line.find_first_not_of(" \t\r") == std::string::npos && !isTooLong;
         const bool isWanted =
             isEmpty || take(isTooLong ? Surveyed{name, "", false, "it is longer than 16 MiB", ""}
@@ -148,7 +184,7 @@ void ReadJsonLines(bool remoteAnswers, const TakeItem& take) {
     };
     std::array<char, 65536> block{};
     ssize_t count = 0;
-    while ((count = read(STDIN_FILENO, block.data(), block.size())) > 0) {
+    while ((count = read(input.number(), block.data(), block.size())) > 0) {
         std::string_view bytes(block.data(), static_cast<std::size_t>(count));
         for (std::size_t stop = bytes.find('\n'); stop != std::string_view::npos; stop = bytes.find('\n')) {
             line += bytes.substr(0, stop);

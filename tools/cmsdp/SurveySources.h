@@ -25,8 +25,12 @@ void NameFiles(const std::vector<std::string>& paths, const TakeName& take);
 /// reason why there is none. Nothing is thrown for what a file contains.
 void ReadItems(const std::string& file, bool remoteAnswers, const TakeItem& take);
 
-/// Reads JSON values from standard input, one in a line, each with a member "sdp". Returns when the input
-/// ends, or when a signal interrupts it.
-void ReadJsonLines(bool remoteAnswers, const TakeItem& take);
+/// Whether a file holds JSON values, one in a line: one with the name *.jsonl or *.ndjson, or *.json of which
+/// the first line is a whole value with a member "sdp".
+bool HoldsJsonLines(const std::string& file);
+
+/// Reads JSON values from a file, or from standard input for "-", one in a line, each with a member "sdp".
+/// Returns when the input ends, or when a signal interrupts it.
+void ReadJsonLines(const std::string& file, bool remoteAnswers, const TakeItem& take);
 
 } // namespace cmsdp

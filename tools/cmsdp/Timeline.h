@@ -50,6 +50,7 @@ struct Step {
     std::string message;    ///< "INVITE", "200 OK to INVITE", "ACK"; in a folder the name of the file
     std::string sender;     ///< "192.0.2.1:5060", "[2001:db8::1]:5060"; empty where it is not known
     std::string receiver;
+    std::string place;              ///< SipMessage::place
     std::string text;               ///< Offer, Answer: the description, byte for byte
     bool isCut = false;             ///< the capture holds only the beginning of the description
     std::vector<std::string> notes; ///< sentences on the message: a wrong length, a missing offer

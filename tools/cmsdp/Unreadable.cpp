@@ -12,6 +12,8 @@ namespace cmsdp {
 namespace {
 
 constexpr const char* kCapture = "a packet capture";
+constexpr const char* kGzip = "compressed with gzip";
+constexpr const char* kZstd = "compressed with zstd";
 constexpr const char* kFromCapture = "tshark -r # -Y sdp -T fields -e udp.payload -e tcp.payload | xxd -r -p";
 
 struct Kind {
@@ -25,14 +27,10 @@ using namespace std::string_view_literals;
 constexpr Kind kKinds[] = {
     {"\x0a\x0d\x0d\x0a"sv, kCapture, kFromCapture}, // pcapng
     {"\xd4\xc3\xb2\xa1"sv, kCapture, kFromCapture}, // pcap, by byte order and by unit of time
-    {"\xa1\xb2\xc3\xd4"sv, kCapture, kFromCapture},
-    {"\x4d\x3c\xb2\xa1"sv, kCapture, kFromCapture},
-    {"\xa1\xb2\x3c\x4d"sv, kCapture, kFromCapture},
-    {"\x1f\x8b"sv, "compressed with gzip", "zcat #"},
-    {"\xfd\x37zXZ\0"sv, "compressed with xz", "xzcat #"},
-    {"\x28\xb5\x2f\xfd"sv, "compressed with zstd", "zstdcat #"},
-    {"BZh91AY&SY"sv, "compressed with bzip2", "bzcat #"},
-    {"PK\3\4"sv, "a zip archive", "unzip -p #"},
+    {"\xa1\xb2\xc3\xd4"sv, kCapture, kFromCapture},       {"\x4d\x3c\xb2\xa1"sv, kCapture, kFromCapture},
+    {"\xa1\xb2\x3c\x4d"sv, kCapture, kFromCapture},       {"\x1f\x8b"sv, kGzip, "zcat #"},
+    {"\xfd\x37zXZ\0"sv, "compressed with xz", "xzcat #"}, {"\x28\xb5\x2f\xfd"sv, kZstd, "zstdcat #"},
+    {"BZh91AY&SY"sv, "compressed with bzip2", "bzcat #"}, {"PK\3\4"sv, "a zip archive", "unzip -p #"},
 };
 
 // Every second byte of UTF-16 is zero where the text is ASCII: the one at `zero` of each pair.
@@ -72,10 +70,13 @@ std::string ShellWord(const std::string& name) {
     return name.find_first_of("\"$`\\!") == std::string::npos ? '"' + name + '"' : "FILE";
 }
 
-// "is NAME; read it with: COMMAND | cmsdp VERB"
+// "is NAME; read it with: COMMAND | cmsdp VERB". A survey reads files.
 std::string Named(const char* name, std::string command, const std::string& file, const std::string& verb) {
     command.replace(command.find('#'), 1, file == "-" ? "FILE" : ShellWord(file));
-    return "is " + std::string(name) + "; read it with: " + command + " | cmsdp " + verb;
+    const std::string text = (file == "-" ? "FILE" : ShellWord(file)) + ".txt";
+    return "is " + std::string(name) +
+           (verb == "survey" ? "; make a text of it first: " + command + " > " + text
+                             : "; read it with: " + command + " | cmsdp " + verb);
 }
 
 } // namespace
@@ -101,9 +102,11 @@ std::string WhyUnreadable(std::string_view input, const std::string& name, const
                                : "";
 }
 
-bool IsCapture(std::string_view input) {
+bool IsCapture(std::string_view begin, const std::string& name) {
+    const bool isNamed = name.find(".pcap") != std::string::npos || name.find(".cap.") != std::string::npos;
     return std::any_of(std::begin(kKinds), std::end(kKinds), [&](const Kind& kind) {
-        return kind.name == kCapture && input.compare(0, kind.begin.size(), kind.begin) == 0;
+        const bool is = kind.name == kCapture || (isNamed && (kind.name == kGzip || kind.name == kZstd));
+        return is && begin.compare(0, kind.begin.size(), kind.begin) == 0;
     });
 }
 

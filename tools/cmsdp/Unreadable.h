@@ -12,7 +12,8 @@ namespace cmsdp {
 /// input. `name` is the file, or "-" for standard input; `verb` the verb that is to read the text.
 std::string WhyUnreadable(std::string_view input, const std::string& name, const std::string& verb);
 
-/// Whether the input is a packet capture, pcap or pcapng.
-bool IsCapture(std::string_view input);
+/// Whether a file that begins like this is a packet capture that tshark reads: pcap or pcapng, or compressed
+/// with gzip or zstd and of a name such as "call.pcap.gz".
+bool IsCapture(std::string_view begin, const std::string& name);
 
 } // namespace cmsdp

@@ -31,8 +31,8 @@ Outcome RunInspect(const CommandLine& line, const Screen& screen);
 Outcome RunCall(const CommandLine& line, const Screen& screen);
 Outcome RunCheck(const CommandLine& line, const Screen& screen);
 Outcome RunExplain(const CommandLine& line, const Screen& screen);
-/// cmsdp explain of a call: --pcap, a folder, or the SIP messages `text`.
-Outcome RunExplainCall(const CommandLine& line, const std::string& text);
+/// cmsdp explain of a call: --pcap, a folder, or the SIP messages `text`. `notes` are those on the text.
+Outcome RunExplainCall(const CommandLine& line, const std::string& text, std::vector<std::string> notes);
 Outcome RunWhyNot(const CommandLine& line, const Screen& screen);
 Outcome RunDiff(const CommandLine& line, const Screen& screen);
 Outcome RunSurvey(const CommandLine& line, const Screen& screen);
