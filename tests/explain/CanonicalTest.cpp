@@ -1,4 +1,5 @@
-// The spelling that the writer of a line meant, and the lines that are seen at once to have it.
+// Canonical(): the spelling that a line's writer meant. IsCanonical(): a quick check; where it is true, the
+// line has that spelling already.
 #include "Reading.h"
 #include "Suspect.h"
 
@@ -17,10 +18,10 @@ using support::NamedText;
 struct Spelling {
     const char* line;
     const char* canonical;
-    bool isSeenAtOnce;
+    bool isCanonical;
 };
 
-// In a section of audio, so that each line has the row that it begins with.
+// Each line is read after an "m=audio" line.
 constexpr Spelling kSpellings[] = {
     {"m=audio 5004 RTP/AVP 0 101", "m=audio 5004 RTP/AVP 0 101", true},
     {"m=audio 5004 rtp/avp 0 101", "m=audio 5004 RTP/AVP 0 101", false},
@@ -84,12 +85,12 @@ TEST(Canonical, IsTheSpellingThatTheWriterMeant) {
         const std::string text = std::string("m=audio 5004 RTP/AVP 97\r\n") + spelling.line + "\r\n";
         const explain::Reading reading = explain::Read(text);
         ASSERT_EQ(reading.lines.size(), 2U) << spelling.line;
-        EXPECT_EQ(explain::Canonical(reading.lines[1], reading), spelling.canonical);
-        EXPECT_EQ(explain::IsCanonical(reading.lines[1]), spelling.isSeenAtOnce) << spelling.line;
+        EXPECT_EQ(explain::Canonical(reading.lines[1], reading), spelling.canonical) << spelling.line;
+        EXPECT_EQ(explain::IsCanonical(reading.lines[1]), spelling.isCanonical) << spelling.line;
     }
 }
 
-/// Lines of all rows, each once, in the spelling of their senders.
+/// Every line of the sample texts, once.
 std::set<std::string> AllLines() {
     std::set<std::string> lines;
     for (const NamedText& named : AllTexts()) {
@@ -100,7 +101,7 @@ std::set<std::string> AllLines() {
     return lines;
 }
 
-TEST(Canonical, OfALineThatIsSeenAtOnceToBeCanonicalIsTheLine) {
+TEST(Canonical, ALineThatTheQuickCheckAcceptsIsItsOwnSpelling) {
     const std::string inserted = " \t\v,;:.=/_+-'\"0HhMpx";
     std::size_t seen = 0;
     for (const std::string& line : AllLines()) {

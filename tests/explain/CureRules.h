@@ -25,8 +25,8 @@ std::string Without(const ExplainInput& input, const std::vector<ExplainedLine>&
     return text;
 }
 
-/// Where a byte of the text stands with the edit: after what the edit leaves of the bytes before it. Changes
-/// are in ascending order, so the last is made first.
+/// The offset that a byte of the text has in the edited text: the length of what the edit makes of the bytes
+/// before it. Changes are in ascending order and made from the last to the first, so that offsets stay valid.
 inline std::size_t Moved(const ExplainCure& cure, std::size_t offset) {
     std::string before(offset, ' ');
     for (auto change = cure.text.rbegin(); change != cure.text.rend(); ++change) {

@@ -97,17 +97,16 @@ TEST(ExplainDifference, ANewSectionWithoutIceIsNoIceDifference) {
         "main.picture: main video has H.264 as payload 97; before, there is no section for main video",
         "main.send: main video is sent; before, main video is not sent",
         "main.receive: main video is received; before, main video is not received",
-        "main.send: main video is sent to the address 192.0.2.2 port 5006; before, there is no section for "
-        "main "
-        "video",
-        "main.picture: main video is sent with packetization mode 0, no level; before, main video has no "
-        "picture "
-        "format",
+        "main.send: main video is sent to the address 192.0.2.2 port 5006; "
+        "before, there is no section for main video",
+        "main.picture: main video is sent with packetization mode 0, no level; "
+        "before, main video has no picture format",
     };
     EXPECT_EQ(ExplainDifference(Side(""), kCall, newer), expected);
 }
 
-// It has no codec that is known, then no section; only where it would be sent is said.
+// The older description has main video without a known codec, the newer one has no section for it: its codec
+// is no difference, and its address is one.
 TEST(ExplainDifference, AStreamThatStartsInNeitherDescriptionIsNone) {
     const std::vector<std::string> expected = {
         "main.send: there is no section for main video; before, main video has port 0"};
@@ -118,8 +117,8 @@ TEST(ExplainDifference, HoldAndAnotherAddressAreSaid) {
     const std::string newer = "v=0\r\nc=IN IP4 192.0.2.9\r\nm=audio 5004 RTP/AVP 0\r\na=sendonly\r\n";
     const std::vector<std::string> expected = {
         "audio.send: audio is not sent; before, audio is sent",
-        "audio.send: audio is sent to the address 192.0.2.9 port 5004; before, audio is sent to the address "
-        "192.0.2.2 port 5004",
+        "audio.send: audio is sent to the address 192.0.2.9 port 5004; "
+        "before, audio is sent to the address 192.0.2.2 port 5004",
     };
     EXPECT_EQ(ExplainDifference(Side(""), kCall, newer), expected);
 }

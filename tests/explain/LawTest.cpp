@@ -68,7 +68,7 @@ TEST(ExplainLines, APayloadTypeBeginsWhereTheComponentTakesIt) {
               "4 dropped 0\n");
 }
 
-// Of two crypto lines of one tag the later one says the same only when nothing of the earlier one stands.
+// A crypto line without a known suite sets the tag only. A line that repeats that tag agrees.
 TEST(ExplainLines, ACryptoLineWithoutASuiteSetsTheTag) {
     EXPECT_EQ(VerdictsOf("m=audio 5070 RTP/SAVP 0\r\n"
                          "a=crypto:7 X Y\r\n"
@@ -87,7 +87,7 @@ TEST(ExplainLines, ACryptoLineWithoutASuiteSetsTheTag) {
         "4 dropped 0\n");
 }
 
-TEST(ExplainLines, ASuiteStandsWhenAnotherKeyFollows) {
+TEST(ExplainLines, ASuiteIsKeptWhenAnotherKeyFollows) {
     EXPECT_EQ(
         VerdictsOf("m=audio 5070 RTP/SAVP 0\r\n"
                    "a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:YXdheSBhdWRpbyBrZXkgMWF3YXkgYXVkaW9zYWx0\r\n"

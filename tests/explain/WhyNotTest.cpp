@@ -30,8 +30,7 @@ TEST(ExplainWhyNot, NamesTheFirstTestThatFailed) {
     const std::vector<std::string> expected = {
         "104 g7221/16000: Its name is g7221/16000 and not G7221/16000.",
         "105 G7221/16000: None of its parameters is read as needed: G.722.1 takes a parameter that begins "
-        "with "
-        "bitrate=32000 (X01).",
+        "with bitrate=32000 (X01).",
         "106 G7221/16000: match",
         "9 : It has no rtpmap line with the name G7221/16000; its parameters do not fit either.",
         "107 : It has no rtpmap line with the name G7221/16000; its parameters do not fit either.",

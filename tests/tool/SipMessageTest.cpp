@@ -118,8 +118,7 @@ const BodyCase kDatagrams[] = {
      "Content-Length is 1 byte and 5 bytes follow the headers; the rest is discarded (RFC 3261, 18.3)\n"},
     {"c: application/sdp\r\nl: 50\r\n", "v=0\r\n", "v=0\r\n",
      "Content-Length is 50 bytes and 5 bytes follow the headers; a request of this kind is refused with 400, "
-     "a "
-     "response discarded (RFC 3261, 18.3)\n"},
+     "a response discarded (RFC 3261, 18.3)\n"},
     {"c: application/sdp\r\nl: -1\r\n", "v=0\r\n", "v=0\r\n",
      "Content-Length is no number; all that follows the headers is read\n"},
     {"c: application/sdp\r\nl: 0\r\n", "", "", ""},
@@ -182,17 +181,17 @@ const BodyCase kEncoded[] = {
      "c: application/sdp\r\n\r\nv=0\r\n\r\n--i--\r\n--o--\r\n",
      "v=0\r\n", ""},
     {"c: multipart/mixed;boundary=b\r\n",
-     "--b\r\nc: application/sdp\r\nContent-Transfer-Encoding: "
-     "BASE64\r\n\r\ndj0wDQpz\r\nPS0NCg==\r\n--b--\r\n",
+     "--b\r\nc: application/sdp\r\nContent-Transfer-Encoding: BASE64\r\n\r\n"
+     "dj0wDQpz\r\nPS0NCg==\r\n--b--\r\n",
      "v=0\r\ns=-\r\n", ""},
     {"c: multipart/mixed;boundary=b\r\n",
-     "--b\r\nc: application/sdp\r\nContent-Transfer-Encoding: quoted-printable\r\n\r\nv=3D0 "
-     "\r\ns=\r\n=3D-\r\n\r\n--b--",
+     "--b\r\nc: application/sdp\r\nContent-Transfer-Encoding: quoted-printable\r\n\r\n"
+     "v=3D0 \r\ns=\r\n=3D-\r\n\r\n--b--",
      "v=0\r\ns=-\r\n", ""},
     // A part that is not read does not hide the next one.
     {"c: multipart/mixed;boundary=b\r\n",
-     "--b\r\nc: application/sdp\r\ne: gzip\r\n\r\nzip\r\n--b\r\nc: "
-     "application/sdp\r\n\r\nv=0\r\n\r\n--b--\r\n",
+     "--b\r\nc: application/sdp\r\ne: gzip\r\n\r\nzip\r\n--b\r\n"
+     "c: application/sdp\r\n\r\nv=0\r\n\r\n--b--\r\n",
      "v=0\r\n", ""},
     {"c: multipart/mixed;boundary=b\r\n", "--b\r\nc: application/sdp\r\ne: gzip\r\n\r\nzip\r\n--b--\r\n", "",
      "the body is encoded as \"gzip\" and is not read\n"},
