@@ -43,12 +43,11 @@ std::string SDPHandler::AddBandwidth() const {
 }
 
 void SDPHandler::Build::BandwidthTIAS(bool isVideo) {
-    constexpr std::int32_t audioShare = 64000; // bit/s of the whole budget; video gets the rest
-    if (m_local.iMaxBandwidth < audioShare) {
+    if (m_local.iMaxBandwidth < sdp::kAudioShare) {
         return;
     }
     // [B05] Main and presentation video each get the full rest; "b=AS:" limits their sum.
-    const std::int32_t bandwidth = isVideo ? m_local.iMaxBandwidth - audioShare : audioShare;
+    const std::int32_t bandwidth = isVideo ? m_local.iMaxBandwidth - sdp::kAudioShare : sdp::kAudioShare;
     if (bandwidth >= 1) {
         m_out << "b=TIAS:" << bandwidth << "\r\n";
     }

@@ -41,9 +41,8 @@ void SDPHandler::ProcessCrypto(std::string_view SDPLine) {
     const std::string_view tag = tagAndMore.substr(0, sdp::FindByte(tagAndMore, ':'));
     ms->iCryptoTag = VideoUtils::IsNumber(tag) ? sdp::Number(tag) : 1;
 
-    constexpr std::size_t methodLength = std::string_view("inline:").size();
-    constexpr std::size_t keyTextLength = 40;
-    if (key.size() < methodLength + keyTextLength) {
+    constexpr std::size_t methodLength = sdp::kKeyMethod.size();
+    if (key.size() < methodLength + sdp::kKeyTextLength) {
         return;
     }
     // [P21] The seven characters before the key are skipped without a comparison.

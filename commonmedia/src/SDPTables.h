@@ -125,6 +125,13 @@ inline constexpr Suite kSuites[] = {
     {"", CryptoParams::CRYPTO_AEAD_AES_GCM_256, false},
 };
 
+/// The key of a crypto line (RFC 4568, 6.1): a key method, then 16 key and 14 salt bytes in base64.
+inline constexpr std::string_view kKeyMethod = "inline:";
+inline constexpr std::size_t kKeyTextLength = 40;
+
+/// Bit/s of the whole budget that audio gets; video gets the rest.
+inline constexpr std::int32_t kAudioShare = 64000;
+
 /// Direction attributes (RFC 4566, 6): what the side that writes the line sends and receives. The far end's
 /// `sends` is our fRecv and its `receives` our fSend.
 struct Direction {

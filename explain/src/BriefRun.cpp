@@ -49,13 +49,13 @@ BriefRuns::BriefRuns(const ExplainInput& input, const Reading& reading, const St
 
 /// Lines without a row, and attributes that are no direction: no run needs them.
 void BriefRuns::FindIdle(const Reading& reading) {
-    for (const Host& host : reading.hosts) {
+    for (const ParsedLine& parsed : reading.parsedLines) {
         const bool isIdle =
-            host.row == SDPRow::None ||
-            (host.row == SDPRow::Direction && sdp::FirstKeyword<sdp::kDirections>(host.text) == nullptr);
+            parsed.row == SDPRow::None ||
+            (parsed.row == SDPRow::Direction && sdp::FirstKeyword<sdp::kDirections>(parsed.text) == nullptr);
         if (isIdle) {
-            const auto begin = static_cast<std::size_t>(host.text.data() - reading.text.data());
-            m_idle.push_back({begin, begin + host.text.size() + 2});
+            const auto begin = static_cast<std::size_t>(parsed.text.data() - reading.text.data());
+            m_idle.push_back({begin, begin + parsed.text.size() + 2});
         }
     }
 }
@@ -63,9 +63,9 @@ void BriefRuns::FindIdle(const Reading& reading) {
 /// A section begins with a line of its row. Not every such line opens one (P05): where there are more lines
 /// than sections, which of them do is not known here.
 void BriefRuns::FindSections(const Reading& reading) {
-    for (const Host& host : reading.hosts) {
-        if (host.row == SDPRow::Media) {
-            const auto begin = static_cast<std::size_t>(host.text.data() - reading.text.data());
+    for (const ParsedLine& parsed : reading.parsedLines) {
+        if (parsed.row == SDPRow::Media) {
+            const auto begin = static_cast<std::size_t>(parsed.text.data() - reading.text.data());
             if (!m_sections.empty()) {
                 m_sections.back().end = begin;
             }
@@ -91,7 +91,7 @@ std::string BriefRuns::Edited(const ExplainCure& cure, std::size_t begin, std::s
     const auto copy = [&](std::size_t last) {
         const std::size_t first = at;
         for (; idle != m_idle.end() && idle->begin < last; ++idle) {
-            // A line that stands right after an edit may begin in its text.
+            // A line right after an edit may begin in its text.
             if ((idle->begin >= first + 2 || first == begin) && idle->begin >= at && idle->end <= last) {
                 text.append(from, at, idle->begin - at);
                 at = idle->end;
@@ -131,9 +131,11 @@ std::size_t BriefRuns::SectionOf(const ExplainCure& cure) const {
     return areAllIn ? static_cast<std::size_t>(after - m_sections.begin()) - 1 : kNowhere;
 }
 
-/// Whether the edit is one after which the component answers otherwise: it replaces a direction, or the "m="
-/// line of a section that was rejected. The run of that section would be in vain.
-bool BriefRuns::ChangesAnswer(const ExplainCure& cure, std::size_t place) const {
+/// Whether the edit is of a kind that usually changes the answer: it replaces a direction, or the "m=" line
+/// of a section that was rejected. Only the cost depends on this guess: for such an edit the whole text is
+/// run at once; for any other RunSection compares what the answers are written from and gives up where it
+/// differs.
+bool BriefRuns::MayChangeAnswer(const ExplainCure& cure, std::size_t place) const {
     const std::string_view edited = std::string_view(m_input.remote).substr(cure.text.front().offset);
     return (m_known.sections[place]->iPort == 0 && BeginsWith(edited, "m=")) ||
            std::any_of(std::begin(sdp::kDirections), std::end(sdp::kDirections),
@@ -163,14 +165,11 @@ void BriefRuns::TakeRecord(std::size_t place, const RemoteSDP& alone, RemoteSDP&
     }
 }
 
-/// Runs the section that the edit touches. False: it touches more than one, or more than this section comes
-/// out otherwise.
+/// Runs the section that the edit touches. False: the edit touches more than one, or it changes more than
+/// what is read of this section; then the whole text has to be run.
 bool BriefRuns::RunSection(const ExplainCure& cure, State& state) const {
     const std::size_t place = SectionOf(cure);
-    if (place == kNowhere) {
-        return false;
-    }
-    if (ChangesAnswer(cure, place)) {
+    if (place == kNowhere || MayChangeAnswer(cure, place)) {
         return false;
     }
     const Range range = m_sections[place];

@@ -32,7 +32,7 @@ private:
     void FindSections(const Reading& reading);
     std::string Edited(const ExplainCure& cure, std::size_t begin, std::size_t end) const;
     std::size_t SectionOf(const ExplainCure& cure) const;
-    bool ChangesAnswer(const ExplainCure& cure, std::size_t place) const;
+    bool MayChangeAnswer(const ExplainCure& cure, std::size_t place) const;
     bool RunSection(const ExplainCure& cure, State& state) const;
     void TakeRecord(std::size_t place, const RemoteSDP& alone, RemoteSDP& record) const;
 

@@ -66,7 +66,7 @@ void AddOurKey(State& state, const ExplainInput& input, const MediaSession* sect
         state.Say(fact, {text, " has no section for ", name});
         return;
     }
-    const bool saysSecure = Upper(ours->transport).find("SAVP") != std::string::npos;
+    const bool saysSecure = negotiation::IsSavp(Upper(ours->transport));
     const bool isTheirs = section != nullptr && section->cryptoAlgo != CryptoParams::CRYPTO_NONE;
     const bool isOtherSuite = isTheirs && ours->hasKey && ours->suite != SuiteName(section->cryptoAlgo);
     fact.isDead = saysSecure != ours->hasKey || isOtherSuite || (isTheirs && !ours->hasKey) ||
@@ -74,7 +74,7 @@ void AddOurKey(State& state, const ExplainInput& input, const MediaSession* sect
     std::array<Piece, 2> offered = {"", ""};
     if (section != nullptr && !input.remoteAnswers) {
         const std::string_view transport = TransportOf(*section);
-        const bool wantsSecure = Upper(transport).find("SAVP") != std::string::npos;
+        const bool wantsSecure = negotiation::IsSavp(Upper(transport));
         fact.isDead = fact.isDead || wantsSecure != saysSecure;
         if (wantsSecure != saysSecure) {
             offered = {" to an offer of ", AsShown(transport)};

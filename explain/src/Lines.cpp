@@ -9,49 +9,55 @@
 #include "State.h"
 #include "Suspect.h"
 
+#include <iterator>
 #include <map>
 
 namespace explain {
 
 namespace {
 
-constexpr std::string_view kClauses[] = {
-    "RFC 4566, 5.7", "RFC 4566, 5.14", "RFC 4566, 6", "RFC 4566, 6",   "RFC 4568, 9.1",
-    "RFC 8839, 5.4", "RFC 8839, 5.1",  "RFC 4796, 5", "RFC 4566, 5.8", "RFC 4583, 4",
-    "RFC 4583, 5",   "RFC 4583, 5",    "RFC 4566, 6", "RFC 4566, 5",
-};
-
-/// Why a row could not use a line that it took.
-struct Reason {
-    const char* why;
+/// What is said of the lines of a row.
+struct VerdictRow {
+    std::string_view example;
+    std::string_view clause; ///< that defines the line
+    const char* why;         ///< why the row could not use a line that it took
     const char* ledger;
 };
-constexpr Reason kReasons[] = {
-    {"it has fewer than three words", ""},
-    {"it has fewer than four words", "P05"},
-    {"it has no name, or no payload that the m= line lists", "G01"},
-    {"it has no parameters, or no payload that the m= line lists", "P20"},
-    {"its suite is skipped, or it has no tag or no key", "P10"},
-    {"of ICE lines only user fragment and password are kept", "P04"},
-    {"no section is open", ""},
-    {"it is no content that is known, or the section is not video", ""},
-    {"inside of a section only b=TIAS is read, before the first only b=AS", "P16"},
-    {"no section is open", "P17"},
-    {"its value is not a number", "G18"},
-    {"its value is not a number", "G18"},
-    {"nothing reads this attribute", ""},
-    {"no row takes it", ""},
+/// In the order of SDPRow.
+constexpr VerdictRow kVerdictRows[] = {
+    {"c=IN IP4 192.0.2.1", "RFC 4566, 5.7", "it has fewer than three words", ""},
+    {"m=audio 5004 RTP/AVP 0", "RFC 4566, 5.14", "it has fewer than four words", "P05"},
+    {"a=rtpmap:97 H264/90000", "RFC 4566, 6", "it has no name, or no payload that the m= line lists", "G01"},
+    {"a=fmtp:97 max-fs=3600", "RFC 4566, 6", "it has no parameters, or no payload that the m= line lists",
+     "P20"},
+    {"a=crypto:1 AES_CM_128_HMAC_SHA1_32 inline:", "RFC 4568, 9.1",
+     "its suite is skipped, or it has no tag or no key", "P10"},
+    {"a=ice-ufrag:F7gI", "RFC 8839, 5.4", "of ICE lines only user fragment and password are kept", "P04"},
+    {"a=candidate:1 1 UDP 1 192.0.2.1 5004 typ host", "RFC 8839, 5.1", "no section is open", ""},
+    {"a=content:slides", "RFC 4796, 5", "it is no content that is known, or the section is not video", ""},
+    {"b=TIAS:64000", "RFC 4566, 5.8", "inside of a section only b=TIAS is read, before the first only b=AS",
+     "P16"},
+    {"a=floorctrl:s-only", "RFC 4583, 4", "no section is open", "P17"},
+    {"a=confid:15", "RFC 4583, 5", "its value is not a number", "G18"},
+    {"a=userid:15", "RFC 4583, 5", "its value is not a number", "G18"},
+    {"a=sendrecv", "RFC 4566, 6", "nothing reads this attribute", ""},
+    {"v=0", "RFC 4566, 5", "no row takes it", ""},
 };
+static_assert(std::size(kVerdictRows) == static_cast<std::size_t>(SDPRow::None) + 1);
+
+const VerdictRow& VerdictRowOf(SDPRow row) {
+    return kVerdictRows[static_cast<std::size_t>(row)];
+}
 
 /// Follows one parse and gives each line of the component its verdict.
 class Follower {
 public:
     Follower(const ExplainInput& input, const Reading& reading) : m_input(input), m_reading(reading) {
-        m_lines.resize(reading.hosts.size());
+        m_lines.resize(reading.parsedLines.size());
     }
 
     void Run();
-    ExplainedLine& At(std::size_t host) { return m_lines[host]; }
+    ExplainedLine& At(std::size_t index) { return m_lines[index]; }
 
 private:
     void Before(const SDPLine& line);
@@ -59,9 +65,9 @@ private:
     void TakeChange(const SDPLine& line, ExplainedLine& explained, const LineValue& value);
     void TakeNone(const SDPLine& line, ExplainedLine& explained);
     void TakeSession(const SDPLine& line, ExplainedLine& explained);
-    void Settle(std::size_t host, const char* why);
+    void Settle(std::size_t index, const char* why);
     std::size_t TakeSuite(const SDPLine& line);
-    void Override(std::size_t host);
+    void Override(std::size_t index);
     std::string KeyOf(const SDPLine& line) const;
 
     const ExplainInput& m_input;
@@ -71,7 +77,7 @@ private:
     Formats m_formats;
     LineValue m_before;
     const MediaSession* m_section = nullptr;
-    std::size_t m_host = 0;
+    std::size_t m_parsed = 0;
 };
 
 void Follower::Run() {
@@ -94,19 +100,19 @@ void Follower::Run() {
 }
 
 /// A session value that no section and no record needs is not used.
-void Follower::Settle(std::size_t host, const char* why) {
-    const Host& line = m_reading.hosts[host];
+void Follower::Settle(std::size_t index, const char* why) {
+    const ParsedLine& line = m_reading.parsedLines[index];
     ExplainInput without = m_input;
     const auto offset = static_cast<std::size_t>(line.text.data() - m_reading.text.data());
     without.remote.erase(offset, line.text.size() + 2);
     if (DigestOf(without) == DigestOf(m_input)) {
-        m_lines[host].verdict = ExplainVerdict::Agrees;
-        m_lines[host].why = std::string("the ") + why + " makes no difference to any stream";
+        m_lines[index].verdict = ExplainVerdict::Agrees;
+        m_lines[index].why = std::string("the ") + why + " makes no difference to any stream";
     }
 }
 
 std::string Follower::KeyOf(const SDPLine& line) const {
-    const std::string_view text = m_reading.hosts[m_host].text;
+    const std::string_view text = m_reading.parsedLines[m_parsed].text;
     std::string key =
         std::to_string(static_cast<int>(line.row)) + "/" +
         (line.row == SDPRow::Rtpmap || line.row == SDPRow::Fmtp ? std::string(PayloadTaken(line, text)) : "");
@@ -115,13 +121,13 @@ std::string Follower::KeyOf(const SDPLine& line) const {
 
 void Follower::Before(const SDPLine& line) {
     m_section = line.section;
-    m_before = ValueOfLine(line, m_reading.hosts[m_host].text, m_formats);
+    m_before = ValueOfLine(line, m_reading.parsedLines[m_parsed].text, m_formats);
 }
 
 void Follower::After(const SDPLine& line) {
-    ExplainedLine& explained = m_lines[m_host];
+    ExplainedLine& explained = m_lines[m_parsed];
     explained.row = line.row;
-    explained.clause = kClauses[static_cast<std::size_t>(line.row)];
+    explained.clause = VerdictRowOf(line.row).clause;
     if (line.section != m_section) {
         explained.verdict = ExplainVerdict::Used;
         explained.field = "section";
@@ -131,14 +137,14 @@ void Follower::After(const SDPLine& line) {
     } else if (line.section == nullptr && (line.row == SDPRow::Connection || line.row == SDPRow::Bandwidth)) {
         TakeSession(line, explained);
     } else {
-        const LineValue value = ValueOfLine(line, m_reading.hosts[m_host].text, m_formats);
+        const LineValue value = ValueOfLine(line, m_reading.parsedLines[m_parsed].text, m_formats);
         if (value.compared != m_before.compared) {
             TakeChange(line, explained, value);
         } else {
             TakeNone(line, explained);
         }
     }
-    ++m_host;
+    ++m_parsed;
 }
 
 void Follower::TakeChange(const SDPLine& line, ExplainedLine& explained, const LineValue& value) {
@@ -150,24 +156,25 @@ void Follower::TakeChange(const SDPLine& line, ExplainedLine& explained, const L
         return;
     }
     const std::size_t standing = line.row == SDPRow::Crypto ? TakeSuite(line) : kNowhere;
-    const auto setter = m_setters.emplace(KeyOf(line), m_host);
+    const auto setter = m_setters.emplace(KeyOf(line), m_parsed);
     if (!setter.second && setter.first->second != standing) {
         Override(setter.first->second);
     }
-    setter.first->second = m_host;
+    setter.first->second = m_parsed;
 }
 
 /// The line whose suite stands although this one, of an unknown suite, replaces its tag and key: the only
 /// line of the section with a suite that is read (P11). kNowhere without such a line.
 std::size_t Follower::TakeSuite(const SDPLine& line) {
     const std::string key = KeyOf(line) + "suite";
-    const sdp::Suite* const suite = sdp::FindNamed<sdp::kSuites>(WordOf(m_reading.hosts[m_host].text, 1));
+    const sdp::Suite* const suite =
+        sdp::FindNamed<sdp::kSuites>(WordOf(m_reading.parsedLines[m_parsed].text, 1));
     const auto setter = m_setters.find(key);
     if (suite == nullptr || !suite->isRead) {
         return setter == m_setters.end() ? kNowhere : setter->second;
     }
     if (setter == m_setters.end()) {
-        m_setters.emplace(key, m_host);
+        m_setters.emplace(key, m_parsed);
     } else {
         if (setter->second != kNowhere) {
             Override(setter->second);
@@ -178,14 +185,13 @@ std::size_t Follower::TakeSuite(const SDPLine& line) {
 }
 
 /// The line on hand replaces what an earlier one has set.
-void Follower::Override(std::size_t host) {
-    m_lines[host].verdict = ExplainVerdict::Overridden;
-    m_lines[host].byLine = m_reading.lines[m_reading.hosts[m_host].first].number;
+void Follower::Override(std::size_t index) {
+    m_lines[index].verdict = ExplainVerdict::Overridden;
+    m_lines[index].byLine = m_reading.lines[m_reading.parsedLines[m_parsed].first].number;
 }
 
 void Follower::TakeNone(const SDPLine& line, ExplainedLine& explained) {
-    const Reason& reason = kReasons[static_cast<std::size_t>(line.row)];
-    const std::string_view text = m_reading.hosts[m_host].text;
+    const std::string_view text = m_reading.parsedLines[m_parsed].text;
     if (line.section != nullptr && IsUnderstood(line, text, m_formats)) {
         explained.verdict = ExplainVerdict::Agrees;
         explained.field = m_before.field;
@@ -199,44 +205,46 @@ void Follower::TakeNone(const SDPLine& line, ExplainedLine& explained) {
     }
     const bool isRead = line.row != SDPRow::None && line.row != SDPRow::Direction;
     explained.verdict = isRead ? ExplainVerdict::Dropped : ExplainVerdict::Ignored;
-    explained.why = line.section == nullptr && line.row != SDPRow::None ? "no section is open" : reason.why;
-    explained.ledger = reason.ledger;
+    explained.why = line.section == nullptr && line.row != SDPRow::None ? "no section is open"
+                                                                        : VerdictRowOf(line.row).why;
+    explained.ledger = VerdictRowOf(line.row).ledger;
 }
 
 void Follower::TakeSession(const SDPLine& line, ExplainedLine& explained) {
-    const SessionValue value = SessionValueOf(line, m_reading.hosts[m_host].text);
+    const SessionValue value = SessionValueOf(line, m_reading.parsedLines[m_parsed].text);
     const bool isAddress = line.row == SDPRow::Connection;
     if (!value.isSet) {
         explained.verdict = ExplainVerdict::Dropped;
-        explained.why = kReasons[static_cast<std::size_t>(line.row)].why;
+        explained.why = VerdictRowOf(line.row).why;
         return;
     }
     explained.verdict = ExplainVerdict::Used;
     explained.field = isAddress ? "strSessionIPAddr" : "strMaxSessionBandwidth";
     explained.after = value.shown;
-    const auto setter = m_setters.emplace(isAddress ? "session address" : "session bandwidth", m_host);
+    const auto setter = m_setters.emplace(isAddress ? "session address" : "session bandwidth", m_parsed);
     if (!setter.second) {
         Override(setter.first->second);
-        setter.first->second = m_host;
+        setter.first->second = m_parsed;
     }
 }
 
-void Finish(ExplainedLine& explained, const TextLine& line, const Host& host, const Reading& reading) {
+void Finish(ExplainedLine& explained, const TextLine& line, const ParsedLine& parsed,
+            const Reading& reading) {
     bool isHere = true; // and not in a line that is joined to this one
-    if (host.row != SDPRow::None) {
-        const std::size_t at = KeywordAt(host.text, host.row);
+    if (parsed.row != SDPRow::None) {
+        const std::size_t at = KeywordAt(parsed.text, parsed.row);
         explained.column = at + 1;
         isHere = at < line.text.size();
     }
     // A keyword that is misspelled leaves the row of all attributes, and the line is not another one by that.
     const bool isOther =
-        host.row != line.meant && host.row != SDPRow::None &&
-        (host.row != SDPRow::Direction || line.meant == SDPRow::None || !BeginsWith(host.text, "a"));
-    if (host.count == 1 && isOther) {
+        parsed.row != line.meant && parsed.row != SDPRow::None &&
+        (parsed.row != SDPRow::Direction || line.meant == SDPRow::None || !BeginsWith(parsed.text, "a"));
+    if (parsed.count == 1 && isOther) {
         explained.verdict = ExplainVerdict::Misread;
         explained.ledger = "P01";
-    } else if (host.count > 1 && (!isHere || explained.verdict == ExplainVerdict::Dropped ||
-                                  explained.verdict == ExplainVerdict::Ignored)) {
+    } else if (parsed.count > 1 && (!isHere || explained.verdict == ExplainVerdict::Dropped ||
+                                    explained.verdict == ExplainVerdict::Ignored)) {
         explained.verdict = ExplainVerdict::Joined;
         explained.byLine = line.number + 1;
         explained.ledger = "P03";
@@ -258,13 +266,13 @@ std::vector<ExplainedLine> ExplainLines(const ExplainInput& input) {
     for (std::size_t i = 0; i < reading.lines.size(); ++i) {
         const TextLine& line = reading.lines[i];
         ExplainedLine explained;
-        const bool isHosted = line.host != kNowhere;
-        if (isHosted && reading.hosts[line.host].first == i) {
-            explained = follower.At(line.host);
-            Finish(explained, line, reading.hosts[line.host], reading);
-        } else if (isHosted) {
+        const bool isParsed = line.parsedLine != kNowhere;
+        if (isParsed && reading.parsedLines[line.parsedLine].first == i) {
+            explained = follower.At(line.parsedLine);
+            Finish(explained, line, reading.parsedLines[line.parsedLine], reading);
+        } else if (isParsed) {
             explained.verdict = ExplainVerdict::Joined;
-            explained.byLine = reading.lines[reading.hosts[line.host].first].number;
+            explained.byLine = reading.lines[reading.parsedLines[line.parsedLine].first].number;
             explained.why = "the line before it does not end in CR LF";
             explained.ledger = "P03";
         } else {

@@ -102,7 +102,7 @@ Reading Read(std::string_view text) {
     reading.text = text;
     const auto count = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
     reading.lines.reserve(count + 1);
-    reading.hosts.reserve(count);
+    reading.parsedLines.reserve(count);
     const bool hasForeign = HasForeign(text);
     std::size_t begin = 0;
     while (begin < text.size()) {
@@ -120,15 +120,15 @@ Reading Read(std::string_view text) {
     }
     std::size_t next = 0;
     sdp::ForEachLine(text, [&](std::size_t offset, std::size_t length) {
-        Host host;
-        host.text = text.substr(offset, length);
-        host.row = sdp::RowOf(host.text);
-        host.first = next;
+        ParsedLine parsed;
+        parsed.text = text.substr(offset, length);
+        parsed.row = sdp::RowOf(parsed.text);
+        parsed.first = next;
         while (next < reading.lines.size() && reading.lines[next].offset <= offset + length) {
-            reading.lines[next++].host = reading.hosts.size();
+            reading.lines[next++].parsedLine = reading.parsedLines.size();
         }
-        host.count = next - host.first;
-        reading.hosts.push_back(host);
+        parsed.count = next - parsed.first;
+        reading.parsedLines.push_back(parsed);
     });
     return reading;
 }

@@ -8,6 +8,7 @@
 #include "LineStart.h"
 #include "Quoted.h"
 #include "SDPLineObserver.h"
+#include "SDPTransport.h"
 #include "Words.h"
 
 #include <cstddef>
@@ -29,11 +30,12 @@ struct TextLine {
     SDPRow meant = SDPRow::None;
     bool isPlain = false;           ///< its start is spelled as it should be: see IsPlain
     std::size_t section = kNowhere; ///< meant section; kNowhere before the first
-    std::size_t host = kNowhere;    ///< index of the component's line that it is part of
+    std::size_t parsedLine =
+        kNowhere; ///< index of the component's line that it is part of; kNowhere for none
 };
 
-/// A line of the component.
-struct Host {
+/// A line as the component reads it: CR LF alone ends it.
+struct ParsedLine {
     SDPRow row = SDPRow::None;
     std::string_view text;
     std::size_t first = 0; ///< index of its first editor line
@@ -53,12 +55,22 @@ struct MeantSection {
     std::unordered_set<std::string_view> listed;              ///< the formats, to be looked up
     std::unordered_map<std::string_view, std::size_t> rtpmap; ///< payload to index of its last rtpmap line
     std::unordered_map<std::string_view, std::size_t> fmtp;   ///< payload to index of its last fmtp line
+
+    bool IsStream() const { return media == "audio" || media == "video"; }
+    /// Whether it is floor control.
+    bool IsFloor() const { return media == "application" && negotiation::IsBfcp(transport); }
+    /// Whether its transport is secure, by keys of crypto lines or by those of DTLS.
+    bool IsSecure() const { return negotiation::IsSavp(transport); }
+    /// Whether its keys come by DTLS, which nothing reads.
+    bool IsDtls() const { return negotiation::IsDtls(transport); }
+    /// Whether it says that its keys are in crypto lines.
+    bool WantsCrypto() const { return IsSecure() && !IsDtls(); }
 };
 
 struct Reading {
     std::string_view text;
     std::vector<TextLine> lines;
-    std::vector<Host> hosts;
+    std::vector<ParsedLine> parsedLines; ///< what the component reads, in order
     std::vector<MeantSection> sections;
     std::deque<std::string> mended; ///< media lines without lookalike signs, which sections have views of
     std::string_view origin;        ///< the first o= line; empty without one

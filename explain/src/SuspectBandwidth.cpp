@@ -5,6 +5,7 @@
 #include "Suspect.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace explain {
 
@@ -43,6 +44,10 @@ constexpr Rule kOtherType = {
     "E79", "", ExplainSeverity::Note, 37,
     "Of bandwidth lines only b=AS at session level and b=TIAS in a section are read."};
 
+constexpr long long kMostBits = 2147483647; ///< bit/s that 32 bits hold
+constexpr long long kMostKilobits = kMostBits / 1000;
+constexpr long long kEndless = std::numeric_limits<long long>::max();
+
 long long NumberOf(std::string_view value) {
     return IsDigits(value) && value.size() < 17 ? std::stoll(std::string(value)) : -1;
 }
@@ -51,7 +56,7 @@ long long NumberOf(std::string_view value) {
 void AddSlidesLimit(Scene& scene, const TextLine& line, long long value) {
     const long long total = scene.state.record.iMaxBandwidth + value;
     const std::string text = "b=AS:" + std::to_string(total / 1000);
-    const bool canTell = scene.state.record.iMaxBandwidth >= 0 && total > 0 && total < 2147483647 &&
+    const bool canTell = scene.state.record.iMaxBandwidth >= 0 && total > 0 && total < kMostBits &&
                          scene.reading.sections.front().line > 0;
     std::vector<ExplainTextChange> changes;
     if (canTell) {
@@ -69,8 +74,8 @@ void AddSlidesLimit(Scene& scene, const TextLine& line, long long value) {
 void AddSum(Scene& scene, const TextLine* audio, const TextLine* video) {
     const long long ofAudio = audio == nullptr ? -1 : NumberOf(ValueOf(audio->text));
     const long long ofVideo = video == nullptr ? -1 : NumberOf(ValueOf(video->text));
-    constexpr long long most = 2147483647;
-    if (ofAudio < 0 || ofVideo < 0 || ofAudio > most || ofVideo > most || ofAudio + ofVideo <= most) {
+    if (ofAudio < 0 || ofVideo < 0 || ofAudio > kMostBits || ofVideo > kMostBits ||
+        ofAudio + ofVideo <= kMostBits) {
         return;
     }
     const TextLine& line = ofAudio > ofVideo ? *audio : *video;
@@ -78,7 +83,7 @@ void AddSum(Scene& scene, const TextLine* audio, const TextLine* video) {
     const char* const text = ofAudio > ofVideo ? "b=TIAS:64000" : "b=TIAS:1000000";
     Blame(scene, kSumWraps, line,
           {LineWords(line), " and line ", other.number, ", ", InQuotes(other.text),
-           ", have a sum of more than 2147483647 bit/s."},
+           ", have a sum of more than ", kMostBits, " bit/s."},
           {"write a real limit in line ", line.number, ", such as ", text}, {ReplaceLine(line, text)})
         .lines.push_back(other.number);
 }
@@ -98,46 +103,65 @@ void AddNoNumber(Scene& scene, const TextLine& line, bool isSession, bool isTias
         .Know(Topic::Bandwidth, {"The limit that the line was to give is not known."});
 }
 
+/// A limit of another type than AS and TIAS.
+void AddOtherType(Scene& scene, const TextLine& line, bool isSession, std::string_view canonical) {
+    if (BeginsWith(canonical, "b=CT:") && NumberOf(ValueOf(canonical)) > 0) {
+        const std::string text = "b=AS:" + std::string(ValueOf(canonical));
+        Blame(scene, kOtherType, line, {LineWords(line), " has a type of bandwidth that is not read."},
+              {"write line ", line.number, " as ", InQuotes(text)}, {ReplaceLine(line, text)});
+    } else if (isSession && line.text.find("AS:") != std::string_view::npos) {
+        Blame(scene, kInsideType, line, {LineWords(line), " is of another type and contains \"AS:\"."},
+              {"delete line ", line.number}, {DeleteLine(line)})
+            .isTakenAway = true;
+    }
+}
+
+/// A limit that is not the one its writer meant, as its size tells.
+struct UnlikelyLimit {
+    std::string_view example;
+    bool isTias;
+    long long least; ///< of the values that are unlikely
+    long long most;
+    const Rule& rule;
+    const char* what;
+    long long (*meant)(long long value);
+};
+constexpr UnlikelyLimit kUnlikelyLimits[] = {
+    {"b=AS:0", false, 0, 0, kZero, " gives a bandwidth of 0.", [](long long /*value*/) { return 64LL; }},
+    {"b=TIAS:0", true, 0, 0, kZero, " gives a bandwidth of 0.", [](long long /*value*/) { return 64000LL; }},
+    {"b=AS:512000", false, 64000, kMostKilobits, kUnit, " gives kbit/s that look like bit/s.",
+     [](long long value) { return value / 1000; }},
+    {"b=AS:4000000", false, kMostKilobits + 1, kEndless, kUnit,
+     " gives more kbit/s than 32 bits hold in bit/s.", [](long long /*value*/) { return kMostKilobits; }},
+    {"b=TIAS:512", true, 1, 5999, kUnit, " gives bit/s that look like kbit/s.",
+     [](long long value) { return value * 1000; }},
+    {"b=TIAS:4000000000", true, kMostBits + 1, kEndless, kUnit, " gives more bit/s than 32 bits hold.",
+     [](long long /*value*/) { return kMostBits; }},
+};
+
 void AddBandwidth(Scene& scene, const TextLine& line, bool isSession) {
     const std::string canonical = Canonical(line, scene.reading);
-    const std::string number = std::to_string(line.number);
     const bool isTias = BeginsWith(canonical, "b=TIAS:");
     const long long value = NumberOf(ValueOf(canonical));
-    if ((!isTias && !BeginsWith(canonical, "b=AS:")) || value < 0) {
-        if (value > 0 && BeginsWith(canonical, "b=CT:")) {
-            const std::string text = "b=AS:" + std::string(ValueOf(canonical));
-            Blame(scene, kOtherType, line, {LineWords(line), " has a type of bandwidth that is not read."},
-                  {"write line ", number, " as ", InQuotes(text)}, {ReplaceLine(line, text)});
-        } else if (BeginsWith(canonical, "b=AS:") || BeginsWith(canonical, "b=TIAS:")) {
-            AddNoNumber(scene, line, isSession, isTias);
-        } else if (isSession && line.text.find("AS:") != std::string_view::npos) {
-            Blame(scene, kInsideType, line, {LineWords(line), " is of another type and contains \"AS:\"."},
-                  {"delete line ", number}, {DeleteLine(line)})
-                .isTakenAway = true;
-        }
-        return;
-    }
-    const auto rewrite = [&](const Rule& rule, const std::string& why, const char* type, long long to) {
-        const std::string text = std::string("b=") + type + ":" + std::to_string(to);
-        Blame(scene, rule, line, {LineWords(line), why}, {"write line ", number, " as \"", text, "\""},
+    const auto rewrite = [&](const Rule& rule, const char* what, const char* start, long long to) {
+        const std::string text = start + std::to_string(to);
+        Blame(scene, rule, line, {LineWords(line), what}, {"write line ", line.number, " as \"", text, "\""},
               {ReplaceLine(line, text)});
     };
-    if (isSession && isTias) {
-        rewrite(kSessionTias, " gives bit/s at session level.", "AS", std::max(value / 1000, 1LL));
+    if (!isTias && !BeginsWith(canonical, "b=AS:")) {
+        AddOtherType(scene, line, isSession, canonical);
+    } else if (value < 0) {
+        AddNoNumber(scene, line, isSession, isTias);
+    } else if (isSession && isTias) {
+        rewrite(kSessionTias, " gives bit/s at session level.", "b=AS:", std::max(value / 1000, 1LL));
     } else if (!isSession && !isTias) {
-        rewrite(kMediaAs, " gives the bandwidth of a section as AS.", "TIAS", value * 1000);
-    } else if (canonical != line.text) {
-        // The spelling is blamed.
-    } else if (value == 0) {
-        rewrite(kZero, " gives a bandwidth of 0.", isTias ? "TIAS" : "AS", isTias ? 64000 : 64);
-    } else if (!isTias && value > 2147483) {
-        rewrite(kUnit, " gives more kbit/s than 32 bits hold in bit/s.", "AS", 2147483);
-    } else if (!isTias && value >= 64000) {
-        rewrite(kUnit, " gives kbit/s that look like bit/s.", "AS", value / 1000);
-    } else if (isTias && value < 6000) {
-        rewrite(kUnit, " gives bit/s that look like kbit/s.", "TIAS", value * 1000);
-    } else if (isTias && value > 2147483647) {
-        rewrite(kUnit, " gives more bit/s than 32 bits hold.", "TIAS", 2147483647);
+        rewrite(kMediaAs, " gives the bandwidth of a section as AS.", "b=TIAS:", value * 1000);
+    } else if (canonical == line.text) { // The spelling of any other line is blamed.
+        for (const UnlikelyLimit& each : kUnlikelyLimits) {
+            if (each.isTias == isTias && value >= each.least && value <= each.most) {
+                rewrite(each.rule, each.what, isTias ? "b=TIAS:" : "b=AS:", each.meant(value));
+            }
+        }
     }
 }
 

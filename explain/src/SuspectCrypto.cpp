@@ -68,16 +68,21 @@ std::string Rewritten(const CryptoWords& words, std::string_view suite, const st
            " inline:" + key;
 }
 
-/// Forty characters of base64 after the seven that are skipped.
+/// What comes after the seven characters that are skipped.
+std::string_view KeyText(const CryptoWords& words) {
+    return words.key.substr(std::min(sdp::kKeyMethod.size(), words.key.size()));
+}
+
+/// Whether the key text begins with 40 characters of base64.
 bool HasKey(const CryptoWords& words) {
-    const std::string_view key = words.key.size() > 7 ? words.key.substr(7) : std::string_view();
-    return key.size() >= 40 &&
-           key.substr(0, 40).find_first_not_of(
-               "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/") == std::string_view::npos;
+    const std::string_view key = KeyText(words).substr(0, sdp::kKeyTextLength);
+    return key.size() == sdp::kKeyTextLength &&
+           key.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/") ==
+               std::string_view::npos;
 }
 
 std::string KeyOrSample(const CryptoWords& words) {
-    return HasKey(words) ? std::string(words.key.substr(7, 40)) : kSampleKey;
+    return HasKey(words) ? std::string(KeyText(words).substr(0, sdp::kKeyTextLength)) : kSampleKey;
 }
 
 /// What is wrong with the spelling of a crypto line.
@@ -209,13 +214,14 @@ void FindCryptoLine(Scene& scene, const TextLine& line, const TextLine* earlier,
         AddSuite(scene, kUnknownSuite, line, words, " offers a suite that is not known.");
         return;
     }
-    const std::size_t length = words.key.size() > 7 ? words.key.size() - 7 : 0;
-    const bool isLong = length >= 40;
+    const std::size_t length = KeyText(words).size();
+    const bool isLong = length >= sdp::kKeyTextLength;
     if (!HasKey(words)) {
         Blame(scene, kBadKey, line,
               {LineWords(line),
                isLong ? " has a key with a character that is not base64 among its " : " has a key of ",
-               isLong ? 40 : length, isLong ? " characters." : " characters, not of 40 of base64."},
+               isLong ? sdp::kKeyTextLength : length,
+               isLong ? " characters." : " characters, not of 40 of base64."},
               {"write 40 base64 characters after inline: in line ", number},
               {ReplaceLine(line, Rewritten(words, words.suite, kSampleKey))});
     } else if (earlier != nullptr) {

@@ -115,7 +115,7 @@ void FindFloor(Scene& scene) {
         if (++count > most) {
             break;
         }
-        if (section.media == "application" && section.transport.find("BFCP") != std::string::npos) {
+        if (section.IsFloor()) {
             if (section.port != "0") {
                 FindFloorSection(scene, section);
                 FindFloorIds(scene, section);

@@ -176,11 +176,9 @@ void FindLocalNames(Scene& scene, const MeantSection& section) {
 
 void FindIceSection(Scene& scene, const MeantSection& section) {
     FindLocalNames(scene, section);
-
     const IceLines ice = IceLinesOf(scene, section);
     const TextLine& media = scene.reading.lines[section.line];
-    const bool isRtp = section.media == "audio" || section.media == "video";
-    if (ice.user == nullptr && ice.password == nullptr && scene.hasIce && isRtp) {
+    if (ice.user == nullptr && ice.password == nullptr && scene.hasIce && section.IsStream()) {
         Blame(
             scene, kNoIce, media,
             {LineWords(media), " has no a=ice-ufrag and a=ice-pwd lines after it, and another section has."},

@@ -81,25 +81,25 @@ void AddJoined(Scene& scene, const Rule& rule, std::size_t first, std::size_t la
 }
 
 /// A line of the component that is several lines of an editor, or has a CR in it.
-void AddHost(Scene& scene, const Host& host) {
+void AddEnd(Scene& scene, const ParsedLine& parsed) {
     const std::vector<TextLine>& lines = scene.reading.lines;
-    const TextLine& line = lines[host.first];
-    const std::size_t end = host.first + host.count;
-    if (host.count == 1 && HasFurtherCr(line)) {
-        AddJoined(scene, kFurtherCr, host.first, end,
+    const TextLine& line = lines[parsed.first];
+    const std::size_t end = parsed.first + parsed.count;
+    if (parsed.count == 1 && HasFurtherCr(line)) {
+        AddJoined(scene, kFurtherCr, parsed.first, end,
                   {LineWords(line), " ends in CR CR LF and not in CR LF."});
-    } else if (host.count == 1) {
-        AddJoined(scene, kBareLf, host.first, end,
+    } else if (parsed.count == 1) {
+        AddJoined(scene, kBareLf, parsed.first, end,
                   {LineWords(line), " ends in LF or CR alone and not in CR LF."});
     } else {
-        AddJoined(scene, kBareLf, host.first, end,
+        AddJoined(scene, kBareLf, parsed.first, end,
                   {LineWords(line), " ends in LF or CR alone and not in CR LF, so it is one line with line ",
-                   lines[end - 1].number, ", ", InQuotes(lines[host.first + 1].text), "."});
+                   lines[end - 1].number, ", ", InQuotes(lines[parsed.first + 1].text), "."});
     }
 }
 
-bool HasLoneCr(const Host& host) {
-    return host.text.find('\r') != std::string_view::npos;
+bool HasLoneCr(const ParsedLine& parsed) {
+    return parsed.text.find('\r') != std::string_view::npos;
 }
 
 /// An m= line that was cut: whatever came after it is not there either, so its edit alone mends nothing.
@@ -138,8 +138,8 @@ void FindTail(Scene& scene, std::size_t tail) {
                " do not end in CR LF but in LF or CR alone, up to the end of the text."});
 }
 
-std::size_t KeywordIn(const Host& host) {
-    return host.text.find(sdp::kLineRows[static_cast<std::size_t>(host.row)].keyword);
+std::size_t KeywordIn(const ParsedLine& parsed) {
+    return parsed.text.find(sdp::kLineRows[static_cast<std::size_t>(parsed.row)].keyword);
 }
 
 /// The line without what made another row take it.
@@ -163,26 +163,26 @@ bool IsWanted(const TextLine& line) {
     return line.meant != SDPRow::None && line.meant != SDPRow::Direction;
 }
 
-void AddMisread(Scene& scene, const TextLine& line, const Host& host) {
-    const std::string_view keyword = sdp::kLineRows[static_cast<std::size_t>(host.row)].keyword;
+void AddMisread(Scene& scene, const TextLine& line, const ParsedLine& parsed) {
+    const std::string_view keyword = sdp::kLineRows[static_cast<std::size_t>(parsed.row)].keyword;
     const bool canDelete =
         !IsWanted(line) && line.text.substr(0, 2) != "s=" && line.text.substr(0, 2) != "o=";
     Suspect& suspect =
         Blame(scene, kMisread, line,
-              {LineWords(line), " contains \"", keyword, "\" at column ", KeywordIn(host) + 1, "."},
+              {LineWords(line), " contains \"", keyword, "\" at column ", KeywordIn(parsed) + 1, "."},
               {canDelete ? "delete" : "take \"", canDelete ? "" : keyword,
                canDelete ? " line " : "\" out of line ", line.number},
               {canDelete ? DeleteLine(line) : ReplaceLine(line, WithoutKeyword(line, keyword))});
     const std::size_t words = WordsOf(line.text, 4).size();
     const std::string then =
-        host.row == SDPRow::Connection ? (words > 2 ? ", whose third word becomes the address,"
-                                                    : " of fewer than three words, which is dropped,")
-        : host.row == SDPRow::Media    ? (words > 3 ? " that opens a section, to which belongs " +
-                                                       AfterWords(scene.reading, line.number - 1) + ","
-                                                    : " of fewer than four words, which is dropped,")
-                                       : "";
+        parsed.row == SDPRow::Connection ? (words > 2 ? ", whose third word becomes the address,"
+                                                      : " of fewer than three words, which is dropped,")
+        : parsed.row == SDPRow::Media    ? (words > 3 ? " that opens a section, to which belongs " +
+                                                         AfterWords(scene.reading, line.number - 1) + ","
+                                                      : " of fewer than four words, which is dropped,")
+                                         : "";
     suspect.SayActed({"The first keyword found anywhere in a line takes it (P01), so it is read as ",
-                      RowWords(host.row), then, " and not as ", RowWords(line.meant), "."});
+                      RowWords(parsed.row), then, " and not as ", RowWords(line.meant), "."});
     suspect.isTakenAway = true;
 }
 
@@ -204,10 +204,10 @@ void FindLineEnds(Scene& scene) {
     std::size_t joined = 0;
     std::size_t next = 0;
     constexpr std::size_t most = 12;
-    for (const Host& host : reading.hosts) {
-        next = host.first + host.count;
-        if ((host.count > 1 || HasLoneCr(host)) && host.count != 0 && ++joined <= most) {
-            AddHost(scene, host);
+    for (const ParsedLine& parsed : reading.parsedLines) {
+        next = parsed.first + parsed.count;
+        if ((parsed.count > 1 || HasLoneCr(parsed)) && parsed.count != 0 && ++joined <= most) {
+            AddEnd(scene, parsed);
         }
     }
     FindTail(scene, next);
@@ -234,16 +234,16 @@ void FindMisread(Scene& scene) {
                   {{line.offset, reading.text.size() - line.offset, {}}})
                 .isTakenAway = true;
         }
-        if (line.host == kNowhere) {
+        if (line.parsedLine == kNowhere) {
             continue;
         }
-        const Host& host = reading.hosts[line.host];
-        if (host.count != 1) {
+        const ParsedLine& parsed = reading.parsedLines[line.parsedLine];
+        if (parsed.count != 1) {
             continue;
         }
-        if (host.row != line.meant && host.row != SDPRow::None && host.row != SDPRow::Direction) {
-            AddMisread(scene, line, host);
-        } else if (host.row == SDPRow::Direction) {
+        if (parsed.row != line.meant && parsed.row != SDPRow::None && parsed.row != SDPRow::Direction) {
+            AddMisread(scene, line, parsed);
+        } else if (parsed.row == SDPRow::Direction) {
             AddInside(scene, line);
         }
     }

@@ -5,6 +5,8 @@
 // Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
+#include "SDPTables.h"
+
 #include <algorithm>
 
 namespace explain {
@@ -126,37 +128,36 @@ void FindBudget(Scene& scene) {
                    {"set max_bandwidth_bit_per_s to the budget in bit/s"}, 1064000)
             .Know(Topic::Bandwidth, {"Our text has no b= line, so the far end takes us as not limited."});
     }
-    constexpr std::int32_t audioShare = 64000;
     constexpr std::int32_t leastForVideo = 128000;
-    if (budget > audioShare && budget < audioShare + leastForVideo) {
+    if (budget > sdp::kAudioShare && budget < sdp::kAudioShare + leastForVideo) {
         BlameField(scene, kSmallBudget, "max_bandwidth_bit_per_s",
                    {"iMaxBandwidth (max_bandwidth_bit_per_s) is ", budget, " bit/s."},
                    {"set max_bandwidth_bit_per_s to 1064000"}, 1064000)
-            .Know(Topic::Bandwidth, {"Our text leaves video ", budget - audioShare,
+            .Know(Topic::Bandwidth, {"Our text leaves video ", budget - sdp::kAudioShare,
                                      " bit/s, so the far end sends a poor picture."});
     }
-    if (budget == 0 || budget > audioShare) {
+    if (budget == 0 || budget > sdp::kAudioShare) {
         return;
     }
     BlameField(scene, kBandwidth, "max_bandwidth_bit_per_s",
                {"iMaxBandwidth (max_bandwidth_bit_per_s) is ", budget, " bit/s",
-                budget < 0       ? ", a negative number."
-                : budget < 64000 ? ", which looks like kbit/s."
-                                 : ", the share of audio alone."},
+                budget < 0                  ? ", a negative number."
+                : budget < sdp::kAudioShare ? ", which looks like kbit/s."
+                                            : ", the share of audio alone."},
                {"set max_bandwidth_bit_per_s to ",
-                budget < 0 || budget == 64000 ? 1064000 : std::min(budget, 2147483) * 1000},
-               budget < 0 || budget == 64000 ? 1064000 : budget * 1000)
-        .Know(Topic::Bandwidth, {"Our text says b=AS:", budget / 1000,
-                                 budget < 64000 ? " and has no b=TIAS lines."
-                                                : " and has no limit for video, which gets nothing."});
+                budget < 0 || budget == sdp::kAudioShare ? 1064000 : std::min(budget, 2147483) * 1000},
+               budget < 0 || budget == sdp::kAudioShare ? 1064000 : budget * 1000)
+        .Know(Topic::Bandwidth,
+              {"Our text says b=AS:", budget / 1000,
+               budget < sdp::kAudioShare ? " and has no b=TIAS lines."
+                                         : " and has no limit for video, which gets nothing."});
 }
 
 void FindOwnFloor(Scene& scene) {
     bool hasFloor = false;
     bool hasSlides = false;
     for (const TextLine& line : scene.reading.lines) {
-        hasFloor =
-            hasFloor || (line.meant == SDPRow::Media && Upper(line.text).find("BFCP") != std::string::npos);
+        hasFloor = hasFloor || (line.meant == SDPRow::Media && negotiation::IsBfcp(Upper(line.text)));
         hasSlides = hasSlides || line.text.find("a=content:slides") != std::string_view::npos;
     }
     const bool isOn = scene.input.floorControl;
@@ -230,10 +231,8 @@ void FindUnasked(Scene& scene) {
             {"empty video.main.codecs for this call"}, 0)
             .Know(Topic::Call, {"Our answer has an m=video section that nobody offered."});
     }
-    const bool hasFloor = std::any_of(
-        scene.reading.sections.begin(), scene.reading.sections.end(), [](const MeantSection& section) {
-            return section.media == "application" && section.transport.find("BFCP") != std::string::npos;
-        });
+    const bool hasFloor = std::any_of(scene.reading.sections.begin(), scene.reading.sections.end(),
+                                      [](const MeantSection& section) { return section.IsFloor(); });
     if (hasFloor && !record.m_VideoPreso.fIsVideoValid &&
         OurStream(scene.state, baseSDP::SRTP_VIDEO_PRESO) != nullptr) {
         BlameField(scene, kUnasked, "video.presentation.codecs",

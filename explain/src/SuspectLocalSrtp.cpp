@@ -85,25 +85,22 @@ void FindLocalSrtp(Scene& scene) {
     std::size_t video = 0;
     for (const MeantSection& section : reading.sections) {
         video += section.media == "video" ? 1 : 0;
-        const bool isDemanded = section.transport.find("SAVP") != std::string::npos &&
-                                section.transport.find("TLS") == std::string::npos;
+        const bool isDemanded = section.WantsCrypto();
         const bool isWanted = isDemanded || section.hasCrypto;
-        const Topic topic = section.media == "audio" ? Topic::EncryptionAudio
-                            : video < 2              ? Topic::EncryptionMain
-                                                     : Topic::EncryptionSlides;
-        const auto stream = topic == Topic::EncryptionAudio  ? baseSDP::SRTP_AUDIO
-                            : topic == Topic::EncryptionMain ? baseSDP::SRTP_VIDEO
-                                                             : baseSDP::SRTP_VIDEO_PRESO;
+        const auto stream = section.media == "audio" ? baseSDP::SRTP_AUDIO
+                            : video < 2              ? baseSDP::SRTP_VIDEO
+                                                     : baseSDP::SRTP_VIDEO_PRESO;
         const OurSection* const ours = OurStream(scene.state, stream);
         const bool isSecured = ours != nullptr && ours->hasKey; // by the text that was sent
-        if (isWanted && !isSecured && (section.media == "audio" || section.media == "video")) {
+        if (isWanted && !isSecured && section.IsStream()) {
             Suspect& suspect =
                 BlameField(scene, isDemanded ? kSrtpOff : kSrtpUnused, "srtp",
                            {"m_bSRTP (srtp) is off, and line ", reading.lines[section.line].number,
                             isDemanded ? " wants " + section.transport + "." : " has crypto lines after it."},
                            {"set srtp to true"}, 1);
-            suspect.Know(topic, {"Our text says RTP/AVP and has no crypto line and no key, so "
-                                 "the section is not encrypted or the far end refuses it."});
+            suspect.Know(kSuites[stream].topic,
+                         {"Our text says RTP/AVP and has no crypto line and no key, so "
+                          "the section is not encrypted or the far end refuses it."});
         }
     }
     // One field is blamed once; each of its topics keeps the first consequence.

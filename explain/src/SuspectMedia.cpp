@@ -182,12 +182,10 @@ void AddPort(Scene& scene, const MeantSection& section, const TextLine& line) {
 }
 
 void AddTransport(Scene& scene, const MeantSection& section, const TextLine& line) {
-    const bool isDtls = section.transport.find("TLS") != std::string::npos && section.media != "application";
-    const bool isRtp = section.media == "audio" || section.media == "video";
-    const std::string exact =
-        isRtp ? (section.transport.find("SAVP") != std::string::npos && !isDtls ? "RTP/SAVP" : "RTP/AVP")
-              : "UDP/BFCP";
-    const bool isBfcp = section.transport.find("BFCP") != std::string::npos;
+    const bool isDtls = section.IsDtls() && section.media != "application";
+    const bool isRtp = section.IsStream();
+    const std::string exact = !isRtp ? "UDP/BFCP" : section.WantsCrypto() ? "RTP/SAVP" : "RTP/AVP";
+    const bool isBfcp = negotiation::IsBfcp(section.transport);
     if ((!isRtp && !isBfcp) || section.transport == exact) {
         return;
     }
@@ -209,7 +207,7 @@ void AddTransport(Scene& scene, const MeantSection& section, const TextLine& lin
 /// The medium that the lines of a section of an unknown medium tell; empty for one that is known to be
 /// another.
 std::string_view LikelyMedium(const Scene& scene, const MeantSection& section) {
-    if (section.transport.find("BFCP") != std::string::npos) {
+    if (negotiation::IsBfcp(section.transport)) {
         return "application";
     }
     static constexpr std::string_view kOthers[] = {"text", "image", "message", "data", "control"};

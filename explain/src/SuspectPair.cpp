@@ -68,7 +68,7 @@ const TextLine* CryptoOf(const Reading& reading, const MeantSection& section) {
 
 /// A key of any section of our offer in their line.
 void AddOwnKey(Scene& scene, const Reading& offer, const TextLine* theirLine, Topic topic) {
-    constexpr std::size_t keyEnd = 47; // "inline:" and 40 characters
+    constexpr std::size_t keyEnd = sdp::kKeyMethod.size() + sdp::kKeyTextLength;
     const std::vector<std::string_view> their =
         theirLine == nullptr ? std::vector<std::string_view>() : WordsOf(theirLine->text, 3);
     for (const TextLine& line : offer.lines) {
@@ -88,8 +88,7 @@ void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, c
     const TextLine& media = scene.reading.lines[theirs.line];
     const TextLine* const ourLine = CryptoOf(offer, ours);
     const TextLine* const theirLine = CryptoOf(scene.reading, theirs);
-    if (ours.transport.find("SAVP") != std::string::npos &&
-        theirs.transport.find("SAVP") == std::string::npos && theirs.port != "0") {
+    if (ours.IsSecure() && !theirs.IsSecure() && theirs.port != "0") {
         Blame(scene, kPlain, media,
               {LineWords(media), " answers our ", ours.transport, " with ", AsShown(theirs.transport), "."},
               {"refuse the call or offer RTP/AVP"}, {})

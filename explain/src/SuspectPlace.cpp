@@ -35,10 +35,6 @@ bool Lists(const MeantSection& section, std::string_view payload) {
     return section.listed.count(payload) != 0;
 }
 
-bool IsFloor(const MeantSection& section) {
-    return section.media == "application" && section.transport.find("BFCP") != std::string::npos;
-}
-
 /// Whether a session-level line is one for this section.
 bool IsFor(const TextLine& line, const MeantSection& section) {
     switch (line.meant) {
@@ -50,7 +46,7 @@ bool IsFor(const TextLine& line, const MeantSection& section) {
     case SDPRow::FloorControl:
     case SDPRow::ConferenceId:
     case SDPRow::UserId:
-        return IsFloor(section);
+        return section.IsFloor();
     case SDPRow::Crypto:
         return section.media != "application";
     default:
@@ -122,7 +118,7 @@ void FindSessionLevel(Scene& scene, const TextLine& line, std::size_t& budget) {
 void AddForeignKey(Scene& scene, const TextLine& line, const MeantSection& own) {
     const std::vector<MeantSection>& sections = scene.reading.sections;
     const auto lacking = std::find_if(sections.rbegin(), sections.rend(), [](const MeantSection& section) {
-        return section.transport.find("SAVP") != std::string::npos && !section.hasCrypto;
+        return section.IsSecure() && !section.hasCrypto;
     });
     if (lacking == sections.rend()) {
         return;
@@ -166,11 +162,11 @@ void FindForeign(Scene& scene, const TextLine& line, const std::map<std::string_
                   {DeleteLine(line), InsertAfter(media, std::string(Trimmed(line.text)))})
                 .isTakenAway = true;
         }
-    } else if (line.meant == SDPRow::Crypto && own.transport.find("SAVP") == std::string::npos) {
+    } else if (line.meant == SDPRow::Crypto && !own.IsSecure()) {
         AddForeignKey(scene, line, own);
     } else if ((line.meant == SDPRow::FloorControl || line.meant == SDPRow::ConferenceId ||
                 line.meant == SDPRow::UserId) &&
-               floor != kNowhere && !IsFloor(own)) {
+               floor != kNowhere && !own.IsFloor()) {
         const TextLine& media = reading.lines[reading.sections[floor].line];
         Blame(scene, kFloorElsewhere, line, {LineWords(line), " stands in the ", own.media, " section."},
               {"move line ", line.number, " after line ", media.number},
@@ -188,7 +184,7 @@ void FindMisplaced(Scene& scene) {
         for (const std::string_view format : reading.sections[i].formats) {
             listedIn.emplace(format, i);
         }
-        floor = floor == kNowhere && IsFloor(reading.sections[i]) ? i : floor;
+        floor = floor == kNowhere && reading.sections[i].IsFloor() ? i : floor;
     }
     FindStrays(scene);
     std::size_t budget = 16;

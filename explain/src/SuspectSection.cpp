@@ -33,10 +33,6 @@ int RankOf(const MeantSection& section, bool isSlides) {
                                             : 4;
 }
 
-bool IsSecure(const MeantSection& section) {
-    return section.transport.find("SAVP") != std::string::npos;
-}
-
 /// Which ways media flow in a section, as its last direction line says.
 struct Ways {
     bool sends = true;
@@ -75,7 +71,7 @@ std::string LackWords(const Scene& scene, const MeantSection& first, const Meant
     if (!hasCodec && hasLater) {
         return "lists no codec that this side has";
     }
-    if (scene.input.srtp && !IsSecure(first) && IsSecure(later) && later.hasCrypto) {
+    if (scene.input.srtp && !first.IsSecure() && later.IsSecure() && later.hasCrypto) {
         return "is not secure";
     }
     const Ways own = WaysOf(scene.reading, first);
@@ -193,7 +189,7 @@ void FindSections(Scene& scene) {
     std::size_t compared = 0;
     for (const MeantSection& section : scene.reading.sections) {
         const int rank = RankOf(section, section.isSlides);
-        const bool isKind = rank < 3 || (rank == 3 && section.transport.find("BFCP") != std::string::npos);
+        const bool isKind = rank < 3 || section.IsFloor();
         if (section.formats.empty() || !isKind) {
             continue;
         }

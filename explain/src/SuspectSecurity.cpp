@@ -88,10 +88,7 @@ void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) 
         const sdp::Suite* const suite = SuiteOf(line);
         earlier = suite != nullptr && suite->isRead ? &line : earlier;
     }
-    const bool isSecure = section.transport.find("SAVP") != std::string::npos &&
-                          section.transport.find("TLS") == std::string::npos;
-    if (hasLine && section.transport.find("SAVP") == std::string::npos &&
-        section.transport.find("TLS") == std::string::npos && section.transport.find("RTP/AVP") == 0) {
+    if (hasLine && !section.IsSecure() && !section.IsDtls() && section.transport.find("RTP/AVP") == 0) {
         std::string text(media.text);
         const std::size_t at = Upper(text).find("RTP/AVP");
         if (at != std::string::npos) {
@@ -101,8 +98,8 @@ void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) 
                   {"write RTP/SAVP in line ", media.number}, {ReplaceLine(media, text)});
         }
     }
-    const bool isPlain = !isSecure && !(isOtherSecure && scene.input.srtp);
-    if (!hasLine && isPlain && scene.input.srtp && section.transport.find("TLS") == std::string::npos) {
+    const bool isPlain = !section.WantsCrypto() && !(isOtherSecure && scene.input.srtp);
+    if (!hasLine && isPlain && scene.input.srtp && !section.IsDtls()) {
         Blame(scene, kPlainOffer, media,
               {LineWords(media), " says ", AsShown(section.transport), " and has no crypto line after it."},
               {}, {})
@@ -138,7 +135,7 @@ void FindSecurity(Scene& scene) {
     }
     for (std::size_t i = 0; i < reading.sections.size() && i < most; ++i) {
         const MeantSection& section = reading.sections[i];
-        if (section.media == "audio" || section.media == "video") {
+        if (section.IsStream()) {
             FindSection(scene, section, section.media == "video" && isVideoSecure);
         }
     }

@@ -189,7 +189,8 @@ void FindMisspelled(Scene& scene) {
             continue; // Crypto lines are examined with the others of their section.
         }
         const std::string canonical = Canonical(line, scene.reading);
-        const SDPRow row = line.host == kNowhere ? line.meant : scene.reading.hosts[line.host].row;
+        const SDPRow row =
+            line.parsedLine == kNowhere ? line.meant : scene.reading.parsedLines[line.parsedLine].row;
         const bool isTaken =
             row == line.meant || row == SDPRow::None || row == SDPRow::Direction || line.text.find('=') != 1;
         // Blanks round the attributes that no row reads matter to nobody.

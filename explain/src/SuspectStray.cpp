@@ -70,12 +70,11 @@ Kinds KindsOf(const Reading& reading, const MeantSection& section) {
 
 /// Whether a section could use a line of this kind and has none.
 bool Wants(const MeantSection& section, const Kinds& kinds, const std::string& kind) {
-    const bool isMedia = section.media == "audio" || section.media == "video";
-    if (section.port == "0" || !isMedia) {
+    if (section.port == "0" || !section.IsStream()) {
         return false;
     }
     if (kind[0] == 'k') {
-        return !section.hasCrypto && section.transport.find("SAVP") != std::string::npos;
+        return !section.hasCrypto && section.IsSecure();
     }
     if (kind[0] == 'r' || kind[0] == 'f') {
         return kinds.count(kind) == 0 && section.listed.count(std::string_view(kind).substr(1)) != 0;

@@ -12,12 +12,9 @@
 namespace negotiation {
 namespace {
 
-constexpr std::string_view kInline = "inline:";
-constexpr std::size_t kKeyTextLength = 40;
-
 bool DecodeKey(std::string_view text, Key& key) {
     // Thirty bytes need no padding.
-    return text.size() == kKeyTextLength && text.find('=') == std::string_view::npos &&
+    return text.size() == sdp::kKeyTextLength && text.find('=') == std::string_view::npos &&
            ExtractSRTPKey(reinterpret_cast<const unsigned char*>(text.data()), key.key.data(),
                           key.salt.data());
 }
@@ -53,10 +50,11 @@ bool IsMki(std::string_view text) {
 /// Reads the key parameters, "inline:KEY|2^20|1:4"; false when they cannot be used. Several keys cannot: the
 /// engine holds one. Lifetime and MKI are given once at most.
 bool ReadKey(std::string_view text, CryptoLine& crypto) {
-    if (!EqualsNoCase(text.substr(0, kInline.size()), kInline) || text.find(';') != std::string_view::npos) {
+    if (!EqualsNoCase(text.substr(0, sdp::kKeyMethod.size()), sdp::kKeyMethod) ||
+        text.find(';') != std::string_view::npos) {
         return false;
     }
-    text.remove_prefix(kInline.size());
+    text.remove_prefix(sdp::kKeyMethod.size());
     const std::string_view key = TakePiece(text, '|');
     while (!text.empty()) {
         const std::string_view piece = TakePiece(text, '|');

@@ -7,6 +7,7 @@
 #include "Outcome.h"
 #include "SDPJudge.h"
 #include "SDPTables.h"
+#include "SDPTransport.h"
 #include "Words.h"
 
 #include <algorithm>
@@ -91,11 +92,8 @@ bool OtherMode(const Place& place) { // format 126 beside one that was offered
     return sdp::StartsWith(place.Ours(), "m=video") && ours.size() > formats &&
            std::find(theirs.begin(), theirs.end(), ours[formats]) != theirs.end();
 }
-bool IsSecure(std::string_view line) {
-    return line.find("SAVP") != std::string_view::npos;
-}
 bool SecureHere(const Place& place) { // m=video 16386 RTP/SAVP 97 126
-    return IsSecure(place.Ours()) && !IsSecure(place.Theirs());
+    return negotiation::IsSavp(place.Ours()) && !negotiation::IsSavp(place.Theirs());
 }
 bool NoKeyAnywhere(const Place& place) {
     return !TwoBlanks(place) && place.answer.find("a=crypto:") == std::string_view::npos;

@@ -7,6 +7,7 @@
 #include "Keys.h"
 #include "Names.h"
 #include "SDPTables.h"
+#include "SDPTransport.h"
 #include "VideoUtils.h"
 #include "Words.h"
 
@@ -142,12 +143,12 @@ Note SecureWithoutKey(const StreamView& view) {
         return {};
     }
     const std::string transport = TransportOf(view.section);
-    if (transport.find("TLS") != std::string::npos) {
+    if (negotiation::IsDtls(transport)) {
         return {view.section.line, "P10",
                 "not encrypted: the far end wants DTLS (" + transport + "), which is not understood" +
                     PlainHere(view)};
     }
-    if (transport.find("SAVP") != std::string::npos) {
+    if (negotiation::IsSavp(transport)) {
         return {view.section.line, "P10",
                 "not encrypted: the far end wants " + transport + " and gives no key" + PlainHere(view)};
     }
