@@ -32,7 +32,7 @@ std::string Wrapped(const std::string& text, Begin begin, const std::string& end
 
 std::string Undone(const std::string& text, const std::string& note) {
     std::vector<std::string> notes;
-    std::string undone = WithoutSipLog(text, notes);
+    std::string undone = WithoutSipLog(text, true, notes);
     std::string written;
     for (const std::string& each : notes) {
         written += each + "\n";

@@ -225,6 +225,7 @@ TEST(SipMessage, BodiesAreReadToABoundedDepth) {
 
 const BodyCase kPastes[] = {
     {"l: 5\r\n", "v=0\r\n\r\n \r\n", "v=0\r\n", ""},
+    {"l: 12\r\n", "v=0\r\ns=-\r\n\r\n", "v=0\r\ns=-\r\n", ""},
     {"l: 0\r\n", "\r\n12:00 the next line of the log\r\n", "", ""},
     {"l: 900\r\n", "v=0\r\ns=-\r\n\r\n12:00 the next line of the log\r\n", "v=0\r\ns=-\r\n", ""},
     {"", "v=0\r\ns=-\r\n12:00 the next line of the log\r\n", "v=0\r\ns=-\r\n", ""},

@@ -80,7 +80,7 @@ Outcome RunExplain(const CommandLine& line, const Screen& /*screen*/) {
         return RunExplainCall(line, "", {});
     }
     std::string remote = ReadNoCapture(line.remote.name);
-    remote = line.remote.exact ? remote : WithoutSipLog(std::move(remote), outcome.notes);
+    remote = line.remote.exact ? remote : WithoutSipLog(std::move(remote), true, outcome.notes);
     if (HoldsSipMessages(remote)) {
         return RunExplainCall(line, remote, outcome.notes);
     }

@@ -8,6 +8,7 @@
 #include "Replacements.h"
 #include "SipHeaders.h"
 #include "SipMessage.h"
+#include "SipText.h"
 #include "Unreadable.h"
 #include "Verbs.h"
 
@@ -45,20 +46,32 @@ bool HoldsSipMessage(std::string_view text) {
     return holds;
 }
 
-// The text byte for byte; or as the steps of Clean.h leave it, uncut, where they find more descriptions in
-// it.
+// The text as one of its readings, with a note on what that did, if there are more descriptions in it then.
+bool Take(Draft& draft, Draft read, std::vector<std::string> done, std::vector<std::string>& notes) {
+    if (FindBodies(read).size() <= FindBodies(draft).size()) {
+        return false;
+    }
+    draft = std::move(read);
+    notes = std::move(done);
+    return true;
+}
+
+// The text byte for byte; or without what a log put around its SIP messages, or as the steps of Clean.h leave
+// it, uncut, where there are more descriptions in it then.
 std::string ReadText(const std::string& name, std::vector<std::string>& notes) {
     Draft draft = Draft::Of(ReadDescription(name));
     const std::string unreadable = WhyUnreadable(draft.text, name, "redact");
     if (!unreadable.empty()) {
         Fail(name, unreadable);
     }
-    Draft cleaned = draft;
+    std::vector<std::string> done;
+    Draft messages = Draft::Of(WithoutSipLog(draft.text, false, done));
     std::vector<std::string> steps;
-    if (CleanUncut(cleaned, steps) > FindBodies(draft).size()) {
-        draft = std::move(cleaned);
-        notes = std::move(steps);
-    } else if (!HoldsSdpLine(draft.text, LineEnd::Any) && !HoldsSipMessage(draft.text)) {
+    Draft cleaned = draft;
+    CleanUncut(cleaned, steps);
+    if (!Take(draft, std::move(messages), std::move(done), notes) &&
+        !Take(draft, std::move(cleaned), std::move(steps), notes) &&
+        !HoldsSdpLine(draft.text, LineEnd::Any) && !HoldsSipMessage(draft.text)) {
         Fail(name, kNoSdpLine);
     }
     RequirePlainKeys(name, draft.text);

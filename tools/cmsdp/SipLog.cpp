@@ -161,7 +161,8 @@ bool HoldsMessage(std::string_view text) {
 
 } // namespace
 
-std::string WithoutSipLog(std::string text, std::vector<std::string>& notes) {
+std::string WithoutSipLog(std::string text, bool hasExact, std::vector<std::string>& notes) {
+    const char* const end = hasExact ? "; --exact keeps it" : "";
     Draft draft = Draft::Of(text);
     const bool isMarked = DecodeUtf16(draft) + DropByteOrderMark(draft) != 0;
     if (draft.text.find(kVersionOfSip) == std::string::npos) {
@@ -179,14 +180,14 @@ std::string WithoutSipLog(std::string text, std::vector<std::string>& notes) {
     if (!HoldsMessage(read)) {
         return text;
     }
-    const auto note = [&notes](std::size_t count, const char* one, const char* many) {
+    const auto note = [&notes, end](std::size_t count, const char* one, const char* many) {
         if (count != 0) {
             notes.push_back((count == 1 ? std::string("1 ") + one : std::to_string(count) + " " + many) +
-                            "; --exact keeps it");
+                            end);
         }
     };
     if (isMarked) {
-        notes.emplace_back("the text has a byte-order mark and was read as UTF-8; --exact keeps it");
+        notes.emplace_back(std::string("the text has a byte-order mark and was read as UTF-8") + end);
     }
     note(dots, "line of SIP messages lost a dot at its end, which was printed for CR",
          "lines of SIP messages lost a dot at their end, which was printed for CR");

@@ -93,12 +93,18 @@ std::string_view CutByCapture(std::string_view rest, const std::string& length, 
     return rest;
 }
 
-// The body in a pasted text: what follows it may be part of a log. An encoded body has no lines to tell it
-// by.
+// The text without the empty lines at its end.
+std::string_view WithoutEmptyLines(std::string_view text) {
+    const std::size_t feed = text.find('\n', TrimmedAtEnd(text).size());
+    return text.substr(0, feed == std::string_view::npos ? text.size() : feed + 1);
+}
+
+// The body in a pasted text: what follows it, such as an empty line, may be part of a log. An encoded body
+// has no lines to tell it by.
 std::string_view CutByLines(std::string_view rest, const std::string& length, const SipHeaders& headers) {
     const std::size_t count = IsNumber(length) ? std::stoul(length) : rest.size() + 1;
     if (count <= rest.size() && Trimmed(rest.substr(count)).empty()) {
-        return rest.substr(0, count);
+        return WithoutEmptyLines(rest.substr(0, count));
     }
     if (headers.Has("content-transfer-encoding") || headers.Has("content-encoding")) {
         return rest;

@@ -23,7 +23,8 @@ std::optional<SipMessage> OnlySipMessage(std::string_view text);
 /// The text with each SIP message at the start of a line: without the prefix that a log put in front of the
 /// lines, with line ends for those that are written out ("\r\n"), and without the dot that some programs
 /// print for CR. A text in which a line begins a message already stays as it is, and so does one in which
-/// nothing of this makes a message with a Call-ID and a CSeq header. Adds a note on what was done.
-std::string WithoutSipLog(std::string text, std::vector<std::string>& notes);
+/// nothing of this makes a message with a Call-ID and a CSeq header. Adds a note on what was done, which
+/// points to --exact if the verb `hasExact`.
+std::string WithoutSipLog(std::string text, bool hasExact, std::vector<std::string>& notes);
 
 } // namespace cmsdp

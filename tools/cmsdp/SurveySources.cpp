@@ -133,7 +133,7 @@ void ReadItems(const std::string& file, bool remoteAnswers, const TakeItem& take
             TakeCalls(file, CallsOfCapture(file, notes), take);
             return;
         }
-        std::string text = WithoutSipLog(ReadFile(file), notes);
+        std::string text = WithoutSipLog(ReadFile(file), false, notes);
         if (HoldsSipMessages(text)) {
             TakeCalls(file, CallsOfSipText(text, false, notes), take);
         } else {
