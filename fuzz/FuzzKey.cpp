@@ -198,7 +198,7 @@ void Run(Input input, std::uint64_t secret) {
     std::string text = input.Take(kTextLength);
     text.resize(kTextLength, 'A');
     const std::size_t at = input.Below(kTextLength);
-    const char stranger = static_cast<char>(input.Byte());
+    const auto stranger = static_cast<char>(input.Byte());
     const std::string lines = input.Rest();
 
     CheckEncode(material, lines);

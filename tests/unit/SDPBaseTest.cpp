@@ -13,7 +13,7 @@
 namespace {
 
 TEST(SDPBase, AssignmentLeavesTheBfcpIdentity) {
-    baseSDP target = samples::Filled<baseSDP>();
+    auto target = samples::Filled<baseSDP>();
     target = baseSDP();
     const std::string expected = support::Replaced(support::FieldsText(baseSDP()),
                                                    {{"iBfcpConfid = 0", "iBfcpConfid = 104"},
@@ -31,7 +31,7 @@ std::string WithRow(const std::string& text, const std::string& row, const std::
 TEST(SDPBase, SetKeyCopiesSixteenBytesIntoItsRowAlone) {
     const unsigned char key[17] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17};
     for (int row = 0; row < 3; ++row) {
-        baseSDP record = samples::Filled<baseSDP>();
+        auto record = samples::Filled<baseSDP>();
         const std::string before = support::FieldsText(record);
         record.setSRTPKey(static_cast<baseSDP::SRTP_M_LINE>(row), key);
         EXPECT_TEXT(support::FieldsText(record), WithRow(before, "bufSRTPKey[" + std::to_string(row) + "]",
@@ -42,7 +42,7 @@ TEST(SDPBase, SetKeyCopiesSixteenBytesIntoItsRowAlone) {
 TEST(SDPBase, SetSaltCopiesFourteenBytesIntoItsRowAlone) {
     const unsigned char salt[15] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
     for (int row = 0; row < 3; ++row) {
-        baseSDP record = samples::Filled<baseSDP>();
+        auto record = samples::Filled<baseSDP>();
         const std::string before = support::FieldsText(record);
         record.setSRTPSalt(static_cast<baseSDP::SRTP_M_LINE>(row), salt);
         EXPECT_TEXT(support::FieldsText(record), WithRow(before, "bufSRTPSalt[" + std::to_string(row) + "]",
@@ -53,7 +53,7 @@ TEST(SDPBase, SetSaltCopiesFourteenBytesIntoItsRowAlone) {
 TEST(SDPBase, RowsOutsideTheArrayAreIgnored) {
     const unsigned char bytes[16] = {9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9};
     for (const int row : {-1, 3, 4, 100, -2147483647}) {
-        baseSDP record = samples::Filled<baseSDP>();
+        auto record = samples::Filled<baseSDP>();
         record.setSRTPKey(static_cast<baseSDP::SRTP_M_LINE>(row), bytes);
         record.setSRTPSalt(static_cast<baseSDP::SRTP_M_LINE>(row), bytes);
         samples::ExpectSame(record, samples::Filled<baseSDP>());

@@ -23,7 +23,7 @@ MediaSession& AddVideoSection(SDPHandler& h, VIDEOTYPE role, std::int32_t port, 
 
 TEST(SDPExtract, WithoutSectionsTheRecordIsReset) {
     SDPHandler h;
-    RemoteSDP remote = samples::Filled<RemoteSDP>();
+    auto remote = samples::Filled<RemoteSDP>();
     h.GetRTPData(remote);
     EXPECT_TEXT(Describe(remote), kFreshRemote);
 }
@@ -41,7 +41,7 @@ TEST(SDPExtract, ASecondExtractionStartsFromAResetRecord) {
     SDPHandler h;
     AddFormat(AddSection(h, MEDIA_AUDIO, 5000), "0");
     RemoteSDP fresh;
-    RemoteSDP used = samples::Filled<RemoteSDP>();
+    auto used = samples::Filled<RemoteSDP>();
     h.GetRTPData(fresh);
     h.GetRTPData(used);
     EXPECT_TEXT(Describe(used), Describe(fresh));
@@ -400,7 +400,7 @@ TEST(SDPExtract, AudioVideoAndFloorControlTogetherFillTheWholeRecord) {
     MediaSession& bfcp = AddBfcpSection(h, 5006, "s-only");
     bfcp.iBfcpConfid = 15;
     bfcp.iBfcpUserid = 16;
-    RemoteSDP remote = samples::Filled<RemoteSDP>();
+    auto remote = samples::Filled<RemoteSDP>();
     h.GetRTPData(remote);
     EXPECT_TEXT(Describe(remote),
                 "audio codec=1 payload=0 dtmf=101 addr=192.0.2.2 port=5000 send=1 recv=1 valid=1\n"

@@ -99,7 +99,7 @@ TEST(SDPHandlerLife, PublicOperationsHaveTheirSignatures) {
 }
 
 TEST(SDPHandlerLife, InitializeTakesACopyOfEveryCapability) {
-    LocalSDP local = samples::Filled<LocalSDP>();
+    auto local = samples::Filled<LocalSDP>();
     SDPHandler handler;
     handler.InitializeLocalSDP(local);
     const std::string kept = support::FieldsText(handler.MyLocalSDP);
@@ -234,7 +234,7 @@ TEST(SDPHandlerLife, ClearingTwiceIsClearingOnce) {
 
 TEST(SDPHandlerLife, ClearingPassesOverNullPayloadEntries) {
     SDPHandler handler;
-    MediaSession* const section = new MediaSession;
+    auto* const section = new MediaSession;
     section->vecRtpMap = {nullptr, new RtpMap, nullptr};
     handler.vecRemoteMediaSession.push_back(section);
     handler.ClearRemoteMediaSession();
@@ -250,7 +250,7 @@ std::size_t BytesInUse() {
 }
 
 constexpr int kRounds = 200;
-constexpr std::size_t kLargestGrowth = 1024 * 1024;
+constexpr std::size_t kLargestGrowth = std::size_t{1024} * 1024;
 
 // Four hundred payload entries, each with texts too long to live inside the entry.
 std::string ManyFormats() {

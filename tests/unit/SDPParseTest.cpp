@@ -39,7 +39,7 @@ TEST(SDPParse, EmptyTextIsReportedAndClearsWhatWasHeld) {
 
 TEST(SDPParse, EmptyTextLeavesTheRecordUntouched) {
     SDPHandler handler;
-    RemoteSDP remote = samples::Filled<RemoteSDP>();
+    auto remote = samples::Filled<RemoteSDP>();
     EXPECT_EQ(handler.ParseTheSDP("", remote), 1);
     samples::ExpectSame(remote, samples::Filled<RemoteSDP>());
 }
@@ -48,7 +48,7 @@ TEST(SDPParse, EveryOtherTextGivesZeroAndARecordThatWasReset) {
     for (const char* text :
          {"x", "\r", "\n", "\r\n", "\r\n\r\n", "v=0", "v=0\r\n", "no line at all", "m=\r\n", "c=\r\n"}) {
         SDPHandler handler;
-        RemoteSDP remote = samples::Filled<RemoteSDP>();
+        auto remote = samples::Filled<RemoteSDP>();
         EXPECT_EQ(handler.ParseTheSDP(text, remote), 0) << text;
         samples::ExpectNew(remote);
         EXPECT_TRUE(handler.IsOffer());

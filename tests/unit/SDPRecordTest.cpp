@@ -127,7 +127,7 @@ void ExpectResetTo(const std::string& expected) {
         changed.Reset();
         EXPECT_TEXT(FieldsText(changed), expected);
     });
-    Record filled = samples::Filled<Record>();
+    auto filled = samples::Filled<Record>();
     filled.Reset();
     EXPECT_TEXT(FieldsText(filled), expected);
 }
@@ -167,7 +167,7 @@ void ExpectCopiesOfEachField() {
         ExpectAssigned(changed, samples::Filled<Record>());
         ExpectAssigned(Record(), changed);
     });
-    const Record filled = samples::Filled<Record>();
+    const auto filled = samples::Filled<Record>();
     ExpectCopied(filled);
     ExpectAssigned(filled, Record());
     ExpectAssigned(Record(), filled);
@@ -184,7 +184,7 @@ TEST(SDPRecord, ACopyAndAnAssignmentHaveTheValueOfEachField) {
 
 // The formats are shared, so a copy points to the same ones.
 TEST(SDPRecord, ACopyOfASectionSharesItsFormats) {
-    const MediaSession section = samples::Filled<MediaSession>();
+    const auto section = samples::Filled<MediaSession>();
     const MediaSession copy(section);
     MediaSession assigned;
     assigned = section;
@@ -194,7 +194,7 @@ TEST(SDPRecord, ACopyOfASectionSharesItsFormats) {
 
 template <typename Record>
 void ExpectSelfAssignmentChangesNothing() {
-    Record record = samples::Filled<Record>();
+    auto record = samples::Filled<Record>();
     const Record& itself = record;
     record = itself;
     samples::ExpectSame(record, samples::Filled<Record>());
@@ -211,7 +211,7 @@ TEST(SDPRecord, AnAssignmentToItselfChangesNothing) {
 /// Resets the base of a filled record, which leaves the fields of the record itself.
 template <typename Record>
 void ExpectOwnFieldsKeptByTheBase() {
-    Record record = samples::Filled<Record>();
+    auto record = samples::Filled<Record>();
     const std::string before = FieldsText(record);
     baseSDP& base = record;
     const std::string own = before.substr(FieldsText(base).size());

@@ -192,7 +192,7 @@ TEST(SDPSearch, BytesBesideATextAreNotFound) {
 
 TEST(SDPSearch, OnlyTheBytesAskedForAreFound) {
     for (int c = 0; c < 256; ++c) {
-        const char byte = static_cast<char>(c);
+        const auto byte = static_cast<char>(c);
         const bool isBlank = c == 32 || (c >= 9 && c <= 13);
         if (c != 0x3D) {
             ExpectNeverFound(kFindEquals, byte);
