@@ -33,6 +33,10 @@ std::string WithPayload(const TextLine& line, std::string_view payload);
 /// Suspects in one section: lines for payloads that it does not list, and payloads without a name.
 void FindUnlisted(Scene& scene, const MeantSection& section);
 void FindNameless(Scene& scene, const MeantSection& section);
+/// Suspects about a payload of an audio section that is a codec by its number, or should be one; `name` is
+/// its NameOf. `isFirst`: the section is the one that the codec is chosen from.
+void FindStatic(Scene& scene, const MeantSection& section, std::string_view payload, const std::string& name,
+                bool isFirst);
 /// Suspects about tones and about the choice of the codec, in the first audio section.
 void FindTones(Scene& scene, const MeantSection& section);
 void FindChoice(Scene& scene, const MeantSection& section);

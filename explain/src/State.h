@@ -188,5 +188,7 @@ std::string_view SuiteName(Quor::media::rtp::CryptoParams::CRYPTO_PROFILE suite)
 
 /// "audio", "main video", "the slides stream": subjects of a clause.
 extern const char* const kStreamNames[baseSDP::SRTP_MAX];
+/// The topic of the encryption of each stream.
+extern const ExplainTopic kEncryptionTopics[baseSDP::SRTP_MAX];
 
 } // namespace explain

@@ -83,8 +83,12 @@ void FindFloor(Scene& scene);
 void FindIce(Scene& scene);
 void FindPair(Scene& scene);
 
-/// Parts of FindLocalCall, and of FindLocalAudio and FindLocalVideo: SRTP and its suites, a port of our text.
+/// Parts of FindLocalCall, and of FindLocalAudio and FindLocalVideo: SRTP and its suites, addresses, a port
+/// of our text, limits of a picture. `file` and `record` are the two names of a field, or how they begin.
 void FindLocalSrtp(Scene& scene);
+void FindLocalAddress(Scene& scene);
+void FindLocalLimits(Scene& scene, std::string_view file, std::string_view record, const VideoParms& video,
+                     ExplainTopic receives);
 void FindLocalPort(Scene& scene, std::string_view file, std::string_view record, std::int32_t port,
                    const char* stream, ExplainTopic topic);
 /// Part of FindLocalCall: ports of ours that overlap.

@@ -182,6 +182,38 @@ void FindKeyParameters(Scene& scene, const TextLine& line, Topic topic) {
                         "differently."});
 }
 
+/// A key that cannot be read, of a suite that is read.
+void AddBadKey(Scene& scene, const TextLine& line, const CryptoWords& words) {
+    const std::size_t length = KeyText(words).size();
+    const bool isLong = length >= sdp::kKeyTextLength;
+    Blame(scene, kBadKey, line,
+          {LineWords(line),
+           isLong ? " has a key with a character that is not base64 among its " : " has a key of ",
+           isLong ? sdp::kKeyTextLength : length,
+           isLong ? " characters." : " characters, not of 40 of base64."},
+          {"write 40 base64 characters after inline: in line ", line.number},
+          {ReplaceLine(line, Rewritten(words, words.suite, kSampleKey))});
+}
+
+/// A tag that is no number, or too large a one.
+void FindTag(Scene& scene, const TextLine& line, const CryptoWords& words, Topic topic) {
+    if (IsOver32Bits(words.tag) && IsDigits(words.tag)) {
+        CryptoWords usable = words;
+        usable.tag = "1";
+        Blame(scene, kLongTag, line, {LineWords(line), " has a tag of more than 32 bits."},
+              {"write a tag of at most nine digits in line ", line.number},
+              {ReplaceLine(line, Rewritten(usable, words.suite, KeyOrSample(words)))})
+            .Know(topic,
+                  {"Our answer says another tag, which the far end did not write and may not accept."});
+    }
+    if (!IsDigits(words.tag) && words.tag.find_first_of("0123456789") == std::string_view::npos) {
+        Blame(scene, kTag, line, {LineWords(line), " has a tag that is not a number."},
+              {"write a number as the tag of line ", line.number},
+              {ReplaceLine(line, Rewritten(words, words.suite, KeyOrSample(words)))})
+            .Know(topic, {"Our answer says tag 1, which the far end did not write and may not accept."});
+    }
+}
+
 } // namespace
 
 const sdp::Suite* SuiteOf(const TextLine& line) {
@@ -191,7 +223,6 @@ const sdp::Suite* SuiteOf(const TextLine& line) {
 void FindCryptoLine(Scene& scene, const TextLine& line, const TextLine* earlier, bool hasRead, Topic topic) {
     FindKeyParameters(scene, line, topic);
     const CryptoWords words = Cut(line.text);
-    const std::string number = std::to_string(line.number);
     const sdp::Suite* const suite = SuiteOf(line);
     const bool isRead = suite != nullptr && suite->isRead;
     FindSpelling(scene, line, words, isRead, topic);
@@ -214,35 +245,12 @@ void FindCryptoLine(Scene& scene, const TextLine& line, const TextLine* earlier,
         AddSuite(scene, kUnknownSuite, line, words, " offers a suite that is not known.");
         return;
     }
-    const std::size_t length = KeyText(words).size();
-    const bool isLong = length >= sdp::kKeyTextLength;
     if (!HasKey(words)) {
-        Blame(scene, kBadKey, line,
-              {LineWords(line),
-               isLong ? " has a key with a character that is not base64 among its " : " has a key of ",
-               isLong ? sdp::kKeyTextLength : length,
-               isLong ? " characters." : " characters, not of 40 of base64."},
-              {"write 40 base64 characters after inline: in line ", number},
-              {ReplaceLine(line, Rewritten(words, words.suite, kSampleKey))});
+        AddBadKey(scene, line, words);
     } else if (earlier != nullptr) {
         AddLater(scene, kLater, line, *earlier, " comes after line ");
     }
-    if (IsOver32Bits(words.tag) && IsDigits(words.tag)) {
-        CryptoWords usable = words;
-        usable.tag = "1";
-        Blame(scene, kLongTag, line, {LineWords(line), " has a tag of more than 32 bits."},
-              {"write a tag of at most nine digits in line ", number},
-              {ReplaceLine(line, Rewritten(usable, words.suite, KeyOrSample(words)))})
-            .Know(topic,
-                  {"Our answer says another tag, which the far end did not write and may not accept."});
-    }
-    if (!IsDigits(words.tag) && words.tag.find_first_of("0123456789") == std::string_view::npos) {
-        Blame(scene, kTag, line, {LineWords(line), " has a tag that is not a number."},
-              {"write a number as the tag of line ", number},
-              {ReplaceLine(line, Rewritten(words, words.suite, KeyOrSample(words)))})
-            .Know(topic, {"Our answer says tag 1, which the far end did not write and may not "
-                          "accept."});
-    }
+    FindTag(scene, line, words, topic);
 }
 
 } // namespace explain

@@ -1,5 +1,5 @@
-// Stage: suspects in the local fields that concern the whole call: address, bandwidth, floor control, the
-// number of sections served.
+// Stage: suspects in the local fields that concern the whole call: bandwidth, floor control, the number of
+// sections served.
 // Input: the local record and the switches. Output: suspects that blame a field.
 // Touches the list of suspects.
 // Test: tests/explain/judge_cases.py
@@ -14,20 +14,6 @@ namespace explain {
 namespace {
 
 using Topic = ExplainTopic;
-using CryptoParams = Quor::media::rtp::CryptoParams;
-
-constexpr Rule kNoOwnAddress = {"E120", "B01", ExplainSeverity::Error, 3,
-                                "The c= and a=rtcp lines always have the default address; an offer is not "
-                                "written without one, and an answer has a c= line without an address (B01)."};
-constexpr Rule kOwnAddressKind = {"E121", "B25", ExplainSeverity::Error, 4,
-                                  "Each address of ours is written after IP4 as it is, whatever it is (B25); "
-                                  "0.0.0.0 is an old form of hold "
-                                  "(RFC 3264, 8.4)."};
-constexpr Rule kTwoAddresses = {"E122", "B01", ExplainSeverity::Note, 49,
-                                "The c= line has the default address and the o= line the own one (B01)."};
-constexpr Rule kPrivate = {"E139", "B01", ExplainSeverity::Note, 50,
-                           "The c= line always has the default address, whatever network the far end is in "
-                           "(B01)."};
 constexpr Rule kBandwidth = {
     "E123", "B04", ExplainSeverity::Warning, 11,
     "The budget is in bit/s: b=AS is a thousandth of it, cut (B04), and a section has b=TIAS only from 64000 "
@@ -53,72 +39,6 @@ constexpr Rule kServed = {"E132", "B18", ExplainSeverity::Error, 25,
 constexpr Rule kUnasked = {"E133", "B20", ExplainSeverity::Error, 47,
                            "Each section that the local record has is written, offered or not (B20); an "
                            "answer may have only the sections of its offer (RFC 3264, 6)."};
-constexpr Rule kOrigin = {"E135", "", ExplainSeverity::Error, 9,
-                          "The extension is written into the first word of the o= line as it is."};
-
-void FindOwnAddress(Scene& scene) {
-    const std::string& address = scene.input.local.strDefaultIPAddr;
-    constexpr const char* name = "strDefaultIPAddr (default_address) ";
-    const auto known = [](Suspect& suspect, Pieces comes) {
-        for (const Topic topic : {Topic::Call, Topic::AudioReceive, Topic::MainReceive, Topic::Slides}) {
-            suspect.Know(topic, comes);
-        }
-    };
-    const std::string& own = scene.input.local.strMyIPAddr;
-    if (address.empty()) {
-        Suspect& suspect = BlameField(scene, kNoOwnAddress, "default_address", {name, "is empty."},
-                                      {"set default_address"}, 0, "192.0.2.1");
-        const char* const comes = scene.input.remoteAnswers
-                                      ? "No offer is written at all."
-                                      : "Our answer's c= line has no address, so nothing can be sent to us "
-                                        "and a strict reader refuses the text.";
-        known(suspect, {comes});
-        suspect.Know(Topic::AudioSend, {comes});
-        suspect.Know(Topic::MainSend, {comes});
-    } else if (!IsUnicast(address)) {
-        known(BlameField(scene, kOwnAddressKind, "default_address",
-                         {name, "is ", AsShown(address),
-                          IsIpv4(address) && address[0] != '0' ? ", a multicast or broadcast address."
-                                                               : ", no usable IPv4 address."},
-                         {"set default_address to an IPv4 address"}, 0, "192.0.2.1"),
-              {"Our text says c=IN IP4 ", AsShown(address), ", to which the far end cannot send."});
-    } else if (IsPrivate(address)) {
-        const bool isOwnPublic = IsIpv4(own) && !IsPrivate(own);
-        known(BlameField(
-                  scene, kPrivate, "default_address",
-                  {name, "is ", address, ", a loopback, private or link-local address",
-                   isOwnPublic ? ", and strMyIPAddr (origin_address) is " : "", isOwnPublic ? own : "", "."},
-                  {"set default_address to ", isOwnPublic ? own : "an address that the far end reaches"}, 0,
-                  isOwnPublic ? own : "192.0.2.1"),
-              {"Media for us go to ", address, ", which only its own network reaches."});
-        if (isOwnPublic) {
-            return;
-        }
-    }
-    if (!own.empty() && !IsIpv4(own)) {
-        BlameField(scene, kOwnAddressKind, "origin_address",
-                   {"strMyIPAddr (origin_address) is ", AsShown(own), ", no IPv4 address."},
-                   {"set origin_address to an IPv4 address"}, 0, IsIpv4(address) ? address : "192.0.2.1")
-            .Know(Topic::Call,
-                  {"Our o= line says IN IP4 ", AsShown(own), ", so a strict reader refuses the text."});
-    } else if (!own.empty() && own != address) {
-        known(BlameField(scene, kTwoAddresses, "origin_address",
-                         {"strMyIPAddr (origin_address) is ", AsShown(own), " and ", name, "is ",
-                          AsShown(address), "."},
-                         {"set origin_address to the default address"}, 0, address),
-              {"Media are asked for at the default address, ", AsShown(address), ", alone."});
-    }
-}
-
-void FindOrigin(Scene& scene) {
-    const std::string& extension = scene.input.local.strOExtension;
-    if (extension.find_first_of(" \t\r\n") != std::string::npos) {
-        BlameField(scene, kOrigin, "origin_extension",
-                   {"strOExtension (origin_extension) contains white space."},
-                   {"take the white space out of origin_extension"}, 0, "x")
-            .Know(Topic::Call, {"Our o= line has a word too many, so a strict reader refuses the text."});
-    }
-}
 
 void FindBudget(Scene& scene) {
     const std::int32_t budget = scene.input.local.iMaxBandwidth;
@@ -254,8 +174,7 @@ void FindUnasked(Scene& scene) {
 
 void FindLocalCall(Scene& scene) {
     FindLocalSrtp(scene);
-    FindOwnAddress(scene);
-    FindOrigin(scene);
+    FindLocalAddress(scene);
     FindBudget(scene);
     FindOwnFloor(scene);
     FindServed(scene);

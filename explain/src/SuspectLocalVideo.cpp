@@ -4,7 +4,6 @@
 // Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
-#include "SDPH264Limits.h"
 #include "SDPTables.h"
 
 #include <algorithm>
@@ -42,15 +41,6 @@ constexpr Rule kPayloadRange = {
 constexpr Rule kLowVideoLevel = {
     "E112", "", ExplainSeverity::Note, 50,
     "The level and its limits in our text are what the far end may send us at most (RFC 6184, 8.1)."};
-constexpr Rule kLimit = {"E113", "", ExplainSeverity::Warning, 49,
-                         "A limit is written as it is; max-mbps, max-fs and max-br raise the limits of the "
-                         "level and never lower them (RFC 6184, 8.1)."};
-constexpr Rule kHighLimit = {
-    "E172", "", ExplainSeverity::Warning, 48,
-    "A limit is written as it is; max-br counts 1000 bit/s, max-mbps and max-fs count "
-    "macroblocks of 16 x 16 pixels (RFC 6184, 8.1)."};
-constexpr Rule kOdd = {"E114", "B12", ExplainSeverity::Note, 51,
-                       "An even frame size is written one higher in max-fs (B12)."};
 
 constexpr Rule kLevel1b = {
     "E158", "X05", ExplainSeverity::Warning, 11,
@@ -101,105 +91,64 @@ void FindVideoCodecs(Scene& scene, const VideoField& field, const VideoParms& vi
     }
 }
 
-struct LimitField {
-    const char* file;
-    const char* record;
-    const char* parameter;
-    std::int32_t negotiation::H264Limits::*ofLevel;
-    std::int32_t VideoParms::*own;
-};
-constexpr LimitField kVideoLimits[] = {
-    {".max_macroblocks_per_s", ".iFmtpMaxMbps", "max-mbps", &negotiation::H264Limits::maxMbps,
-     &VideoParms::iFmtpMaxMbps},
-    {".max_frame_macroblocks", ".iFmtpMaxFrameSize", "max-fs", &negotiation::H264Limits::maxFs,
-     &VideoParms::iFmtpMaxFrameSize},
-    {".max_bit_rate_x1000_bit_per_s", ".iFmtpMaxBitRate", "max-br", &negotiation::H264Limits::maxBr,
-     &VideoParms::iFmtpMaxBitRate},
-};
-
-void FindVideoLimits(Scene& scene, const VideoField& field, const VideoParms& video) {
-    const negotiation::H264Limits limits = negotiation::LimitsOfLevel(video.strVideoLevel);
-    for (const LimitField& limit : kVideoLimits) {
-        const std::int32_t own = video.*limit.own;
-        const std::string file = std::string(field.file) + limit.file;
-        constexpr negotiation::H264Limits most = negotiation::LimitsOfLevel("5.1");
-        const std::int32_t highest = most.*limit.ofLevel;
-        if (own > highest) {
-            BlameField(scene, kHighLimit, file,
-                       {field.record, limit.record, " (", file, ") is ", own, ", more than the ", highest,
-                        " of level 5.1, the highest one."},
-                       {"set ", file, " to 0, so that the level counts"}, 0)
-                .Know(field.receives, {"Our text says ", limit.parameter, "=", own,
-                                       ", so the far end may send far more than this side can take."});
-        } else if (own != 0 && own < limits.*limit.ofLevel) {
-            BlameField(scene, kLimit, file,
-                       {field.record, limit.record, " (", file, ") is ", own, ", less than the ",
-                        limits.*limit.ofLevel, " of level ", AsShown(video.strVideoLevel), "."},
-                       {"set ", file, " to 0, so that the level counts"}, 0)
-                .Know(field.receives, {"Our text says ", limit.parameter, "=", own,
-                                       ", so the far end may send a smaller, slower or coarser picture."});
-        } else if (own != 0 && own % 2 == 0 && limit.own == &VideoParms::iFmtpMaxFrameSize) {
-            BlameField(scene, kOdd, file,
-                       {field.record, limit.record, " (", file, ") is ", own, ", an even number."},
-                       {"set ", file, " to an odd number"}, own - 1)
-                .Know(field.receives,
-                      {"Our text says max-fs=", own + 1, ", one macroblock more than was set."});
-        }
+void FindVideoLevel(Scene& scene, const VideoField& field, const VideoParms& video) {
+    const std::string file = std::string(field.file) + ".level";
+    const std::string name = std::string(field.record) + ".strVideoLevel (" + file + ")";
+    const Pieces words = {"set ", file, " to \"3.1\""};
+    if (!IsLevelName(video.strVideoLevel)) {
+        BlameField(scene, kVideoLevel, file,
+                   {name, " is \"", AsShown(video.strVideoLevel), "\", which is the name of no level."},
+                   {"set ", file, " to the name of a level, such as \"3.1\""}, 0, "3.1")
+            .Know(field.receives,
+                  {"Our text promises level 2, so the far end sends a picture of 352 x 288 or so."});
+    } else if (video.strVideoLevel == "1.b") {
+        BlameField(scene, kLevel1b, file, {name, " is \"1.b\"."}, words, 0, "3.1")
+            .Know(field.receives,
+                  {"Our text says profile-level-id=4200FF, from which the far end takes a level "
+                   "that we did not mean, or none."});
+    } else if (video.strVideoLevel < "3") {
+        BlameField(scene, kLowVideoLevel, file, {name, " is \"", video.strVideoLevel, "\", a low level."},
+                   words, 0, "3.1")
+            .Know(field.receives,
+                  {"Our text asks for a picture of this low level, so the far end sends a small one."});
     }
+}
+
+void FindVideoRole(Scene& scene, const VideoField& field, const VideoParms& video) {
+    if (video.eVideoType == field.role) {
+        return;
+    }
+    const bool isMain = video.eVideoType == VIDEOTYPE_MAIN;
+    const bool isSwapped = isMain || video.eVideoType == VIDEOTYPE_PRESO;
+    Suspect& suspect =
+        BlameField(scene, kVideoRole, std::string(field.file) + ".role",
+                   {field.record, ".eVideoType (", field.file, ".role) is ",
+                    isMain      ? "main."
+                    : isSwapped ? "presentation."
+                                : "no role."},
+                   {"set ", field.file, ".role to ", field.role == VIDEOTYPE_MAIN ? "main" : "presentation"},
+                   field.role);
+    const std::string comes =
+        isSwapped ? std::string("Our text marks ") + field.name +
+                        (isMain ? " as a=content:main" : " as a=content:slides") +
+                        ", so the far end takes it for the other stream."
+                  : "Our text has bare a=label: and a=content: prefixes, which run into the next line.";
+    suspect.Know(field.carries, {comes});
+    suspect.Know(Topic::Call, {comes});
 }
 
 void FindVideo(Scene& scene, const VideoField& field) {
     const VideoParms& video = scene.input.local.*field.stream;
     const std::string file(field.file);
-    const std::string record(field.record);
     FindVideoCodecs(scene, field, video);
     if (video.eVideoCodec == 0) {
         return;
     }
-    FindLocalPort(scene, file + ".port", record + ".iVideoRTPPort", video.iVideoRTPPort, field.name,
-                  field.receives);
-    if (!IsLevelName(video.strVideoLevel)) {
-        BlameField(scene, kVideoLevel, file + ".level",
-                   {record, ".strVideoLevel (", file, ".level) is \"", AsShown(video.strVideoLevel),
-                    "\", which is the name of no level."},
-                   {"set ", file, ".level to the name of a level, such as \"3.1\""}, 0, "3.1")
-            .Know(field.receives,
-                  {"Our text promises level 2, so the far end sends a picture of 352 x 288 or so."});
-    } else if (video.strVideoLevel == "1.b") {
-        BlameField(scene, kLevel1b, file + ".level",
-                   {record, ".strVideoLevel (", file, ".level) is \"1.b\"."},
-                   {"set ", file, ".level to \"3.1\""}, 0, "3.1")
-            .Know(field.receives,
-                  {"Our text says profile-level-id=4200FF, from which the far end takes a level "
-                   "that we did not mean, or none."});
-    } else if (video.strVideoLevel < "3") {
-        BlameField(
-            scene, kLowVideoLevel, file + ".level",
-            {record, ".strVideoLevel (", file, ".level) is \"", video.strVideoLevel, "\", a low level."},
-            {"set ", file, ".level to \"3.1\""}, 0, "3.1")
-            .Know(field.receives,
-                  {"Our text asks for a picture of this low level, so the far end sends a small one."});
-    }
-    FindVideoLimits(scene, field, video);
-    if (video.eVideoType != field.role) {
-        const bool isSwapped = video.eVideoType == VIDEOTYPE_MAIN || video.eVideoType == VIDEOTYPE_PRESO;
-        Suspect& suspect = BlameField(
-            scene, kVideoRole, file + ".role",
-            {record, ".eVideoType (", file, ".role) is ",
-             video.eVideoType == VIDEOTYPE_MAIN ? "main"
-             : isSwapped                        ? "presentation"
-                                                : "no role",
-             "."},
-            {"set ", file, ".role to ", field.role == VIDEOTYPE_MAIN ? "main" : "presentation"}, field.role);
-        const std::string comes =
-            isSwapped
-                ? std::string("Our text marks ") + field.name +
-                      (video.eVideoType == VIDEOTYPE_MAIN ? " as a=content:main" : " as a=content:slides") +
-                      ", so the far end takes it for the other stream."
-                : "Our text has bare a=label: and a=content: prefixes, which run into the next line.";
-        suspect.Know(field.carries, {comes});
-        suspect.Know(Topic::Call, {comes});
-    }
+    FindLocalPort(scene, file + ".port", std::string(field.record) + ".iVideoRTPPort", video.iVideoRTPPort,
+                  field.name, field.receives);
+    FindVideoLevel(scene, field, video);
+    FindLocalLimits(scene, field.file, field.record, video, field.receives);
+    FindVideoRole(scene, field, video);
 }
 
 constexpr VideoField kVideo[] = {

@@ -83,57 +83,64 @@ void AddOwnKey(Scene& scene, const Reading& offer, const TextLine* theirLine, To
     }
 }
 
-void AddSecurity(Scene& scene, const Reading& offer, const MeantSection& ours, const MeantSection& theirs,
-                 Topic topic) {
+/// A plain answer to a secure offer, and a secure answer to a plain one.
+void FindTransports(Scene& scene, const MeantSection& ours, const MeantSection& theirs, Topic topic) {
     const TextLine& media = scene.reading.lines[theirs.line];
-    const TextLine* const ourLine = CryptoOf(offer, ours);
-    const TextLine* const theirLine = CryptoOf(scene.reading, theirs);
-    if (ours.IsSecure() && !theirs.IsSecure() && theirs.port != "0") {
+    if (theirs.port == "0") {
+        return;
+    }
+    if (ours.IsSecure() && !theirs.IsSecure()) {
         Blame(scene, kPlain, media,
               {LineWords(media), " answers our ", ours.transport, " with ", AsShown(theirs.transport), "."},
               {"refuse the call or offer RTP/AVP"}, {})
             .Know(topic,
                   {"The far end does not encrypt: no suite and no key, and media would flow in the clear."});
     }
-    if (!scene.input.ourOffer.empty() && ours.transport == "RTP/AVP" && theirs.transport == "RTP/SAVP" &&
-        theirs.port != "0") {
+    if (!scene.input.ourOffer.empty() && ours.transport == "RTP/AVP" && theirs.transport == "RTP/SAVP") {
         Blame(scene, kUnaskedKey, media,
               {LineWords(media), " answers our ", ours.transport, " with ", theirs.transport, "."},
               {"answer with RTP/AVP in line ", media.number}, {})
             .Know(topic, {"The far end encrypts with a key to which we have none of our own, so "
                           "the two ends do not understand each other."});
     }
+}
+
+/// A crypto line of the answer whose tag or suite is not that of our offer's.
+void FindForeignTag(Scene& scene, const TextLine& ourLine, const TextLine& theirLine, Topic topic) {
+    const std::vector<std::string_view> our = WordsOf(ourLine.text, 3);
+    const std::vector<std::string_view> their = WordsOf(theirLine.text, 3);
+    if (our.size() < 3 || their.size() < 3 || (our[0] == their[0] && our[1] == their[1])) {
+        return;
+    }
+    Suspect& suspect = Blame(scene, kForeignTag, theirLine,
+                             {LineWords(theirLine),
+                              our[1] == their[1]   ? " differs in its tag from our offer's "
+                              : our[0] == their[0] ? " differs in its suite from our offer's "
+                                                   : " differs in tag and suite from our offer's ",
+                              InQuotes(ourLine.text), "."},
+                             {"answer with tag and suite of the offer in line ", theirLine.number},
+                             {ReplaceLine(theirLine, std::string(our[0]) + " " + std::string(our[1]) + " " +
+                                                         std::string(their[2]))});
+    const sdp::Suite* const suite = SuiteOf(theirLine);
+    if (suite != nullptr && !suite->isRead) {
+        suspect.SayActed({"The answer repeats tag and suite of the crypto line that it accepts (RFC 4568, "
+                          "5.1.3), and crypto lines of the 80-bit suites are skipped when they are read "
+                          "(P10)."});
+    }
+    suspect.Know(topic, {our[1] == their[1]
+                             ? "The answer accepts a crypto line that was not offered, so the two ends may "
+                               "use different keys and suites."
+                             : "The two ends use different suites, so packets fail to decrypt."});
+}
+
+void FindSecured(Scene& scene, const Reading& offer, const MeantSection& ours, const MeantSection& theirs,
+                 Topic topic) {
+    const TextLine* const ourLine = CryptoOf(offer, ours);
+    const TextLine* const theirLine = CryptoOf(scene.reading, theirs);
+    FindTransports(scene, ours, theirs, topic);
     AddOwnKey(scene, offer, theirLine, topic);
-    if (ourLine == nullptr || theirLine == nullptr) {
-        return;
-    }
-    const auto our = WordsOf(ourLine->text, 3);
-    const auto their = WordsOf(theirLine->text, 3);
-    if (our.size() < 3 || their.size() < 3) {
-        return;
-    }
-    if (our[0] != their[0] || our[1] != their[1]) {
-        Suspect& suspect = Blame(scene, kForeignTag, *theirLine,
-                                 {LineWords(*theirLine),
-                                  our[1] == their[1]   ? " differs in its tag from our offer's "
-                                  : our[0] == their[0] ? " differs in its suite from our offer's "
-                                                       : " differs in tag and suite from our offer's ",
-                                  InQuotes(ourLine->text), "."},
-                                 {"answer with tag and suite of the offer in line ", theirLine->number},
-                                 {ReplaceLine(*theirLine, std::string(our[0]) + " " + std::string(our[1]) +
-                                                              " " + std::string(their[2]))});
-        const sdp::Suite* const suite = SuiteOf(*theirLine);
-        if (suite != nullptr && !suite->isRead) {
-            suspect.SayActed(
-                {"The answer repeats tag and suite of the crypto line that it accepts (RFC 4568, "
-                 "5.1.3), and crypto lines of the 80-bit suites are skipped when they are read "
-                 "(P10)."});
-        }
-        suspect.Know(topic,
-                     {our[1] == their[1]
-                          ? "The answer accepts a crypto line that was not offered, so the two ends may "
-                            "use different keys and suites."
-                          : "The two ends use different suites, so packets fail to decrypt."});
+    if (ourLine != nullptr && theirLine != nullptr) {
+        FindForeignTag(scene, *ourLine, *theirLine, topic);
     }
 }
 
@@ -156,6 +163,34 @@ void AddOtherOrder(Scene& scene, const Reading& offer, std::size_t i, bool isOth
     for (const Topic topic : topics) {
         suspect.Know(topic, {"Section ", i + 1, " of our offer, ", offered, ", is answered as ", answered,
                              ": each end may send one to the port of the other."});
+    }
+}
+
+/// More or fewer sections than our offer has.
+void FindNumber(Scene& scene, const Reading& offer) {
+    const std::vector<MeantSection>& theirs = scene.reading.sections;
+    if (theirs.size() < offer.sections.size() && !theirs.empty()) {
+        const TextLine& last = scene.reading.lines[theirs.back().line];
+        const MeantSection& missing = offer.sections[theirs.size()];
+        const std::string text = "m=" + missing.media + " 0 " + missing.transport + " " + Payloads(missing);
+        Suspect& suspect = Blame(
+            scene, kMissing, last,
+            {LineWords(last), theirs.size() == 1 ? " opens the only section" : " opens the last section",
+             " of the answer; our offer has ", offer.sections.size(), ", next ",
+             InQuotes(offer.lines[missing.line].text), "."},
+            {"add ", InQuotes(text), " at the end"}, {{scene.reading.text.size(), 0, text + "\r\n"}});
+        for (const Topic topic : TopicsOfPair(missing, missing.isSlides)) {
+            suspect.Know(topic, {"Section ", theirs.size() + 1, " of our offer, ", missing.media,
+                                 ", has no answer, so it does not start."});
+        }
+    } else if (theirs.size() > offer.sections.size() && !offer.sections.empty()) {
+        const TextLine& extra = scene.reading.lines[theirs[offer.sections.size()].line];
+        Blame(scene, kSurplus, extra,
+              {LineWords(extra), " is section ", offer.sections.size() + 1,
+               " of the answer, and our offer has ", offer.sections.size(), "."},
+              {"delete the sections from line ", extra.number, " on"},
+              {{extra.offset, scene.reading.text.size() - extra.offset, {}}})
+            .Know(Topic::Call, {"The answer does not fit its offer, so what it adds is bound to nothing."});
     }
 }
 
@@ -182,33 +217,10 @@ void FindPair(Scene& scene) {
         if (!scene.input.ourOffer.empty()) {
             FindPairFormats(scene, offer, offer.sections[i], theirs[i], TopicsOfPair(theirs[i], isSlides));
         }
-        AddSecurity(scene, offer, offer.sections[i], theirs[i], EncryptionOf(theirs[i], isSlides));
+        FindSecured(scene, offer, offer.sections[i], theirs[i], EncryptionOf(theirs[i], isSlides));
     }
-    if (scene.input.ourOffer.empty()) {
-        return;
-    }
-    if (theirs.size() < offer.sections.size() && !theirs.empty()) {
-        const TextLine& last = scene.reading.lines[theirs.back().line];
-        const MeantSection& missing = offer.sections[theirs.size()];
-        const std::string text = "m=" + missing.media + " 0 " + missing.transport + " " + Payloads(missing);
-        Suspect& suspect = Blame(
-            scene, kMissing, last,
-            {LineWords(last), theirs.size() == 1 ? " opens the only section" : " opens the last section",
-             " of the answer; our offer has ", offer.sections.size(), ", next ",
-             InQuotes(offer.lines[missing.line].text), "."},
-            {"add ", InQuotes(text), " at the end"}, {{scene.reading.text.size(), 0, text + "\r\n"}});
-        for (const Topic topic : TopicsOfPair(missing, missing.isSlides)) {
-            suspect.Know(topic, {"Section ", theirs.size() + 1, " of our offer, ", missing.media,
-                                 ", has no answer, so it does not start."});
-        }
-    } else if (theirs.size() > offer.sections.size() && !offer.sections.empty()) {
-        const TextLine& extra = scene.reading.lines[theirs[offer.sections.size()].line];
-        Blame(scene, kSurplus, extra,
-              {LineWords(extra), " is section ", offer.sections.size() + 1,
-               " of the answer, and our offer has ", offer.sections.size(), "."},
-              {"delete the sections from line ", extra.number, " on"},
-              {{extra.offset, scene.reading.text.size() - extra.offset, {}}})
-            .Know(Topic::Call, {"The answer does not fit its offer, so what it adds is bound to nothing."});
+    if (!scene.input.ourOffer.empty()) {
+        FindNumber(scene, offer);
     }
 }
 

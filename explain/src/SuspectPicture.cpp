@@ -1,8 +1,8 @@
-// Stage: suspects in H.264 formats: profile and level, packetization modes, a section without H.264.
+// Stage: suspects in H.264 formats: packetization modes, names, a section without H.264.
 // Input: the video sections that the writer meant. Output: suspects.
 // Touches the list of suspects.
 // Test: tests/explain/judge_cases.py
-#include "FormatLines.h"
+#include "Picture.h"
 
 #include "SDPTables.h"
 
@@ -17,77 +17,19 @@ using Topic = ExplainTopic;
 constexpr Rule kMixed = {"E50", "X04", ExplainSeverity::Error, 41,
                          "Without a packetization mode other than 0 each H.264 format is read over the one "
                          "before it, and the last payload stands (X04)."};
-constexpr Rule kLevel = {"E51", "X06", ExplainSeverity::Warning, 20,
-                         "A level that is not in the table reads as 1.3 (X06), level 1b is FF alone (X05), "
-                         "and all digits after the fourth are one number (G13)."};
 constexpr Rule kMode = {"E52", "X04", ExplainSeverity::Note, 62,
                         "The first H.264 format with a packetization mode other than 0 is chosen; without "
                         "one it is mode 0 (X04; RFC 6184, 8.1)."};
 constexpr Rule kInterleaved = {"E55", "X04", ExplainSeverity::Error, 20,
                                "Any packetization mode other than 0 ends the search for a format, also the "
                                "interleaved mode 2, which this side does not have (X04)."};
-constexpr Rule kProfile = {"E56", "", ExplainSeverity::Note, 64,
-                           "The first four digits of profile-level-id, profile and constraints, are not "
-                           "examined; our text always says baseline, 4200."};
 constexpr Rule kContainingName = {"E170", "X03", ExplainSeverity::Error, 12,
                                   "A format is H.264 when H264/9000 stands anywhere in its name (X03), and "
                                   "the first one with a packetization "
                                   "mode other than 0 is chosen (X04)."};
-constexpr Rule kNoLevel = {
-    "E53", "", ExplainSeverity::Note, 63,
-    "Level and limits come from the fmtp line of the chosen format alone; what it does not name is not set."};
 
 /// The part of the name that the component searches for: without the last digit of the clock rate [X03].
 constexpr std::string_view kH264Part(sdp::kH264Name, std::size(sdp::kH264Name) - 2);
-
-std::string LevelDigits(const TextLine& fmtp) {
-    const std::size_t at = Lower(fmtp.text).find("profile-level-id");
-    const std::size_t equals = at == std::string::npos ? at : fmtp.text.find('=', at);
-    if (equals == std::string::npos) {
-        return {};
-    }
-    const std::string_view value =
-        Trimmed(fmtp.text.substr(equals + 1, fmtp.text.find(';', equals) - equals - 1));
-    return std::string(value);
-}
-
-void AddLevel(Scene& scene, const TextLine& fmtp, Topic topic) {
-    const std::string value = LevelDigits(fmtp);
-    if (value.size() < 4) {
-        return;
-    }
-    const bool isHex = value.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
-    const long level = isHex && value.size() >= 6 ? std::stol(value.substr(4, 2), nullptr, 16) : -1;
-    const bool isLevel1b =
-        level == 11 && (std::stol(value.substr(2, 2), nullptr, 16) & 0x10) != 0 && value.substr(0, 2) != "64";
-    std::string digits;
-    for (int row = 0; row < sdp::kH264Levels; ++row) {
-        const int known = sdp::__iH264Profile[row];
-        digits = known <= level && known != 255 ? sdp::__strH264Profile2[row] : digits;
-    }
-    constexpr long level1b = 255;
-    if (isLevel1b || level == level1b) {
-        digits = "FF";
-    }
-    if (digits.empty() || value.size() < 6) {
-        digits = "1F";
-    }
-    const std::string exact = (isHex ? value.substr(0, 4) : "4200") + digits;
-    if (value.substr(0, 2) != "42") {
-        Blame(scene, kProfile, fmtp, {LineWords(fmtp), " has a profile other than baseline."}, {}, {})
-            .Know(topic, {"The far end may send a profile that this side did not offer to decode."});
-    }
-    if (Upper(exact) != Upper(value)) {
-        std::string text(fmtp.text);
-        text.replace(text.find(value), value.size(), exact);
-        Blame(scene, kLevel, fmtp,
-              {LineWords(fmtp), " has the profile-level-id ", AsShown(value), ", whose level",
-               level > 0 ? " " + std::to_string(level / 10) + "." + std::to_string(level % 10) : "",
-               " is not in the table", isLevel1b ? " in this form (1b)." : "."},
-              {"write profile-level-id=", exact, " in line ", fmtp.number},
-              {ReplaceLine(fmtp, std::move(text))});
-    }
-}
 
 /// Whether a packetization mode stands in the fmtp line of a payload that the section does not list; then the
 /// number in that line is blamed.
@@ -110,20 +52,6 @@ bool HasMode(const Scene& scene, const MeantSection& section) {
         return !digit.empty() && digit != "0";
     });
 }
-
-/// The lines of the H.264 format that is sent, or of the last one listed.
-struct Picture {
-    const VideoParms& stream;
-    Topic topic;
-    std::string payload;
-    const TextLine* fmtp; ///< null without one
-    const TextLine& line; ///< its fmtp line, or its rtpmap line
-
-    ExplainTextChange With(const std::string& parameter) const {
-        return fmtp != nullptr ? ReplaceLine(*fmtp, std::string(Trimmed(fmtp->text)) + ";" + parameter)
-                               : InsertAfter(line, "a=fmtp:" + payload + " " + parameter);
-    }
-};
 
 Picture PictureOf(const Scene& scene, const MeantSection& section, const VideoParms& stream,
                   const std::vector<std::string_view>& h264, Topic topic) {
@@ -187,31 +115,6 @@ void AddMode0(Scene& scene, const Picture& picture) {
                  {"The picture is sent in packetization mode 0, one NAL unit in each packet."});
 }
 
-void AddNoLevel(Scene& scene, const Picture& picture) {
-    const std::string level = picture.fmtp == nullptr ? std::string() : LevelDigits(*picture.fmtp);
-    const char* const comes = "The level of the picture is not known, so nothing limits what is sent.";
-    constexpr std::size_t least = 4;
-    if (level.size() >= least) {
-        return; // It is read, and from another format than the one that is sent.
-    }
-    if (level.empty()) {
-        Blame(scene, kNoLevel, picture.line, {LineWords(picture.line), " gives no profile-level-id."},
-              {"add profile-level-id=42801f for payload ", AsShown(picture.payload)},
-              {picture.With("profile-level-id=42801f")})
-            .Know(picture.topic, {comes});
-        return;
-    }
-    std::string text(picture.fmtp->text);
-    text.replace(text.find(level), level.size(), "42801f");
-    Suspect& suspect = Blame(
-        scene, kNoLevel, *picture.fmtp,
-        {LineWords(*picture.fmtp), " has a profile-level-id of fewer than four characters."},
-        {"write profile-level-id=42801f in line ", picture.line.number}, {ReplaceLine(*picture.fmtp, text)});
-    suspect.SayActed({"The level is what comes after the first four digits of profile-level-id, and a value "
-                      "of fewer characters is dropped (RFC 6184, 8.1)."});
-    suspect.Know(picture.topic, {comes});
-}
-
 void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
               const std::vector<std::string_view>& h264, Topic topic) {
     const VideoParms& stream =
@@ -228,7 +131,7 @@ void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
         AddMode0(scene, picture);
     }
     if (stream.strVideoLevel.empty() && stream.fIsVideoValid) {
-        AddNoLevel(scene, picture);
+        FindMissingLevel(scene, picture);
     }
 }
 
@@ -270,7 +173,7 @@ void FindPicture(Scene& scene, const MeantSection& section, const TextLine& medi
         if (NameOf(scene, section, format) == "H264") {
             h264.push_back(format);
             if (const TextLine* const fmtp = LineOf(scene.reading, section.fmtp, format)) {
-                AddLevel(scene, *fmtp, topic);
+                FindLevel(scene, *fmtp, topic);
             }
         }
     }

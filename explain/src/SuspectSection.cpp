@@ -102,13 +102,11 @@ void AddFirst(Scene& scene, const MeantSection& first, const MeantSection& later
     suspect.lines.push_back(second.number);
 }
 
-void FindOrder(Scene& scene) {
-    const std::vector<MeantSection>& sections = scene.reading.sections;
-    constexpr std::size_t most = 64;
-    if (sections.size() < 2 || sections.size() > most) {
-        return;
-    }
-    std::vector<std::pair<int, std::size_t>> ranks;
+/// A section and the place of its kind in our answers.
+using Rank = std::pair<int, std::size_t>;
+
+std::vector<Rank> RanksOf(const std::vector<MeantSection>& sections) {
+    std::vector<Rank> ranks;
     int highest = 0;
     for (std::size_t i = 0; i < sections.size(); ++i) {
         // A medium that is not known has no place of its own; it stays after the section before it.
@@ -116,45 +114,68 @@ void FindOrder(Scene& scene) {
         highest = rank == 4 ? highest : std::max(highest, rank);
         ranks.emplace_back(rank == 4 ? highest : rank, i);
     }
+    return ranks;
+}
+
+/// The sections in this order, each with CR LF at its end.
+std::string InOrder(const Reading& reading, const std::vector<Rank>& ranks) {
+    std::string text;
+    for (const Rank& rank : ranks) {
+        text += SectionText(reading, reading.sections[rank.second]);
+        text += text.substr(text.size() - 2) == "\r\n" ? "" : "\r\n";
+    }
+    return text;
+}
+
+/// Whether our answer has a section of another kind in the place of one of the far end's.
+bool IsOrderBroken(const State& state) {
+    const FactRange facts = state.Facts(Part::Call);
+    return std::any_of(facts.begin(), facts.end(), [](const Fact& fact) {
+        return fact.topic == Topic::Call && fact.about == About::Order && fact.isDead;
+    });
+}
+
+/// What the order does to each stream that is in another place of our answer.
+void KnowStreams(Suspect& suspect, const std::vector<MeantSection>& sections,
+                 const std::vector<Rank>& sorted) {
+    for (std::size_t i = 0; i < sorted.size(); ++i) {
+        for (const Topic topic : TopicsOf(sections[i], sections[i].isSlides)) {
+            const bool isFlow = topic != Topic::AudioCodec && topic != Topic::MainPicture;
+            if (sorted[i].second != i && isFlow) {
+                suspect.Know(topic, {kOtherPlace});
+            }
+        }
+    }
+}
+
+void FindOrder(Scene& scene) {
+    const std::vector<MeantSection>& sections = scene.reading.sections;
+    constexpr std::size_t most = 64;
+    if (sections.size() < 2 || sections.size() > most) {
+        return;
+    }
+    std::vector<Rank> ranks = RanksOf(sections);
     const auto wrong = std::is_sorted_until(ranks.begin(), ranks.end());
     if (wrong == ranks.end()) {
         return;
     }
     const TextLine& later = scene.reading.lines[sections[wrong->second].line];
     const auto before =
-        std::find_if(ranks.begin(), wrong, [&](const auto& rank) { return rank.first > wrong->first; });
+        std::find_if(ranks.begin(), wrong, [&](const Rank& rank) { return rank.first > wrong->first; });
     const TextLine& line = scene.reading.lines[sections[before->second].line];
     std::stable_sort(ranks.begin(), ranks.end());
-    std::string text;
-    for (const auto& rank : ranks) {
-        text += SectionText(scene.reading, sections[rank.second]);
-        text += text.substr(text.size() - 2) == "\r\n" ? "" : "\r\n";
-    }
     const std::size_t first = scene.reading.lines[sections.front().line].offset;
+    const auto blame = [&](const Rule& rule, std::vector<ExplainTextChange> changes) -> Suspect& {
+        return Blame(scene, rule, line,
+                     {LineWords(line), " stands before line ", later.number, ", ", InQuotes(later.text), "."},
+                     {"offer audio, main video, slides and floor control in this order"}, std::move(changes));
+    };
     Suspect& suspect =
-        Blame(scene, kOrder, line,
-              {LineWords(line), " stands before line ", later.number, ", ", InQuotes(later.text), "."},
-              {"offer audio, main video, slides and floor control in this order"},
-              {{first, scene.reading.text.size() - first, text}});
+        blame(kOrder, {{first, scene.reading.text.size() - first, InOrder(scene.reading, ranks)}});
     suspect.lines.push_back(later.number);
-    const FactRange facts = scene.state.Facts(Part::Call);
-    const auto* const order = std::find_if(facts.begin(), facts.end(), [](const Fact& fact) {
-        return fact.topic == Topic::Call && fact.about == About::Order;
-    });
-    if (order != facts.end() && order->isDead) {
+    if (IsOrderBroken(scene.state)) {
         suspect.Know(Topic::Call, {kOtherPlace});
-        Suspect& streams =
-            Blame(scene, kStreamOrder, line,
-                  {LineWords(line), " stands before line ", later.number, ", ", InQuotes(later.text), "."},
-                  {"offer audio, main video, slides and floor control in this order"}, {});
-        for (std::size_t i = 0; i < ranks.size(); ++i) {
-            for (const Topic topic : TopicsOf(sections[i], sections[i].isSlides)) {
-                const bool isFlow = topic != Topic::AudioCodec && topic != Topic::MainPicture;
-                if (ranks[i].second != i && isFlow) {
-                    streams.Know(topic, {kOtherPlace});
-                }
-            }
-        }
+        KnowStreams(blame(kStreamOrder, {}), sections, ranks);
     }
 }
 

@@ -66,60 +66,73 @@ void FindOtherKeys(Scene& scene) {
     }
 }
 
-void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) {
-    const TextLine& media = scene.reading.lines[section.line];
-    const TextLine* earlier = nullptr;
-    bool hasLine = false;
+/// What is wrong with the crypto lines of a section; whether it has any.
+bool FindCryptoLines(Scene& scene, const MeantSection& section) {
     constexpr std::size_t most = 16;
-    std::size_t count = 0;
+    std::vector<const TextLine*> lines;
     bool hasRead = false;
     for (std::size_t i = section.line + 1; i <= section.last; ++i) {
         const TextLine& line = scene.reading.lines[i];
-        const sdp::Suite* const suite = line.meant == SDPRow::Crypto ? SuiteOf(line) : nullptr;
-        hasRead = hasRead || (suite != nullptr && suite->isRead);
-    }
-    for (std::size_t i = section.line + 1; i <= section.last; ++i) {
-        const TextLine& line = scene.reading.lines[i];
-        if (line.meant != SDPRow::Crypto || ++count > most) {
-            continue;
+        if (line.meant == SDPRow::Crypto) {
+            const sdp::Suite* const suite = SuiteOf(line);
+            hasRead = hasRead || (suite != nullptr && suite->isRead);
+            lines.push_back(&line);
         }
-        hasLine = true;
-        FindCryptoLine(scene, line, earlier, hasRead, TopicOf(section));
-        const sdp::Suite* const suite = SuiteOf(line);
-        earlier = suite != nullptr && suite->isRead ? &line : earlier;
     }
-    if (hasLine && !section.IsSecure() && !section.IsDtls() && section.transport.find("RTP/AVP") == 0) {
-        std::string text(media.text);
-        const std::size_t at = Upper(text).find("RTP/AVP");
-        if (at != std::string::npos) {
-            text.insert(at + 4, "S");
-            Blame(scene, kPlainTransport, media,
-                  {LineWords(media), " says RTP/AVP, and crypto lines follow it."},
-                  {"write RTP/SAVP in line ", media.number}, {ReplaceLine(media, text)});
+    const TextLine* earlier = nullptr;
+    for (std::size_t i = 0; i < lines.size() && i < most; ++i) {
+        FindCryptoLine(scene, *lines[i], earlier, hasRead, TopicOf(section));
+        const sdp::Suite* const suite = SuiteOf(*lines[i]);
+        earlier = suite != nullptr && suite->isRead ? lines[i] : earlier;
+    }
+    return !lines.empty();
+}
+
+/// A plain transport before crypto lines.
+void AddPlainTransport(Scene& scene, const TextLine& media) {
+    std::string text(media.text);
+    const std::size_t at = Upper(text).find("RTP/AVP");
+    if (at != std::string::npos) {
+        text.insert(at + std::string_view("RTP/").size(), "S");
+        Blame(scene, kPlainTransport, media, {LineWords(media), " says RTP/AVP, and crypto lines follow it."},
+              {"write RTP/SAVP in line ", media.number}, {ReplaceLine(media, text)});
+    }
+}
+
+/// A section that is secure by its transport, or beside another secure one, and has no crypto line.
+void AddNoLine(Scene& scene, const MeantSection& section, bool isOtherSecure) {
+    const TextLine& media = scene.reading.lines[section.line];
+    const bool isOneSecure = section.media == "video" && !section.isSlides && isOtherSecure;
+    const std::string text = std::string("a=crypto:1 ") + kReadSuite + " inline:" + kSampleKey;
+    Suspect& suspect = Blame(scene, isOneSecure ? kOneSecure : kNoLine, media,
+                             {LineWords(media), " has no crypto line after it",
+                              isOneSecure ? ", and the section with a=content:slides has one." : "."},
+                             {"insert a crypto line of ", kReadSuite, " after line ", media.number},
+                             {InsertAfter(media, text)});
+    if (scene.input.remoteAnswers) {
+        suspect.SayActed(
+            {"Without a crypto line that is read a section is not secure, whatever its transport "
+             "says; an answer to RTP/SAVP has one (RFC 4568, 5.1.2)."});
+    }
+}
+
+void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) {
+    const TextLine& media = scene.reading.lines[section.line];
+    if (FindCryptoLines(scene, section)) {
+        if (!section.IsSecure() && !section.IsDtls() && BeginsWith(section.transport, "RTP/AVP")) {
+            AddPlainTransport(scene, media);
         }
+        return;
     }
     const bool isPlain = !section.WantsCrypto() && !(isOtherSecure && scene.input.srtp);
-    if (!hasLine && isPlain && scene.input.srtp && !section.IsDtls()) {
+    if (!isPlain) {
+        AddNoLine(scene, section, isOtherSecure);
+    } else if (scene.input.srtp && !section.IsDtls()) {
         Blame(scene, kPlainOffer, media,
               {LineWords(media), " says ", AsShown(section.transport), " and has no crypto line after it."},
               {}, {})
             .Know(TopicOf(section), {"The far end wants no encryption here: no suite and no "
                                      "key, and our text says RTP/AVP."});
-    }
-    if (hasLine || isPlain) {
-        return;
-    }
-    const bool isMain = section.media == "video" && !section.isSlides;
-    const std::string text = std::string("a=crypto:1 ") + kReadSuite + " inline:" + kSampleKey;
-    Suspect& suspect = Blame(
-        scene, isMain && isOtherSecure ? kOneSecure : kNoLine, media,
-        {LineWords(media), " has no crypto line after it",
-         isMain && isOtherSecure ? ", and the section with a=content:slides has one." : "."},
-        {"insert a crypto line of ", kReadSuite, " after line ", media.number}, {InsertAfter(media, text)});
-    if (scene.input.remoteAnswers) {
-        suspect.SayActed(
-            {"Without a crypto line that is read a section is not secure, whatever its transport "
-             "says; an answer to RTP/SAVP has one (RFC 4568, 5.1.2)."});
     }
 }
 

@@ -49,15 +49,32 @@ bool HasNames(std::string_view text, std::string_view canonical) {
            });
 }
 
+std::string WithoutBlanks(std::string_view text) {
+    std::string bare(text);
+    bare.erase(std::remove_if(bare.begin(), bare.end(), [](char c) { return c == ' ' || c == '\t'; }),
+               bare.end());
+    return bare;
+}
+
+/// What an attribute has where the colon after its name belongs; null for a colon.
+const char* ColonWords(std::string_view text, std::string_view canonical) {
+    const std::size_t colon = canonical.find(':');
+    if (!BeginsWith(canonical, "a=") || colon >= text.size()) {
+        return nullptr;
+    }
+    const std::string_view name = text.substr(0, colon);
+    if (text[colon] == ' ' && text.find(':') != colon + 1 && name == canonical.substr(0, colon)) {
+        return "has a blank in place of its colon";
+    }
+    if (text[colon] != ':' && text[colon] != ' ' && Lower(name) == canonical.substr(0, colon)) {
+        return IsDigits(text.substr(colon, 1)) ? "has no colon after its name"
+                                               : "has another sign in place of its colon";
+    }
+    return nullptr;
+}
+
 /// How two spellings differ, for a sentence.
 const char* DifferenceWords(std::string_view text, std::string_view canonical) {
-    const auto bare = [](std::string_view with) {
-        std::string without(with);
-        without.erase(
-            std::remove_if(without.begin(), without.end(), [](char c) { return c == ' ' || c == '\t'; }),
-            without.end());
-        return without;
-    };
     if (HasLookalike(text)) {
         return "has a character that only looks like a blank, a dash or a quote";
     }
@@ -80,26 +97,20 @@ const char* DifferenceWords(std::string_view text, std::string_view canonical) {
     if (Trimmed(text) == canonical) {
         return text[0] == canonical[0] ? "has a blank at its end" : "begins with a blank";
     }
-    if (text.find("; ") != std::string_view::npos && bare(text) == bare(canonical)) {
+    const bool isBlankAlone = WithoutBlanks(text) == WithoutBlanks(canonical);
+    if (text.find("; ") != std::string_view::npos && isBlankAlone) {
         return "has a blank after ';'";
     }
-    const std::size_t colon = canonical.find(':');
-    if (BeginsWith(canonical, "a=") && colon < text.size() && text[colon] == ' ' &&
-        text.find(':') != colon + 1 && text.substr(0, colon) == canonical.substr(0, colon)) {
-        return "has a blank in place of its colon";
+    if (const char* const words = ColonWords(text, canonical)) {
+        return words;
     }
-    if (BeginsWith(canonical, "a=") && colon < text.size() && text[colon] != ':' && text[colon] != ' ' &&
-        Lower(text.substr(0, colon)) == canonical.substr(0, colon)) {
-        return IsDigits(text.substr(colon, 1)) ? "has no colon after its name"
-                                               : "has another sign in place of its colon";
+    if (isBlankAlone) {
+        return text.size() < canonical.size() ? "lacks a blank between two words"
+                                              : "has a blank that does not belong there";
     }
-    if (bare(text) != bare(canonical)) {
-        return text.find(',') != std::string_view::npos && canonical.find(',') == std::string_view::npos
-                   ? "has a comma where a blank or ';' belongs"
-                   : "is not spelled as the component compares it";
-    }
-    return text.size() < canonical.size() ? "lacks a blank between two words"
-                                          : "has a blank that does not belong there";
+    return text.find(',') != std::string_view::npos && canonical.find(',') == std::string_view::npos
+               ? "has a comma where a blank or ';' belongs"
+               : "is not spelled as the component compares it";
 }
 
 constexpr const char* kTypeActed =
