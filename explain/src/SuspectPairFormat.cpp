@@ -170,12 +170,12 @@ void FindPairFormats(Scene& scene, const Reading& offer, const MeantSection& our
             } else {
                 text.replace(at + 19, 1, mode);
             }
-            Suspect& suspect = Blame(
-                scene, kSwapped, line,
-                {LineWords(line), " gives payload ", AsShown(format),
-                 " another packetization mode than our offer, which lists ", Payloads(ours), " (",
-                 InQuotes(offer.lines[ourLine->second].text), ")."},
-                {"write packetization-mode=", mode, " in line ", line.number}, {ReplaceLine(line, text)});
+            Suspect& suspect = Blame(scene, kSwapped, line,
+                                     {LineWords(line), " gives payload ", AsShown(format),
+                                      " another packetization mode than our offer of ", Payloads(ours), ", ",
+                                      InQuotes(offer.lines[ourLine->second].text), "."},
+                                     {"write packetization-mode=", mode, " in line ", line.number},
+                                     {ReplaceLine(line, text)});
             for (const Topic topic : topics) {
                 suspect.Know(topic, {"We would send payload ", AsShown(format),
                                      " in a packetization mode that our offer gave to another "

@@ -18,21 +18,22 @@ namespace {
 
 constexpr std::size_t kWidth = 240;
 
-/// A text of at most `most` bytes. A longer one ends after a sentence, otherwise after a phrase or at least a
-/// word.
+/// A text of at most `most` bytes. A longer one ends after a sentence or a phrase, whichever is later, and
+/// without either after a word.
 std::string Cut(const std::string& text, std::size_t most) {
     constexpr std::string_view dots = "...";
+    constexpr std::string_view comma = ", ";
     if (text.size() <= most) {
         return text;
     }
     const std::size_t sentence = most == 0 ? std::string::npos : text.rfind(". ", most - 1);
-    if (sentence != std::string::npos) {
-        return text.substr(0, sentence + 1);
+    const std::size_t room = most - std::min(most, dots.size() + comma.size());
+    const std::size_t phrase = text.rfind(comma, room);
+    if (phrase != std::string::npos && (sentence == std::string::npos || phrase > sentence)) {
+        return text.substr(0, phrase + comma.size()).append(dots);
     }
-    const std::size_t room = most - std::min(most, dots.size() + 1);
-    const std::size_t phrase = text.rfind(", ", room);
-    return phrase != std::string::npos ? text.substr(0, phrase + 2).append(dots)
-                                       : text.substr(0, std::min(text.rfind(' ', room), room)).append(dots);
+    return sentence != std::string::npos ? text.substr(0, sentence + 1)
+                                         : text.substr(0, std::min(text.rfind(' ', room), room)).append(dots);
 }
 
 std::string Line(const std::string& text) {
