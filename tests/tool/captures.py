@@ -8,14 +8,17 @@
 import difflib
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
 import tempfile
 
 from captures_wire import pcap
+from captures_calls import over_udp
 import captures_calls
 import captures_dialogs
+import captures_frames
 
 HERE = pathlib.Path(__file__).resolve().parent
 SCENARIOS = {**captures_calls.SCENARIOS, **captures_dialogs.SCENARIOS}
@@ -71,6 +74,21 @@ def check_errors(folder):
         problems.append("a name that begins like an option")
 
 
+def check_framings(folder):
+    """Every framing gives the timeline of the plain capture, but for addresses and ports."""
+    timeline = None
+    for name, capture in [("plain-frames", pcap(over_udp(*captures_frames.call()))), *captures_frames.framings()]:
+        (folder / name).write_bytes(capture)
+        text = re.sub(r" \([^)]*\)", "", run(folder, "explain", "--pcap", name).stdout)
+        timeline = timeline or text
+        if text != timeline or "step 9, 3.000 s: the caller ends the call" not in text:
+            problems.append(name)
+            print("".join(difflib.unified_diff(timeline.splitlines(True), text.splitlines(True), "plain", name)))
+    for name, capture, words in captures_frames.not_readable():
+        (folder / name).write_bytes(capture)
+        check_error(folder, name, 3, f"{name}: holds no call over SIP that can be read{words}")
+
+
 def main(folder):
     for name, (packets, options) in SCENARIOS.items():
         written = packets if isinstance(packets, bytes) else pcap(packets)
@@ -82,6 +100,7 @@ def main(folder):
     kept = {path.stem for path in (HERE / "captures").glob("*.txt")}
     problems.extend(sorted(kept ^ set(SCENARIOS)))
     check_errors(folder)
+    check_framings(folder)
     if "--keep" in sys.argv:
         shutil.copytree(folder, sys.argv[sys.argv.index("--keep") + 1], dirs_exist_ok=True)
 

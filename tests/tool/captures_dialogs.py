@@ -162,6 +162,66 @@ def replaced():
     return over_udp(*packets, (30, "alice", Dialog("four@192.0.2.1").request("INVITE", 1, to_tag="")))
 
 
+RELIABLE = ["Require: 100rel", "RSeq: 1"]
+
+
+def forked_delayed():
+    """The INVITE has no description; two branches offer in a 200, each is answered in its ACK."""
+    call = Dialog("forked-delayed@192.0.2.1")
+    packets = [(0, "alice", call.request("INVITE", 1, to_tag=""))]
+    for at, tag, port in ((10, "b1", 6004), (12, "b2", 6014)):
+        packets += [(at, "bob", call.response("200 OK", 1, body=sdp("bob", audio=port), to_tag=tag)),
+                    (at + 10, "alice", call.request("ACK", 1, sdp("alice"), to_tag=tag))]
+    held = sdp("bob", 2, audio=6014, direction="sendonly")
+    return over_udp(
+        *sorted(packets, key=lambda packet: packet[0]), (30, "alice", call.request("BYE", 2, to_tag="b1")),
+        (1000, "bob", call.request("INVITE", 1, held, side="bob", to_tag="b2")),
+        (1010, "alice", call.response("200 OK", 1, body=sdp("alice", 2, direction="recvonly"), side="bob", to_tag="b2")),
+        (1020, "bob", call.request("ACK", 1, side="bob", to_tag="b2")), (2000, "alice", call.request("BYE", 3, to_tag="b2")))
+
+
+def forked_reliable():
+    """The same with offers in reliable 183s and answers in PRACK; then the caller gives up."""
+    call = Dialog("forked-reliable@192.0.2.1")
+    packets = [(0, "alice", call.request("INVITE", 1, to_tag=""))]
+    for at, tag, port in ((10, "b1", 6004), (12, "b2", 6014), (14, "b3", 6024)):
+        packets += [(at, "bob", call.response("183 Session Progress", 1, body=sdp("bob", audio=port), to_tag=tag,
+                                              extra=RELIABLE))]
+        packets += [(at + 10, "alice", call.request("PRACK", 2, sdp("alice"), to_tag=tag, extra=["RAck: 1 1 INVITE"])),
+                    (at + 11, "bob", call.response("200 OK", 2, "PRACK", to_tag=tag))] if tag != "b3" else []
+    return over_udp(*sorted(packets, key=lambda packet: packet[0]), (40, "alice", call.request("CANCEL", 1, to_tag="")),
+                    (50, "bob", call.response("487 Request Terminated", 1, to_tag="b1")))
+
+
+def crossing_bye():
+    """A re-INVITE and a BYE that cross each other."""
+    call = Dialog("crossing-bye@192.0.2.1")
+    return over_udp(
+        (0, "alice", call.request("INVITE", 1, sdp("alice"), to_tag="")), (10, "bob", call.response("200 OK", 1, body=sdp("bob"))),
+        (20, "alice", call.request("ACK", 1)), (1000, "alice", call.request("INVITE", 2, sdp("alice", 2, direction="sendonly"))),
+        (1001, "bob", call.request("BYE", 1, side="bob")), (1010, "bob", call.response("481 Call/Transaction Does Not Exist", 2)),
+        (1011, "alice", call.request("ACK", 2)), (1012, "alice", call.response("200 OK", 1, "BYE", side="bob")))
+
+
+def early_offers():
+    """Offers in PRACK and UPDATE before the 200, which has no description; one is refused, one comes later."""
+    call = Dialog("early-offers@192.0.2.1")
+    return over_udp(
+        (0, "alice", call.request("INVITE", 1, sdp("alice"), to_tag="")),
+        (10, "bob", call.response("183 Session Progress", 1, body=sdp("bob"), extra=RELIABLE)),
+        (20, "alice", call.request("PRACK", 2, sdp("alice", 2, audio=5014), extra=["RAck: 1 1 INVITE"])),
+        (21, "bob", call.response("200 OK", 2, "PRACK", body=sdp("bob", 2, audio=6014))),
+        (30, "alice", call.request("UPDATE", 3, sdp("alice", 3, audio=5024))),
+        (31, "bob", call.response("200 OK", 3, "UPDATE", body=sdp("bob", 3, audio=6024))),
+        (32, "bob", call.request("UPDATE", 1, sdp("bob", 4, audio=6034), side="bob")),
+        (33, "alice", call.response("504 Server Time-out", 1, "UPDATE", side="bob")),
+        (40, "bob", call.response("200 OK", 1)), (41, "alice", call.request("ACK", 1)),
+        (1000, "bob", call.request("UPDATE", 2, sdp("bob", 4, audio=6034), side="bob")),
+        (1001, "alice", call.response("200 OK", 2, "UPDATE", body=sdp("alice", 4, audio=5034), side="bob")),
+        (2000, "alice", call.request("UPDATE", 4)), (2001, "bob", call.response("200 OK", 4, "UPDATE")),
+        (3000, "bob", call.request("BYE", 3, side="bob")))
+
+
 SCENARIOS = {
     "updates": (updates(), ["--about audio.send"]),
     "early-branches": (early_branches(), ["--about audio.send"]),
@@ -174,5 +234,9 @@ SCENARIOS = {
     "missing": (missing(), ["--about audio.codec"]),
     "replaced": (replaced(), [f"--about audio.codec --we callee --call {call}" for call in (2, 3, 4)]),
     "unread": (unread(), ["--about audio.codec"]),
+    "forked-delayed": (forked_delayed(), ["--about audio.send"]),
+    "forked-reliable": (forked_reliable(), ["--about audio.codec"]),
+    "crossing-bye": (crossing_bye(), ["--about audio.codec"]),
+    "early-offers": (early_offers(), ["--about audio.send"]),
     "answers-that-differ": (answers_that_differ(), ["--about audio.send"]),
 }

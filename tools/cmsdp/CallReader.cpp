@@ -56,18 +56,37 @@ Transaction& CallReader::TransactionOf(const SipMessage& message) {
         found->second.fromTag = message.fromTag;
         found->second.toTag = std::get<2>(key);
     }
-    return found->second;
+    Transaction& transaction = found->second;
+    const bool offers = message.hasDescription && message.status > 100 && message.status < 300;
+    return offers && method == "INVITE" && transaction.isSeen && !transaction.hasOffer &&
+                   transaction.toTag != message.toTag
+               ? BranchOf(transaction,
+                          {std::get<0>(key), message.fromTag, message.toTag, message.cseq, method})
+               : transaction;
+}
+
+// RFC 3261, 13.2.1: a response to an INVITE without a description offers, each branch for itself.
+Transaction& CallReader::BranchOf(Transaction& root, TransactionKey key) {
+    Transaction& branch = m_transactions[key];
+    branch.fromTag = root.fromTag;
+    branch.toTag = std::get<2>(key);
+    branch.isSeen = true;
+    branch.root = &root;
+    root.offering.push_back(&branch);
+    return branch;
 }
 
 // The open offer of a side in the dialog of a message.
 Transaction* CallReader::OpenOf(Side side, const SipMessage& message) {
-    Transaction* const open = OpenOf(side);
-    const auto isOneOf = [&](const std::string& tag) {
-        return tag == message.fromTag || tag == message.toTag;
-    };
-    const bool isSame =
-        open != nullptr && isOneOf(open->fromTag) && (open->toTag.empty() || isOneOf(open->toTag));
-    return isSame ? open : nullptr;
+    const Open& open = OpenOf(side);
+    for (const Leg::Pair& tags : {Leg::Pair(message.fromTag, message.toTag), Leg::Pair(message.fromTag, ""),
+                                  Leg::Pair(message.toTag, "")}) {
+        const auto found = open.find(Leg(tags, {}).tags);
+        if (found != open.end()) {
+            return found->second;
+        }
+    }
+    return nullptr;
 }
 
 Step CallReader::StepOf(const SipMessage& message, Side from) const {

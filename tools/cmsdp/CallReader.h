@@ -33,6 +33,8 @@ struct Transaction : OfferAnswer {
     Texts offerTexts;
     Texts answerTexts;                         // To tag and description
     Texts branches;                            // To tag and the last answer with it
+    std::vector<Transaction*> offering;        // of an INVITE without an offer: the branches that offer
+    Transaction* root = nullptr;               // of such a branch: the INVITE
     bool isResponded = false;                  // any response
     bool isDone = false;                       // answered, refused, or known to have no answer
     std::map<Leg, std::size_t> unacknowledged; // how often a 2xx to INVITE was seen
@@ -45,6 +47,9 @@ using TransactionKey = std::tuple<Side, std::string, std::string, std::uint32_t,
 /// What makes a message the same one, wherever it was seen.
 using MessageKey =
     std::tuple<Side, std::string, std::string, std::string, int, std::uint32_t, std::string, std::string>;
+
+/// The last offer of a side in each dialog, while it has no answer, by tags.
+using Open = std::map<Leg::Pair, Transaction*>;
 
 Leg LegOf(const SipMessage& message);
 
@@ -61,6 +66,7 @@ public:
 private:
     Side RequesterOf(const SipMessage& message);
     Transaction& TransactionOf(const SipMessage& message);
+    Transaction& BranchOf(Transaction& root, TransactionKey key);
     Step StepOf(const SipMessage& message, Side from) const;
     Side RequesterKnown(const SipMessage& message) const;
     MessageKey KeyOf(const SipMessage& message) const;
@@ -81,9 +87,10 @@ private:
     void End(const SipMessage& message, Step& step);
     bool IsAnsweredBy(const Transaction& transaction, Side side) const;
     void Close(Transaction& transaction);
+    void RefuseBranches(Transaction& transaction);
     void CountAccepted(const SipMessage& message);
     void NoteMissing(const Transaction& transaction);
-    Transaction*& OpenOf(Side side) { return m_open[static_cast<std::size_t>(side)]; }
+    Open& OpenOf(Side side) { return m_open[static_cast<std::size_t>(side)]; }
     Transaction* OpenOf(Side side, const SipMessage& message);
 
     std::unique_ptr<Call> m_call = std::make_unique<Call>();
@@ -91,7 +98,7 @@ private:
     std::set<std::string> m_callerTags;
     std::map<TransactionKey, Transaction> m_transactions;
     std::map<MessageKey, std::optional<std::size_t>> m_known;
-    std::array<Transaction*, 2> m_open = {}; // the last offer of each Side, while it has no answer
+    std::array<Open, 2> m_open;              // by Side
     std::map<Leg::Pair, std::size_t> m_live; // tags of a dialog that was accepted, and a step of it
     std::optional<std::size_t> m_challenged; // the offer that was answered by 401 or 407
     std::optional<double> m_start;

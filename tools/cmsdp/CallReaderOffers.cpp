@@ -32,8 +32,11 @@ std::string WithoutOrigin(std::string_view text) {
 
 void CallReader::Close(Transaction& transaction) {
     transaction.isDone = true;
-    for (Transaction*& open : m_open) {
-        open = open == &transaction ? nullptr : open;
+    for (Open& open : m_open) {
+        const auto found = open.find(Leg({transaction.fromTag, transaction.toTag}, {}).tags);
+        if (found != open.end() && found->second == &transaction) {
+            open.erase(found);
+        }
     }
 }
 
@@ -63,7 +66,8 @@ void CallReader::Offer(const SipMessage& message, Side from, Transaction& transa
     const std::size_t index = m_agreements.AddOffer(std::move(step), LegOf(message));
     transaction.offers.push_back(index);
     transaction.offerTexts.emplace(message.description, index);
-    OpenOf(from) = &transaction;
+    OpenOf(from).erase(Leg({transaction.fromTag, ""}, {}).tags);
+    OpenOf(from)[Leg({transaction.fromTag, transaction.toTag}, {}).tags] = &transaction;
     Remember(message, index);
 }
 
@@ -157,6 +161,10 @@ void CallReader::OfferInResponse(const SipMessage& message, Side from, Transacti
         if (isFirst) {
             m_call->steps.back().notes.push_back("the " + message.cseqMethod +
                                                  " has no description, so its response offers");
+        }
+        if (isFirst && transaction.root != nullptr && transaction.root->offering.size() > 1) {
+            m_call->steps.back().notes.emplace_back(
+                "another branch of the call offers: the tag of To is a new one (RFC 3261, 12.1)");
         }
         return;
     }

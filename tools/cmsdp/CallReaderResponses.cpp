@@ -9,9 +9,20 @@
 
 namespace cmsdp {
 
+// A final response ends the INVITE with all its branches (RFC 3261, 13.2.2.3).
+void CallReader::RefuseBranches(Transaction& transaction) {
+    Transaction& root = transaction.root == nullptr ? transaction : *transaction.root;
+    for (Transaction* const branch : root.offering) {
+        m_agreements.Refuse(*branch);
+        Close(*branch);
+    }
+    root.offering.clear();
+}
+
 void CallReader::Refuse(const SipMessage& message, Side from, Transaction& transaction) {
     m_agreements.Refuse(transaction);
     Close(transaction);
+    RefuseBranches(transaction);
     if (transaction.offers.empty() && message.cseqMethod != "INVITE") {
         return;
     }
@@ -132,6 +143,13 @@ Call CallReader::Finish() {
 
 void CallReader::End(const SipMessage& message, Step& step) {
     const auto ended = m_live.find(LegOf(message).tags);
+    for (const Side side : {Side::Caller, Side::Callee}) {
+        const Transaction* const open = step.kind == StepKind::End ? OpenOf(side, message) : nullptr;
+        if (open != nullptr) {
+            step.notes.push_back("the offer of step " + std::to_string(open->offers.back() + 1) +
+                                 " is not answered yet");
+        }
+    }
     if (step.kind == StepKind::End && ended != m_live.end()) {
         if (m_live.size() > 1) {
             step.partner = ended->second;

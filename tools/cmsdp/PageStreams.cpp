@@ -61,7 +61,7 @@ bool IsWhole(ExplainTopic topic) {
     return !IsAudio(topic) && !IsMain(topic) && !IsSlides(topic) && !IsFloor(topic);
 }
 
-constexpr StreamRow kStreams[] = {
+constexpr StreamRow kStreamRows[] = {
     {"audio", "Audio", &Report::audio, OfAudio, IsAudio},
     {"main video", "Main video", &Report::mainVideo, OfMain, IsMain},
     {"presentation", "Presentation", &Report::presentation, OfSlides, IsSlides},
@@ -137,7 +137,7 @@ void WriteLinks(Markup& out, const PageText& text, bool (*isAbout)(ExplainTopic)
 }
 
 const StreamRow* RowOf(const Block& block) {
-    for (const StreamRow& row : kStreams) {
+    for (const StreamRow& row : kStreamRows) {
         if (block.title == row.block) {
             return &row;
         }

@@ -151,8 +151,8 @@ std::string FindingsOf(const std::vector<ExplainFinding>& findings) {
     return text;
 }
 
-std::string Reading(const Call& call, std::size_t index, const CommandLine& line,
-                    const Capabilities& receiver) {
+std::string ReadingText(const Call& call, std::size_t index, const CommandLine& line,
+                        const Capabilities& receiver) {
     const Step& step = call.steps[index];
     std::string text = Changes(step, line);
     text += std::string("  read by the ") + SideName(OtherSide(step.from)) + ":\n";
@@ -204,7 +204,7 @@ std::string TimelineText(const std::vector<Call>& calls, std::size_t shown, cons
         for (const std::string& note : call.steps[i].notes) {
             text += "  note: " + Visible(Secrets(false).Hide(note)) + "\n";
         }
-        text += call.steps[i].isEvaluated ? Reading(call, i, line, receiver) : "";
+        text += call.steps[i].isEvaluated ? ReadingText(call, i, line, receiver) : "";
     }
     return text;
 }
