@@ -72,6 +72,11 @@ unsigned char Which(baseSDP::SRTP_M_LINE stream) {
     return static_cast<unsigned char>(stream);
 }
 
+/// What a declined section lists is used by nobody (RFC 3264, 5.1 and 6).
+bool IsDeclined(const View& view) {
+    return view.isThere && view.port == 0;
+}
+
 bool IsDeadPlace(const View& view) {
     return view.address.empty() || view.address == "0.0.0.0" || view.port <= 0 || view.port > 65535;
 }
@@ -84,7 +89,9 @@ void AddTheirs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE str
     const bool isMuted = stream == baseSDP::SRTP_VIDEO && input.local.fVideoTxMuted;
     const auto& [carries, sends, receives] = kTopics[stream];
     const bool isTakenAsMain = stream == baseSDP::SRTP_VIDEO_PRESO && state.record.m_VideoMain.fIsVideoValid;
-    if (view.isThere) {
+    if (IsDeclined(view)) {
+        state.Say({carries, About::Codec, which, true, true}, {name, " is declined"});
+    } else if (view.isThere) {
         state.Say({carries, About::Codec, which, !runs, true},
                   {name, " has ", view.codec[0], view.codec[1], view.codec[2]});
     } else {
@@ -108,12 +115,30 @@ void AddTheirs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE str
         state.Say({sends, About::Place, which, IsDeadPlace(view), true, !runs},
                   {name, " is sent to the address ", AsShown(view.address), " port ", view.port});
     }
-    if (stream != baseSDP::SRTP_AUDIO && runs) {
+    if (stream != baseSDP::SRTP_AUDIO && runs && !IsDeclined(view)) {
         state.Say({carries, About::Limits, which}, {name, " is sent with "});
         SayLimits(state,
                   stream == baseSDP::SRTP_VIDEO ? state.record.m_VideoMain : state.record.m_VideoPreso);
     } else if (stream != baseSDP::SRTP_AUDIO) {
         state.Say({carries, About::Limits, which, true, false, true}, {name, " has no picture format"});
+    }
+}
+
+void AddOurCodec(State& state, baseSDP::SRTP_M_LINE stream, const View& view, const char* text) {
+    const OurSection* const section = OurStream(state, stream);
+    state.Say({kTopics[stream][0], About::OurCodec, Which(stream), !view.hasCodec},
+              {text, " has ", view.codec[0], view.codec[1], view.codec[2], " for ", kStreamNames[stream]});
+    if (stream != baseSDP::SRTP_AUDIO && view.hasCodec) {
+        state.SayMore({" and "});
+        SayLimits(state, stream == baseSDP::SRTP_VIDEO ? state.ours->read.m_VideoMain
+                                                       : state.ours->read.m_VideoPreso);
+    }
+    if (section != nullptr && stream == baseSDP::SRTP_AUDIO) {
+        const char* before = ", formats ";
+        for (const std::string_view format : section->formats) {
+            state.SayMore({before, format});
+            before = " ";
+        }
     }
 }
 
@@ -130,20 +155,8 @@ void AddOurs(State& state, const ExplainInput& input, baseSDP::SRTP_M_LINE strea
         state.Say({receives, About::OurReceiving, which, true}, clause);
         return;
     }
-    const OurSection* const section = OurStream(state, stream);
-    state.Say({carries, About::OurCodec, which, !view.hasCodec},
-              {text, " has ", view.codec[0], view.codec[1], view.codec[2], " for ", name});
-    if (stream != baseSDP::SRTP_AUDIO && view.hasCodec) {
-        state.SayMore({" and "});
-        SayLimits(state, stream == baseSDP::SRTP_VIDEO ? state.ours->read.m_VideoMain
-                                                       : state.ours->read.m_VideoPreso);
-    }
-    if (section != nullptr && stream == baseSDP::SRTP_AUDIO) {
-        const char* before = ", formats ";
-        for (const std::string_view format : section->formats) {
-            state.SayMore({before, format});
-            before = " ";
-        }
+    if (input.remoteAnswers || !IsDeclined(ViewOf(state.record, stream))) {
+        AddOurCodec(state, stream, view, text);
     }
     state.Say({sends, About::OurSending, which, !view.receive},
               {text, " says that ", name, view.receive ? " is sent" : " is not sent"});

@@ -40,7 +40,8 @@ void PartGlued(Words& words) {
     }
     for (std::size_t i = 1; i < 3 && i < words.size(); ++i) { // "5004,RTP/AVP,0"
         const std::size_t comma = words[i].find_first_of(",;");
-        if (comma != std::string_view::npos && comma > 0 && comma + 1 < words[i].size()) {
+        const bool isThousands = i == 1 && i + 1 < words.size() && IsTransport(words[i + 1]); // "42,012"
+        if (comma != std::string_view::npos && comma > 0 && comma + 1 < words[i].size() && !isThousands) {
             CutInTwo(words, i, comma);
         }
     }

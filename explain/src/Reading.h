@@ -65,6 +65,7 @@ struct MeantSection {
     bool IsDtls() const { return negotiation::IsDtls(transport); }
     /// Whether it says that its keys are in crypto lines.
     bool WantsCrypto() const { return IsSecure() && !IsDtls(); }
+    bool IsDeclined() const { return port == "0"; }
 };
 
 struct Reading {

@@ -72,7 +72,7 @@ void FindSecondVideo(Scene& scene) {
         }
         const TextLine& line = scene.reading.lines[section.line];
         const bool isSpelled = content != nullptr && Canonical(*content, scene.reading) == "a=content:slides";
-        if (main != nullptr && !isSpelled && section.port != "0") {
+        if (main != nullptr && !isSpelled && !section.IsDeclined()) {
             const ExplainTextChange change = content == nullptr ? InsertAfter(line, "a=content:slides")
                                                                 : ReplaceLine(*content, "a=content:slides");
             Suspect& suspect =
@@ -116,7 +116,7 @@ void AddMissing(Scene& scene, const char* words, std::initializer_list<Topic> to
 bool HasDeclinedFurther(const Reading& reading) {
     std::size_t videos = 0;
     return std::any_of(reading.sections.begin(), reading.sections.end(), [&](const MeantSection& section) {
-        return section.media == "video" && ++videos > 1 && section.port == "0";
+        return section.media == "video" && ++videos > 1 && section.IsDeclined();
     });
 }
 

@@ -116,7 +116,7 @@ void FindFloor(Scene& scene) {
             break;
         }
         if (section.IsFloor()) {
-            if (section.port != "0") {
+            if (!section.IsDeclined()) {
                 FindFloorSection(scene, section);
                 FindFloorIds(scene, section);
             }

@@ -97,10 +97,6 @@ bool HasEarlier(const Reading& reading, const MeantSection& section) {
     return false;
 }
 
-bool IsDeclined(const MeantSection& section) {
-    return section.port == "0";
-}
-
 /// What comes of a declined section. A video section that is not marked as slides and is not the first one
 /// takes the place of the slides: a declined section rarely has a content line.
 void AddDeclined(Scene& scene, Suspect& suspect, const MeantSection& section) {
@@ -118,21 +114,35 @@ void AddDeclined(Scene& scene, Suspect& suspect, const MeantSection& section) {
                                      : ": the stream does not start, and no media flow either way."});
         }
     }
-    if (&section == &sections.front() && std::all_of(sections.begin(), sections.end(), IsDeclined)) {
+    if (&section == &sections.front() &&
+        std::all_of(sections.begin(), sections.end(),
+                    [](const MeantSection& each) { return each.IsDeclined(); })) {
         suspect.Know(Topic::Call, {"The far end has declined every section: nothing starts."});
     }
 }
 
-/// The port that a word was meant for: ":11780", "0x6006", "5,004"; a sample for one that tells none.
+/// Whether digits are parted as thousands are: "5,004", "5.004", "42'012".
+bool IsThousands(std::string_view word) {
+    const std::size_t sign = word.find_first_not_of("0123456789");
+    constexpr std::string_view signs = ",.'";
+    constexpr std::size_t group = 3;
+    return sign != std::string_view::npos && sign > 0 && signs.find(word[sign]) != std::string_view::npos &&
+           word.size() == sign + 1 + group && IsDigits(word.substr(sign + 1));
+}
+
+/// The port that a word was meant for: ":11780", "0x6006", "5,004", "192.0.2.1:5004"; a sample for one that
+/// tells none.
 std::string PortMeant(std::string_view word) {
     constexpr std::size_t longest = 12;
     constexpr long highest = 65535;
-    const std::string lower = Lower(word.substr(0, longest));
+    const std::size_t colon = word.rfind(':');
+    const std::string_view last = colon == std::string_view::npos ? word : word.substr(colon + 1);
+    const std::string lower = Lower(last.substr(0, longest));
     std::string digits = lower;
     digits.erase(std::remove_if(digits.begin(), digits.end(), [](char c) { return c < '0' || c > '9'; }),
                  digits.end());
     const long leading = std::strtol(lower.c_str(), nullptr, 10);
-    if (leading > 0 && leading <= highest && lower.find(',') == std::string::npos) {
+    if (leading > 0 && leading <= highest && !IsThousands(lower)) {
         return std::to_string(leading); // "33002-33010"
     }
     const long port = BeginsWith(lower, "0x") ? std::strtol(lower.c_str(), nullptr, 16)

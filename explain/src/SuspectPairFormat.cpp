@@ -144,7 +144,7 @@ void FindPairFormats(Scene& scene, const Reading& offer, const MeantSection& our
                      const std::vector<Topic>& topics) {
     for (std::size_t i = 0; i < theirs.formats.size() && i < 16; ++i) {
         const std::string_view format = theirs.formats[i];
-        if (theirs.port != "0" && ours.listed.count(format) == 0 && !ours.formats.empty()) {
+        if (!theirs.IsDeclined() && ours.listed.count(format) == 0 && !ours.formats.empty()) {
             AddNotOffered(scene, offer, ours, theirs, format, topics);
             continue;
         }

@@ -58,10 +58,10 @@ bool ListsH264(const Scene& scene, const MeantSection& section) {
 
 /// What the first section of a kind lacks and a later one has; empty for nothing.
 std::string LackWords(const Scene& scene, const MeantSection& first, const MeantSection& later) {
-    if (first.media == "application" || later.port == "0") {
+    if (first.media == "application" || later.IsDeclined()) {
         return {};
     }
-    if (first.port == "0") {
+    if (first.IsDeclined()) {
         return "has port 0";
     }
     const bool hasCodec =

@@ -70,7 +70,7 @@ Kinds KindsOf(const Reading& reading, const MeantSection& section) {
 
 /// Whether a section could use a line of this kind and has none.
 bool Wants(const MeantSection& section, const Kinds& kinds, const std::string& kind) {
-    if (section.port == "0" || !section.IsStream()) {
+    if (section.IsDeclined() || !section.IsStream()) {
         return false;
     }
     if (kind[0] == 'k') {
