@@ -17,6 +17,28 @@ namespace explain {
 
 namespace {
 
+/// The IPv4 address in a word that has something else round it: "192.0.2.1:5004", "sip:192.0.2.1",
+/// "(192.0.2.1)"; empty for a plain one, for one with a suffix such as "/127", and for "::ffff:192.0.2.1".
+std::string_view AddressIn(std::string_view word) {
+    constexpr std::string_view ofName = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ-_";
+    constexpr std::string_view ofAddress = "0123456789.";
+    const bool isNumbers = word.find_first_not_of("0123456789./") == std::string_view::npos;
+    if (isNumbers || word.find("::") != std::string_view::npos) {
+        return {};
+    }
+    for (std::size_t at = word.find_first_of(ofAddress); at < word.size();) {
+        const std::size_t end = std::min(word.find_first_not_of(ofAddress, at), word.size());
+        const bool isOfName = (at > 0 && ofName.find(word[at - 1]) != std::string_view::npos) ||
+                              (end < word.size() && ofName.find(word[end]) != std::string_view::npos);
+        const bool hasSuffix = at == 0 && end < word.size() && word[end] == '/';
+        if (!isOfName && !hasSuffix && IsIpv4(word.substr(at, end - at))) {
+            return word.substr(at, end - at);
+        }
+        at = word.find_first_of(ofAddress, end);
+    }
+    return {};
+}
+
 std::string Connection(std::string_view line) {
     std::string parted(line.substr(2));
     if (WordsOf(parted, 3).size() < 3) { // "IN/IP4/192.0.2.1" and "IN,IP4,192.0.2.1"
@@ -36,12 +58,13 @@ std::string Connection(std::string_view line) {
     if (BeginsWith(Lower(address.substr(0, 3)), "ip4")) {
         address.remove_prefix(3); // "IP4192.0.2.1"
     }
-    if (address.size() > 1 && (address[0] == '"' || address[0] == '<')) {
+    if (const std::string_view inside = AddressIn(address); !inside.empty()) {
+        return "c=IN IP4 " + std::string(inside);
+    }
+    if (address.size() > 1 && (address[0] == '"' || address[0] == '<' || address[0] == '[')) {
         address.remove_prefix(1);
     }
-    const std::string_view host = address.substr(0, address.find(':'));
-    address = IsIpv4(host) ? host : address; // "192.0.2.1:5004"
-    const std::size_t end = address.find_first_of("<>,;\"'()\\");
+    const std::size_t end = address.find_first_of("<>[],;\"'()\\");
     address = address.substr(0, end == 0 ? std::string_view::npos : end);
     return std::string("c=IN ") + (address.find(':') == std::string_view::npos ? "IP4 " : "IP6 ") +
            std::string(address);

@@ -89,11 +89,15 @@ std::string InOneForm(std::string_view piece) {
         value.remove_prefix(1);
     }
     std::string digits(value);
-    if (isHex) { // "42 e0 1f"
-        digits.erase(std::remove(digits.begin(), digits.end(), ' '), digits.end());
+    if (isHex) { // "42 e0 1f", "42-e0-1f"
+        digits.erase(
+            std::remove_if(digits.begin(), digits.end(), [](char c) { return c == ' ' || c == '-'; }),
+            digits.end());
     }
+    constexpr std::size_t least = 6; // "42e01f"; a word such as "baseline" has fewer at its start
     const std::size_t end = digits.find_first_not_of(isHex ? "0123456789abcdefABCDEF" : "0123456789");
-    return std::string(name) + "=" + (end == 0 ? digits : digits.substr(0, end));
+    const bool isCut = end != std::string::npos && end >= (isHex ? least : 1);
+    return std::string(name) + "=" + (isCut ? digits.substr(0, end) : digits);
 }
 
 } // namespace

@@ -145,6 +145,9 @@ void AddNameless(Scene& scene, const MeantSection& section, std::string_view pay
         return; // The number in that line is blamed.
     }
     const std::string rtpmap = "a=rtpmap:" + std::string(payload) + " " + name;
+    if (bare != nullptr && !WordOf(Canonical(*bare, scene.reading), 1).empty()) {
+        return; // The spelling of the line is blamed.
+    }
     if (bare != nullptr) {
         Blame(scene, kNoName, *bare, {LineWords(*bare), " gives payload ", AsShown(payload), " no name."},
               {"write line ", bare->number, " as ", InQuotes(rtpmap)}, {ReplaceLine(*bare, rtpmap)});

@@ -55,7 +55,7 @@ void FindLevel(Scene& scene, const TextLine& fmtp, ExplainTopic topic) {
         digits = "1F";
     }
     const std::string exact = (isHex ? value.substr(0, 4) : "4200") + digits;
-    if (value.substr(0, 2) != "42") {
+    if (isHex && value.substr(0, 2) != "42") {
         Blame(scene, kProfile, fmtp, {LineWords(fmtp), " has a profile other than baseline."}, {}, {})
             .Know(topic, {"The far end may send a profile that this side did not offer to decode."});
     }

@@ -199,7 +199,7 @@ void FindVideoFormats(Scene& scene) {
     constexpr std::size_t most = 16;
     std::size_t count = 0;
     for (const MeantSection& section : scene.reading.sections) {
-        if (section.media != "video" || section.formats.empty() || ++count > most) {
+        if (section.media != "video" || section.formats.empty() || section.IsDeclined() || ++count > most) {
             continue;
         }
         const TextLine& media = scene.reading.lines[section.line];

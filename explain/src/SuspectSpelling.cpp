@@ -2,14 +2,11 @@
 // Input: lines. Output: suspects with the spelling that was meant.
 // Touches the list of suspects.
 // Test: tests/explain/judge_cases.py
-#include "Lookalike.h"
+#include "Misspelling.h"
 #include "Suspect.h"
 
 #include "SDPKeyword.h"
 #include "SDPTables.h"
-
-#include <algorithm>
-#include <cctype>
 
 namespace explain {
 
@@ -20,112 +17,6 @@ constexpr Rule kWrapped = {
     "E164", "", ExplainSeverity::Error, 6,
     "Each CR LF ends a line, and no line goes on in the next one (RFC 4566, 5), so the "
     "rest of a wrapped line is one that no row takes."};
-
-/// Whether a line begins with signs of quoted text, "> m=audio", which its type letter follows.
-bool HasSigns(std::string_view text) {
-    const std::string_view start = Trimmed(text);
-    return !start.empty() && std::isalpha(static_cast<unsigned char>(start[0])) == 0;
-}
-
-/// Whether "=" does not come after the first letter, as in "rtpmap:0 PCMU/8000" and "m:audio 5004".
-bool LacksType(std::string_view text) {
-    const std::string_view start = Trimmed(text);
-    return start.size() > 2 && Trimmed(start.substr(1)).substr(0, 1) != "=";
-}
-
-/// Whether a media line lacks its transport, or has it before its port.
-bool IsTransportElsewhere(std::string_view text, std::string_view canonical) {
-    return BeginsWith(canonical, "m=") && WordOf(canonical, 2) != Upper(WordOf(text, 2)) &&
-           IsDigits(WordOf(text, 2)) && WordOf(text, 0) == WordOf(canonical, 0) &&
-           WordOf(text, 1).find_first_of(",;") == std::string_view::npos;
-}
-
-/// Whether a media line has names in place of payload numbers.
-bool HasNames(std::string_view text, std::string_view canonical) {
-    const std::vector<std::string_view> words = WordsOf(text);
-    return BeginsWith(canonical, "m=") && words.size() == WordsOf(canonical).size() && words.size() > 3 &&
-           std::any_of(words.begin() + 3, words.end(), [](std::string_view word) {
-               return std::isalpha(static_cast<unsigned char>(word[0]));
-           });
-}
-
-std::string WithoutBlanks(std::string_view text) {
-    std::string bare(text);
-    bare.erase(std::remove_if(bare.begin(), bare.end(), [](char c) { return c == ' ' || c == '\t'; }),
-               bare.end());
-    return bare;
-}
-
-/// What an attribute has where the colon after its name belongs; null for a colon.
-const char* ColonWords(std::string_view text, std::string_view canonical) {
-    const std::size_t colon = canonical.find(':');
-    if (!BeginsWith(canonical, "a=") || colon >= text.size()) {
-        return nullptr;
-    }
-    const std::string_view name = text.substr(0, colon);
-    if (text[colon] == ' ' && text.find(':') != colon + 1 && name == canonical.substr(0, colon)) {
-        return "has a blank in place of its colon";
-    }
-    if (text[colon] != ':' && text[colon] != ' ' && Lower(name) == canonical.substr(0, colon)) {
-        return IsDigits(text.substr(colon, 1)) ? "has no colon after its name"
-                                               : "has another sign in place of its colon";
-    }
-    return nullptr;
-}
-
-/// How two spellings differ, for a sentence.
-const char* DifferenceWords(std::string_view text, std::string_view canonical) {
-    if (HasLookalike(text)) {
-        return "has a character that only looks like a blank, a dash or a quote";
-    }
-    if (Lower(text) == Lower(canonical)) {
-        return "differs in letter case from what the component compares";
-    }
-    if (LacksType(text) && !HasSigns(text)) {
-        return "does not begin with its letter and \"=\"";
-    }
-    if (HasSigns(text)) {
-        return "has signs before its first letter, as quoted or numbered text has";
-    }
-    if (IsTransportElsewhere(text, canonical)) {
-        return BeginsWith(Upper(WordOf(text, 1)), WordOf(canonical, 2)) ? "has its transport before its port"
-                                                                        : "has no transport after its port";
-    }
-    if (HasNames(text, canonical)) {
-        return "has names where payload numbers belong";
-    }
-    if (Trimmed(text) == canonical) {
-        return text[0] == canonical[0] ? "has a blank at its end" : "begins with a blank";
-    }
-    const bool isBlankAlone = WithoutBlanks(text) == WithoutBlanks(canonical);
-    if (text.find("; ") != std::string_view::npos && isBlankAlone) {
-        return "has a blank after ';'";
-    }
-    if (const char* const words = ColonWords(text, canonical)) {
-        return words;
-    }
-    if (isBlankAlone) {
-        return text.size() < canonical.size() ? "lacks a blank between two words"
-                                              : "has a blank that does not belong there";
-    }
-    return text.find(',') != std::string_view::npos && canonical.find(',') == std::string_view::npos
-               ? "has a comma where a blank or ';' belongs"
-               : "is not spelled as the component compares it";
-}
-
-constexpr const char* kTypeActed =
-    "A line has a letter and \"=\" at its start (RFC 4566, 5); without them no keyword is found, and no row "
-    "takes the line.";
-constexpr const char* kSignsActed =
-    "The keyword is found anywhere in the line (P01), and words and values are counted from the start of the "
-    "line, so the first word is not the medium, the payload or the type that was meant (P06, P20, P22).";
-
-constexpr const char* kNamesActed =
-    "The formats of an m= line are payload numbers: 0, 9 and 18 are known by the number alone, any other by "
-    "its number and an rtpmap line, and a name in their place is no format (X12).";
-constexpr const char* kPlacesActed =
-    "Medium, port, transport and formats of an m= line are told apart by their place alone (RFC 4566, 5.14), "
-    "so each word after the missing one stands in the place of another.";
 
 struct RowSentence {
     SDPRow row;
@@ -213,16 +104,12 @@ void FindMisspelled(Scene& scene) {
         }
         for (const RowSentence& sentence : kRowSentences) {
             if (sentence.row == line.meant) {
-                Suspect& suspect = Blame(scene, kSpelling, line,
-                                         {LineWords(line), " ", DifferenceWords(line.text, canonical), "."},
+                const Misspelling found = MisspellingOf(line.meant, line.text, canonical);
+                Suspect& suspect = Blame(scene, kSpelling, line, {LineWords(line), " ", found.words, "."},
                                          {"write line ", line.number, " as ", InQuotes(canonical)},
                                          {ReplaceLine(line, canonical)});
-                suspect.SayActed({HasSigns(line.text)                          ? kSignsActed
-                                  : IsTransportElsewhere(line.text, canonical) ? kPlacesActed
-                                  : HasNames(line.text, canonical)             ? kNamesActed
-                                  : LacksType(line.text)                       ? kTypeActed
-                                                                               : sentence.acted});
-                suspect.ledger = sentence.ledger;
+                suspect.SayActed({*found.acted != '\0' ? found.acted : sentence.acted});
+                suspect.ledger = *found.ledger != '\0' ? found.ledger : sentence.ledger;
                 suspect.isTakenAway = true;
             }
         }

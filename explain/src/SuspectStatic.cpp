@@ -106,7 +106,7 @@ void FindStatic(Scene& scene, const MeantSection& section, std::string_view payl
     const TextLine& media = scene.reading.lines[section.line];
     AddRenamed(scene, section, media, payload, name);
     AddByNumber(scene, section, media, payload, name);
-    if (isFirst) {
+    if (isFirst && !section.IsDeclined()) {
         AddStaticNotes(scene, section, payload);
     }
 }
