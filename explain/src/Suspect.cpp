@@ -166,4 +166,10 @@ std::vector<ExplainTopic> TopicsOf(const MeantSection& section, bool isSlides) {
     return {ExplainTopic::Floor};
 }
 
+ExplainTopic EncryptionOf(const MeantSection& section, bool isSlides) {
+    return section.media == "audio" ? ExplainTopic::EncryptionAudio
+           : isSlides               ? ExplainTopic::EncryptionSlides
+                                    : ExplainTopic::EncryptionMain;
+}
+
 } // namespace explain

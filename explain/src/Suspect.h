@@ -60,6 +60,8 @@ struct Scene {
 
 /// The topics of a section's stream; of floor control for everything but audio and video.
 std::vector<ExplainTopic> TopicsOf(const MeantSection& section, bool isSlides);
+/// The topic of the section's encryption.
+ExplainTopic EncryptionOf(const MeantSection& section, bool isSlides);
 
 // The finders, in the order in which they run.
 void FindLocalAudio(Scene& scene);
@@ -93,6 +95,8 @@ void FindLocalPort(Scene& scene, std::string_view file, std::string_view record,
                    const char* stream, ExplainTopic topic);
 /// Part of FindLocalCall: ports of ours that overlap.
 void FindOverlap(Scene& scene);
+/// Part of FindLineEnds: a last line without its end.
+void AddCutLine(Scene& scene, const Rule& rule, const TextLine& line);
 /// Part of FindLineEnds: the rest of a line that was wrapped.
 void FindWrapped(Scene& scene);
 /// Part of FindMedia: the order of the sections, and several sections of one kind.

@@ -14,8 +14,6 @@ namespace explain {
 
 namespace {
 
-using Topic = ExplainTopic;
-
 constexpr Rule kBareLf = {
     "E01", "P03", ExplainSeverity::Error, 1,
     "Only CR LF ends a line, so the lines are read as one, and only the first of them counts (P03)."};
@@ -102,19 +100,6 @@ bool HasLoneCr(const ParsedLine& parsed) {
     return parsed.text.find('\r') != std::string_view::npos;
 }
 
-/// An m= line that was cut: whatever came after it is not there either, so its edit alone mends nothing.
-void AddCutSection(Scene& scene, Suspect& suspect) {
-    const MeantSection& section = scene.reading.sections.back();
-    std::vector<Topic> topics = TopicsOf(section, false);
-    if (section.media == "video") {
-        topics.push_back(Topic::Slides); // Its content line is cut off, too.
-    }
-    for (const Topic topic : topics) {
-        suspect.Know(topic, {"The text ends within the m= line of the ", AsShown(section.media),
-                             " section, so that section is not opened and does not come up."});
-    }
-}
-
 void FindTail(Scene& scene, std::size_t tail) {
     const Reading& reading = scene.reading;
     if (tail == reading.lines.size()) {
@@ -123,14 +108,7 @@ void FindTail(Scene& scene, std::size_t tail) {
     const TextLine& line = reading.lines[tail];
     if (tail + 1 == reading.lines.size() && line.end.empty() &&
         line.text.find('\r') == std::string_view::npos) {
-        Suspect& suspect = Blame(
-            scene, kCut, line,
-            {"The last line, line ", line.number, ", ", InQuotes(line.text), ", has no CR LF at its end."},
-            {"end line ", line.number, " with CR LF"}, EndWithCrLf(reading, tail, tail + 1));
-        suspect.isTakenAway = true;
-        if (line.meant == SDPRow::Media) {
-            AddCutSection(scene, suspect);
-        }
+        AddCutLine(scene, kCut, line);
         return;
     }
     AddJoined(scene, kCut, tail, reading.lines.size(),

@@ -51,12 +51,6 @@ bool HasOther(const Scene& scene, std::size_t at) {
     });
 }
 
-Topic EncryptionOf(const MeantSection& section, bool isSlides) {
-    return section.media == "audio" ? Topic::EncryptionAudio
-           : isSlides               ? Topic::EncryptionSlides
-                                    : Topic::EncryptionMain;
-}
-
 const TextLine* CryptoOf(const Reading& reading, const MeantSection& section) {
     for (std::size_t i = section.line; i <= section.last; ++i) {
         if (reading.lines[i].meant == SDPRow::Crypto) {
@@ -86,7 +80,7 @@ void AddOwnKey(Scene& scene, const Reading& offer, const TextLine* theirLine, To
 /// A plain answer to a secure offer, and a secure answer to a plain one.
 void FindTransports(Scene& scene, const MeantSection& ours, const MeantSection& theirs, Topic topic) {
     const TextLine& media = scene.reading.lines[theirs.line];
-    if (theirs.port == "0") {
+    if (theirs.IsDeclined()) {
         return;
     }
     if (ours.IsSecure() && !theirs.IsSecure()) {
@@ -204,7 +198,7 @@ void FindPair(Scene& scene) {
     const std::vector<MeantSection>& theirs = scene.reading.sections;
     const std::size_t common = std::min<std::size_t>(std::min(offer.sections.size(), theirs.size()), 32);
     for (std::size_t i = 0; i < common; ++i) {
-        const bool isOtherVideo = theirs[i].media == "video" && theirs[i].port != "0" &&
+        const bool isOtherVideo = theirs[i].media == "video" && !theirs[i].IsDeclined() &&
                                   theirs[i].isSlides != offer.sections[i].isSlides && HasOther(scene, i);
         if (theirs[i].media != offer.sections[i].media || isOtherVideo) {
             if (scene.input.ourOffer.empty()) {

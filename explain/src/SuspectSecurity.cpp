@@ -30,12 +30,6 @@ constexpr Rule kOtherKeys = {
     "Keys come from a=crypto lines alone (RFC 4568); DTLS, ZRTP, MIKEY (key-mgmt) and "
     "k= lines are not read."};
 
-Topic TopicOf(const MeantSection& section) {
-    return section.media == "audio" ? Topic::EncryptionAudio
-           : section.isSlides       ? Topic::EncryptionSlides
-                                    : Topic::EncryptionMain;
-}
-
 /// Lines that offer keys in another way than a=crypto.
 void FindOtherKeys(Scene& scene) {
     struct Way {
@@ -58,7 +52,7 @@ void FindOtherKeys(Scene& scene) {
             Blame(scene, kOtherKeys, line, {LineWords(line), " offers keys by ", way->name, "."}, {}, {});
         for (const MeantSection& section : scene.reading.sections) {
             if ((own == nullptr || own == &section) && !section.hasCrypto && suspect.known.size() < most) {
-                suspect.Know(TopicOf(section),
+                suspect.Know(EncryptionOf(section, section.isSlides),
                              {"No suite and no key are read for it, so it is not encrypted or "
                               "the far end refuses it."});
             }
@@ -81,7 +75,7 @@ bool FindCryptoLines(Scene& scene, const MeantSection& section) {
     }
     const TextLine* earlier = nullptr;
     for (std::size_t i = 0; i < lines.size() && i < most; ++i) {
-        FindCryptoLine(scene, *lines[i], earlier, hasRead, TopicOf(section));
+        FindCryptoLine(scene, *lines[i], earlier, hasRead, EncryptionOf(section, section.isSlides));
         const sdp::Suite* const suite = SuiteOf(*lines[i]);
         earlier = suite != nullptr && suite->isRead ? lines[i] : earlier;
     }
@@ -131,8 +125,9 @@ void FindSection(Scene& scene, const MeantSection& section, bool isOtherSecure) 
         Blame(scene, kPlainOffer, media,
               {LineWords(media), " says ", AsShown(section.transport), " and has no crypto line after it."},
               {}, {})
-            .Know(TopicOf(section), {"The far end wants no encryption here: no suite and no "
-                                     "key, and our text says RTP/AVP."});
+            .Know(EncryptionOf(section, section.isSlides),
+                  {"The far end wants no encryption here: no suite and no "
+                   "key, and our text says RTP/AVP."});
     }
 }
 
