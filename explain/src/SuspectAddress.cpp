@@ -120,7 +120,10 @@ void AddBad(Scene& scene, const TextLine& line, std::string_view address) {
 
 /// IPv6 or a name.
 void AddOtherKind(Scene& scene, const TextLine& line, std::string_view address) {
-    const bool isIpv6 = address.find(':') != std::string_view::npos;
+    constexpr std::string_view ofIpv6 = "0123456789abcdefABCDEF:.";
+    const std::string_view literal = address.substr(0, address.find('%'));
+    const bool isIpv6 = literal.find(':') != std::string_view::npos &&
+                        literal.find_first_not_of(ofIpv6) == std::string_view::npos;
     Suspect& suspect =
         Blame(scene, kAddressKind, line,
               {LineWords(line), isIpv6 ? " has an IPv6 address."
@@ -156,7 +159,7 @@ void FindAddress(Scene& scene, const TextLine& line) {
     const std::size_t slash = address.find('/');
     if (address == "0.0.0.0") {
         AddZero(scene, line);
-    } else if (slash != std::string::npos) {
+    } else if (slash != std::string::npos && address.find("//") == std::string::npos) {
         Blame(scene, kMulticast, line, {LineWords(line), " has a suffix after its address."},
               {"write the address alone in line ", line.number},
               {ReplaceLine(line, WithWord(line, 2, address.substr(0, slash)))});
@@ -196,10 +199,45 @@ void FindOwnAddressThere(Scene& scene) {
     }
 }
 
+/// The address line of another section that is nearest after an m= line, or the last one before it; null
+/// when no section has a usable one.
+const TextLine* AddressElsewhere(const Reading& reading, const TextLine& media) {
+    const TextLine* nearest = nullptr;
+    for (const TextLine& line : reading.lines) {
+        if (line.meant == SDPRow::Connection && IsUnicast(WordOf(line.text, 2))) {
+            nearest = &line;
+            if (line.number > media.number) {
+                break;
+            }
+        }
+    }
+    return nearest;
+}
+
+/// A section without an address line, in a session without one.
+void AddMissing(Scene& scene, const TextLine& media) {
+    const TextLine* const other = AddressElsewhere(scene.reading, media);
+    const std::string address(other != nullptr ? WordOf(other->text, 2) : OriginAddress(scene.reading));
+    const std::string text = "c=IN IP4 " + address;
+    std::string what = Joined({LineWords(media), " has no c= line in its section, and the session has none"});
+    if (other != nullptr) {
+        const MeantSection& section = *scene.reading.SectionOf(*other);
+        Append(what,
+               {"; line ", other->number, ", ", InQuotes(other->text), ", counts for the section of line ",
+                scene.reading.lines[section.line].number, " alone"});
+    }
+    Suspect& suspect =
+        Blame(scene, kNoAddress, media, {what, "."},
+              {"insert ", InQuotes(text), " after line ", media.number}, {InsertAfter(media, text)});
+    suspect.isTakenAway = true;
+    if (other != nullptr) {
+        suspect.lines.push_back(other->number);
+    }
+}
+
 void FindMissingAddress(Scene& scene) {
     const Reading& reading = scene.reading;
     bool hasSession = false;
-    const std::string origin = OriginAddress(reading);
     for (const TextLine& line : reading.lines) {
         hasSession = hasSession || (line.section == kNowhere && line.meant == SDPRow::Connection);
     }
@@ -217,11 +255,7 @@ void FindMissingAddress(Scene& scene) {
     }
     constexpr std::size_t most = 8;
     for (std::size_t i = 0; i < bare.size() && i < most; ++i) {
-        Blame(scene, kNoAddress, *bare[i],
-              {LineWords(*bare[i]), " has no c= line after it, and the session has none."},
-              {"insert ", InQuotes("c=IN IP4 " + origin), " after line ", bare[i]->number},
-              {InsertAfter(*bare[i], "c=IN IP4 " + origin)})
-            .isTakenAway = true;
+        AddMissing(scene, *bare[i]);
     }
 }
 
