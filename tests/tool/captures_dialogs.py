@@ -1,5 +1,6 @@
 """Captures of calls with several dialogs: branches, early dialogs, proxies and gateways between the sides."""
 from captures_calls import ALICE, BOB, Dialog, PROXY, over_udp, sdp
+from captures_frames import with_a_gap
 from captures_wire import Stream, pcap, udp
 
 
@@ -222,6 +223,16 @@ def early_offers():
         (3000, "bob", call.request("BYE", 3, side="bob")))
 
 
+def aside():
+    """Descriptions in OPTIONS and INFO within a call."""
+    call = Dialog("aside@192.0.2.1")
+    return over_udp(
+        (0, "alice", call.request("INVITE", 1, sdp("alice"), to_tag="")), (10, "bob", call.response("200 OK", 1, body=sdp("bob"))),
+        (20, "alice", call.request("ACK", 1)), (30, "bob", call.request("OPTIONS", 1, side="bob")),
+        (31, "alice", call.response("200 OK", 1, "OPTIONS", body=sdp("alice"), side="bob")),
+        (40, "alice", call.request("INFO", 2, sdp("alice"))))
+
+
 SCENARIOS = {
     "updates": (updates(), ["--about audio.send"]),
     "early-branches": (early_branches(), ["--about audio.send"]),
@@ -238,5 +249,7 @@ SCENARIOS = {
     "forked-reliable": (forked_reliable(), ["--about audio.codec"]),
     "crossing-bye": (crossing_bye(), ["--about audio.codec"]),
     "early-offers": (early_offers(), ["--about audio.send"]),
+    "gap": (with_a_gap(), ["--about audio.codec"]),
+    "aside": (aside(), ["--about audio.codec"]),
     "answers-that-differ": (answers_that_differ(), ["--about audio.send"]),
 }

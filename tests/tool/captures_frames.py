@@ -176,6 +176,13 @@ def framings():
     yield "web-socket-in-segments", pcap(over_tcp(framed, 300, port=8080, first=upgrade()))
 
 
+def with_a_gap():
+    """A segment of the second message of the callee is not in the capture."""
+    packets = over_tcp(call()[:6], 200)
+    missing = [place for place, (at, _) in enumerate(packets) if at == 10][1]
+    return pcap(packets[:missing] + packets[missing + 1:])
+
+
 def not_readable():
     """The name of a capture without a call that can be read, the capture, and what is said of it."""
     hello = b"\x16\3\1\0\x2e\1\0\0\x2a\3\3" + b"R" * 32 + b"\0\0\2\0\x2f\1\0\0\0"
@@ -184,6 +191,10 @@ def not_readable():
     yield ("tls", pcap(over_tcp(secret, port=5061, first=[("alice", hello)])),
            "; frame 4 is TLS, which tshark reads when its keys are in the capture: "
            "editcap --inject-secrets tls,KEYS IN OUT")
+    dialog = Dialog("options@192.0.2.1")
+    yield ("options", pcap(over_udp((0, "alice", dialog.request("OPTIONS", 1, to_tag="")),
+                                    (1, "bob", dialog.response("200 OK", 1, "OPTIONS", body=sdp("bob"))))),
+           "; no SIP message in it is of an INVITE")
     framed = [(at, side, web_socket(data, side)) for at, side, data in call()]
     yield ("web-socket-without-its-beginning", pcap(over_tcp(framed, port=80)),
            '; frame 5 holds "SIP/2.0", but tshark does not take it for SIP')

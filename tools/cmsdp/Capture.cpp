@@ -15,6 +15,8 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <map>
+#include <set>
 #include <unistd.h>
 
 namespace cmsdp {
@@ -52,6 +54,12 @@ std::vector<std::string> CommandFor(const std::string& file) {
             "tcp.reassemble_out_of_order:TRUE"};
 }
 
+// Gaps of one sender, without those that were filled later.
+struct Gaps {
+    std::string first; // number of the frame after it
+    int count = 0;
+};
+
 // What a capture without a call holds that may be one; empty when there is nothing of the kind.
 std::string WhyNoCall(const std::string& file) {
     constexpr std::size_t most = 65536;
@@ -64,8 +72,8 @@ std::string WhyNoCall(const std::string& file) {
             first = first.empty() ? std::string(words[0]) : first;
         }
     };
-    RunProgram({"tshark", "-n", "-r", file, "-Y", "tls or frame contains \"SIP/2.0\"", "-T", "fields", "-e",
-                "frame.number", "-e", "frame.protocols"},
+    RunProgram({"tshark", "-n", "-r", file, "-Y", "tls or (frame contains \"SIP/2.0\" and not sip)", "-T",
+                "fields", "-e", "frame.number", "-e", "frame.protocols"},
                most, take);
     return (tls.empty() ? ""
                         : "; frame " + tls +
@@ -73,6 +81,47 @@ std::string WhyNoCall(const std::string& file) {
                               "editcap --inject-secrets tls,KEYS IN OUT") +
            (other.empty() ? ""
                           : "; frame " + other + " holds \"SIP/2.0\", but tshark does not take it for SIP");
+}
+
+// Segments of a SIP connection that are not in the capture: tshark waits for them, so what follows them may
+// be missing.
+void NoteGaps(const std::string& file, const std::vector<SipMessage>& messages,
+              std::vector<std::string>& notes) {
+    std::set<std::string> senders;
+    for (const SipMessage& message : messages) {
+        if (message.isOfStream) {
+            senders.insert({message.sender, message.receiver});
+        }
+    }
+    std::map<std::string, Gaps> gaps;
+    const auto take =
+        [&](std::string_view line) { // "13\t192.0.2.2\t5060\t1", without the last for what came late
+            const std::vector<std::string_view> words = WordsOf(line);
+            if (words.size() < 3) {
+                return;
+            }
+            const bool is6 = words[1].find(':') != std::string_view::npos;
+            const std::string host(words[1]);
+            const std::string sender = (is6 ? "[" + host + "]" : host) + ":" + std::string(words[2]);
+            if (senders.count(sender) != 0) {
+                Gaps& found = gaps[sender];
+                found.first = found.first.empty() ? std::string(words[0]) : found.first;
+                found.count += words.size() > 3 ? 1 : -1;
+            }
+        };
+    if (!senders.empty()) {
+        RunProgram({"tshark", "-n", "-r", file, "-Y",
+                    "tcp.analysis.lost_segment or tcp.analysis.out_of_order or tcp.analysis.retransmission",
+                    "-T", "fields", "-e", "frame.number", "-e", "ip.src", "-e", "ipv6.src", "-e",
+                    "tcp.srcport", "-e", "tcp.analysis.lost_segment"},
+                   kMostOutput, take);
+    }
+    for (const auto& [sender, found] : gaps) {
+        if (found.count > 0) {
+            notes.push_back(file + ": TCP segments of " + sender + " before frame " + found.first +
+                            " are missing; messages after them may be missing, too");
+        }
+    }
 }
 
 void CheckReadable(const std::string& file) {
@@ -100,11 +149,14 @@ std::vector<Call> CallsOfCapture(const std::string& file, std::vector<std::strin
                         "tshark");
     }
     std::vector<Call> calls = CallsOf(messages);
+    NoteGaps(file, messages, notes);
     if (calls.empty() && end.status != 0 && end.isWhole) {
         throw ToolError(kRemoteText, file + ": is no capture that tshark can read");
     }
     if (calls.empty()) {
-        throw ToolError(kRemoteText, file + ": holds no call over SIP that can be read" + WhyNoCall(file));
+        throw ToolError(kRemoteText,
+                        file + ": holds no call over SIP that can be read" +
+                            (messages.empty() ? WhyNoCall(file) : "; no SIP message in it is of an INVITE"));
     }
     if (!end.isWhole) {
         notes.push_back(file + ": holds more than is read; the calls of its beginning are shown");

@@ -151,7 +151,9 @@ std::string PlaceOf(const json& layers) {
 void AddMessages(const json& packet, std::vector<SipMessage>& messages) {
     const json& layers = packet.at("layers");
     const std::string ip = InnerOf(layers, "ip_raw", "ipv6_raw");
-    const std::string ports = InnerOf(layers, "udp_raw", "tcp_raw");
+    const std::string tcp = LastOf(layers, "tcp_raw");
+    const std::string inner = InnerOf(layers, "udp_raw", "tcp_raw");
+    const std::string ports = inner.empty() ? LastOf(layers, "sctp_raw") : inner;
     const double time = std::strtod(packet.value("timestamp", "0").c_str(), nullptr) / 1000;
     const std::string place = PlaceOf(layers);
     for (const std::string& bytes :
@@ -164,6 +166,7 @@ void AddMessages(const json& packet, std::vector<SipMessage>& messages) {
         }
         message->time = time;
         message->place = place;
+        message->isOfStream = !tcp.empty() && ports == tcp;
         const bool is6 = IsVersion6(ip);
         message->sender =
             (is6 ? AddressAt(AF_INET6, ip, 8, 16) : AddressAt(AF_INET, ip, 12, 4)) + PortAt(ports, 0);

@@ -6,9 +6,12 @@
 #include "SipCalls.h"
 
 #include "CallReader.h"
+#include "Words.h"
 
 #include <algorithm>
 #include <iterator>
+#include <set>
+#include <utility>
 
 namespace cmsdp {
 
@@ -35,13 +38,28 @@ void NoteReplaced(std::vector<Call>& calls) {
     }
 }
 
+// Descriptions that neither offer nor answer: of OPTIONS (RFC 3261, 11.2), INFO and the like.
+void NoteOthers(std::vector<Call>& calls, const std::set<std::pair<std::string, std::string>>& others) {
+    for (Call& call : calls) {
+        for (auto other = others.lower_bound({call.id, ""}); other != others.end() && other->first == call.id;
+             ++other) {
+            call.notes.push_back("the description in " + Short(other->second) +
+                                 " or its response is not part of offer and answer");
+        }
+    }
+}
+
 } // namespace
 
 std::vector<Call> CallsOf(const std::vector<SipMessage>& messages) {
     std::map<std::string, std::size_t> places;
     std::vector<std::unique_ptr<CallReader>> readers;
+    std::set<std::pair<std::string, std::string>> others; // Call-ID and method
     for (const SipMessage& message : messages) {
         if (!IsOfCall(message)) {
+            if (message.hasDescription) {
+                others.emplace(message.callId, message.cseqMethod);
+            }
             continue;
         }
         const auto [place, isNew] = places.emplace(message.callId, readers.size());
@@ -57,6 +75,7 @@ std::vector<Call> CallsOf(const std::vector<SipMessage>& messages) {
         }
     }
     NoteReplaced(calls);
+    NoteOthers(calls, others);
     return calls;
 }
 

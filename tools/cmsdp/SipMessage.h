@@ -15,7 +15,8 @@ struct SipMessage {
     std::optional<double> time; ///< seconds since 1970
     std::string sender;         ///< "192.0.2.1:5060", "[2001:db8::1]:5060"; empty where it is not known
     std::string receiver;
-    std::string place; ///< where it is in the input: "frame 12" of a capture, "44" for a line of a text
+    bool isOfStream = false; ///< it came over TCP
+    std::string place;       ///< where it is in the input: "frame 12" of a capture, "44" for a line of a text
 
     std::string method; ///< of a request; empty for a response
     int status = 0;     ///< of a response; 0 for a request
