@@ -107,12 +107,17 @@ std::string MediaLine(std::string_view text, const Reading& reading, const TextL
         return std::string(text);
     }
     std::string canonical = "m=" + Lower(words[0]) + " " + std::string(words[1]) + " " + Upper(words[2]);
+    constexpr std::size_t mostNames = 16; // each is compared with every rtpmap line of the section
+    std::size_t names = 0;
     for (std::size_t i = 3; i < words.size(); ++i) {
         std::size_t begin = 0;
         while (begin < words[i].size()) {
             const std::size_t end = std::min(words[i].find_first_of(",;", begin), words[i].size());
-            if (end > begin) {
-                canonical += " " + FormatMeant(words[i].substr(begin, end - begin), reading, line);
+            const std::string_view format = words[i].substr(begin, end - begin);
+            names += IsDigits(format) ? 0 : 1;
+            if (!format.empty()) {
+                canonical += " ";
+                canonical += names > mostNames ? std::string(format) : FormatMeant(format, reading, line);
             }
             begin = end + 1;
         }

@@ -26,7 +26,8 @@ std::vector<std::string_view> CryptoWordsOf(std::string_view line) {
         words.insert(words.begin() + 1, words[0].substr(suite)); // "a=crypto:1;AES_CM_128_HMAC_SHA1_32"
         words[0] = words[0].substr(0, suite);
     }
-    for (std::size_t i = 0; i < words.size(); ++i) {
+    constexpr std::size_t most = 8; // Tag, suite and key are among the first words.
+    for (std::size_t i = 0; i < words.size() && i < most; ++i) {
         words[i] = words[i].substr(0, words[i].find_last_not_of(",;") + 1);
         const std::size_t method = Lower(words[i]).find("inline:");
         if (method != std::string::npos && method > 0 && words[i][method - 1] != ':') {

@@ -23,20 +23,23 @@ ExplainTextChange InsertAfter(const TextLine& line, const std::string& text) {
     return {end, 0, (line.end == "\r\n" ? "" : "\r\n") + text + "\r\n"};
 }
 
-Suspect& Add(Scene& scene, Suspect suspect) {
-    if (++scene.made[suspect.rule] > kExplainTrials) {
-        ++scene.skipped;
-        scene.surplus = {};
-        return scene.surplus;
-    }
-    scene.suspects.push_back(std::move(suspect));
-    return scene.suspects.back();
+bool IsFull(Scene& scene, const Rule& rule) {
+    const bool isFull = scene.made[&rule] >= kExplainTrials;
+    scene.skipped += isFull ? 1 : 0;
+    return isFull;
 }
 
 namespace {
 
-Suspect SuspectOf(const Scene& scene, const Rule& rule, Pieces what, Pieces cureWords) {
-    Suspect suspect;
+/// A suspect with its rule and its sentences; beyond the limit one without, which nobody examines.
+Suspect& Add(Scene& scene, const Rule& rule, Pieces what, Pieces cureWords) {
+    if (IsFull(scene, rule)) {
+        scene.surplus = {};
+        scene.surplus.isBrief = true;
+        return scene.surplus;
+    }
+    ++scene.made[&rule];
+    Suspect& suspect = scene.suspects.emplace_back();
     suspect.rule = &rule;
     suspect.isBrief = scene.isBrief;
     if (!scene.isBrief) {
@@ -50,21 +53,21 @@ Suspect SuspectOf(const Scene& scene, const Rule& rule, Pieces what, Pieces cure
 
 Suspect& Blame(Scene& scene, const Rule& rule, const TextLine& line, Pieces what, Pieces cureWords,
                std::vector<ExplainTextChange> changes) {
-    Suspect suspect = SuspectOf(scene, rule, what, cureWords);
+    Suspect& suspect = Add(scene, rule, what, cureWords);
     suspect.lines = {line.number};
     std::stable_sort(
         changes.begin(), changes.end(),
         [](const ExplainTextChange& a, const ExplainTextChange& b) { return a.offset < b.offset; });
     suspect.cure.text = std::move(changes);
-    return Add(scene, std::move(suspect));
+    return suspect;
 }
 
 Suspect& BlameField(Scene& scene, const Rule& rule, std::string_view file, Pieces what, Pieces cureWords,
                     std::int32_t number, std::string text) {
-    Suspect suspect = SuspectOf(scene, rule, what, cureWords);
+    Suspect& suspect = Add(scene, rule, what, cureWords);
     suspect.field = LocalField(file);
     suspect.cure.local.push_back({suspect.field, number, std::move(text)});
-    return Add(scene, std::move(suspect));
+    return suspect;
 }
 
 void Suspect::Know(ExplainTopic topic, Pieces comes) {

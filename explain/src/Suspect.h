@@ -55,7 +55,7 @@ struct Scene {
     bool hasIce = false;     ///< some section has a user fragment of ICE
     std::size_t skipped = 0; ///< suspects beyond kExplainTrials of one rule, which are counted and not made
     std::unordered_map<const Rule*, std::size_t> made{}; ///< suspects of each rule
-    Suspect surplus{};                                   ///< what a caller writes to beyond the limit
+    Suspect surplus{};                                   ///< what a finder writes to beyond the limit
 };
 
 /// The topics of a section's stream; of floor control for everything but audio and video.
@@ -129,12 +129,13 @@ ExplainTextChange ReplaceLine(const TextLine& line, std::string text);
 ExplainTextChange DeleteLine(const TextLine& line);
 ExplainTextChange InsertAfter(const TextLine& line, const std::string& text);
 
-/// Adds a suspect; returns it, or one that nobody examines when its rule has made too many.
-Suspect& Add(Scene& scene, Suspect suspect);
-/// Adds a suspect that blames one remote line.
+/// Whether a rule has as many suspects as are examined. The caller makes no further one, which is counted
+/// here; a finder asks where making one costs more than a few steps.
+bool IsFull(Scene& scene, const Rule& rule);
+/// Adds a suspect that blames one remote line; returns it, or one that nobody examines when its rule IsFull.
 Suspect& Blame(Scene& scene, const Rule& rule, const TextLine& line, Pieces what, Pieces cureWords,
                std::vector<ExplainTextChange> changes);
-/// Adds a suspect that blames a local field.
+/// Adds a suspect that blames a local field; returns as Blame does.
 Suspect& BlameField(Scene& scene, const Rule& rule, std::string_view file, Pieces what, Pieces cureWords,
                     std::int32_t number, std::string text = {});
 /// The field by its name in the local file; every name used is in the table.

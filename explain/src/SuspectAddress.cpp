@@ -120,6 +120,9 @@ void AddBad(Scene& scene, const TextLine& line, std::string_view address) {
 
 /// IPv6 or a name.
 void AddOtherKind(Scene& scene, const TextLine& line, std::string_view address) {
+    if (IsFull(scene, kAddressKind)) {
+        return;
+    }
     constexpr std::string_view ofIpv6 = "0123456789abcdefABCDEF:.";
     const std::string_view literal = address.substr(0, address.find('%'));
     const bool isIpv6 = literal.find(':') != std::string_view::npos &&
@@ -140,6 +143,9 @@ void AddOtherKind(Scene& scene, const TextLine& line, std::string_view address) 
 }
 
 void AddPrivate(Scene& scene, const TextLine& line, std::string_view address) {
+    if (IsFull(scene, kPrivateAddress)) {
+        return;
+    }
     Suspect& suspect = Blame(scene, kPrivateAddress, line,
                              {LineWords(line), " has a loopback, private or link-local address."}, {}, {});
     for (const Topic topic : SentTo(scene.reading, line)) {

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <set>
 
 namespace explain {
 
@@ -84,24 +85,10 @@ void AddShort(Scene& scene, const MeantSection& section, const TextLine& line) {
         .isTakenAway = true;
 }
 
-/// Whether a section of the same medium, and of the same content as far as it is told, stands before it.
-bool HasEarlier(const Reading& reading, const MeantSection& section) {
-    for (const MeantSection& other : reading.sections) {
-        if (&other == &section) {
-            return false;
-        }
-        if (other.media == section.media && other.isSlides == section.isSlides) {
-            return true;
-        }
-    }
-    return false;
-}
-
 /// What comes of a declined section. A video section that is not marked as slides and is not the first one
 /// takes the place of the slides: a declined section rarely has a content line.
-void AddDeclined(Scene& scene, Suspect& suspect, const MeantSection& section) {
+void AddDeclined(Scene& scene, Suspect& suspect, const MeantSection& section, bool isFurther) {
     const std::vector<MeantSection>& sections = scene.reading.sections;
-    const bool isFurther = HasEarlier(scene.reading, section);
     const bool isSlides = section.media == "video" && (section.isSlides || isFurther);
     const std::string stream = isSlides                         ? "slides"
                                : section.media == "application" ? "floor control"
@@ -159,11 +146,8 @@ std::vector<ExplainTextChange> DiscardCure(const Scene& scene, const TextLine& l
     return changes;
 }
 
-bool IsFirstOf(const Reading& reading, const MeantSection& section) {
-    return !HasEarlier(reading, section);
-}
-
-void AddPort(Scene& scene, const MeantSection& section, const TextLine& line) {
+/// `isFurther`: a section of the same medium, and of the same content as far as it is told, comes before it.
+void AddPort(Scene& scene, const MeantSection& section, const TextLine& line, bool isFurther) {
     const std::string_view digits = std::string_view(section.port).substr(0, section.port.find('/'));
     const bool isUsable = IsDigits(digits) && digits.size() < 6 && std::stoi(std::string(digits)) < 65536;
     if (WordOf(line.text, 1) != section.port) {
@@ -175,7 +159,7 @@ void AddPort(Scene& scene, const MeantSection& section, const TextLine& line) {
         Blame(scene, kPort, line, {LineWords(line), " has ", AsShown(section.port), " as its port."},
               {"write a port from 1 to 65535 in line ", number},
               {ReplaceLine(line, WithWord(line, 1, PortMeant(section.port)))});
-    } else if (std::stoi(std::string(digits)) == discard && IsFirstOf(scene.reading, section)) {
+    } else if (std::stoi(std::string(digits)) == discard && !isFurther) {
         Suspect& suspect =
             Blame(scene, kDiscard, line, {LineWords(line), " has port 9, the discard port."},
                   {"write the RTP port of the far end in line ", number}, DiscardCure(scene, line));
@@ -187,7 +171,7 @@ void AddPort(Scene& scene, const MeantSection& section, const TextLine& line) {
             {LineWords(line), " has port 0",
              IsBundleOnly(scene, section) ? " and a=bundle-only, but bundling is not read." : "."},
             {"write a port other than 0 in line ", number}, {ReplaceLine(line, WithWord(line, 1, "49170"))});
-        AddDeclined(scene, suspect, section);
+        AddDeclined(scene, suspect, section, isFurther);
     }
 }
 
@@ -260,13 +244,15 @@ void AddUnknown(Scene& scene, const MeantSection& section, const TextLine& line)
 } // namespace
 
 void FindMedia(Scene& scene) {
+    std::set<std::pair<std::string_view, bool>> kinds;
     for (const MeantSection& section : scene.reading.sections) {
         const TextLine& line = scene.reading.lines[section.line];
+        const bool isFurther = !kinds.emplace(section.media, section.isSlides).second;
         if (!HasFormat(line.text)) {
             AddShort(scene, section, line);
             continue;
         }
-        AddPort(scene, section, line);
+        AddPort(scene, section, line, isFurther);
         AddTransport(scene, section, line);
         AddUnknown(scene, section, line);
     }

@@ -164,12 +164,16 @@ void AddName(Scene& scene, const TextLine& line, Compared& last) {
 
 /// Offset of the first keyword of a further line after a blank; npos for none.
 std::size_t SecondLineIn(std::string_view text) {
-    for (std::size_t at = text.find('=', 3); at != std::string_view::npos; at = text.find('=', at + 1)) {
+    constexpr std::size_t most = 16; // Each start is searched up to the end of the line.
+    std::size_t starts = 0;
+    for (std::size_t at = text.find('=', 3); at != std::string_view::npos && starts < most;
+         at = text.find('=', at + 1)) {
         const bool isStart = at > 2 && (text[at - 2] == ' ' || text[at - 2] == '\t' || text[at - 2] == ';' ||
                                         text[at - 2] == ',');
         if (!isStart || std::string_view("abcm").find(text[at - 1]) == std::string_view::npos) {
             continue;
         }
+        ++starts;
         const std::string_view rest = text.substr(at - 1);
         const SDPRow row = sdp::RowOf(rest);
         const bool isLine = row == SDPRow::Direction

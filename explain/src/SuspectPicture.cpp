@@ -142,7 +142,7 @@ void AddContainingName(Scene& scene, const MeantSection& section, const TextLine
     const std::string_view name = rtpmap == nullptr ? std::string_view() : WordOf(rtpmap->text, 1);
     const std::size_t at = name.find(kH264Part);
     const bool isType = at != std::string_view::npos && Lower(name.substr(0, at)) == "video/";
-    if (at == std::string_view::npos || at == 0 || isType) {
+    if (at == std::string_view::npos || at == 0 || isType || IsFull(scene, kContainingName)) {
         return;
     }
     std::vector<ExplainTextChange> changes = {ReplaceLine(media, WithFormat(media, format, {}))};

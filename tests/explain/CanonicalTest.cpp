@@ -100,6 +100,18 @@ TEST(Canonical, IsTheSpellingThatTheWriterMeant) {
     }
 }
 
+TEST(Canonical, OfTheNamesInAMediaLineTheFirstAreReplaced) {
+    std::string names;
+    std::string numbers;
+    for (int i = 0; i < 20; ++i) {
+        names += " PCMU";
+        numbers += i < 16 ? " 0" : " PCMU";
+    }
+    const std::string text = "m=audio 5004 RTP/AVP" + names + "\r\n";
+    const explain::Reading reading = explain::Read(text);
+    EXPECT_EQ(explain::Canonical(reading.lines[0], reading), "m=audio 5004 RTP/AVP" + numbers);
+}
+
 /// Every line of the sample texts, once.
 std::set<std::string> AllLines() {
     std::set<std::string> lines;

@@ -142,6 +142,22 @@ TEST(ExplainLaw, WithoutSentencesTheFindingsAreTheSame) {
     }
 }
 
+// Of one rule as many suspects are made as are examined; the others are counted.
+TEST(Explain, PlacesBeyondTheLimitAreCounted) {
+    std::string text = "v=0\r\nm=audio 5004 RTP/AVP 0 101\r\na=rtpmap:101 telephone-event/8000\r\n";
+    constexpr std::size_t beyond = 36;
+    for (std::size_t i = 0; i < kExplainTrials + beyond; ++i) {
+        text += "c=IN IP6 2001:db8::1\r\n";
+    }
+    const Explanation explanation = Explain(Side(text));
+    std::size_t found = 0;
+    for (const ExplainFinding& finding : explanation.findings) {
+        found += finding.id == "E33" && finding.topic == ExplainTopic::Call ? 1 : 0;
+    }
+    EXPECT_EQ(found, kExplainTrials);
+    EXPECT_EQ(explanation.untried, beyond);
+}
+
 TEST(ExplainLaw, ALineThatIsUsedCannotBeDeleted) {
     for (const NamedText& named : AllTexts()) {
         const ExplainInput input = Side(named.text);
