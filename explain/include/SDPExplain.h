@@ -51,7 +51,7 @@ struct ExplainInput {
 
 /// What became of one line.
 enum class ExplainVerdict {
-    Used,       ///< it set something that still stands at the end of the text
+    Used,       ///< it set something that still holds at the end of the text
     Agrees,     ///< it set a value equal to the present one
     Overridden, ///< it set something that a later line, `byLine`, replaced
     Misread,    ///< it was read as another kind of line than it begins as, see `row`

@@ -8,7 +8,7 @@
 
 namespace explain {
 
-/// Stands where a key has to be written; it is never shown and no key of anybody.
+/// Written where a key is needed; it is never shown and no key of anybody.
 inline constexpr const char* kSampleKey = "MDEyMzQ1Njc4OWFiY2RlZjAxMjM0NTY3ODlhYmNk";
 inline constexpr const char* kReadSuite = "AES_CM_128_HMAC_SHA1_32";
 

@@ -1,6 +1,6 @@
 // Stage: an edit to the input that it makes.
 // Input: the input, a cure. Output: the input with the cure applied.
-// Touches nothing. The table of local fields stands here, with what sets each.
+// Touches nothing. The table of local fields is here, with what sets each.
 // Test: tests/explain/judge_cases.py
 #include "Suspect.h"
 
@@ -58,7 +58,7 @@ void SetSuite(ExplainInput& input, const ExplainLocalChange& change) {
     input.local.cryptoAlgo[kStream] = static_cast<Suites>(change.number);
 }
 
-/// Adds the codecs of a set to the list, in which each stands once afterwards; the empty set clears it.
+/// Adds the codecs of a set to the list, which then has each of them once; the empty set clears it.
 void SetPriority(ExplainInput& input, const ExplainLocalChange& change) {
     std::list<int>& priority = input.local.listAudioCodecPriority;
     if (change.number == 0) {

@@ -18,7 +18,7 @@ void AppendClause(std::string& text, std::string_view clause) {
     }
 }
 
-/// The same fact of another run; null when it has none. Facts stand in one order in all runs, so the search
+/// The same fact of another run; null when it has none. Facts have one order in all runs, so the search
 /// begins after the last one found.
 class Others {
 public:

@@ -133,7 +133,7 @@ void Follower::TakeChange(const SDPLine& line, ExplainedLine& explained, const L
     setter.first->second = m_parsed;
 }
 
-/// The line whose suite stands although this one, of an unknown suite, replaces its tag and key: the only
+/// The line whose suite is kept although this one, of an unknown suite, replaces its tag and key: the only
 /// line of the section with a suite that is read (P11). kNowhere without such a line.
 std::size_t Follower::TakeSuite(const SDPLine& line) {
     const std::string key = KeyOf(line) + "suite";

@@ -18,7 +18,7 @@ std::string WithType(std::string_view text);
 /// A trimmed line without signs before its first letter, such as those of quoted mail ("> m=audio"), with the
 /// type that it lacks ("rtpmap:0 PCMU/8000") or another sign than "=" after it ("m:audio"), and without
 /// blanks round its first "=" and before its first ":"; where a keyword that takes a value has a blank or
-/// another sign in place of its colon ("content=slides") or none ("fmtp97"), the colon stands. Signs that
+/// another sign in place of its colon ("content=slides") or none ("fmtp97"), the colon is written. Signs that
 /// only look like ASCII are the characters that they look like.
 std::string StartSpelled(std::string_view line);
 

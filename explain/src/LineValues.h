@@ -1,4 +1,4 @@
-// What a line can set, read off the component: the value that stands there before and after it.
+// What a line can set, read off the component: the value before and after it.
 #pragma once
 
 #include "SDPExplain.h"
@@ -28,7 +28,7 @@ struct SessionValue {
 };
 
 /// The payload type that the component takes from an rtpmap or fmtp line: it begins at a fixed offset,
-/// whatever stands before it (P20, P22). Empty when the line is too short.
+/// whatever comes before it (P20, P22). Empty when the line is too short.
 std::string_view PayloadTaken(const SDPLine& line, std::string_view text);
 /// The value that a line of this row works on in its section.
 LineValue ValueOfLine(const SDPLine& line, std::string_view text, Formats& formats);

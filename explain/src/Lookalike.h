@@ -9,7 +9,7 @@ namespace explain {
 
 /// Whether a byte is beyond ASCII; a text without one has no such sign.
 bool HasForeign(std::string_view text);
-/// Whether one of these signs stands in the text, in UTF-8 or in Windows-1252.
+/// Whether one of these signs is in the text, in UTF-8 or in Windows-1252.
 bool HasLookalike(std::string_view text);
 /// The text with the ASCII character that each of these signs stands for.
 std::string WithoutLookalikes(std::string_view text);

@@ -22,7 +22,7 @@ void DropCure(ExplainFinding& finding) {
     finding.comes = finding.comes.substr(0, finding.comes.find(" With the cure "));
 }
 
-/// Where a byte of the text stands with the edit.
+/// The offset that a byte of the text has in the edited text.
 std::size_t Moved(const ExplainCure& cure, std::size_t offset) {
     std::size_t moved = offset;
     for (const ExplainTextChange& change : cure.text) {

@@ -1,5 +1,5 @@
 // The remote text as its writer sees it: lines as an editor counts, each with the row that it begins with
-// and the section that it stands in.
+// and the section that it is in.
 //
 // What the component makes of a line is asked of the component; this says where a line is and what it was
 // meant for, so that a finding can name it.

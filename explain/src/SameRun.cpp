@@ -1,7 +1,7 @@
 // Stage: two runs of the component compared, so that what is the same in both is not made again.
 // Input: records, sections and our texts of both. Output: the parts whose facts may differ; whether the
 // component writes the same answer.
-// Touches nothing. A field that Facts*.cpp reads has to stand here, and a field of the far end's sections
+// Touches nothing. A field that Facts*.cpp reads has to be here, and a field of the far end's sections
 // that an answer is written from.
 // Test: tests/explain/SameRunTest.cpp
 #include "State.h"

@@ -151,7 +151,7 @@ void AddPort(Scene& scene, const MeantSection& section, const TextLine& line, bo
     const std::string_view digits = std::string_view(section.port).substr(0, section.port.find('/'));
     const bool isUsable = IsDigits(digits) && digits.size() < 6 && std::stoi(std::string(digits)) < 65536;
     if (WordOf(line.text, 1) != section.port) {
-        return; // It stands in another place, and the spelling of the line is blamed.
+        return; // It is in another place, and the spelling of the line is blamed.
     }
     const std::string number = std::to_string(line.number);
     constexpr int discard = 9;

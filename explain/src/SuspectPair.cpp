@@ -43,7 +43,7 @@ std::vector<Topic> TopicsOfPair(const MeantSection& section, bool isSlides) {
     return topics;
 }
 
-/// Whether the answer has a further video section of the kind that stands at this place of the offer.
+/// Whether the answer has a further video section of the kind that is at this place of the offer.
 bool HasOther(const Scene& scene, std::size_t at) {
     const std::vector<MeantSection>& sections = scene.reading.sections;
     return std::any_of(sections.begin(), sections.end(), [&](const MeantSection& section) {
@@ -138,7 +138,7 @@ void FindSecured(Scene& scene, const Reading& offer, const MeantSection& ours, c
     }
 }
 
-/// A section that stands where the offer has one of another kind; `isOtherVideo`: slides for main video, or
+/// A section in the place where the offer has one of another kind; `isOtherVideo`: slides for main video, or
 /// the other way round.
 void AddOtherOrder(Scene& scene, const Reading& offer, std::size_t i, bool isOtherVideo) {
     const std::vector<MeantSection>& theirs = scene.reading.sections;

@@ -1,6 +1,6 @@
 // Stage: suspects in the single parameters of H.264 formats (RFC 6184, 8.1).
 // Input: the fmtp lines of the video sections that the writer meant. Output: suspects.
-// Touches the list of suspects. Table A-1 of H.264 stands in the negotiation layer and is asked there.
+// Touches the list of suspects. Table A-1 of H.264 is in the negotiation layer and is asked there.
 // Test: tests/explain/judge_cases.py
 #include "FormatLines.h"
 

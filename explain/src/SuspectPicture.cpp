@@ -31,7 +31,7 @@ constexpr Rule kContainingName = {"E170", "X03", ExplainSeverity::Error, 12,
 /// The part of the name that the component searches for: without the last digit of the clock rate [X03].
 constexpr std::string_view kH264Part(sdp::kH264Name, std::size(sdp::kH264Name) - 2);
 
-/// Whether a packetization mode stands in the fmtp line of a payload that the section does not list; then the
+/// Whether a packetization mode is in the fmtp line of a payload that the section does not list; then the
 /// number in that line is blamed.
 bool HasUnlistedMode(const Scene& scene, const MeantSection& section) {
     return std::any_of(section.fmtp.begin(), section.fmtp.end(), [&](const auto& entry) {

@@ -1,4 +1,4 @@
-// Stage: suspects about where a line stands: before the sections, or in another one than its own.
+// Stage: suspects about the place of a line: before the sections, or in another one than its own.
 // Input: the lines of the text and the sections they were meant for. Output: suspects.
 // Touches the list of suspects.
 // Test: tests/explain/judge_cases.py

@@ -33,7 +33,7 @@ struct Kind {
 };
 using Kinds = std::map<std::string, Kind>;
 
-/// "k1" for "a=crypto:1 ...": lines with one key set one value. Empty for lines that may stand anywhere.
+/// "k1" for "a=crypto:1 ...": lines with one key set one value. Empty for lines that may be anywhere.
 std::string KindOf(const TextLine& line) {
     switch (line.meant) {
     case SDPRow::Connection:
@@ -99,7 +99,7 @@ bool IsAtTail(const Kinds& kinds, const MeantSection& section, std::size_t index
     return lasts == section.last - index + 1;
 }
 
-/// Whether only lines that may stand between an m= line and its attributes, or that are the first of two of
+/// Whether only lines that may be between an m= line and its attributes, or that are the first of two of
 /// their kind, come before this line.
 bool IsAtHead(const Reading& reading, const Kinds& kinds, const MeantSection& section, std::size_t index) {
     std::size_t others = 0;

@@ -1,4 +1,4 @@
-// Words of a line and small questions about them: no rule of the component stands here.
+// Words of a line and small questions about them: no rule of the component is here.
 #pragma once
 
 #include <cstddef>
