@@ -110,6 +110,9 @@ IceLines IceLinesOf(const Scene& scene, const MeantSection& section) {
 }
 
 void FindUnread(Scene& scene, const MeantSection& section) {
+    if (!section.IsStream()) {
+        return; // Of floor control and other media neither RTP nor a picture is sent.
+    }
     const bool isAudio = section.media == "audio";
     for (std::size_t i = section.line + 1; i <= section.last; ++i) {
         const TextLine& line = scene.reading.lines[i];

@@ -158,6 +158,26 @@ TEST(Explain, PlacesBeyondTheLimitAreCounted) {
     EXPECT_EQ(explanation.untried, beyond);
 }
 
+std::string PlacesOf(std::string_view id, const std::string& remote) {
+    std::string places;
+    for (const ExplainFinding& finding : Explain(Side(remote)).findings) {
+        if (finding.id == id) {
+            places += std::to_string(finding.lines[0]) + " " + ExplainTopicName(finding.topic) + "\n";
+        }
+    }
+    return places;
+}
+
+// An attribute of RTP in a section of floor control says nothing of a stream.
+TEST(Explain, AttributesThatNothingReadsAreThoseOfStreams) {
+    EXPECT_EQ(PlacesOf("E84", "m=audio 5004 RTP/AVP 0\r\n"
+                              "a=rtcp-mux\r\n"
+                              "m=application 5070 UDP/BFCP *\r\n"
+                              "a=rtcp-mux\r\n"),
+              "2 audio.send\n"
+              "2 audio.receive\n");
+}
+
 TEST(ExplainLaw, ALineThatIsUsedCannotBeDeleted) {
     for (const NamedText& named : AllTexts()) {
         const ExplainInput input = Side(named.text);
