@@ -15,7 +15,8 @@ using Topic = ExplainTopic;
 
 constexpr Rule kSessionTias = {
     "E73", "P15", ExplainSeverity::Error, 12,
-    "Before the first m= line b=TIAS is read as b=AS, so its bit/s are taken for kbit/s (P15)."};
+    "Before the first m= line b=TIAS is read as b=AS, so its bit/s are taken for kbit/s, a thousand "
+    "times as much (P15)."};
 constexpr Rule kMediaAs = {"E74", "P16", ExplainSeverity::Warning, 13,
                            "Inside a section only b=TIAS is read, and b=AS is ignored (P16)."};
 constexpr Rule kZero = {"E75", "X09", ExplainSeverity::Warning, 15,

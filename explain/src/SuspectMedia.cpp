@@ -45,6 +45,11 @@ constexpr Rule kDtls = {"E27", "", ExplainSeverity::Error, 50,
                         "DTLS (fingerprint and setup lines) is not read, and the transport is not examined: "
                         "the answer says RTP/AVP and has no a=crypto line and no key."};
 
+constexpr Rule kBundleOnly = {"E179", "", ExplainSeverity::Error, 22,
+                              "Port 0 declines a section (RFC 3264, 5.1 and 6); a=bundle-only, with which it "
+                              "stands for the port of the "
+                              "bundle (RFC 9143, 6), is not read."};
+
 bool IsBundleOnly(const Scene& scene, const MeantSection& section) {
     for (std::size_t i = section.line; i <= section.last; ++i) {
         if (BeginsWith(scene.reading.lines[i].text, "a=bundle-only")) {
@@ -88,6 +93,7 @@ void AddShort(Scene& scene, const MeantSection& section, const TextLine& line) {
 /// What comes of a declined section. A video section that is not marked as slides and is not the first one
 /// takes the place of the slides: a declined section rarely has a content line.
 void AddDeclined(Scene& scene, Suspect& suspect, const MeantSection& section, bool isFurther) {
+    const bool isBundled = suspect.rule == &kBundleOnly;
     const std::vector<MeantSection>& sections = scene.reading.sections;
     const bool isSlides = section.media == "video" && (section.isSlides || isFurther);
     const std::string stream = isSlides                         ? "slides"
@@ -95,10 +101,12 @@ void AddDeclined(Scene& scene, Suspect& suspect, const MeantSection& section, bo
                                                                 : section.media;
     if (!isFurther || isSlides) {
         for (const Topic topic : TopicsOf(section, isSlides)) {
-            suspect.Know(topic, {"The far end has declined ", stream,
-                                 topic == Topic::Floor
-                                     ? ": no floor can be asked for."
-                                     : ": the stream does not start, and no media flow either way."});
+            suspect.Know(
+                topic,
+                {isBundled ? "The far end offers its bundle alone for " : "The far end has declined ", stream,
+                 isBundled ? ", which counts as declined here" : "",
+                 topic == Topic::Floor ? ": no floor can be asked for."
+                                       : ": the stream does not start, and no media flow either way."});
         }
     }
     if (&section == &sections.front() &&
@@ -166,11 +174,13 @@ void AddPort(Scene& scene, const MeantSection& section, const TextLine& line, bo
         suspect.Know(TopicsOf(section, section.isSlides).front(),
                      {"Media go to port 9, where nothing takes them."});
     } else if (std::stoi(std::string(digits)) == 0) {
-        Suspect& suspect = Blame(
-            scene, kDeclined, line,
-            {LineWords(line), " has port 0",
-             IsBundleOnly(scene, section) ? " and a=bundle-only, but bundling is not read." : "."},
-            {"write a port other than 0 in line ", number}, {ReplaceLine(line, WithWord(line, 1, "49170"))});
+        // In an answer port 0 rejects, whatever else the section repeats of the offer (RFC 9143, 7.3.3).
+        const bool isBundled = !scene.input.remoteAnswers && IsBundleOnly(scene, section);
+        Suspect& suspect = Blame(scene, isBundled ? kBundleOnly : kDeclined, line,
+                                 {LineWords(line), " has port 0",
+                                  isBundled ? " and a=bundle-only, but bundling is not read." : "."},
+                                 {"write a port other than 0 in line ", number},
+                                 {ReplaceLine(line, WithWord(line, 1, "49170"))});
         AddDeclined(scene, suspect, section, isFurther);
     }
 }

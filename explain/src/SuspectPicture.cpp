@@ -64,7 +64,8 @@ Picture PictureOf(const Scene& scene, const MeantSection& section, const VideoPa
 }
 
 /// Several formats without a packetization mode.
-void AddMixed(Scene& scene, const TextLine& media, const std::vector<std::string_view>& h264) {
+void AddMixed(Scene& scene, const MeantSection& section, const TextLine& media,
+              const std::vector<std::string_view>& h264) {
     constexpr std::size_t most = 16;
     std::string text(media.text);
     for (std::size_t i = 1; i < h264.size() && i < most; ++i) {
@@ -72,8 +73,10 @@ void AddMixed(Scene& scene, const TextLine& media, const std::vector<std::string
         changed.text = text;
         text = WithFormat(changed, h264[i], {});
     }
+    const std::size_t last = LineOf(scene.reading, section.rtpmap, h264.back())->number;
     Blame(scene, kMixed, media,
-          {LineWords(media), " lists several H.264 formats, none with packetization-mode=1."},
+          {LineWords(media), " lists several H.264 formats, none with packetization-mode=1; payload ",
+           AsShown(h264.back()), " (line ", last, ") is the last."},
           {"list H.264 payload ", AsShown(h264.front()), " alone in line ", media.number},
           {ReplaceLine(media, std::move(text))});
 }
@@ -121,7 +124,7 @@ void AddModes(Scene& scene, const MeantSection& section, const TextLine& media,
         topic == Topic::Slides ? scene.state.record.m_VideoPreso : scene.state.record.m_VideoMain;
     if (stream.iFmtpPacketizationMode == 0 && h264.size() > 1 && !HasUnlistedMode(scene, section) &&
         !HasMode(scene, section)) {
-        AddMixed(scene, media, h264);
+        AddMixed(scene, section, media, h264);
     }
     const Picture picture = PictureOf(scene, section, stream, h264, topic);
     if (stream.iFmtpPacketizationMode > 1 && picture.fmtp != nullptr) {
