@@ -118,8 +118,9 @@ void NoteGaps(const std::string& file, const std::vector<SipMessage>& messages,
     }
     for (const auto& [sender, found] : gaps) {
         if (found.count > 0) {
-            notes.push_back(file + ": TCP segments of " + sender + " before frame " + found.first +
-                            " are missing; messages after them may be missing, too");
+            std::string note = file;
+            note.append(": TCP segments of ").append(sender).append(" before frame ").append(found.first);
+            notes.push_back(note + " are missing; messages after them may be missing, too");
         }
     }
 }

@@ -15,6 +15,9 @@
 #include <algorithm>
 #include <iterator>
 #include <set>
+#include <string>
+#include <string_view>
+#include <utility>
 
 namespace cmsdp {
 
@@ -60,9 +63,12 @@ std::set<PayloadType_t> CodecsNamed(const std::string& word) {
 std::string OurCodecs() {
     std::vector<std::string> words;
     for (const KnownCodec& known : KnownCodecs()) {
-        const std::string name = NameOf(CodecNames(), known.codec);
-        const std::string encoding(known.encoding.substr(0, known.encoding.find('/')));
-        words.push_back(name == encoding ? name : name + " (" + encoding + ")");
+        std::string word = NameOf(CodecNames(), known.codec);
+        const std::string_view encoding = known.encoding.substr(0, known.encoding.find('/'));
+        if (word != encoding) {
+            word.append(" (").append(encoding).append(")");
+        }
+        words.push_back(std::move(word));
     }
     return Listed(words, words.size());
 }
