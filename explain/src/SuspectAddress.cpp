@@ -165,7 +165,9 @@ void FindAddress(Scene& scene, const TextLine& line) {
     const std::size_t slash = address.find('/');
     if (address == "0.0.0.0") {
         AddZero(scene, line);
-    } else if (slash != std::string::npos && address.find("//") == std::string::npos) {
+    } else if (slash != std::string::npos &&
+               address.find_first_not_of("0123456789/", slash) == std::string::npos &&
+               address.find("//") == std::string::npos) {
         Blame(scene, kMulticast, line, {LineWords(line), " has a suffix after its address."},
               {"write the address alone in line ", line.number},
               {ReplaceLine(line, WithWord(line, 2, address.substr(0, slash)))});

@@ -123,19 +123,24 @@ void CheckFloorControl(const Pair& pair) {
     }
 }
 
+// The values are literals of an ABNF grammar, which have no letter case (RFC 4796, 5; RFC 4234, 2.3).
 void CheckContent(const Pair& pair) {
     const Attribute* our = pair.ours.First("content");
     const auto [first, last] = pair.theirs.All("content");
-    std::set<std::string_view> offered;
+    std::set<std::string> offered;
     for (const Attribute* line = first; line != last; ++line) {
-        const auto pieces = Split(line->value, ',');
-        std::copy_if(pieces.begin(), pieces.end(), std::inserter(offered, offered.end()), IsToken);
+        for (const std::string_view piece : Split(line->value, ',')) {
+            if (IsToken(piece)) {
+                offered.insert(Lower(piece));
+            }
+        }
     }
     if (our == nullptr || offered.empty()) {
         return;
     }
     const auto answered = Split(our->value, ',');
-    if (std::none_of(answered.begin(), answered.end(), [&](auto each) { return offered.count(each) != 0; })) {
+    if (std::none_of(answered.begin(), answered.end(),
+                     [&](auto each) { return offered.count(Lower(each)) != 0; })) {
         pair.Add("J36", our->line, first->line,
                  "The content is " + Quoted(our->value) + ", offered is " + Quoted(first->value) + ".");
     }

@@ -26,6 +26,13 @@ TEST(JudgeSection, ASecureSectionHasItsKeyInOneLineOrByKeyManagement) {
                 "J31 line 7, other 6, section 0: The tag was not offered in this section.\n");
 }
 
+TEST(JudgeSection, ValuesOfContentHaveNoLetterCase) {
+    const std::string video = "m=video 5004 RTP/AVP 97\r\na=rtpmap:97 H264/90000\r\n";
+    EXPECT_TEXT(Answer(video + "a=content:slIdes\r\n", video + "a=content:slides\r\n"), "");
+    EXPECT_TEXT(Answer(video + "a=content:main\r\n", video + "a=content:slides\r\n"),
+                "J36 line 8, other 8, section 0: The content is 'slides', offered is 'main'.\n");
+}
+
 TEST(JudgeSection, RolesOfFloorControl) {
     const std::string floor = "m=application 5004 UDP/BFCP *\r\n";
     const std::string server = "a=confid:1\r\na=userid:2\r\na=floorid:3\r\n";
